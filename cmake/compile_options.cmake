@@ -1,0 +1,27 @@
+# Language level, warnings, sanitizers and coverage: every compiler flag of the project is set in this file.
+
+option(EXFLATE_WERROR "Treat warnings as errors" OFF)
+option(EXFLATE_COVERAGE "Instrument for gcov" OFF)
+set(EXFLATE_SANITIZE "" CACHE STRING "Value for -fsanitize=, empty for none")
+
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+
+add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion)
+if(EXFLATE_WERROR)
+  add_compile_options(-Werror)
+endif()
+
+if(EXFLATE_SANITIZE)
+  add_compile_options(-fsanitize=${EXFLATE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${EXFLATE_SANITIZE})
+endif()
+
+if(EXFLATE_COVERAGE)
+  add_compile_options(--coverage -fprofile-update=atomic)
+  add_link_options(--coverage)
+endif()

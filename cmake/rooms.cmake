@@ -1,0 +1,23 @@
+# Helpers that make targets. A room is a folder with include/<room>/ for everybody, src/ for itself, and a target of the
+# room's name; what it may include is exactly what it links.
+
+# add_room(<name> SOURCES <file>... [USES <public target>...] [USES_PRIVATELY <target>...])
+# Makes the static library <name>. Each header under include/ is compiled alone when the verify target runs.
+function(add_room name)
+  cmake_parse_arguments(ROOM "" "" "SOURCES;USES;USES_PRIVATELY" ${ARGN})
+  file(GLOB_RECURSE headers CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/include/*.h")
+  add_library(${name} STATIC ${ROOM_SOURCES})
+  target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}/include" FILES ${headers})
+  target_include_directories(${name} PRIVATE "${CMAKE_CURRENT_SOURCE_DIR}/src")
+  target_link_libraries(${name} PUBLIC ${ROOM_USES} PRIVATE ${ROOM_USES_PRIVATELY})
+  set_target_properties(${name} PROPERTIES VERIFY_INTERFACE_HEADER_SETS ON)
+endfunction()
+
+# add_room_test(<name> SOURCES <file>... USES <target>...)
+# Makes the test program <name> from GoogleTest files and registers each of its tests with CTest.
+function(add_room_test name)
+  cmake_parse_arguments(TEST "" "" "SOURCES;USES" ${ARGN})
+  add_executable(${name} ${TEST_SOURCES})
+  target_link_libraries(${name} PRIVATE ${TEST_USES} GTest::gmock GTest::gtest_main)
+  gtest_discover_tests(${name} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)
+endfunction()
