@@ -1,0 +1,194 @@
+// A layer of a composition: identity, name, switches, parent, matte, timing, streams, effects.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "model/effect.h"
+#include "model/format_data.h"
+#include "model/stream.h"
+#include "model/time.h"
+
+namespace host::model {
+
+class Comp;
+class Item;
+class Project;
+
+using LayerId = std::int32_t;  // unique in the project, never reused
+
+enum class LayerKind { av = 0, light = 1, camera = 2, text = 3, vector = 4 };
+
+// Bits as the C interface numbers them.
+enum LayerFlag : std::uint32_t {
+    kVideoActive = 0x1,
+    kAudioActive = 0x2,
+    kEffectsActive = 0x4,
+    kMotionBlur = 0x8,
+    kFrameBlending = 0x10,
+    kLocked = 0x20,
+    kShy = 0x40,
+    kCollapse = 0x80,
+    kAutoOrient = 0x100,
+    kAdjustment = 0x200,
+    kTimeRemap = 0x400,
+    kIs3D = 0x800,
+    kLookAtCamera = 0x1000,
+    kLookAtPoi = 0x2000,
+    kSolo = 0x4000,
+    kMarkersLocked = 0x8000,
+    kIsNull = 0x10000,
+};
+
+enum class MatteType { none = 0, alpha = 1, alpha_inverted = 2, luma = 3, luma_inverted = 4 };
+
+enum class Parenting { keep_local_values, keep_place };  // keep_place compensates so that nothing moves at the current time
+
+// Numbers of the streams the transform consists of.
+enum LayerStreamNumber : int {
+    kAnchorPoint = 0,
+    kPosition = 1,
+    kScale = 2,
+    kRotation = 3,
+    kOpacity = 4,
+    kAudioLevels = 5,
+    kMarker = 6,
+    kTimeRemapStream = 7,
+    kRotateX = 8,
+    kRotateY = 9,
+    kOrientation = 10,
+};
+inline constexpr int kLayerStreamCount = 56;  // numbers from here on are not legal for any layer
+
+// A layer object lives as long as its project; is_alive() tells whether it is in its composition. Every setter is undoable
+// unless its name begins with load_; those are for readers that build a project.
+class Layer {
+  public:
+    Layer(Comp& comp, LayerId id, LayerKind kind, Item* source);
+    ~Layer();
+    Layer(const Layer&) = delete;
+
+    // Identity
+    LayerId id() const { return id_; }
+    LayerKind kind() const { return kind_; }
+    Comp& comp() const { return *comp_; }
+    Project& project() const;
+    bool is_alive() const { return alive_; }
+    int index() const;  // 0 = top of the stack; logarithmic
+    Item* source() const { return source_; }
+
+    // Names: UTF-8 by intent, any bytes in fact
+    const std::string& own_name() const { return state_.name; }  // empty when never given
+    const std::string& source_name() const;                      // empty without a source
+    const std::string& display_name() const;                     // own name, else source name
+    void rename(std::string name);  // also rewrites the expressions that name this layer
+
+    // Switches
+    std::uint32_t flags() const { return state_.flags; }
+    bool has_flag(LayerFlag flag) const { return (state_.flags & flag) != 0; }
+    void set_flag(LayerFlag flag, bool on);  // 3D: see set_3d; on cameras and lights that succeeds without a change
+    bool is_3d() const;                      // cameras and lights always
+
+    // Parents
+    Layer* parent() const { return state_.parent; }
+    const std::vector<Layer*>& children() const { return children_; }
+    void set_parent(Layer* parent, Parenting parenting);  // throws bad_argument for itself, a descendant, another composition
+
+    // Mattes: the layer that shapes this one, and how
+    Layer* matte() const { return state_.matte; }
+    MatteType matte_type() const { return state_.matte_type; }
+    void set_matte(Layer* matte, MatteType type);
+    const std::vector<Layer*>& matte_users() const { return matte_users_; }
+
+    // Timing. Composition time = offset + stretch x layer time.
+    double stretch() const { return stretch_; }
+    Time offset() const { return state_.offset; }
+    Time in_point() const { return state_.in_point; }  // composition time
+    Time duration() const { return state_.duration; }  // composition time
+    Time to_layer_time(Time comp_time) const;
+    Time to_comp_time(Time layer_time) const;
+    void set_offset(Time offset);  // moves the whole layer: in- and out-point and keyframes travel with it
+    void set_in_point_and_duration(Time in_point, Time duration);  // trims, composition time; clamps as HostRules say
+
+    // Streams; loaded when first asked for.
+    static bool is_stream_number(int number) { return number >= 0 && number < kLayerStreamCount; }
+    bool is_stream_legal(int number) const;
+    // Streams that do not apply exist hidden, with their default value. Throws bad_argument for unknown numbers.
+    Stream& stream(int number);
+    // Every stream of the layer that may carry an expression, effects and the file's own ones included.
+    std::vector<Stream*> expression_streams();
+
+    // Effects, 0 = top; loaded when first asked for.
+    std::size_t effect_count();
+    Effect& effect(std::size_t index);  // throws bad_argument
+    Effect& apply_effect(int kind_key);  // appended; throws bad_argument for unknown kinds, cameras and lights
+
+    // Whole-layer changes
+    void remove();            // children and matte users let go of it first, as HostRules say
+    void move_to(int index);  // the stack position it shall have; -1 = the bottom; beyond the end clamps
+
+    // What the file keeps; shared by copies, null for layers the host made.
+    const std::shared_ptr<const LayerContent>& content() const { return content_; }
+    bool is_content_loaded() const { return content_loaded_; }
+    // The layer this one was copied from, null if none: its place in a file's numbering of copies.
+    LayerId copied_from() const { return copied_from_; }
+
+    // For readers: values a file gives, without undo.
+    void load_name(std::string name);
+    void load_flags(std::uint32_t flags) { state_.flags = flags; }
+    void load_timing(Time offset, Time in_point, Time duration, double stretch);
+    void load_parent(Layer* parent);
+    void load_matte(Layer* matte, MatteType type);
+    void set_content(std::shared_ptr<const LayerContent> content) { content_ = std::move(content); }
+    // Called by LayerContent::load only.
+    void load_stream(int number, std::shared_ptr<const StreamData> data, bool separated = false);
+    void load_effect(std::unique_ptr<Effect> effect);
+    // A stream inside something the model does not take apart (shapes, masks, text): only its expression matters. The tag is
+    // the file format's, to find it again.
+    Stream& load_other_stream(std::string name, std::shared_ptr<const StreamData> data);
+    const std::vector<std::unique_ptr<Stream>>& other_streams() const { return other_streams_; }
+    // The stream if it was loaded or made; null otherwise. For writers.
+    const Stream* existing_stream(int number) const;
+    const std::vector<std::unique_ptr<Effect>>& loaded_effects() const { return effects_; }
+
+  private:
+    friend class Comp;
+    friend class Project;
+
+    struct State {
+        std::string name;
+        std::uint32_t flags = kVideoActive | kAudioActive | kEffectsActive;
+        Layer* parent = nullptr;
+        Layer* matte = nullptr;
+        MatteType matte_type = MatteType::none;
+        Time offset;
+        Time in_point;
+        Time duration;
+    };
+
+    void ensure_loaded();
+    State& writable_state();  // notes the old state for undo, once per undo step
+    void restore_state(const State& state);
+
+    Comp* comp_;
+    LayerId id_;
+    LayerKind kind_;
+    Item* source_;
+    double stretch_ = 1;
+    bool alive_ = true;
+    bool content_loaded_ = false;
+    LayerId copied_from_ = 0;
+    State state_;
+    std::uint64_t touched_in_step_ = 0;
+    std::vector<Layer*> children_;
+    std::vector<Layer*> matte_users_;
+    std::shared_ptr<const LayerContent> content_;
+    std::vector<std::unique_ptr<Stream>> streams_;
+    std::vector<std::unique_ptr<Effect>> effects_;
+    std::vector<std::unique_ptr<Stream>> other_streams_;
+    void* stack_node_ = nullptr;
+};
+
+}  // namespace host::model
