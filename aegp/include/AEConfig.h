@@ -1,0 +1,11 @@
+// Which system the host runs on: AE_OS_WIN or AE_OS_MAC; elsewhere neither, and everything is laid out as on macOS.
+#ifndef EXFLATE_AEGP_AECONFIG_H_
+#define EXFLATE_AEGP_AECONFIG_H_
+
+#if defined(_WIN32)
+#define AE_OS_WIN 1
+#elif defined(__APPLE__)
+#define AE_OS_MAC 1
+#endif
+
+#endif  // EXFLATE_AEGP_AECONFIG_H_

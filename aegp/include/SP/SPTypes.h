@@ -1,0 +1,21 @@
+// Basic types of the suite mechanism.
+#ifndef EXFLATE_AEGP_SP_SPTYPES_H_
+#define EXFLATE_AEGP_SP_SPTYPES_H_
+
+#include <stdint.h>
+
+#include "AEConfig.h"
+
+typedef int32_t int32;
+typedef uint8_t uint8;
+
+// One byte, except on Windows.
+#ifdef AE_OS_WIN
+typedef int32 SPBoolean;
+#else
+typedef uint8 SPBoolean;
+#endif
+
+typedef int32 SPErr;
+
+#endif  // EXFLATE_AEGP_SP_SPTYPES_H_

@@ -1,0 +1,18 @@
+// Menu commands.
+#ifndef EXFLATE_AEGP_AEGP_SUITES_COMMAND_SUITE_1_H_
+#define EXFLATE_AEGP_AEGP_SUITES_COMMAND_SUITE_1_H_
+
+#include "aegp_types/command.h"
+
+typedef struct AEGP_CommandSuite1 {
+    A_Err (*AEGP_GetUniqueCommand)(AEGP_Command* unique_commandP);
+    A_Err (*AEGP_InsertMenuCommand)(AEGP_Command command, const A_char* nameZ, AEGP_MenuID menu_id, A_long after_itemL);
+    A_Err (*AEGP_RemoveMenuCommand)(AEGP_Command command);
+    A_Err (*AEGP_SetMenuCommandName)(AEGP_Command command, const A_char* nameZ);
+    A_Err (*AEGP_EnableCommand)(AEGP_Command command);
+    A_Err (*AEGP_DisableCommand)(AEGP_Command command);
+    A_Err (*AEGP_CheckMarkMenuCommand)(AEGP_Command command, A_Boolean checkB);
+    A_Err (*AEGP_DoCommand)(AEGP_Command command);
+} AEGP_CommandSuite1;
+
+#endif  // EXFLATE_AEGP_AEGP_SUITES_COMMAND_SUITE_1_H_

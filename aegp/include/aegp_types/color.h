@@ -1,0 +1,14 @@
+// Colours as the host's palettes, solids and streams keep them: alpha first, 0 to 1.
+#ifndef EXFLATE_AEGP_AEGP_TYPES_COLOR_H_
+#define EXFLATE_AEGP_AEGP_TYPES_COLOR_H_
+
+#include "A.h"
+
+typedef struct AEGP_ColorVal {
+    A_FpLong alphaF;
+    A_FpLong redF;
+    A_FpLong greenF;
+    A_FpLong blueF;
+} AEGP_ColorVal;
+
+#endif  // EXFLATE_AEGP_AEGP_TYPES_COLOR_H_

@@ -1,0 +1,17 @@
+// The host's memory handles.
+#ifndef EXFLATE_AEGP_AEGP_TYPES_MEMORY_H_
+#define EXFLATE_AEGP_AEGP_TYPES_MEMORY_H_
+
+#include "A.h"
+
+typedef A_long AEGP_MemFlag;
+enum {
+    AEGP_MemFlag_NONE = 0,
+    AEGP_MemFlag_CLEAR = 1 << 0,
+    AEGP_MemFlag_QUIET = 1 << 1,
+};
+
+// 32 bits wide even in a 64-bit host.
+typedef A_u_long AEGP_MemSize;
+
+#endif  // EXFLATE_AEGP_AEGP_TYPES_MEMORY_H_

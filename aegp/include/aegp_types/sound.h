@@ -1,0 +1,23 @@
+// The format of sound data.
+#ifndef EXFLATE_AEGP_AEGP_TYPES_SOUND_H_
+#define EXFLATE_AEGP_AEGP_TYPES_SOUND_H_
+
+#include "A.h"
+
+typedef A_long AEGP_SoundEncoding;
+enum {
+    AEGP_SoundEncoding_UNSIGNED_PCM = 3,
+    AEGP_SoundEncoding_SIGNED_PCM,
+    AEGP_SoundEncoding_FLOAT,
+    AEGP_SoundEncoding_END,
+    AEGP_SoundEncoding_BEGIN = AEGP_SoundEncoding_UNSIGNED_PCM,
+};
+
+typedef struct AEGP_SoundDataFormat {
+    A_FpLong sample_rateF;
+    AEGP_SoundEncoding encoding;
+    A_long bytes_per_sampleL;
+    A_long num_channelsL;
+} AEGP_SoundDataFormat;
+
+#endif  // EXFLATE_AEGP_AEGP_TYPES_SOUND_H_

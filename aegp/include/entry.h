@@ -1,0 +1,13 @@
+// DllExport, which makes the entry point visible to the host when everything else is hidden.
+#ifndef EXFLATE_AEGP_ENTRY_H_
+#define EXFLATE_AEGP_ENTRY_H_
+
+#include "AEConfig.h"
+
+#ifdef AE_OS_WIN
+#define DllExport __declspec(dllexport)
+#else
+#define DllExport __attribute__((visibility("default")))
+#endif
+
+#endif  // EXFLATE_AEGP_ENTRY_H_
