@@ -1,0 +1,89 @@
+// Pictures: backgrounds, pasting, PNG through libpng, difference.
+#include "render/picture.h"
+
+#include <png.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdlib>
+#include <stdexcept>
+
+namespace host::render {
+
+namespace {
+
+int channel(std::uint32_t pixel, int shift) { return static_cast<int>((pixel >> shift) & 0xff); }
+
+}  // namespace
+
+Picture::Picture(int w, int h, std::uint32_t color)
+    : width(w), height(h), pixels(static_cast<std::size_t>(w) * static_cast<std::size_t>(h), color) {}
+
+std::uint32_t& Picture::at(int x, int y) {
+    return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)];
+}
+
+std::uint32_t Picture::at(int x, int y) const { return const_cast<Picture&>(*this).at(x, y); }
+
+Picture over_white(const Picture& picture) {
+    Picture result = picture;
+    for (std::uint32_t& pixel : result.pixels) {
+        const int rest = 255 - channel(pixel, 24);
+        std::uint32_t opaque = 0xff;
+        for (const int shift : {16, 8, 0}) {
+            opaque = opaque << 8 | static_cast<std::uint32_t>(std::min(255, channel(pixel, shift) + rest));
+        }
+        pixel = opaque;
+    }
+    return result;
+}
+
+void paste(Picture& sheet, const Picture& part, int x, int y) {
+    if (x < 0 || y < 0 || x + part.width > sheet.width || y + part.height > sheet.height) {
+        throw std::runtime_error("a picture does not fit on its sheet");
+    }
+    for (int row = 0; row < part.height; ++row) {
+        const auto first = part.pixels.begin() + static_cast<std::ptrdiff_t>(row) * part.width;
+        std::copy(first, first + part.width,
+                  sheet.pixels.begin() + static_cast<std::ptrdiff_t>(y + row) * sheet.width + x);
+    }
+}
+
+void write_png(const Picture& picture, const std::filesystem::path& file) {
+    std::vector<png_byte> rgb;
+    rgb.reserve(picture.pixels.size() * 3);
+    for (const std::uint32_t pixel : picture.pixels) {
+        for (const int shift : {16, 8, 0}) rgb.push_back(static_cast<png_byte>(channel(pixel, shift)));
+    }
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    image.width = static_cast<png_uint_32>(picture.width);
+    image.height = static_cast<png_uint_32>(picture.height);
+    image.format = PNG_FORMAT_RGB;
+    if (png_image_write_to_file(&image, file.c_str(), 0, rgb.data(), 0, nullptr) == 0) {
+        throw std::runtime_error(file.string() + ": the picture could not be written: " + image.message);
+    }
+}
+
+Difference difference(const Picture& a, const Picture& b) {
+    if (a.width != b.width || a.height != b.height) throw std::runtime_error("pictures of two sizes cannot be compared");
+    const Picture left = over_white(a);
+    const Picture right = over_white(b);
+    Difference result;
+    double beyond = 0;
+    for (std::size_t i = 0; i < left.pixels.size(); ++i) {
+        int worst = 0;
+        for (const int shift : {16, 8, 0}) {
+            const int apart = std::abs(channel(left.pixels[i], shift) - channel(right.pixels[i], shift));
+            result.mean += apart;
+            worst = std::max(worst, apart);
+        }
+        if (worst > 8) ++beyond;
+    }
+    const double count = static_cast<double>(std::max<std::size_t>(1, left.pixels.size()));
+    result.mean /= 3 * count;
+    result.share_beyond_8 = beyond / count;
+    return result;
+}
+
+}  // namespace host::render
