@@ -1,0 +1,2 @@
+// Must not build: the file format does not know the script engine.
+#include "script/engine.h"

@@ -1,0 +1,2 @@
+// Must not build: the model knows no C interface.
+#include "AE_GeneralPlug.h"

@@ -1,0 +1,2 @@
+// Must not build: the plug-in sees nothing of the host.
+#include "model/layer.h"

@@ -1,0 +1,2 @@
+// Must not build: scripts and suites do not know each other.
+#include "suites/suite_host.h"
