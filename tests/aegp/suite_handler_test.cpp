@@ -4,32 +4,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
 #include <new>
 #include <ostream>
 #include <string>
-#include <tuple>
 #include <type_traits>
 #include <utility>
 #include <vector>
 
-namespace {
-
-size_t allocations = 0;
-
-}  // namespace
-
-void* operator new(size_t size) {
-    ++allocations;
-    if (void* block = std::malloc(size)) return block;
-    throw std::bad_alloc();
-}
-void operator delete(void* block) noexcept {
-    std::free(block);
-}
-void operator delete(void* block, size_t) noexcept {
-    std::free(block);
-}
+#include "counted_allocations.h"
 
 namespace {
 
@@ -235,15 +217,15 @@ TEST(SuiteHandlerType, allocates_nothing) {
     };
     basic.ReleaseSuite = [](const char*, int32) -> SPErr { return 0; };
 
-    const size_t before = allocations;
+    const size_t before = allocations_so_far();
     {
         AEGP_SuiteHandler suites(&basic);
         for (const Accessor& accessor : kAccessors) accessor.use(suites);
     }
-    EXPECT_EQ(allocations, before);
+    EXPECT_EQ(allocations_so_far(), before);
 
     ::operator delete(::operator new(1));
-    EXPECT_EQ(allocations, before + 1) << "allocations are not counted at all";
+    EXPECT_EQ(allocations_so_far(), before + 1) << "allocations are not counted at all";
 }
 
 }  // namespace
