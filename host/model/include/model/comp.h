@@ -1,8 +1,12 @@
 // A composition: a stack of layers with a size, a frame rate and a selection.
 #pragma once
 
+#include <cstdint>
+#include <map>
 #include <memory>
+#include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "model/item.h"
@@ -10,6 +14,8 @@
 #include "model/layer_stack.h"
 
 namespace host::model {
+
+class LayerNames;
 
 class Comp : public Item {
   public:
@@ -22,10 +28,13 @@ class Comp : public Item {
     Layer* layer_named(std::string_view display_name) const;  // the topmost of that name, null if none
     const LayerStack& stack() const { return stack_; }
 
-    // All undoable. New layers start at composition time 0 and last as long as the composition unless told otherwise.
-    Layer& add_layer(Item& source);                             // above all others; throws bad_argument for a cycle
+    // All undoable. Dead arguments throw bad_argument. New layers start at composition time 0 and last as long as the
+    // composition unless told otherwise.
+    Layer& add_layer(Item& source);                              // above all others; throws bad_argument for a cycle
     Layer& create_null(const std::string& name, Time duration);  // duration 0 = the composition's
-    // As copying and pasting does: directly above the topmost selected layer, else on top; selection unchanged.
+    // As copying and pasting does: directly above the topmost selected layer, else on top; selection unchanged. Links
+    // to layers of another composition (parent, matte, effect parameters) are dropped unless HostRules keep those whose
+    // partner has been copied here before.
     // Throws bad_argument when the layer's source contains this composition.
     Layer& copy_layer_here(Layer& original);
 
@@ -49,12 +58,32 @@ class Comp : public Item {
     bool contains(const Comp& other) const;
 
   private:
+    friend class Item;
     friend class Layer;
     friend class Project;
+    using Selection = std::map<std::uint64_t, Layer*>;  // by rank, in order of selecting
+
+    Layer& make_layer(LayerKind kind, Item* source);  // owned, not yet in the stack
+    void add_undoably(Layer& layer, int index);
+    // Into the stack and out of it, with every list that knows the layer; no undo.
+    void enter(Layer& layer, int index);
+    void leave(Layer& layer);
+    void replace_selection(Selection selection);
+    void set_selection_rank(Layer& layer, std::uint64_t rank);  // 0 = not selected
+    void load_layer_parameters();
+    std::string numbered_name(const std::string& name) const;
+    Layer* copy_of(const Layer& original) const;  // the newest one here, if alive
+    void drop_foreign_links(Layer& copy, const Layer& original) const;
 
     std::vector<std::unique_ptr<Layer>> owned_;  // living and deleted
     LayerStack stack_;
-    std::vector<Layer*> selection_;  // in order of selecting
+    mutable std::unique_ptr<LayerNames> names_;  // made at first need
+    Selection selection_;
+    std::uint64_t last_selection_rank_ = 0;
+    std::vector<Layer*>
+        unloaded_layer_parameters_;  // layers whose unread content has effect parameters that name layers
+    std::unordered_map<LayerId, Layer*> newest_copy_;           // by the original's id
+    mutable std::unordered_map<std::string, int> last_number_;  // of copies with numbered names
     double frame_rate_ = 30;
     Time duration_;
     Time current_time_;

@@ -26,13 +26,19 @@ struct EffectKind {
     std::shared_ptr<const FormatData> format_data;  // how a file writes an instance; may be null
 };
 
-enum EffectFlag : std::uint32_t { kEffectActive = 0x1, kEffectAudioOnly = 0x2, kEffectAudioToo = 0x4, kEffectMissing = 0x8 };
+enum EffectFlag : std::uint32_t {
+    kEffectActive = 0x1,
+    kEffectAudioOnly = 0x2,
+    kEffectAudioToo = 0x4,
+    kEffectMissing = 0x8
+};
 
 class Effect {
   public:
     Effect(Layer& owner, std::shared_ptr<const EffectKind> kind, std::string name);
     Effect(Layer& new_owner, const Effect& original);  // shares stream data and format data
     Effect(const Effect&) = delete;
+    Effect& operator=(const Effect&) = delete;
 
     Layer& owner() const { return *owner_; }
     const EffectKind& kind() const { return *kind_; }
@@ -50,7 +56,10 @@ class Effect {
     void set_format_data(std::shared_ptr<const FormatData> data) { format_data_ = std::move(data); }
 
   private:
+    friend class Layer;
+
     Layer* owner_;
+    bool attached_ = false;  // in its layer's list
     std::shared_ptr<const EffectKind> kind_;
     std::string name_;
     std::uint32_t flags_ = kEffectActive;

@@ -7,9 +7,9 @@
 namespace host::model {
 
 enum class ErrorKind {
-    bad_argument,   // an index out of range, a null or dead object, an impossible combination
-    not_allowed,    // legal arguments, but not in this state (a static value for a keyframed stream)
-    unsupported,    // the host knows the operation and does not offer it
+    bad_argument,  // an index out of range, a null or dead object, an impossible combination
+    not_allowed,   // legal arguments, but not in this state (a static value for a keyframed stream)
+    unsupported,   // the host knows the operation and does not offer it
 };
 
 class Error : public std::runtime_error {

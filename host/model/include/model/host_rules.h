@@ -46,7 +46,7 @@ struct HostRules {
     // Streams and keyframes
     InapplicableStream inapplicable_stream = InapplicableStream::hidden_default;
     UnknownTimeMode unknown_time_mode = UnknownTimeMode::comp_time;
-    bool strict_no_data = false;  // value calls on streams without data fail
+    bool strict_no_data = false;                       // value calls on streams without data fail
     bool keyframe_setters_disturb_each_other = false;  // setting ease forces bezier, setting tangents drops auto-bezier
     SeparatedPosition separated_position = SeparatedPosition::leader_has_no_keys;
 

@@ -3,11 +3,14 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "model/format_data.h"
+#include "model/sequence.h"
+#include "model/time.h"
 
 namespace host::model {
 
@@ -29,6 +32,7 @@ struct FootageFacts {
     bool is_solid = false;
     std::array<double, 4> color{};  // solids: red, green, blue, alpha in 0..1
     bool has_duration = false;      // moving footage: layers cannot be trimmed beyond it
+    Time duration;                  // if it has one
 };
 
 // Objects stay in memory after deletion while undo or a handle may still mean them; is_alive() tells.
@@ -37,16 +41,18 @@ class Item {
     Item(Project& project, ItemId id, ItemType type, std::string name);
     virtual ~Item();
     Item(const Item&) = delete;
+    Item& operator=(const Item&) = delete;
 
     Project& project() const { return *project_; }
     ItemId id() const { return id_; }
     ItemType type() const { return type_; }
     bool is_alive() const { return alive_; }
     const std::string& name() const { return name_; }
-    void set_name(std::string name);  // undoable
+    // Undoable. Expressions that name the composition, or layers which show this name, are rewritten.
+    void set_name(std::string name);
 
     Item* parent_folder() const { return folder_; }  // null for the root folder
-    const std::vector<Item*>& folder_contents() const { return contents_; }  // folders only, in order of creation
+    std::vector<Item*> folder_contents() const;      // folders only, in order of creation; linear
 
     int width() const { return width_; }
     int height() const { return height_; }
@@ -70,18 +76,23 @@ class Item {
     friend class Layer;
     friend class Comp;
 
+    void require_alive() const;
+    void change_name(std::string name);
+
     Project* project_;
     ItemId id_;
     ItemType type_;
     std::string name_;
-    bool alive_ = true;
+    bool alive_ = false;
     Item* folder_ = nullptr;
-    std::vector<Item*> contents_;
+    std::map<ItemId, Item*> contents_;  // ids ascend in order of creation
     int width_ = 0;
     int height_ = 0;
     PixelAspect aspect_;
     FootageFacts footage_;
     std::vector<Layer*> users_;
+    std::map<ItemId, int> using_comps_;  // how many layers in each composition have this source
+    Sequence<Item>::Node* walk_node_ = nullptr;
     std::shared_ptr<const FormatData> format_data_;
 };
 

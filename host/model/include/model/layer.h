@@ -2,12 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "model/effect.h"
 #include "model/format_data.h"
+#include "model/layer_stack.h"
 #include "model/stream.h"
 #include "model/time.h"
 
@@ -44,11 +46,14 @@ enum LayerFlag : std::uint32_t {
 
 enum class MatteType { none = 0, alpha = 1, alpha_inverted = 2, luma = 3, luma_inverted = 4 };
 
-enum class Parenting { keep_local_values, keep_place };  // keep_place compensates so that nothing moves at the current time
+enum class Parenting {
+    keep_local_values,
+    keep_place
+};  // keep_place compensates so that nothing moves at the current time
 
-// Numbers of the streams the transform consists of.
+// Numbers of layer streams as the C interface has them.
 enum LayerStreamNumber : int {
-    kAnchorPoint = 0,
+    kAnchorPoint = 0,  // of cameras and lights: the point of interest
     kPosition = 1,
     kScale = 2,
     kRotation = 3,
@@ -59,16 +64,20 @@ enum LayerStreamNumber : int {
     kRotateX = 8,
     kRotateY = 9,
     kOrientation = 10,
+    kZoom = 11,  // cameras: up to 15, and 32 to 39; lights: 16 to 21, and 40 to 42
+    kCastsShadows = 28,
+    kSourceText = 31,
 };
 inline constexpr int kLayerStreamCount = 56;  // numbers from here on are not legal for any layer
 
-// A layer object lives as long as its project; is_alive() tells whether it is in its composition. Every setter is undoable
-// unless its name begins with load_; those are for readers that build a project.
+// A layer object lives as long as its project; is_alive() tells whether it is in its composition. Every setter is
+// undoable unless its name begins with load_; those are for readers that build a project.
 class Layer {
   public:
     Layer(Comp& comp, LayerId id, LayerKind kind, Item* source);
     ~Layer();
     Layer(const Layer&) = delete;
+    Layer& operator=(const Layer&) = delete;
 
     // Identity
     LayerId id() const { return id_; }
@@ -76,14 +85,14 @@ class Layer {
     Comp& comp() const { return *comp_; }
     Project& project() const;
     bool is_alive() const { return alive_; }
-    int index() const;  // 0 = top of the stack; logarithmic
+    int index() const;  // 0 = top of the stack; logarithmic; throws bad_argument when dead
     Item* source() const { return source_; }
 
     // Names: UTF-8 by intent, any bytes in fact
     const std::string& own_name() const { return state_.name; }  // empty when never given
     const std::string& source_name() const;                      // empty without a source
     const std::string& display_name() const;                     // own name, else source name
-    void rename(std::string name);  // also rewrites the expressions that name this layer
+    void rename(std::string name);                               // also rewrites the expressions that name this layer
 
     // Switches
     std::uint32_t flags() const { return state_.flags; }
@@ -93,14 +102,15 @@ class Layer {
 
     // Parents
     Layer* parent() const { return state_.parent; }
-    const std::vector<Layer*>& children() const { return children_; }
-    void set_parent(Layer* parent, Parenting parenting);  // throws bad_argument for itself, a descendant, another composition
+    const std::vector<Layer*>& children() const { return children_; }  // living; order unspecified
+    void set_parent(Layer* parent,
+                    Parenting parenting);  // throws bad_argument for itself, a descendant, another composition
 
     // Mattes: the layer that shapes this one, and how
     Layer* matte() const { return state_.matte; }
     MatteType matte_type() const { return state_.matte_type; }
-    void set_matte(Layer* matte, MatteType type);
-    const std::vector<Layer*>& matte_users() const { return matte_users_; }
+    void set_matte(Layer* matte, MatteType type);  // throws bad_argument for itself, another composition
+    const std::vector<Layer*>& matte_users() const { return matte_users_; }  // living; order unspecified
 
     // Timing. Composition time = offset + stretch x layer time.
     double stretch() const { return stretch_; }
@@ -122,7 +132,7 @@ class Layer {
 
     // Effects, 0 = top; loaded when first asked for.
     std::size_t effect_count();
-    Effect& effect(std::size_t index);  // throws bad_argument
+    Effect& effect(std::size_t index);   // throws bad_argument
     Effect& apply_effect(int kind_key);  // appended; throws bad_argument for unknown kinds, cameras and lights
 
     // Whole-layer changes
@@ -138,15 +148,15 @@ class Layer {
     // For readers: values a file gives, without undo.
     void load_name(std::string name);
     void load_flags(std::uint32_t flags) { state_.flags = flags; }
-    void load_timing(Time offset, Time in_point, Time duration, double stretch);
-    void load_parent(Layer* parent);
+    void load_timing(Time offset, Time in_point, Time duration, double stretch);  // a stretch of 0 counts as 1
+    void load_parent(Layer* parent);                                              // throws as set_parent
     void load_matte(Layer* matte, MatteType type);
-    void set_content(std::shared_ptr<const LayerContent> content) { content_ = std::move(content); }
-    // Called by LayerContent::load only.
+    void set_content(std::shared_ptr<const LayerContent> content);
+    // Called by LayerContent::load, or by a reader that leaves nothing for later.
     void load_stream(int number, std::shared_ptr<const StreamData> data, bool separated = false);
     void load_effect(std::unique_ptr<Effect> effect);
-    // A stream inside something the model does not take apart (shapes, masks, text): only its expression matters. The tag is
-    // the file format's, to find it again.
+    // A stream inside something the model does not take apart (shapes, masks, text): only its expression matters. The
+    // tag is the file format's, to find it again.
     Stream& load_other_stream(std::string name, std::shared_ptr<const StreamData> data);
     const std::vector<std::unique_ptr<Stream>>& other_streams() const { return other_streams_; }
     // The stream if it was loaded or made; null otherwise. For writers.
@@ -155,7 +165,11 @@ class Layer {
 
   private:
     friend class Comp;
+    friend class Effect;
+    friend class ExpressionIndex;
+    friend class Item;
     friend class Project;
+    friend class Stream;
 
     struct State {
         std::string name;
@@ -167,28 +181,64 @@ class Layer {
         Time in_point;
         Time duration;
     };
+    struct NumberedStream {
+        int number;
+        std::unique_ptr<Stream> stream;
+    };
+    using Place = std::uint32_t Layer::*;  // where a layer keeps its position in a list of another object
 
+    void require_alive() const;
+    void require_editable() const;  // alive, and not locked where HostRules refuse that
     void ensure_loaded();
     State& writable_state();  // notes the old state for undo, once per undo step
     void restore_state(const State& state);
 
+    // Links in both directions, no undo.
+    static void link(std::vector<Layer*>& list, Layer& layer, Place place);
+    static void unlink(std::vector<Layer*>& list, Layer& layer, Place place);
+    void change_parent(Layer* parent);
+    void change_matte(Layer* matte, MatteType type);
+    void link_to_source();
+    void unlink_from_source();
+    void require_possible_parent(const Layer& parent) const;
+    void reparent(Layer* parent, Parenting parenting);
+
+    void change_display_name(std::string own_name);
+    void release_dependents();
+    void leave_comp();  // removal without asking whether the layer may be edited
+    void drop_third_dimension();
+
+    void attach(Stream& stream);
+    void detach(Stream& stream);
+    void attach_all();
+    bool awaits_loading() const { return content_ != nullptr && !content_loaded_; }
+    void copy_content(const Layer& original);
+    void map_layer_parameters(const std::function<LayerId(LayerId)>& map);  // no undo; for new layers
+    void set_own_stream(int number, const Value& value);                    // one the host makes
+    Stream* find_stream(int number) const;
+
     Comp* comp_;
     LayerId id_;
     LayerKind kind_;
+    bool alive_ = false;
+    bool content_loaded_ = false;
+    bool loading_ = false;
     Item* source_;
     double stretch_ = 1;
-    bool alive_ = true;
-    bool content_loaded_ = false;
     LayerId copied_from_ = 0;
     State state_;
     std::uint64_t touched_in_step_ = 0;
+    std::uint64_t selection_rank_ = 0;  // 0 = not selected
+    LayerStack::Node* stack_node_ = nullptr;
+    std::uint32_t place_in_children_ = 0;
+    std::uint32_t place_in_matte_users_ = 0;
+    std::uint32_t place_in_source_users_ = 0;
     std::vector<Layer*> children_;
     std::vector<Layer*> matte_users_;
     std::shared_ptr<const LayerContent> content_;
-    std::vector<std::unique_ptr<Stream>> streams_;
+    std::vector<NumberedStream> streams_;
     std::vector<std::unique_ptr<Effect>> effects_;
     std::vector<std::unique_ptr<Stream>> other_streams_;
-    void* stack_node_ = nullptr;
 };
 
 }  // namespace host::model

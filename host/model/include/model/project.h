@@ -1,21 +1,27 @@
 // The project: items, effects that are installed, what is active and selected, undo, rules.
 #pragma once
 
+#include <cstdint>
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "model/comp.h"
 #include "model/effect.h"
 #include "model/host_rules.h"
 #include "model/item.h"
+#include "model/sequence.h"
 #include "model/undo.h"
 
 namespace host::model {
 
 class ExpressionIndex;
+class LayerParameterIndex;
 
 // Which panel the user works in; it decides what "active" and "selected" mean.
 enum class ActivePanel { none, timeline, project };
@@ -25,6 +31,7 @@ class Project {
     explicit Project(HostRules rules = {});
     ~Project();
     Project(const Project&) = delete;
+    Project& operator=(const Project&) = delete;
 
     const HostRules& rules() const { return rules_; }
     HostRules& rules() { return rules_; }
@@ -32,12 +39,15 @@ class Project {
 
     // Items
     Item& root_folder() const { return *root_; }
-    // The item after `item` in the walk that goes through every folder depth first, a folder before its contents; null at
-    // the end. The walk starts with the root folder.
+    // The item after `item` in the walk that goes through every folder depth first, a folder before its contents; null
+    // at the end. The walk starts with the root folder. Throws bad_argument for a dead item.
     Item* next_item(const Item& item) const;
-    int item_count() const;            // without the root folder
-    Item& item_by_number(int n) const;  // 1-based place in that walk, the root folder being 0; throws bad_argument
-    Item* item_by_id(ItemId id) const;  // living ones; null if none
+    int item_count() const;                 // without the root folder
+    Item& item_by_number(int n) const;      // 1-based place in that walk, the root folder being 0; throws bad_argument
+    int number_of(const Item& item) const;  // the inverse; throws bad_argument for a dead item
+    Item* item_by_id(ItemId id) const;      // living ones; null if none
+    Comp* comp_named(std::string_view name) const;  // of several the oldest, null if none
+    // New items are undoable; a reader clears the journal when it has built the project.
     Comp& add_comp(std::string name, Item* folder = nullptr);  // null folder = root
     Item& add_folder(std::string name, Item* folder = nullptr);
     Item& add_footage(std::string name, const FootageFacts& facts, int width, int height, Item* folder = nullptr);
@@ -54,7 +64,9 @@ class Project {
     ActivePanel active_panel() const { return panel_; }
     void set_active_panel(ActivePanel panel) { panel_ = panel; }
     void open_comp(Comp* comp) { open_comp_ = comp; }  // the one in the Timeline panel
-    void select_items(std::vector<Item*> items) { selected_items_ = std::move(items); }
+    Comp* open_comp() const;                           // null if none or deleted
+    void select_items(std::vector<Item*> items);
+    const std::vector<Item*>& selected_items() const { return selected_items_; }
     Item* active_item() const;                      // null if none or several
     bool is_item_selected(const Item& item) const;  // only while the Project panel is active
 
@@ -66,25 +78,48 @@ class Project {
     Layer* layer_by_id(LayerId id) const;  // living ones; null if none
 
   private:
-    friend class Layer;
     friend class Comp;
+    friend class Effect;
+    friend class ExpressionIndex;
+    friend class Item;
+    friend class Layer;
     friend class Stream;
 
+    struct NameHash {
+        using is_transparent = void;
+        std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
+    };
+
+    ExpressionIndex& expressions() { return *expressions_; }
+    LayerParameterIndex& layer_parameters() { return *layer_parameters_; }
+    Item& add_item(std::unique_ptr<Item> item, Item* folder);
+    void enter(Item& item, int walk_index);  // no undo
+    void leave(Item& item);
+    void leave_undoably(Item& item);
+    void add_comp_name(Comp& comp);
+    void remove_comp_name(const Comp& comp);
+    Item& solids_folder();
+
     HostRules rules_;
-    UndoJournal undo_;
+    UndoJournal undo_{&rules_};
     std::vector<std::unique_ptr<Item>> owned_items_;
     Item* root_ = nullptr;
+    Item* solids_folder_ = nullptr;  // the one found or made last
     std::unordered_map<ItemId, Item*> items_by_id_;
     std::unordered_map<LayerId, Layer*> layers_by_id_;
+    std::unordered_map<std::string, std::map<ItemId, Comp*>, NameHash, std::equal_to<>> comps_by_name_;
     std::vector<std::shared_ptr<const EffectKind>> effect_kinds_;
+    std::vector<std::unique_ptr<Effect>> retired_effects_;  // taken back by undo; handles may still mean them
     std::unique_ptr<ExpressionIndex> expressions_;
-    mutable std::vector<Item*> walk_;  // empty when it must be made anew
-    mutable std::unordered_map<const Item*, int> walk_numbers_;
+    std::unique_ptr<LayerParameterIndex> layer_parameters_;
+    Sequence<Item> walk_;
     ActivePanel panel_ = ActivePanel::timeline;
     Comp* open_comp_ = nullptr;
     std::vector<Item*> selected_items_;
+    std::unordered_set<const Item*> is_selected_;
     ItemId last_item_id_ = 0;
     LayerId last_layer_id_ = 0;
+    std::uint64_t last_stream_serial_ = 0;
 };
 
 }  // namespace host::model

@@ -20,7 +20,9 @@ struct Time {
     constexpr Time& operator+=(Time b) { return *this = *this + b; }
 };
 
-constexpr double seconds(Time t) { return static_cast<double>(t.ticks) / static_cast<double>(kTicksPerSecond); }
+constexpr double seconds(Time t) {
+    return static_cast<double>(t.ticks) / static_cast<double>(kTicksPerSecond);
+}
 
 // The nearest tick; halves go away from zero.
 Time from_seconds(double s);

@@ -8,8 +8,14 @@
 
 namespace host::model {
 
+struct HostRules;
+
 class UndoJournal {
   public:
+    // The rules say whether a group without changes counts as a step; without rules it does not.
+    explicit UndoJournal(const HostRules* rules = nullptr) : rules_(rules) {}
+    UndoJournal(const UndoJournal&) = delete;
+
     // Groups nest; an inner group joins the outer one and its name is ignored.
     void begin_group(std::string name);
     void end_group();  // throws not_allowed when none is open
@@ -17,27 +23,48 @@ class UndoJournal {
     // Closes every open group; returns how many there were. The edits stay, as one step.
     int close_all_groups();
 
-    // Notes how to take a change back. Outside a group each note is a step of its own.
+    // Notes how to take a change back. Outside a group each note is a step of its own. Ignored while undoing.
     void note(std::function<void()> inverse);
 
-    // A number that changes whenever a new undoable step begins: who has noted its whole old state under this number need
-    // not do so again. Never 0. Outside groups it changes with every call.
+    // A number that changes whenever a new undoable step begins: who has noted its whole old state under this number
+    // need not do so again. Never 0. Outside groups it changes with every call.
     std::uint64_t step_for_snapshot();
 
     const std::vector<std::string>& step_names() const { return names_; }  // oldest first; "" for single edits
     bool can_undo() const { return !names_.empty(); }
     void undo();  // takes the newest step back; throws not_allowed when there is none or a group is open
     void undo_all();
+    // Forgets every step: what stands now is the beginning. For readers, once a project is built. Throws not_allowed
+    // while a group is open.
+    void clear();
 
   private:
-    struct Step;
+    friend class UndoScope;
+    using Step = std::vector<std::function<void()>>;
+
+    void open(std::string name);
+    void close(bool keep_if_empty);
+
+    const HostRules* rules_;
     int depth_ = 0;
     bool undoing_ = false;
     std::uint64_t step_number_ = 1;
     std::string open_name_;
-    std::vector<std::function<void()>> open_;
+    Step open_;
     std::vector<std::string> names_;
-    std::vector<std::vector<std::function<void()>>> steps_;
+    std::vector<Step> steps_;
+};
+
+// Makes one step of all that a single operation notes; inside a group it joins that group. Leaves no step if nothing
+// was noted.
+class UndoScope {
+  public:
+    explicit UndoScope(UndoJournal& journal) : journal_(journal) { journal_.open({}); }
+    ~UndoScope() { journal_.close(false); }
+    UndoScope(const UndoScope&) = delete;
+
+  private:
+    UndoJournal& journal_;
 };
 
 }  // namespace host::model

@@ -25,7 +25,9 @@ enum class StreamType {
     text_document = 12,
 };
 
-constexpr bool is_spatial(StreamType t) { return t == StreamType::three_d_spatial || t == StreamType::two_d_spatial; }
+constexpr bool is_spatial(StreamType t) {
+    return t == StreamType::three_d_spatial || t == StreamType::two_d_spatial;
+}
 int value_dimensions(StreamType t);     // numbers in a Value: 0 to 4
 int temporal_dimensions(StreamType t);  // eases per side of a keyframe: spatial 1, 2D 2, 3D 3, no data 0, all else 1
 
@@ -54,12 +56,12 @@ struct Ease {
 };
 
 struct Keyframe {
-    Time time;  // relative to the layer's offset, before stretch: moving the layer in time leaves it alone
+    Time time;  // composition time minus the layer's offset, stretch not taken out: moving the layer leaves it alone
     Value value;
     Interpolation in = Interpolation::linear;
     Interpolation out = Interpolation::linear;
     std::uint32_t flags = 0;
-    std::array<Ease, 3> ease_in{};   // per temporal dimension
+    std::array<Ease, 3> ease_in{};  // per temporal dimension
     std::array<Ease, 3> ease_out{};
     Value tangent_in;  // spatial streams: pixels from the keyframe's value
     Value tangent_out;

@@ -1,0 +1,134 @@
+// Layer references in expression source, found by the shape of the tokens around a literal name.
+#include "model/expression_text.h"
+
+#include "expression_lexer.h"
+
+namespace host::model {
+namespace {
+
+class Finder {
+  public:
+    explicit Finder(const std::vector<Token>& tokens)
+        : tokens_(tokens), layer_is_ours_(is_redefined("layer")), comp_is_ours_(is_redefined("comp")) {}
+
+    std::vector<LayerReference> run() const {
+        std::vector<LayerReference> found;
+        for (std::size_t i = 0; i < tokens_.size(); ++i) {
+            if (!is_word(i, "layer") || !is_call_with_literal(i)) continue;
+            const Token& name = tokens_[i + 2];
+            LayerReference reference{{}, name.text, name.begin, name.end};
+            if (!is_mark(i, -1, ".")) {
+                if (layer_is_ours_) continue;
+            } else if (is_own_comp(i)) {
+                // names a layer of the expression's own composition
+            } else if (const Token* comp = named_comp(i)) {
+                reference.comp = comp->text;
+                reference.comp_begin = comp->begin;
+                reference.comp_end = comp->end;
+            } else {
+                continue;
+            }
+            found.push_back(std::move(reference));
+        }
+        return found;
+    }
+
+  private:
+    bool is(std::size_t i, std::ptrdiff_t ahead, TokenKind kind, std::string_view text) const {
+        const std::ptrdiff_t at = static_cast<std::ptrdiff_t>(i) + ahead;
+        if (at < 0 || at >= static_cast<std::ptrdiff_t>(tokens_.size())) return false;
+        const Token& token = tokens_[static_cast<std::size_t>(at)];
+        return token.kind == kind && token.text == text;
+    }
+    bool is_mark(std::size_t i, std::ptrdiff_t ahead, std::string_view text) const {
+        return is(i, ahead, TokenKind::mark, text);
+    }
+    bool is_word(std::size_t i, std::string_view text) const { return is(i, 0, TokenKind::word, text); }
+
+    // word ( "literal" )
+    bool is_call_with_literal(std::size_t i) const {
+        return is_mark(i, 1, "(") && i + 2 < tokens_.size() && tokens_[i + 2].kind == TokenKind::string &&
+               is_mark(i, 3, ")");
+    }
+
+    // A built-in function's name that stands for something of the text's own: declared, assigned or passed on. As a
+    // member of something (after a dot) it is not that name.
+    bool is_redefined(std::string_view name) const {
+        for (std::size_t i = 0; i < tokens_.size(); ++i) {
+            if (!is_word(i, name) || is_mark(i, -1, ".")) continue;
+            if (!is_mark(i, 1, "(") || is(i, -1, TokenKind::word, "function")) return true;
+        }
+        return false;
+    }
+
+    // thisComp . layer, where thisComp is nobody's member and not assigned to anywhere
+    bool is_own_comp(std::size_t i) const {
+        if (!is(i, -2, TokenKind::word, "thisComp") || is_mark(i, -3, ".")) return false;
+        for (std::size_t j = 0; j < tokens_.size(); ++j) {
+            if (is_word(j, "thisComp") && !is_mark(j, -1, ".") && is_mark(j, 1, "=")) return false;
+        }
+        return true;
+    }
+
+    // comp ( "literal" ) . layer
+    const Token* named_comp(std::size_t i) const {
+        if (i < 5 || comp_is_ours_) return nullptr;
+        const std::size_t comp = i - 5;
+        if (!is_word(comp, "comp") || is_mark(comp, -1, ".") || !is_call_with_literal(comp)) return nullptr;
+        return &tokens_[comp + 2];
+    }
+
+    const std::vector<Token>& tokens_;
+    bool layer_is_ours_;
+    bool comp_is_ours_;
+};
+
+// Bytes of the line separators U+2028 and U+2029 in UTF-8, which older engines do not take inside quotes.
+constexpr std::string_view kLineSeparator = "\xe2\x80\xa8";
+constexpr std::string_view kParagraphSeparator = "\xe2\x80\xa9";
+
+}  // namespace
+
+std::vector<LayerReference> find_layer_references(std::string_view expression) {
+    if (expression.find("layer") == std::string_view::npos) return {};
+    const std::vector<Token> tokens = tokenize(expression);
+    return Finder(tokens).run();
+}
+
+std::vector<std::pair<std::size_t, std::size_t>> find_quoted(std::string_view expression, std::string_view name) {
+    std::vector<std::pair<std::size_t, std::size_t>> found;
+    for (const Token& token : tokenize(expression)) {
+        if (token.kind == TokenKind::string && token.text == name && expression[token.begin] != '`') {
+            found.emplace_back(token.begin, token.end);
+        }
+    }
+    return found;
+}
+
+std::string quote(std::string_view name, char quote_mark) {
+    std::string text(1, quote_mark);
+    for (std::size_t i = 0; i < name.size(); ++i) {
+        const char c = name[i];
+        if (c == quote_mark || c == '\\') {
+            text += '\\';
+            text += c;
+        } else if (c == '\n') {
+            text += "\\n";
+        } else if (c == '\r') {
+            text += "\\r";
+        } else if (c == '\0') {
+            text += "\\x00";
+        } else if (c == '$' && quote_mark == '`') {
+            text += "\\$";
+        } else if (name.substr(i, 3) == kLineSeparator || name.substr(i, 3) == kParagraphSeparator) {
+            text += name.substr(i, 3) == kLineSeparator ? "\\u2028" : "\\u2029";
+            i += 2;
+        } else {
+            text += c;
+        }
+    }
+    text += quote_mark;
+    return text;
+}
+
+}  // namespace host::model

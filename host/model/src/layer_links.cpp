@@ -1,0 +1,95 @@
+// Layers: parents, mattes, sources, with the lists that lead back.
+#include "model/comp.h"
+#include "model/error.h"
+#include "model/layer.h"
+#include "model/project.h"
+#include "model/transform.h"
+
+namespace host::model {
+
+void Layer::link(std::vector<Layer*>& list, Layer& layer, Place place) {
+    layer.*place = static_cast<std::uint32_t>(list.size());
+    list.push_back(&layer);
+}
+
+// The last one takes the place.
+void Layer::unlink(std::vector<Layer*>& list, Layer& layer, Place place) {
+    Layer* last = list.back();
+    list[layer.*place] = last;
+    last->*place = layer.*place;
+    list.pop_back();
+}
+
+void Layer::change_parent(Layer* parent) {
+    if (parent == state_.parent) return;
+    if (state_.parent != nullptr && alive_) unlink(state_.parent->children_, *this, &Layer::place_in_children_);
+    state_.parent = parent;
+    if (parent != nullptr && alive_) link(parent->children_, *this, &Layer::place_in_children_);
+}
+
+void Layer::change_matte(Layer* matte, MatteType type) {
+    state_.matte_type = type;
+    if (matte == state_.matte) return;
+    if (state_.matte != nullptr && alive_) unlink(state_.matte->matte_users_, *this, &Layer::place_in_matte_users_);
+    state_.matte = matte;
+    if (matte != nullptr && alive_) link(matte->matte_users_, *this, &Layer::place_in_matte_users_);
+}
+
+void Layer::link_to_source() {
+    if (source_ == nullptr) return;
+    link(source_->users_, *this, &Layer::place_in_source_users_);
+    ++source_->using_comps_[comp_->id()];
+}
+
+void Layer::unlink_from_source() {
+    if (source_ == nullptr) return;
+    unlink(source_->users_, *this, &Layer::place_in_source_users_);
+    const auto count = source_->using_comps_.find(comp_->id());
+    if (--count->second == 0) source_->using_comps_.erase(count);
+}
+
+void Layer::require_possible_parent(const Layer& parent) const {
+    if (&parent == this) throw Error(ErrorKind::bad_argument, "A layer cannot be its own parent.");
+    if (!parent.is_alive()) throw Error(ErrorKind::bad_argument, "The parent has been deleted.");
+    if (parent.comp_ != comp_) throw Error(ErrorKind::bad_argument, "A parent has to be in the same composition.");
+    if (children_.empty()) return;
+    for (const Layer* above = parent.parent(); above != nullptr; above = above->parent()) {
+        if (above == this)
+            throw Error(ErrorKind::bad_argument, "A layer cannot have one of its descendants as parent.");
+    }
+}
+
+void Layer::set_parent(Layer* parent, Parenting parenting) {
+    require_editable();
+    if (parent == state_.parent) return;
+    if (parent != nullptr) require_possible_parent(*parent);
+    reparent(parent, parenting);
+}
+
+void Layer::reparent(Layer* parent, Parenting parenting) {
+    const UndoScope scope(project().undo());
+    if (parenting == Parenting::keep_place) compensate_for_parent(*this, parent);
+    writable_state();
+    change_parent(parent);
+}
+
+void Layer::load_parent(Layer* parent) {
+    if (parent != nullptr) require_possible_parent(*parent);
+    change_parent(parent);
+}
+
+void Layer::set_matte(Layer* matte, MatteType type) {
+    require_editable();
+    if (matte == state_.matte && type == state_.matte_type) return;
+    if (matte != nullptr && (matte == this || !matte->is_alive() || matte->comp_ != comp_)) {
+        throw Error(ErrorKind::bad_argument, "A track matte is another living layer of the same composition.");
+    }
+    writable_state();
+    change_matte(matte, type);
+}
+
+void Layer::load_matte(Layer* matte, MatteType type) {
+    change_matte(matte, type);
+}
+
+}  // namespace host::model

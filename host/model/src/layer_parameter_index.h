@@ -1,0 +1,45 @@
+// Which effect parameters name which layers, so that a deletion finds them without a walk.
+#pragma once
+
+#include <memory>
+#include <set>
+#include <unordered_map>
+#include <vector>
+
+#include "model/layer.h"
+#include "stream_order.h"
+
+namespace host::model {
+
+class LayerParameterIndex {
+  public:
+    LayerParameterIndex() = default;
+    LayerParameterIndex(const LayerParameterIndex&) = delete;
+
+    void touch(Stream& stream);  // an attached stream of the layer-id type, new or changed
+    void forget(Stream& stream);
+    // Parameters, of living layers, that name the layer at any time; without those nobody has loaded yet.
+    std::vector<Stream*> streams_naming(LayerId id) const;
+
+  private:
+    std::unordered_map<Stream*, std::vector<LayerId>> named_by_;
+    std::unordered_map<LayerId, std::set<Stream*, StreamOrder>> users_of_;
+};
+
+// Maps every layer id that the stream's data holds; the same data if none changes.
+template <class Map>
+std::shared_ptr<const StreamData> with_mapped_layers(const std::shared_ptr<const StreamData>& data, Map map) {
+    auto mapped = std::make_shared<StreamData>(*data);
+    bool changed = false;
+    const auto apply = [&](Value& value) {
+        const auto old = static_cast<LayerId>(value.n[0]);
+        const LayerId next = old != 0 ? map(old) : 0;
+        changed |= next != old;
+        value.n[0] = next;
+    };
+    apply(mapped->static_value);
+    for (Keyframe& keyframe : mapped->keyframes) apply(keyframe.value);
+    return changed ? mapped : data;
+}
+
+}  // namespace host::model

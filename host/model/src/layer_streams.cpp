@@ -1,0 +1,241 @@
+// Layers: streams and effects, read from the layer's content when first asked for.
+#include <algorithm>
+
+#include "expression_index.h"
+#include "layer_parameter_index.h"
+#include "model/comp.h"
+#include "model/error.h"
+#include "model/layer.h"
+#include "model/project.h"
+#include "stream_kinds.h"
+
+namespace host::model {
+
+// Loading
+
+void Layer::set_content(std::shared_ptr<const LayerContent> content) {
+    content_ = std::move(content);
+    if (!awaits_loading() || !alive_) return;
+    if (content_->has_expressions()) project().expressions().await(*this);
+    if (content_->has_layer_parameters()) comp_->unloaded_layer_parameters_.push_back(this);
+}
+
+void Layer::ensure_loaded() {
+    if (!awaits_loading() || loading_) return;
+    loading_ = true;
+    try {
+        content_->load(*this);
+    } catch (...) {
+        loading_ = false;
+        streams_.clear();
+        effects_.clear();
+        other_streams_.clear();
+        throw;
+    }
+    loading_ = false;
+    content_loaded_ = true;
+    attach_all();
+}
+
+void Layer::attach_all() {
+    for (NumberedStream& numbered : streams_) attach(*numbered.stream);
+    for (const auto& effect : effects_) {
+        effect->attached_ = true;
+        for (const auto& parameter : effect->parameters_) attach(*parameter);
+    }
+    for (const auto& stream : other_streams_) attach(*stream);
+}
+
+// While the layer loads, or is not in its composition yet, streams wait for attach_all().
+void Layer::attach(Stream& stream) {
+    if (loading_ || stream.attached_) return;
+    stream.attached_ = true;
+    stream.serial_ = ++project().last_stream_serial_;
+    if (stream.has_expression()) project().expressions().touch(stream);
+    if (stream.failed_) project().expressions().set_failed(stream, true);
+    if (stream.type() == StreamType::layer_id) project().layer_parameters().touch(stream);
+}
+
+void Layer::detach(Stream& stream) {
+    if (!stream.attached_) return;
+    stream.attached_ = false;
+    project().expressions().forget(stream);
+    project().layer_parameters().forget(stream);
+}
+
+void Layer::load_stream(int number, std::shared_ptr<const StreamData> data, bool separated) {
+    if (!is_stream_number(number)) throw Error(ErrorKind::bad_argument, "There is no layer stream of that number.");
+    const StreamKind& kind = stream_kind(number);
+    auto stream = std::make_unique<Stream>(*this, kind.type, kind.name, std::move(data));
+    stream->set_separated(separated);
+    stream->mark_loaded();
+    for (NumberedStream& numbered : streams_) {
+        if (numbered.number != number) continue;
+        detach(*numbered.stream);
+        numbered.stream = std::move(stream);
+        attach(*numbered.stream);
+        return;
+    }
+    streams_.push_back({number, std::move(stream)});
+    attach(*streams_.back().stream);
+}
+
+void Layer::load_effect(std::unique_ptr<Effect> effect) {
+    for (const auto& parameter : effect->parameters_) parameter->mark_loaded();
+    effects_.push_back(std::move(effect));
+    if (!loading_) attach_all();
+}
+
+Stream& Layer::load_other_stream(std::string name, std::shared_ptr<const StreamData> data) {
+    auto stream = std::make_unique<Stream>(*this, StreamType::arbitrary, std::move(name), std::move(data));
+    stream->mark_loaded();
+    other_streams_.push_back(std::move(stream));
+    attach(*other_streams_.back());
+    return *other_streams_.back();
+}
+
+void Layer::copy_content(const Layer& original) {
+    content_ = original.content_;
+    if (original.awaits_loading()) return;
+    content_loaded_ = original.content_loaded_;
+    for (const NumberedStream& numbered : original.streams_) {
+        streams_.push_back({numbered.number, std::make_unique<Stream>(*this, *numbered.stream)});
+    }
+    for (const auto& effect : original.effects_) effects_.push_back(std::make_unique<Effect>(*this, *effect));
+    for (const auto& stream : original.other_streams_) {
+        other_streams_.push_back(std::make_unique<Stream>(*this, *stream));
+    }
+}
+
+void Layer::map_layer_parameters(const std::function<LayerId(LayerId)>& map) {
+    for (const auto& effect : effects_) {
+        for (const auto& parameter : effect->parameters_) {
+            if (parameter->type() != StreamType::layer_id) continue;
+            parameter->data_ = with_mapped_layers(parameter->data_, map);
+            parameter->changed(false);
+        }
+    }
+}
+
+// Streams
+
+Stream* Layer::find_stream(int number) const {
+    for (const NumberedStream& numbered : streams_) {
+        if (numbered.number == number) return numbered.stream.get();
+    }
+    return nullptr;
+}
+
+const Stream* Layer::existing_stream(int number) const {
+    return find_stream(number);
+}
+
+bool Layer::is_stream_legal(int number) const {
+    return is_stream_number(number) && is_stream_legal_for(number, *this);
+}
+
+Stream& Layer::stream(int number) {
+    if (!is_stream_number(number)) throw Error(ErrorKind::bad_argument, "There is no layer stream of that number.");
+    ensure_loaded();
+    if (Stream* stream = find_stream(number)) return *stream;
+    const StreamKind& kind = stream_kind(number);
+    streams_.push_back({number, std::make_unique<Stream>(*this, kind.type, kind.name, default_stream_data(number))});
+    Stream& stream = *streams_.back().stream;
+    stream.mark_loaded();
+    attach(stream);
+    return stream;
+}
+
+void Layer::set_own_stream(int number, const Value& value) {
+    const StreamKind& kind = stream_kind(number);
+    auto data = std::make_shared<StreamData>();
+    data->static_value = value;
+    streams_.push_back({number, std::make_unique<Stream>(*this, kind.type, kind.name, std::move(data))});
+}
+
+std::vector<Stream*> Layer::expression_streams() {
+    ensure_loaded();
+    std::vector<Stream*> all;
+    const auto add = [&all](Stream& stream) {
+        if (stream.can_vary_over_time()) all.push_back(&stream);
+    };
+    for (const NumberedStream& numbered : streams_) add(*numbered.stream);
+    for (const auto& effect : effects_) {
+        for (const auto& parameter : effect->parameters_) add(*parameter);
+    }
+    for (const auto& stream : other_streams_) add(*stream);
+    return all;
+}
+
+// A 2D layer lies in the plane: no depth, turned about one axis only.
+void Layer::drop_third_dimension() {
+    ensure_loaded();
+    for (const NumberedStream& numbered : streams_) {
+        Stream& stream = *numbered.stream;
+        const StreamData& data = stream.data();
+        switch (numbered.number) {
+            case kAnchorPoint:
+            case kPosition:
+            case kScale: {
+                const double depth = numbered.number == kScale ? 100 : 0;
+                Value value = data.static_value;
+                value.n[2] = depth;
+                std::vector<Keyframe> keyframes = data.keyframes;
+                for (Keyframe& keyframe : keyframes) {
+                    keyframe.value.n[2] = depth;
+                    keyframe.tangent_in.n[2] = 0;
+                    keyframe.tangent_out.n[2] = 0;
+                }
+                if (value != data.static_value || keyframes != data.keyframes) stream.replace(value, keyframes);
+                break;
+            }
+            case kRotateX:
+            case kRotateY:
+            case kOrientation:
+                if (stream.has_expression()) stream.replace_expression_text({});
+                if (!data.keyframes.empty() || data.static_value != Value{}) stream.replace({}, {});
+                break;
+            default:
+                break;
+        }
+    }
+}
+
+// Effects
+
+std::size_t Layer::effect_count() {
+    ensure_loaded();
+    return effects_.size();
+}
+
+Effect& Layer::effect(std::size_t index) {
+    ensure_loaded();
+    if (index >= effects_.size()) throw Error(ErrorKind::bad_argument, "The layer has no effect of that index.");
+    return *effects_[index];
+}
+
+Effect& Layer::apply_effect(int kind_key) {
+    require_editable();
+    if (kind_ == LayerKind::camera || kind_ == LayerKind::light) {
+        throw Error(ErrorKind::bad_argument, "Cameras and lights take no effects.");
+    }
+    auto kind = project().effect_kind(kind_key);
+    if (kind == nullptr) throw Error(ErrorKind::bad_argument, "No effect of that key is installed.");
+    ensure_loaded();
+    const auto is_taken = [this](const std::string& name) {
+        return std::any_of(effects_.begin(), effects_.end(),
+                           [&](const auto& effect) { return effect->name() == name; });
+    };
+    std::string name = kind->display_name;
+    for (int number = 2; is_taken(name); ++number) name = kind->display_name + " " + std::to_string(number);
+    effects_.push_back(std::make_unique<Effect>(*this, std::move(kind), std::move(name)));
+    attach_all();
+    project().undo().note([this] {
+        for (const auto& parameter : effects_.back()->parameters_) detach(*parameter);
+        project().retired_effects_.push_back(std::move(effects_.back()));
+        effects_.pop_back();
+    });
+    return *effects_.back();
+}
+
+}  // namespace host::model
