@@ -1,0 +1,33 @@
+// Menu items and hooks as plug-ins registered them; the session dispatches them.
+#pragma once
+
+#include <string>
+
+#include "AE_GeneralPlug.h"
+
+namespace host::suites {
+
+struct MenuItem {
+    AEGP_Command command;
+    std::string text;  // "-" is a separator
+    AEGP_MenuID menu;
+    bool enabled;        // false until a hook enables it
+    std::string plugin;  // the name of the plug-in that inserted it
+    AEGP_PluginID plugin_id;
+};
+
+struct CommandHook {
+    AEGP_PluginID plugin_id;
+    AEGP_HookPriority priority;  // recorded, without effect: every hook comes before the host's own command
+    AEGP_Command command;        // AEGP_Command_ALL: asked for every command
+    AEGP_CommandHook function;
+    AEGP_CommandRefcon refcon;
+};
+
+struct UpdateMenuHook {
+    AEGP_PluginID plugin_id;
+    AEGP_UpdateMenuHook function;
+    AEGP_UpdateMenuRefcon refcon;
+};
+
+}  // namespace host::suites

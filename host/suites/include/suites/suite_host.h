@@ -1,0 +1,106 @@
+// Everything a plug-in can reach: the basic suite, and through it all suite tables over one project.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "AE_GeneralPlug.h"
+#include "model/project.h"
+#include "suites/call.h"
+#include "suites/ledger_report.h"
+#include "suites/menu.h"
+#include "suites/ports.h"
+
+namespace host::suites {
+
+struct HostState;
+
+// A call that failed or was tolerated, in words. One for each failing call; refusals by observers are not among them.
+struct Diagnostic {
+    std::uint64_t call;    // its number; 0 when it came off the main thread
+    std::string function;  // "LayerSuite5.AEGP_DeleteLayer"
+    A_Err code;            // what the plug-in got; 0 for something odd that succeeded
+    std::string sentence;
+};
+
+struct HeldSuite {
+    std::string structure;  // "AEGP_LayerSuite5"
+    std::string name;       // "AEGP Layer Suite"
+    std::int32_t version;   // the integer of AcquireSuite
+    std::uint64_t count;    // acquisitions not yet released
+};
+
+struct SlotUse {
+    std::string_view suite;  // "AEGP_LayerSuite5"
+    std::string_view function;
+    bool is_implemented;
+    std::uint64_t calls;
+};
+
+// Suite tables carry no context pointer, so calls go to the host that was constructed last and still lives. Hosts may
+// be nested; destroying one hands over to the one before it. The thread that constructs a host is its main thread:
+// calls from any other are refused.
+class SuiteHost {
+  public:
+    // The project must outlive the host.
+    SuiteHost(model::Project& project, Ports ports);
+    ~SuiteHost();
+    SuiteHost(const SuiteHost&) = delete;
+
+    SPBasicSuite* basic_suite();
+    model::Project& project() const;
+
+    // Plug-ins
+    AEGP_PluginID add_plugin(std::string name);  // distinct, from 1
+    // Takes back the menu items and hooks of a plug-in whose entry point failed.
+    void drop_plugin(AEGP_PluginID id);
+    const std::string& plugin_name(AEGP_PluginID id) const;  // empty for an unknown id
+
+    // While it lives, calls are taken to come from that plug-in. Register calls are legal only in the entry point.
+    class Visit {
+      public:
+        enum class Door { entry_point, hook };
+        Visit(SuiteHost& host, AEGP_PluginID id, Door door);
+        ~Visit();
+        Visit(const Visit&) = delete;
+
+      private:
+        HostState* state_;
+        AEGP_PluginID previous_caller_;
+        bool previous_in_entry_point_;
+    };
+
+    // Menus and hooks; items of one menu stand in menu order, hooks in order of registration.
+    const std::vector<MenuItem>& menu_items() const;
+    const MenuItem* menu_item(AEGP_Command command) const;  // null if there is none
+    // To be called before each round of update-menu hooks: disables every item if HostRules say so.
+    void prepare_menus_for_update();
+    const std::vector<CommandHook>& command_hooks() const;
+    const std::vector<UpdateMenuHook>& update_menu_hooks() const;
+
+    // Observers
+    void add_observer(Observer& observer);
+    void remove_observer(Observer& observer);
+
+    // What happened
+    std::uint64_t calls_made() const;
+    std::vector<Diagnostic> diagnostics() const;
+    LedgerReport ledger() const;
+    std::vector<HeldSuite> suites_held() const;
+    std::vector<SlotUse> coverage() const;  // all slots of all suites, in table order
+    std::uint64_t times_called(std::string_view suite, std::string_view function) const;
+
+    // The handles plug-ins know the host's objects by: one and the same for the object's whole life.
+    AEGP_ProjectH project_handle() const;
+    AEGP_ItemH handle(const model::Item& item) const;
+    AEGP_CompH comp_handle(const model::Comp& comp) const;
+    AEGP_LayerH handle(const model::Layer& layer) const;
+
+  private:
+    std::unique_ptr<HostState> state_;
+};
+
+}  // namespace host::suites

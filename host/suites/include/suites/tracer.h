@@ -1,0 +1,39 @@
+// Writes every call as a line of text.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "suites/call.h"
+
+namespace host::suites {
+
+// LayerSuite5.AEGP_GetLayerIndex(layer 12 "Sky") = 0 -> 3
+// LayerSuite5.AEGP_DeleteLayer(null) = 3: the layer handle is null
+class Tracer : public Observer {
+  public:
+    using Sink = std::function<void(std::string_view line)>;
+
+    Tracer() = default;                                     // collects lines
+    explicit Tracer(Sink sink) : sink_(std::move(sink)) {}  // streams them, as each call ends
+
+    void show_basic_suite(bool show) { show_basic_suite_ = show; }  // acquisitions, releases, blocks; off at first
+
+    std::optional<A_Err> before(const Call& call) override;
+    void after(const Call& call) override;
+
+    const std::vector<std::string>& lines() const { return lines_; }
+    void clear() { lines_.clear(); }
+
+  private:
+    bool shows(const Call& call) const { return show_basic_suite_ || !call.is_basic(); }
+
+    Sink sink_;
+    bool show_basic_suite_ = false;
+    std::vector<std::string> begun_;  // calls nest when a script runs
+    std::vector<std::string> lines_;
+};
+
+}  // namespace host::suites

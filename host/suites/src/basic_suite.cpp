@@ -1,0 +1,148 @@
+// Acquiring and releasing suites, and blocks of memory.
+#include "basic_suite.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <cstring>
+#include <new>
+
+#include "argument_text.h"
+#include "dispatch.h"
+#include "refusals.h"
+#include "suite_list.h"
+#include "suites/error_codes.h"
+
+namespace host::suites {
+
+namespace {
+
+constexpr SlotFacts named(std::string_view function) {
+    return {"SPBasicSuite", "SPBasicSuite", function, -1};
+}
+
+constexpr SlotFacts kAcquire = named("AcquireSuite");
+constexpr SlotFacts kRelease = named("ReleaseSuite");
+constexpr SlotFacts kAllocate = named("AllocateBlock");
+constexpr SlotFacts kFree = named("FreeBlock");
+constexpr SlotFacts kReallocate = named("ReallocateBlock");
+constexpr SlotFacts kUndefined = named("Undefined");
+
+// Runs `body(host)` as one call whose C arguments are given for the observers' text.
+template <class Body, class... Args>
+SPErr call(const SlotFacts& slot, std::string_view requested_suite, Body body, Args... args) noexcept {
+    struct Packed {
+        std::tuple<Args...> arguments;  // first: the text reads them from the front
+        Body body;
+    } packed{std::tuple<Args...>(args...), body};
+    static constexpr CallText text{
+        [](const HostState& host, const void* raw) {
+            return ArgumentText<false, Args...>::arguments(host, &static_cast<const Packed*>(raw)->arguments);
+        },
+        [](const HostState& host, const void* raw) {
+            return ArgumentText<false, Args...>::outputs(host, &static_cast<const Packed*>(raw)->arguments);
+        }};
+    return dispatch({slot, true, requested_suite, &packed,
+                     [](HostState& host, void* raw) { static_cast<Packed*>(raw)->body(host); }, text});
+}
+
+[[noreturn]] void refuse_unknown(const char* name, int32 version) {
+    refuse_argument("there is no suite " + quoted(name ? name : "") + " of version " + std::to_string(version));
+}
+
+int place_of(const char* name, int32 version) {
+    return name ? find_suite(name, version) : -1;
+}
+
+std::string_view structure_at(int place) {
+    return place < 0 ? std::string_view() : suite_list()[static_cast<std::size_t>(place)].structure;
+}
+
+SPErr acquire(const char* name, int32 version, const void** suite) {
+    if (suite) *suite = nullptr;
+    const int place = place_of(name, version);
+    return call(
+        kAcquire, structure_at(place),
+        [=](HostState& host) {
+            if (!suite) refuse_argument("the pointer for the suite is null");
+            if (place < 0) refuse_unknown(name, version);
+            ++host.suites_held[static_cast<std::size_t>(place)];
+            *suite = suite_list()[static_cast<std::size_t>(place)].table;
+        },
+        name, version);
+}
+
+SPErr release(const char* name, int32 version) {
+    const int place = place_of(name, version);
+    return call(
+        kRelease, structure_at(place),
+        [=](HostState& host) {
+            if (place < 0) refuse_unknown(name, version);
+            auto& held = host.suites_held[static_cast<std::size_t>(place)];
+            if (held == 0) refuse_state(std::string(structure_at(place)) + " is not held");
+            --held;
+        },
+        name, version);
+}
+
+SPBoolean is_equal(const char* a, const char* b) {
+    return a && b ? std::strcmp(a, b) == 0 : a == b;
+}
+
+void* allocate_or_throw(std::size_t size) {
+    void* block = std::malloc(std::max<std::size_t>(size, 1));
+    if (!block) throw std::bad_alloc();
+    return block;
+}
+
+SPErr allocate(size_t size, void** block) {
+    return call(
+        kAllocate, {},
+        [=](HostState& host) {
+            if (!block) refuse_argument("the pointer for the block is null");
+            void* made = allocate_or_throw(size);
+            host.ledger.add_block(made);
+            *block = made;
+        },
+        size);
+}
+
+SPErr free_block(void* block) {
+    return call(
+        kFree, {},
+        [=](HostState& host) {
+            if (!block) return;
+            if (!host.ledger.remove_block(block)) refuse_argument("the block is not one of this host, or was freed");
+            std::free(block);
+        },
+        block);
+}
+
+SPErr reallocate(void* block, size_t size, void** new_block) {
+    return call(
+        kReallocate, {},
+        [=](HostState& host) {
+            if (!new_block) refuse_argument("the pointer for the block is null");
+            if (block && !host.ledger.has_block(block))
+                refuse_argument("the block is not one of this host, or was freed");
+            void* made = std::realloc(block, std::max<std::size_t>(size, 1));
+            if (!made) throw std::bad_alloc();
+            if (block) host.ledger.remove_block(block);
+            host.ledger.add_block(made);
+            *new_block = made;
+        },
+        block, size);
+}
+
+// What suites put into slots they do not fill.
+SPErr undefined() {
+    return call(kUndefined, {}, [](HostState&) { refuse_as_unsupported("the function is undefined"); });
+}
+
+}  // namespace
+
+SPBasicSuite* basic_suite() {
+    static SPBasicSuite suite{acquire, release, is_equal, allocate, free_block, reallocate, undefined};
+    return &suite;
+}
+
+}  // namespace host::suites

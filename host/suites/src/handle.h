@@ -1,0 +1,80 @@
+// The bits of a handle.
+//
+// A handle is a number in the shape of a pointer: it says what it is, which one, in which life of its record and of
+// which host, and it is no address that a program could read, so following it by accident fails at once. Looking one up
+// is arithmetic and an index; nothing is read through it.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+
+#include "AE_GeneralPlug.h"
+#include "suites/ledger_report.h"
+
+namespace host::suites {
+
+static_assert(sizeof(void*) == 8, "handles need 64 bits");
+
+using RawHandle = std::uint64_t;
+
+struct HandleParts {
+    HandleKind kind;
+    std::uint32_t index;       // the object's id, or the record's place in the ledger; below 2^28
+    std::uint16_t generation;  // of the record; 0 for the host's own objects
+    std::uint8_t host;         // which host gave it
+};
+
+constexpr RawHandle encode(const HandleParts& parts) {
+    return std::uint64_t{0x5} << 60 | std::uint64_t{static_cast<std::uint8_t>(parts.kind)} << 56 |
+           std::uint64_t{parts.host} << 48 | std::uint64_t{parts.generation} << 32 | std::uint64_t{parts.index} << 4;
+}
+
+// Nothing for numbers that no host of ours ever made.
+constexpr std::optional<HandleParts> decode(RawHandle handle) {
+    if (handle >> 60 != 0x5 || (handle & 0xF) != 0) return std::nullopt;
+    const auto kind = static_cast<std::uint8_t>(handle >> 56 & 0xF);
+    if (kind < static_cast<std::uint8_t>(HandleKind::project) ||
+        kind > static_cast<std::uint8_t>(HandleKind::keyframe_batch))
+        return std::nullopt;
+    return HandleParts{static_cast<HandleKind>(kind), static_cast<std::uint32_t>(handle >> 4 & 0x0FFF'FFFF),
+                       static_cast<std::uint16_t>(handle >> 32), static_cast<std::uint8_t>(handle >> 48)};
+}
+
+template <class Pointer>
+RawHandle raw(Pointer handle) {
+    return reinterpret_cast<std::uintptr_t>(handle);
+}
+
+template <class Pointer>
+Pointer as_pointer(RawHandle handle) {
+    return reinterpret_cast<Pointer>(static_cast<std::uintptr_t>(handle));
+}
+
+// Which kind a handle type of the interface holds; none for other types.
+template <class Pointer>
+inline constexpr HandleKind kind_of{};
+template <>
+inline constexpr HandleKind kind_of<AEGP_ProjectH> = HandleKind::project;
+template <>
+inline constexpr HandleKind kind_of<AEGP_ItemH> = HandleKind::item;
+template <>
+inline constexpr HandleKind kind_of<AEGP_CompH> = HandleKind::comp;
+template <>
+inline constexpr HandleKind kind_of<AEGP_LayerH> = HandleKind::layer;
+template <>
+inline constexpr HandleKind kind_of<AEGP_FootageH> = HandleKind::footage;
+template <>
+inline constexpr HandleKind kind_of<AEGP_Collection2H> = HandleKind::collection;
+template <>
+inline constexpr HandleKind kind_of<AEGP_StreamRefH> = HandleKind::stream;
+template <>
+inline constexpr HandleKind kind_of<AEGP_EffectRefH> = HandleKind::effect;
+template <>
+inline constexpr HandleKind kind_of<AEGP_MemHandle> = HandleKind::memory;
+template <>
+inline constexpr HandleKind kind_of<AEGP_AddKeyframesInfoH> = HandleKind::keyframe_batch;
+
+template <class Pointer>
+inline constexpr bool is_handle = kind_of<Pointer> != HandleKind{};
+
+}  // namespace host::suites

@@ -1,0 +1,141 @@
+// The one place where handles to things handed out are made, looked up and given back.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <unordered_map>
+#include <variant>
+#include <vector>
+
+#include "handle.h"
+#include "held.h"
+#include "slot_facts.h"
+#include "suites/ledger_report.h"
+
+namespace host::suites {
+
+// The call that is running.
+struct Provenance {
+    const SlotFacts* slot = nullptr;
+    std::uint64_t call = 0;
+};
+
+class Ledger {
+  public:
+    // `host` goes into the handles, so that those of another host are told apart.
+    Ledger(std::uint8_t host, const Provenance& now) : host_(host), now_(now) {}
+
+    template <class T>
+    typename T::Handle record(T thing) {
+        return as_pointer<typename T::Handle>(add(T::kKind, Held(wrap(std::move(thing)))));
+    }
+
+    // The living thing behind a handle; stays where it is until disposed of. Throws model::Error bad_argument, with a
+    // sentence, for a handle that is null, foreign, of another kind or dead.
+    template <class T>
+    T& find(RawHandle handle) {
+        return unwrap<T>(records_[living_place(handle, T::kKind)].held);
+    }
+
+    // As find(), for a thing about to be disposed of: a dead one counts as disposed of twice.
+    template <class T>
+    T& find_to_dispose(RawHandle handle) {
+        return unwrap<T>(records_[disposable_place(handle, T::kKind)].held);
+    }
+
+    // Takes the thing out and the handle's life with it. Throws as find() does.
+    template <class T>
+    T dispose(RawHandle handle) {
+        const std::uint32_t place = disposable_place(handle, T::kKind);
+        T thing = std::move(unwrap<T>(records_[place].held));
+        retire(place);
+        return thing;
+    }
+
+    // The stream lives on and is the collection's to dispose of. Throws as find() does, or not_allowed if it is adopted
+    // already.
+    void adopt_stream(RawHandle handle);
+    void dispose_adopted_stream(RawHandle handle);
+
+    void note_freed_while_locked(RawHandle handle);
+
+    // The stream that a stream's or a value's handle means, whatever has become of it; null for other and for dead
+    // handles.
+    const StreamRef* stream_behind(RawHandle handle) const;
+
+    // The thing's own words for messages and traces; never throws for a bad handle.
+    std::string describe(RawHandle handle) const;
+
+    // Blocks of the basic suite.
+    void add_block(void* block) { blocks_.emplace(block, now_); }
+    bool has_block(void* block) const { return blocks_.contains(block); }
+    bool remove_block(void* block) { return blocks_.erase(block) != 0; }
+    std::vector<void*> blocks() const;
+
+    LedgerReport report() const;
+
+  private:
+    using Held =
+        std::variant<std::monostate, StreamRef, ValueRef, EffectRef, std::unique_ptr<Collection>,
+                     std::unique_ptr<MemoryBlock>, std::unique_ptr<KeyframeBatch>, std::unique_ptr<SolidFootage>>;
+
+    struct Record {
+        HandleKind kind;
+        std::uint16_t generation;
+        bool adopted;
+        Provenance made;
+        Provenance disposed;  // by which call; empty while alive
+        Held held;            // empty once disposed of
+
+        bool is_alive() const { return held.index() != 0; }
+    };
+
+    // Small things live in the record, others behind a pointer so that they stay where they are.
+    template <class T>
+    static constexpr bool kIsSmall =
+        T::kKind == HandleKind::stream || T::kKind == HandleKind::stream_value || T::kKind == HandleKind::effect;
+    template <class T>
+    static auto wrap(T&& thing) {
+        if constexpr (kIsSmall<T>)
+            return std::move(thing);
+        else
+            return std::make_unique<T>(std::move(thing));
+    }
+    template <class T>
+    static T& unwrap(Held& held) {
+        if constexpr (kIsSmall<T>)
+            return std::get<T>(held);
+        else
+            return *std::get<std::unique_ptr<T>>(held);
+    }
+
+    RawHandle add(HandleKind kind, Held held);
+    RawHandle handle_of(std::uint32_t place) const;
+    // Where the record of this very life is, alive or not; nothing if it is gone.
+    std::optional<std::uint32_t> place_of(RawHandle handle) const;
+    std::uint32_t known_place(RawHandle handle, HandleKind kind) const;
+    std::uint32_t living_place(RawHandle handle, HandleKind kind);
+    std::uint32_t disposable_place(RawHandle handle, HandleKind kind);
+    void retire(std::uint32_t place);
+    Misuse misuse(const Record& record) const;
+
+    std::uint8_t host_;
+    const Provenance& now_;
+    std::deque<Record> records_;
+    std::deque<std::uint32_t> free_;  // places of dead records, longest dead first
+    std::unordered_map<void*, Provenance> blocks_;
+    std::map<HandleKind, std::uint64_t> handed_out_;
+    std::vector<Misuse> disposed_twice_;
+    std::vector<Misuse> freed_while_locked_;
+    std::vector<Misuse> used_after_disposal_;
+};
+
+// The sentence for a handle that is not what it should be: null, foreign, of another kind or host. Empty if it might be
+// right.
+std::string why_not(RawHandle handle, HandleKind wanted, std::uint8_t host);
+
+}  // namespace host::suites

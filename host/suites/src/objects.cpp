@@ -1,0 +1,124 @@
+// Handles of the host's own objects carry the object's id.
+#include "objects.h"
+
+#include "model/error.h"
+#include "text.h"
+
+namespace host::suites {
+
+namespace {
+
+[[noreturn]] void refuse(const std::string& sentence) {
+    throw model::Error(model::ErrorKind::bad_argument, sentence);
+}
+
+// The id in a handle of the host's own objects.
+std::int32_t id_in(const HostState& host, RawHandle handle, HandleKind kind) {
+    if (const std::string sentence = why_not(handle, kind, host.number); !sentence.empty()) refuse(sentence);
+    return static_cast<std::int32_t>(decode(handle)->index);
+}
+
+RawHandle with_id(const HostState& host, HandleKind kind, std::int32_t id) {
+    return encode({kind, static_cast<std::uint32_t>(id), 0, host.number});
+}
+
+std::string numbered(HandleKind kind, std::int32_t id) {
+    return std::string(name_of(kind)) + " " + std::to_string(id);
+}
+
+model::Item& item_with(HostState& host, RawHandle handle, HandleKind kind) {
+    const std::int32_t id = id_in(host, handle, kind);
+    model::Item* item = host.project.item_by_id(id);
+    if (!item) refuse(numbered(kind, id) + " was deleted");
+    return *item;
+}
+
+}  // namespace
+
+model::Project& living_project(HostState& host, AEGP_ProjectH handle) {
+    id_in(host, raw(handle), HandleKind::project);
+    return host.project;
+}
+
+model::Item& living_item(HostState& host, AEGP_ItemH handle) {
+    return item_with(host, raw(handle), HandleKind::item);
+}
+
+model::Comp& living_comp(HostState& host, AEGP_CompH handle) {
+    model::Comp* comp = item_with(host, raw(handle), HandleKind::comp).comp();
+    if (!comp) refuse("the composition handle was never given");
+    return *comp;
+}
+
+model::Layer& living_layer(HostState& host, AEGP_LayerH handle) {
+    const std::int32_t id = id_in(host, raw(handle), HandleKind::layer);
+    model::Layer* layer = host.project.layer_by_id(id);
+    if (!layer) refuse(numbered(HandleKind::layer, id) + " was deleted");
+    return *layer;
+}
+
+StreamRef living_stream(HostState& host, AEGP_StreamRefH handle) {
+    // A value's streamH stands for the stream it came from.
+    const auto parts = decode(raw(handle));
+    const bool in_value = parts && parts->kind == HandleKind::stream_value;
+    const StreamRef ref =
+        in_value ? host.ledger.find<ValueRef>(raw(handle)).of : host.ledger.find<StreamRef>(raw(handle));
+    if (!still_exists(ref)) refuse("what the stream belongs to was deleted");
+    return ref;
+}
+
+EffectRef living_effect(HostState& host, AEGP_EffectRefH handle) {
+    const EffectRef ref = host.ledger.find<EffectRef>(raw(handle));
+    if (!still_exists(ref)) refuse("the effect or its layer was deleted");
+    return ref;
+}
+
+AEGP_ProjectH handle_of(const HostState& host, const model::Project&) {
+    return as_pointer<AEGP_ProjectH>(with_id(host, HandleKind::project, 0));
+}
+
+AEGP_ItemH handle_of(const HostState& host, const model::Item& item) {
+    return as_pointer<AEGP_ItemH>(with_id(host, HandleKind::item, item.id()));
+}
+
+AEGP_CompH comp_handle_of(const HostState& host, const model::Comp& comp) {
+    return as_pointer<AEGP_CompH>(with_id(host, HandleKind::comp, comp.id()));
+}
+
+AEGP_LayerH handle_of(const HostState& host, const model::Layer& layer) {
+    return as_pointer<AEGP_LayerH>(with_id(host, HandleKind::layer, layer.id()));
+}
+
+std::string describe(const HostState& host, RawHandle handle) {
+    const auto parts = decode(handle);
+    if (!parts || parts->host != host.number) return host.ledger.describe(handle);
+    const auto id = static_cast<std::int32_t>(parts->index);
+    const auto named = [&](const std::string* name) {
+        return name ? numbered(parts->kind, id) + " " + quoted(*name) : "dead " + numbered(parts->kind, id);
+    };
+    switch (parts->kind) {
+        case HandleKind::project:
+            return "project";
+        case HandleKind::item:
+        case HandleKind::comp: {
+            const model::Item* item = host.project.item_by_id(id);
+            return named(item ? &item->name() : nullptr);
+        }
+        case HandleKind::layer: {
+            const model::Layer* layer = host.project.layer_by_id(id);
+            return named(layer ? &layer->display_name() : nullptr);
+        }
+        case HandleKind::footage:
+        case HandleKind::collection:
+        case HandleKind::stream:
+        case HandleKind::stream_value:
+        case HandleKind::effect:
+        case HandleKind::memory:
+        case HandleKind::keyframe_batch:
+        case HandleKind::block:
+            break;
+    }
+    return host.ledger.describe(handle);
+}
+
+}  // namespace host::suites

@@ -1,0 +1,43 @@
+// Names and numbers of all suites and slots, made from the list of slots.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "AE_GeneralPlug.h"
+#include "SPBasic.h"
+
+namespace host::suites {
+
+// Counts the slots of all suites in the order of the list; one name each.
+namespace ordinal {
+enum : int {
+#define SLOT(structure, index, function) structure##_##function,
+#include "suites.def"
+    count
+};
+}  // namespace ordinal
+inline constexpr int kSlotCount = ordinal::count;
+
+struct SlotFacts {
+    std::string_view suite;     // "AEGP_LayerSuite5"
+    std::string_view accessor;  // "LayerSuite5"
+    std::string_view function;  // "AEGP_GetLayerName"
+    int ordinal;                // below kSlotCount; -1 for the basic suite
+};
+
+// By ordinal.
+const SlotFacts& slot_facts(int ordinal);
+// "LayerSuite5.AEGP_GetLayerName"
+std::string full_name(const SlotFacts& slot);
+
+// The ordinal of a table's member.
+template <auto Member>
+inline constexpr int slot_ordinal = -1;
+#define SLOT(structure, index, function) \
+    template <>                          \
+    inline constexpr int slot_ordinal<&structure::function> = ordinal::structure##_##function;
+#include "suites.def"
+
+}  // namespace host::suites

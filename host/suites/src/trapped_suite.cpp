@@ -1,0 +1,43 @@
+// The traps of all slots.
+#include "trapped_suite.h"
+
+#include "argument_text.h"
+#include "dispatch.h"
+#include "model/error.h"
+
+namespace host::suites {
+
+namespace {
+
+void not_implemented(HostState& host, void*) {
+    throw model::Error(model::ErrorKind::unsupported, full_name(*host.now.slot) + " is not implemented by this host");
+}
+
+template <auto Member>
+struct Trap;
+template <class Suite, class... Args, A_Err (*Suite::*Member)(Args...)>
+struct Trap<Member> {
+    static A_Err call(Args... args) noexcept {
+        std::tuple<Args...> arguments(args...);
+        return dispatch({slot_facts(slot_ordinal<Member>),
+                         false,
+                         {},
+                         &arguments,
+                         &not_implemented,
+                         ArgumentText<false, Args...>::text});
+    }
+};
+
+}  // namespace
+
+#define SUITE(structure, accessor, name, version) \
+    template <>                                   \
+    structure trapped_suite<structure>() {        \
+        structure suite;
+#define SLOT(structure, index, function) suite.function = &Trap<&structure::function>::call;
+#define SUITE_END(structure) \
+    return suite;            \
+    }
+#include "suites.def"
+
+}  // namespace host::suites

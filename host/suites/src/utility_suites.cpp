@@ -1,0 +1,58 @@
+// Utility suites 3 and 6: messages, undo groups, scripts.
+#include <tuple>
+
+#include "refusals.h"
+#include "slot.h"
+#include "trapped_suite.h"
+
+namespace host::suites {
+
+namespace {
+
+void report(HostState& host, Caller caller, std::string text) {
+    if (!host.ports.report) refuse_as_unsupported("this session shows no messages");
+    host.ports.report(host.plugin_name(caller.id), text);
+}
+
+void start_undo_group(HostState& host, std::string name) {
+    host.project.undo().begin_group(std::move(name));
+}
+void end_undo_group(HostState& host) {
+    host.project.undo().end_group();
+}
+
+// Narrow text is UTF-8 here, so that both encodings are the same. A script that fails is the script's affair: the call
+// succeeds with an empty result, unless the rules are strict.
+std::tuple<OrNull<MemoryBlock>, OrNull<MemoryBlock>> execute_script(HostState& host, Caller, std::string text, bool) {
+    if (!host.ports.run_script) refuse_as_unsupported("this session runs no scripts");
+    const ScriptOutcome outcome = host.ports.run_script(text);
+    if (outcome.failed && host.project.rules().failing_script_is_an_error) refuse_state(outcome.error);
+    return {or_null(MemoryBlock::of_text("script result", outcome.failed ? std::string() : outcome.result)),
+            or_null(MemoryBlock::of_text("script error", outcome.failed ? outcome.error : std::string()))};
+}
+
+template <class Suite>
+Suite utility_suite() {
+    Suite s = trapped_suite<Suite>();
+    s.AEGP_ReportInfo = slot<&Suite::AEGP_ReportInfo, report>;
+    s.AEGP_StartUndoGroup = slot<&Suite::AEGP_StartUndoGroup, start_undo_group>;
+    s.AEGP_EndUndoGroup = slot<&Suite::AEGP_EndUndoGroup, end_undo_group>;
+    if constexpr (requires { &Suite::AEGP_ReportInfoUnicode; })
+        s.AEGP_ReportInfoUnicode = slot<&Suite::AEGP_ReportInfoUnicode, report>;
+    if constexpr (requires { &Suite::AEGP_ExecuteScript; })
+        s.AEGP_ExecuteScript = slot<&Suite::AEGP_ExecuteScript, execute_script>;
+    return s;
+}
+
+}  // namespace
+
+template <>
+AEGP_UtilitySuite3 make_suite() {
+    return utility_suite<AEGP_UtilitySuite3>();
+}
+template <>
+AEGP_UtilitySuite6 make_suite() {
+    return utility_suite<AEGP_UtilitySuite6>();
+}
+
+}  // namespace host::suites
