@@ -1,0 +1,72 @@
+// One plug-in in one host over one project: its entry, its menu items, its commands.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "model/project.h"
+#include "runner/plugin_module.h"
+#include "script/dialog_driver.h"
+#include "script/engine.h"
+#include "script/settings.h"
+#include "suites/suite_host.h"
+
+namespace host::runner {
+
+// What came of one visit to the plug-in.
+struct Outcome {
+    A_Err error = A_Err_NONE;           // the first code other than 0 that a hook or the entry point gave
+    bool has_thrown = false;            // an exception left the plug-in; `error` is set as well
+    bool is_enabled = true;             // false: the command is disabled and no command hook was asked
+    bool is_handled = false;            // some command hook said so
+    std::vector<script::Alert> alerts;  // that scripts showed
+    std::vector<std::string> reports;   // boxes that the plug-in showed through the host
+    std::vector<std::string> log;  // a sentence for each failed suite call, failed script, hook that failed or threw,
+                                   // and group of undo left open
+    std::vector<std::string> undo_steps;  // names of the steps that the visit added, oldest first
+
+    bool has_failed() const { return error != A_Err_NONE; }
+};
+
+// The thread that makes a session is the one to use it. Of several sessions the newest must end first.
+class Session {
+  public:
+    // Everything given must outlive the session. Nothing is called yet.
+    Session(const PluginModule& module, model::Project& project, script::Settings& settings,
+            script::DialogDriver& dialogs);
+    Session(const Session&) = delete;
+    Session& operator=(const Session&) = delete;
+
+    // Calls the entry point; to be called once, before the others. If it fails, what it registered is dropped.
+    Outcome start();
+
+    // Asks the update-menu hooks, as when a menu is about to be drawn.
+    Outcome update_menus();
+
+    // What a person does who picks the command from its menu: menus are updated, a disabled command is refused, else
+    // every command hook is asked in order of registration and told whether one before it handled the command. Changes
+    // stay in the project even after an error, as undo steps that the caller may take back.
+    Outcome run_command(AEGP_Command command);
+
+    const std::vector<suites::MenuItem>& menu_items() const { return suites_.menu_items(); }
+    suites::SuiteHost& suites() { return suites_; }  // observers, what was handed out and never given back, suites held
+
+  private:
+    A_Err visit(suites::SuiteHost::Visit::Door door, const std::string& what, const std::function<A_Err()>& call);
+    void ask_update_hooks();
+    void ask_command_hooks(AEGP_Command command);
+    // Runs `work` and gathers everything that came of it.
+    Outcome observe(const std::function<void()>& work);
+    suites::ScriptOutcome run_script(std::string_view text);
+
+    const PluginModule& module_;
+    model::Project& project_;
+    script::Engine engine_;
+    suites::SuiteHost suites_;
+    AEGP_PluginID plugin_id_;
+    AEGP_GlobalRefcon global_refcon_ = nullptr;
+    Outcome current_;  // of the visit under way
+};
+
+}  // namespace host::runner

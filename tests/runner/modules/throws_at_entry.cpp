@@ -1,0 +1,9 @@
+// A plug-in whose entry point lets an exception out.
+#include <stdexcept>
+
+#include "AE_GeneralPlug.h"
+#include "entry.h"
+
+extern "C" DllExport A_Err EntryPointFunc(SPBasicSuite*, A_long, A_long, AEGP_PluginID, AEGP_GlobalRefcon*) {
+    throw std::runtime_error("no start");
+}
