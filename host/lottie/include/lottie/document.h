@@ -1,0 +1,51 @@
+// A Lottie animation as a project, and back.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "lottie/input_error.h"
+#include "model/project.h"
+
+namespace host::lottie {
+
+// What the file says of a layer beyond what the model holds.
+struct LayerFacts {
+    std::optional<std::int64_t> ind;  // the number that other layers know it by
+    int type = 0;                     // the file's `ty`: 0 composition, 1 solid, 2 image, 3 null, 4 shape, 5 text, ...
+};
+
+// Keeps the text it was read from: what the project did not change is written with the very same bytes.
+class Document {
+  public:
+    // Throws InputError when the text is no animation or one that cannot be worked with. Faults deep inside a layer are
+    // found when the layer's content is first asked for: model::Error, with a JSON pointer in its sentence.
+    static Document read(std::string text, model::HostRules rules = {});
+    Document(Document&&) noexcept;
+    Document& operator=(Document&&) noexcept;
+    ~Document();
+
+    // Lives as long as the document.
+    model::Project& project() const;
+    model::Comp& main_comp() const;
+
+    // The project as an animation. With nothing changed, or everything undone, the text that was read.
+    std::string write() const;
+
+    // Null for layers that are not in the file: made by the host, or copied there.
+    std::optional<LayerFacts> facts(const model::Layer& layer) const;
+    // The asset id of a nested composition; empty for the main one and for those that the host made.
+    std::string comp_id(const model::Comp& comp) const;
+    // JSON pointer of the object in the text that was read (for the main composition: the whole document, ""); null for
+    // what is not in the file.
+    std::optional<std::string> pointer(const model::Comp& comp) const;
+    std::optional<std::string> pointer(const model::Layer& layer) const;
+
+  private:
+    explicit Document(std::unique_ptr<struct Store> store);
+    std::unique_ptr<struct Store> store_;
+};
+
+}  // namespace host::lottie

@@ -1,0 +1,32 @@
+// Where a layer's streams stand in the file.
+#include "content_map.h"
+
+namespace host::lottie {
+
+const Tree::Node* node_at(const Tree& tree, const StreamPlace& place) {
+    const Tree::Node* group = place.group.empty() ? &tree.root() : tree.member(&tree.root(), place.group);
+    return tree.member(group, place.key);
+}
+
+const StreamPlace* place_of(const Tree& tree, int number, bool is_3d) {
+    const StreamPlace* first = nullptr;
+    for (const StreamPlace& place : kStreamPlaces) {
+        if (place.number != number || (place.needs != 0 && place.needs != (is_3d ? 3 : 2))) continue;
+        if (node_at(tree, place) != nullptr) return &place;
+        if (first == nullptr) first = &place;
+    }
+    return first;
+}
+
+model::Value default_value(int number) {
+    switch (number) {
+        case model::kScale:
+            return {{100, 100, 100, 0}};
+        case model::kOpacity:
+            return {{100, 0, 0, 0}};
+        default:
+            return {};
+    }
+}
+
+}  // namespace host::lottie

@@ -1,0 +1,146 @@
+// A layer's streams and effects, read when the model first asks for them.
+#include "content_reader.h"
+
+#include <set>
+#include <unordered_set>
+
+#include "content_map.h"
+#include "effect_map.h"
+#include "json_text.h"
+#include "model/error.h"
+#include "property.h"
+#include "separated_position.h"
+
+namespace host::lottie {
+namespace {
+
+using model::StreamType;
+
+class ContentReader {
+  public:
+    ContentReader(const StoredLayer& stored, model::Layer& layer)
+        : stored_(stored),
+          store_(*stored.comp->store),
+          layer_(layer),
+          tree_(store_.text, stored.text),
+          context_{stored, tree_} {}
+
+    void read() {
+        read_layer_streams();
+        read_effects();
+        if (stored_.contains_expressions) read_other_expressions();
+    }
+
+  private:
+    void read_layer_streams() {
+        const bool is_3d = stored_.is_3d();
+        std::set<int> numbers;
+        for (const StreamPlace& place : kStreamPlaces) numbers.insert(place.number);
+        for (const int number : numbers) {
+            const StreamPlace* place = place_of(tree_, number, is_3d);
+            const Tree::Node* node = place == nullptr ? nullptr : node_at(tree_, *place);
+            if (node == nullptr) continue;
+            if (number == model::kPosition && is_separated(tree_, node)) {
+                layer_.load_stream(number, read_separated_position(context_, *node, layer_));
+                continue;
+            }
+            layer_.load_stream(number, read_property(*node, place->type, default_value(number)));
+        }
+    }
+
+    std::shared_ptr<const model::StreamData> read_property(const Tree::Node& node, StreamType type,
+                                                           const model::Value& missing) {
+        read_properties_.insert(&node);
+        return parse_property(context_, node, type, missing).data();
+    }
+
+    void read_effects() {
+        const Tree::Node* list = tree_.member(&tree_.root(), "ef");
+        if (list == nullptr) return;
+        std::size_t index = 0;
+        for (const Tree::Node* node = tree_.first(*list); node != nullptr; node = tree_.next(*node))
+            read_effect(*node, index++);
+    }
+
+    void read_effect(const Tree::Node& node, std::size_t index) {
+        const std::vector<ParameterPlace> places = parameters_of(tree_, node);
+        std::vector<std::unique_ptr<model::Stream>> streams;
+        for (const ParameterPlace& place : places) {
+            auto data = place.property == nullptr
+                            ? std::make_shared<model::StreamData>()
+                            : read_property(*place.property, place.type, missing_value(place.type));
+            auto stream = std::make_unique<model::Stream>(layer_, place.type, string_member(tree_, *place.node, "nm"),
+                                                          std::move(data));
+            stream->set_can_vary(place.property != nullptr);
+            streams.push_back(std::move(stream));
+        }
+        std::string name = string_member(tree_, node, "nm");
+        auto effect = std::make_unique<model::Effect>(layer_, kind_of(node, places, streams), std::move(name));
+        for (std::size_t i = 0; i < streams.size(); ++i) effect->load_parameter(i + 1, std::move(streams[i]));
+        if (number_member(tree_, node, "en").value_or(1) == 0) effect->load_flags(0);
+        effect->set_format_data(std::make_shared<StoredEffect>(stored_, index));
+        layer_.load_effect(std::move(effect));
+    }
+
+    static model::Value missing_value(StreamType type) {
+        return type == StreamType::color ? model::Value{{0, 0, 0, 1}} : model::Value{};
+    }
+
+    // An effect that the file uses is installed when it is met first; that instance is the pattern for fresh ones.
+    std::shared_ptr<const model::EffectKind> kind_of(const Tree::Node& node, const std::vector<ParameterPlace>& places,
+                                                     const std::vector<std::unique_ptr<model::Stream>>& streams) {
+        auto& known = store_.effect_kinds[structure_of(tree_, node, places)];
+        if (known != nullptr) return known;
+        model::EffectKind kind;
+        kind.display_name = string_member(tree_, node, "nm");
+        kind.match_name = string_member(tree_, node, "mn");
+        if (kind.match_name.empty()) kind.match_name = kind.display_name;
+        kind.parameters.push_back({"", StreamType::layer_id, true, {}});
+        for (const auto& stream : streams) {
+            const bool names_something =
+                stream->type() == StreamType::layer_id || stream->type() == StreamType::mask_id;
+            kind.parameters.push_back({stream->name(), stream->type(), stream->can_vary_over_time(),
+                                       names_something ? model::Value{} : stream->data().static_value});
+        }
+        kind.format_data = std::make_shared<StoredEffectKind>(stored_, node.text);
+        known = store_.project->install_effect(std::move(kind));
+        return known;
+    }
+
+    // Shapes, masks and text keep their shape as bytes; only their expressions are known to the host.
+    void read_other_expressions() {
+        std::vector<const Tree::Node*> open = {&tree_.root()};
+        while (!open.empty()) {
+            const Tree::Node& node = *open.back();
+            open.pop_back();
+            const Tree::Node* expression = tree_.member(&node, "x");
+            const bool is_property =
+                expression != nullptr && expression->kind == Kind::string && tree_.member(&node, "k") != nullptr;
+            if (is_property && read_properties_.count(&node) == 0) read_other_expression(node, *expression);
+            const std::vector<const Tree::Node*> inside = tree_.children(node);
+            open.insert(open.end(), inside.rbegin(), inside.rend());
+        }
+    }
+
+    void read_other_expression(const Tree::Node& property, const Tree::Node& expression) {
+        auto data = std::make_shared<model::StreamData>();
+        data->expression = decode_string(tree_.text(expression));
+        data->expression_enabled = !data->expression.empty();
+        layer_.load_other_stream(tree_.pointer(property), std::move(data));
+    }
+
+    const StoredLayer& stored_;
+    Store& store_;
+    model::Layer& layer_;
+    Tree tree_;
+    ReadContext context_;
+    std::unordered_set<const Tree::Node*> read_properties_;
+};
+
+}  // namespace
+
+void read_content(const StoredLayer& stored, model::Layer& layer) {
+    ContentReader(stored, layer).read();
+}
+
+}  // namespace host::lottie

@@ -1,0 +1,51 @@
+// The room's front door.
+#include "lottie/document.h"
+
+#include "project_builder.h"
+#include "store.h"
+
+namespace host::lottie {
+
+Document::Document(std::unique_ptr<Store> store) : store_(std::move(store)) {}
+Document::Document(Document&&) noexcept = default;
+Document& Document::operator=(Document&&) noexcept = default;
+Document::~Document() = default;
+
+Document Document::read(std::string text, model::HostRules rules) {
+    return Document(build_store(std::move(text), std::move(rules)));
+}
+
+model::Project& Document::project() const {
+    return *store_->project;
+}
+
+model::Comp& Document::main_comp() const {
+    return *store_->comps.front()->comp;
+}
+
+std::string Document::write() const {
+    return store_->text;
+}
+
+std::optional<LayerFacts> Document::facts(const model::Layer& layer) const {
+    if (!is_from_file(layer)) return std::nullopt;
+    const StoredLayer& stored = *base_of(layer);
+    return LayerFacts{stored.ind, stored.type};
+}
+
+std::string Document::comp_id(const model::Comp& comp) const {
+    const StoredComp* stored = store_->stored(comp);
+    return stored == nullptr || stored->asset < 0 ? "" : store_->assets[static_cast<std::size_t>(stored->asset)].id;
+}
+
+std::optional<std::string> Document::pointer(const model::Comp& comp) const {
+    const StoredComp* stored = store_->stored(comp);
+    if (stored == nullptr) return std::nullopt;
+    return stored->asset < 0 ? "" : store_->outline.asset_pointer(stored->asset);
+}
+
+std::optional<std::string> Document::pointer(const model::Layer& layer) const {
+    return is_from_file(layer) ? std::optional(base_of(layer)->pointer()) : std::nullopt;
+}
+
+}  // namespace host::lottie

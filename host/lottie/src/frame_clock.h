@@ -1,0 +1,32 @@
+// Times in the file are frames; in the model they are ticks.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+#include "model/time.h"
+
+namespace host::lottie {
+
+class FrameClock {
+  public:
+    FrameClock() = default;
+    explicit FrameClock(double frame_rate) : ticks_per_frame_(model::kTicksPerSecond / frame_rate) {}
+
+    // The nearest tick; null beyond 32 bits, the width in which plug-ins receive times.
+    std::optional<model::Time> time(double frames) const;
+    // As time(), for frames that were found to be in range when the file was read; beyond it, the end of the range.
+    model::Time clamped_time(double frames) const;
+    double frames(model::Time time) const { return static_cast<double>(time.ticks) / ticks_per_frame_; }
+
+    // The shortest decimal spelling of `time` in frames that reads back to the same tick. Where a frame is no whole
+    // number of ticks (29.97 a second), sums of rounded times miss a frame by a tick or two, which would let a layer
+    // begin one frame late; there, a spelling with up to three decimals may miss by that much.
+    std::string text(model::Time time) const;
+
+  private:
+    double ticks_per_frame_ = 4000;
+};
+
+}  // namespace host::lottie

@@ -1,0 +1,50 @@
+// An animated property of the file, taken apart.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "model/stream.h"
+#include "store.h"
+#include "tree.h"
+
+namespace host::lottie {
+
+// Where properties are read: a layer's text and the tree made of it (or of a part).
+struct ReadContext {
+    const StoredLayer& layer;
+    const Tree& tree;
+
+    const FrameClock& clock() const { return layer.comp->store->clock; }
+    // Throws model::Error about a value in the tree.
+    [[noreturn]] void fail(const Tree::Node& at, const std::string& fault) const;
+};
+
+struct ParsedKey {
+    model::Keyframe key;
+    const Tree::Node* node = nullptr;
+    model::Time file_time;  // of the composition; keys at one time are a tick apart in `key`
+};
+
+struct ParsedProperty {
+    const Tree::Node* node = nullptr;
+    const Tree::Node* value = nullptr;       // its `k`, null if missing
+    const Tree::Node* expression = nullptr;  // its `x`, null if missing
+    bool is_in_order = true;                 // the keys stand in the order of their times
+    std::vector<ParsedKey> keys;             // ascending
+    model::Value static_value;
+    std::string expression_text;
+
+    std::shared_ptr<const model::StreamData> data() const;
+};
+
+// A number the file lacks in a value is the default's. Values of layer parameters become layer ids.
+ParsedProperty parse_property(const ReadContext& context, const Tree::Node& node, model::StreamType type,
+                              const model::Value& missing);
+
+// How many numbers the property's values have in the file; 0 if it has no readable value.
+std::size_t count_numbers(const Tree& tree, const Tree::Node* property);
+
+}  // namespace host::lottie

@@ -1,0 +1,118 @@
+// Positions whose dimensions are animated apart, as one spatial property.
+#include "separated_position.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <set>
+
+#include "ease.h"
+#include "model/layer.h"
+
+namespace host::lottie {
+namespace {
+
+using model::Interpolation;
+using model::Keyframe;
+using model::StreamData;
+using model::StreamType;
+using model::Time;
+
+constexpr std::array<const char*, 3> kDimensions = {"x", "y", "z"};
+// Beyond that many frames the samples stand further apart.
+constexpr double kMostSamples = 20'000;
+
+using Dimensions = std::array<std::shared_ptr<const StreamData>, 3>;
+
+// The shape of an easing, apart from how far it moves.
+bool have_same_shape(const StreamData& a, const StreamData& b) {
+    if (a.keyframes.size() != b.keyframes.size()) return false;
+    for (std::size_t i = 0; i < a.keyframes.size(); ++i) {
+        const Keyframe& one = a.keyframes[i];
+        const Keyframe& other = b.keyframes[i];
+        if (one.time != other.time || one.out != other.out) return false;
+        if (i + 1 == a.keyframes.size() || one.out == Interpolation::hold) continue;
+        const auto shape = [](const Keyframe& from, const Keyframe& to) {
+            const SegmentMeasure segment = measure(StreamType::one_d, 0, from, to);
+            return std::array{handle_out(from.ease_out[0], from.out, segment),
+                              handle_in(to.ease_in[0], to.in, segment)};
+        };
+        const auto first = shape(one, a.keyframes[i + 1]);
+        const auto second = shape(other, b.keyframes[i + 1]);
+        for (std::size_t side = 0; side < 2; ++side) {
+            if (first[side].x != second[side].x || first[side].y != second[side].y) return false;
+        }
+    }
+    return true;
+}
+
+// Keyframes of the dimension `lead`, moved along all of them: straight segments with the lead's eases.
+std::vector<Keyframe> combine(const Dimensions& dimensions, const StreamData& lead) {
+    std::vector<Keyframe> keyframes = lead.keyframes;
+    for (std::size_t i = 0; i < keyframes.size(); ++i) {
+        for (std::size_t d = 0; d < dimensions.size(); ++d) {
+            const StreamData& data = *dimensions[d];
+            keyframes[i].value.n[d] = data.keyframes.empty() ? data.static_value.n[0] : data.keyframes[i].value.n[0];
+        }
+    }
+    for (std::size_t i = 0; i + 1 < keyframes.size(); ++i) {
+        const SegmentMeasure own = measure(StreamType::one_d, 0, lead.keyframes[i], lead.keyframes[i + 1]);
+        const SegmentMeasure all = measure(StreamType::three_d_spatial, 0, keyframes[i], keyframes[i + 1]);
+        keyframes[i].ease_out[0].speed *= all.way / own.way;
+        keyframes[i + 1].ease_in[0].speed *= all.way / own.way;
+    }
+    return keyframes;
+}
+
+std::vector<Keyframe> bake(const Dimensions& dimensions, const FrameClock& clock, Time offset, model::Layer& layer) {
+    std::set<Time> times;
+    for (const auto& data : dimensions) {
+        for (const Keyframe& key : data->keyframes) times.insert(key.time);
+    }
+    const double first = std::ceil(clock.frames(*times.begin() + offset));
+    const double last = std::floor(clock.frames(*times.rbegin() + offset));
+    const double step = std::max(1.0, std::ceil((last - first) / kMostSamples));
+    for (double frame = first; frame <= last; frame += step) times.insert(clock.clamped_time(frame) - offset);
+
+    std::vector<Keyframe> keyframes;
+    keyframes.reserve(times.size());
+    for (const Time time : times) keyframes.emplace_back().time = time;
+    for (std::size_t d = 0; d < dimensions.size(); ++d) {
+        const model::Stream sampler(layer, StreamType::one_d, kDimensions[d], dimensions[d]);
+        for (Keyframe& key : keyframes) key.value.n[d] = sampler.value_at(key.time).n[0];
+    }
+    return keyframes;
+}
+
+}  // namespace
+
+bool is_separated(const Tree& tree, const Tree::Node* position) {
+    const Tree::Node* mark = tree.member(position, "s");
+    const Tree::Node* x = tree.member(position, "x");
+    return mark != nullptr && (mark->kind == Kind::yes || mark->kind == Kind::number) && x != nullptr &&
+           x->kind == Kind::object;
+}
+
+std::shared_ptr<const StreamData> read_separated_position(const ReadContext& context, const Tree::Node& position,
+                                                          model::Layer& layer) {
+    Dimensions dimensions;
+    const StreamData* lead = nullptr;
+    bool agree = true;
+    for (std::size_t d = 0; d < dimensions.size(); ++d) {
+        const Tree::Node* node = context.tree.member(&position, kDimensions[d]);
+        dimensions[d] = node == nullptr ? std::make_shared<StreamData>()
+                                        : parse_property(context, *node, StreamType::one_d, {}).data();
+        if (dimensions[d]->keyframes.empty()) continue;
+        if (lead == nullptr) lead = dimensions[d].get();
+        agree = agree && have_same_shape(*lead, *dimensions[d]);
+    }
+    auto data = std::make_shared<StreamData>();
+    for (std::size_t d = 0; d < dimensions.size(); ++d) data->static_value.n[d] = dimensions[d]->static_value.n[0];
+    if (lead != nullptr) {
+        data->keyframes =
+            agree ? combine(dimensions, *lead) : bake(dimensions, context.clock(), context.layer.offset, layer);
+    }
+    return data;
+}
+
+}  // namespace host::lottie
