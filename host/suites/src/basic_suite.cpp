@@ -46,7 +46,7 @@ SPErr call(const SlotFacts& slot, std::string_view requested_suite, Body body, A
 }
 
 [[noreturn]] void refuse_unknown(const char* name, int32 version) {
-    refuse_argument("there is no suite " + quoted(name ? name : "") + " of version " + std::to_string(version));
+    refuse_argument("There is no suite " + quoted(name ? name : "") + " of version " + std::to_string(version) + ".");
 }
 
 int place_of(const char* name, int32 version) {
@@ -63,7 +63,7 @@ SPErr acquire(const char* name, int32 version, const void** suite) {
     return call(
         kAcquire, structure_at(place),
         [=](HostState& host) {
-            if (!suite) refuse_argument("the pointer for the suite is null");
+            if (!suite) refuse_argument("The pointer for the suite is null.");
             if (place < 0) refuse_unknown(name, version);
             ++host.suites_held[static_cast<std::size_t>(place)];
             *suite = suite_list()[static_cast<std::size_t>(place)].table;
@@ -78,7 +78,7 @@ SPErr release(const char* name, int32 version) {
         [=](HostState& host) {
             if (place < 0) refuse_unknown(name, version);
             auto& held = host.suites_held[static_cast<std::size_t>(place)];
-            if (held == 0) refuse_state(std::string(structure_at(place)) + " is not held");
+            if (held == 0) refuse_state(std::string(structure_at(place)) + " is not held.");
             --held;
         },
         name, version);
@@ -98,7 +98,7 @@ SPErr allocate(size_t size, void** block) {
     return call(
         kAllocate, {},
         [=](HostState& host) {
-            if (!block) refuse_argument("the pointer for the block is null");
+            if (!block) refuse_argument("The pointer for the block is null.");
             void* made = allocate_or_throw(size);
             host.ledger.add_block(made);
             *block = made;
@@ -111,7 +111,7 @@ SPErr free_block(void* block) {
         kFree, {},
         [=](HostState& host) {
             if (!block) return;
-            if (!host.ledger.remove_block(block)) refuse_argument("the block is not one of this host, or was freed");
+            if (!host.ledger.remove_block(block)) refuse_argument("The block is none of this host's, or was freed.");
             std::free(block);
         },
         block);
@@ -121,9 +121,9 @@ SPErr reallocate(void* block, size_t size, void** new_block) {
     return call(
         kReallocate, {},
         [=](HostState& host) {
-            if (!new_block) refuse_argument("the pointer for the block is null");
+            if (!new_block) refuse_argument("The pointer for the block is null.");
             if (block && !host.ledger.has_block(block))
-                refuse_argument("the block is not one of this host, or was freed");
+                refuse_argument("The block is none of this host's, or was freed.");
             void* made = std::realloc(block, std::max<std::size_t>(size, 1));
             if (!made) throw std::bad_alloc();
             if (block) host.ledger.remove_block(block);
@@ -135,7 +135,7 @@ SPErr reallocate(void* block, size_t size, void** new_block) {
 
 // What suites put into slots they do not fill.
 SPErr undefined() {
-    return call(kUndefined, {}, [](HostState&) { refuse_as_unsupported("the function is undefined"); });
+    return call(kUndefined, {}, [](HostState&) { refuse_as_unsupported("The function is undefined."); });
 }
 
 }  // namespace

@@ -23,8 +23,8 @@ int count(Collection& collection) {
 
 AEGP_CollectionItemV2 item_at(Collection& collection, A_u_long index) {
     if (index >= collection.items.size())
-        refuse_argument("the collection has " + std::to_string(collection.items.size()) + " items, none at " +
-                        std::to_string(index));
+        refuse_argument("The collection has " + std::to_string(collection.items.size()) + " items, none at " +
+                        std::to_string(index) + ".");
     return collection.items[index];
 }
 
@@ -39,8 +39,8 @@ void push_back(HostState& host, Collection& collection, const AEGP_CollectionIte
 
 void erase(Collection& collection, A_u_long first, A_u_long last) {
     if (first > last || last > collection.items.size())
-        refuse_argument("there is no range from " + std::to_string(first) + " to before " + std::to_string(last) +
-                        " in a collection of " + std::to_string(collection.items.size()) + " items");
+        refuse_argument("There is no range from " + std::to_string(first) + " to before " + std::to_string(last) +
+                        " in a collection of " + std::to_string(collection.items.size()) + " items.");
     collection.items.erase(collection.items.begin() + first, collection.items.begin() + last);
 }
 

@@ -21,7 +21,7 @@ auto find_item(HostState& host, AEGP_Command command) {
 
 MenuItem& item_of(HostState& host, AEGP_Command command) {
     const auto item = find_item(host, command);
-    if (item == host.menu_items.end()) refuse_argument("no menu item has command " + std::to_string(command));
+    if (item == host.menu_items.end()) refuse_argument("No menu item has command " + std::to_string(command) + ".");
     return *item;
 }
 
@@ -32,7 +32,7 @@ std::vector<MenuItem>::iterator place_of(HostState& host, const MenuItem& item, 
     if (after == AEGP_MENU_INSERT_SORTED)
         return std::find_if(items.begin(), items.end(),
                             [&item](const MenuItem& each) { return each.menu == item.menu && each.text > item.text; });
-    if (after < 0) refuse_argument("there is no menu position " + std::to_string(after));
+    if (after < 0) refuse_argument("There is no menu position " + std::to_string(after) + ".");
     return std::find_if(items.begin(), items.end(), [&item, after](const MenuItem& each) mutable {
         return each.menu == item.menu && after-- == 0;
     });
@@ -40,10 +40,11 @@ std::vector<MenuItem>::iterator place_of(HostState& host, const MenuItem& item, 
 
 void insert_menu_item(HostState& host, AEGP_Command command, std::string text, AEGP_MenuID menu, A_long after) {
     if (command < 1 || command > host.last_command)
-        refuse_argument("command " + std::to_string(command) + " was never handed out");
+        refuse_argument("Command " + std::to_string(command) + " was never handed out.");
     if (find_item(host, command) != host.menu_items.end())
-        refuse_argument("command " + std::to_string(command) + " has a menu item already");
-    if (menu <= AEGP_Menu_NONE || menu > AEGP_Menu_NEW) refuse_argument("there is no menu " + std::to_string(menu));
+        refuse_argument("Command " + std::to_string(command) + " has a menu item already.");
+    if (menu <= AEGP_Menu_NONE || menu > AEGP_Menu_NEW)
+        refuse_argument("There is no menu " + std::to_string(menu) + ".");
     const MenuItem item{command, std::move(text), menu, false, host.plugin_name(host.caller), host.caller};
     host.menu_items.insert(place_of(host, item, after), item);
 }
@@ -59,9 +60,9 @@ void disable(HostState& host, AEGP_Command command) {
 }
 
 void require_entry_point(const HostState& host, Caller caller) {
-    if (!host.in_entry_point) refuse_state("hooks can be registered in the entry point only");
+    if (!host.in_entry_point) refuse_state("Hooks can be registered in the entry point only.");
     if (caller.id != host.caller)
-        refuse_argument("plug-in " + std::to_string(caller.id) + " is not the one being entered");
+        refuse_argument("Plug-in " + std::to_string(caller.id) + " is not the one being entered.");
 }
 
 void register_command_hook(HostState& host, Caller caller, AEGP_HookPriority priority, AEGP_Command command,
@@ -70,7 +71,7 @@ void register_command_hook(HostState& host, Caller caller, AEGP_HookPriority pri
     if (!hook) refuse_null("hook");
     const bool has_one = std::any_of(host.command_hooks.begin(), host.command_hooks.end(),
                                      [caller](const CommandHook& each) { return each.plugin_id == caller.id; });
-    if (has_one) refuse_state("the plug-in has a command hook already");
+    if (has_one) refuse_state("The plug-in has a command hook already.");
     host.command_hooks.push_back({caller.id, priority, command, hook, refcon});
 }
 

@@ -45,7 +45,8 @@ void set_selection(HostState& host, Comp& comp, Collection& collection) {
     std::unordered_set<Layer*> seen;
     for (const AEGP_CollectionItemV2& item : collection.items) {
         if (item.type != AEGP_CollectionItemType_LAYER)
-            refuse_as_unsupported("the host selects layers only, not members of type " + std::to_string(item.type));
+            refuse_as_unsupported("The host selects layers only, no members of type " + std::to_string(item.type) +
+                                  ".");
         Layer& layer = living_layer(host, item.u.layer.layerH);
         if (seen.insert(&layer).second) layers.push_back(&layer);
     }

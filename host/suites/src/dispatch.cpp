@@ -34,13 +34,13 @@ A_Err run(HostState& host, const Invocation& invocation, std::string& complaint)
         complaint = error.what();
         return code_of(error.kind());
     } catch (const std::bad_alloc&) {
-        complaint = "out of memory";
+        complaint = "The host is out of memory.";
         return kOutOfMemory;
     } catch (const std::exception& error) {
         complaint = error.what();
         return kInternal;
     } catch (...) {
-        complaint = "an exception of unknown kind";
+        complaint = "An exception of unknown kind arose in the host.";
         return kInternal;
     }
 }
@@ -52,7 +52,7 @@ A_Err run_and_note(HostState& host, const Invocation& invocation, std::uint64_t 
 }
 
 A_Err refuse_thread(HostState& host, const Invocation& invocation) {
-    host.add_diagnostic(invocation.slot, 0, kWrongThread, "called off the main thread");
+    host.add_diagnostic(invocation.slot, 0, kWrongThread, "The call came off the main thread.");
     return kWrongThread;
 }
 

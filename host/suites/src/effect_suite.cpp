@@ -15,7 +15,7 @@ int effect_count(Layer& layer) {
 }
 
 EffectRef effect_at(Caller, Layer& layer, AEGP_EffectIndex index) {
-    if (index < 0) refuse_argument("there is no effect " + std::to_string(index));
+    if (index < 0) refuse_argument("There is no effect " + std::to_string(index) + ".");
     return {&layer, &layer.effect(static_cast<std::size_t>(index))};
 }
 
@@ -26,8 +26,7 @@ int flags_of(EffectRef ref) {
     return static_cast<int>(ref.effect->flags());
 }
 
-void set_flags(HostState& host, EffectRef ref, AEGP_EffectFlags mask, AEGP_EffectFlags flags) {
-    require_unlocked(host, *ref.layer);
+void set_flags(EffectRef ref, AEGP_EffectFlags mask, AEGP_EffectFlags flags) {
     ref.effect->set_flags(static_cast<std::uint32_t>(mask), static_cast<std::uint32_t>(flags));
 }
 
@@ -35,8 +34,7 @@ void dispose(HostState& host, HandleOf<EffectRef> handle) {
     host.ledger.dispose<EffectRef>(handle.handle);
 }
 
-EffectRef apply(HostState& host, Caller, Layer& layer, AEGP_InstalledEffectKey key) {
-    require_unlocked(host, layer);
+EffectRef apply(Caller, Layer& layer, AEGP_InstalledEffectKey key) {
     return {&layer, &layer.apply_effect(key)};
 }
 

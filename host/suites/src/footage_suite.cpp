@@ -16,7 +16,7 @@ constexpr int kLargestSide = 30'000;  // pixels
 
 SolidFootage new_solid(std::string name, A_long width, A_long height, const AEGP_ColorVal& color) {
     if (width < 1 || height < 1 || width > kLargestSide || height > kLargestSide)
-        refuse_argument("a solid cannot be " + std::to_string(width) + " x " + std::to_string(height) + " pixels");
+        refuse_argument("A solid cannot be " + std::to_string(width) + " x " + std::to_string(height) + " pixels.");
     return {std::move(name), width, height, color};
 }
 
@@ -24,7 +24,7 @@ SolidFootage new_solid(std::string name, A_long width, A_long height, const AEGP
 OrNull<Item*> add_to_project(HostState& host, HandleOf<SolidFootage> handle, Item& folder) {
     const SolidFootage& solid = host.ledger.find<SolidFootage>(handle.handle);
     if (folder.type() != model::ItemType::folder)
-        refuse_argument("item " + std::to_string(folder.id()) + " is no folder");
+        refuse_argument("Item " + std::to_string(folder.id()) + " is no folder.");
     model::FootageFacts facts;
     facts.is_solid = true;
     facts.color = {solid.color.redF, solid.color.greenF, solid.color.blueF, solid.color.alphaF};
@@ -39,8 +39,8 @@ void dispose(HostState& host, HandleOf<SolidFootage> handle) {
 
 void require_footage(const Item& item, bool proxy) {
     if (item.type() != model::ItemType::footage)
-        refuse_argument("item " + std::to_string(item.id()) + " is no footage");
-    if (proxy) refuse_argument("the footage has no proxy");
+        refuse_argument("Item " + std::to_string(item.id()) + " is no footage.");
+    if (proxy) refuse_argument("The footage has no proxy.");
 }
 
 // Of all the record's fields the host keeps the pixel aspect; the others say that nothing is converted.
@@ -67,11 +67,11 @@ bool differ_in_aspect_only(const AEGP_FootageInterp& a, const AEGP_FootageInterp
 
 void set_interpretation(Item& item, bool proxy, const AEGP_FootageInterp& interpretation) {
     if (!differ_in_aspect_only(interpretation, interpretation_of(item, proxy)))
-        refuse_as_unsupported("of an interpretation the host changes the pixel aspect only");
+        refuse_as_unsupported("Of an interpretation the host changes the pixel aspect only.");
     const A_Ratio aspect = interpretation.pix_aspect_ratio;
     if (aspect.num < 1 || aspect.den < 1)
-        refuse_argument("a pixel cannot have the aspect " + std::to_string(aspect.num) + ":" +
-                        std::to_string(aspect.den));
+        refuse_argument("A pixel cannot have the aspect " + std::to_string(aspect.num) + ":" +
+                        std::to_string(aspect.den) + ".");
     item.set_pixel_aspect({aspect.num, aspect.den});
 }
 

@@ -46,7 +46,7 @@ inline constexpr bool is_optional_result<OrNull<T>> = true;
 template <class Result, class Pointer>
 void require_result(Pointer pointer) {
     if (!is_optional_result<Result> && !pointer)
-        throw model::Error(model::ErrorKind::bad_argument, "a pointer for a result is null");
+        throw model::Error(model::ErrorKind::bad_argument, "A pointer for a result is null.");
 }
 
 inline void give(HostState&, bool value, A_Boolean* out) {

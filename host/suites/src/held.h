@@ -55,7 +55,7 @@ struct KeyframeBatch {
     static constexpr HandleKind kKind = HandleKind::keyframe_batch;
     using Handle = AEGP_AddKeyframesInfoH;
     struct Entry {
-        model::Time time;  // layer time
+        model::Time time;  // as in keyframes
         std::optional<model::Value> value;
     };
     StreamRef stream;

@@ -44,10 +44,6 @@ const std::string& HostState::plugin_name(AEGP_PluginID id) const {
                : unknown;
 }
 
-void HostState::remark(std::string sentence) {
-    add_diagnostic(*now.slot, now.call, A_Err_NONE, std::move(sentence));
-}
-
 void HostState::add_diagnostic(const SlotFacts& slot, std::uint64_t call, A_Err code, std::string sentence) {
     const std::lock_guard lock(diagnostics_mutex);
     diagnostics.push_back({call, full_name(slot), code, std::move(sentence)});

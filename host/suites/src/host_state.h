@@ -52,8 +52,6 @@ struct HostState {
     std::vector<Diagnostic> diagnostics;
 
     const std::string& plugin_name(AEGP_PluginID id) const;
-    // Notes something odd that succeeds.
-    void remark(std::string sentence);
     void add_diagnostic(const SlotFacts& slot, std::uint64_t call, A_Err code, std::string sentence);
 };
 

@@ -19,7 +19,7 @@ int project_count() {
 }
 
 Project* project_at(HostState& host, int index) {
-    if (index != 0) refuse_argument("there is no project " + std::to_string(index));
+    if (index != 0) refuse_argument("There is no project " + std::to_string(index) + ".");
     return &host.project;
 }
 

@@ -15,13 +15,12 @@ bool keeps_keys_in_followers(const HostState& host, const model::Stream& stream)
 }
 
 void require_keyframes_here(const HostState& host, const model::Stream& stream) {
-    if (!stream.can_vary_over_time()) refuse_state("the stream cannot vary over time");
+    if (!stream.can_vary_over_time()) refuse_state("The stream cannot vary over time.");
     if (keeps_keys_in_followers(host, stream))
-        refuse_state("the dimensions are separated: the stream itself has no keyframes");
+        refuse_state("The dimensions are separated, so the stream itself has no keyframes.");
 }
 
 KeyframeBatch start_batch(HostState& host, StreamRef stream) {
-    require_unlocked(host, *stream.layer);
     require_keyframes_here(host, *stream.stream);
     return {stream, {}};
 }
@@ -29,22 +28,22 @@ KeyframeBatch start_batch(HostState& host, StreamRef stream) {
 namespace {
 
 void require_stream(const KeyframeBatch& batch) {
-    if (!still_exists(batch.stream)) refuse_argument("what the stream belongs to was deleted");
+    if (!still_exists(batch.stream)) refuse_argument("What the stream belongs to was deleted.");
 }
 
 }  // namespace
 
 int add_to_batch(KeyframeBatch& batch, TimeMode mode, const A_Time& time) {
     require_stream(batch);
-    batch.entries.push_back({to_layer_time(from_plugin(time), mode, *batch.stream.layer), {}});
+    batch.entries.push_back({to_stream_time(from_plugin(time), mode, *batch.stream.layer), {}});
     return static_cast<int>(batch.entries.size() - 1);
 }
 
 void set_in_batch(HostState& host, KeyframeBatch& batch, A_long place, const AEGP_StreamValue2& value) {
     require_stream(batch);
     if (place < 0 || static_cast<std::size_t>(place) >= batch.entries.size())
-        refuse_argument("the batch has " + std::to_string(batch.entries.size()) + " keyframes, none at " +
-                        std::to_string(place));
+        refuse_argument("The batch has " + std::to_string(batch.entries.size()) + " keyframes, none at " +
+                        std::to_string(place) + ".");
     batch.entries[static_cast<std::size_t>(place)].value = value_for(host, *batch.stream.stream, value);
 }
 

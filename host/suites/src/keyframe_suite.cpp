@@ -4,6 +4,7 @@
 #include <tuple>
 
 #include "keyframe_batches.h"
+#include "model/keyframe_edit.h"
 #include "refusals.h"
 #include "slot.h"
 #include "stream_values.h"
@@ -23,28 +24,25 @@ int keyframe_count(HostState& host, StreamRef ref) {
 
 const Keyframe& keyframe(const HostState& host, StreamRef ref, AEGP_KeyframeIndex index) {
     require_keyframes_here(host, *ref.stream);
-    if (index < 0) refuse_argument("there is no keyframe " + std::to_string(index));
+    if (index < 0) refuse_argument("There is no keyframe " + std::to_string(index) + ".");
     return ref.stream->keyframe(static_cast<std::size_t>(index));
 }
 
 // Changes one keyframe through `change`; nothing is written if it throws.
 template <class Change>
 void edit(const HostState& host, StreamRef ref, AEGP_KeyframeIndex index, Change change) {
-    require_unlocked(host, *ref.layer);
-    const Keyframe& present = keyframe(host, ref, index);
-    Keyframe edited = present;
+    Keyframe edited = keyframe(host, ref, index);
     change(edited);
-    if (edited != present) ref.stream->set_keyframe(static_cast<std::size_t>(index), edited);
+    ref.stream->set_keyframe(static_cast<std::size_t>(index), edited);
 }
 
 A_Time keyframe_time(HostState& host, StreamRef ref, AEGP_KeyframeIndex index, TimeMode mode) {
-    return to_plugin(from_layer_time(keyframe(host, ref, index).time, mode, *ref.layer), *ref.layer);
+    return to_plugin(from_stream_time(keyframe(host, ref, index).time, mode, *ref.layer), *ref.layer);
 }
 
 int insert(HostState& host, StreamRef ref, TimeMode mode, const A_Time& time) {
-    require_unlocked(host, *ref.layer);
     require_keyframes_here(host, *ref.stream);
-    return static_cast<int>(ref.stream->insert_keyframe(to_layer_time(from_plugin(time), mode, *ref.layer)));
+    return static_cast<int>(ref.stream->insert_keyframe(to_stream_time(from_plugin(time), mode, *ref.layer)));
 }
 
 NewValue value_of(HostState& host, Caller, StreamRef ref, AEGP_KeyframeIndex index) {
@@ -62,7 +60,7 @@ int temporal_dimensions(StreamRef ref) {
 }
 
 void require_spatial(const Stream& stream) {
-    if (!model::is_spatial(stream.type())) refuse_argument("the stream is not spatial");
+    if (!model::is_spatial(stream.type())) refuse_argument("The stream is not spatial.");
 }
 
 std::tuple<OrNull<NewValue>, OrNull<NewValue>> tangents(HostState& host, Caller, StreamRef ref,
@@ -76,16 +74,15 @@ void set_tangents(HostState& host, StreamRef ref, AEGP_KeyframeIndex index, cons
                   const AEGP_StreamValue2* out) {
     require_spatial(*ref.stream);
     edit(host, ref, index, [&](Keyframe& k) {
-        if (in) k.tangent_in = value_for(host, *ref.stream, *in);
-        if (out) k.tangent_out = value_for(host, *ref.stream, *out);
-        if (host.project.rules().keyframe_setters_disturb_each_other)
-            k.flags &= ~std::uint32_t{model::kSpatialAutoBezier};
+        const model::Value new_in = in ? value_for(host, *ref.stream, *in) : k.tangent_in;
+        const model::Value new_out = out ? value_for(host, *ref.stream, *out) : k.tangent_out;
+        model::set_tangents(k, new_in, new_out, host.project.rules());
     });
 }
 
 std::size_t ease_place(const Stream& stream, A_long dimension) {
     if (dimension < 0 || dimension >= model::temporal_dimensions(stream.type()))
-        refuse_argument("the stream has no temporal dimension " + std::to_string(dimension));
+        refuse_argument("The stream has no temporal dimension " + std::to_string(dimension) + ".");
     return static_cast<std::size_t>(dimension);
 }
 
@@ -95,7 +92,7 @@ AEGP_KeyframeEase to_plugin(const model::Ease& ease) {
 
 model::Ease from_plugin(const AEGP_KeyframeEase& ease) {
     if (!std::isfinite(ease.speedF) || !std::isfinite(ease.influenceF))
-        refuse_argument("the ease is not a finite number");
+        refuse_argument("The ease is not a finite number.");
     return {ease.speedF, ease.influenceF};
 }
 
@@ -109,16 +106,10 @@ std::tuple<OrNull<AEGP_KeyframeEase>, OrNull<AEGP_KeyframeEase>> ease(HostState&
 void set_ease(HostState& host, StreamRef ref, AEGP_KeyframeIndex index, A_long dimension, const AEGP_KeyframeEase* in,
               const AEGP_KeyframeEase* out) {
     const std::size_t place = ease_place(*ref.stream, dimension);
-    const bool forces_bezier = host.project.rules().keyframe_setters_disturb_each_other;
     edit(host, ref, index, [&](Keyframe& k) {
-        if (in) {
-            k.ease_in[place] = from_plugin(*in);
-            if (forces_bezier) k.in = model::Interpolation::bezier;
-        }
-        if (out) {
-            k.ease_out[place] = from_plugin(*out);
-            if (forces_bezier) k.out = model::Interpolation::bezier;
-        }
+        const model::Ease new_in = in ? from_plugin(*in) : k.ease_in[place];
+        const model::Ease new_out = out ? from_plugin(*out) : k.ease_out[place];
+        model::set_ease(k, place, new_in, new_out, host.project.rules());
     });
 }
 
@@ -126,20 +117,12 @@ int flags_of(HostState& host, StreamRef ref, AEGP_KeyframeIndex index) {
     return static_cast<int>(keyframe(host, ref, index).flags);
 }
 
-constexpr std::uint32_t kSpatialFlags = model::kSpatialContinuous | model::kSpatialAutoBezier | model::kRoving;
-
+// One flag, or none: then nothing happens.
 void set_flag(HostState& host, StreamRef ref, AEGP_KeyframeIndex index, AEGP_KeyframeFlags flag, bool on) {
     const auto bit = static_cast<std::uint32_t>(flag);
     if (bit > model::kRoving || (bit != 0 && !std::has_single_bit(bit)))
-        refuse_argument(std::to_string(flag) + " is not one keyframe flag");
-    const bool spatial = model::is_spatial(ref.stream->type());
-    if (on && (bit & kSpatialFlags) != 0 && !spatial) refuse_argument("the stream is not spatial");
-    edit(host, ref, index, [&](Keyframe& k) {
-        // The ends of a path have nothing to rove between.
-        const bool at_end = index == 0 || static_cast<std::size_t>(index) + 1 == ref.stream->keyframe_count();
-        if (on && bit == model::kRoving && at_end) return;
-        k.flags = on ? k.flags | bit : k.flags & ~bit;
-    });
+        refuse_argument(std::to_string(flag) + " is not one keyframe flag.");
+    edit(host, ref, index, [&](Keyframe& k) { k.flags = on ? k.flags | bit : k.flags & ~bit; });
 }
 
 std::tuple<OrNull<int>, OrNull<int>> interpolation(HostState& host, StreamRef ref, AEGP_KeyframeIndex index) {
@@ -149,7 +132,7 @@ std::tuple<OrNull<int>, OrNull<int>> interpolation(HostState& host, StreamRef re
 
 model::Interpolation interpolation_from(AEGP_KeyframeInterpolationType type) {
     if (type < AEGP_KeyInterp_NONE || type > AEGP_KeyInterp_HOLD)
-        refuse_argument("there is no interpolation " + std::to_string(type));
+        refuse_argument("There is no interpolation " + std::to_string(type) + ".");
     return static_cast<model::Interpolation>(type);
 }
 

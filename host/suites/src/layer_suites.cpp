@@ -38,7 +38,8 @@ int id_of(Layer& layer) {
 
 Layer* layer_with_id(HostState& host, Comp& comp, int id) {
     Layer* layer = host.project.layer_by_id(id);
-    if (!layer || &layer->comp() != &comp) refuse_argument("the composition has no layer of id " + std::to_string(id));
+    if (!layer || &layer->comp() != &comp)
+        refuse_argument("The composition has no layer of id " + std::to_string(id) + ".");
     return layer;
 }
 
@@ -60,8 +61,7 @@ std::tuple<OrNull<MemoryBlock>, OrNull<MemoryBlock>> wide_names(Caller, Layer& l
 }
 
 // An empty name takes the layer's own name away.
-void rename(HostState& host, Layer& layer, std::string name) {
-    require_unlocked(host, layer);
+void rename(Layer& layer, std::string name) {
     layer.rename(std::move(name));
 }
 
@@ -69,11 +69,10 @@ int flags_of(Layer& layer) {
     return static_cast<int>(layer.flags());
 }
 
-void set_flag(HostState& host, Layer& layer, AEGP_LayerFlags flag, bool on) {
+void set_flag(Layer& layer, AEGP_LayerFlags flag, bool on) {
     const auto bits = static_cast<std::uint32_t>(flag);
     if (!std::has_single_bit(bits) || bits > AEGP_LayerFlag_ENVIRONMENT_LAYER)
-        refuse_argument(std::to_string(flag) + " is not one layer flag");
-    if (bits != model::kLocked) require_unlocked(host, layer);
+        refuse_argument(std::to_string(flag) + " is not one layer flag.");
     layer.set_flag(static_cast<model::LayerFlag>(bits), on);
 }
 
@@ -92,7 +91,6 @@ Layer* parent_of(Layer& layer) {
 }
 
 void set_parent(HostState& host, Layer& layer, Layer* parent) {
-    require_unlocked(host, layer);
     layer.set_parent(parent, host.project.rules().suite_parenting_compensates ? model::Parenting::keep_place
                                                                               : model::Parenting::keep_local_values);
 }
@@ -101,14 +99,12 @@ OrNull<Layer*> add_layer(Item& source, Comp& comp) {
     return {&comp.add_layer(source)};
 }
 
-void delete_layer(HostState& host, Layer& layer) {
-    require_unlocked(host, layer);
+void delete_layer(Layer& layer) {
     layer.remove();
 }
 
 void reorder(HostState& host, Layer& layer, int index) {
-    require_unlocked(host, layer);
-    if (index < AEGP_REORDER_LAYER_TO_END) refuse_argument("there is no place " + std::to_string(index));
+    if (index < AEGP_REORDER_LAYER_TO_END) refuse_argument("There is no place " + std::to_string(index) + ".");
     const bool before = host.project.rules().reorder_meaning == model::ReorderMeaning::insert_before;
     // Taking the layer out moves what it shall stand before up by one.
     const bool comes_from_above = layer.index() < index;

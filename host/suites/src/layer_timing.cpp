@@ -1,8 +1,6 @@
 // In-point, duration, offset.
 #include "layer_timing.h"
 
-#include "refusals.h"
-
 namespace host::suites {
 
 A_Time in_point(model::Layer& layer, TimeMode mode) {
@@ -13,9 +11,7 @@ A_Time duration(model::Layer& layer, TimeMode mode) {
     return to_plugin(from_comp_duration(layer.duration(), mode, layer), layer);
 }
 
-void set_in_point_and_duration(HostState& host, model::Layer& layer, TimeMode mode, const A_Time& in_point,
-                               const A_Time& duration) {
-    require_unlocked(host, layer);
+void set_in_point_and_duration(model::Layer& layer, TimeMode mode, const A_Time& in_point, const A_Time& duration) {
     layer.set_in_point_and_duration(to_comp_time(from_plugin(in_point), mode, layer),
                                     to_comp_duration(from_plugin(duration), mode, layer));
 }
@@ -24,8 +20,7 @@ A_Time offset(model::Layer& layer) {
     return to_plugin(layer.offset(), layer);
 }
 
-void set_offset(HostState& host, model::Layer& layer, const A_Time& offset) {
-    require_unlocked(host, layer);
+void set_offset(model::Layer& layer, const A_Time& offset) {
     layer.set_offset(from_plugin(offset));
 }
 

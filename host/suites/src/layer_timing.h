@@ -1,7 +1,6 @@
 // Where a layer lies in time: the bodies of the layer suites' timing functions.
 #pragma once
 
-#include "host_state.h"
 #include "model/layer.h"
 #include "times.h"
 
@@ -10,11 +9,10 @@ namespace host::suites {
 A_Time in_point(model::Layer& layer, TimeMode mode);
 A_Time duration(model::Layer& layer, TimeMode mode);
 // Trims only; offset and keyframes stay.
-void set_in_point_and_duration(HostState& host, model::Layer& layer, TimeMode mode, const A_Time& in_point,
-                               const A_Time& duration);
+void set_in_point_and_duration(model::Layer& layer, TimeMode mode, const A_Time& in_point, const A_Time& duration);
 // The composition time of layer time 0, which is not where a trimmed layer begins.
 A_Time offset(model::Layer& layer);
 // Moves the whole layer.
-void set_offset(HostState& host, model::Layer& layer, const A_Time& offset);
+void set_offset(model::Layer& layer, const A_Time& offset);
 
 }  // namespace host::suites

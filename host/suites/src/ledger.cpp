@@ -2,25 +2,17 @@
 #include "ledger.h"
 
 #include <algorithm>
-#include <cstdio>
 
-#include "model/error.h"
+#include "refusals.h"
 #include "text.h"
 
 namespace host::suites {
-
-using model::Error;
-using model::ErrorKind;
 
 namespace {
 
 // So many dead records lie idle before the first is used again: a stale handle is recognised for that long with all its
 // history, and by its generation for 65,535 lives more.
 constexpr std::size_t kQuarantine = 4096;
-
-[[noreturn]] void refuse(std::string sentence) {
-    throw Error(ErrorKind::bad_argument, sentence);
-}
 
 std::string by(const Provenance& call) {
     return "by call " + std::to_string(call.call) + " (" + full_name(*call.slot) + ")";
@@ -82,12 +74,12 @@ std::string_view name_of(HandleKind kind) {
 
 std::string why_not(RawHandle handle, HandleKind wanted, std::uint8_t host) {
     const std::string name(name_of(wanted));
-    if (handle == 0) return "the " + name + " handle is null";
+    if (handle == 0) return "The " + name + " handle is null.";
     const auto parts = decode(handle);
-    if (!parts) return "the " + name + " handle is no handle of this host";
+    if (!parts) return "The " + name + " handle is no handle of this host.";
     if (parts->kind != wanted)
-        return "a " + std::string(name_of(parts->kind)) + " handle stands where a " + name + " handle must";
-    if (parts->host != host) return "the " + name + " handle comes from another session";
+        return "A handle of kind " + std::string(name_of(parts->kind)) + " stands where one of kind " + name + " must.";
+    if (parts->host != host) return "The " + name + " handle comes from another session.";
     return {};
 }
 
@@ -118,9 +110,10 @@ std::optional<std::uint32_t> Ledger::place_of(RawHandle handle) const {
 }
 
 std::uint32_t Ledger::known_place(RawHandle handle, HandleKind kind) const {
-    if (const std::string sentence = why_not(handle, kind, host_); !sentence.empty()) refuse(sentence);
+    if (const std::string sentence = why_not(handle, kind, host_); !sentence.empty()) refuse_argument(sentence);
     const auto place = place_of(handle);
-    if (!place) refuse("the " + std::string(name_of(kind)) + " handle was disposed of long ago or never given");
+    if (!place)
+        refuse_argument("The " + std::string(name_of(kind)) + " handle was disposed of long ago, or never given.");
     return *place;
 }
 
@@ -133,8 +126,8 @@ std::uint32_t Ledger::living_place(RawHandle handle, HandleKind kind) {
     const Record& record = records_[place];
     if (!record.is_alive()) {
         used_after_disposal_.push_back(misuse(record));
-        refuse("the " + std::string(name_of(kind)) + " made " + by(record.made) + " was disposed of " +
-               by(record.disposed));
+        refuse_argument("The " + std::string(name_of(kind)) + " made " + by(record.made) + " was disposed of " +
+                        by(record.disposed) + ".");
     }
     return place;
 }
@@ -144,11 +137,10 @@ std::uint32_t Ledger::disposable_place(RawHandle handle, HandleKind kind) {
     const Record& record = records_[place];
     if (!record.is_alive()) {
         disposed_twice_.push_back(misuse(record));
-        refuse("the " + std::string(name_of(kind)) + " made " + by(record.made) + " was already disposed of " +
-               by(record.disposed));
+        refuse_argument("The " + std::string(name_of(kind)) + " made " + by(record.made) + " was already disposed of " +
+                        by(record.disposed) + ".");
     }
-    if (record.adopted)
-        throw Error(ErrorKind::not_allowed, "the stream made " + by(record.made) + " belongs to a collection");
+    if (record.adopted) refuse_state("The stream made " + by(record.made) + " belongs to a collection.");
     return place;
 }
 

@@ -14,10 +14,8 @@ MemoryBlock new_block(Caller, std::string purpose, AEGP_MemSize size, AEGP_MemFl
 }
 
 void free_block(HostState& host, HandleOf<MemoryBlock> handle) {
-    if (host.ledger.find_to_dispose<MemoryBlock>(handle.handle).locks() > 0) {
+    if (host.ledger.find_to_dispose<MemoryBlock>(handle.handle).locks() > 0)
         host.ledger.note_freed_while_locked(handle.handle);
-        host.remark("the memory was still locked");
-    }
     host.ledger.dispose<MemoryBlock>(handle.handle);
 }
 
@@ -27,7 +25,7 @@ void* lock(MemoryBlock& block) {
 }
 
 void unlock(MemoryBlock& block) {
-    if (!block.unlock()) refuse_state("the memory is not locked");
+    if (!block.unlock()) refuse_state("The memory is not locked.");
 }
 
 int size_of(MemoryBlock& block) {
@@ -35,7 +33,7 @@ int size_of(MemoryBlock& block) {
 }
 
 void resize(std::string, AEGP_MemSize size, MemoryBlock& block) {
-    if (block.locks() > 0) refuse_state("the memory is locked");
+    if (block.locks() > 0) refuse_state("The memory is locked.");
     block.resize(size);
 }
 

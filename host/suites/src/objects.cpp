@@ -1,20 +1,16 @@
 // Handles of the host's own objects carry the object's id.
 #include "objects.h"
 
-#include "model/error.h"
+#include "refusals.h"
 #include "text.h"
 
 namespace host::suites {
 
 namespace {
 
-[[noreturn]] void refuse(const std::string& sentence) {
-    throw model::Error(model::ErrorKind::bad_argument, sentence);
-}
-
 // The id in a handle of the host's own objects.
 std::int32_t id_in(const HostState& host, RawHandle handle, HandleKind kind) {
-    if (const std::string sentence = why_not(handle, kind, host.number); !sentence.empty()) refuse(sentence);
+    if (const std::string sentence = why_not(handle, kind, host.number); !sentence.empty()) refuse_argument(sentence);
     return static_cast<std::int32_t>(decode(handle)->index);
 }
 
@@ -29,7 +25,7 @@ std::string numbered(HandleKind kind, std::int32_t id) {
 model::Item& item_with(HostState& host, RawHandle handle, HandleKind kind) {
     const std::int32_t id = id_in(host, handle, kind);
     model::Item* item = host.project.item_by_id(id);
-    if (!item) refuse(numbered(kind, id) + " was deleted");
+    if (!item) refuse_argument("There is no " + numbered(kind, id) + " any more.");
     return *item;
 }
 
@@ -46,14 +42,14 @@ model::Item& living_item(HostState& host, AEGP_ItemH handle) {
 
 model::Comp& living_comp(HostState& host, AEGP_CompH handle) {
     model::Comp* comp = item_with(host, raw(handle), HandleKind::comp).comp();
-    if (!comp) refuse("the composition handle was never given");
+    if (!comp) refuse_argument("The composition handle was never given.");
     return *comp;
 }
 
 model::Layer& living_layer(HostState& host, AEGP_LayerH handle) {
     const std::int32_t id = id_in(host, raw(handle), HandleKind::layer);
     model::Layer* layer = host.project.layer_by_id(id);
-    if (!layer) refuse(numbered(HandleKind::layer, id) + " was deleted");
+    if (!layer) refuse_argument("There is no " + numbered(HandleKind::layer, id) + " any more.");
     return *layer;
 }
 
@@ -63,13 +59,13 @@ StreamRef living_stream(HostState& host, AEGP_StreamRefH handle) {
     const bool in_value = parts && parts->kind == HandleKind::stream_value;
     const StreamRef ref =
         in_value ? host.ledger.find<ValueRef>(raw(handle)).of : host.ledger.find<StreamRef>(raw(handle));
-    if (!still_exists(ref)) refuse("what the stream belongs to was deleted");
+    if (!still_exists(ref)) refuse_argument("What the stream belongs to was deleted.");
     return ref;
 }
 
 EffectRef living_effect(HostState& host, AEGP_EffectRefH handle) {
     const EffectRef ref = host.ledger.find<EffectRef>(raw(handle));
-    if (!still_exists(ref)) refuse("the effect or its layer was deleted");
+    if (!still_exists(ref)) refuse_argument("The effect or its layer was deleted.");
     return ref;
 }
 

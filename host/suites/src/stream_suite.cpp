@@ -1,9 +1,7 @@
 // Stream suite 4: streams of layers and effects, their values and expressions.
-#include "stream_values.h"
-
-#include "model/comp.h"
 #include "refusals.h"
 #include "slot.h"
+#include "stream_values.h"
 #include "trapped_suite.h"
 
 namespace host::suites {
@@ -25,7 +23,8 @@ bool is_legal(Layer& layer, AEGP_LayerStream number) {
 StreamRef layer_stream(HostState& host, Caller, Layer& layer, AEGP_LayerStream number) {
     const bool strict = host.project.rules().inapplicable_stream == model::InapplicableStream::error;
     if (strict && !is_legal(layer, number))
-        refuse_state("stream " + std::to_string(number) + " does not apply to layer " + std::to_string(layer.id()));
+        refuse_state("Stream " + std::to_string(number) + " does not apply to layer " + std::to_string(layer.id()) +
+                     ".");
     return {&layer, nullptr, &layer.stream(number)};
 }
 
@@ -34,7 +33,7 @@ int parameter_count(EffectRef ref) {
 }
 
 StreamRef effect_stream(Caller, EffectRef ref, PF_ParamIndex index) {
-    if (index < 0) refuse_argument("there is no parameter " + std::to_string(index));
+    if (index < 0) refuse_argument("There is no parameter " + std::to_string(index) + ".");
     return {ref.layer, ref.effect, &ref.effect->parameter(static_cast<std::size_t>(index))};
 }
 
@@ -56,8 +55,8 @@ int type_of(StreamRef ref) {
 NewValue value_at(HostState& host, Caller, StreamRef ref, TimeMode mode, const A_Time& time, bool pre_expression) {
     require_values(host, *ref.stream);
     if (!pre_expression && ref.stream->expression_state())
-        refuse_as_unsupported("the host does not evaluate expressions; ask for the value before the expression");
-    return {ref, ref.stream->value_at(to_layer_time(from_plugin(time), mode, *ref.layer))};
+        refuse_as_unsupported("The host does not evaluate expressions; it has the value from before them.");
+    return {ref, ref.stream->value_at(to_stream_time(from_plugin(time), mode, *ref.layer))};
 }
 
 // A record that was cleared, or filled by hand, has nothing to dispose of.
@@ -68,9 +67,8 @@ void dispose_value(HostState& host, AEGP_StreamValue2& value) {
 }
 
 void set_value(HostState& host, Caller, StreamRef ref, const AEGP_StreamValue2& value) {
-    require_unlocked(host, *ref.layer);
     require_values(host, *ref.stream);
-    if (ref.stream->is_time_varying()) refuse_state("the stream varies over time: it has no static value to set");
+    if (ref.stream->is_time_varying()) refuse_state("The stream varies over time, so it takes no static value.");
     if (has_numbers(ref.stream->type())) ref.stream->set_static_value(value_for(host, *ref.stream, value));
 }
 
@@ -78,8 +76,7 @@ bool expression_state(Caller, StreamRef ref) {
     return ref.stream->expression_state();
 }
 
-void set_expression_state(HostState& host, Caller, StreamRef ref, bool enabled) {
-    require_unlocked(host, *ref.layer);
+void set_expression_state(Caller, StreamRef ref, bool enabled) {
     ref.stream->set_expression_state(enabled);
 }
 
@@ -89,8 +86,7 @@ Maybe<MemoryBlock> expression(HostState& host, Caller, StreamRef ref) {
     return {MemoryBlock::of_text("expression", ref.stream->data().expression)};
 }
 
-void set_expression(HostState& host, Caller, StreamRef ref, std::string text) {
-    require_unlocked(host, *ref.layer);
+void set_expression(Caller, StreamRef ref, std::string text) {
     ref.stream->set_expression(text);
 }
 

@@ -7,14 +7,14 @@
 namespace host::suites {
 
 void require_values(const HostState& host, const model::Stream& stream) {
-    if (host.project.rules().strict_no_data && !has_numbers(stream.type())) refuse_state("the stream has no values");
+    if (host.project.rules().strict_no_data && !has_numbers(stream.type())) refuse_state("The stream has no values.");
 }
 
 model::Value value_for(HostState& host, const model::Stream& stream, const AEGP_StreamValue2& value) {
     if (value.streamH) {
         const StreamRef source = living_stream(host, value.streamH);
         if (!have_same_layout(source.stream->type(), stream.type()))
-            refuse_argument("the value is of another type than the stream's");
+            refuse_argument("The value is of another type than the stream's.");
     }
     return from_plugin(value.val, stream.type());
 }

@@ -26,7 +26,7 @@ struct HandleOf {
 };
 
 [[noreturn]] inline void refuse_null(const char* what) {
-    throw model::Error(model::ErrorKind::bad_argument, std::string("the ") + what + " is null");
+    throw model::Error(model::ErrorKind::bad_argument, std::string("The ") + what + " is null.");
 }
 
 // By value: numbers, and pointers, which may be null.
@@ -63,7 +63,7 @@ struct Take<TimeMode> {
     static TimeMode from(HostState& host, AEGP_LTimeMode mode) {
         const bool known = mode == AEGP_LTimeMode_LayerTime || mode == AEGP_LTimeMode_CompTime;
         if (!known && host.project.rules().unknown_time_mode == model::UnknownTimeMode::error)
-            throw model::Error(model::ErrorKind::bad_argument, "there is no time mode " + std::to_string(mode));
+            throw model::Error(model::ErrorKind::bad_argument, "There is no time mode " + std::to_string(mode) + ".");
         return mode == AEGP_LTimeMode_LayerTime ? TimeMode::layer : TimeMode::comp;
     }
 };

@@ -27,7 +27,7 @@ model::Time stretched(model::Time time, double factor) {
 }  // namespace
 
 model::Time from_plugin(const A_Time& time) {
-    if (time.scale == 0) throw model::Error(model::ErrorKind::bad_argument, "the time's scale is 0");
+    if (time.scale == 0) throw model::Error(model::ErrorKind::bad_argument, "The time's scale is 0.");
     return {scaled(time.value, model::kTicksPerSecond, time.scale)};
 }
 
@@ -35,18 +35,10 @@ A_Time to_plugin(model::Time time, const model::Layer& layer) {
     const std::int64_t scale = layer.comp().time_scale();
     const double value = static_cast<double>(time.ticks) * static_cast<double>(scale) / model::kTicksPerSecond;
     if (std::abs(value) >= 2147483647.5 || scale < 1 || scale > std::numeric_limits<A_u_long>::max())
-        throw model::Error(model::ErrorKind::not_allowed, "a time of " + std::to_string(model::seconds(time)) +
+        throw model::Error(model::ErrorKind::not_allowed, "A time of " + std::to_string(model::seconds(time)) +
                                                               " seconds in ticks of 1/" + std::to_string(scale) +
-                                                              " needs more than 32 bits");
+                                                              " needs more than 32 bits.");
     return {static_cast<A_long>(scaled(time.ticks, scale, model::kTicksPerSecond)), static_cast<A_u_long>(scale)};
-}
-
-model::Time to_layer_time(model::Time time, TimeMode mode, const model::Layer& layer) {
-    return mode == TimeMode::layer ? time : layer.to_layer_time(time);
-}
-
-model::Time from_layer_time(model::Time time, TimeMode mode, const model::Layer& layer) {
-    return mode == TimeMode::layer ? time : layer.to_comp_time(time);
 }
 
 model::Time to_comp_time(model::Time time, TimeMode mode, const model::Layer& layer) {
@@ -63,6 +55,14 @@ model::Time to_comp_duration(model::Time duration, TimeMode mode, const model::L
 
 model::Time from_comp_duration(model::Time duration, TimeMode mode, const model::Layer& layer) {
     return mode == TimeMode::comp ? duration : stretched(duration, 1 / std::abs(layer.stretch()));
+}
+
+model::Time to_stream_time(model::Time time, TimeMode mode, const model::Layer& layer) {
+    return to_comp_time(time, mode, layer) - layer.offset();
+}
+
+model::Time from_stream_time(model::Time time, TimeMode mode, const model::Layer& layer) {
+    return from_comp_time(time + layer.offset(), mode, layer);
 }
 
 }  // namespace host::suites

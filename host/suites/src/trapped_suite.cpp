@@ -10,7 +10,7 @@ namespace host::suites {
 namespace {
 
 void not_implemented(HostState& host, void*) {
-    throw model::Error(model::ErrorKind::unsupported, full_name(*host.now.slot) + " is not implemented by this host");
+    throw model::Error(model::ErrorKind::unsupported, full_name(*host.now.slot) + " is not implemented by this host.");
 }
 
 template <auto Member>

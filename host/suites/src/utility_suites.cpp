@@ -10,7 +10,7 @@ namespace host::suites {
 namespace {
 
 void report(HostState& host, Caller caller, std::string text) {
-    if (!host.ports.report) refuse_as_unsupported("this session shows no messages");
+    if (!host.ports.report) refuse_as_unsupported("This session shows no messages.");
     host.ports.report(host.plugin_name(caller.id), text);
 }
 
@@ -24,7 +24,7 @@ void end_undo_group(HostState& host) {
 // Narrow text is UTF-8 here, so that both encodings are the same. A script that fails is the script's affair: the call
 // succeeds with an empty result, unless the rules are strict.
 std::tuple<OrNull<MemoryBlock>, OrNull<MemoryBlock>> execute_script(HostState& host, Caller, std::string text, bool) {
-    if (!host.ports.run_script) refuse_as_unsupported("this session runs no scripts");
+    if (!host.ports.run_script) refuse_as_unsupported("This session runs no scripts.");
     const ScriptOutcome outcome = host.ports.run_script(text);
     if (outcome.failed && host.project.rules().failing_script_is_an_error) refuse_state(outcome.error);
     return {or_null(MemoryBlock::of_text("script result", outcome.failed ? std::string() : outcome.result)),

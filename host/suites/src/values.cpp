@@ -104,7 +104,7 @@ model::Value from_plugin(const AEGP_StreamVal2& value, StreamType type) {
             break;
     }
     for (const double n : out.n)
-        if (!std::isfinite(n)) throw model::Error(model::ErrorKind::bad_argument, "the value is not a finite number");
+        if (!std::isfinite(n)) throw model::Error(model::ErrorKind::bad_argument, "The value is not a finite number.");
     return out;
 }
 

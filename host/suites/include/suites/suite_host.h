@@ -18,11 +18,11 @@ namespace host::suites {
 
 struct HostState;
 
-// A call that failed or was tolerated, in words. One for each failing call; refusals by observers are not among them.
+// A call that failed, in words. Refusals by observers are not among them.
 struct Diagnostic {
     std::uint64_t call;    // its number; 0 when it came off the main thread
     std::string function;  // "LayerSuite5.AEGP_DeleteLayer"
-    A_Err code;            // what the plug-in got; 0 for something odd that succeeded
+    A_Err code;            // what the plug-in got
     std::string sentence;
 };
 
