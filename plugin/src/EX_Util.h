@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "AE_GeneralPlug.h"
+#include "AE_Macros.h"
 #include "PluginInfo.h"
 
 // ---- Selection (EX_Util_selection.cpp)
@@ -23,6 +24,15 @@ A_Err is_layer_precomp(const PluginInfo* info, AEGP_CollectionItemV2* item, unsi
 
 inline bool is_layer_item(const AEGP_CollectionItemV2& item) {
     return item.type == AEGP_CollectionItemType_LAYER;
+}
+
+// An item of a collection for the layer, all its other bytes zero.
+inline AEGP_CollectionItemV2 layer_item(AEGP_LayerH layer) {
+    AEGP_CollectionItemV2 item;
+    AEFX_CLR_STRUCT(item);
+    item.type = AEGP_CollectionItemType_LAYER;
+    item.u.layer.layerH = layer;
+    return item;
 }
 
 // ---- Copying out of the pre-comp (EX_Util_copy.cpp)

@@ -91,9 +91,7 @@ A_Err copy_layers_to_parent(const PluginInfo* info, AEGP_LayerH precompLayer, ch
         if (info->options->fix_random_expressions) {
             ERR(add_random_seed_to_all_expressions(info, layer, layer_count - k));
         }
-        AEGP_CollectionItemV2 item = {};
-        item.type = AEGP_CollectionItemType_LAYER;
-        item.u.layer.layerH = layer;
+        const AEGP_CollectionItemV2 item = layer_item(layer);
         ERR(suites.CollectionSuite2()->AEGP_CollectionPushBack(*newLayers, &item));
     }
     return err;

@@ -96,9 +96,7 @@ std::wstring name_prefix(const Run& run, AEGP_LayerH precomp_layer) {
 // The null stays when it carries keyframes, and is then selected with the new layers.
 A_Err keep_null(const Run& run, AEGP_SuiteHandler& suites, AEGP_LayerH null_layer, AEGP_Collection2H new_layers) {
     A_Err err = A_Err_NONE;
-    AEGP_CollectionItemV2 item = {};
-    item.type = AEGP_CollectionItemType_LAYER;
-    item.u.layer.layerH = null_layer;
+    const AEGP_CollectionItemV2 item = layer_item(null_layer);
 
     ERR(suites.LayerSuite6()->AEGP_ReorderLayer(null_layer, run.layer_index));
     ERR(suites.CollectionSuite2()->AEGP_CollectionPushBack(new_layers, &item));

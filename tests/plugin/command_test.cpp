@@ -1,0 +1,492 @@
+// The command from the dialog to the closing alert.
+#include <clocale>
+
+#include "Exflate.h"
+#include "embedded_jsx.h"
+#include "operation_test.h"
+
+namespace {
+
+const char* const kCopyAndKeepNothing = "[true,false,false,\"\",false,false]";
+const char* const kDiscard = "[false,false,false,\"\",false,false]";
+
+class Command : public OperationTest {
+  protected:
+    Command() {
+        sP = host.basic();
+        S_my_id = 7;
+        S_Exflate_cmd = 77;
+        host.script_labels = {{find_embedded_file("mainPanel.jsx", nullptr), "DIALOG"},
+                              {find_embedded_file("prefixTooLong.jsx", nullptr), "TOO LONG"}};
+        host.on_script = [this](const std::string& script) {
+            if (script == find_embedded_file("mainPanel.jsx", nullptr)) return answer;
+            if (script.find("copyToComp") != std::string::npos) copy_in(script);
+            return std::string();
+        };
+    }
+
+    // Copies stand above the topmost selected layer. The script's first item number is that of the pre-comp.
+    void copy_in(const std::string& script) {
+        const std::string address = "app.project.item(";
+        const int number = std::stoi(script.substr(script.find(address) + address.size()));
+        std::size_t place = 0;
+        const auto is_selected = [this](fake::Layer* layer) {
+            return std::find(main->selection.begin(), main->selection.end(), layer) != main->selection.end();
+        };
+        while (!is_selected(main->layers[place])) ++place;
+        for (fake::Layer* layer : host.items[static_cast<std::size_t>(number)]->comp->layers) {
+            fake::Layer* copy = host.add_layer(main, layer->label + "'", layer->source);
+            main->layers.pop_back();
+            main->layers.insert(main->layers.begin() + static_cast<std::ptrdiff_t>(place++), copy);
+        }
+    }
+
+    A_Err run(A_Boolean already_handled = false, AEGP_Command command = 77) {
+        handled = 9;
+        return CommandHook(nullptr, nullptr, command, AEGP_HP_BeforeAE, already_handled, &handled);
+    }
+
+    std::string answer = kCopyAndKeepNothing;
+    A_Boolean handled = 9;
+};
+
+std::string script_call(const std::string& script) {
+    return "Utility6.ExecuteScript(7, " + script + ", false, null, null)";
+}
+
+}  // namespace
+
+TEST_F(Command, of_others_is_left_alone) {
+    EXPECT_EQ(run(false, 5), A_Err_NONE);
+    EXPECT_EQ(handled, 9);
+    EXPECT_EQ(run(true), A_Err_NONE);
+    EXPECT_EQ(handled, 9);
+    EXPECT_THAT(host.calls, IsEmpty());
+    EXPECT_THAT(host.acquired, IsEmpty());
+}
+
+TEST_F(Command, counts_as_handled_even_when_no_suite_can_be_acquired) {
+    host.refused = {"AEGP Utility Suite 13"};
+    EXPECT_EQ(run(), 516);
+    EXPECT_EQ(handled, 1);
+}
+
+TEST_F(Command, ends_quietly_after_cancel) {
+    answer = "";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(handled, 1);
+    EXPECT_THAT(host.calls, ElementsAre("Utility6.ExecuteScript(7, DIALOG, false, result, null)",
+                                        "Memory1.LockMemHandle(memory1)", "Memory1.UnlockMemHandle(memory1)"));
+}
+
+TEST_F(Command, ends_with_the_code_of_a_failed_dialog) {
+    host.fail_on = "ExecuteScript";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.calls.size(), 1u);
+}
+
+TEST_F(Command, ends_quietly_when_the_result_is_not_seven_tokens) {
+    for (const char* text : {"[]", "[true,false,false,\"\",false]", "[true,false,false,\"\",false,false,1]", "true",
+                             "[1,2", "{\"a\":1}", " "}) {
+        host.forget_calls();
+        answer = text;
+        EXPECT_EQ(run(), A_Err_NONE) << text;
+        EXPECT_EQ(host.calls.size(), 3u) << text;
+    }
+}
+
+TEST_F(Command, still_ends_an_undo_group_when_only_the_unlock_failed) {
+    // The text is there, so the run goes on, and every step but the last is guarded.
+    host.fail_on = "UnlockMemHandle";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()");
+    EXPECT_EQ(host.calls.size(), 4u);
+}
+
+TEST_F(Command, shows_an_alert_for_a_prefix_of_51_bytes) {
+    answer = "[true,false,false,\"" + std::string(51, 'x') + "\",false,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.calls.back(), "Utility6.ExecuteScript(7, TOO LONG, false, result, null)");
+    EXPECT_EQ(host.count_of("UndoGroup"), 0);
+}
+
+TEST_F(Command, measures_the_prefix_in_bytes_as_written) {
+    // 25 quotes, each with its backslash, make 50; 25 two-byte characters make 50 too.
+    std::string quotes;
+    std::string umlauts;
+    for (int i = 0; i < 25; ++i) {
+        quotes += "\\\"";
+        umlauts += "\xc3\xbc";
+    }
+    for (const std::string& prefix : {quotes, umlauts}) {
+        host.forget_calls();
+        main->selection.clear();
+        answer = "[true,false,false,\"" + prefix + "\",false,false]";
+        EXPECT_EQ(run(), A_Err_NONE);
+        EXPECT_EQ(host.count_of("TOO LONG"), 0);
+        answer = "[true,false,false,\"" + prefix + "x\",false,false]";
+        EXPECT_EQ(run(), A_Err_NONE);
+        EXPECT_EQ(host.count_of("TOO LONG"), 1);
+    }
+}
+
+TEST_F(Command, renames_with_a_prefix_of_50_bytes) {
+    answer = "[false,false,false,\"" + std::string(50, 'x') + "\",false,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', " + std::string(50, 'x') + "_a')"), 1);
+}
+
+TEST_F(Command, without_a_selected_precomp_layer_opens_and_closes_the_group) {
+    main->selection = {below};
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_THAT(host.calls,
+                ElementsAre("Utility6.ExecuteScript(7, DIALOG, false, result, null)", "Memory1.LockMemHandle(memory1)",
+                            "Memory1.UnlockMemHandle(memory1)", "Utility6.StartUndoGroup(Exflate)",
+                            "Item1.GetActiveItem()", "Item1.GetItemType(main)", "Comp4.GetCompFromItem(main)",
+                            "Comp4.GetNewCollectionFromCompSelection(7, main)",
+                            "Collection2.GetCollectionNumItems(collection1)",
+                            "Collection2.GetCollectionItemByIndex(collection1, 0)", "Layer5.GetLayerObjectType(below)",
+                            "Layer5.GetLayerSourceItem(below)", "Item1.GetItemType(footage)", "Utility6.EndUndoGroup()",
+                            script_call("")));
+}
+
+TEST_F(Command, asks_for_the_count_of_a_selection_that_is_not_there) {
+    host.active_item = nullptr;
+    EXPECT_EQ(run(), A_Err_PARAMETER);
+    EXPECT_EQ(host.count_of("Collection2.GetCollectionNumItems(null)"), 1);
+    EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()");
+}
+
+TEST_F(Command, moves_the_layers_out_and_deletes_the_precomp_layer) {
+    inner->layers = {a, b};
+    a->parent = b;
+    answer = kDiscard;
+    EXPECT_EQ(run(), A_Err_NONE);
+    const auto start = std::find(host.calls.begin(), host.calls.end(), "Item1.GetItemType(inner)");
+    const std::vector<std::string> pass(start + 1, host.calls.end());
+    const auto at = [&](const std::string& line) {
+        const auto found = std::find(pass.begin(), pass.end(), line);
+        EXPECT_NE(found, pass.end()) << line;
+        return found - pass.begin();
+    };
+    // The walk in order, by calls that stand for its steps.
+    std::ptrdiff_t before = -1;
+    for (const std::string& line : std::vector<std::string>{
+             "Comp11.CreateNullInComp({{nest_exflate}}, main, 0/1)",
+             "Layer5.SetLayerParent(a, null)",
+             "Collection2.NewCollection(7)",
+             "Collection2.CollectionPushBack(collection2, 1, b', rest zero)",
+             "Collection2.CollectionPushBack(collection2, 1, a', rest zero)",
+             "Layer5.ReorderLayer(b', 0)",
+             "Layer5.ReorderLayer(a', 0)",
+             "Layer5.SetLayerParent(a', b')",
+             "Layer5.SetLayerParent(a, b)",
+             "Layer6.GetLayerIndex(nest)",
+             "Layer5.ReorderLayer(a', 4)",
+             "Layer5.ReorderLayer(b', 4)",
+             script_call("app.project.item(3).layer(2).parent = null; "),
+             "Layer4.DeleteLayer(null)",
+             "Item1.DeleteItem(nullItem)",
+             "Layer4.DeleteLayer(nest)",
+             "Comp6.SetSelection(main, b' a')",
+             "Collection2.DisposeCollection(collection2)",
+             "Utility6.EndUndoGroup()",
+             script_call(""),
+         }) {
+        EXPECT_GT(at(line), before) << line;
+        before = at(line);
+    }
+    EXPECT_EQ(before + 1, std::ssize(pass));
+    EXPECT_EQ(host.count_of("IsLayer3D(nest)"), 1) << "asked for the null alone";
+    for (const char* left_out : {"SetLayerOffset", "Stream4", "Effect3", "SetLayerName", "GetItemID(null"}) {
+        EXPECT_EQ(host.count_of(left_out), 0) << left_out;
+    }
+    EXPECT_EQ(host.count_of("DisposeCollection(collection1)"), 0) << "the selection stays with the host";
+    EXPECT_EQ(host.count_of("FreeMemHandle"), 0) << "so does the dialog's result";
+    EXPECT_THAT(main->layers, ElementsAre(above, testing::_, testing::_, below));
+}
+
+TEST_F(Command, reads_the_index_once_more_right_after_the_parent_composition) {
+    answer = kDiscard;
+    EXPECT_EQ(run(), A_Err_NONE);
+    const auto pushed = std::find_if(host.calls.rbegin(), host.calls.rend(), [](const std::string& line) {
+        return line.find("PushBack") != std::string::npos;
+    });
+    const std::vector<std::string> next(pushed.base(), pushed.base() + 3);
+    EXPECT_THAT(next, ElementsAre("Layer5.GetLayerParentComp(nest)", "Layer5.GetLayerIndex(nest)",
+                                  "Collection2.GetCollectionNumItems(collection2)"));
+}
+
+TEST_F(Command, carries_attributes_over_through_the_null) {
+    nest->is_3d = true;
+    host.add_effect(nest, "blur", 5, 1);
+    EXPECT_EQ(run(), A_Err_NONE);
+    const auto first_of = [&](const std::string& part) {
+        const auto found = std::find_if(host.calls.begin(), host.calls.end(),
+                                        [&](const std::string& line) { return line.find(part) != std::string::npos; });
+        EXPECT_NE(found, host.calls.end()) << part;
+        return found - host.calls.begin();
+    };
+    std::ptrdiff_t before = -1;
+    for (const char* part :
+         {"CollectionPushBack", "SetLayerFlag(c', 2048, true)", "ReorderLayer(c', 0)", "SetLayerOffset(",
+          "SetLayerParent(a', null)", "SetStreamValue(7, null/0", "ApplyEffect(7, c', 5)", "Layer6.GetLayerIndex(nest)",
+          "DeleteLayer(null)", "DeleteLayer(nest)"}) {
+        EXPECT_GT(first_of(part), before) << part;
+        before = first_of(part);
+    }
+    EXPECT_EQ(host.count_of("IsLayer3D(nest)"), 2);
+    EXPECT_EQ(host.count_of("ApplyEffect"), 3);
+}
+
+TEST_F(Command, leaves_copies_of_a_flat_layer_flat) {
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("2048, true"), 0);
+}
+
+TEST_F(Command, keeps_the_null_when_the_transform_has_keyframes) {
+    fake::Stream* position = host.layer_stream(nest, 1);
+    position->time_varying = true;
+    EXPECT_EQ(run(), A_Err_NONE);
+    // The null is put below "above", the copies and nothing else: index 5 is the pre-comp layer's.
+    EXPECT_EQ(host.count_of("Layer6.ReorderLayer(null, 5)"), 1);
+    EXPECT_EQ(host.count_of("Collection2.CollectionPushBack(collection2, 1, null, rest zero)"), 1);
+    EXPECT_EQ(host.count_of("Comp6.SetSelection(main, c' b' a' null)"), 1);
+    EXPECT_EQ(host.count_of("DeleteLayer(null)"), 0);
+    EXPECT_EQ(host.count_of(".parent = null"), 0);
+}
+
+TEST_F(Command, drops_the_null_when_attributes_are_discarded_whatever_the_transform_has) {
+    host.layer_stream(nest, 1)->time_varying = true;
+    answer = kDiscard;
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("DeleteLayer(null)"), 1);
+}
+
+TEST_F(Command, keeping_the_precomp_layer_switches_its_video_off) {
+    answer = "[false,true,true,\"\",false,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer4.SetLayerFlag(nest, 1, false)"), 1);
+    EXPECT_EQ(host.count_of("DeleteLayer(nest)"), 0);
+    EXPECT_EQ(host.count_of("DeleteItem(inner)"), 0);
+    EXPECT_EQ(host.calls.back(), script_call(""));
+}
+
+// ---- Names
+
+TEST_F(Command, prefixes_names_with_the_typed_text) {
+    answer = "[false,false,false,\"fx\",false,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_THAT(host.calls_of("SetLayerName"),
+                ElementsAre("Layer6.SetLayerName(c', fx_c')", "Layer6.SetLayerName(b', fx_b')",
+                            "Layer6.SetLayerName(a', fx_a')"));
+}
+
+TEST_F(Command, prefixes_names_with_the_precomp_layers_name) {
+    answer = "[false,false,false,\"\",true,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', nest_a')"), 1);
+}
+
+TEST_F(Command, prefixes_names_with_both) {
+    answer = "[false,false,false,\"fx\",true,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', nest_fx_a')"), 1);
+}
+
+TEST_F(Command, takes_escapes_in_the_prefix_as_they_stand) {
+    answer = "[false,false,false,\"a\\\"b\",false,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', a\\\"b_a')"), 1);
+}
+
+TEST_F(Command, takes_of_a_prefix_what_the_locale_can_read) {
+    answer = "[false,false,false,\"ab\xc3\xa9\",false,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', ab_a')"), 1) << "the C locale knows no such character";
+    ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
+    main->layers = {above, nest, below};
+    EXPECT_EQ(run(), A_Err_NONE);
+    std::setlocale(LC_CTYPE, "C");
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', ab{e9}_a')"), 1);
+}
+
+TEST_F(Command, judges_a_flag_by_its_first_letter) {
+    answer = "[t,xtrue,\"true\",\"\",tomato,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerOffset"), 3) << "copy attributes";
+    EXPECT_EQ(host.count_of("Layer4.SetLayerFlag(nest, 1, false)"), 1) << "keep in comp";
+    EXPECT_EQ(host.count_of("SetLayerName(a', nest_a')"), 1) << "prepend the name";
+}
+
+TEST_F(Command, seeds_expressions_when_asked) {
+    answer = "[false,false,false,\"\",false,true]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("IsStreamLegal"), 3 * 59);
+}
+
+// ---- Sources
+
+class SourcesOfCommand : public Command {
+  protected:
+    SourcesOfCommand() { answer = "[false,true,false,\"\",false,false]"; }
+};
+
+TEST_F(SourcesOfCommand, source_used_once_is_deleted_and_the_layer_with_it) {
+    EXPECT_EQ(run(), A_Err_NONE);
+    const auto deleted = std::find(host.calls.begin(), host.calls.end(), "Item1.DeleteItem(nullItem)");
+    const auto counted = std::find(host.calls.rbegin(), host.calls.rend(), "Item8.GetNextProjItem(project, main)");
+    EXPECT_THAT(std::vector<std::string>(deleted + 1, deleted + 5),
+                ElementsAre("Layer5.GetLayerSourceItem(nest)", "Proj6.GetProjectByIndex(0)",
+                            "Item8.GetFirstProjItem(project)", "Item8.GetItemID(inner)"));
+    EXPECT_THAT(std::vector<std::string>(counted.base(), host.calls.end()),
+                ElementsAre("Item6.GetItemID(inner)", "Item6.DeleteItem(inner)", testing::HasSubstr("SetSelection"),
+                            testing::HasSubstr("DisposeCollection"), "Utility6.EndUndoGroup()", script_call("")));
+    EXPECT_EQ(host.count_of("DeleteLayer(nest)"), 0);
+    EXPECT_EQ(host.calls.back(), script_call(""));
+}
+
+TEST_F(SourcesOfCommand, source_used_elsewhere_stays_and_the_user_is_told) {
+    host.add_layer(host.add_comp("other"), "again", inner->item);
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("DeleteItem(inner)"), 0);
+    EXPECT_EQ(host.count_of("Layer4.DeleteLayer(nest)"), 1);
+    EXPECT_EQ(
+        host.calls.back(),
+        script_call("alert(\"The source could not be deleted because it is being used in other places\", \"Source "
+                    "Not Deleted\");"));
+}
+
+TEST_F(SourcesOfCommand, one_of_several_selected_is_a_source) {
+    host.add_layer(host.add_comp("other"), "again", inner->item);
+    main->selection = {above, nest, below};
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(
+        host.calls.back(),
+        script_call("alert(\"A source could not be deleted because it is being used in other places\", \"Source Not "
+                    "Deleted\");"));
+    EXPECT_EQ(host.count_of("SetSelection"), 0) << "the last selected layer is no pre-comp layer";
+}
+
+TEST_F(SourcesOfCommand, several_kept_sources_are_told_together) {
+    fake::Comp* second = host.add_comp("second");
+    fake::Layer* second_nest = host.add_layer(main, "nest2", second->item);
+    fake::Comp* other = host.add_comp("other");
+    host.add_layer(other, "again", inner->item);
+    host.add_layer(other, "and again", second->item);
+    main->selection = {nest, second_nest};
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.calls.back(),
+              script_call("alert(\"Some (or all) sources could not be deleted because they are being used in other "
+                          "places\", \"Sources Not Deleted\");"));
+    EXPECT_EQ(host.count_of("Layer5.GetLayerParentComp(nest2)"), 2) << "the null's and the copying's, not the driver's";
+}
+
+TEST_F(SourcesOfCommand, later_deletion_takes_earlier_failures_back) {
+    fake::Layer* twin = host.add_layer(main, "twin", inner->item);
+    main->selection = {nest, twin};
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer4.DeleteLayer(nest)"), 1);
+    EXPECT_EQ(host.count_of("Item6.DeleteItem(inner)"), 1);
+    EXPECT_EQ(host.calls.back(), script_call(""));
+    EXPECT_EQ(host.count_of("SetSelection"), 1) << "only the last one's copies are selected";
+}
+
+// ---- Faults
+
+TEST_F(Command, reports_the_first_failure_and_closes_the_group) {
+    // Every call of a full run fails once. Dropped results let the run go on, so the calls after are not counted here.
+    host.layer_stream(nest, 1)->time_varying = true;
+    nest->is_3d = true;
+    host.add_effect(nest, "blur", 5, 2);
+    answer = "[true,true,false,\"fx\",true,true]";
+    const std::vector<fake::Layer*> layers = main->layers;
+    const std::vector<fake::Item*> items = host.items;
+    int swept = 0;
+    int dropped = 0;
+    for (int n = 1;; ++n) {
+        main->layers = layers;
+        host.items = items;
+        host.forget_calls();
+        host.fail_at = n;
+        const A_Err err = run();
+        if (static_cast<int>(host.calls.size()) < n) break;
+        ++swept;
+        EXPECT_EQ(host.held, 0);
+        const std::string& failed = host.calls[static_cast<std::size_t>(n) - 1];
+        if (err == A_Err_NONE) {
+            ++dropped;
+            // Reading names while renaming, repairs, and effects copied to one layer.
+            EXPECT_TRUE(failed.find("GetLayerName") != std::string::npos ||
+                        failed.find("autoFix") != std::string::npos || failed.find("blur") != std::string::npos ||
+                        failed.find("new5") != std::string::npos || failed.find("Effect3") != std::string::npos ||
+                        failed.find("DisposeStreamValue") != std::string::npos)
+                << failed;
+        } else {
+            EXPECT_EQ(err, fake::Host::kInjected) << failed;
+            EXPECT_EQ(host.count_of("EndUndoGroup"), host.count_of("StartUndoGroup") + (n == 3 ? 1 : 0)) << failed;
+            EXPECT_TRUE(n <= 2 || host.calls.back() == "Utility6.EndUndoGroup()" || host.calls.back() == failed)
+                << failed;
+        }
+    }
+    EXPECT_GT(swept, 400);
+    EXPECT_GT(dropped, 20);
+}
+
+TEST_F(Command, failed_end_of_the_group_is_returned_when_nothing_else_failed) {
+    host.fail_on = "EndUndoGroup";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()");
+}
+
+TEST_F(Command, still_ends_a_group_that_could_not_be_started) {
+    host.fail_on = "StartUndoGroup";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()");
+}
+
+TEST_F(Command, reads_the_precomp_layers_name_even_after_a_failure) {
+    answer = "[false,false,false,\"\",true,false]";
+    host.fail_on = "NewCollection(";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    const auto failed = std::find(host.calls.begin(), host.calls.end(), "Collection2.NewCollection(7)");
+    EXPECT_THAT(std::vector<std::string>(failed + 1, host.calls.end()),
+                ElementsAre("Layer5.GetLayerName(nest, own, null)", "Utility6.EndUndoGroup()"));
+}
+
+TEST_F(Command, makes_no_call_for_the_layers_after_a_failed_one) {
+    fake::Layer* twin = host.add_layer(main, "twin", inner->item);
+    main->selection = {nest, twin};
+    host.fail_on = "CreateNullInComp";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.count_of("GetCollectionItemByIndex(collection1, 1)"), 0);
+}
+
+TEST_F(Command, missing_suite_of_its_own_leaves_the_group_open) {
+    // First acquired by the driver itself, to delete the layer.
+    answer = kDiscard;
+    host.refused = {"AEGP Comp Suite 14"};
+    EXPECT_EQ(run(), 516);
+    EXPECT_EQ(host.count_of("EndUndoGroup"), 0);
+}
+
+TEST_F(Command, missing_suite_of_an_operation_is_an_ordinary_failure) {
+    host.refused = {"AEGP Comp Suite 25"};
+    EXPECT_EQ(run(), 516);
+    EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()");
+}
+
+TEST_F(Command, missing_suite_for_effects_or_repairs_lets_the_run_go_on) {
+    host.add_effect(nest, "blur", 5, 2);
+    host.refused = {"AEGP Effect Suite 3"};
+    EXPECT_EQ(run(), A_Err_NONE);
+}
+
+TEST_F(Command, lets_no_exception_out) {
+    // The layer's name holds what UTF-8 decoding lets through and encoding does not.
+    ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
+    answer = "[false,false,false,\"fx\",false,false]";
+    a->label = "\xf4\x90\x80\x80";
+    EXPECT_EQ(run(), A_Err_GENERIC);
+    std::setlocale(LC_CTYPE, "C");
+}

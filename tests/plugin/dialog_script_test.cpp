@@ -1,0 +1,333 @@
+// The dialog script, run by a script engine of the same age as the host's against controls that only remember.
+#include <duktape.h>
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "embedded_jsx.h"
+
+namespace {
+
+// ScriptUI and the host's settings, as far as the script touches them. scenario(dialog) plays the user.
+const char* const kPrelude = R"(
+var PREFType = {PREF_Type_MACHINE_SPECIFIC: "machine"};
+var settings = {}, saved = [], alerts = [], saveFails = false;
+var app = {settings: {
+    haveSetting: function (section, key, type) { return settings.hasOwnProperty(section + "|" + key + "|" + type); },
+    getSetting: function (section, key, type) { return settings[section + "|" + key + "|" + type]; },
+    saveSetting: function (section, key, value, type) {
+        if (saveFails) { throw new Error("no room"); }
+        if (typeof value !== "string") { throw new Error("not a text: " + key); }
+        settings[section + "|" + key + "|" + type] = value;
+        saved.push(key + "=" + value);
+    }
+}};
+function alert(text) { alerts.push(String(text)); }
+function Control(type, text) {
+    this.type = type; this.text = text; this.children = []; this.preferredSize = {}; this.enabled = true; this.value = false;
+}
+Control.prototype.add = function (type, bounds, text, properties) {
+    var child = new Control(type, type === "group" ? undefined : text);
+    properties = type === "group" ? text : properties;
+    child.name = properties.name;
+    this.children.push(child);
+    return child;
+};
+function Window(type, title) { Control.call(this, type, title); }
+Window.prototype = new Control();
+Window.prototype.show = function () { this.shown = true; scenario(this); };
+Window.prototype.close = function () { this.closed = true; };
+function click(control) {
+    if (control.type === "checkbox") { control.value = !control.value; }
+    if (control.type === "radiobutton") { control.value = true; }
+    if (control.onClick) { control.onClick(); }
+}
+var scenario = function () {};
+function tree(control) {
+    var text = control.type + (control.text ? " '" + control.text + "'" : "");
+    var parts = [], i;
+    if (control.orientation) { text += " " + control.orientation + " [" + control.alignChildren + "] " + control.spacing + " [" + control.margins + "]"; }
+    if (control.alignment) { text += " @[" + control.alignment + "]"; }
+    if (control.preferredSize.width) { text += " w" + control.preferredSize.width; }
+    for (i = 0; i < control.children.length; i += 1) { parts.push(tree(control.children[i])); }
+    return text + (parts.length ? " {" + parts.join("; ") + "}" : "");
+}
+)";
+
+class DialogScript : public testing::Test {
+  protected:
+    DialogScript() : engine_(duk_create_heap_default(), duk_destroy_heap) {
+        run("(function () { delete this.JSON; }());");
+        run(kPrelude);
+    }
+
+    // The value of the script's last statement as text.
+    std::string run(const std::string& script) {
+        duk_context* context = engine_.get();
+        const bool failed = duk_peval_lstring(context, script.data(), script.size()) != 0;
+        const std::string text = duk_safe_to_string(context, -1);
+        duk_pop(context);
+        EXPECT_FALSE(failed) << text;
+        return text;
+    }
+
+    std::string run_dialog(const std::string& scenario = "") {
+        run("scenario = function (dialog) {" + scenario + "};");
+        return run(find_embedded_file("mainPanel.jsx", nullptr));
+    }
+
+    void set(const std::string& key, const std::string& value) {
+        run("settings['corvane.exflate|" + key + "|machine'] = '" + value + "';");
+    }
+
+  private:
+    std::unique_ptr<duk_context, void (*)(duk_context*)> engine_;
+};
+
+}  // namespace
+
+TEST_F(DialogScript, closing_without_a_button_gives_an_empty_text) {
+    EXPECT_EQ(run_dialog(), "");
+    EXPECT_EQ(run("dialog.shown"), "true");
+    EXPECT_EQ(run("saved.length"), "0");
+}
+
+TEST_F(DialogScript, cancel_gives_an_empty_text_and_saves_nothing) {
+    EXPECT_EQ(run_dialog("click(optionDeleteSource); click(buttonCancel);"), "");
+    EXPECT_EQ(run("dialog.closed"), "true");
+    EXPECT_EQ(run("saved.length"), "0");
+}
+
+TEST_F(DialogScript, ok_on_first_use_gives_the_defaults) {
+    EXPECT_EQ(run_dialog("click(buttonOK);"), R"([true,false,false,"",false,false])");
+    EXPECT_EQ(run("dialog.closed"), "true");
+    EXPECT_EQ(run("saved.join(' ')"),
+              "settingCopyPrecompAttr=true settingPrefixInput= settingDeleteSource=false settingKeepInComp=false "
+              "settingPrependPrecompName=false settingFixRandomExpressions=false");
+    EXPECT_EQ(run("optionDeleteSource.enabled && optionKeepInComp.enabled"), "true");
+}
+
+TEST_F(DialogScript, result_follows_the_controls) {
+    EXPECT_EQ(run_dialog("click(optionDiscardAttributes); click(optionDeleteSource); prefixInput.text = 'fx';"
+                         "click(optionPrependPrecompName); click(optionFixRandomExpresions); click(buttonOK);"),
+              R"([false,true,false,"fx",true,true])");
+    EXPECT_EQ(run_dialog("click(optionDeleteSource); click(optionKeepInComp); click(buttonOK);"),
+              R"([false,false,true,"fx",true,true])");
+}
+
+TEST_F(DialogScript, radio_buttons_uncheck_each_other) {
+    run_dialog("click(optionDiscardAttributes);");
+    EXPECT_EQ(run("[optionCopyAttributes.value, optionDiscardAttributes.value]"), "false,true");
+    run("click(optionCopyAttributes);");
+    EXPECT_EQ(run("[optionCopyAttributes.value, optionDiscardAttributes.value]"), "true,false");
+}
+
+TEST_F(DialogScript, deleting_the_source_and_keeping_the_layer_disable_each_other) {
+    run_dialog("click(optionDeleteSource);");
+    EXPECT_EQ(run("[optionDeleteSource.enabled, optionKeepInComp.enabled]"), "true,false");
+    run("click(optionDeleteSource); click(optionKeepInComp);");
+    EXPECT_EQ(run("[optionDeleteSource.enabled, optionKeepInComp.enabled]"), "false,true");
+    run("click(optionKeepInComp);");
+    EXPECT_EQ(run("[optionDeleteSource.enabled, optionKeepInComp.enabled]"), "true,true");
+}
+
+TEST_F(DialogScript, saved_choices_come_back) {
+    set("settingCopyPrecompAttr", "false");
+    set("settingPrefixInput", "old");
+    set("settingDeleteSource", "true");
+    set("settingKeepInComp", "false");
+    set("settingPrependPrecompName", "true");
+    set("settingFixRandomExpressions", "true");
+    EXPECT_EQ(run_dialog("click(buttonOK);"), R"([false,true,false,"old",true,true])");
+    EXPECT_EQ(run("[optionDiscardAttributes.value, optionDeleteSource.enabled, optionKeepInComp.enabled]"),
+              "true,true,false");
+}
+
+TEST_F(DialogScript, saved_keeping_disables_deleting) {
+    set("settingKeepInComp", "true");
+    run_dialog();
+    EXPECT_EQ(run("[optionKeepInComp.value, optionDeleteSource.value, optionDeleteSource.enabled]"),
+              "true,false,false");
+}
+
+TEST_F(DialogScript, any_other_text_counts_as_false) {
+    set("settingCopyPrecompAttr", "TRUE");
+    set("settingDeleteSource", "yes");
+    set("settingKeepInComp", "1");
+    set("settingPrependPrecompName", "");
+    set("settingFixRandomExpressions", "false");
+    EXPECT_EQ(run_dialog("click(buttonOK);"), R"([false,false,false,"",false,false])");
+}
+
+TEST_F(DialogScript, settings_of_another_kind_are_not_read) {
+    run("settings['corvane.exflate|settingPrefixInput|other'] = 'x'; settings['other|settingPrefixInput|machine'] = "
+        "'x';");
+    EXPECT_EQ(run_dialog("click(buttonOK);"), R"([true,false,false,"",false,false])");
+}
+
+TEST_F(DialogScript, failed_save_is_shown_and_the_result_still_given) {
+    run("saveFails = true;");
+    EXPECT_EQ(run_dialog("click(buttonOK);"), R"([true,false,false,"",false,false])");
+    EXPECT_EQ(run("alerts.join('|')"), "Error: no room");
+}
+
+TEST_F(DialogScript, runs_again_and_again_in_one_engine) {
+    EXPECT_EQ(run_dialog("prefixInput.text = 'a'; click(buttonOK);"), R"([true,false,false,"a",false,false])");
+    EXPECT_EQ(run_dialog(), "") << "a result of an earlier run";
+    EXPECT_EQ(run_dialog("click(buttonOK);"), R"([true,false,false,"a",false,false])");
+}
+
+TEST_F(DialogScript, builds_its_controls_in_order) {
+    run_dialog();
+    EXPECT_EQ(run("tree(dialog)"),
+              "dialog 'Exflate' column [fill,top] 10 [16] {"
+              "group row [left,center] 10 [0] {statictext 'Exflated Layer Prefix'; edittext w250}; "
+              "group column [left,center] 10 [20,0,0,0] {"
+              "group column [left,center] 10 [0] {radiobutton 'Copy pre-comp attributes to layers' @[left,center]; "
+              "group row [left,center] 10 [20,0,0,8] {group column [left,center] 0 [0] w400 {"
+              "statictext 'Use this option if you would like to copy the effects and other'; "
+              "statictext 'attributes of the pre-comp to the layers being extracted'}}}; "
+              "group column [left,center] 10 [0] {radiobutton 'Discard pre-comp attributes'; "
+              "group row [left,center] 10 [20,0,0,12] {"
+              "statictext 'Use this option to extract all layers, but disregard the'; "
+              "statictext 'properties of the pre-comp layer'}}; "
+              "checkbox 'Delete source after exflating'; checkbox 'Keep pre-comp in composition'; "
+              "checkbox 'Prepend pre-comp name to extracted layers'; "
+              "checkbox 'Attempt to correct layers with randomized expressions'; "
+              "group row [right,center] 10 [0,20,0,0] @[fill,center] {button 'Ok' w100; button 'Cancel' w100}}}");
+    EXPECT_EQ(run("optionPrependPrecompName.name + ' ' + optionFixRandomExpresions.name"),
+              "prependPrecompName fixRandomExpresions");
+}
+
+// ---- JSON, where the engine has none
+
+class Json : public DialogScript {
+  protected:
+    void SetUp() override { run_dialog(); }
+};
+
+TEST_F(Json, is_left_alone_where_the_engine_has_one) {
+    run("JSON = {stringify: function () { return 'own'; }};");
+    EXPECT_EQ(run_dialog("click(buttonOK);"), "own");
+}
+
+TEST_F(Json, quotes_text_with_escapes) {
+    EXPECT_EQ(run(R"(JSON.stringify('a"b\\c/d'))"), R"("a\"b\\c/d")");
+    EXPECT_EQ(run(R"(JSON.stringify('\b\t\n\f\r\u0000\u001f\u007f'))"), R"("\b\t\n\f\r\u0000\u001f\u007f")");
+    EXPECT_EQ(run(R"(JSON.stringify('\u00ad\u0600\u070f\u17b4\u200c\u2028\u2029\u2060\ufeff\uffff'))"),
+              R"("\u00ad\u0600\u070f\u17b4\u200c\u2028\u2029\u2060\ufeff\uffff")");
+    EXPECT_EQ(run("JSON.stringify('caf\xc3\xa9 \xe4\xb8\xad')"), "\"caf\xc3\xa9 \xe4\xb8\xad\"");
+}
+
+TEST_F(Json, writes_every_kind_of_value) {
+    EXPECT_EQ(run("JSON.stringify([1, -1.5, 1e21, true, false, null, 'x', [], {}])"),
+              R"([1,-1.5,1e+21,true,false,null,"x",[],{}])");
+    EXPECT_EQ(run("JSON.stringify([NaN, Infinity, undefined, function () {}])"), "[null,null,null,null]");
+    EXPECT_EQ(run("JSON.stringify({a: undefined, b: function () {}, c: 1, 'd e': {f: [2]}})"),
+              R"({"c":1,"d e":{"f":[2]}})");
+    EXPECT_EQ(run("JSON.stringify([new Number(3), new String('s'), new Boolean(false)])"), R"([3,"s",false])");
+    EXPECT_EQ(run("typeof JSON.stringify(undefined)"), "undefined");
+}
+
+TEST_F(Json, leaves_inherited_members_out) {
+    EXPECT_EQ(run("function P() { this.own = 1; } P.prototype.inherited = 2; JSON.stringify(new P())"), R"({"own":1})");
+}
+
+TEST_F(Json, asks_to_json_with_the_key) {
+    EXPECT_EQ(run("JSON.stringify({a: {toJSON: function (key) { return 'at ' + key; }}})"), R"({"a":"at a"})");
+    EXPECT_EQ(run("JSON.stringify([{toJSON: function (key) { return typeof key + key; }}])"), R"(["string0"])");
+    EXPECT_EQ(run("delete Date.prototype.toJSON; JSON.stringify(new Date(Date.UTC(2020, 1, 3, 4, 5, 6)))"),
+              R"("2020-02-03T04:05:06Z")");
+    EXPECT_EQ(run("JSON.stringify(new Date(NaN))"), "null");
+}
+
+TEST_F(Json, heeds_replacer_and_space) {
+    EXPECT_EQ(run("JSON.stringify({a: 1, b: [2, 3]}, function (k, v) { return v === 2 ? undefined : v; })"),
+              R"({"a":1,"b":[null,3]})");
+    EXPECT_EQ(run("JSON.stringify({a: 1, b: {a: 2, c: 3}}, ['a', 'b'])"), R"({"a":1,"b":{"a":2}})");
+    EXPECT_EQ(run("JSON.stringify({a: [1, 2], b: {}}, null, 2)"), "{\n  \"a\": [\n    1,\n    2\n  ],\n  \"b\": {}\n}");
+    EXPECT_EQ(run("JSON.stringify([1], null, '--')"), "[\n--1\n]");
+    EXPECT_EQ(run("try { JSON.stringify([1], 'x'); 'none'; } catch (e) { e.message; }"), "JSON.stringify");
+}
+
+TEST_F(Json, reads_what_it_writes) {
+    EXPECT_EQ(run("var v = JSON.parse('[true,false,null,-1.5e3,\"a\\\\u00e9\\\\n\",{\"k\":[{}]}]');"
+                  "[v[0], v[1], v[2] === null, v[3], v[4], v[5].k.length].join('|')"),
+              "true|false|true|-1500|a\xc3\xa9\n|1");
+    EXPECT_EQ(run("JSON.parse(' \"s\" ')"), "s");
+    EXPECT_EQ(run("JSON.parse('7')"), "7");
+    EXPECT_EQ(run("JSON.parse('\"\\u2028\"') === '\\u2028'"), "true") << "a line end to engines that read program text";
+    EXPECT_EQ(run("var a = []; for (var i = 0; i < 30000; i += 1) { a.push([i, 'x']); }"
+                  "JSON.parse(JSON.stringify(a)).length"),
+              "30000");
+}
+
+TEST_F(Json, revives_from_the_inside_out) {
+    EXPECT_EQ(run("var order = []; var v = JSON.parse('{\"a\":[1,2],\"b\":3}', function (k, v) {"
+                  "order.push(k); return k === 'b' ? undefined : typeof v === 'number' ? v * 10 : v; });"
+                  "[order.join(), v.a.join(), 'b' in v].join('|')"),
+              "0,1,a,b,|10,20|false");
+}
+
+TEST_F(Json, refuses_everything_else_without_running_it) {
+    for (const char* text : {"",
+                             " ",
+                             "[",
+                             "]",
+                             "[1,]",
+                             "[,1]",
+                             "{",
+                             "{a:1}",
+                             "{'a':1}",
+                             "{\\\"a\\\":}",
+                             "{\\\"a\\\":1,}",
+                             "{1:2}",
+                             "[1 2]",
+                             "01",
+                             "1.",
+                             ".5",
+                             "+1",
+                             "- 1",
+                             "0x10",
+                             "nul",
+                             "truefalse",
+                             "NaN",
+                             "undefined",
+                             "s",
+                             "v",
+                             "[s]",
+                             "1,2",
+                             "[1],[2]",
+                             "\\\"a",
+                             "\\\"\\\\x41\\\"",
+                             "\\\"a\\nb\\\"",
+                             "alert(1)",
+                             "(alert(1))",
+                             "[alert(1)]",
+                             "{\\\"a\\\":alert(1)}",
+                             "\\\"a\\\"[\\\"length\\\"]",
+                             "[1][0]",
+                             "{}[0]",
+                             "\\\"x\\\"+alert(1)",
+                             "1;alert(1)",
+                             "/x/",
+                             "`x`",
+                             "@",
+                             "!",
+                             "\\u2028[1]",
+                             "\\ufeff1",
+                             "[1]//",
+                             "/**/1",
+                             "{\\\"a\\\":1}{}",
+                             "\\\\\\\"",
+                             "a=1",
+                             "[1}",
+                             "{\\\"a\\\":1]"}) {
+        EXPECT_EQ(
+            run(std::string("try { JSON.parse(\"") + text + "\"); 'accepted'; } catch (e) { e.name + e.message; }"),
+            "SyntaxErrorJSON.parse")
+            << text;
+    }
+    EXPECT_EQ(run("alerts.length"), "0");
+}

@@ -1,0 +1,273 @@
+// A host made by hand for the plug-in's unit tests: canned projects, every call written down as "Suite.function(args)",
+// any call made to fail, any suite refused. It keeps no rules of the real host that these tests do not need.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "AE_GeneralPlug.h"
+
+namespace fake {
+
+struct Comp;
+struct Layer;
+
+struct Item {
+    std::string label;
+    A_long id = 0;
+    AEGP_ItemType type = AEGP_ItemType_FOOTAGE;
+    Comp* comp = nullptr;
+    Item* folder = nullptr;
+    bool selected = false;
+    bool deleted = false;
+    A_long width = 0;
+    A_long height = 0;
+    A_Ratio pixel_aspect_ratio = {1, 1};
+};
+
+struct Comp {
+    std::string label;
+    Item* item = nullptr;
+    std::vector<Layer*> layers;                         // topmost first
+    std::vector<Layer*> selection;                      // in the order of selecting
+    std::vector<AEGP_CollectionItemV2> other_selected;  // things that are no layers, behind them
+};
+
+// Values are told apart by one number, whatever the stream's type.
+struct Keyframe {
+    A_Time time = {0, 1};
+    double value = 0;
+    AEGP_KeyframeFlags flags = 0;
+    AEGP_KeyframeInterpolationType in = AEGP_KeyInterp_LINEAR;
+    AEGP_KeyframeInterpolationType out = AEGP_KeyInterp_LINEAR;
+    std::vector<double> in_eases;
+    std::vector<double> out_eases;
+    double in_tangent = 0;
+    double out_tangent = 0;
+};
+
+struct Stream {
+    std::string label;
+    AEGP_StreamType type = AEGP_StreamType_OneD;
+    A_short dimensions = 1;
+    bool can_vary = true;
+    bool time_varying = false;
+    double value = 0;
+    std::vector<Keyframe> keyframes;
+    bool has_expression = false;
+    std::string expression;
+    bool expression_enabled = false;
+};
+
+struct Effect {
+    std::string label;
+    AEGP_InstalledEffectKey key = 0;
+    AEGP_EffectFlags flags = 0;
+    std::vector<Stream*> parameters;
+};
+
+struct Layer {
+    std::string label;
+    Comp* comp = nullptr;
+    Item* source = nullptr;
+    Layer* parent = nullptr;
+    AEGP_ObjectType object_type = AEGP_ObjectType_AV;
+    bool is_3d = false;
+    std::string own_name;
+    std::string source_name;
+    std::u16string written_name;
+    A_Time in_layer = {0, 1};
+    A_Time in_comp = {0, 1};
+    A_Time duration_layer = {0, 1};
+    A_Time duration_comp = {0, 1};
+    A_Time offset = {0, 1};
+    std::set<AEGP_LayerStream> legal_streams;
+    std::map<AEGP_LayerStream, Stream*> streams;
+    std::vector<Effect*> effects;
+};
+
+struct Collection {
+    std::string label;
+    std::vector<AEGP_CollectionItemV2> items;
+};
+
+struct Memory {
+    std::string label;
+    std::string text;
+};
+
+struct Batch {
+    std::string label;
+    Stream* stream = nullptr;
+    std::vector<Keyframe> keyframes;
+};
+
+class Host {
+  public:
+    Host();
+    ~Host();
+
+    // ---- The project
+
+    Item* root = nullptr;
+    std::vector<Item*> items;  // in the order of the walk, the root folder first
+    Item* active_item = nullptr;
+
+    Item* add_item(const std::string& label, AEGP_ItemType type);
+    Comp* add_comp(const std::string& label);                              // its item has the same label
+    Layer* add_layer(Comp* comp, const std::string& label, Item* source);  // below the others
+    Layer* add_layer_on_top(Comp* comp, const std::string& label, Item* source);
+    Stream* layer_stream(Layer* layer, AEGP_LayerStream number);
+    Effect* add_effect(Layer* layer, const std::string& label, AEGP_InstalledEffectKey key, int parameter_count);
+    Collection* add_collection(const std::string& label, const std::vector<Layer*>& layers);
+    Memory* add_memory(const std::string& text);
+    Batch* add_batch(Stream* stream);
+
+    // What a script leaves as its result. No handle is made for a null result pointer.
+    std::function<std::string(const std::string&)> on_script = [](const std::string&) { return std::string(); };
+    std::map<std::string, std::string> script_labels;  // whole text -> what stands for it in the calls
+
+    // What the entry point asked for.
+    AEGP_CommandHook command_hook = nullptr;
+    AEGP_UpdateMenuHook update_menu_hook = nullptr;
+
+    // ---- The record
+
+    std::vector<std::string> calls;
+    std::vector<std::string> calls_of(const std::string& part) const;  // those that contain the part
+    int count_of(const std::string& part) const;
+    void forget_calls();
+
+    // ---- Faults
+
+    static constexpr A_Err kInjected = 4242;
+    int fail_at = 0;                // the n-th call from now on fails, 0 for none
+    std::string fail_on;            // every call whose line contains this fails
+    std::set<std::string> refused;  // "AEGP Layer Suite 11"
+
+    // ---- Suites
+
+    SPBasicSuite* basic() { return &basic_; }
+    std::vector<std::string> acquired;  // "AEGP Layer Suite 11", in order
+    int held = 0;                       // acquired and not yet released
+
+    // Writes the call down, then runs the body unless a fault stands for it.
+    A_Err call(const std::string& function, const std::vector<std::string>& arguments,
+               const std::function<A_Err()>& body);
+
+  private:
+    static SPErr acquire(const char* name, int32 version, const void** suite);
+    static SPErr release(const char* name, int32 version);
+
+    template <class T>
+    T* keep(std::vector<std::unique_ptr<T>>& store) {
+        store.push_back(std::make_unique<T>());
+        return store.back().get();
+    }
+
+    SPBasicSuite basic_ = {};
+    int calls_made_ = 0;
+    std::vector<std::unique_ptr<Item>> item_store_;
+    std::vector<std::unique_ptr<Comp>> comp_store_;
+    std::vector<std::unique_ptr<Layer>> layer_store_;
+    std::vector<std::unique_ptr<Stream>> stream_store_;
+    std::vector<std::unique_ptr<Effect>> effect_store_;
+    std::vector<std::unique_ptr<Collection>> collection_store_;
+    std::vector<std::unique_ptr<Memory>> memory_store_;
+    std::vector<std::unique_ptr<Batch>> batch_store_;
+};
+
+// The one that exists. Suite functions carry no context, so there can be only one at a time.
+Host& host();
+
+// Null for a suite that no table stands for.
+const void* shell_suite(const std::string& key);
+const void* project_suite(const std::string& key);
+const void* layer_suite(const std::string& key);
+const void* stream_suite(const std::string& key);
+
+// ---- Handles
+
+inline AEGP_ItemH handle(Item* item) {
+    return reinterpret_cast<AEGP_ItemH>(item);
+}
+inline AEGP_CompH handle(Comp* comp) {
+    return reinterpret_cast<AEGP_CompH>(comp);
+}
+inline AEGP_LayerH handle(Layer* layer) {
+    return reinterpret_cast<AEGP_LayerH>(layer);
+}
+inline AEGP_StreamRefH handle(Stream* stream) {
+    return reinterpret_cast<AEGP_StreamRefH>(stream);
+}
+inline AEGP_EffectRefH handle(Effect* effect) {
+    return reinterpret_cast<AEGP_EffectRefH>(effect);
+}
+inline AEGP_Collection2H handle(Collection* collection) {
+    return reinterpret_cast<AEGP_Collection2H>(collection);
+}
+inline AEGP_MemHandle handle(Memory* memory) {
+    return reinterpret_cast<AEGP_MemHandle>(memory);
+}
+inline AEGP_AddKeyframesInfoH handle(Batch* batch) {
+    return reinterpret_cast<AEGP_AddKeyframesInfoH>(batch);
+}
+
+template <class T, class H>
+T* object(H handle) {
+    return reinterpret_cast<T*>(handle);
+}
+
+// ---- Arguments as text
+
+template <class T>
+std::string label_of(const T* object) {
+    return object == nullptr ? "null" : object->label;
+}
+inline std::string text_of(AEGP_ItemH item) {
+    return label_of(object<Item>(item));
+}
+inline std::string text_of(AEGP_CompH comp) {
+    return label_of(object<Comp>(comp));
+}
+inline std::string text_of(AEGP_LayerH layer) {
+    return label_of(object<Layer>(layer));
+}
+inline std::string text_of(AEGP_StreamRefH stream) {
+    return label_of(object<Stream>(stream));
+}
+inline std::string text_of(AEGP_EffectRefH effect) {
+    return label_of(object<Effect>(effect));
+}
+inline std::string text_of(AEGP_Collection2H collection) {
+    return label_of(object<Collection>(collection));
+}
+inline std::string text_of(AEGP_MemHandle memory) {
+    return label_of(object<Memory>(memory));
+}
+inline std::string text_of(AEGP_AddKeyframesInfoH batch) {
+    return label_of(object<Batch>(batch));
+}
+inline std::string text_of(const A_Time& time) {
+    return std::to_string(time.value) + "/" + std::to_string(time.scale);
+}
+std::string text_of(const AEGP_StreamValue2& value);
+std::string number(double value);
+inline std::string number(A_long value) {
+    return std::to_string(value);
+}
+inline std::string number(A_u_long value) {
+    return std::to_string(value);
+}
+std::string narrow(const A_UTF16Char* text);
+std::string function_of(const char* suite, int version, const char* function);
+
+// An item of a collection for the layer.
+AEGP_CollectionItemV2 layer_item(Layer* layer);
+
+}  // namespace fake

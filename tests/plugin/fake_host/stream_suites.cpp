@@ -1,0 +1,392 @@
+// Suites of the fake host: streams, keyframes, effects.
+#include "fake_host.h"
+
+namespace fake {
+
+namespace {
+
+using Arguments = std::vector<std::string>;
+
+Stream& stream_of(AEGP_StreamRefH stream) {
+    return *object<Stream>(stream);
+}
+
+Keyframe& keyframe_of(AEGP_StreamRefH stream, AEGP_KeyframeIndex index) {
+    return stream_of(stream).keyframes.at(static_cast<std::size_t>(index));
+}
+
+void write_value(double number_value, AEGP_StreamRefH stream, AEGP_StreamValue2* value) {
+    value->streamH = stream;
+    value->val.one_d = number_value;
+}
+
+A_Err is_stream_legal(AEGP_LayerH layer, AEGP_LayerStream number_of_stream, A_Boolean* legal) {
+    return host().call("Stream4.IsStreamLegal", {text_of(layer), number(number_of_stream)}, [&] {
+        *legal = object<Layer>(layer)->legal_streams.contains(number_of_stream);
+        return A_Err_NONE;
+    });
+}
+
+A_Err can_vary_over_time(AEGP_StreamRefH stream, A_Boolean* can_vary) {
+    return host().call("Stream4.CanVaryOverTime", {text_of(stream)}, [&] {
+        *can_vary = stream_of(stream).can_vary;
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_new_layer_stream(AEGP_PluginID id, AEGP_LayerH layer, AEGP_LayerStream number_of_stream,
+                           AEGP_StreamRefH* stream) {
+    return host().call("Stream4.GetNewLayerStream", {number(id), text_of(layer), number(number_of_stream)}, [&] {
+        *stream = handle(host().layer_stream(object<Layer>(layer), number_of_stream));
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_effect_num_param_streams(AEGP_EffectRefH effect, A_long* count) {
+    return host().call("Stream4.GetEffectNumParamStreams", {text_of(effect)}, [&] {
+        *count = static_cast<A_long>(object<Effect>(effect)->parameters.size());
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_new_effect_stream_by_index(AEGP_PluginID id, AEGP_EffectRefH effect, PF_ParamIndex index,
+                                     AEGP_StreamRefH* stream) {
+    return host().call("Stream4.GetNewEffectStreamByIndex", {number(id), text_of(effect), number(index)}, [&] {
+        *stream = handle(object<Effect>(effect)->parameters.at(static_cast<std::size_t>(index)));
+        return A_Err_NONE;
+    });
+}
+
+A_Err dispose_stream(AEGP_StreamRefH stream) {
+    return host().call("Stream4.DisposeStream", {text_of(stream)}, [] { return A_Err_NONE; });
+}
+
+A_Err is_stream_timevarying(AEGP_StreamRefH stream, A_Boolean* varying) {
+    return host().call("Stream4.IsStreamTimevarying", {text_of(stream)}, [&] {
+        *varying = stream_of(stream).time_varying;
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_stream_type(AEGP_StreamRefH stream, AEGP_StreamType* type) {
+    return host().call("Stream4.GetStreamType", {text_of(stream)}, [&] {
+        *type = stream_of(stream).type;
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_new_stream_value(AEGP_PluginID id, AEGP_StreamRefH stream, AEGP_LTimeMode mode, const A_Time* time,
+                           A_Boolean pre_expression, AEGP_StreamValue2* value) {
+    const Arguments arguments = {number(id), text_of(stream), "mode " + number(A_long{mode}), text_of(*time),
+                                 pre_expression ? "pre-expression" : "post-expression"};
+    return host().call("Stream4.GetNewStreamValue", arguments, [&] {
+        write_value(stream_of(stream).value, stream, value);
+        return A_Err_NONE;
+    });
+}
+
+A_Err dispose_stream_value(AEGP_StreamValue2* value) {
+    return host().call("Stream4.DisposeStreamValue", {text_of(*value)}, [] { return A_Err_NONE; });
+}
+
+A_Err set_stream_value(AEGP_PluginID id, AEGP_StreamRefH stream, AEGP_StreamValue2* value) {
+    return host().call("Stream4.SetStreamValue", {number(id), text_of(stream), text_of(*value)}, [&] {
+        stream_of(stream).value = value->val.one_d;
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_expression_state(AEGP_PluginID id, AEGP_StreamRefH stream, A_Boolean* enabled) {
+    return host().call("Stream4.GetExpressionState", {number(id), text_of(stream)}, [&] {
+        *enabled = stream_of(stream).expression_enabled;
+        return A_Err_NONE;
+    });
+}
+
+A_Err set_expression_state(AEGP_PluginID id, AEGP_StreamRefH stream, A_Boolean enabled) {
+    return host().call("Stream4.SetExpressionState", {number(id), text_of(stream), enabled ? "true" : "false"}, [&] {
+        stream_of(stream).expression_enabled = enabled != 0;
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_expression(AEGP_PluginID id, AEGP_StreamRefH stream, AEGP_MemHandle* expression) {
+    return host().call("Stream4.GetExpression", {number(id), text_of(stream)}, [&] {
+        const Stream& asked = stream_of(stream);
+        *expression = asked.has_expression ? handle(host().add_memory(asked.expression)) : nullptr;
+        return A_Err_NONE;
+    });
+}
+
+A_Err set_expression(AEGP_PluginID id, AEGP_StreamRefH stream, const A_char* expression) {
+    return host().call("Stream4.SetExpression", {number(id), text_of(stream), expression}, [&] {
+        stream_of(stream).has_expression = true;
+        stream_of(stream).expression = expression;
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_stream_num_kfs(AEGP_StreamRefH stream, A_long* count) {
+    return host().call("Keyframe4.GetStreamNumKFs", {text_of(stream)}, [&] {
+        *count = stream_of(stream).type == AEGP_StreamType_NO_DATA
+                     ? A_long{AEGP_NumKF_NO_DATA}
+                     : static_cast<A_long>(stream_of(stream).keyframes.size());
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_keyframe_time(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, AEGP_LTimeMode mode, A_Time* time) {
+    const Arguments arguments = {text_of(stream), number(index), mode == AEGP_LTimeMode_CompTime ? "comp" : "layer"};
+    return host().call("Keyframe4.GetKeyframeTime", arguments, [&] {
+        *time = keyframe_of(stream, index).time;
+        return A_Err_NONE;
+    });
+}
+
+A_Err insert_keyframe(AEGP_StreamRefH stream, AEGP_LTimeMode mode, const A_Time* time, AEGP_KeyframeIndex* index) {
+    const Arguments arguments = {text_of(stream), mode == AEGP_LTimeMode_CompTime ? "comp" : "layer", text_of(*time)};
+    return host().call("Keyframe4.InsertKeyframe", arguments, [&] {
+        std::vector<Keyframe>& keyframes = stream_of(stream).keyframes;
+        std::size_t place = 0;
+        while (place < keyframes.size() && keyframes[place].time.value < time->value) ++place;
+        Keyframe keyframe;
+        keyframe.time = *time;
+        keyframes.insert(keyframes.begin() + static_cast<std::ptrdiff_t>(place), keyframe);
+        *index = static_cast<AEGP_KeyframeIndex>(place);
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_new_keyframe_value(AEGP_PluginID id, AEGP_StreamRefH stream, AEGP_KeyframeIndex index,
+                             AEGP_StreamValue2* value) {
+    return host().call("Keyframe4.GetNewKeyframeValue", {number(id), text_of(stream), number(index)}, [&] {
+        write_value(keyframe_of(stream, index).value, stream, value);
+        return A_Err_NONE;
+    });
+}
+
+A_Err set_keyframe_value(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, const AEGP_StreamValue2* value) {
+    return host().call("Keyframe4.SetKeyframeValue", {text_of(stream), number(index), text_of(*value)}, [&] {
+        keyframe_of(stream, index).value = value->val.one_d;
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_stream_temporal_dimensionality(AEGP_StreamRefH stream, A_short* dimensions) {
+    return host().call("Keyframe4.GetStreamTemporalDimensionality", {text_of(stream)}, [&] {
+        *dimensions = stream_of(stream).dimensions;
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_new_keyframe_spatial_tangents(AEGP_PluginID id, AEGP_StreamRefH stream, AEGP_KeyframeIndex index,
+                                        AEGP_StreamValue2* in, AEGP_StreamValue2* out) {
+    return host().call("Keyframe4.GetNewKeyframeSpatialTangents", {number(id), text_of(stream), number(index)}, [&] {
+        write_value(keyframe_of(stream, index).in_tangent, stream, in);
+        write_value(keyframe_of(stream, index).out_tangent, stream, out);
+        return A_Err_NONE;
+    });
+}
+
+A_Err set_keyframe_spatial_tangents(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, const AEGP_StreamValue2* in,
+                                    const AEGP_StreamValue2* out) {
+    const Arguments arguments = {text_of(stream), number(index), text_of(*in), text_of(*out)};
+    return host().call("Keyframe4.SetKeyframeSpatialTangents", arguments, [&] {
+        keyframe_of(stream, index).in_tangent = in->val.one_d;
+        keyframe_of(stream, index).out_tangent = out->val.one_d;
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_keyframe_temporal_ease(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, A_long dimension,
+                                 AEGP_KeyframeEase* in, AEGP_KeyframeEase* out) {
+    const Arguments arguments = {text_of(stream), number(index), number(dimension)};
+    return host().call("Keyframe4.GetKeyframeTemporalEase", arguments, [&] {
+        if (dimension < 0) return A_Err_PARAMETER;
+        const Keyframe& keyframe = keyframe_of(stream, index);
+        in->speedF = keyframe.in_eases.at(static_cast<std::size_t>(dimension));
+        out->speedF = keyframe.out_eases.at(static_cast<std::size_t>(dimension));
+        return A_Err_NONE;
+    });
+}
+
+A_Err set_keyframe_temporal_ease(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, A_long dimension,
+                                 const AEGP_KeyframeEase* in, const AEGP_KeyframeEase* out) {
+    const Arguments arguments = {text_of(stream), number(index), number(dimension), number(in->speedF),
+                                 number(out->speedF)};
+    return host().call("Keyframe4.SetKeyframeTemporalEase", arguments, [] { return A_Err_NONE; });
+}
+
+A_Err get_keyframe_flags(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, AEGP_KeyframeFlags* flags) {
+    return host().call("Keyframe4.GetKeyframeFlags", {text_of(stream), number(index)}, [&] {
+        *flags = keyframe_of(stream, index).flags;
+        return A_Err_NONE;
+    });
+}
+
+A_Err set_keyframe_flag(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, AEGP_KeyframeFlags flag, A_Boolean value) {
+    const Arguments arguments = {text_of(stream), number(index), number(flag), number(A_long{value})};
+    return host().call("Keyframe4.SetKeyframeFlag", arguments, [] { return A_Err_NONE; });
+}
+
+A_Err get_keyframe_interpolation(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, AEGP_KeyframeInterpolationType* in,
+                                 AEGP_KeyframeInterpolationType* out) {
+    return host().call("Keyframe4.GetKeyframeInterpolation", {text_of(stream), number(index)}, [&] {
+        *in = keyframe_of(stream, index).in;
+        *out = keyframe_of(stream, index).out;
+        return A_Err_NONE;
+    });
+}
+
+A_Err set_keyframe_interpolation(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, AEGP_KeyframeInterpolationType in,
+                                 AEGP_KeyframeInterpolationType out) {
+    const Arguments arguments = {text_of(stream), number(index), number(in), number(out)};
+    return host().call("Keyframe4.SetKeyframeInterpolation", arguments, [] { return A_Err_NONE; });
+}
+
+A_Err start_add_keyframes(AEGP_StreamRefH stream, AEGP_AddKeyframesInfoH* batch) {
+    return host().call("Keyframe4.StartAddKeyframes", {text_of(stream)}, [&] {
+        *batch = handle(host().add_batch(object<Stream>(stream)));
+        return A_Err_NONE;
+    });
+}
+
+// The index given back is not the loop's, so that its use would show.
+A_Err add_keyframes(AEGP_AddKeyframesInfoH batch, AEGP_LTimeMode mode, const A_Time* time, A_long* index) {
+    const Arguments arguments = {text_of(batch), mode == AEGP_LTimeMode_CompTime ? "comp" : "layer", text_of(*time)};
+    return host().call("Keyframe4.AddKeyframes", arguments, [&] {
+        Keyframe keyframe;
+        keyframe.time = *time;
+        object<Batch>(batch)->keyframes.push_back(keyframe);
+        *index = 1000;
+        return A_Err_NONE;
+    });
+}
+
+A_Err set_add_keyframe(AEGP_AddKeyframesInfoH batch, A_long index, const AEGP_StreamValue2* value) {
+    return host().call("Keyframe4.SetAddKeyframe", {text_of(batch), number(index), text_of(*value)}, [&] {
+        object<Batch>(batch)->keyframes.at(static_cast<std::size_t>(index)).value = value->val.one_d;
+        return A_Err_NONE;
+    });
+}
+
+A_Err end_add_keyframes(A_Boolean add, AEGP_AddKeyframesInfoH batch) {
+    return host().call("Keyframe4.EndAddKeyframes", {add ? "true" : "false", text_of(batch)}, [&] {
+        const Batch& ended = *object<Batch>(batch);
+        if (ended.stream->keyframes.empty()) ended.stream->keyframes = ended.keyframes;
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_layer_num_effects(AEGP_LayerH layer, A_long* count) {
+    return host().call("Effect3.GetLayerNumEffects", {text_of(layer)}, [&] {
+        *count = static_cast<A_long>(object<Layer>(layer)->effects.size());
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_layer_effect_by_index(AEGP_PluginID id, AEGP_LayerH layer, AEGP_EffectIndex index, AEGP_EffectRefH* effect) {
+    return host().call("Effect3.GetLayerEffectByIndex", {number(id), text_of(layer), number(index)}, [&] {
+        *effect = handle(object<Layer>(layer)->effects.at(static_cast<std::size_t>(index)));
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_installed_key_from_layer_effect(AEGP_EffectRefH effect, AEGP_InstalledEffectKey* key) {
+    return host().call("Effect3.GetInstalledKeyFromLayerEffect", {text_of(effect)}, [&] {
+        *key = object<Effect>(effect)->key;
+        return A_Err_NONE;
+    });
+}
+
+A_Err get_effect_flags(AEGP_EffectRefH effect, AEGP_EffectFlags* flags) {
+    return host().call("Effect3.GetEffectFlags", {text_of(effect)}, [&] {
+        *flags = object<Effect>(effect)->flags;
+        return A_Err_NONE;
+    });
+}
+
+A_Err set_effect_flags(AEGP_EffectRefH effect, AEGP_EffectFlags mask, AEGP_EffectFlags flags) {
+    return host().call("Effect3.SetEffectFlags", {text_of(effect), number(mask), number(flags)}, [&] {
+        object<Effect>(effect)->flags = (object<Effect>(effect)->flags & ~mask) | (flags & mask);
+        return A_Err_NONE;
+    });
+}
+
+A_Err dispose_effect(AEGP_EffectRefH effect) {
+    return host().call("Effect3.DisposeEffect", {text_of(effect)}, [] { return A_Err_NONE; });
+}
+
+// Every applied effect has three parameters besides its input layer.
+A_Err apply_effect(AEGP_PluginID id, AEGP_LayerH layer, AEGP_InstalledEffectKey key, AEGP_EffectRefH* effect) {
+    return host().call("Effect3.ApplyEffect", {number(id), text_of(layer), number(key)}, [&] {
+        *effect = handle(host().add_effect(object<Layer>(layer), "new" + number(key), key, 4));
+        return A_Err_NONE;
+    });
+}
+
+}  // namespace
+
+const void* stream_suite(const std::string& key) {
+    static const AEGP_StreamSuite4 stream = [] {
+        AEGP_StreamSuite4 suite = {};
+        suite.AEGP_IsStreamLegal = is_stream_legal;
+        suite.AEGP_CanVaryOverTime = can_vary_over_time;
+        suite.AEGP_GetNewLayerStream = get_new_layer_stream;
+        suite.AEGP_GetEffectNumParamStreams = get_effect_num_param_streams;
+        suite.AEGP_GetNewEffectStreamByIndex = get_new_effect_stream_by_index;
+        suite.AEGP_DisposeStream = dispose_stream;
+        suite.AEGP_IsStreamTimevarying = is_stream_timevarying;
+        suite.AEGP_GetStreamType = get_stream_type;
+        suite.AEGP_GetNewStreamValue = get_new_stream_value;
+        suite.AEGP_DisposeStreamValue = dispose_stream_value;
+        suite.AEGP_SetStreamValue = set_stream_value;
+        suite.AEGP_GetExpressionState = get_expression_state;
+        suite.AEGP_SetExpressionState = set_expression_state;
+        suite.AEGP_GetExpression = get_expression;
+        suite.AEGP_SetExpression = set_expression;
+        return suite;
+    }();
+    static const AEGP_KeyframeSuite4 keyframe = [] {
+        AEGP_KeyframeSuite4 suite = {};
+        suite.AEGP_GetStreamNumKFs = get_stream_num_kfs;
+        suite.AEGP_GetKeyframeTime = get_keyframe_time;
+        suite.AEGP_InsertKeyframe = insert_keyframe;
+        suite.AEGP_GetNewKeyframeValue = get_new_keyframe_value;
+        suite.AEGP_SetKeyframeValue = set_keyframe_value;
+        suite.AEGP_GetStreamTemporalDimensionality = get_stream_temporal_dimensionality;
+        suite.AEGP_GetNewKeyframeSpatialTangents = get_new_keyframe_spatial_tangents;
+        suite.AEGP_SetKeyframeSpatialTangents = set_keyframe_spatial_tangents;
+        suite.AEGP_GetKeyframeTemporalEase = get_keyframe_temporal_ease;
+        suite.AEGP_SetKeyframeTemporalEase = set_keyframe_temporal_ease;
+        suite.AEGP_GetKeyframeFlags = get_keyframe_flags;
+        suite.AEGP_SetKeyframeFlag = set_keyframe_flag;
+        suite.AEGP_GetKeyframeInterpolation = get_keyframe_interpolation;
+        suite.AEGP_SetKeyframeInterpolation = set_keyframe_interpolation;
+        suite.AEGP_StartAddKeyframes = start_add_keyframes;
+        suite.AEGP_AddKeyframes = add_keyframes;
+        suite.AEGP_SetAddKeyframe = set_add_keyframe;
+        suite.AEGP_EndAddKeyframes = end_add_keyframes;
+        return suite;
+    }();
+    static const AEGP_EffectSuite3 effect = [] {
+        AEGP_EffectSuite3 suite = {};
+        suite.AEGP_GetLayerNumEffects = get_layer_num_effects;
+        suite.AEGP_GetLayerEffectByIndex = get_layer_effect_by_index;
+        suite.AEGP_GetInstalledKeyFromLayerEffect = get_installed_key_from_layer_effect;
+        suite.AEGP_GetEffectFlags = get_effect_flags;
+        suite.AEGP_SetEffectFlags = set_effect_flags;
+        suite.AEGP_DisposeEffect = dispose_effect;
+        suite.AEGP_ApplyEffect = apply_effect;
+        return suite;
+    }();
+    static const std::map<std::string, const void*> suites = {
+        {"AEGP Stream Suite 9", &stream},
+        {"AEGP Keyframe Suite 4", &keyframe},
+        {"AEGP Effect Suite 3", &effect},
+    };
+    const auto found = suites.find(key);
+    return found == suites.end() ? nullptr : found->second;
+}
+
+}  // namespace fake

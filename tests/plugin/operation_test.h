@@ -1,0 +1,94 @@
+// What the tests of the operations share: a small project, and sweeps that make every call and every suite fail in
+// turn.
+#pragma once
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "EX_Util.h"
+#include "fake_host/fake_host.h"
+
+// Composition "main" holds, from the top, "above", "nest" and "below"; "nest" shows the composition "inner", which
+// holds "a", "b" and "c". The walk of the project is root, footage, inner, main: 1, 2, 3 in scripts.
+class OperationTest : public testing::Test {
+  protected:
+    OperationTest() {
+        footage = host.add_item("footage", AEGP_ItemType_FOOTAGE);
+        inner = host.add_comp("inner");
+        main = host.add_comp("main");
+        a = host.add_layer(inner, "a", footage);
+        b = host.add_layer(inner, "b", footage);
+        c = host.add_layer(inner, "c", footage);
+        above = host.add_layer(main, "above", footage);
+        nest = host.add_layer(main, "nest", inner->item);
+        below = host.add_layer(main, "below", footage);
+        main->selection = {nest};
+        host.active_item = main->item;
+    }
+
+    void TearDown() override { EXPECT_EQ(host.held, 0) << "a suite was not released"; }
+
+    // Every call of the operation fails once: the code comes back, and that call is the last.
+    void expect_chain(const std::function<void()>& prepare, const std::function<A_Err()>& operation) {
+        int calls = 0;
+        for (int n = 1;; ++n) {
+            prepare();
+            host.forget_calls();
+            host.fail_at = n;
+            const A_Err err = operation();
+            calls = static_cast<int>(host.calls.size());
+            if (calls < n) {
+                EXPECT_EQ(err, A_Err_NONE);
+                break;
+            }
+            EXPECT_EQ(err, fake::Host::kInjected) << "call " << n << ": " << host.calls.back();
+            EXPECT_EQ(calls, n) << "a call was made after the failing one: " << host.calls.back();
+            EXPECT_EQ(host.held, 0);
+        }
+        host.fail_at = 0;
+        EXPECT_GT(calls, 0) << "nothing was swept";
+    }
+
+    // Every suite that the operation acquires is refused once: 516 comes back.
+    void expect_missing_suites(const std::function<void()>& prepare, const std::function<A_Err()>& operation) {
+        prepare();
+        host.acquired.clear();
+        EXPECT_EQ(operation(), A_Err_NONE);
+        const std::set<std::string> suites(host.acquired.begin(), host.acquired.end());
+        EXPECT_FALSE(suites.empty());
+        for (const std::string& suite : suites) {
+            prepare();
+            host.refused = {suite};
+            EXPECT_EQ(operation(), 516) << suite;
+            EXPECT_EQ(host.held, 0) << suite;
+        }
+        host.refused.clear();
+    }
+
+    void expect_faults_end_it(
+        const std::function<A_Err()>& operation, const std::function<void()>& prepare = [] {}) {
+        expect_chain(prepare, operation);
+        expect_missing_suites(prepare, operation);
+    }
+
+    fake::Host host;
+    CommandOptions options = {};
+    PluginInfo info = {host.basic(), 7, &options};
+    fake::Item* footage = nullptr;
+    fake::Comp* inner = nullptr;
+    fake::Comp* main = nullptr;
+    fake::Layer* a = nullptr;
+    fake::Layer* b = nullptr;
+    fake::Layer* c = nullptr;
+    fake::Layer* above = nullptr;
+    fake::Layer* nest = nullptr;
+    fake::Layer* below = nullptr;
+};
+
+using testing::ElementsAre;
+using testing::IsEmpty;

@@ -1,0 +1,91 @@
+// The selected layers, and which of them are pre-comp layers.
+#include "operation_test.h"
+
+using Selection = OperationTest;
+
+TEST_F(Selection, comes_from_the_active_composition) {
+    AEGP_Collection2H selection = nullptr;
+    EXPECT_EQ(get_selected_layers(&info, &selection), A_Err_NONE);
+    EXPECT_EQ(fake::text_of(selection), "collection1");
+    EXPECT_THAT(host.calls,
+                ElementsAre("Item1.GetActiveItem()", "Item1.GetItemType(main)", "Comp4.GetCompFromItem(main)",
+                            "Comp4.GetNewCollectionFromCompSelection(7, main)"));
+}
+
+TEST_F(Selection, is_left_alone_without_an_active_item) {
+    host.active_item = nullptr;
+    AEGP_Collection2H selection = nullptr;
+    EXPECT_EQ(get_selected_layers(&info, &selection), A_Err_NONE);
+    EXPECT_EQ(selection, nullptr);
+    EXPECT_THAT(host.calls, ElementsAre("Item1.GetActiveItem()"));
+}
+
+TEST_F(Selection, is_left_alone_when_the_active_item_is_footage_or_a_folder) {
+    for (fake::Item* item : {footage, host.root}) {
+        host.active_item = item;
+        AEGP_Collection2H selection = nullptr;
+        EXPECT_EQ(get_selected_layers(&info, &selection), A_Err_NONE);
+        EXPECT_EQ(selection, nullptr);
+    }
+    EXPECT_EQ(host.count_of("Comp4"), 0);
+}
+
+TEST_F(Selection, ends_at_the_first_failure) {
+    AEGP_Collection2H selection = nullptr;
+    expect_faults_end_it([&] { return get_selected_layers(&info, &selection); });
+}
+
+TEST_F(Selection, a_layer_that_shows_a_composition_is_a_precomp_layer) {
+    AEGP_CollectionItemV2 item = fake::layer_item(nest);
+    unsigned char is_precomp = 9;
+    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
+    EXPECT_EQ(is_precomp, 1);
+    EXPECT_THAT(host.calls, ElementsAre("Layer5.GetLayerObjectType(nest)", "Layer5.GetLayerSourceItem(nest)",
+                                        "Item1.GetItemType(inner)"));
+}
+
+TEST_F(Selection, a_layer_that_shows_footage_is_not) {
+    AEGP_CollectionItemV2 item = fake::layer_item(below);
+    unsigned char is_precomp = 9;
+    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
+    EXPECT_EQ(is_precomp, 0);
+}
+
+TEST_F(Selection, lights_cameras_texts_and_shapes_are_not_asked_for_a_source) {
+    for (const AEGP_ObjectType type :
+         {AEGP_ObjectType_LIGHT, AEGP_ObjectType_CAMERA, AEGP_ObjectType_TEXT, AEGP_ObjectType_VECTOR}) {
+        host.forget_calls();
+        nest->object_type = type;
+        AEGP_CollectionItemV2 item = fake::layer_item(nest);
+        unsigned char is_precomp = 9;
+        EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
+        EXPECT_EQ(is_precomp, 0);
+        EXPECT_THAT(host.calls, ElementsAre("Layer5.GetLayerObjectType(nest)"));
+    }
+}
+
+TEST_F(Selection, an_item_that_is_no_layer_makes_no_call) {
+    AEGP_CollectionItemV2 item = fake::layer_item(nest);
+    item.type = AEGP_CollectionItemType_MASK;
+    unsigned char is_precomp = 9;
+    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
+    EXPECT_EQ(is_precomp, 0);
+    EXPECT_THAT(host.calls, IsEmpty());
+}
+
+TEST_F(Selection, the_answer_is_no_after_every_failure) {
+    AEGP_CollectionItemV2 item = fake::layer_item(nest);
+    for (int n = 1; n <= 3; ++n) {
+        host.forget_calls();
+        host.fail_at = n;
+        unsigned char is_precomp = 9;
+        EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), fake::Host::kInjected);
+        EXPECT_EQ(is_precomp, 0);
+        EXPECT_EQ(static_cast<int>(host.calls.size()), n);
+    }
+    host.fail_at = 0;
+    host.refused = {"AEGP Layer Suite 11"};
+    unsigned char is_precomp = 9;
+    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), 516);
+    EXPECT_EQ(is_precomp, 0);
+}

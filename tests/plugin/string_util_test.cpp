@@ -1,0 +1,136 @@
+// The text helpers and the string table.
+#include "string_util.h"
+
+#include <gtest/gtest.h>
+
+#include <climits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "Exflate_Strings.h"
+
+namespace {
+
+std::u16string utf16(const wchar_t* text) {
+    // One unit more than may be written, to see that it is not.
+    std::vector<A_UTF16Char> out(std::char_traits<wchar_t>::length(text) + 2, 0xBEEF);
+    copyConvertStringLiteralIntoUTF16(text, out.data());
+    EXPECT_EQ(out[out.size() - 2], 0);
+    EXPECT_EQ(out.back(), 0xBEEF);
+    return std::u16string(out.begin(), out.end() - 2);
+}
+
+std::u16string text_of(const A_UTF16Char* text) {
+    std::u16string units;
+    for (; *text != 0; ++text) units += static_cast<char16_t>(*text);
+    return units;
+}
+
+std::vector<A_UTF16Char> units(const std::u16string& text) {
+    std::vector<A_UTF16Char> copy(text.begin(), text.end());
+    copy.push_back(0);
+    return copy;
+}
+
+}  // namespace
+
+TEST(Utf16, plain_text_is_copied_and_terminated) {
+    EXPECT_EQ(utf16(L"Exflate"), u"Exflate");
+    EXPECT_EQ(utf16(L""), u"");
+    EXPECT_EQ(utf16(L"caf\u00e9 \u4e2d\uffff"), u"caf\u00e9 \u4e2d\uffff");
+}
+
+TEST(Utf16, character_of_two_units_is_cut_where_it_stands_last) {
+    EXPECT_EQ(utf16(L"\U0001F600"), std::u16string(1, u'\xd83d'));
+}
+
+TEST(Utf16, each_character_of_two_units_shortens_the_text_by_one) {
+    EXPECT_EQ(utf16(L"a\U0001F600bc"), std::u16string(u"a\U0001F600b"));
+    EXPECT_EQ(utf16(L"\U0010FFFF\U00010000x"), std::u16string(u"\U0010FFFF") + u'\xd800');
+}
+
+TEST(Utf16, what_is_no_code_point_becomes_the_replacement_character) {
+    const wchar_t bad[] = {L'a', 0x110000, static_cast<wchar_t>(-1), 0xD800, L'b', 0};
+    EXPECT_EQ(utf16(bad), u"a\ufffd\ufffd\ufffdb");
+}
+
+TEST(Utf16, other_direction_gives_a_fixed_text) {
+    A_UTF16Char text[] = {u'x', 0};
+    char out[2] = "o";
+    EXPECT_STREQ(copyConvertUTF16IntoStringLiteral(text, out), "testing");
+    EXPECT_STREQ(out, "o");
+    EXPECT_STREQ(copyConvertUTF16IntoStringLiteral(nullptr, nullptr), "testing");
+}
+
+TEST(Utf16, size_counts_units) {
+    EXPECT_EQ(utf16Size(nullptr), 0);
+    EXPECT_EQ(utf16Size(units(u"").data()), 0);
+    EXPECT_EQ(utf16Size(units(u"a\U0001F600").data()), 3);
+}
+
+TEST(Utf16, joining_keeps_up_to_fifteen_units) {
+    const auto join = [](const std::u16string& a, const std::u16string& b) {
+        return text_of(std::unique_ptr<A_UTF16Char[]>(concatUTF16(units(a).data(), units(b).data())).get());
+    };
+    EXPECT_EQ(join(u"", u""), u"");
+    EXPECT_EQ(join(u"ab", u"cd"), u"abcd");
+    EXPECT_EQ(join(u"0123456789", u"abcde"), u"0123456789abcde");
+    EXPECT_EQ(join(u"0123456789", u"abcdefgh"), u"0123456789abcde");
+    EXPECT_EQ(join(u"0123456789abcdefgh", u"x"), u"0123456789abcde");
+}
+
+TEST(Utf16, new_copy_holds_the_whole_text) {
+    const std::unique_ptr<A_UTF16Char[]> copy(initUTF16(L"Exflate"));
+    EXPECT_EQ(text_of(copy.get()), u"Exflate");
+    const std::unique_ptr<A_UTF16Char[]> empty(initUTF16(L""));
+    EXPECT_EQ(text_of(empty.get()), u"");
+}
+
+TEST(FormattedText, is_built_as_by_the_c_library) {
+    char out[64] = {};
+    EXPECT_EQ(_sprintf(out, 0, "%s %i %c", "text", -12, 'x'), 10);
+    EXPECT_STREQ(out, "text -12 x");
+}
+
+TEST(FormattedText, counted_form_makes_room_for_its_numbers) {
+    const std::unique_ptr<char[]> line(sprintf("app.project.item(%i).layer(%i).name = tempName;", 2, 12, 3));
+    EXPECT_STREQ(line.get(), "app.project.item(12).layer(3).name = tempName;");
+    const std::unique_ptr<char[]> large(sprintf("%i,%i", 2, INT_MAX, 0));
+    EXPECT_STREQ(large.get(), "2147483647,0");
+}
+
+TEST(FormattedText, counted_form_never_writes_beyond_its_buffer) {
+    // No counted number, no conversion: one byte short of the terminator.
+    EXPECT_STREQ(std::unique_ptr<char[]>(sprintf("abc", 0)).get(), "ab");
+    EXPECT_STREQ(std::unique_ptr<char[]>(sprintf("", 0)).get(), "");
+    EXPECT_STREQ(std::unique_ptr<char[]>(sprintf("%s", 0, "a long text")).get(), "a");
+}
+
+TEST(DigitCount, is_that_of_the_magnitude) {
+    EXPECT_EQ(simple_int_count(0), 1);
+    EXPECT_EQ(simple_int_count(9), 1);
+    EXPECT_EQ(simple_int_count(10), 2);
+    EXPECT_EQ(simple_int_count(99), 2);
+    EXPECT_EQ(simple_int_count(100), 3);
+    EXPECT_EQ(simple_int_count(999999999), 9);
+    EXPECT_EQ(simple_int_count(1000000000), 10);
+    EXPECT_EQ(simple_int_count(INT_MAX), 10);
+    EXPECT_EQ(simple_int_count(-5), 1);
+    EXPECT_EQ(simple_int_count(-10), 2);
+    EXPECT_EQ(simple_int_count(-INT_MAX), 10);
+    EXPECT_EQ(simple_int_count(INT_MIN), 10);
+}
+
+TEST(StringTable, gives_the_text_at_a_position) {
+    EXPECT_STREQ(GetStringPtr(0), "");
+    EXPECT_STREQ(GetStringPtr(1), "Exflate");
+    EXPECT_STREQ(GetStringPtr(2), "Exflate | Select a pre-comp layer");
+    EXPECT_STREQ(GetStringPtr(3), "Exflate Selection");
+    EXPECT_STREQ(GetStringPtr(4), "Exflate: Problems encountered during exflate.");
+}
+
+TEST(StringTable, rows_stand_at_their_ids) {
+    for (int id = 0; id < 5; ++id) EXPECT_EQ(g_strs[id].id, id);
+    EXPECT_EQ(sizeof g_strs[0].text, 256u);
+}

@@ -1,0 +1,125 @@
+// Giving the copies the pre-comp layer's offset and span.
+#include <climits>
+
+#include "operation_test.h"
+
+class Timing : public OperationTest {
+  protected:
+    // Sets the times of a layer, all of scale 10: in-point and duration in both modes, and the offset.
+    static void set(fake::Layer* layer, A_long in_layer, A_long in_comp, A_long duration, A_long offset) {
+        layer->in_layer = {in_layer, 10};
+        layer->in_comp = {in_comp, 10};
+        layer->duration_layer = {duration, 10};
+        layer->duration_comp = {duration, 10};
+        layer->offset = {offset, 10};
+    }
+
+    A_Err match(std::size_t count) {
+        return match_precomp_timing(&info, fake::handle(nest), std::vector<int>(count, -1));
+    }
+
+    const std::vector<std::string> reads_of_nest = {
+        "Layer5.GetLayerInPoint(nest, layer)", "Layer5.GetLayerInPoint(nest, comp)",
+        "Layer5.GetLayerDuration(nest, comp)", "Layer5.GetLayerOffset(nest)", "Layer5.GetLayerParentComp(nest)"};
+};
+
+TEST_F(Timing, reads_only_the_precomp_layer_for_an_empty_list) {
+    EXPECT_EQ(match(0), A_Err_NONE);
+    EXPECT_EQ(host.calls, reads_of_nest);
+}
+
+TEST_F(Timing, shifts_a_layer_and_trims_what_then_lies_behind_the_span) {
+    set(nest, 0, 100, 50, 100);
+    set(above, 5, 105, 10, 2);  // in the comp, before the shift
+    EXPECT_EQ(match(1), A_Err_NONE);
+    std::vector<std::string> expected = reads_of_nest;
+    for (const char* line : {"Layer5.GetCompLayerByIndex(main, 0)", "Layer5.GetLayerInPoint(above, comp)",
+                             "Layer5.GetLayerDuration(above, comp)", "Layer5.GetLayerOffset(above)",
+                             "Layer5.SetLayerOffset(above, 102/10)", "Layer5.GetLayerInPoint(above, layer)",
+                             "Layer5.GetLayerDuration(above, layer)", "Layer5.GetLayerInPoint(above, comp)",
+                             "Layer5.SetLayerInPointAndDuration(above, comp, 205/10, -55/10)"}) {
+        expected.push_back(line);
+    }
+    EXPECT_EQ(host.calls, expected);
+}
+
+TEST_F(Timing, changes_only_the_offset_of_a_layer_that_needs_no_trim) {
+    set(nest, 0, 0, 500, 100);
+    set(above, 5, 5, 10, 0);
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerOffset(above, 100/10)"), 1);
+    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
+}
+
+TEST_F(Timing, trims_the_head_by_the_in_point_from_before_the_shift) {
+    set(nest, 30, 130, 500, 100);
+    set(above, 10, 10, 40, 0);
+    above->duration_layer = {41, 10};
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.calls_of("SetLayerInPointAndDuration"),
+              std::vector<std::string>{"Layer5.SetLayerInPointAndDuration(above, comp, 130/10, 21/10)"});
+}
+
+TEST_F(Timing, leaves_the_head_of_a_layer_that_starts_with_the_precomp_layer) {
+    set(nest, 0, 100, 500, 0);
+    set(above, 0, 100, 40, 0);
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
+    above->in_comp.value = 99;
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration(above, comp, 100/10, 40/10)"), 1);
+}
+
+TEST_F(Timing, leaves_the_tail_of_a_layer_that_ends_with_the_precomp_layer) {
+    set(nest, 0, 100, 50, 0);
+    set(above, 10, 110, 40, 0);
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
+    above->duration_comp.value = 41;
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.calls.back(), "Layer5.SetLayerInPointAndDuration(above, comp, 110/10, 40/10)");
+}
+
+TEST_F(Timing, judges_the_tail_by_the_duration_from_before_the_head_was_trimmed) {
+    set(nest, 20, 20, 50, 0);
+    set(above, 0, 0, 60, 0);  // 0 to 60, seen through 20 to 70
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.calls_of("SetLayerInPointAndDuration"),
+              (std::vector<std::string>{"Layer5.SetLayerInPointAndDuration(above, comp, 20/10, 40/10)",
+                                        "Layer5.SetLayerInPointAndDuration(above, comp, 20/10, 50/10)"}));
+}
+
+TEST_F(Timing, keeps_scales_where_it_finds_them) {
+    set(nest, 0, 0, 50, 7);
+    nest->duration_comp = {50, 30};
+    set(above, 0, 0, 90, 3);
+    above->offset.scale = 25;
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerOffset(above, 10/25)"), 1);
+    EXPECT_EQ(host.calls.back(), "Layer5.SetLayerInPointAndDuration(above, comp, 7/10, 43/30)");
+}
+
+TEST_F(Timing, wraps_each_sum_by_itself_and_compares_signed) {
+    set(nest, 0, INT_MAX, 10, INT_MAX);
+    set(above, 0, 0, 0, 1);
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerOffset(above, -2147483648/10)"), 1);
+    // The pre-comp layer's end wraps to a negative number, which everything exceeds.
+    EXPECT_EQ(host.calls.back(), "Layer5.SetLayerInPointAndDuration(above, comp, 2147483647/10, 10/10)");
+}
+
+TEST_F(Timing, treats_as_many_layers_from_the_top_as_the_list_has_entries) {
+    set(nest, 0, 0, 500, 1);
+    EXPECT_EQ(match(3), A_Err_NONE);
+    EXPECT_THAT(host.calls_of("GetCompLayerByIndex"),
+                ElementsAre("Layer5.GetCompLayerByIndex(main, 0)", "Layer5.GetCompLayerByIndex(main, 1)",
+                            "Layer5.GetCompLayerByIndex(main, 2)"));
+}
+
+TEST_F(Timing, ends_at_the_first_failure) {
+    expect_faults_end_it([&] { return match(2); },
+                         [&] {
+                             set(nest, 20, 20, 50, 0);
+                             set(above, 0, 0, 60, 0);
+                         });
+}
