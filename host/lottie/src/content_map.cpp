@@ -3,19 +3,18 @@
 
 namespace host::lottie {
 
-const Tree::Node* node_at(const Tree& tree, const StreamPlace& place) {
-    const Tree::Node* group = place.group.empty() ? &tree.root() : tree.member(&tree.root(), place.group);
-    return tree.member(group, place.key);
+const StreamPlace* place_of(int number, bool is_3d) {
+    for (const StreamPlace& place : kStreamPlaces) {
+        if (place.number == number && (place.needs == 0 || place.needs == (is_3d ? 3 : 2))) return &place;
+    }
+    return nullptr;
 }
 
-const StreamPlace* place_of(const Tree& tree, int number, bool is_3d) {
-    const StreamPlace* first = nullptr;
-    for (const StreamPlace& place : kStreamPlaces) {
-        if (place.number != number || (place.needs != 0 && place.needs != (is_3d ? 3 : 2))) continue;
-        if (node_at(tree, place) != nullptr) return &place;
-        if (first == nullptr) first = &place;
-    }
-    return first;
+const Tree::Node* node_at(const Tree& tree, const StreamPlace& place) {
+    const Tree::Node* group = place.group.empty() ? &tree.root() : tree.member(&tree.root(), place.group);
+    const Tree::Node* node = tree.member(group, place.key);
+    if (node != nullptr || place.number != model::kRotation) return node;
+    return tree.member(group, place.key == "r" ? "rz" : "r");
 }
 
 model::Value default_value(int number) {

@@ -23,7 +23,7 @@ struct StreamPlace {
 inline constexpr int kZoomStream = 11;
 
 // In the order in which exporters write the members of a group.
-inline constexpr std::array<StreamPlace, 14> kStreamPlaces{{
+inline constexpr std::array<StreamPlace, 12> kStreamPlaces{{
     {"ks", "o", model::kOpacity, model::StreamType::one_d, 11, 0},
     {"ks", "r", model::kRotation, model::StreamType::one_d, 10, 2},
     {"ks", "rx", model::kRotateX, model::StreamType::one_d, 8, 3},
@@ -36,13 +36,11 @@ inline constexpr std::array<StreamPlace, 14> kStreamPlaces{{
     {"", "tm", model::kTimeRemapStream, model::StreamType::one_d, 2, 0},
     {"", "pe", kZoomStream, model::StreamType::one_d, 1, 0},
     {"au", "lv", model::kAudioLevels, model::StreamType::two_d, 1, 0},
-    // Files that call the one rotation of a layer by the other name.
-    {"ks", "rz", model::kRotation, model::StreamType::one_d, 10, 2},
-    {"ks", "r", model::kRotation, model::StreamType::one_d, 10, 3},
 }};
 
-// The place of the stream in this layer: the first that exists, else the first that would do; null if there is none.
-const StreamPlace* place_of(const Tree& tree, int number, bool is_3d);
+// Null for a stream that such a layer has no place for.
+const StreamPlace* place_of(int number, bool is_3d);
+// Null if it is missing. Some files call the rotation of a 3D layer "r", or that of a 2D layer "rz".
 const Tree::Node* node_at(const Tree& tree, const StreamPlace& place);
 
 model::Value default_value(int number);

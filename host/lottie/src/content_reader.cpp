@@ -1,7 +1,6 @@
 // A layer's streams and effects, read when the model first asks for them.
 #include "content_reader.h"
 
-#include <set>
 #include <unordered_set>
 
 #include "content_map.h"
@@ -33,18 +32,16 @@ class ContentReader {
 
   private:
     void read_layer_streams() {
-        const bool is_3d = stored_.is_3d();
-        std::set<int> numbers;
-        for (const StreamPlace& place : kStreamPlaces) numbers.insert(place.number);
-        for (const int number : numbers) {
-            const StreamPlace* place = place_of(tree_, number, is_3d);
-            const Tree::Node* node = place == nullptr ? nullptr : node_at(tree_, *place);
+        for (const StreamPlace& place : kStreamPlaces) {
+            if (&place != place_of(place.number, stored_.is_3d())) continue;
+            const int number = place.number;
+            const Tree::Node* node = node_at(tree_, place);
             if (node == nullptr) continue;
             if (number == model::kPosition && is_separated(tree_, node)) {
                 layer_.load_stream(number, read_separated_position(context_, *node, layer_));
                 continue;
             }
-            layer_.load_stream(number, read_property(*node, place->type, default_value(number)));
+            layer_.load_stream(number, read_property(*node, place.type, default_value(number)));
         }
     }
 
@@ -78,7 +75,7 @@ class ContentReader {
         auto effect = std::make_unique<model::Effect>(layer_, kind_of(node, places, streams), std::move(name));
         for (std::size_t i = 0; i < streams.size(); ++i) effect->load_parameter(i + 1, std::move(streams[i]));
         if (number_member(tree_, node, "en").value_or(1) == 0) effect->load_flags(0);
-        effect->set_format_data(std::make_shared<StoredEffect>(stored_, index));
+        effect->set_format_data(std::make_shared<StoredEffect>(stored_, index, effect->flags()));
         layer_.load_effect(std::move(effect));
     }
 

@@ -1,6 +1,7 @@
 // The room's front door.
 #include "lottie/document.h"
 
+#include "document_writer.h"
 #include "project_builder.h"
 #include "store.h"
 
@@ -24,7 +25,7 @@ model::Comp& Document::main_comp() const {
 }
 
 std::string Document::write() const {
-    return store_->text;
+    return write_document(*store_);
 }
 
 std::optional<LayerFacts> Document::facts(const model::Layer& layer) const {

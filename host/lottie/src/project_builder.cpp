@@ -60,7 +60,8 @@ class ProjectBuilder {
     }
 
     [[noreturn]] void refuse_time(std::size_t at, const std::string& pointer, const std::string& what) const {
-        refuse(text_, at, pointer, what + " lies more than 4 hours 58 minutes from 0, further than a time of 32 bits reaches.");
+        refuse(text_, at, pointer,
+               what + " lies more than 4 hours 58 minutes from 0, further than a time of 32 bits reaches.");
     }
 
     Time required_time(const Token& token, const std::string& key, const std::string& meaning) const {
@@ -115,6 +116,7 @@ class ProjectBuilder {
             StoredAsset& stored = store_.assets.emplace_back();
             stored.text = asset.text;
             stored.name = asset.name;
+            stored.id_token = asset.id;
             stored.id = string_of(asset.id);
             if (asset.comp < 0) {
                 stored.item = &store_.project->add_footage(footage_name(asset, stored.id), {}, size_of(asset.width),
@@ -154,6 +156,7 @@ class ProjectBuilder {
         stored->store = &store_;
         stored->comp = &comp;
         stored->asset = outline_.comps[index].asset;
+        stored->loaded_name = comp.name();
         stored->array = outline_.comps[index].layers;
         store_.comp_of.emplace(&comp, stored.get());
         store_.comps.push_back(std::move(stored));

@@ -63,13 +63,15 @@ struct StoredComp {
     Store* store = nullptr;
     model::Comp* comp = nullptr;
     int asset = -1;  // -1 for the main one
-    Slice array;     // of the layers
+    std::string loaded_name;
+    Slice array;  // of the layers
     std::vector<StoredLayer> layers;
     std::vector<std::pair<std::int64_t, std::uint32_t>> inds;  // sorted, with places in `layers`
 };
 
 struct StoredAsset {
     Slice text;
+    Token id_token;
     Token name;
     std::string id;
     model::Item* item = nullptr;
@@ -77,9 +79,11 @@ struct StoredAsset {
 
 // An effect on a layer of the file.
 struct StoredEffect final : model::FormatData {
-    StoredEffect(const StoredLayer& of_layer, std::size_t at) : layer(&of_layer), index(at) {}
+    StoredEffect(const StoredLayer& of_layer, std::size_t at, std::uint32_t with_flags)
+        : layer(&of_layer), index(at), flags(with_flags) {}
     const StoredLayer* layer;
-    std::size_t index;  // in the layer's `ef`
+    std::size_t index;    // in the layer's `ef`
+    std::uint32_t flags;  // that the model was given
 };
 
 // What a fresh instance of an effect is made from.

@@ -1,0 +1,18 @@
+// One layer as the file spells it.
+#pragma once
+
+#include <string>
+
+#include "model/layer.h"
+#include "store.h"
+#include "write_context.h"
+
+namespace host::lottie {
+
+// Whether a layer of the file, with `above` directly above it (null for the topmost), is written with its very bytes.
+bool is_untouched(const Numbering& numbers, const model::Layer& layer, const model::Layer* above);
+
+// Any layer: one of the file, a copy of one, or one that the host made.
+void write_layer(std::string& out, const WriteContext& context, model::Layer& layer, const model::Layer* above);
+
+}  // namespace host::lottie

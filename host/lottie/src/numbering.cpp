@@ -1,0 +1,64 @@
+// The `ind` of each layer of a composition as it is written.
+#include "numbering.h"
+
+#include <unordered_set>
+
+#include "matte_members.h"
+
+namespace host::lottie {
+namespace {
+
+void add_layer_parameters(const model::Layer& layer, std::unordered_set<const model::Layer*>& referred) {
+    const auto add = [&layer, &referred](const model::Value& value) {
+        const model::Layer* named = layer.project().layer_by_id(static_cast<model::LayerId>(value.n[0]));
+        if (named != nullptr) referred.insert(named);
+    };
+    for (const auto& effect : layer.loaded_effects()) {
+        for (std::size_t i = 0; i < effect->parameter_count(); ++i) {
+            const model::Stream& stream = effect->parameter(i);
+            if (stream.type() != model::StreamType::layer_id) continue;
+            add(stream.data().static_value);
+            for (const model::Keyframe& key : stream.data().keyframes) add(key.value);
+        }
+    }
+}
+
+std::unordered_set<const model::Layer*> referred_layers(const std::vector<model::Layer*>& stack) {
+    std::unordered_set<const model::Layer*> referred;
+    const model::Layer* above = nullptr;
+    for (const model::Layer* layer : stack) {
+        if (layer->parent() != nullptr) referred.insert(layer->parent());
+        if (names_matte(*layer, above)) referred.insert(layer->matte());
+        add_layer_parameters(*layer, referred);
+        above = layer;
+    }
+    return referred;
+}
+
+}  // namespace
+
+Numbering::Numbering(const StoredComp* comp, const std::vector<model::Layer*>& stack) {
+    const auto lacks_number = [](const model::Layer& layer) { return is_from_file(layer) && !base_of(layer)->ind; };
+    std::unordered_set<const model::Layer*> referred;
+    if (comp != nullptr && comp->inds.size() < comp->layers.size()) referred = referred_layers(stack);
+    std::int64_t last = comp == nullptr ? 0 : comp->largest_ind();
+    for (const model::Layer* layer : stack) {
+        if (is_from_file(*layer) && !(lacks_number(*layer) && referred.count(layer) != 0)) continue;
+        new_numbers_[layer] = ++last;
+    }
+    if (!stack.empty()) comp_ = &stack.front()->comp();
+}
+
+std::optional<std::int64_t> Numbering::number(const model::Layer& layer) const {
+    const auto found = new_numbers_.find(&layer);
+    if (found != new_numbers_.end()) return found->second;
+    return is_from_file(layer) ? base_of(layer)->ind : std::nullopt;
+}
+
+std::int64_t Numbering::number_of_id(model::LayerId id) const {
+    const model::Layer* layer = comp_ == nullptr ? nullptr : comp_->project().layer_by_id(id);
+    if (layer == nullptr || &layer->comp() != comp_) return 0;
+    return number(*layer).value_or(0);
+}
+
+}  // namespace host::lottie

@@ -1,0 +1,29 @@
+// The `ind` of each layer of a composition as it is written.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <unordered_map>
+#include <vector>
+
+#include "store.h"
+
+namespace host::lottie {
+
+// Layers of the file keep theirs; new ones get the numbers behind the largest, from top to bottom. A layer of the file
+// that has none gets one only if something must refer to it.
+class Numbering {
+  public:
+    // `comp` is null for a composition that the host made.
+    Numbering(const StoredComp* comp, const std::vector<model::Layer*>& stack);
+
+    std::optional<std::int64_t> number(const model::Layer& layer) const;
+    // For layer parameters: 0 for ids that mean no layer of this composition.
+    std::int64_t number_of_id(model::LayerId id) const;
+
+  private:
+    std::unordered_map<const model::Layer*, std::int64_t> new_numbers_;
+    const model::Comp* comp_ = nullptr;
+};
+
+}  // namespace host::lottie
