@@ -190,7 +190,7 @@ void Comp::select(const std::vector<Layer*>& layers) {
         }
         if (seen.insert(layer).second) next[++last_selection_rank_] = layer;
     }
-    project().undo().note([this, old = selection_] { replace_selection(old); });
+    project().undo().note_beside([this, old = selection_] { replace_selection(old); });
     replace_selection(std::move(next));
 }
 

@@ -27,9 +27,14 @@ const typename Map::mapped_type* entry(const Map& map, const Key& key) {
 }  // namespace
 
 bool names_missing_layer(const Layer& layer, std::string_view expression) {
+    const Project& project = layer.project();
     for (const LayerReference& reference : find_layer_references(expression)) {
-        const Comp* comp = reference.comp_end == 0 ? &layer.comp() : layer.project().comp_named(reference.comp);
-        if (comp != nullptr && comp->layer_named(reference.layer) == nullptr) return true;
+        const Comp* comp = reference.comp_end == 0 ? &layer.comp() : project.comp_named(reference.comp);
+        if (comp == nullptr) {
+            if (project.has_deleted_comp_named(reference.comp)) return true;
+        } else if (comp->layer_named(reference.layer) == nullptr) {
+            return true;
+        }
     }
     return false;
 }
@@ -41,11 +46,11 @@ void ExpressionIndex::await(Layer& layer) {
 void ExpressionIndex::touch(Stream& stream) {
     if (stream.awaits_index_) return;
     stream.awaits_index_ = true;
-    touched_.push_back(&stream);
+    touched_.insert(&stream);
 }
 
 void ExpressionIndex::forget(Stream& stream) {
-    if (stream.awaits_index_) std::erase(touched_, &stream);
+    if (stream.awaits_index_) touched_.erase(&stream);
     stream.awaits_index_ = false;
     take_out(stream);
     failed_.erase(&stream);
@@ -97,11 +102,10 @@ void ExpressionIndex::settle() {
         awaited_.pop_back();
     }
     const bool may_fail = !project_.rules().broken_expressions_recover;
-    for (std::size_t i = 0; i < touched_.size(); ++i) {
-        Stream& stream = *touched_[i];
-        stream.awaits_index_ = false;
-        take_in(stream);
-        if (may_fail && stream.owner().is_alive() && stream.is_expression_broken()) stream.set_failed(true);
+    for (Stream* stream : touched_) {
+        stream->awaits_index_ = false;
+        take_in(*stream);
+        if (may_fail && stream->owner().is_alive() && stream->is_expression_broken()) stream->set_failed(true);
     }
     touched_.clear();
 }
@@ -145,6 +149,9 @@ std::vector<Stream*> ExpressionIndex::broken_streams_naming(const std::string& n
             if (comp != nullptr && comp->layer_named(name) == nullptr) add_living(found, streams);
         }
     }
+    if (project_.comp_named(name) == nullptr && project_.has_deleted_comp_named(name)) {
+        if (const auto* streams = entry(by_comp_name_, name)) add_living(found, *streams);
+    }
     for (Stream* stream : failed_) {
         if (stream->owner().is_alive() && !find_quoted(stream->data().expression, name).empty())
             found.push_back(stream);
@@ -161,6 +168,13 @@ void ExpressionIndex::note_failures() {
 void ExpressionIndex::note_failures_after_loss(const Comp& comp, const std::string& name) {
     if (project_.rules().broken_expressions_recover) return;
     for (Stream* stream : streams_naming(comp, name)) {
+        if (stream->is_expression_broken()) stream->set_failed(true);
+    }
+}
+
+void ExpressionIndex::note_failures_after_comp_loss(const std::string& comp_name) {
+    if (project_.rules().broken_expressions_recover) return;
+    for (Stream* stream : streams_naming_comp(comp_name)) {
         if (stream->is_expression_broken()) stream->set_failed(true);
     }
 }

@@ -19,8 +19,8 @@ class Layer;
 class Project;
 class Stream;
 
-// Whether the expression, on a stream of `layer`, names a layer that does not exist where it says. Compositions that
-// the project does not have are no proof: files lose their names.
+// Whether the expression, on a stream of `layer`, names a layer that does not exist where it says, or a composition
+// that has been deleted. Compositions that the project never had are no proof: files lose their names.
 bool names_missing_layer(const Layer& layer, std::string_view expression);
 
 // Filled when first asked: until then it only remembers who has to be looked at.
@@ -45,6 +45,8 @@ class ExpressionIndex {
     void note_failures();
     // The same, for expressions that named a layer which is there no more.
     void note_failures_after_loss(const Comp& comp, const std::string& name);
+    // The same, for expressions that named a composition which is there no more.
+    void note_failures_after_comp_loss(const std::string& comp_name);
 
   private:
     using Streams = std::set<Stream*, StreamOrder>;
@@ -54,7 +56,7 @@ class ExpressionIndex {
 
     Project& project_;
     std::vector<Layer*> awaited_;
-    std::vector<Stream*> touched_;
+    Streams touched_;
     std::unordered_map<const Stream*, std::vector<LayerReference>> references_;
     // By name of the layer, then by the composition of the expression, or by the composition it names.
     std::unordered_map<std::string, std::map<std::int32_t, Streams>> at_home_;

@@ -108,7 +108,8 @@ void Layer::set_flag(LayerFlag flag, bool on) {
     const bool has_no_dimensions_to_choose = kind_ == LayerKind::camera || kind_ == LayerKind::light;
     if (has_flag(flag) == on || (flag == kIs3D && has_no_dimensions_to_choose)) return;
     const UndoScope scope(project().undo());
-    if (flag == kIs3D && !on) drop_third_dimension();
+    // Either way: what a flat layer keeps of it, unseen, must not come to light.
+    if (flag == kIs3D) drop_third_dimension();
     State& state = writable_state();
     state.flags = on ? state.flags | flag : state.flags & ~std::uint32_t{flag};
 }

@@ -9,7 +9,7 @@ namespace {
 std::vector<LayerId> layers_in(const StreamData& data) {
     std::vector<LayerId> ids;
     const auto add = [&ids](const Value& value) {
-        if (value.n[0] != 0) ids.push_back(static_cast<LayerId>(value.n[0]));
+        if (const LayerId id = layer_named_by(value)) ids.push_back(id);
     };
     add(data.static_value);
     for (const Keyframe& keyframe : data.keyframes) add(keyframe.value);

@@ -1,6 +1,7 @@
 // Which effect parameters name which layers, so that a deletion finds them without a walk.
 #pragma once
 
+#include <limits>
 #include <memory>
 #include <set>
 #include <unordered_map>
@@ -26,15 +27,22 @@ class LayerParameterIndex {
     std::unordered_map<LayerId, std::set<Stream*, StreamOrder>> users_of_;
 };
 
+// The layer that a parameter's value names, 0 for none. Files may hold any number.
+inline LayerId layer_named_by(const Value& value) {
+    const double id = value.n[0];
+    return id >= 1 && id <= std::numeric_limits<LayerId>::max() ? static_cast<LayerId>(id) : 0;
+}
+
 // Maps every layer id that the stream's data holds; the same data if none changes.
 template <class Map>
 std::shared_ptr<const StreamData> with_mapped_layers(const std::shared_ptr<const StreamData>& data, Map map) {
     auto mapped = std::make_shared<StreamData>(*data);
     bool changed = false;
     const auto apply = [&](Value& value) {
-        const auto old = static_cast<LayerId>(value.n[0]);
+        const LayerId old = layer_named_by(value);
         const LayerId next = old != 0 ? map(old) : 0;
-        changed |= next != old;
+        if (next == old) return;
+        changed = true;
         value.n[0] = next;
     };
     apply(mapped->static_value);

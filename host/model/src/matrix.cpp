@@ -90,7 +90,9 @@ Matrix transposed(const Matrix& m) {
 
 std::optional<Matrix> inverse(const Matrix& m) {
     const double det = determinant(m);
-    if (!(std::abs(det) > 1e-12)) return std::nullopt;
+    double volume = 1;  // of the axes if they stood square: a small transform is not a flat one
+    for (std::size_t c = 0; c < 3; ++c) volume *= std::hypot(m(0, c), m(1, c), m(2, c));
+    if (!(std::abs(det) > 1e-12 * volume)) return std::nullopt;
     Matrix result;
     for (std::size_t row = 0; row < 3; ++row) {
         for (std::size_t column = 0; column < 3; ++column) {

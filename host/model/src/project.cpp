@@ -57,6 +57,11 @@ Comp* Project::comp_named(std::string_view name) const {
     return found != comps_by_name_.end() ? found->second.begin()->second : nullptr;
 }
 
+bool Project::has_deleted_comp_named(std::string_view name) const {
+    const auto found = deleted_comp_names_.find(name);
+    return found != deleted_comp_names_.end() && found->second > 0;
+}
+
 std::vector<Comp*> Project::comps() const {
     std::vector<Comp*> all;
     for (Item* item : walk_.to_vector()) {
@@ -109,6 +114,7 @@ Item& Project::add_item(std::unique_ptr<Item> item, Item* folder) {
 }
 
 Comp& Project::add_comp(std::string name, Item* folder) {
+    const UndoScope scope(undo_);
     expressions_->note_failures();
     return *add_item(std::make_unique<Comp>(*this, ++last_item_id_, std::move(name)), folder).comp();
 }
@@ -157,10 +163,15 @@ void Project::leave_undoably(Item& item) {
             }
         };
         set_alive(layers, false);
-        undo_.note([set_alive, layers] { set_alive(layers, true); });
+        ++deleted_comp_names_[comp->name()];
+        undo_.note([this, comp, set_alive, layers] {
+            set_alive(layers, true);
+            --deleted_comp_names_[comp->name()];
+        });
     }
     undo_.note([this, &item, place = number_of(item)] { enter(item, place); });
     leave(item);
+    if (item.comp() != nullptr) expressions_->note_failures_after_comp_loss(item.name());
 }
 
 void Project::delete_item(Item& item) {
@@ -170,6 +181,7 @@ void Project::delete_item(Item& item) {
     for (Item* inside : item.folder_contents()) delete_item(*inside);
     const std::vector<Layer*> users = item.users();
     for (Layer* layer : users) layer->leave_comp();
+    expressions_->note_failures();
     leave_undoably(item);
 }
 

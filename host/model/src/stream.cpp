@@ -147,7 +147,7 @@ void Stream::add_keyframes(const std::vector<std::pair<Time, Value>>& batch) {
     auto sorted = batch;
     std::stable_sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<Keyframe> merged;
-    auto& keyframes = writable().keyframes;
+    const auto& keyframes = data_->keyframes;
     merged.reserve(keyframes.size() + sorted.size());
     auto old = keyframes.begin();
     for (const auto& [time, value] : sorted) {
@@ -159,7 +159,8 @@ void Stream::add_keyframes(const std::vector<std::pair<Time, Value>>& batch) {
         }
     }
     merged.insert(merged.end(), old, keyframes.end());
-    keyframes = std::move(merged);
+    if (merged == keyframes) return;
+    writable().keyframes = std::move(merged);
     changed(false);
 }
 

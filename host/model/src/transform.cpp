@@ -13,6 +13,7 @@ namespace host::model {
 namespace {
 
 constexpr double kTolerance = 1e-9;
+constexpr double kNearlyNothing = 1e-12;  // a scale that still has a direction, and rounds to nothing
 constexpr double kDegree = std::numbers::pi / 180;
 
 double rounded(double v) {
@@ -71,13 +72,16 @@ struct Chain {
     Matrix matrix;
     double rotation = 0;  // sum of the Z rotations, whole turns included
     double sign = 1;      // of the product of the horizontal scales
+    bool has_zeros = false;
 
-    // A parent that is scaled to nothing cannot be undone; without_zeros its scale counts as whole.
-    Chain(Layer* layer, bool without_zeros) {
+    // Scales of nothing count as `zero`.
+    Chain(Layer* layer, double zero) {
         for (; layer != nullptr; layer = layer->parent()) {
             Pose pose(*layer);
-            if (without_zeros) {
-                for (double& s : pose.scale) s = s == 0 ? 1 : s;
+            for (double& s : pose.scale) {
+                if (s != 0) continue;
+                has_zeros = true;
+                s = zero;
             }
             matrix = pose.matrix() * matrix;
             rotation += pose.rotation;
@@ -89,6 +93,7 @@ struct Chain {
 // What has to happen to the child's own transform.
 struct Change {
     Matrix matrix;  // of its place
+    Matrix axes;    // the linear part, nothing in it flat
     Matrix orient;  // 3D: put before its orientation
     double rotation_factor = 1;
     double rotation = 0;  // 2D: degrees added after the factor
@@ -104,7 +109,7 @@ struct Parts2D {
 // `sign` is the wanted sign of sx. Null if the x axis vanishes.
 std::optional<Parts2D> parts_2d(const Matrix& m, double sign) {
     const double length = std::hypot(m(0, 0), m(1, 0));
-    if (length < 1e-12) return std::nullopt;
+    if (length == 0) return std::nullopt;
     const double det = m(0, 0) * m(1, 1) - m(0, 1) * m(1, 0);
     return Parts2D{std::atan2(sign * m(1, 0), sign * m(0, 0)) / kDegree, sign * length, sign * det / length};
 }
@@ -121,9 +126,9 @@ double sign_of(double v) {
 }
 
 void find_turn_2d(Change& change, const Pose& child, double rotation_hint, double sign) {
-    const auto own = parts_2d(change.matrix, sign);
+    const auto own = parts_2d(change.axes, sign);
     if (!own) return;
-    if (is_similarity_2d(change.matrix)) {
+    if (is_similarity_2d(change.axes)) {
         // Mirroring turns every rotation round.
         change.rotation_factor = own->sx * own->sy < 0 ? -1 : 1;
         change.rotation = nearest_turn(own->angle, rotation_hint);
@@ -133,7 +138,7 @@ void find_turn_2d(Change& change, const Pose& child, double rotation_hint, doubl
     // Exact for the pose of this moment; keyframes all change by the same amount.
     const double sx = child.scale[0] == 0 ? 1 : child.scale[0];
     const double sy = child.scale[1] == 0 ? 1 : child.scale[1];
-    const Matrix wanted = change.matrix * Matrix::rotation({0, 0, child.rotation}) * Matrix::scaling({sx, sy, 1});
+    const Matrix wanted = change.axes * Matrix::rotation({0, 0, child.rotation}) * Matrix::scaling({sx, sy, 1});
     const auto parts = parts_2d(wanted, sign * sign_of(sx));
     if (!parts) return;
     change.rotation = nearest_turn(parts->angle - child.rotation, rotation_hint);
@@ -157,16 +162,16 @@ void find_turn_3d(Change& change, const Pose& child) {
     Point scale = child.scale;
     for (double& s : scale) s = s == 0 ? 1 : s;
     const Matrix turn = child.turn();
-    const Matrix wanted = change.matrix * turn * Matrix::scaling(scale);
+    const Matrix wanted = change.axes * turn * Matrix::scaling(scale);
     const Point x = column(wanted, 0);
     const double length = std::sqrt(dot(x, x));
-    if (length < 1e-12) return;
+    if (length == 0) return;
     const Point x_axis = scaled(x, sign_of(scale[0]) / length);
     const Point y = column(wanted, 1);
     const double along = dot(x_axis, y);
     const Point y_rest = {y[0] - along * x_axis[0], y[1] - along * x_axis[1], y[2] - along * x_axis[2]};
     const double height = std::sqrt(dot(y_rest, y_rest));
-    if (height < 1e-12) return;
+    if (height == 0) return;
     const Point y_axis = scaled(y_rest, sign_of(scale[1]) / height);
     const Point z_axis = cross(x_axis, y_axis);
     Matrix axes;
@@ -240,14 +245,16 @@ void resize(Stream& stream, const Point& factors) {
 }  // namespace
 
 void compensate_for_parent(Layer& child, Layer* new_parent) {
-    const Chain from(child.parent(), false);
-    const Chain to(new_parent, true);
+    const Chain from(child.parent(), 0);
+    const Chain to(new_parent, 1);  // what is scaled to nothing cannot be taken back
     const bool is_3d = child.is_3d();
-    const auto back = inverse(is_3d ? to.matrix : flattened(to.matrix));
+    const auto seen = [is_3d](const Matrix& matrix) { return is_3d ? matrix : flattened(matrix); };
+    const auto back = inverse(seen(to.matrix));
     if (!back) return;  // seen edge on, the new parent has no inside
     Change change;
-    change.matrix = *back * (is_3d ? from.matrix : flattened(from.matrix));
+    change.matrix = *back * seen(from.matrix);
     if (is_identity(change.matrix, kTolerance)) return;
+    change.axes = from.has_zeros ? *back * seen(Chain(child.parent(), kNearlyNothing).matrix) : change.matrix;
 
     const bool turns = !is_linear_identity(change.matrix, kTolerance);
     if (turns) {

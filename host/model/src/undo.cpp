@@ -14,11 +14,14 @@ void UndoJournal::open(std::string name) {
 
 void UndoJournal::close(bool keep_if_empty) {
     if (--depth_ > 0) return;
-    if (!open_.empty() || keep_if_empty) {
+    if (open_has_changes_ || keep_if_empty) {
         names_.push_back(std::move(open_name_));
         steps_.push_back(std::move(open_));
+    } else if (!steps_.empty()) {
+        for (auto& inverse : open_) steps_.back().push_back(std::move(inverse));
     }
     open_ = {};
+    open_has_changes_ = false;
     open_name_.clear();
 }
 
@@ -41,11 +44,21 @@ void UndoJournal::note(std::function<void()> inverse) {
     if (undoing_) return;
     if (depth_ > 0) {
         open_.push_back(std::move(inverse));
+        open_has_changes_ = true;
         return;
     }
     names_.emplace_back();
     steps_.emplace_back();
     steps_.back().push_back(std::move(inverse));
+}
+
+void UndoJournal::note_beside(std::function<void()> inverse) {
+    if (undoing_) return;
+    if (depth_ > 0) {
+        open_.push_back(std::move(inverse));
+    } else if (!steps_.empty()) {
+        steps_.back().push_back(std::move(inverse));
+    }
 }
 
 std::uint64_t UndoJournal::step_for_snapshot() {

@@ -41,7 +41,8 @@ class Comp : public Item {
     // For readers: appends below all others.
     Layer& load_layer(LayerKind kind, Item* source);
 
-    // Selection, in the order that HostRules name.
+    // Selection, in the order that HostRules name. Selecting alone is no undo step; undoing a step gives back the
+    // selection that it found.
     std::vector<Layer*> selected_layers() const;
     void select(const std::vector<Layer*>& layers);  // replaces; throws bad_argument for a dead or foreign layer
 

@@ -41,7 +41,7 @@ struct HostRules {
     bool suite_parenting_compensates = false;
     bool deleting_a_parent_compensates = true;
     bool copies_get_numbered_names = false;
-    bool copies_keep_links_to_present_partners = false;  // mattes and layer parameters; else none
+    bool copies_keep_links_to_present_partners = false;  // parent, matte, layer parameters; else none
 
     // Streams and keyframes
     InapplicableStream inapplicable_stream = InapplicableStream::hidden_default;

@@ -46,7 +46,8 @@ class Project {
     Item& item_by_number(int n) const;      // 1-based place in that walk, the root folder being 0; throws bad_argument
     int number_of(const Item& item) const;  // the inverse; throws bad_argument for a dead item
     Item* item_by_id(ItemId id) const;      // living ones; null if none
-    Comp* comp_named(std::string_view name) const;  // of several the oldest, null if none
+    Comp* comp_named(std::string_view name) const;             // of several the oldest, null if none
+    bool has_deleted_comp_named(std::string_view name) const;  // one that undo has not brought back
     // New items are undoable; a reader clears the journal when it has built the project.
     Comp& add_comp(std::string name, Item* folder = nullptr);  // null folder = root
     Item& add_folder(std::string name, Item* folder = nullptr);
@@ -108,6 +109,7 @@ class Project {
     std::unordered_map<ItemId, Item*> items_by_id_;
     std::unordered_map<LayerId, Layer*> layers_by_id_;
     std::unordered_map<std::string, std::map<ItemId, Comp*>, NameHash, std::equal_to<>> comps_by_name_;
+    std::unordered_map<std::string, int, NameHash, std::equal_to<>> deleted_comp_names_;  // how many of each
     std::vector<std::shared_ptr<const EffectKind>> effect_kinds_;
     std::vector<std::unique_ptr<Effect>> retired_effects_;  // taken back by undo; handles may still mean them
     std::unique_ptr<ExpressionIndex> expressions_;

@@ -26,6 +26,10 @@ class UndoJournal {
     // Notes how to take a change back. Outside a group each note is a step of its own. Ignored while undoing.
     void note(std::function<void()> inverse);
 
+    // The same for a change that makes no step: outside a group, or in one that has nothing else, it joins the newest
+    // step, and is forgotten when there is none.
+    void note_beside(std::function<void()> inverse);
+
     // A number that changes whenever a new undoable step begins: who has noted its whole old state under this number
     // need not do so again. Never 0. Outside groups it changes with every call.
     std::uint64_t step_for_snapshot();
@@ -51,6 +55,7 @@ class UndoJournal {
     std::uint64_t step_number_ = 1;
     std::string open_name_;
     Step open_;
+    bool open_has_changes_ = false;  // of its own, not only beside
     std::vector<std::string> names_;
     std::vector<Step> steps_;
 };
