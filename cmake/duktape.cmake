@@ -1,0 +1,43 @@
+# Duktape as a script engine that can be stopped. Debian's shared library is built without the check that ends an endless
+# loop, and unwinds C++ frames with longjmp. The package duktape-dev also installs the engine's source; it is compiled here
+# with that check switched on, and as C++ so that script errors run destructors.
+
+find_file(DUKTAPE_SOURCE NAMES duktape.c PATHS /usr/share/duktape /usr/local/share/duktape NO_CACHE REQUIRED)
+cmake_path(GET DUKTAPE_SOURCE PARENT_PATH duktape_from)
+
+# add_stoppable_duktape(<target> CHECK <function>)
+# Makes the object library <target>. It asks `extern "C" int <function>(void* heap_udata)` now and then while a script runs;
+# anything but 0 ends the script with an error that the script cannot catch.
+function(add_stoppable_duktape target)
+  cmake_parse_arguments(DUKTAPE "" "CHECK" "" ${ARGN})
+  set(folder "${CMAKE_CURRENT_BINARY_DIR}/duktape")
+
+  # The source includes its configuration from beside itself, so the three files go to one folder.
+  configure_file("${duktape_from}/duktape.h" "${folder}/duktape.h" COPYONLY)
+  # A regular expression does not ask the check. It may take this many steps, about three seconds, instead of a minute.
+  copy_with_change("${duktape_from}/duktape.c" "${folder}/duktape.cpp"
+    "#define DUK_RE_EXECUTE_STEPS_LIMIT 1000000000L" "#define DUK_RE_EXECUTE_STEPS_LIMIT 50000000L")
+  # Collecting garbage may recurse deeper: with the default, long chains of objects take the square of their length.
+  copy_with_change("${duktape_from}/duk_config.h" "${folder}/duk_config.h" "/* __OVERRIDE_DEFINES__ */"
+"#define DUK_USE_CPP_EXCEPTIONS
+#undef DUK_USE_MARK_AND_SWEEP_RECLIMIT
+#define DUK_USE_MARK_AND_SWEEP_RECLIMIT 4096
+#define DUK_USE_INTERRUPT_COUNTER
+extern \"C\" int ${DUKTAPE_CHECK}(void* heap_udata);
+#define DUK_USE_EXEC_TIMEOUT_CHECK(heap_udata) ${DUKTAPE_CHECK}(heap_udata)")
+
+  add_library(${target} OBJECT "${folder}/duktape.cpp")
+  target_compile_options(${target} PRIVATE -w)
+  target_include_directories(${target} SYSTEM PUBLIC "${folder}")
+endfunction()
+
+# Writes <to> only when that changes it. Stops the configuration when <from> does not hold the text <old>.
+function(copy_with_change from to old new)
+  file(READ "${from}" text)
+  string(FIND "${text}" "${old}" found)
+  if(found EQUAL -1)
+    message(FATAL_ERROR "${from} does not hold: ${old}")
+  endif()
+  string(REPLACE "${old}" "${new}" text "${text}")
+  file(CONFIGURE OUTPUT "${to}" CONTENT "${text}" @ONLY)
+endfunction()

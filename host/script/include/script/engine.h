@@ -1,0 +1,64 @@
+// The script engine: one global environment in which texts are run over a project.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace host::model {
+class Project;
+}
+
+namespace host::script {
+
+class DialogDriver;
+class Settings;
+
+// How a run ended. `result` is the text of the last statement's value: empty for undefined and after a failure.
+// `error` is for people: "Unable to execute script at line N. " and the reason. Both are UTF-8.
+struct Outcome {
+    bool failed = false;
+    std::string result;
+    std::string error;
+};
+
+// A message box that a script has shown; it counts as dismissed at once.
+struct Alert {
+    std::string message;
+    std::string title;
+};
+
+// What one run may use. A script that goes beyond is ended, and cannot prevent it, within a few milliseconds; a built-in
+// function at work is waited for. Time in which a dialog waits for its driver does not count.
+struct Limits {
+    std::size_t memory = std::size_t{512} << 20;  // bytes, of everything the environment holds
+    std::chrono::milliseconds time = std::chrono::minutes(2);
+};
+
+// Scripts see the standard objects of the language (without JSON), `app`, `PREFType`, `Window`, alert(), isValid() and
+// the classes of items and layers. No file, network, process or environment variable can be reached from them.
+class Engine {
+  public:
+    // Everything given here must outlive the engine. Throws std::runtime_error when the memory limit is too small even
+    // for the empty environment.
+    Engine(model::Project& project, Settings& settings, DialogDriver& driver,
+           std::function<void(const Alert&)> on_alert, Limits limits = {});
+    ~Engine();
+    Engine(const Engine&) = delete;
+    Engine& operator=(const Engine&) = delete;
+
+    // Runs a text in the environment that earlier runs left behind. Never throws for anything a script does: statements
+    // before an error have taken effect, a syntax error anywhere means that none was run. A byte-order mark at the
+    // start is passed over; bytes that are not UTF-8 survive the way into the project and back. An error in a dialog's
+    // event handler is shown as an alert and leaves the dialog open, as does the application.
+    Outcome run(std::string_view text);
+
+  private:
+    class Impl;
+    std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace host::script

@@ -1,0 +1,44 @@
+// How long a script has been running, with pauses.
+#pragma once
+
+#include <chrono>
+
+namespace host::script {
+
+class RunClock {
+  public:
+    explicit RunClock(std::chrono::milliseconds limit) : limit_(limit) {}
+
+    std::chrono::milliseconds limit() const { return limit_; }
+    bool is_counting() const { return counts_; }  // between restart() and stop(), pauses included
+    bool time_is_up() const;
+
+    void restart();
+    void stop();  // from here on the time is never up
+
+    // While it lives the clock runs, or stands still; then its former state comes back.
+    class [[nodiscard]] Switched {
+      public:
+        Switched(RunClock& clock, bool running) : clock_(clock), before_(clock.running_) { clock_.switch_to(running); }
+        ~Switched() { clock_.switch_to(before_); }
+        Switched(const Switched&) = delete;
+        Switched& operator=(const Switched&) = delete;
+
+      private:
+        RunClock& clock_;
+        bool before_;
+    };
+
+  private:
+    using Steady = std::chrono::steady_clock;
+    void switch_to(bool running);
+    Steady::duration used() const;
+
+    std::chrono::milliseconds limit_;
+    Steady::duration used_before_{};
+    Steady::time_point since_{};
+    bool counts_ = false;
+    bool running_ = false;
+};
+
+}  // namespace host::script

@@ -1,0 +1,97 @@
+// CompItem: a composition and its layers.
+#include <algorithm>
+#include <limits>
+
+#include "bind.h"
+
+namespace host::script {
+
+namespace {
+
+duk_ret_t layer(Call& call);
+duk_ret_t num_layers(Call& call);
+duk_ret_t selected_layers(Call& call);
+duk_ret_t duration(Call& call);
+duk_ret_t frame_rate(Call& call);
+duk_ret_t frame_duration(Call& call);
+duk_ret_t time(Call& call);
+duk_ret_t set_time(Call& call);
+
+constexpr Method kMethods[] = {
+    {"layer", 2, guarded<layer>},
+};
+
+constexpr Property kProperties[] = {
+    {"numLayers", guarded<num_layers>, nullptr},
+    {"selectedLayers", guarded<selected_layers>, nullptr},
+    {"duration", guarded<duration>, nullptr},
+    {"frameRate", guarded<frame_rate>, nullptr},
+    {"frameDuration", guarded<frame_duration>, nullptr},
+    {"time", guarded<time>, guarded<set_time>},
+};
+
+constexpr ClassTable kComp = {ClassId::comp_item, "CompItem", ClassId::picture_item, nullptr, kMethods, kProperties};
+
+// layer(number from the top, from 1), layer(name) or layer(other layer, places below it).
+duk_ret_t layer(Call& call) {
+    model::Comp& comp = call.self_comp();
+    if (call.is_text(0)) return call.give(comp.layer_named(call.text(0)));
+    int number = 0;
+    if (const model::Layer* other = call.layer(0)) {
+        if (&other->comp() != &comp) call.fail("the layer is in another composition");
+        const std::int64_t wanted = std::int64_t{other->index()} + 1 + call.whole_number(1);
+        number = static_cast<int>(std::clamp<std::int64_t>(wanted, 0, std::numeric_limits<int>::max()));
+    } else {
+        number = call.whole_number(0);
+    }
+    const int count = comp.layer_count();
+    if (number < 1 || number > count) {
+        call.fail("layer " + std::to_string(number) + " is out of range: the composition has " + std::to_string(count));
+    }
+    return call.give(&comp.layer_at(number - 1));
+}
+
+duk_ret_t num_layers(Call& call) {
+    return call.give(call.self_comp().layer_count());
+}
+
+duk_ret_t selected_layers(Call& call) {
+    const std::vector<model::Layer*> selected = call.self_comp().selected_layers();
+    const duk_idx_t array = duk_push_array(call.ctx);
+    duk_uarridx_t index = 0;
+    for (const model::Layer* layer : selected) {
+        call.host.push_layer(call.ctx, layer);
+        duk_put_prop_index(call.ctx, array, index++);
+    }
+    return 1;
+}
+
+duk_ret_t duration(Call& call) {
+    return call.give(seconds(call.self_comp().duration()));
+}
+
+duk_ret_t frame_rate(Call& call) {
+    return call.give(call.self_comp().frame_rate());
+}
+
+duk_ret_t frame_duration(Call& call) {
+    return call.give(seconds(call.self_comp().frame_duration()));
+}
+
+duk_ret_t time(Call& call) {
+    return call.give(seconds(call.self_comp().current_time()));
+}
+
+duk_ret_t set_time(Call& call) {
+    model::Comp& comp = call.self_comp();
+    comp.set_current_time(model::from_seconds(call.number(0)));
+    return call.nothing();
+}
+
+}  // namespace
+
+void define_comp(duk_context* ctx) {
+    Host::of(ctx).define_class(ctx, kComp);
+}
+
+}  // namespace host::script

@@ -1,0 +1,52 @@
+// What the files about script classes of dialogs share.
+#pragma once
+
+#include <duktape.h>
+
+#include "bind.h"
+#include "host.h"
+#include "script/dialog/window.h"
+
+namespace host::script {
+
+// Calls the functions that scripts keep as onClick, onChange, ... on the elements' objects.
+class HandlerCaller : public EventSink {
+  public:
+    explicit HandlerCaller(Host& host) : host_(host) {}
+    // An error in a handler is shown as an alert. Throws ScriptEnded when the script's time is up.
+    Answer fire(Element& element, Event event) override;
+
+  private:
+    Host& host_;
+};
+
+// Elements of one engine that exist at the same time; they live outside the memory that is limited.
+inline constexpr std::size_t kMostElements = 100'000;
+
+void push_element(Call& call, const Element* element);
+// The element an argument stands for; null when it is none.
+Element* element_argument(Call& call, duk_idx_t i);
+Window& self_window(Call& call);
+// Puts a new element's object where scripts look for it: into the parent's children and under its name.
+void attach_object(Call& call, Element& element);
+// Creation properties and bounds, as add() and Window() take them.
+void read_creation_properties(Call& call, duk_idx_t i, Element& element);
+void read_bounds(Call& call, duk_idx_t i, Element& element);
+
+void define_measures(duk_context* ctx);
+void define_elements(duk_context* ctx);
+void define_window(duk_context* ctx);
+
+// Accessors for the element classes, from measures.cpp: objects with named numbers that write through to the element.
+duk_ret_t get_preferred_size(Call& call);
+duk_ret_t set_preferred_size(Call& call);
+duk_ret_t get_size(Call& call);
+duk_ret_t set_size(Call& call);
+duk_ret_t get_location(Call& call);
+duk_ret_t set_location(Call& call);
+duk_ret_t get_bounds(Call& call);
+duk_ret_t set_bounds(Call& call);
+duk_ret_t get_margins(Call& call);
+duk_ret_t set_margins(Call& call);
+
+}  // namespace host::script

@@ -1,0 +1,60 @@
+// Calling the functions that scripts keep as onClick, onChange, ... on the elements' objects.
+#include "dialog/dialog_classes.h"
+
+namespace host::script {
+
+namespace {
+
+const char* handler_name(Event event) {
+    switch (event) {
+        case Event::click:
+            return "onClick";
+        case Event::changing:
+            return "onChanging";
+        case Event::change:
+            return "onChange";
+        case Event::show:
+            return "onShow";
+        case Event::close:
+            break;
+    }
+    return "onClose";
+}
+
+struct Firing {
+    Element& element;
+    Event event;
+    EventSink::Answer answer = EventSink::Answer::no_handler;
+};
+
+duk_ret_t call_handler(duk_context* ctx, void* pointer) {
+    auto& firing = *static_cast<Firing*>(pointer);
+    Call call(ctx);
+    push_element(call, &firing.element);
+    duk_get_prop_string(ctx, -1, handler_name(firing.event));
+    if (!duk_is_callable(ctx, -1)) return 0;
+    firing.answer = EventSink::Answer::handled;
+    duk_insert(ctx, -2);
+    duk_call_method(ctx, 0);
+    if (duk_is_boolean(ctx, -1) && !duk_get_boolean(ctx, -1)) firing.answer = EventSink::Answer::refused;
+    return 0;
+}
+
+}  // namespace
+
+EventSink::Answer HandlerCaller::fire(Element& element, Event event) {
+    duk_context* ctx = host_.heap.context();
+    Firing firing{element, event};
+    const RunClock::Switched running(host_.heap.clock(), true);
+    duk_require_stack(ctx, 1);
+    if (duk_safe_call(ctx, call_handler, &firing, 0, 1) == DUK_EXEC_SUCCESS) {
+        duk_pop(ctx);
+        return firing.answer;
+    }
+    const Alert error{describe_error(ctx), "Script Error"};
+    if (host_.heap.must_end()) throw ScriptEnded();
+    if (host_.on_alert) host_.on_alert(error);
+    return Answer::handled;
+}
+
+}  // namespace host::script

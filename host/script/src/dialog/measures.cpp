@@ -1,0 +1,220 @@
+// Sizes, margins and bounds of elements: script objects with named numbers that write through to the element, so that
+// `element.preferredSize.width = 250` works.
+#include <algorithm>
+#include <array>
+
+#include "dialog/dialog_classes.h"
+
+namespace host::script {
+
+namespace {
+
+template <std::size_t N>
+duk_ret_t number(Call& call);
+template <std::size_t N>
+duk_ret_t set_number(Call& call);
+
+template <std::size_t N>
+constexpr Property named(const char* name) {
+    return {name, guarded<number<N>>, guarded<set_number<N>>};
+}
+
+constexpr Property kDimension[] = {named<0>("width"), named<1>("height"), named<0>("0"), named<1>("1")};
+constexpr Property kPoint[] = {named<0>("x"), named<1>("y"), named<0>("0"), named<1>("1")};
+constexpr Property kEdges[] = {
+    named<0>("left"), named<1>("top"), named<2>("right"), named<3>("bottom"),
+    named<0>("0"),    named<1>("1"),   named<2>("2"),     named<3>("3"),
+};
+
+constexpr ClassTable kClasses[] = {
+    {ClassId::dimension, nullptr, {}, nullptr, {}, kDimension},
+    {ClassId::point, nullptr, {}, nullptr, {}, kPoint},
+    {ClassId::edges, nullptr, {}, nullptr, {}, kEdges},
+};
+
+using Numbers = std::array<double, 4>;
+
+enum class Measure : int { preferred_size, size, location, bounds, margins };
+
+std::size_t count_of(Measure measure) {
+    return measure == Measure::bounds || measure == Measure::margins ? 4 : 2;
+}
+
+ClassId class_of(Measure measure) {
+    if (count_of(measure) == 4) return ClassId::edges;
+    return measure == Measure::location ? ClassId::point : ClassId::dimension;
+}
+
+// Nothing while neither a script nor a window has decided it.
+std::optional<Numbers> read(const Layout& layout, Measure measure) {
+    const auto pair = [](const std::array<double, 2>& two) { return Numbers{two[0], two[1], 0, 0}; };
+    switch (measure) {
+        case Measure::preferred_size:
+            return pair(layout.preferred_size);
+        case Measure::size:
+            return layout.size ? std::optional(pair(*layout.size)) : std::nullopt;
+        case Measure::location:
+            return layout.location ? std::optional(pair(*layout.location)) : std::nullopt;
+        case Measure::margins:
+            return layout.margins;
+        case Measure::bounds:
+            break;
+    }
+    if (!layout.size || !layout.location) return {};
+    const auto [left, top] = *layout.location;
+    return Numbers{left, top, left + (*layout.size)[0], top + (*layout.size)[1]};
+}
+
+void write(Layout& layout, Measure measure, const Numbers& n) {
+    switch (measure) {
+        case Measure::preferred_size:
+            layout.preferred_size = {n[0], n[1]};
+            break;
+        case Measure::size:
+            layout.size = {n[0], n[1]};
+            break;
+        case Measure::location:
+            layout.location = {n[0], n[1]};
+            break;
+        case Measure::margins:
+            layout.margins = n;
+            break;
+        case Measure::bounds:
+            layout.location = {n[0], n[1]};
+            layout.size = {n[2] - n[0], n[3] - n[1]};
+            break;
+    }
+}
+
+constexpr const char* kElement = DUK_HIDDEN_SYMBOL("element");
+constexpr const char* kMeasure = DUK_HIDDEN_SYMBOL("measure");
+
+duk_ret_t give(Call& call, Measure measure) {
+    const Element& element = call.self_element();
+    if (!read(element.layout(), measure)) return call.nothing();
+    const duk_idx_t view = duk_push_object(call.ctx);
+    push_element(call, &element);
+    duk_put_prop_string(call.ctx, view, kElement);
+    duk_push_int(call.ctx, static_cast<int>(measure));
+    duk_put_prop_string(call.ctx, view, kMeasure);
+    call.host.push_prototype(call.ctx, class_of(measure));
+    duk_set_prototype(call.ctx, view);
+    return 1;
+}
+
+// The element and the measure that `this` writes through to.
+struct View {
+    Element& element;
+    Measure measure;
+};
+
+View self_view(Call& call) {
+    duk_push_this(call.ctx);
+    if (!duk_is_object(call.ctx, -1)) call.fail("called on something that is no measure");
+    duk_get_prop_string(call.ctx, -1, kElement);
+    Element* element = element_argument(call, -1);
+    if (element == nullptr) call.fail("called on something that is no measure");
+    duk_get_prop_string(call.ctx, -2, kMeasure);
+    return {*element, static_cast<Measure>(duk_get_int(call.ctx, -1))};
+}
+
+template <std::size_t N>
+duk_ret_t number(Call& call) {
+    const View view = self_view(call);
+    return call.give(read(view.element.layout(), view.measure).value_or(Numbers{})[N]);
+}
+
+template <std::size_t N>
+duk_ret_t set_number(Call& call) {
+    const double value = call.number(0);
+    const View view = self_view(call);
+    Numbers numbers = read(view.element.layout(), view.measure).value_or(Numbers{});
+    numbers[N] = value;
+    write(view.element.layout(), view.measure, numbers);
+    return call.nothing();
+}
+
+// The numbers under these names, if the object at `i` has them all.
+std::optional<Numbers> named_numbers(Call& call, duk_idx_t i, std::initializer_list<const char*> names) {
+    Numbers numbers{};
+    std::size_t n = 0;
+    for (const char* name : names) {
+        if (!duk_get_prop_string(call.ctx, i, name)) return {};
+        numbers[n++] = call.number(-1);
+        duk_pop(call.ctx);
+    }
+    return numbers;
+}
+
+std::optional<Numbers> numbers_argument(Call& call, duk_idx_t i, Measure measure) {
+    if (measure == Measure::margins && duk_is_number(call.ctx, i)) {
+        Numbers same;
+        same.fill(call.number(i));
+        return same;
+    }
+    if (!duk_is_object(call.ctx, i)) return {};
+    const std::size_t count = count_of(measure);
+    if (duk_is_array(call.ctx, i)) {
+        if (duk_get_length(call.ctx, i) != count) return {};
+        return count == 4 ? named_numbers(call, i, {"0", "1", "2", "3"}) : named_numbers(call, i, {"0", "1"});
+    }
+    if (count == 2) {
+        return measure == Measure::location ? named_numbers(call, i, {"x", "y"})
+                                            : named_numbers(call, i, {"width", "height"});
+    }
+    if (const auto edges = named_numbers(call, i, {"left", "top", "right", "bottom"})) return edges;
+    if (measure != Measure::bounds) return {};
+    const auto box = named_numbers(call, i, {"x", "y", "width", "height"});
+    if (!box) return {};
+    return Numbers{(*box)[0], (*box)[1], (*box)[0] + (*box)[2], (*box)[1] + (*box)[3]};
+}
+
+duk_ret_t take(Call& call, duk_idx_t i, Element& element, Measure measure, const char* what) {
+    const auto numbers = numbers_argument(call, i, measure);
+    if (!numbers) call.fail(std::string(what) + " cannot be read from that value");
+    write(element.layout(), measure, *numbers);
+    return call.nothing();
+}
+
+}  // namespace
+
+duk_ret_t get_preferred_size(Call& call) {
+    return give(call, Measure::preferred_size);
+}
+duk_ret_t set_preferred_size(Call& call) {
+    return take(call, 0, call.self_element(), Measure::preferred_size, "preferredSize");
+}
+duk_ret_t get_size(Call& call) {
+    return give(call, Measure::size);
+}
+duk_ret_t set_size(Call& call) {
+    return take(call, 0, call.self_element(), Measure::size, "size");
+}
+duk_ret_t get_location(Call& call) {
+    return give(call, Measure::location);
+}
+duk_ret_t set_location(Call& call) {
+    return take(call, 0, call.self_element(), Measure::location, "location");
+}
+duk_ret_t get_bounds(Call& call) {
+    return give(call, Measure::bounds);
+}
+duk_ret_t set_bounds(Call& call) {
+    return take(call, 0, call.self_element(), Measure::bounds, "bounds");
+}
+duk_ret_t get_margins(Call& call) {
+    return give(call, Measure::margins);
+}
+duk_ret_t set_margins(Call& call) {
+    return take(call, 0, call.self_element(), Measure::margins, "margins");
+}
+
+void read_bounds(Call& call, duk_idx_t i, Element& element) {
+    if (call.given(i)) take(call, i, element, Measure::bounds, "bounds");
+}
+
+void define_measures(duk_context* ctx) {
+    for (const ClassTable& table : kClasses) Host::of(ctx).define_class(ctx, table);
+}
+
+}  // namespace host::script

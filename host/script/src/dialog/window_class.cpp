@@ -1,0 +1,130 @@
+// The script class Window.
+#include "dialog/dialog_classes.h"
+
+namespace host::script {
+
+namespace {
+
+duk_ret_t construct(Call& call);
+duk_ret_t show(Call& call);
+duk_ret_t close(Call& call);
+duk_ret_t default_element(Call& call);
+duk_ret_t set_default_element(Call& call);
+duk_ret_t cancel_element(Call& call);
+duk_ret_t set_cancel_element(Call& call);
+
+constexpr Method kMethods[] = {
+    {"show", 0, guarded<show>},
+    {"close", 1, guarded<close>},
+};
+
+constexpr Property kProperties[] = {
+    {"defaultElement", guarded<default_element>, guarded<set_default_element>},
+    {"cancelElement", guarded<cancel_element>, guarded<set_cancel_element>},
+};
+
+constexpr ClassTable kWindow = {ClassId::window,    "Window", ClassId::container,
+                                guarded<construct>, kMethods, kProperties};
+
+// new Window(type, title, bounds, {name, ...})
+duk_ret_t construct(Call& call) {
+    duk_set_top(call.ctx, 4);
+    if (!duk_is_constructor_call(call.ctx)) call.fail("Window must be called with new");
+    const std::string type = call.text(0);
+    if (type != "dialog") call.fail("windows of type \"" + type + "\" are not supported, only \"dialog\"");
+    if (call.host.dialog_elements >= kMostElements) call.fail("too many dialog elements");
+
+    auto owned = std::make_unique<Window>(call.host.handlers());
+    Window& window = *owned;
+    call.host.windows.emplace(static_cast<const Element*>(&window), std::move(owned));
+    ++call.host.dialog_elements;
+    // From here on the window goes when its object goes.
+    push_element(call, &window);
+    if (call.given(1)) window.set_text(call.text(1));
+    read_bounds(call, 2, window);
+    read_creation_properties(call, 3, window);
+    return 1;
+}
+
+// Closes a window that is left by an exception.
+class ClosedAtLast {
+  public:
+    explicit ClosedAtLast(Window& window) : window_(window) {}
+    ~ClosedAtLast() {
+        if (window_.is_open()) window_.close_without_asking(kDialogCancelled);
+    }
+    ClosedAtLast(const ClosedAtLast&) = delete;
+    ClosedAtLast& operator=(const ClosedAtLast&) = delete;
+
+  private:
+    Window& window_;
+};
+
+duk_ret_t show(Call& call) {
+    Window& window = self_window(call);
+    if (window.is_open()) call.fail("the dialog is already shown");
+    const ClosedAtLast guard(window);
+    window.open();
+    if (window.is_open()) {
+        const RunClock::Switched waiting(call.host.heap.clock(), false);
+        call.host.driver.drive(window);
+    }
+    if (window.is_open()) window.close_box();
+    if (window.is_open()) window.close_without_asking(kDialogCancelled);
+    return call.give(window.result());
+}
+
+duk_ret_t close(Call& call) {
+    Window& window = self_window(call);
+    window.close(call.given(0) ? call.whole_number(0) : 0);
+    return call.nothing();
+}
+
+duk_ret_t default_element(Call& call) {
+    push_element(call, self_window(call).default_element());
+    return 1;
+}
+
+Element* own_element_or_null(Call& call, const Window& window) {
+    Element* element = element_argument(call, 0);
+    if (element == nullptr && call.given(0)) call.fail("an element or null was expected");
+    if (element != nullptr && &element->window() != &window) call.fail("the element is in another window");
+    return element;
+}
+
+duk_ret_t set_default_element(Call& call) {
+    Window& window = self_window(call);
+    window.set_default_element(own_element_or_null(call, window));
+    return call.nothing();
+}
+
+duk_ret_t cancel_element(Call& call) {
+    push_element(call, self_window(call).cancel_element());
+    return 1;
+}
+
+duk_ret_t set_cancel_element(Call& call) {
+    Window& window = self_window(call);
+    window.set_cancel_element(own_element_or_null(call, window));
+    return call.nothing();
+}
+
+}  // namespace
+
+Window& self_window(Call& call) {
+    Element& element = call.self_element();
+    if (element.type() != ElementType::window) call.fail("called on something that is no window");
+    return element.window();
+}
+
+void define_window(duk_context* ctx) {
+    Host::of(ctx).define_class(ctx, kWindow);
+}
+
+void define_dialogs(duk_context* ctx) {
+    define_measures(ctx);
+    define_elements(ctx);
+    define_window(ctx);
+}
+
+}  // namespace host::script

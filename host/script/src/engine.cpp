@@ -1,0 +1,93 @@
+// The script engine: running texts, and telling how they ended.
+#include "script/engine.h"
+
+#include <utility>
+
+#include <duktape.h>
+
+#include "host.h"
+#include "script/dialog/window.h"
+#include "text.h"
+
+namespace host::script {
+
+namespace {
+
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+struct Job {
+    std::string_view text;  // in the engine's form
+    std::string result;
+};
+
+duk_ret_t run_job(duk_context* ctx, void* pointer) {
+    auto& job = *static_cast<Job*>(pointer);
+    duk_compile_lstring(ctx, DUK_COMPILE_EVAL, job.text.data(), job.text.size());
+    duk_call(ctx, 0);
+    if (!duk_is_undefined(ctx, -1)) {
+        duk_size_t size = 0;
+        const char* data = duk_to_lstring(ctx, -1, &size);
+        job.result = to_utf8({data, size});
+    }
+    return 0;
+}
+
+duk_ret_t set_up(duk_context* ctx, void*) {
+    define_globals(ctx);
+    define_app(ctx);
+    define_items(ctx);
+    define_comp(ctx);
+    define_layers(ctx);
+    define_dialogs(ctx);
+    return 0;
+}
+
+}  // namespace
+
+class Engine::Impl {
+  public:
+    Impl(model::Project& project, Settings& settings, DialogDriver& driver, std::function<void(const Alert&)> on_alert,
+         const Limits& limits)
+        : host_(project, settings, driver, std::move(on_alert), limits) {
+        if (duk_safe_call(host_.heap.context(), set_up, nullptr, 0, 1) != DUK_EXEC_SUCCESS) {
+            throw std::runtime_error("the script engine did not start: " + describe_error(host_.heap.context()));
+        }
+        duk_pop(host_.heap.context());
+    }
+
+    Outcome run(std::string_view text) {
+        if (host_.heap.clock().is_counting()) return {true, "", "A script is already running."};
+        if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+        std::string converted;
+        if (!is_engine_text(text)) text = converted = to_engine(text);
+
+        duk_context* ctx = host_.heap.context();
+        host_.begin_run();
+        Job job{text, {}};
+        Outcome outcome;
+        if (duk_safe_call(ctx, run_job, &job, 0, 1) == DUK_EXEC_SUCCESS) {
+            duk_pop(ctx);
+            outcome.result = std::move(job.result);
+        } else {
+            outcome.failed = true;
+            outcome.error = describe_error(ctx);
+        }
+        host_.end_run();
+        return outcome;
+    }
+
+  private:
+    Host host_;
+};
+
+Engine::Engine(model::Project& project, Settings& settings, DialogDriver& driver,
+               std::function<void(const Alert&)> on_alert, Limits limits)
+    : impl_(std::make_unique<Impl>(project, settings, driver, std::move(on_alert), limits)) {}
+
+Engine::~Engine() = default;
+
+Outcome Engine::run(std::string_view text) {
+    return impl_->run(text);
+}
+
+}  // namespace host::script

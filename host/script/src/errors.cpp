@@ -1,0 +1,56 @@
+// Telling people why a script stopped.
+#include <string>
+
+#include <duktape.h>
+
+#include "host.h"
+#include "text.h"
+
+namespace host::script {
+
+namespace {
+
+struct Description {
+    int line = 0;
+    std::string reason;
+};
+
+// Message of the value on top; of errors with a telling name, name and message. Runs script code, so it may throw.
+duk_ret_t read_error(duk_context* ctx, void* pointer) {
+    auto& description = *static_cast<Description*>(pointer);
+    if (description.line == 0 && duk_is_error(ctx, -1)) {
+        duk_get_prop_string(ctx, -1, "lineNumber");
+        description.line = duk_to_int(ctx, -1);
+        duk_pop(ctx);
+    }
+    duk_size_t size = 0;
+    const char* data = duk_to_lstring(ctx, -1, &size);
+    constexpr std::string_view kPlainName = "Error: ";
+    std::string_view reason(data, size);
+    if (reason.starts_with(kPlainName)) reason.remove_prefix(kPlainName.size());
+    description.reason = to_utf8(reason);
+    return 1;
+}
+
+}  // namespace
+
+std::string describe_error(duk_context* ctx) {
+    Host& host = Host::of(ctx);
+    Description description;
+    description.line = host.throw_line;
+    if (duk_safe_call(ctx, read_error, &description, 1, 1) != DUK_EXEC_SUCCESS) {
+        description.reason = "an error that cannot be told as text was thrown";
+    }
+    duk_pop(ctx);
+
+    if (host.heap.time_is_up()) {
+        description.reason =
+            "The script ran longer than " + std::to_string(host.heap.clock().limit().count()) + " ms and was ended.";
+    } else if (host.heap.is_out_of_memory()) {
+        description.reason =
+            "The script ran out of memory; it may use " + std::to_string(host.heap.limit() >> 20) + " MiB.";
+    }
+    return "Unable to execute script at line " + std::to_string(description.line) + ". " + description.reason;
+}
+
+}  // namespace host::script

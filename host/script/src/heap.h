@@ -1,0 +1,55 @@
+// The memory and the time that scripts may use: allocation functions that count, and the check that ends endless loops.
+#pragma once
+
+#include <cstddef>
+
+#include <duktape.h>
+
+#include "clock.h"
+#include "script/engine.h"
+
+namespace host::script {
+
+class Host;
+
+// Owns the Duktape heap. Its address is the heap's user data, so it stays where it was made.
+class Heap {
+  public:
+    // Throws std::runtime_error when the limit leaves no room for an empty environment.
+    Heap(const Limits& limits, Host& host);
+    ~Heap();
+    Heap(const Heap&) = delete;
+    Heap& operator=(const Heap&) = delete;
+
+    static Heap& of(duk_context* ctx);
+    duk_context* context() const { return ctx_; }
+    Host& host() const { return host_; }
+    RunClock& clock() { return clock_; }
+    bool time_is_up() const { return clock_.time_is_up(); }
+
+    
+    std::size_t limit() const { return limit_; }
+    // Whether the run has to stop. Once true, it stays so until the run's end.
+    bool must_end();
+    bool is_out_of_memory() const { return out_of_memory_; }
+    void begin_run();
+    void end_run() { clock_.stop(); }
+
+    // Deletes the heap; nothing may use the context any more.
+    void close();
+
+  private:
+    static void* allocate(void* self, duk_size_t size);
+    static void* reallocate(void* self, void* block, duk_size_t size);
+    static void release(void* self, void* block);
+    bool may_grow_by(std::size_t bytes);
+
+    Host& host_;
+    RunClock clock_;
+    std::size_t limit_;
+    std::size_t used_ = 0;
+    bool out_of_memory_ = false;
+    duk_context* ctx_ = nullptr;
+};
+
+}  // namespace host::script

@@ -1,0 +1,195 @@
+// What the functions of one engine reach: the project and the ports, the classes, and the objects scripts hold.
+#include "host.h"
+
+#include "dialog/dialog_classes.h"
+#include "text.h"
+
+namespace host::script {
+
+namespace {
+
+// Hidden properties: scripts can neither name nor list them.
+constexpr const char* kTarget = DUK_HIDDEN_SYMBOL("target");
+constexpr const char* kKind = DUK_HIDDEN_SYMBOL("kind");
+constexpr const char* kPropertyName = DUK_HIDDEN_SYMBOL("name");
+
+duk_ret_t forget_finalized(duk_context* ctx) {
+    // The object may only inherit its target; forget_object() compares, so that does no harm.
+    duk_get_prop_string(ctx, 0, kTarget);
+    if (const void* target = duk_get_pointer(ctx, -1)) Host::of(ctx).forget_object(target, duk_get_heapptr(ctx, 0));
+    return 0;
+}
+
+duk_ret_t refuse_to_construct(duk_context* ctx) {
+    fail(ctx, "objects of this class cannot be made with new");
+}
+
+duk_ret_t refuse_to_assign(duk_context* ctx) {
+    duk_push_current_function(ctx);
+    duk_get_prop_string(ctx, -1, kPropertyName);
+    fail(ctx, std::string("\"") + duk_safe_to_string(ctx, -1) + "\" is read-only");
+}
+
+void define_property(duk_context* ctx, duk_idx_t object, const Property& property) {
+    duk_push_string(ctx, property.name);
+    duk_push_c_function(ctx, property.get, 0);
+    duk_push_c_function(ctx, property.set != nullptr ? property.set : refuse_to_assign, 1);
+    if (property.set == nullptr) {
+        duk_push_string(ctx, property.name);
+        duk_put_prop_string(ctx, -2, kPropertyName);
+    }
+    duk_def_prop(ctx, object, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_HAVE_SETTER | DUK_DEFPROP_SET_ENUMERABLE);
+}
+
+ClassId class_of(const model::Item& item) {
+    switch (item.type()) {
+        case model::ItemType::folder:
+            return ClassId::folder_item;
+        case model::ItemType::comp:
+            return ClassId::comp_item;
+        case model::ItemType::footage:
+            break;
+    }
+    return ClassId::footage_item;
+}
+
+ClassId class_of(const model::Layer& layer) {
+    switch (layer.kind()) {
+        case model::LayerKind::light:
+            return ClassId::light_layer;
+        case model::LayerKind::camera:
+            return ClassId::camera_layer;
+        case model::LayerKind::text:
+            return ClassId::text_layer;
+        case model::LayerKind::vector:
+            return ClassId::shape_layer;
+        case model::LayerKind::av:
+            break;
+    }
+    return ClassId::av_layer;
+}
+
+}  // namespace
+
+Host::Host(model::Project& the_project, Settings& the_settings, DialogDriver& the_driver,
+           std::function<void(const Alert&)> the_on_alert, const Limits& limits)
+    : project(the_project),
+      settings(the_settings),
+      driver(the_driver),
+      on_alert(std::move(the_on_alert)),
+      heap(limits, *this),
+      handlers_(std::make_unique<HandlerCaller>(*this)) {}
+
+// Finalizers run while the heap closes and use the members below it.
+Host::~Host() {
+    heap.close();
+}
+
+void Host::begin_run() {
+    throw_line = 0;
+    heap.begin_run();
+}
+
+void Host::end_run() {
+    heap.end_run();
+    for (; open_undo_groups > 0; --open_undo_groups) project.undo().end_group();
+}
+
+void Host::define_class(duk_context* ctx, const ClassTable& table) {
+    const duk_idx_t prototype = duk_push_object(ctx);
+    for (const Property& property : table.properties) define_property(ctx, prototype, property);
+    for (const Method& method : table.methods) {
+        duk_push_string(ctx, method.name);
+        duk_push_c_function(ctx, method.function, method.arity);
+        duk_def_prop(ctx, prototype, DUK_DEFPROP_HAVE_VALUE | DUK_DEFPROP_SET_WRITABLE | DUK_DEFPROP_SET_CONFIGURABLE);
+    }
+    if (table.base) {
+        push_prototype(ctx, *table.base);
+        duk_set_prototype(ctx, prototype);
+    }
+    if (table.name != nullptr) {
+        duk_push_c_function(ctx, table.construct != nullptr ? table.construct : refuse_to_construct, DUK_VARARGS);
+        duk_push_string(ctx, "prototype");
+        duk_dup(ctx, prototype);
+        duk_def_prop(ctx, -3, DUK_DEFPROP_HAVE_VALUE);
+        duk_push_string(ctx, "constructor");
+        duk_dup(ctx, -2);
+        duk_def_prop(ctx, prototype, DUK_DEFPROP_HAVE_VALUE);
+        duk_put_global_string(ctx, table.name);
+    }
+    // The stash keeps the prototype alive; the pointer finds it quickly.
+    prototypes_[static_cast<std::size_t>(table.id)] = duk_get_heapptr(ctx, prototype);
+    duk_push_global_stash(ctx);
+    duk_dup(ctx, prototype);
+    duk_put_prop_index(ctx, -2, static_cast<duk_uarridx_t>(table.id));
+    duk_pop_2(ctx);
+}
+
+void Host::push_prototype(duk_context* ctx, ClassId class_id) {
+    duk_push_heapptr(ctx, prototypes_[static_cast<std::size_t>(class_id)]);
+}
+
+void Host::push_object(duk_context* ctx, Kind kind, ClassId class_id, const void* target) {
+    if (target == nullptr) {
+        duk_push_null(ctx);
+        return;
+    }
+    if (const auto known = objects_.find(target); known != objects_.end()) {
+        duk_push_heapptr(ctx, known->second);
+        return;
+    }
+    const duk_idx_t object = duk_push_object(ctx);
+    duk_push_int(ctx, static_cast<int>(kind));
+    duk_put_prop_string(ctx, object, kKind);
+    duk_push_pointer(ctx, const_cast<void*>(target));
+    duk_put_prop_string(ctx, object, kTarget);
+    push_prototype(ctx, class_id);
+    duk_set_prototype(ctx, object);
+    // On the object itself: a script may exchange the prototype.
+    duk_push_c_function(ctx, forget_finalized, 1);
+    duk_set_finalizer(ctx, object);
+    objects_.emplace(target, duk_get_heapptr(ctx, object));
+}
+
+void Host::push_item(duk_context* ctx, const model::Item* item) {
+    push_object(ctx, Kind::item, item != nullptr ? class_of(*item) : ClassId::item, item);
+}
+
+void Host::push_layer(duk_context* ctx, const model::Layer* layer) {
+    push_object(ctx, Kind::layer, layer != nullptr ? class_of(*layer) : ClassId::layer, layer);
+}
+
+void Host::forget_object(const void* target, const void* heap_object) {
+    const auto known = objects_.find(target);
+    if (known == objects_.end() || known->second != heap_object) return;
+    objects_.erase(known);
+    if (const auto window = windows.find(target); window != windows.end()) {
+        // Their objects are garbage too, but new elements may get the same addresses before those are finalized.
+        window->second->for_each([&](const Element& element) {
+            objects_.erase(&element);
+            --dialog_elements;
+        });
+        windows.erase(window);
+    }
+}
+
+void* target_of(duk_context* ctx, duk_idx_t index, Kind kind) {
+    if (!duk_is_object(ctx, index)) return nullptr;
+    duk_get_prop_string(ctx, index, kKind);
+    const bool matches = duk_get_int_default(ctx, -1, 0) == static_cast<int>(kind);
+    duk_pop(ctx);
+    if (!matches) return nullptr;
+    duk_get_prop_string(ctx, index, kTarget);
+    void* target = duk_get_pointer(ctx, -1);
+    duk_pop(ctx);
+    return target;
+}
+
+void fail(duk_context* ctx, std::string_view sentence) {
+    const std::string message = to_engine(sentence);
+    duk_push_error_object_raw(ctx, DUK_ERR_ERROR, nullptr, 0, "%s", message.c_str());
+    (void)duk_throw(ctx);
+    throw ScriptEnded();  // duk_throw() does not return
+}
+
+}  // namespace host::script

@@ -1,0 +1,124 @@
+// FolderItem, FootageItem, and what they have in common with compositions.
+#include "bind.h"
+
+namespace host::script {
+
+namespace {
+
+duk_ret_t remove(Call& call);
+duk_ret_t name(Call& call);
+duk_ret_t set_name(Call& call);
+duk_ret_t id(Call& call);
+duk_ret_t type_name(Call& call);
+duk_ret_t parent_folder(Call& call);
+duk_ret_t width(Call& call);
+duk_ret_t height(Call& call);
+duk_ret_t pixel_aspect(Call& call);
+duk_ret_t folder_item(Call& call);
+duk_ret_t folder_num_items(Call& call);
+
+constexpr Method kItemMethods[] = {
+    {"remove", 0, guarded<remove>},
+};
+
+constexpr Property kItemProperties[] = {
+    {"name", guarded<name>, guarded<set_name>},
+    {"id", guarded<id>, nullptr},
+    {"typeName", guarded<type_name>, nullptr},
+    {"parentFolder", guarded<parent_folder>, nullptr},
+};
+
+constexpr Method kFolderMethods[] = {
+    {"item", 1, guarded<folder_item>},
+};
+
+constexpr Property kFolderProperties[] = {
+    {"numItems", guarded<folder_num_items>, nullptr},
+};
+
+constexpr Property kPictureProperties[] = {
+    {"width", guarded<width>, nullptr},
+    {"height", guarded<height>, nullptr},
+    {"pixelAspect", guarded<pixel_aspect>, nullptr},
+};
+
+constexpr ClassTable kItem = {ClassId::item, nullptr, {}, nullptr, kItemMethods, kItemProperties};
+constexpr ClassTable kPictureItem = {ClassId::picture_item, nullptr, ClassId::item, nullptr, {}, kPictureProperties};
+constexpr ClassTable kFolderItem = {ClassId::folder_item, "FolderItem",     ClassId::item, nullptr,
+                                    kFolderMethods,       kFolderProperties};
+constexpr ClassTable kFootageItem = {ClassId::footage_item, "FootageItem", ClassId::picture_item, nullptr, {}, {}};
+
+duk_ret_t remove(Call& call) {
+    model::Item& item = call.self_item();
+    call.host.project.delete_item(item);
+    return call.nothing();
+}
+
+duk_ret_t name(Call& call) {
+    return call.give(std::string_view(call.self_item().name()));
+}
+
+duk_ret_t set_name(Call& call) {
+    model::Item& item = call.self_item();
+    item.set_name(call.text(0));
+    return call.nothing();
+}
+
+duk_ret_t id(Call& call) {
+    return call.give(call.self_item().id());
+}
+
+duk_ret_t type_name(Call& call) {
+    switch (call.self_item().type()) {
+        case model::ItemType::folder:
+            return call.give(std::string_view("Folder"));
+        case model::ItemType::comp:
+            return call.give(std::string_view("Composition"));
+        case model::ItemType::footage:
+            break;
+    }
+    return call.give(std::string_view("Footage"));
+}
+
+duk_ret_t parent_folder(Call& call) {
+    return call.give(call.self_item().parent_folder());
+}
+
+duk_ret_t width(Call& call) {
+    return call.give(call.self_item().width());
+}
+
+duk_ret_t height(Call& call) {
+    return call.give(call.self_item().height());
+}
+
+duk_ret_t pixel_aspect(Call& call) {
+    const model::PixelAspect aspect = call.self_item().pixel_aspect();
+    return call.give(static_cast<double>(aspect.num) / aspect.den);
+}
+
+duk_ret_t folder_item(Call& call) {
+    const auto& contents = call.self_item().folder_contents();
+    const int number = call.whole_number(0);
+    if (number < 1 || static_cast<std::size_t>(number) > contents.size()) {
+        call.fail("item " + std::to_string(number) + " is out of range: the folder has " +
+                  std::to_string(contents.size()));
+    }
+    return call.give(contents[static_cast<std::size_t>(number) - 1]);
+}
+
+duk_ret_t folder_num_items(Call& call) {
+    return call.give(static_cast<int>(call.self_item().folder_contents().size()));
+}
+
+}  // namespace
+
+void define_items(duk_context* ctx) {
+    Host& host = Host::of(ctx);
+    host.define_class(ctx, kItem);
+    host.define_class(ctx, kPictureItem);
+    host.define_class(ctx, kFolderItem);
+    host.define_class(ctx, kFootageItem);
+}
+
+}  // namespace host::script

@@ -1,0 +1,233 @@
+// Layers of every kind.
+#include "bind.h"
+
+namespace host::script {
+
+namespace {
+
+duk_ret_t copy_to_comp(Call& call);
+duk_ret_t move_after(Call& call);
+duk_ret_t move_before(Call& call);
+duk_ret_t move_to_beginning(Call& call);
+duk_ret_t move_to_end(Call& call);
+duk_ret_t remove(Call& call);
+duk_ret_t set_parent_with_jump(Call& call);
+duk_ret_t name(Call& call);
+duk_ret_t set_name(Call& call);
+duk_ret_t is_name_set(Call& call);
+duk_ret_t id(Call& call);
+duk_ret_t index(Call& call);
+duk_ret_t containing_comp(Call& call);
+duk_ret_t parent(Call& call);
+duk_ret_t set_parent(Call& call);
+duk_ret_t source(Call& call);
+duk_ret_t null_layer(Call& call);
+duk_ret_t in_point(Call& call);
+duk_ret_t set_in_point(Call& call);
+duk_ret_t out_point(Call& call);
+duk_ret_t set_out_point(Call& call);
+duk_ret_t start_time(Call& call);
+duk_ret_t set_start_time(Call& call);
+template <model::LayerFlag Flag>
+duk_ret_t flag(Call& call);
+template <model::LayerFlag Flag>
+duk_ret_t set_flag(Call& call);
+
+constexpr Method kMethods[] = {
+    {"copyToComp", 1, guarded<copy_to_comp>},
+    {"moveAfter", 1, guarded<move_after>},
+    {"moveBefore", 1, guarded<move_before>},
+    {"moveToBeginning", 0, guarded<move_to_beginning>},
+    {"moveToEnd", 0, guarded<move_to_end>},
+    {"remove", 0, guarded<remove>},
+    {"setParentWithJump", 1, guarded<set_parent_with_jump>},
+};
+
+constexpr Property kProperties[] = {
+    {"name", guarded<name>, guarded<set_name>},
+    {"isNameSet", guarded<is_name_set>, nullptr},
+    {"id", guarded<id>, nullptr},
+    {"index", guarded<index>, nullptr},
+    {"containingComp", guarded<containing_comp>, nullptr},
+    {"parent", guarded<parent>, guarded<set_parent>},
+    {"inPoint", guarded<in_point>, guarded<set_in_point>},
+    {"outPoint", guarded<out_point>, guarded<set_out_point>},
+    {"startTime", guarded<start_time>, guarded<set_start_time>},
+    {"enabled", guarded<flag<model::kVideoActive>>, guarded<set_flag<model::kVideoActive>>},
+    {"locked", guarded<flag<model::kLocked>>, guarded<set_flag<model::kLocked>>},
+    {"shy", guarded<flag<model::kShy>>, guarded<set_flag<model::kShy>>},
+    {"solo", guarded<flag<model::kSolo>>, guarded<set_flag<model::kSolo>>},
+    {"nullLayer", guarded<null_layer>, nullptr},
+};
+
+constexpr Property kAvProperties[] = {
+    {"source", guarded<source>, nullptr},
+    {"threeDLayer", guarded<flag<model::kIs3D>>, guarded<set_flag<model::kIs3D>>},
+    {"adjustmentLayer", guarded<flag<model::kAdjustment>>, guarded<set_flag<model::kAdjustment>>},
+    {"collapseTransformation", guarded<flag<model::kCollapse>>, guarded<set_flag<model::kCollapse>>},
+    {"motionBlur", guarded<flag<model::kMotionBlur>>, guarded<set_flag<model::kMotionBlur>>},
+};
+
+// Bases before what is built on them.
+constexpr ClassTable kClasses[] = {
+    {ClassId::layer, nullptr, {}, nullptr, kMethods, kProperties},
+    {ClassId::av_layer, "AVLayer", ClassId::layer, nullptr, {}, kAvProperties},
+    {ClassId::text_layer, "TextLayer", ClassId::av_layer, nullptr, {}, {}},
+    {ClassId::shape_layer, "ShapeLayer", ClassId::av_layer, nullptr, {}, {}},
+    {ClassId::camera_layer, "CameraLayer", ClassId::layer, nullptr, {}, {}},
+    {ClassId::light_layer, "LightLayer", ClassId::layer, nullptr, {}, {}},
+};
+
+duk_ret_t copy_to_comp(Call& call) {
+    model::Layer& original = call.self_layer();
+    call.comp(0).copy_layer_here(original);
+    return call.nothing();
+}
+
+// The other layer of a move: in the same composition.
+model::Layer& neighbour(Call& call, const model::Layer& moved) {
+    model::Layer* other = call.layer(0);
+    if (other == nullptr) call.fail("a layer was expected");
+    if (&other->comp() != &moved.comp()) call.fail("the layer is in another composition");
+    return *other;
+}
+
+duk_ret_t move_after(Call& call) {
+    model::Layer& layer = call.self_layer();
+    const model::Layer& other = neighbour(call, layer);
+    if (&other == &layer) return call.nothing();
+    layer.move_to(layer.index() < other.index() ? other.index() : other.index() + 1);
+    return call.nothing();
+}
+
+duk_ret_t move_before(Call& call) {
+    model::Layer& layer = call.self_layer();
+    const model::Layer& other = neighbour(call, layer);
+    if (&other == &layer) return call.nothing();
+    layer.move_to(layer.index() < other.index() ? other.index() - 1 : other.index());
+    return call.nothing();
+}
+
+duk_ret_t move_to_beginning(Call& call) {
+    call.self_layer().move_to(0);
+    return call.nothing();
+}
+
+duk_ret_t move_to_end(Call& call) {
+    call.self_layer().move_to(-1);
+    return call.nothing();
+}
+
+duk_ret_t remove(Call& call) {
+    call.self_layer().remove();
+    return call.nothing();
+}
+
+void change_parent(Call& call, model::Parenting parenting) {
+    model::Layer& child = call.self_layer();
+    model::Layer* new_parent = call.layer(0);
+    if (new_parent == nullptr && call.given(0)) call.fail("a layer or null was expected");
+    if (new_parent != child.parent()) child.set_parent(new_parent, parenting);
+}
+
+duk_ret_t set_parent_with_jump(Call& call) {
+    change_parent(call, model::Parenting::keep_local_values);
+    return call.nothing();
+}
+
+duk_ret_t name(Call& call) {
+    return call.give(std::string_view(call.self_layer().display_name()));
+}
+
+duk_ret_t set_name(Call& call) {
+    model::Layer& layer = call.self_layer();
+    layer.rename(call.text(0));
+    return call.nothing();
+}
+
+duk_ret_t is_name_set(Call& call) {
+    return call.give(!call.self_layer().own_name().empty());
+}
+
+duk_ret_t id(Call& call) {
+    return call.give(call.self_layer().id());
+}
+
+duk_ret_t index(Call& call) {
+    return call.give(call.self_layer().index() + 1);
+}
+
+duk_ret_t containing_comp(Call& call) {
+    return call.give(&call.self_layer().comp());
+}
+
+duk_ret_t parent(Call& call) {
+    return call.give(call.self_layer().parent());
+}
+
+duk_ret_t set_parent(Call& call) {
+    if (duk_is_undefined(call.ctx, 0)) call.fail("a layer or null was expected");
+    change_parent(call, model::Parenting::keep_place);
+    return call.nothing();
+}
+
+duk_ret_t source(Call& call) {
+    return call.give(call.self_layer().source());
+}
+
+duk_ret_t null_layer(Call& call) {
+    return call.give(call.self_layer().has_flag(model::kIsNull));
+}
+
+duk_ret_t in_point(Call& call) {
+    return call.give(seconds(call.self_layer().in_point()));
+}
+
+// The out-point stays.
+duk_ret_t set_in_point(Call& call) {
+    model::Layer& layer = call.self_layer();
+    const model::Time in = model::from_seconds(call.number(0));
+    layer.set_in_point_and_duration(in, layer.in_point() + layer.duration() - in);
+    return call.nothing();
+}
+
+duk_ret_t out_point(Call& call) {
+    const model::Layer& layer = call.self_layer();
+    return call.give(seconds(layer.in_point() + layer.duration()));
+}
+
+duk_ret_t set_out_point(Call& call) {
+    model::Layer& layer = call.self_layer();
+    layer.set_in_point_and_duration(layer.in_point(), model::from_seconds(call.number(0)) - layer.in_point());
+    return call.nothing();
+}
+
+duk_ret_t start_time(Call& call) {
+    return call.give(seconds(call.self_layer().offset()));
+}
+
+duk_ret_t set_start_time(Call& call) {
+    model::Layer& layer = call.self_layer();
+    layer.set_offset(model::from_seconds(call.number(0)));
+    return call.nothing();
+}
+
+template <model::LayerFlag Flag>
+duk_ret_t flag(Call& call) {
+    return call.give(call.self_layer().has_flag(Flag));
+}
+
+template <model::LayerFlag Flag>
+duk_ret_t set_flag(Call& call) {
+    model::Layer& layer = call.self_layer();
+    layer.set_flag(Flag, call.boolean(0));
+    return call.nothing();
+}
+
+}  // namespace
+
+void define_layers(duk_context* ctx) {
+    for (const ClassTable& table : kClasses) Host::of(ctx).define_class(ctx, table);
+}
+
+}  // namespace host::script

@@ -1,0 +1,73 @@
+// Settings that scripts keep beyond their run.
+#include "script/settings.h"
+
+#include <utility>
+
+#include "settings_text.h"
+#include "shared_file.h"
+
+namespace host::script {
+
+namespace {
+
+// Where a symbolic link leads, so that saving replaces the file and not the link.
+std::filesystem::path real_place(const std::filesystem::path& file) {
+    std::error_code error;
+    std::filesystem::path absolute = std::filesystem::absolute(file, error);
+    if (error) return file;
+    std::filesystem::path real = std::filesystem::weakly_canonical(absolute, error);
+    return error ? absolute : real;
+}
+
+std::filesystem::path beside(const std::filesystem::path& file, const char* suffix) {
+    std::filesystem::path other = file;
+    other += suffix;
+    return other;
+}
+
+}  // namespace
+
+Settings::Settings(std::filesystem::path file) : file_(real_place(file)) {
+    try {
+        sections_ = read_file();
+    } catch (const SettingsError& e) {
+        problems_.emplace_back(e.what());
+    }
+}
+
+// What the file says now.
+Settings::Sections Settings::read_file() {
+    ReadSettings read = read_settings(read_shared_file(*file_));
+    const bool was_damaged = std::exchange(is_damaged_, read.damaged_line != 0);
+    if (is_damaged_ && !was_damaged) {
+        problems_.push_back("Settings file \"" + file_->string() + "\" is damaged in line " +
+                            std::to_string(read.damaged_line) + "; its settings are not used.");
+    }
+    return std::move(read.sections);
+}
+
+const std::string* Settings::find(std::string_view section, std::string_view key) const {
+    const auto found = sections_.find(section);
+    if (found == sections_.end()) return nullptr;
+    const auto value = found->second.find(key);
+    return value != found->second.end() ? &value->second : nullptr;
+}
+
+void Settings::save(const std::string& section, const std::string& key, const std::string& value) {
+    sections_[section][key] = value;
+    if (!file_) return;
+
+    const FolderLock lock(*file_);
+    Sections now = read_file();
+    const auto written = now.find(section);
+    const bool is_written = written != now.end() && written->second.contains(key) && written->second[key] == value;
+    if (!is_written) {
+        now[section][key] = value;
+        if (is_damaged_) keep_aside(*file_, beside(*file_, ".damaged"));
+        replace_shared_file(*file_, write_settings(now));
+        is_damaged_ = false;
+    }
+    sections_ = std::move(now);
+}
+
+}  // namespace host::script

@@ -1,0 +1,20 @@
+// How settings are written down: a header line per section, a line per value, every name and value in quotes.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "script/settings.h"
+
+namespace host::script {
+
+std::string write_settings(const Settings::Sections& sections);
+
+struct ReadSettings {
+    Settings::Sections sections;
+    int damaged_line = 0;  // the first that is not understood; 0 for none
+};
+ReadSettings read_settings(std::string_view text);
+
+}  // namespace host::script
