@@ -26,8 +26,8 @@ int main(int argc, char** argv) try {
     NobodyThere nobody;
 
     const host::runner::PluginModule plugin(argv[1]);
-    host::runner::Session session(plugin, document.project(), settings, nobody);
-    if (session.start().has_failed()) throw std::runtime_error("the plug-in does not start");
+    host::runner::Session session(document.project(), settings, nobody);
+    if (session.start(plugin).has_failed()) throw std::runtime_error("the plug-in does not start");
 
     host::model::Comp& comp = document.main_comp();
     document.project().open_comp(&comp);

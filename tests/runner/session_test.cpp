@@ -22,11 +22,13 @@ struct SessionOf {
     explicit SessionOf(const std::string& plugin)
         : module(std::filesystem::path(TEST_PLUGIN_FOLDER) / (plugin + ".so")),
           comp(project.add_comp("Main")),
-          session(module, project, settings, nobody) {
+          session(project, settings, nobody) {
         comp.load_timing(25, host::model::from_seconds(4));
         comp.load_size(100, 100);
         project.open_comp(&comp);
     }
+
+    Outcome start() { return session.start(module); }
 
     AEGP_Command command(const std::string& text) {
         for (const auto& item : session.menu_items()) {
@@ -37,7 +39,7 @@ struct SessionOf {
 
     // Starts the plug-in and picks one command.
     Outcome run(const std::string& text) {
-        EXPECT_FALSE(session.start().has_failed());
+        EXPECT_FALSE(start().has_failed());
         return session.run_command(command(text));
     }
 
@@ -52,7 +54,7 @@ struct SessionOf {
 TEST(Session, starting_inserts_menu_items_that_are_disabled) {
     SessionOf plugin("troublemaker");
     EXPECT_THAT(plugin.session.menu_items(), IsEmpty());
-    const Outcome outcome = plugin.session.start();
+    const Outcome outcome = plugin.start();
     EXPECT_EQ(outcome.error, A_Err_NONE);
     EXPECT_THAT(outcome.log, IsEmpty());
     ASSERT_FALSE(plugin.session.menu_items().empty());
@@ -62,7 +64,7 @@ TEST(Session, starting_inserts_menu_items_that_are_disabled) {
 
 TEST(Session, updating_menus_enables_what_the_hook_enables) {
     SessionOf plugin("troublemaker");
-    plugin.session.start();
+    plugin.start();
     plugin.session.update_menus();
     EXPECT_TRUE(plugin.session.suites().menu_item(plugin.command("Add"))->enabled);
     EXPECT_FALSE(plugin.session.suites().menu_item(plugin.command("Never Enabled"))->enabled);
@@ -70,7 +72,7 @@ TEST(Session, updating_menus_enables_what_the_hook_enables) {
 
 TEST(Session, a_failed_entry_point_drops_what_it_registered_and_keeps_what_it_said) {
     SessionOf plugin("fails_at_entry");
-    const Outcome outcome = plugin.session.start();
+    const Outcome outcome = plugin.start();
     EXPECT_EQ(outcome.error, 13);
     EXPECT_THAT(outcome.reports, ElementsAre("cannot start"));
     EXPECT_THAT(outcome.log, ElementsAre("plug-in fails_at_entry: its entry point returned error 13"));
@@ -80,7 +82,7 @@ TEST(Session, a_failed_entry_point_drops_what_it_registered_and_keeps_what_it_sa
 
 TEST(Session, an_exception_from_the_entry_point_is_a_failed_start) {
     SessionOf plugin("throws_at_entry");
-    const Outcome outcome = plugin.session.start();
+    const Outcome outcome = plugin.start();
     EXPECT_TRUE(outcome.has_failed());
     EXPECT_TRUE(outcome.has_thrown);
     EXPECT_THAT(outcome.log, ElementsAre("plug-in throws_at_entry: its entry point threw an exception: no start"));
@@ -108,22 +110,32 @@ TEST(Session, a_disabled_command_is_refused_without_asking_anybody) {
 
 TEST(Session, an_unknown_command_is_refused) {
     SessionOf plugin("troublemaker");
-    plugin.session.start();
+    plugin.start();
     EXPECT_FALSE(plugin.session.run_command(0).is_enabled);
     EXPECT_FALSE(plugin.session.run_command(123456).is_enabled);
 }
 
-TEST(Session, later_hooks_are_told_that_the_command_is_handled) {
+TEST(Session, a_later_plug_in_is_told_whether_an_earlier_one_handled_the_command) {
     SessionOf plugin("troublemaker");
-    EXPECT_THAT(plugin.run("Add").reports, ElementsAre("handled before"));
+    const PluginModule onlooker(std::filesystem::path(TEST_PLUGIN_FOLDER) / "onlooker.so");
+    plugin.start();
+    EXPECT_FALSE(plugin.session.start(onlooker).has_failed());
+    const Outcome claimed = plugin.session.run_command(plugin.command("Add"));
+    EXPECT_THAT(claimed.reports, ElementsAre("handled before"));
+    EXPECT_TRUE(claimed.is_handled);
+    const Outcome unclaimed = plugin.session.run_command(plugin.command("Unclaimed"));
+    EXPECT_THAT(unclaimed.reports, ElementsAre("not handled before"));
+    EXPECT_FALSE(unclaimed.is_handled);
 }
 
-TEST(Session, a_command_that_nobody_claims_is_not_handled) {
+TEST(Session, an_earlier_plug_in_that_fails_does_not_keep_the_command_from_later_ones) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Unclaimed");
-    EXPECT_THAT(outcome.reports, ElementsAre("not handled before"));
-    EXPECT_FALSE(outcome.is_handled);
-    EXPECT_FALSE(outcome.has_failed());
+    const PluginModule onlooker(std::filesystem::path(TEST_PLUGIN_FOLDER) / "onlooker.so");
+    plugin.start();
+    plugin.session.start(onlooker);
+    const Outcome outcome = plugin.session.run_command(plugin.command("Throw Exception"));
+    EXPECT_THAT(outcome.reports, ElementsAre("handled before"));
+    EXPECT_TRUE(outcome.has_thrown);
 }
 
 TEST(Session, an_exception_that_leaves_a_hook_is_caught_and_reported) {
@@ -158,7 +170,7 @@ TEST(Session, undo_groups_left_open_are_closed_and_the_edits_are_one_step) {
 TEST(Session, boxes_and_alerts_are_kept_in_full) {
     SessionOf plugin("troublemaker");
     const Outcome outcome = plugin.run("Talk");
-    EXPECT_THAT(outcome.reports, ElementsAre("a box", "handled before"));
+    EXPECT_THAT(outcome.reports, ElementsAre("a box"));
     ASSERT_EQ(outcome.alerts.size(), 1U);
     EXPECT_EQ(outcome.alerts[0].message, "a script says");
     EXPECT_EQ(outcome.alerts[0].title, "Title");
@@ -220,7 +232,7 @@ TEST(Session, registering_outside_the_entry_point_is_refused) {
     SessionOf plugin("troublemaker");
     const Outcome outcome = plugin.run("Register Late");
     EXPECT_TRUE(outcome.has_failed());
-    EXPECT_EQ(plugin.session.suites().command_hooks().size(), 2U);
+    EXPECT_EQ(plugin.session.suites().command_hooks().size(), 1U);
 }
 
 TEST(Session, one_module_can_serve_one_session_after_another) {

@@ -18,9 +18,9 @@ TEST(SmallestPlugin, hides_the_selected_layers_in_one_undo_step) {
     auto settings = host::script::Settings::in_memory();
     test::NobodyThere nobody;
     const host::runner::PluginModule module(SMALLEST_PLUGIN);
-    host::runner::Session session(module, project, settings, nobody);
+    host::runner::Session session(project, settings, nobody);
 
-    ASSERT_FALSE(session.start().has_failed());
+    ASSERT_FALSE(session.start(module).has_failed());
     ASSERT_EQ(session.menu_items().size(), 1U);
     EXPECT_EQ(session.menu_items()[0].text, "Hide Layers");
     const auto outcome = session.run_command(session.menu_items()[0].command);

@@ -1,4 +1,4 @@
-// One plug-in in one host over one project: its entry, its menu items, its commands.
+// Plug-ins in one host over one project: their entries, menu items and commands.
 #include "runner/session.h"
 
 #include <exception>
@@ -17,23 +17,21 @@ using Door = suites::SuiteHost::Visit::Door;
 
 }  // namespace
 
-Session::Session(const PluginModule& module, model::Project& project, script::Settings& settings,
-                 script::DialogDriver& dialogs)
-    : module_(module),
-      project_(project),
+Session::Session(model::Project& project, script::Settings& settings, script::DialogDriver& dialogs)
+    : project_(project),
       engine_(project, settings, dialogs, [this](const script::Alert& alert) { current_.alerts.push_back(alert); }),
       suites_(project,
               {.run_script = [this](std::string_view text) { return run_script(text); },
-               .report = [this](std::string_view, std::string_view text) { current_.reports.emplace_back(text); }}),
-      plugin_id_(suites_.add_plugin(module.name())) {}
+               .report = [this](std::string_view, std::string_view text) { current_.reports.emplace_back(text); }}) {}
 
-Outcome Session::start() {
-    return observe([this] {
-        const A_Err error = visit(Door::entry_point, "its entry point", [this] {
-            return module_.entry_point()(suites_.basic_suite(), kInterfaceMajor, kInterfaceMinor, plugin_id_,
-                                         &global_refcon_);
+Outcome Session::start(const PluginModule& module) {
+    return observe([&] {
+        const AEGP_PluginID id = suites_.add_plugin(module.name());
+        AEGP_GlobalRefcon& refcon = global_refcons_[id];
+        const A_Err error = visit(id, Door::entry_point, "its entry point", [&] {
+            return module.entry_point()(suites_.basic_suite(), kInterfaceMajor, kInterfaceMinor, id, &refcon);
         });
-        if (error != A_Err_NONE) suites_.drop_plugin(plugin_id_);
+        if (error != A_Err_NONE) suites_.drop_plugin(id);
     });
 }
 
@@ -53,8 +51,8 @@ Outcome Session::run_command(AEGP_Command command) {
 void Session::ask_update_hooks() {
     suites_.prepare_menus_for_update();
     for (const suites::UpdateMenuHook& hook : suites_.update_menu_hooks()) {
-        visit(Door::hook, "its update-menu hook",
-              [&] { return hook.function(global_refcon_, hook.refcon, AEGP_WindType_TIME_LAYOUT); });
+        visit(hook.plugin_id, Door::hook, "its update-menu hook",
+              [&] { return hook.function(global_refcons_[hook.plugin_id], hook.refcon, AEGP_WindType_TIME_LAYOUT); });
     }
 }
 
@@ -62,35 +60,36 @@ void Session::ask_command_hooks(AEGP_Command command) {
     for (const suites::CommandHook& hook : suites_.command_hooks()) {
         if (hook.command != AEGP_Command_ALL && hook.command != command) continue;
         A_Boolean handled = 0;
-        visit(Door::hook, "its command hook", [&] {
-            return hook.function(global_refcon_, hook.refcon, command, hook.priority, current_.is_handled, &handled);
+        visit(hook.plugin_id, Door::hook, "its command hook", [&] {
+            return hook.function(global_refcons_[hook.plugin_id], hook.refcon, command, hook.priority,
+                                 current_.is_handled, &handled);
         });
         current_.is_handled = current_.is_handled || handled != 0;
     }
 }
 
-A_Err Session::visit(Door door, const std::string& what, const std::function<A_Err()>& call) {
+A_Err Session::visit(AEGP_PluginID plugin, Door door, const std::string& what, const std::function<A_Err()>& call) {
     const auto complain = [&](const std::string& sentence) {
-        current_.log.push_back("plug-in " + module_.name() + ": " + sentence);
+        current_.log.push_back("plug-in " + suites_.plugin_name(plugin) + ": " + what + ' ' + sentence);
     };
     A_Err error = A_Err_NONE;
     {
-        const suites::SuiteHost::Visit visit(suites_, plugin_id_, door);
+        const suites::SuiteHost::Visit visit(suites_, plugin, door);
         try {
             error = call();
-            if (error != A_Err_NONE) complain(what + " returned error " + std::to_string(error));
+            if (error != A_Err_NONE) complain("returned error " + std::to_string(error));
         } catch (const std::exception& exception) {
             error = suites::kInternal;
-            complain(what + " threw an exception: " + exception.what());
+            complain(std::string("threw an exception: ") + exception.what());
             current_.has_thrown = true;
         } catch (...) {
             error = suites::kInternal;
-            complain(what + " threw something that is no exception");
+            complain("threw something that is no exception");
             current_.has_thrown = true;
         }
     }
     if (const int open = project_.undo().close_all_groups(); open > 0) {
-        complain(what + " left " + std::to_string(open) + (open == 1 ? " undo group" : " undo groups") +
+        complain("left " + std::to_string(open) + (open == 1 ? " undo group" : " undo groups") +
                  " open; the host closed " + (open == 1 ? "it" : "them") + " and kept the changes as one step");
     }
     if (!current_.has_failed()) current_.error = error;

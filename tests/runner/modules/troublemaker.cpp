@@ -146,12 +146,6 @@ A_Err command_hook(AEGP_GlobalRefcon global, AEGP_CommandRefcon, AEGP_Command co
     return A_Err_NONE;
 }
 
-// Says what it was told about the hook before it.
-A_Err second_hook(AEGP_GlobalRefcon, AEGP_CommandRefcon, AEGP_Command, AEGP_HookPriority, A_Boolean already_handledB,
-                  A_Boolean*) {
-    return report(already_handledB ? "handled before" : "not handled before");
-}
-
 A_Err update_menu_hook(AEGP_GlobalRefcon global, AEGP_UpdateMenuRefcon, AEGP_WindowType) {
     A_Err err = A_Err_NONE;
     if (global != refcon_given()) return 1000;
@@ -177,8 +171,6 @@ extern "C" DllExport A_Err EntryPointFunc(SPBasicSuite* pica_basicP, A_long, A_l
                                                            AEGP_MENU_INSERT_AT_BOTTOM));
     }
     ERR(suites.RegisterSuite5()->AEGP_RegisterCommandHook(id, AEGP_HP_BeforeAE, AEGP_Command_ALL, command_hook,
-                                                          nullptr));
-    ERR(suites.RegisterSuite5()->AEGP_RegisterCommandHook(id, AEGP_HP_BeforeAE, AEGP_Command_ALL, second_hook,
                                                           nullptr));
     ERR(suites.RegisterSuite5()->AEGP_RegisterUpdateMenuHook(id, update_menu_hook, nullptr));
     return err;

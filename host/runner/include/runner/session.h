@@ -1,7 +1,8 @@
-// One plug-in in one host over one project: its entry, its menu items, its commands.
+// Plug-ins in one host over one project: their entries, menu items and commands.
 #pragma once
 
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -14,7 +15,7 @@
 
 namespace host::runner {
 
-// What came of one visit to the plug-in.
+// What came of one visit to the plug-ins.
 struct Outcome {
     A_Err error = A_Err_NONE;           // the first code other than 0 that a hook or the entry point gave
     bool has_thrown = false;            // an exception left the plug-in; `error` is set as well
@@ -32,14 +33,13 @@ struct Outcome {
 // The thread that makes a session is the one to use it. Of several sessions the newest must end first.
 class Session {
   public:
-    // Everything given must outlive the session. Nothing is called yet.
-    Session(const PluginModule& module, model::Project& project, script::Settings& settings,
-            script::DialogDriver& dialogs);
+    // Everything given must outlive the session.
+    Session(model::Project& project, script::Settings& settings, script::DialogDriver& dialogs);
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
 
-    // Calls the entry point; to be called once, before the others. If it fails, what it registered is dropped.
-    Outcome start();
+    // Calls the plug-in's entry point; once for each plug-in. If it fails, what it registered is dropped.
+    Outcome start(const PluginModule& module);
 
     // Asks the update-menu hooks, as when a menu is about to be drawn.
     Outcome update_menus();
@@ -53,20 +53,19 @@ class Session {
     suites::SuiteHost& suites() { return suites_; }  // observers, what was handed out and never given back, suites held
 
   private:
-    A_Err visit(suites::SuiteHost::Visit::Door door, const std::string& what, const std::function<A_Err()>& call);
+    A_Err visit(AEGP_PluginID plugin, suites::SuiteHost::Visit::Door door, const std::string& what,
+                const std::function<A_Err()>& call);
     void ask_update_hooks();
     void ask_command_hooks(AEGP_Command command);
     // Runs `work` and gathers everything that came of it.
     Outcome observe(const std::function<void()>& work);
     suites::ScriptOutcome run_script(std::string_view text);
 
-    const PluginModule& module_;
     model::Project& project_;
     script::Engine engine_;
     suites::SuiteHost suites_;
-    AEGP_PluginID plugin_id_;
-    AEGP_GlobalRefcon global_refcon_ = nullptr;
-    Outcome current_;  // of the visit under way
+    std::map<AEGP_PluginID, AEGP_GlobalRefcon> global_refcons_;  // what each plug-in left for its hooks
+    Outcome current_;                                            // of the visit under way
 };
 
 }  // namespace host::runner

@@ -1,0 +1,30 @@
+// Standard error: sentences for people, coloured where that is wanted.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+class Console {
+  public:
+    enum class Tone { plain, good, warning, error };
+
+    // Colours when standard error is a terminal that has them and NO_COLOR is not set.
+    static Console for_this_process();
+    explicit Console(bool has_colors) : has_colors_(has_colors) {}
+
+    // `subject` (a file, the command) in the tone's colour, a colon, the sentence.
+    void say(Tone tone, std::string_view subject, std::string_view sentence) const;
+
+  private:
+    bool has_colors_;
+};
+
+// `text` in double quotes with control characters escaped, so that a name can neither end a line nor steer a terminal.
+std::string in_quotes(std::string_view text);
+
+// "1 layer", "2 layers".
+std::string counted(std::size_t count, std::string_view noun);
+
+}  // namespace cli

@@ -1,0 +1,26 @@
+// Animations from files and back, every trouble being a Failure.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "lottie/document.h"
+
+namespace cli {
+
+// A file's name in sentences; "standard input" for "-".
+std::string shown_name(const std::string& file);
+
+// The file's bytes. Throws Failure (bad input).
+std::string read_input(const std::string& file);
+
+// Throws Failure (bad input, with its place).
+host::lottie::Document parse_input(const std::string& text);
+
+// The folder for results, made if it is missing. Throws Failure (failed).
+void prepare_folder(const std::string& folder);
+
+// Writes the whole result or nothing; "-" is standard output. Throws Failure (failed).
+void write_result(const std::string& output, std::string_view bytes);
+
+}  // namespace cli

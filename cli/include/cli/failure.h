@@ -1,0 +1,26 @@
+// Exit codes, and what ends the work on one file.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace cli {
+
+enum class ExitCode { done = 0, usage = 2, bad_input = 3, failed = 4 };
+
+// Ends the work on one file; what() is one sentence without the file's name.
+class Failure : public std::runtime_error {
+  public:
+    Failure(ExitCode code, const std::string& sentence, std::string place = "")
+        : std::runtime_error(sentence), code_(code), place_(std::move(place)) {}
+
+    ExitCode code() const { return code_; }
+    const std::string& place() const { return place_; }  // ":LINE:COLUMN" in the file, or nothing
+
+  private:
+    ExitCode code_;
+    std::string place_;
+};
+
+}  // namespace cli

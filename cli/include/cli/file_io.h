@@ -1,0 +1,35 @@
+// Reading whole files and putting whole files in place.
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+// The name that stands for standard input, and as an output for standard output.
+inline constexpr std::string_view kStandardStream = "-";
+
+// A failed read or write; what() is one sentence without the file's name.
+class IoError : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// The bytes of a file, or of standard input for "-". Throws IoError.
+std::string read_whole(const std::string& file);
+
+// Throws IoError; a reader that has gone away is one, not a signal, once broken pipes are ignored.
+void write_standard_output(std::string_view bytes);
+
+// Makes the folder and those it stands in, where they are missing. Throws IoError.
+void make_folder(const std::filesystem::path& folder);
+
+// Makes `bytes` the content of the file or leaves everything as it was: they go to a temporary file in the same folder,
+// reach the disk, and take the file's place by renaming. An existing file keeps its mode, and its owner where that is
+// allowed; a symbolic link stays and the file it means is replaced. What is no regular file (a device, a pipe) is
+// written directly. Throws IoError.
+void put_in_place(const std::filesystem::path& file, std::string_view bytes);
+
+}  // namespace cli

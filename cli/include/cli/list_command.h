@@ -1,0 +1,21 @@
+// `exflate list`: compositions, layers and nests.
+#pragma once
+
+#include <string>
+
+#include "cli/console.h"
+#include "cli/failure.h"
+#include "cli/options.h"
+#include "lottie/document.h"
+
+namespace cli {
+
+// The tree for people. Each composition is shown once, inside the first nest that uses it; later ones refer to it.
+std::string tree_text(const std::string& file, const host::lottie::Document& document);
+
+// The same for programs; docs/list-json.md tells the form.
+std::string tree_json(const std::string& file, const host::lottie::Document& document);
+
+ExitCode list(const ListOptions& options, const Console& console);
+
+}  // namespace cli

@@ -1,0 +1,20 @@
+// Names that a mistyped one may have meant.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cli {
+
+// Insertions, deletions, replacements and swaps of neighbours that turn one text into the other, upper and lower case
+// of ASCII letters being equal. Bytes, not characters.
+std::size_t edit_distance(std::string_view a, std::string_view b);
+
+// The few names within reach of `typed` (a third of its length, at least 2), nearest first, each once.
+std::vector<std::string> near_names(std::string_view typed, const std::vector<std::string>& names);
+
+// `; did you mean "A" or "B"?`, or nothing when no name is near.
+std::string did_you_mean(std::string_view typed, const std::vector<std::string>& names);
+
+}  // namespace cli

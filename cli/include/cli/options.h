@@ -1,0 +1,44 @@
+// What the arguments of the command ask for.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+#include "cli/dialog_answers.h"
+
+namespace cli {
+
+struct RunOptions {
+    std::vector<std::string> files;  // "-" is standard input
+    std::string output;              // empty: standard output, or what the two below say
+    std::string output_folder;
+    bool in_place = false;
+    std::string composition;          // name or id; empty: the main one
+    std::vector<std::string> layers;  // names or #indices; none: every nest
+    bool recursive = false;
+    DialogAnswers answers;
+};
+
+struct ListOptions {
+    std::string file;
+    bool json = false;
+};
+
+// Help or the version for standard output.
+struct Information {
+    std::string text;
+};
+
+// A sentence that says what is wrong with the arguments.
+struct UsageProblem {
+    std::string sentence;
+};
+
+using Request = std::variant<RunOptions, ListOptions, Information, UsageProblem>;
+
+// `arguments` without the program's own name. Whatever does not begin with the name of a subcommand is meant for `run`.
+Request parse_arguments(const std::vector<std::string>& arguments);
+
+}  // namespace cli

@@ -1,0 +1,53 @@
+// Animations from files and back, every trouble being a Failure.
+#include "cli/documents.h"
+
+#include "cli/failure.h"
+#include "cli/file_io.h"
+#include "lottie/input_error.h"
+
+namespace cli {
+
+std::string shown_name(const std::string& file) {
+    return file == kStandardStream ? "standard input" : file;
+}
+
+std::string read_input(const std::string& file) {
+    try {
+        return read_whole(file);
+    } catch (const IoError& error) {
+        throw Failure(ExitCode::bad_input, error.what());
+    }
+}
+
+host::lottie::Document parse_input(const std::string& text) {
+    try {
+        return host::lottie::Document::read(text);
+    } catch (const host::lottie::InputError& error) {
+        std::string place;
+        if (error.line() > 0) place = ':' + std::to_string(error.line()) + ':' + std::to_string(error.column());
+        throw Failure(ExitCode::bad_input, error.what(), std::move(place));
+    }
+}
+
+void prepare_folder(const std::string& folder) {
+    try {
+        make_folder(folder);
+    } catch (const IoError& error) {
+        throw Failure(ExitCode::failed, "the folder '" + folder + "' " + error.what());
+    }
+}
+
+void write_result(const std::string& output, std::string_view bytes) {
+    try {
+        if (output == kStandardStream) {
+            write_standard_output(bytes);
+        } else {
+            put_in_place(output, bytes);
+        }
+    } catch (const IoError& error) {
+        const std::string name = output == kStandardStream ? "standard output" : "'" + output + "'";
+        throw Failure(ExitCode::failed, name + ' ' + error.what());
+    }
+}
+
+}  // namespace cli

@@ -1,0 +1,164 @@
+// Reading whole files and putting whole files in place.
+#include "cli/file_io.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+namespace cli {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Owns a file descriptor; standard streams are borrowed by the functions below instead.
+class Descriptor {
+  public:
+    explicit Descriptor(int fd) : fd_(fd) {}
+    ~Descriptor() {
+        if (fd_ >= 0) ::close(fd_);
+    }
+    Descriptor(const Descriptor&) = delete;
+    Descriptor& operator=(const Descriptor&) = delete;
+
+    int get() const { return fd_; }
+    bool is_open() const { return fd_ >= 0; }
+    // Closing can be what reports that the disk is full.
+    bool close() { return ::close(std::exchange(fd_, -1)) == 0; }
+
+  private:
+    int fd_;
+};
+
+std::string reason() {
+    return std::strerror(errno);
+}
+
+std::string read_all(int fd) {
+    std::string text;
+    struct stat facts {};
+    if (::fstat(fd, &facts) == 0 && S_ISREG(facts.st_mode)) text.reserve(static_cast<std::size_t>(facts.st_size) + 1);
+    std::array<char, 1 << 16> block;
+    for (;;) {
+        const ssize_t count = ::read(fd, block.data(), block.size());
+        if (count > 0) {
+            text.append(block.data(), static_cast<std::size_t>(count));
+        } else if (count == 0) {
+            return text;
+        } else if (errno == EISDIR) {
+            throw IoError("is a folder; name the files in it, as in FOLDER/*.json");
+        } else if (errno != EINTR) {
+            throw IoError("cannot be read: " + reason());
+        }
+    }
+}
+
+void write_all(int fd, std::string_view bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(fd, bytes.data(), bytes.size());
+        if (count >= 0) {
+            bytes.remove_prefix(static_cast<std::size_t>(count));
+        } else if (errno != EINTR) {
+            throw IoError("cannot be written: " + reason());
+        }
+    }
+}
+
+// The file that a chain of symbolic links ends at, whether or not it exists.
+fs::path follow_links(fs::path file) {
+    constexpr int kMostLinks = 40;
+    std::error_code error;
+    for (int i = 0; i < kMostLinks && fs::is_symlink(file, error); ++i) {
+        const fs::path target = fs::read_symlink(file, error);
+        if (error) break;
+        file = target.is_absolute() ? target : file.parent_path() / target;
+    }
+    return file;
+}
+
+fs::path folder_of(const fs::path& file) {
+    return file.has_parent_path() ? file.parent_path() : fs::path(".");
+}
+
+void sync_folder(const fs::path& folder) {
+    const Descriptor fd(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    // The new file is whole and in place already; a file system that cannot sync folders is no reason to fail.
+    if (fd.is_open()) (void)::fsync(fd.get());
+}
+
+mode_t mode_of_new_files() {
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+void write_directly(const fs::path& file, std::string_view bytes) {
+    Descriptor fd(::open(file.c_str(), O_WRONLY | O_CLOEXEC));
+    if (!fd.is_open()) throw IoError("cannot be written: " + reason());
+    write_all(fd.get(), bytes);
+    if (!fd.close()) throw IoError("cannot be written: " + reason());
+}
+
+void replace(const fs::path& file, const struct stat* old, std::string_view bytes) {
+    const fs::path folder = folder_of(file);
+    std::string temporary = (folder / ("." + file.filename().string() + ".XXXXXX")).string();
+    Descriptor fd(::mkostemp(temporary.data(), O_CLOEXEC));
+    if (!fd.is_open()) throw IoError("cannot be written: no file can be made in its folder: " + reason());
+    try {
+        write_all(fd.get(), bytes);
+        // Only root may give files away; for anybody else the file becomes theirs, as with any editor.
+        if (old != nullptr) (void)!::fchown(fd.get(), old->st_uid, old->st_gid);
+        const mode_t mode = old != nullptr ? old->st_mode & 07777 : mode_of_new_files();
+        if (::fchmod(fd.get(), mode) != 0 || ::fsync(fd.get()) != 0 || !fd.close() ||
+            ::rename(temporary.c_str(), file.c_str()) != 0) {
+            throw IoError("cannot be written: " + reason());
+        }
+    } catch (const IoError&) {
+        ::unlink(temporary.c_str());
+        throw;
+    }
+    sync_folder(folder);
+}
+
+}  // namespace
+
+std::string read_whole(const std::string& file) {
+    if (file == kStandardStream) return read_all(STDIN_FILENO);
+    const Descriptor fd(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!fd.is_open()) throw IoError("cannot be read: " + reason());
+    return read_all(fd.get());
+}
+
+void write_standard_output(std::string_view bytes) {
+    write_all(STDOUT_FILENO, bytes);
+    // Some file systems report a full disk only on closing; the copy's closing tells without giving up the stream.
+    Descriptor copy(::dup(STDOUT_FILENO));
+    if (!copy.is_open() || !copy.close()) throw IoError("cannot be written: " + reason());
+}
+
+void make_folder(const fs::path& folder) {
+    std::error_code error;
+    fs::create_directories(folder, error);
+    if (error) throw IoError("cannot be made: " + error.message());
+}
+
+void put_in_place(const fs::path& file, std::string_view bytes) {
+    const fs::path real = follow_links(file);
+    struct stat old {};
+    if (::stat(real.c_str(), &old) != 0) {
+        replace(real, nullptr, bytes);
+    } else if (S_ISREG(old.st_mode)) {
+        replace(real, &old, bytes);
+    } else if (S_ISDIR(old.st_mode)) {
+        throw IoError("cannot be written: it is a folder");
+    } else {
+        write_directly(real, bytes);
+    }
+}
+
+}  // namespace cli

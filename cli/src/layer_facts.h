@@ -1,0 +1,19 @@
+// What a listing tells about a layer or a composition.
+#pragma once
+
+#include <string>
+
+#include "lottie/document.h"
+
+namespace cli {
+
+// "nest", "solid", "image", "null", "shape", "text", "audio", "data", "footage", "camera", "light".
+const char* type_of(const host::lottie::Document& document, const host::model::Layer& layer);
+
+// Composition time in frames, to a thousandth of a frame.
+double frames(const host::model::Comp& comp, host::model::Time time);
+
+// At most three decimals, none of them a trailing zero.
+std::string short_number(double value);
+
+}  // namespace cli

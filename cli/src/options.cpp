@@ -1,0 +1,184 @@
+// What the arguments of the command ask for.
+#include "cli/options.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <filesystem>
+#include <map>
+
+#include "cli/file_io.h"
+#include "cli/near_names.h"
+#include "cli/version.h"
+
+namespace cli {
+namespace {
+
+constexpr const char* kHelp =
+    R"(Un-nests the compositions of Lottie files: the layers of a nested composition move out into the composition that uses it.
+
+  exflate [run] FILE...   un-nest and write the result
+  exflate list FILE       show compositions, layers and nests as a tree; --json for other programs
+
+FILE is a Lottie file, - is standard input.
+
+Output of run:
+  -o, --output OUT        write here; - is standard output, the default for one FILE
+  --out-dir DIR           write each file under its own name into this folder
+  -i, --in-place          replace each file by its result
+
+Selection:
+  --comp NAME|ID          the composition to work in; default: the main one
+  --layer NAME|#INDEX     un-nest this layer, #INDEX being its place in the stack as list shows it; may be repeated;
+                          default: every nest of the composition
+  --recursive             go on with the nests that come out, until none is left
+
+The plug-in's dialog:
+  --copy-attributes       carry a nest's transform, timing and effects over to its layers (default)
+  --discard-attributes    leave them out
+  --delete-source         delete the nested composition too, where nothing else uses it
+  --keep-in-comp          keep the nest, switched off; not together with --delete-source
+  --prefix TEXT           put TEXT and _ in front of each layer's name; at most 50 bytes
+  --prepend-name          put the nest's name and _ in front of each layer's name
+  --fix-random            give random expressions a fixed seed
+
+  -h, --help              show this
+  --version               show the version
+
+Results go to standard output, everything else to standard error. Colours only on a terminal, never with NO_COLOR.
+
+Exit codes:
+  0  done
+  2  wrong usage, or no such composition, layer or nest
+  3  bad input
+  4  the plug-in or the host reported an error, or the result could not be written
+With several files the highest one. A file with an error is not written at all.
+
+Environment:
+  EXFLATE_PLUGIN   the plug-in to load; default: the one that was built or installed with this command
+  XDG_CONFIG_HOME  the folder in which exflate/settings keeps what the dialog remembers; default: ~/.config.
+                   What is kept there never changes a result.
+)";
+
+void declare_run(CLI::App& app, RunOptions& options) {
+    app.add_option("FILE", options.files)->required();
+
+    auto* output = app.add_option("-o,--output", options.output)->take_last();
+    auto* folder = app.add_option("--out-dir", options.output_folder)->take_last();
+    auto* in_place = app.add_flag("-i,--in-place", options.in_place);
+    output->excludes(folder)->excludes(in_place);
+    folder->excludes(in_place);
+
+    app.add_option("--comp", options.composition)->take_last();
+    app.add_option("--layer", options.layers)->allow_extra_args(false);
+    app.add_flag("--recursive", options.recursive);
+
+    DialogAnswers& answers = options.answers;
+    auto* copy = app.add_flag("--copy-attributes");
+    app.add_flag_callback("--discard-attributes", [&answers] { answers.copy_attributes = false; })->excludes(copy);
+    auto* keep = app.add_flag("--keep-in-comp", answers.keep_in_comp);
+    app.add_flag("--delete-source", answers.delete_source)->excludes(keep);
+    app.add_option("--prefix", answers.prefix)->take_last();
+    app.add_flag("--prepend-name", answers.prepend_name);
+    app.add_flag("--fix-random", answers.fix_random);
+}
+
+void declare_list(CLI::App& app, ListOptions& options) {
+    app.add_option("FILE", options.file)->required();
+    app.add_flag("--json", options.json);
+}
+
+// What the parser itself cannot know about output and input together.
+std::string output_problem(const RunOptions& options) {
+    const bool has_standard_input = std::count(options.files.begin(), options.files.end(), kStandardStream) > 0;
+    const bool to_folder = !options.output_folder.empty();
+    if (has_standard_input && options.in_place) return "standard input (-) cannot be replaced: leave out --in-place";
+    if (has_standard_input && to_folder)
+        return "standard input (-) has no name to be written under: use -o OUT instead of --out-dir";
+    if (options.files.size() > 1 && !options.in_place && !to_folder) {
+        return "several files need --out-dir DIR or --in-place";
+    }
+    if (to_folder) {
+        std::map<std::filesystem::path, std::string> taken;
+        for (const std::string& file : options.files) {
+            const auto [other, is_new] = taken.emplace(std::filesystem::path(file).filename(), file);
+            if (!is_new) {
+                return "'" + other->second + "' and '" + file + "' would both become '" +
+                       (std::filesystem::path(options.output_folder) / other->first).string() +
+                       "': run them one by one";
+            }
+        }
+    }
+    return "";
+}
+
+// "--prefix=" means an empty text; the parser would take the next argument instead.
+std::vector<std::string> split_empty_values(const std::vector<std::string>& arguments) {
+    std::vector<std::string> result;
+    bool only_files = false;
+    for (const std::string& argument : arguments) {
+        only_files = only_files || argument == "--";
+        if (!only_files && argument.starts_with("--") && argument.find('=') + 1 == argument.size()) {
+            result.push_back(argument.substr(0, argument.size() - 1));
+            result.emplace_back();
+        } else {
+            result.push_back(argument);
+        }
+    }
+    return result;
+}
+
+// Throws CLI::ParseError.
+void parse(CLI::App& app, const std::vector<std::string>& arguments) {
+    std::vector<std::string> reversed = split_empty_values(arguments);
+    std::reverse(reversed.begin(), reversed.end());
+    app.parse(std::move(reversed));
+}
+
+// What to say about an argument that fits nowhere.
+std::string unexpected(const CLI::App& app, const std::string& argument) {
+    if (!argument.starts_with('-')) return "'" + argument + "' is one file too many";
+    std::vector<std::string> names;
+    for (const CLI::Option* option : app.get_options()) {
+        for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+    }
+    const std::string typed = argument.substr(0, argument.find('='));
+    return "there is no option " + typed + did_you_mean(typed, names);
+}
+
+}  // namespace
+
+Request parse_arguments(const std::vector<std::string>& arguments) {
+    const std::string first = arguments.empty() ? "" : arguments.front();
+    if (first == "--version") return Information{std::string("exflate ") + kVersion + "\n"};
+    const bool is_list = first == "list";
+    const bool has_subcommand = is_list || first == "run";
+    const std::vector<std::string> rest(arguments.begin() + (has_subcommand ? 1 : 0), arguments.end());
+
+    CLI::App app;
+    RunOptions run;
+    ListOptions list;
+    if (is_list) {
+        declare_list(app, list);
+    } else {
+        declare_run(app, run);
+    }
+    try {
+        parse(app, rest);
+    } catch (const CLI::CallForHelp&) {
+        return Information{kHelp};
+    } catch (const CLI::ExtrasError&) {
+        return UsageProblem{unexpected(app, app.remaining().front())};
+    } catch (const CLI::RequiredError&) {
+        return UsageProblem{"name a file, or - for standard input"};
+    } catch (const CLI::ArgumentMismatch& problem) {
+        const std::string words = problem.what();  // begins with the option's name and a colon
+        return UsageProblem{words.substr(0, words.find(':')) + " needs a value"};
+    } catch (const CLI::ParseError& problem) {
+        return UsageProblem{problem.what()};
+    }
+    if (is_list) return list;
+    if (std::string problem = output_problem(run); !problem.empty()) return UsageProblem{std::move(problem)};
+    return run;
+}
+
+}  // namespace cli

@@ -1,0 +1,118 @@
+// `exflate run`: un-nests and writes.
+#include "cli/run_command.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "cli/dialog_operator.h"
+#include "cli/documents.h"
+#include "cli/file_io.h"
+#include "cli/plugin_location.h"
+#include "cli/selection.h"
+#include "cli/settings_file.h"
+#include "cli/summary.h"
+#include "cli/unnest.h"
+
+namespace cli {
+namespace {
+
+namespace fs = std::filesystem;
+using host::model::Comp;
+using Tone = Console::Tone;
+
+host::runner::PluginModule load_plugin() {
+    const fs::path file = find_plugin();
+    try {
+        return host::runner::PluginModule(file);
+    } catch (const host::runner::LoadError& error) {
+        throw Failure(ExitCode::failed, error.what());
+    }
+}
+
+class Run {
+  public:
+    Run(const RunOptions& options, const Console& console, const host::runner::PluginModule& plugin,
+        host::script::Settings& settings)
+        : options_(options), console_(console), plugin_(plugin), settings_(settings) {}
+
+    ExitCode one_file(const std::string& file) {
+        const std::string name = shown_name(file);
+        Record record;
+        try {
+            unnest_and_write(file, record);
+            return ExitCode::done;
+        } catch (const Failure& failure) {
+            tell_messages(console_, name, record);
+            tell_failure(console_, name, record, failure);
+            return failure.code();
+        }
+    }
+
+  private:
+    void unnest_and_write(const std::string& file, Record& record) {
+        const std::string name = shown_name(file);
+        const std::string input = read_input(file);
+        host::lottie::Document document = parse_input(input);
+        Comp& comp = find_composition(document, options_.composition);
+        const auto nests = options_.layers.empty() ? nests_of(comp) : find_nests(comp, options_.layers);
+        const std::string output = output_for(file);
+        if (nests.empty()) {
+            if (!options_.in_place) write(output, input);
+            console_.say(Tone::plain, name, "composition " + in_quotes(comp.name()) + " holds no nest: nothing to do");
+            return;
+        }
+        unnest_all(document, comp, nests, record);
+        write(output, document.write());
+        tell_messages(console_, name, record);
+        tell_success(console_, name, comp, record, output == kStandardStream ? "" : output);
+    }
+
+    // Leaves the project as it was if anything fails.
+    void unnest_all(host::lottie::Document& document, Comp& comp, const std::vector<host::model::Layer*>& nests,
+                    Record& record) {
+        DialogOperator dialogs(options_.answers);
+        host::runner::Session session(document.project(), settings_, dialogs);
+        try {
+            unnest(session, plugin_, comp, nests, options_.recursive, record);
+        } catch (const Failure&) {
+            document.project().undo().undo_all();
+            throw;
+        }
+    }
+
+    std::string output_for(const std::string& file) const {
+        if (options_.in_place) return file;
+        if (!options_.output_folder.empty()) {
+            return (fs::path(options_.output_folder) / fs::path(file).filename()).string();
+        }
+        return options_.output.empty() ? std::string(kStandardStream) : options_.output;
+    }
+
+    void write(const std::string& output, const std::string& bytes) const {
+        if (!options_.output_folder.empty()) prepare_folder(options_.output_folder);
+        write_result(output, bytes);
+    }
+
+    const RunOptions& options_;
+    const Console& console_;
+    const host::runner::PluginModule& plugin_;
+    host::script::Settings& settings_;
+};
+
+}  // namespace
+
+ExitCode run(const RunOptions& options, const Console& console) {
+    try {
+        const host::runner::PluginModule plugin = load_plugin();
+        host::script::Settings settings = open_settings(console);
+        Run run(options, console, plugin, settings);
+        ExitCode highest = ExitCode::done;
+        for (const std::string& file : options.files) highest = std::max(highest, run.one_file(file));
+        return highest;
+    } catch (const Failure& failure) {
+        console.say(Tone::error, "exflate", failure.what());
+        return failure.code();
+    }
+}
+
+}  // namespace cli

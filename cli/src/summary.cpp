@@ -1,0 +1,38 @@
+// What people are told about one file, on standard error.
+#include "cli/summary.h"
+
+namespace cli {
+namespace {
+
+using Tone = Console::Tone;
+
+std::string sources(const Record& record) {
+    const std::string noun = "nested composition";
+    if (record.sources_deleted == 0) return counted(record.sources_kept, noun) + " kept";
+    if (record.sources_kept == 0) return counted(record.sources_deleted, noun) + " deleted";
+    return counted(record.sources_deleted, noun) + " deleted, " + std::to_string(record.sources_kept) + " kept";
+}
+
+}  // namespace
+
+void tell_messages(const Console& console, const std::string& file, const Record& record) {
+    for (const host::script::Alert& alert : record.alerts) {
+        console.say(Tone::warning, file, (alert.title.empty() ? "" : alert.title + ": ") + alert.message);
+    }
+    for (const std::string& report : record.reports) console.say(Tone::warning, file, "the plug-in says: " + report);
+}
+
+void tell_success(const Console& console, const std::string& file, const host::model::Comp& comp, const Record& record,
+                  const std::string& output) {
+    std::string sentence = counted(record.nests, "nest") + " of composition " + in_quotes(comp.name()) +
+                           " un-nested, " + counted(record.layers_made, "layer") + " made, " + sources(record);
+    if (!output.empty()) sentence += "; written to " + output;
+    console.say(Tone::good, file, sentence);
+}
+
+void tell_failure(const Console& console, const std::string& file, const Record& record, const Failure& failure) {
+    for (const std::string& sentence : record.log) console.say(Tone::plain, file, sentence);
+    console.say(Tone::error, file + failure.place(), failure.what());
+}
+
+}  // namespace cli

@@ -1,0 +1,38 @@
+// What standard error looks like.
+#include "cli/console.h"
+
+#include <gtest/gtest.h>
+
+using cli::Console;
+
+namespace {
+
+std::string said(bool has_colors, Console::Tone tone) {
+    testing::internal::CaptureStderr();
+    Console(has_colors).say(tone, "a.json", "a sentence");
+    return testing::internal::GetCapturedStderr();
+}
+
+TEST(Console, colours_only_the_subject) {
+    EXPECT_EQ(said(true, Console::Tone::error), "\033[31ma.json:\033[0m a sentence\n");
+    EXPECT_EQ(said(true, Console::Tone::plain), "a.json: a sentence\n");
+}
+
+TEST(Console, has_no_colours_when_told_so) {
+    EXPECT_EQ(said(false, Console::Tone::error), "a.json: a sentence\n");
+}
+
+TEST(Console, counts_have_their_plural) {
+    EXPECT_EQ(cli::counted(0, "nest"), "0 nests");
+    EXPECT_EQ(cli::counted(1, "nest"), "1 nest");
+    EXPECT_EQ(cli::counted(2, "nest"), "2 nests");
+}
+
+TEST(Console, quoted_names_keep_their_characters_and_lose_their_control) {
+    EXPECT_EQ(cli::in_quotes("Größe 1"), "\"Größe 1\"");
+    EXPECT_EQ(cli::in_quotes("a\"b\\c"), R"("a\"b\\c")");
+    EXPECT_EQ(cli::in_quotes("\x1b\x7f\n"), R"("\u001B\u007F\u000A")");
+    EXPECT_EQ(cli::in_quotes("\xC2\x9B\xC2\xA0\xC2"), "\"\\u009B\xC2\xA0\xC2\"");
+}
+
+}  // namespace

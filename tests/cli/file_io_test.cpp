@@ -1,0 +1,102 @@
+// Whole files in, whole files out.
+#include "cli/file_io.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "sandbox.h"
+
+using cli::IoError;
+using cli::put_in_place;
+using cli::read_whole;
+using test::Sandbox;
+using testing::ElementsAre;
+
+namespace fs = std::filesystem;
+
+namespace {
+
+template <class Work>
+std::string error_of(Work work) {
+    try {
+        work();
+    } catch (const IoError& error) {
+        return error.what();
+    }
+    return "no error";
+}
+
+unsigned mode_of(const fs::path& file) {
+    return static_cast<unsigned>(fs::status(file).permissions());
+}
+
+TEST(ReadWhole, gives_every_byte) {
+    const Sandbox sandbox;
+    const std::string bytes = std::string("a\0b\xFF\r\n", 6) + std::string(200'000, 'x');
+    sandbox.write("file", bytes);
+    EXPECT_EQ(read_whole(sandbox.path("file")), bytes);
+}
+
+TEST(ReadWhole, a_missing_file_and_a_folder_are_told_apart) {
+    const Sandbox sandbox;
+    EXPECT_EQ(error_of([&] { read_whole(sandbox.path("absent")); }), "cannot be read: No such file or directory");
+    EXPECT_EQ(error_of([&] { read_whole(sandbox.folder()); }),
+              "is a folder; name the files in it, as in FOLDER/*.json");
+}
+
+TEST(PutInPlace, a_new_file_gets_the_usual_mode) {
+    const Sandbox sandbox;
+    const mode_t mask = umask(027);
+    put_in_place(sandbox.path("new"), "text");
+    umask(mask);
+    EXPECT_EQ(sandbox.read("new"), "text");
+    EXPECT_EQ(mode_of(sandbox.path("new")), 0640U);
+    EXPECT_THAT(sandbox.names(), ElementsAre("new"));
+}
+
+TEST(PutInPlace, an_old_file_keeps_its_mode_and_is_another_file) {
+    const Sandbox sandbox;
+    sandbox.write("old", "before");
+    chmod(sandbox.path("old").c_str(), 0604);
+    fs::create_hard_link(sandbox.path("old"), sandbox.path("other name"));
+    put_in_place(sandbox.path("old"), "after");
+    EXPECT_EQ(sandbox.read("old"), "after");
+    EXPECT_EQ(mode_of(sandbox.path("old")), 0604U);
+    EXPECT_EQ(sandbox.read("other name"), "before");  // it was renamed over, never written into
+}
+
+TEST(PutInPlace, a_symbolic_link_stays_and_its_file_is_replaced) {
+    const Sandbox sandbox;
+    fs::create_directory(sandbox.path("inner"));
+    sandbox.write("inner/real", "before");
+    fs::create_symlink("inner/real", sandbox.path("middle"));
+    fs::create_symlink("middle", sandbox.path("link"));
+    put_in_place(sandbox.path("link"), "after");
+    EXPECT_TRUE(fs::is_symlink(sandbox.path("link")));
+    EXPECT_TRUE(fs::is_symlink(sandbox.path("middle")));
+    EXPECT_EQ(sandbox.read("inner/real"), "after");
+    EXPECT_THAT(sandbox.names("inner"), ElementsAre("real"));
+}
+
+TEST(PutInPlace, a_dangling_link_makes_the_file_it_means) {
+    const Sandbox sandbox;
+    fs::create_symlink("real", sandbox.path("link"));
+    put_in_place(sandbox.path("link"), "text");
+    EXPECT_EQ(sandbox.read("real"), "text");
+    EXPECT_TRUE(fs::is_symlink(sandbox.path("link")));
+}
+
+TEST(PutInPlace, a_device_is_written_into) {
+    put_in_place("/dev/null", "text");
+    EXPECT_TRUE(fs::is_character_file("/dev/null"));
+    EXPECT_EQ(error_of([] { put_in_place("/dev/full", "text"); }), "cannot be written: No space left on device");
+}
+
+TEST(PutInPlace, a_folder_and_a_missing_folder_are_errors) {
+    const Sandbox sandbox;
+    EXPECT_EQ(error_of([&] { put_in_place(sandbox.folder(), "text"); }), "cannot be written: it is a folder");
+    EXPECT_EQ(error_of([&] { put_in_place(sandbox.path("absent/file"), "text"); }),
+              "cannot be written: no file can be made in its folder: No such file or directory");
+}
+
+}  // namespace

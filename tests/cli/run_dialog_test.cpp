@@ -1,0 +1,190 @@
+// The dialog's flags, and that nothing the dialog remembers changes a result.
+#include <gmock/gmock.h>
+
+#include "animations.h"
+#include "result.h"
+#include "sandbox.h"
+
+using test::asset_ids;
+using test::exflate;
+using test::Finished;
+using test::layer_names;
+using test::Sandbox;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+
+namespace {
+
+using Flags = std::vector<std::string>;
+
+Finished run(const Sandbox& sandbox, Flags flags) {
+    flags.push_back(sandbox.write("a.json", test::one_nest()));
+    return exflate(sandbox, flags);
+}
+
+Finished run(const Flags& flags) {
+    const Sandbox sandbox;
+    return run(sandbox, flags);
+}
+
+TEST(RunDialog, a_prefix_stands_in_front_of_each_name) {
+    EXPECT_THAT(layer_names(run({"--prefix", "fx"}).out), ElementsAre("Title", "fx_circle", "fx_square", "Background"));
+}
+
+TEST(RunDialog, the_nests_name_and_a_prefix_are_joined) {
+    EXPECT_THAT(layer_names(run({"--prepend-name"}).out),
+                ElementsAre("Title", "Intro_circle", "Intro_square", "Background"));
+    EXPECT_THAT(layer_names(run({"--prepend-name", "--prefix", "é"}).out),
+                ElementsAre("Title", "Intro_é_circle", "Intro_é_square", "Background"));
+}
+
+TEST(RunDialog, the_source_is_deleted_only_on_request) {
+    EXPECT_THAT(asset_ids(run({}).out), ElementsAre("comp_0"));
+    const Finished deleted = run({"--delete-source"});
+    EXPECT_THAT(asset_ids(deleted.out), IsEmpty());
+    EXPECT_EQ(deleted.err,
+              "a.json: 1 nest of composition \"Main\" un-nested, 2 layers made, 1 nested composition deleted\n");
+}
+
+TEST(RunDialog, a_source_that_is_used_elsewhere_is_kept_and_the_alert_shown_in_full) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::three_nests());
+    const Finished finished = exflate(sandbox, {"a.json", "--layer", "Left", "--delete-source"});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_EQ(finished.err,
+              "a.json: Source Not Deleted: The source could not be deleted because it is being used in other places\n"
+              "a.json: 1 nest of composition \"Main\" un-nested, 1 layer made, 1 nested composition kept\n");
+}
+
+TEST(RunDialog, a_kept_nest_stays_switched_off) {
+    const Finished finished = run({"--keep-in-comp"});
+    EXPECT_THAT(layer_names(finished.out),
+                testing::UnorderedElementsAre("Title", "circle", "square", "Intro", "Background"));
+    EXPECT_THAT(finished.out, HasSubstr("\"hd\":true"));
+}
+
+TEST(RunDialog, attributes_are_copied_unless_they_are_discarded) {
+    // The nest stands at 50, 40, as do the layers inside it.
+    const auto x_of_circle = [](const std::string& text) {
+        const rapidjson::Document document = test::parsed(text);
+        return document["layers"][1]["ks"]["p"]["k"][0].GetDouble();
+    };
+    EXPECT_EQ(x_of_circle(run({}).out), 100);
+    EXPECT_EQ(x_of_circle(run({"--copy-attributes"}).out), 100);
+    EXPECT_EQ(x_of_circle(run({"--discard-attributes"}).out), 50);
+}
+
+TEST(RunDialog, random_expressions_get_a_seed_only_on_request) {
+    std::string text = test::one_nest();
+    const std::string plain = R"("r":{"a":0,"k":0})";
+    text.replace(text.find(plain), plain.size(), R"x("r":{"a":0,"k":0,"x":"random(10)"})x");
+    const Sandbox sandbox;
+    sandbox.write("a.json", text);
+    EXPECT_THAT(exflate(sandbox, {"a.json", "--fix-random"}).out, HasSubstr("seedRandom("));
+    EXPECT_THAT(exflate(sandbox, {"a.json"}).out, testing::Not(HasSubstr("seedRandom(")));
+}
+
+TEST(RunDialog, a_prefix_of_50_bytes_is_taken) {
+    const std::string longest(50, 'p');
+    EXPECT_THAT(layer_names(run({"--prefix", longest}).out),
+                ElementsAre("Title", longest + "_circle", longest + "_square", "Background"));
+}
+
+TEST(RunDialog, a_prefix_of_51_bytes_is_refused_with_the_plug_ins_alert) {
+    std::string accents;
+    for (int i = 0; i < 26; ++i) accents += "é";
+    for (const std::string& prefix : {std::string(51, 'p'), accents, std::string(5000, 'p')}) {
+        const Sandbox sandbox;
+        const Finished finished = run(sandbox, {"--prefix", prefix, "-o", "out.json"});
+        EXPECT_EQ(finished.exit_code, 4);
+        EXPECT_THAT(finished.err,
+                    HasSubstr("a.json: Prefix Too Long: The prefix you set it too long. Please limit prefixes to 50 "
+                              "characters.\n"));
+        EXPECT_THAT(finished.err, testing::EndsWith("a.json: the plug-in's command changed nothing\n"));
+        EXPECT_THAT(sandbox.names(), ElementsAre("a.json"));
+    }
+}
+
+// All answers the dialog can be left with.
+std::vector<Flags> all_answers() {
+    std::vector<Flags> all;
+    for (const char* attributes : {"--copy-attributes", "--discard-attributes"}) {
+        for (const char* source : {"", "--delete-source", "--keep-in-comp"}) {
+            for (const char* name : {"", "--prepend-name"}) {
+                for (const char* random : {"", "--fix-random"}) {
+                    Flags flags = {attributes, std::string("--prefix=") + (*name == '\0' ? "" : "p")};
+                    for (const char* flag : {source, name, random}) {
+                        if (*flag != '\0') flags.emplace_back(flag);
+                    }
+                    all.push_back(flags);
+                }
+            }
+        }
+    }
+    return all;
+}
+
+TEST(RunDialog, whatever_was_answered_before_changes_nothing) {
+    const std::vector<Flags> all = all_answers();
+    ASSERT_EQ(all.size(), 24U);
+    std::vector<std::string> fresh;
+    for (const Flags& flags : all) fresh.push_back(run(flags).out);
+    const Sandbox sandbox;  // one settings folder for all that follow
+    for (std::size_t before = 0; before < all.size(); ++before) {
+        for (const std::size_t step : {1U, 5U, 12U, 19U}) {
+            const std::size_t now = (before + step) % all.size();
+            run(sandbox, all[before]);
+            EXPECT_EQ(run(sandbox, all[now]).out, fresh[now]) << "settings " << before << ", then " << now;
+        }
+    }
+}
+
+TEST(RunDialog, nothing_remembers_anything_without_a_home) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    const Finished finished = exflate(sandbox, {.arguments = {"a.json"}, .without_settings_folder = true});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_EQ(finished.out, run({}).out);
+    EXPECT_THAT(sandbox.names(), ElementsAre("a.json"));
+}
+
+TEST(RunDialog, the_settings_stand_in_the_home_folder_without_a_configuration_folder) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    const Finished finished = exflate(
+        sandbox,
+        {.arguments = {"a.json"}, .environment = {{"HOME", sandbox.folder()}}, .without_settings_folder = true});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_THAT(sandbox.names(".config/exflate"), testing::Contains("settings"));
+}
+
+TEST(RunDialog, settings_that_cannot_be_saved_are_told_and_change_nothing) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    const Finished finished = exflate(sandbox, {.arguments = {"a.json", "--prefix", "x"},
+                                                .environment = {{"XDG_CONFIG_HOME", "/dev/null"}},
+                                                .without_settings_folder = true});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_EQ(finished.out, run({"--prefix", "x"}).out);
+    EXPECT_THAT(finished.err, HasSubstr("/dev/null"));
+}
+
+TEST(RunDialog, boxes_that_grey_each_other_in_edited_settings_are_worked_all_the_same) {
+    const Sandbox sandbox;
+    const auto settings = [&](const std::string& text) {
+        std::string edited = text;
+        for (std::size_t at = 0; (at = edited.find("false", at)) != std::string::npos;) edited.replace(at, 5, "true");
+        return edited;
+    };
+    sandbox.write("a.json", test::one_nest());
+    const test::Start start = {
+        .arguments = {"a.json"}, .environment = {{"HOME", sandbox.folder()}}, .without_settings_folder = true};
+    const std::string fresh = exflate(sandbox, start).out;
+    const std::string saved = sandbox.read(".config/exflate/settings");
+    ASSERT_THAT(saved, HasSubstr("false"));
+    sandbox.write(".config/exflate/settings", settings(saved));
+    EXPECT_EQ(exflate(sandbox, start).out, fresh);
+}
+
+}  // namespace

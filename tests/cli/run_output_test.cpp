@@ -1,0 +1,228 @@
+// Where results go, and that nothing is ever half written.
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+
+#include "animations.h"
+#include "result.h"
+#include "sandbox.h"
+
+using test::exflate;
+using test::Finished;
+using test::layer_names;
+using test::Sandbox;
+using testing::AllOf;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::vector<std::string> kFlat = {"Title", "circle", "square", "Background"};
+
+ino_t identity(const fs::path& file) {
+    struct stat facts {};
+    stat(file.c_str(), &facts);
+    return facts.st_ino;
+}
+
+TEST(RunOutput, one_file_goes_to_standard_output_and_nothing_else_does) {
+    const Sandbox sandbox;
+    const Finished finished = exflate(sandbox, {sandbox.write("a.json", test::one_nest())});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_EQ(layer_names(finished.out), kFlat);
+    EXPECT_EQ(finished.err,
+              "a.json: 1 nest of composition \"Main\" un-nested, 2 layers made, 1 nested composition kept\n");
+    EXPECT_EQ(sandbox.read("a.json"), test::one_nest());
+    EXPECT_THAT(sandbox.names(), ElementsAre("a.json"));
+}
+
+TEST(RunOutput, a_pipe_gives_the_same_bytes_as_a_file) {
+    const Sandbox sandbox;
+    const Finished by_name = exflate(sandbox, {sandbox.write("a.json", test::one_nest())});
+    const Finished by_pipe = exflate(sandbox, {"-"}, test::one_nest());
+    EXPECT_EQ(by_pipe.exit_code, 0);
+    EXPECT_EQ(by_pipe.out, by_name.out);
+    EXPECT_THAT(by_pipe.err, testing::StartsWith("standard input: "));
+}
+
+TEST(RunOutput, the_same_run_gives_the_same_bytes) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::three_nests());
+    const std::vector<std::string> arguments = {"a.json", "--recursive", "--prefix", "x", "--fix-random"};
+    EXPECT_EQ(exflate(sandbox, arguments).out, exflate(sandbox, arguments).out);
+}
+
+TEST(RunOutput, o_names_the_file_and_a_dash_is_standard_output) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    const Finished to_file = exflate(sandbox, {"a.json", "-o", "b.json"});
+    EXPECT_EQ(to_file.exit_code, 0);
+    EXPECT_EQ(to_file.out, "");
+    EXPECT_THAT(to_file.err, HasSubstr("; written to b.json\n"));
+    EXPECT_EQ(exflate(sandbox, {"a.json", "-o", "-"}).out, sandbox.read("b.json"));
+    EXPECT_EQ(layer_names(sandbox.read("b.json")), kFlat);
+    EXPECT_THAT(sandbox.names(), ElementsAre("a.json", "b.json"));
+}
+
+TEST(RunOutput, in_place_replaces_each_file_and_keeps_mode_and_link) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    sandbox.write("real.json", test::one_nest());
+    chmod(sandbox.path("a.json").c_str(), 0640);
+    fs::create_symlink("real.json", sandbox.path("link.json"));
+    const Finished finished = exflate(sandbox, {"-i", "a.json", "link.json"});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_EQ(layer_names(sandbox.read("a.json")), kFlat);
+    EXPECT_EQ(static_cast<unsigned>(fs::status(sandbox.path("a.json")).permissions()), 0640U);
+    EXPECT_EQ(layer_names(sandbox.read("real.json")), kFlat);
+    EXPECT_TRUE(fs::is_symlink(sandbox.path("link.json")));
+    EXPECT_THAT(sandbox.names(), ElementsAre("a.json", "link.json", "real.json"));
+}
+
+TEST(RunOutput, a_folder_for_results_is_made_and_gets_every_file) {
+    const Sandbox sandbox;
+    fs::create_directory(sandbox.path("in"));
+    sandbox.write("in/a.json", test::one_nest());
+    sandbox.write("in/b.json", test::no_nest());
+    const Finished finished = exflate(sandbox, {"in/a.json", "in/b.json", "--out-dir", "out/deep"});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_EQ(layer_names(sandbox.read("out/deep/a.json")), kFlat);
+    EXPECT_EQ(sandbox.read("out/deep/b.json"), test::no_nest());
+    EXPECT_EQ(sandbox.read("in/a.json"), test::one_nest());
+}
+
+TEST(RunOutput, without_a_nest_the_input_is_written_unchanged) {
+    const Sandbox sandbox;
+    const std::string text = test::no_nest() + "\n";
+    const Finished finished = exflate(sandbox, {sandbox.write("a.json", text)});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_EQ(finished.out, text);
+    EXPECT_EQ(finished.err, "a.json: composition \"Main\" holds no nest: nothing to do\n");
+}
+
+TEST(RunOutput, without_a_nest_a_file_in_place_is_left_alone) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::no_nest());
+    const ino_t before = identity(sandbox.path("a.json"));
+    EXPECT_EQ(exflate(sandbox, {"-i", "a.json"}).exit_code, 0);
+    EXPECT_EQ(identity(sandbox.path("a.json")), before);
+}
+
+TEST(RunOutput, a_full_standard_output_is_an_error) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    fs::create_symlink("/dev/full", sandbox.path("full"));
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"a.json"}, {"list", "a.json"}, {"--help"}, {"--version"}}) {
+        const Finished finished = exflate(sandbox, {.arguments = arguments, .out_file = "full"});
+        EXPECT_EQ(finished.exit_code, 4);
+        EXPECT_THAT(finished.err, HasSubstr(": standard output cannot be written: No space left on device\n"));
+        EXPECT_THAT(finished.err, Not(HasSubstr("un-nested")));
+    }
+}
+
+TEST(RunOutput, a_reader_that_went_away_is_an_error_and_no_crash) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    const Finished finished = exflate(sandbox, {.arguments = {"a.json"}, .reader_is_gone = true});
+    EXPECT_EQ(finished.exit_code, 4);
+    EXPECT_EQ(finished.err, "a.json: standard output cannot be written: Broken pipe\n");
+}
+
+TEST(RunOutput, a_full_device_is_an_error) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    const Finished finished = exflate(sandbox, {"a.json", "-o", "/dev/full"});
+    EXPECT_EQ(finished.exit_code, 4);
+    EXPECT_EQ(finished.err, "a.json: '/dev/full' cannot be written: No space left on device\n");
+}
+
+TEST(RunOutput, a_full_disk_leaves_the_old_file_and_no_other) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    const Finished finished = exflate(sandbox, {.arguments = {"-i", "a.json"}, .most_bytes_per_file = 1000});
+    EXPECT_EQ(finished.exit_code, 4);
+    EXPECT_THAT(finished.err, HasSubstr("a.json: 'a.json' cannot be written: File too large\n"));
+    EXPECT_EQ(sandbox.read("a.json"), test::one_nest());
+    EXPECT_THAT(sandbox.names(), ElementsAre("a.json"));
+}
+
+TEST(RunOutput, a_full_disk_leaves_no_new_file_behind) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    const Finished finished = exflate(sandbox, {.arguments = {"a.json", "-o", "b.json"}, .most_bytes_per_file = 1000});
+    EXPECT_EQ(finished.exit_code, 4);
+    EXPECT_THAT(sandbox.names(), ElementsAre("a.json"));
+}
+
+TEST(RunOutput, a_place_that_cannot_be_written_is_an_error) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    const Finished missing = exflate(sandbox, {"a.json", "-o", "absent/b.json"});
+    EXPECT_EQ(missing.exit_code, 4);
+    EXPECT_EQ(missing.err,
+              "a.json: 'absent/b.json' cannot be written: no file can be made in its folder: No such file or "
+              "directory\n");
+    const Finished no_folder = exflate(sandbox, {"a.json", "--out-dir", "a.json"});
+    EXPECT_EQ(no_folder.exit_code, 4);
+    EXPECT_THAT(no_folder.err, HasSubstr("the folder 'a.json' cannot be made: Not a directory"));
+    const Finished folder = exflate(sandbox, {"a.json", "-o", "."});
+    EXPECT_EQ(folder.exit_code, 4);
+    EXPECT_EQ(folder.err, "a.json: '.' cannot be written: it is a folder\n");
+}
+
+TEST(RunOutput, a_bad_file_among_good_ones_gives_its_code_and_harms_none) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    sandbox.write("bad.json", "{\"v\":");
+    sandbox.write("c.json", test::one_nest());
+    const Finished finished = exflate(sandbox, {"-i", "a.json", "bad.json", "c.json"});
+    EXPECT_EQ(finished.exit_code, 3);
+    EXPECT_EQ(layer_names(sandbox.read("a.json")), kFlat);
+    EXPECT_EQ(sandbox.read("bad.json"), "{\"v\":");
+    EXPECT_EQ(layer_names(sandbox.read("c.json")), kFlat);
+}
+
+TEST(RunOutput, of_several_codes_the_highest_counts) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    sandbox.write("bad.json", "nonsense");
+    const Finished both = exflate(sandbox, {"--layer", "absent", "--out-dir", "out", "a.json", "bad.json"});
+    EXPECT_EQ(both.exit_code, 3);
+    EXPECT_THAT(both.err, AllOf(HasSubstr("a.json: composition \"Main\" has no layer named \"absent\""),
+                                HasSubstr("bad.json:1:")));
+}
+
+TEST(RunOutput, words_of_no_terminal_have_no_colours) {
+    const Sandbox sandbox;
+    const Finished finished = exflate(sandbox, {.arguments = {"absent.json"}, .environment = {{"TERM", "xterm"}}});
+    EXPECT_THAT(finished.err, Not(HasSubstr("\033")));
+}
+
+TEST(RunOutput, help_and_version_are_what_was_asked_for) {
+    const Sandbox sandbox;
+    const Finished help = exflate(sandbox, {"--help"});
+    EXPECT_EQ(help.exit_code, 0);
+    EXPECT_THAT(help.out, HasSubstr("exflate [run] FILE..."));
+    EXPECT_EQ(help.err, "");
+    const Finished version = exflate(sandbox, {"--version"});
+    EXPECT_EQ(version.exit_code, 0);
+    EXPECT_THAT(version.out, testing::MatchesRegex("exflate [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+}
+
+TEST(RunOutput, wrong_usage_is_one_sentence_and_code_2) {
+    const Sandbox sandbox;
+    const Finished finished = exflate(sandbox, {"a.json", "--delete-source", "--keep-in-comp"});
+    EXPECT_EQ(finished.exit_code, 2);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_EQ(std::count(finished.err.begin(), finished.err.end(), '\n'), 1);
+    EXPECT_THAT(finished.err, testing::StartsWith("exflate: "));
+}
+
+}  // namespace

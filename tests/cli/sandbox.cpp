@@ -1,0 +1,126 @@
+// A folder of its own for a test, and programs run in it as people run them.
+#include "sandbox.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <fstream>
+#include <iterator>
+
+namespace test {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path make_folder() {
+    std::string name = (fs::path(testing::TempDir()) / "exflate-test-XXXXXX").string();
+    if (mkdtemp(name.data()) == nullptr) throw std::runtime_error("no temporary folder can be made");
+    return name;
+}
+
+std::string read_file(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+void write_file(const fs::path& file, const std::string& text) {
+    std::ofstream(file, std::ios::binary) << text;
+}
+
+// In the child: descriptor `as` becomes the opened file.
+void open_as(int as, const fs::path& file, int flags) {
+    const int fd = open(file.c_str(), flags, 0666);
+    if (fd < 0 || dup2(fd, as) < 0) _exit(99);
+}
+
+// In the child: the writing end of a pipe whose reading end is closed.
+void open_broken_pipe(int as) {
+    int ends[2];
+    if (pipe(ends) != 0 || close(ends[0]) != 0 || dup2(ends[1], as) < 0) _exit(99);
+}
+
+std::vector<char*> pointers(std::vector<std::string>& texts) {
+    std::vector<char*> result;
+    for (std::string& text : texts) result.push_back(text.data());
+    result.push_back(nullptr);
+    return result;
+}
+
+}  // namespace
+
+Sandbox::Sandbox() : folder_(make_folder()), own_(make_folder()) {}
+
+Sandbox::~Sandbox() {
+    std::error_code ignored;
+    fs::remove_all(folder_, ignored);
+    fs::remove_all(own_, ignored);
+}
+
+std::string Sandbox::write(const std::string& name, const std::string& text) const {
+    write_file(path(name), text);
+    return name;
+}
+
+std::string Sandbox::read(const std::string& name) const {
+    return read_file(path(name));
+}
+
+std::vector<std::string> Sandbox::names(const std::string& sub_folder) const {
+    std::vector<std::string> result;
+    for (const auto& entry : fs::directory_iterator(path(sub_folder))) result.push_back(entry.path().filename());
+    std::sort(result.begin(), result.end());
+    return result;
+}
+
+Finished Sandbox::run(const std::string& program, const Start& start) const {
+    write_file(own_ / "in", start.input);
+    std::vector<std::string> arguments = {program};
+    arguments.insert(arguments.end(), start.arguments.begin(), start.arguments.end());
+    std::vector<std::string> environment = {std::string("PATH=") + std::getenv("PATH")};
+    if (!start.without_settings_folder) environment.push_back("XDG_CONFIG_HOME=" + (own_ / "config").string());
+    for (const auto& [name, value] : start.environment) environment.push_back(name + '=' + value);
+    const fs::path out = start.out_file.empty() ? own_ / "out" : folder_ / start.out_file;
+
+    const pid_t child = fork();
+    if (child == 0) {
+        if (chdir(folder_.c_str()) != 0) _exit(99);
+        open_as(STDIN_FILENO, own_ / "in", O_RDONLY);
+        if (start.reader_is_gone) {
+            open_broken_pipe(STDOUT_FILENO);
+        } else {
+            open_as(STDOUT_FILENO, out, O_WRONLY | O_CREAT | O_TRUNC);
+        }
+        open_as(STDERR_FILENO, own_ / "err", O_WRONLY | O_CREAT | O_TRUNC);
+        if (start.most_bytes_per_file >= 0) {
+            const auto most = static_cast<rlim_t>(start.most_bytes_per_file);
+            const rlimit limit = {most, most};
+            std::signal(SIGXFSZ, SIG_IGN);  // the write fails instead
+            if (setrlimit(RLIMIT_FSIZE, &limit) != 0) _exit(99);
+        }
+        execve(program.c_str(), pointers(arguments).data(), pointers(environment).data());
+        _exit(98);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    Finished finished;
+    finished.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
+    if (start.out_file.empty() && !start.reader_is_gone) finished.out = read_file(out);
+    finished.err = read_file(own_ / "err");
+    return finished;
+}
+
+Finished exflate(const Sandbox& sandbox, const std::vector<std::string>& arguments, const std::string& input) {
+    return exflate(sandbox, {.arguments = arguments, .input = input});
+}
+
+Finished exflate(const Sandbox& sandbox, const Start& start) {
+    return sandbox.run(EXFLATE_COMMAND, start);
+}
+
+}  // namespace test

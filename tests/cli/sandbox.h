@@ -1,0 +1,53 @@
+// A folder of its own for a test, and programs run in it as people run them.
+#pragma once
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace test {
+
+struct Finished {
+    int exit_code = -1;  // 128 + the number of the signal that ended it
+    std::string out;
+    std::string err;
+};
+
+// How a program is started; what is left empty is ordinary.
+struct Start {
+    std::vector<std::string> arguments = {};
+    std::string input = {};                               // of standard input
+    std::map<std::string, std::string> environment = {};  // beside PATH and XDG_CONFIG_HOME
+    std::string out_file = {};                            // standard output goes here instead of being kept
+    bool without_settings_folder = false;                 // neither XDG_CONFIG_HOME nor HOME
+    bool reader_is_gone = false;                          // standard output is a pipe that nobody reads
+    long most_bytes_per_file = -1;                        // no file can grow beyond
+};
+
+class Sandbox {
+  public:
+    Sandbox();
+    ~Sandbox();
+    Sandbox(const Sandbox&) = delete;
+
+    const std::filesystem::path& folder() const { return folder_; }
+    std::filesystem::path path(const std::string& name) const { return folder_ / name; }
+    // Returns the name, to be used as an argument: programs run in the folder.
+    std::string write(const std::string& name, const std::string& text) const;
+    std::string read(const std::string& name) const;
+    // Names of everything in the folder but the sandbox's own files, sorted.
+    std::vector<std::string> names(const std::string& sub_folder = ".") const;
+
+    Finished run(const std::string& program, const Start& start) const;
+
+  private:
+    std::filesystem::path folder_;
+    std::filesystem::path own_;  // settings and kept streams
+};
+
+// The command under test.
+Finished exflate(const Sandbox& sandbox, const std::vector<std::string>& arguments, const std::string& input = "");
+Finished exflate(const Sandbox& sandbox, const Start& start);
+
+}  // namespace test
