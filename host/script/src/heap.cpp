@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-// Asked by the engine every 256 K instructions, and then again until the script has been unwound.
+// Asked by the engine every few hundred instructions, and then again until the script has been unwound.
 extern "C" int host_script_must_end(void* heap_udata) {
     return static_cast<host::script::Heap*>(heap_udata)->must_end() ? 1 : 0;
 }
@@ -20,8 +20,8 @@ union BlockHeader {
     std::max_align_t alignment;
 };
 
-// Between the limit, beyond which a script is ended at the next check, and the amount from which on memory is refused. A
-// refusal is slow: the engine tries to shrink every object it has before it gives up.
+// Between the limit, beyond which a script is ended at the next check, and the amount from which on memory is refused.
+// A refusal is slow: the engine tries to shrink every object it has before it gives up.
 constexpr std::size_t kReserve = std::size_t{64} << 20;
 
 // Everything runs in protected calls, so only a damaged heap gets here.

@@ -27,7 +27,6 @@ class Heap {
     RunClock& clock() { return clock_; }
     bool time_is_up() const { return clock_.time_is_up(); }
 
-    
     std::size_t limit() const { return limit_; }
     // Whether the run has to stop. Once true, it stays so until the run's end.
     bool must_end();
