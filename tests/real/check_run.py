@@ -18,6 +18,13 @@ def run(exflate, *arguments):
     return subprocess.run([exflate, *arguments], capture_output=True, check=False)
 
 
+class Input:
+    def __init__(self, text):
+        self.text = text
+        self.comps = compositions(parse(text))
+        self.slices = layer_slices(text)
+
+
 class Failures:
     def __init__(self):
         self.count = 0
@@ -46,33 +53,32 @@ def may_change(before_comp, nest_at, extracted):
     return places
 
 
-def check_untouched(failures, before_text, after_text, comp_key, nest_at, what):
+def check_untouched(failures, before, after_text, comp_key, nest_at, what):
     """Every layer of the input, but those that the run may rewrite, stands in the output with its very bytes."""
-    before_comps, after_comps = compositions(parse(before_text)), compositions(parse(after_text))
-    before_slices, after_slices = layer_slices(before_text), layer_slices(after_text)
-    compared = 0
-    for key, comp in before_comps.items():
-        if key not in after_comps:
-            failures.expect(False, what, f"composition {key} is gone")
-            continue
-        allowed = set()
+    compared, found_at = 0, 0
+    for key, comp in before.comps.items():
+        allowed, names = set(), set()
         if key == comp_key:
-            source = before_comps.get(comp["layers"][nest_at].get("refId"), {"layers": []})
+            source = before.comps.get(comp["layers"][nest_at].get("refId"), {"layers": []})
             allowed = may_change(comp, nest_at, len(source["layers"]))
-        after_set = set(after_slices[key])
-        expressions_name = {layer.get("nm") for layer in comp["layers"]} if key == comp_key else set()
-        for place, text in enumerate(before_slices[key]):
+            names = {layer.get("nm") for layer in comp["layers"]}
+        for place, text in enumerate(before.slices[key]):
             if place in allowed:
                 continue
             compared += 1
-            if text in after_set:
+            # Layers mostly stand in the order they stood in: look on from the last one first.
+            at = after_text.find(text, found_at)
+            if at < 0:
+                at = after_text.find(text)
+            if at >= 0:
+                found_at = at
                 continue
-            named = any(f"'{name}'" in text or f'\\"{name}\\"' in text for name in expressions_name)
+            named = any(f"'{name}'" in text or f'\\"{name}\\"' in text for name in names)
             failures.expect(named, what, f"layer {place + 1} of {key} changed: {text[:120]}")
     return compared
 
 
-def check_output(failures, exflate, file, before_text, arguments, what):
+def check_output(failures, exflate, file, arguments, what):
     """Runs twice; returns the output text if all that holds for any run holds."""
     first = run(exflate, "run", file, *arguments)
     if not failures.expect(first.returncode == 0, what, f"exit {first.returncode}: {first.stderr.decode()[-300:]}"):
@@ -93,10 +99,9 @@ def check_output(failures, exflate, file, before_text, arguments, what):
 def main():
     exflate, file = sys.argv[1:]
     with open(file, encoding="utf-8", newline="") as stream:
-        before_text = stream.read()
+        before = Input(stream.read())
     failures, runs, compared = Failures(), 0, 0
-    main_comp = compositions(parse(before_text))
-    for key, comp in main_comp.items():
+    for key, comp in before.comps.items():
         for place, layer in enumerate(comp["layers"]):
             if layer.get("ty") != "0":
                 continue
@@ -105,11 +110,11 @@ def main():
                 arguments = ["--layer", f"#{place + 1}", mode]
                 if key is not None:
                     arguments += ["--comp", key]
-                text = check_output(failures, exflate, file, before_text, arguments, what)
+                text = check_output(failures, exflate, file, arguments, what)
                 runs += 1
                 if text is not None:
-                    compared += check_untouched(failures, before_text, text, key, place, what)
-    text = check_output(failures, exflate, file, before_text, ["--recursive"], "recursive")
+                    compared += check_untouched(failures, before, text, key, place, what)
+    text = check_output(failures, exflate, file, ["--recursive"], "recursive")
     runs += 1
     if text is not None:
         nests = [layer for layer in parse(text)["layers"] if layer.get("ty") == "0"]
