@@ -1,4 +1,6 @@
 // Applying effects anew, with parameters, keyframes and expressions.
+#include <algorithm>
+
 #include "operation_test.h"
 
 class Effects : public OperationTest {
@@ -53,7 +55,6 @@ TEST_F(Effects, static_parameter_is_copied_and_the_input_layer_is_not) {
 
 TEST_F(Effects, keyframe_is_inserted_at_the_index_that_the_host_gives) {
     key(blur(1)->parameters[1], AEGP_StreamType_TwoD_SPATIAL, 2, AEGP_KeyframeFlag_ROVING | 1);
-    const std::string target = "above.new5#1";
     EXPECT_EQ(copy(), A_Err_NONE);
     const auto first = std::find(host.calls.begin(), host.calls.end(), "Stream4.IsStreamTimevarying(nest.blur#1)");
     const auto last = std::find(host.calls.begin(), host.calls.end(), "Stream4.CanVaryOverTime(nest.blur#1)");

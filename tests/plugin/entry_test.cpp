@@ -1,5 +1,8 @@
 // The entry point and the menu callback.
 #include "Exflate.h"
+
+#include <algorithm>
+
 #include "operation_test.h"
 
 class Entry : public OperationTest {

@@ -1,0 +1,102 @@
+// The command when calls fail or suites are missing.
+#include <algorithm>
+#include <clocale>
+
+#include "command_fixture.h"
+
+TEST_F(Command, reports_the_first_failure_and_closes_the_group) {
+    // Every call of a full run fails once. Dropped results let the run go on, so the calls after are not counted here.
+    host.layer_stream(nest, 1)->time_varying = true;
+    nest->is_3d = true;
+    host.add_effect(nest, "blur", 5, 2);
+    answer = "[true,true,false,\"fx\",true,true]";
+    const std::vector<fake::Layer*> layers = main->layers;
+    const std::vector<fake::Item*> items = host.items;
+    int swept = 0;
+    int dropped = 0;
+    for (int n = 1;; ++n) {
+        main->layers = layers;
+        host.items = items;
+        host.forget_calls();
+        host.fail_at = n;
+        const A_Err err = run();
+        if (static_cast<int>(host.calls.size()) < n) break;
+        ++swept;
+        EXPECT_EQ(host.held, 0);
+        const std::string& failed = host.calls[static_cast<std::size_t>(n) - 1];
+        if (err == A_Err_NONE) {
+            ++dropped;
+            // Reading names while renaming, repairs, and effects copied to one layer.
+            EXPECT_TRUE(failed.find("GetLayerName") != std::string::npos ||
+                        failed.find("autoFix") != std::string::npos || failed.find("blur") != std::string::npos ||
+                        failed.find("new5") != std::string::npos || failed.find("Effect3") != std::string::npos ||
+                        failed.find("DisposeStreamValue") != std::string::npos)
+                << failed;
+        } else {
+            EXPECT_EQ(err, fake::Host::kInjected) << failed;
+            EXPECT_EQ(host.count_of("EndUndoGroup"), host.count_of("StartUndoGroup") + (n == 3 ? 1 : 0)) << failed;
+            EXPECT_TRUE(n <= 2 || host.calls.back() == "Utility6.EndUndoGroup()" || host.calls.back() == failed)
+                << failed;
+        }
+    }
+    EXPECT_GT(swept, 400);
+    EXPECT_GT(dropped, 20);
+}
+
+TEST_F(Command, failed_end_of_the_group_is_returned_when_nothing_else_failed) {
+    host.fail_on = "EndUndoGroup";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()");
+}
+
+TEST_F(Command, still_ends_a_group_that_could_not_be_started) {
+    host.fail_on = "StartUndoGroup";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()");
+}
+
+TEST_F(Command, reads_the_precomp_layers_name_even_after_a_failure) {
+    answer = "[false,false,false,\"\",true,false]";
+    host.fail_on = "NewCollection(";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    const auto failed = std::find(host.calls.begin(), host.calls.end(), "Collection2.NewCollection(7)");
+    EXPECT_THAT(std::vector<std::string>(failed + 1, host.calls.end()),
+                ElementsAre("Layer5.GetLayerName(nest, own, null)", "Utility6.EndUndoGroup()"));
+}
+
+TEST_F(Command, makes_no_call_for_the_layers_after_a_failed_one) {
+    fake::Layer* twin = host.add_layer(main, "twin", inner->item);
+    main->selection = {nest, twin};
+    host.fail_on = "CreateNullInComp";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.count_of("GetCollectionItemByIndex(collection1, 1)"), 0);
+}
+
+TEST_F(Command, missing_suite_of_its_own_leaves_the_group_open) {
+    // First acquired by the driver itself, to delete the layer.
+    answer = kDiscard;
+    host.refused = {"AEGP Comp Suite 14"};
+    EXPECT_EQ(run(), 516);
+    EXPECT_EQ(host.count_of("EndUndoGroup"), 0);
+}
+
+TEST_F(Command, missing_suite_of_an_operation_is_an_ordinary_failure) {
+    host.refused = {"AEGP Comp Suite 25"};
+    EXPECT_EQ(run(), 516);
+    EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()");
+}
+
+TEST_F(Command, missing_suite_for_effects_or_repairs_lets_the_run_go_on) {
+    host.add_effect(nest, "blur", 5, 2);
+    host.refused = {"AEGP Effect Suite 3"};
+    EXPECT_EQ(run(), A_Err_NONE);
+}
+
+TEST_F(Command, lets_no_exception_out) {
+    // The layer's name holds what UTF-8 decoding lets through and encoding does not.
+    ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
+    answer = "[false,false,false,\"fx\",false,false]";
+    a->label = "\xf4\x90\x80\x80";
+    EXPECT_EQ(run(), A_Err_GENERIC);
+    std::setlocale(LC_CTYPE, "C");
+}
