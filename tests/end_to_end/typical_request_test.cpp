@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <fstream>
+#include <map>
 #include <string>
 
 #include "whole_run.h"
@@ -46,6 +47,23 @@ TEST(TypicalRequest, makes_exactly_the_approved_calls) {
     for (const std::string& line : whole.trace()) trace += line + "\n";
     std::ofstream("typical_request.trace", std::ios::binary) << trace;  // beside the test program, to look at a difference
     EXPECT_EQ(trace, end_to_end::read_file(GOLDEN "/typical_request.trace"));
+}
+
+TEST(TypicalRequest, keeps_what_it_keeps_on_purpose_and_gives_everything_else_back) {
+    end_to_end::WholeRun whole(kAnimation);
+    ASSERT_FALSE(whole.run(whole.document().main_comp(), {1},
+                           {click("Attempt to correct layers with randomized expressions"), click("Ok")})
+                     .has_failed());
+    std::map<std::string, int> kept;
+    for (const auto& thing : whole.session().suites().ledger().never_disposed) ++kept[thing.made_by];
+    EXPECT_EQ(kept, (std::map<std::string, int>{
+                        {"CompSuite4.AEGP_GetNewCollectionFromCompSelection", 1},  // the run's selection
+                        {"UtilitySuite6.AEGP_ExecuteScript", 1},                   // the dialog's result
+                        {"StreamSuite4.AEGP_GetNewLayerStream", 12},  // a seed is looked for in six streams of two layers
+                    }));
+    EXPECT_EQ(whole.session().suites().ledger().freed_while_locked.size(), 1u);  // the expression that got its seed
+    EXPECT_TRUE(whole.session().suites().ledger().used_after_disposal.empty());
+    EXPECT_TRUE(whole.session().suites().suites_held().empty());
 }
 
 TEST(TypicalRequest, leaves_the_layers_in_place_of_the_nest_under_a_null_that_moves) {

@@ -12,10 +12,10 @@ namespace end_to_end {
 WholeRun::WholeRun(std::string animation, host::model::HostRules rules)
     : document_(host::lottie::Document::read(std::move(animation), rules)),
       module_(PLUGIN_MODULE),
-      session_(module_, document_.project(), settings_, driver_) {
+      session_(document_.project(), settings_, driver_) {
     host::runner::use_utf8_locale();
     session_.suites().add_observer(tracer_);
-    if (session_.start().has_failed()) throw std::runtime_error("the plug-in does not start");
+    if (session_.start(module_).has_failed()) throw std::runtime_error("the plug-in does not start");
 }
 
 host::runner::Outcome WholeRun::run(host::model::Comp& comp, const std::vector<int>& selected,
