@@ -40,22 +40,22 @@ int AssetGraph::asset_of(const std::string& id) const {
 
 int AssetGraph::source_of(const ScannedComp& comp, std::size_t index) const {
     const ScannedLayer& layer = comp.list[index];
-    const std::string who =
-        "Layer " + std::to_string(index + 1) + " (" + quoted_name(decode_string(layer.name.of(text_))) + ")";
-    const std::string pointer = outline_.layer_pointer(comp, index);
-    if (layer.ref_id.empty()) {
-        refuse(text_, layer.text.begin, pointer,
-               who + " shows a composition but does not say which: it lacks \"refId\".");
-    }
+    const auto refuse_layer = [&](Slice at, const std::string& pointer_tail, const std::string& fault) {
+        refuse(text_, at.begin, outline_.layer_pointer(comp, index) + pointer_tail,
+               "Layer " + std::to_string(index + 1) + " (" + quoted_name(decode_string(layer.name.of(text_))) + ") " +
+                   fault);
+    };
+    if (layer.ref_id.empty())
+        refuse_layer(layer.text, "", "shows a composition but does not say which: it lacks \"refId\".");
     const std::string id = decode_string(layer.ref_id.of(text_));
     const int asset = asset_of(id);
     if (asset < 0) {
-        refuse(text_, layer.ref_id.begin, pointer + "/refId",
-               who + " shows the composition " + quoted_name(id) + ", but no asset has that \"id\".");
+        refuse_layer(layer.ref_id, "/refId",
+                     "shows the composition " + quoted_name(id) + ", but no asset has that \"id\".");
     }
     if (outline_.assets[static_cast<std::size_t>(asset)].comp < 0) {
-        refuse(text_, layer.ref_id.begin, pointer + "/refId",
-               who + " shows the asset " + quoted_name(id) + " as a composition, but that has no \"layers\".");
+        refuse_layer(layer.ref_id, "/refId",
+                     "shows the asset " + quoted_name(id) + " as a composition, but that has no \"layers\".");
     }
     return asset;
 }

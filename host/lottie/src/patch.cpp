@@ -38,16 +38,35 @@ std::string SequenceEdit::separator() const {
     return "," + std::string(Slice{container_.begin + 1, units_[0].begin}.of(text_));
 }
 
-void SequenceEdit::apply(Patch& patch) const {
-    const bool is_empty = units_.empty();
+// What stands between the unit that stays last before `unit` (none: the opening bracket) and `unit` itself (beyond the
+// last: the closing bracket), with `inserted` in it.
+std::string SequenceEdit::gap_text(std::optional<std::size_t> before, std::size_t unit,
+                                   const std::vector<std::string>& inserted) const {
+    const bool is_end = unit == units_.size();
     const std::string between = separator();
-    const Slice head{container_.begin + 1, is_empty ? container_.begin + 1 : units_.front().begin};
-    const Slice tail{is_empty ? container_.end - 1 : units_.back().end, container_.end - 1};
+    std::string text;
+    if (!before) {
+        if (is_end && inserted.empty()) return text;
+        if (!units_.empty()) text = Slice{container_.begin + 1, units_.front().begin}.of(text_);
+    }
+    bool needs_separator = before.has_value();
+    for (const std::string& added : inserted) {
+        text += (needs_separator ? between : "") + added;
+        needs_separator = true;
+    }
+    if (is_end) {
+        text += Slice{units_.empty() ? container_.begin + 1 : units_.back().end, container_.end - 1}.of(text_);
+    } else if (before) {
+        text += Slice{units_[*before].end, units_[*before + 1].begin}.of(text_);
+    } else if (needs_separator) {
+        text += between;
+    }
+    return text;
+}
 
-    // The gap in front of unit i reaches back to the last unit that stays.
-    std::uint32_t gap_begin = container_.begin + 1;
-    bool is_first = true;  // nothing stays before the gap
-    bool is_changed = false;
+void SequenceEdit::apply(Patch& patch) const {
+    std::optional<std::size_t> before;  // the last unit that stays
+    bool is_changed = false;            // since then
     std::vector<std::string> inserted;
     for (std::size_t i = 0; i <= units_.size(); ++i) {
         is_changed = is_changed || !inserted_[i].empty();
@@ -58,21 +77,12 @@ void SequenceEdit::apply(Patch& patch) const {
             continue;
         }
         if (is_changed) {
-            std::string text(is_first ? head.of(text_) : std::string_view());
-            bool needs_separator = !is_first;
-            for (const std::string& unit : inserted) {
-                text += (needs_separator ? between : "") + unit;
-                needs_separator = true;
-            }
-            if (!is_end && needs_separator) text += between;
-            const bool stays_empty = is_end && is_first && inserted.empty();
-            if (stays_empty) text.clear();
-            if (is_end && !stays_empty) text += tail.of(text_);
-            patch.replace({gap_begin, is_end ? container_.end - 1 : units_[i].begin}, std::move(text));
+            const Slice gap{before ? units_[*before].end : container_.begin + 1,
+                            is_end ? container_.end - 1 : units_[i].begin};
+            patch.replace(gap, gap_text(before, i, inserted));
         }
-        if (is_end) break;
-        gap_begin = units_[i].end;
-        is_first = is_changed = false;
+        before = i;
+        is_changed = false;
         inserted.clear();
     }
 }

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,6 +54,9 @@ class SequenceEdit {
     void apply(Patch& patch) const;
 
   private:
+    std::string gap_text(std::optional<std::size_t> before, std::size_t unit,
+                         const std::vector<std::string>& inserted) const;
+
     std::string_view text_;
     Slice container_;
     std::vector<Slice> units_;

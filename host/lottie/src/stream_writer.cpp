@@ -17,7 +17,7 @@ namespace {
 using model::Layer;
 using model::Stream;
 
-constexpr std::array<std::string_view, 8> kTransformOrder = {"o", "r", "rx", "ry", "rz", "or", "p", "a"};
+constexpr std::array<std::string_view, 9> kTransformOrder = {"o", "rx", "ry", "r", "rz", "or", "p", "a", "s"};
 constexpr std::size_t kSpaceDimensions = 3;
 
 // Exporters say of a layer's place how many of its numbers count.
