@@ -2,6 +2,7 @@
 #include "cli/file_io.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -9,6 +10,7 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <initializer_list>
 #include <utility>
 
 namespace cli {
@@ -104,7 +106,25 @@ void write_directly(const fs::path& file, std::string_view bytes) {
     if (!fd.close()) throw IoError("cannot be written: " + reason());
 }
 
+// While it lives, the usual ways to end a program wait, so that no temporary file stays behind.
+class EndingWaits {
+  public:
+    EndingWaits() {
+        sigset_t endings;
+        sigemptyset(&endings);
+        for (const int signal : {SIGHUP, SIGINT, SIGTERM}) sigaddset(&endings, signal);
+        sigprocmask(SIG_BLOCK, &endings, &before_);
+    }
+    ~EndingWaits() { sigprocmask(SIG_SETMASK, &before_, nullptr); }
+    EndingWaits(const EndingWaits&) = delete;
+    EndingWaits& operator=(const EndingWaits&) = delete;
+
+  private:
+    sigset_t before_;
+};
+
 void replace(const fs::path& file, const struct stat* old, std::string_view bytes) {
+    const EndingWaits whole_or_nothing;
     const fs::path folder = folder_of(file);
     std::string temporary = (folder / ("." + file.filename().string() + ".XXXXXX")).string();
     Descriptor fd(::mkostemp(temporary.data(), O_CLOEXEC));
@@ -148,16 +168,13 @@ void make_folder(const fs::path& folder) {
 }
 
 void put_in_place(const fs::path& file, std::string_view bytes) {
-    const fs::path real = follow_links(file);
     struct stat old {};
-    if (::stat(real.c_str(), &old) != 0) {
-        replace(real, nullptr, bytes);
-    } else if (S_ISREG(old.st_mode)) {
-        replace(real, &old, bytes);
-    } else if (S_ISDIR(old.st_mode)) {
-        throw IoError("cannot be written: it is a folder");
+    const bool exists = ::stat(file.c_str(), &old) == 0;
+    if (exists && S_ISDIR(old.st_mode)) throw IoError("cannot be written: it is a folder");
+    if (exists && !S_ISREG(old.st_mode)) {
+        write_directly(file, bytes);
     } else {
-        write_directly(real, bytes);
+        replace(follow_links(file), exists ? &old : nullptr, bytes);
     }
 }
 

@@ -42,13 +42,20 @@ class Run {
             unnest_and_write(file, record);
             return ExitCode::done;
         } catch (const Failure& failure) {
-            tell_messages(console_, name, record);
-            tell_failure(console_, name, record, failure);
-            return failure.code();
+            return tell(name, record, failure);
+        } catch (
+            const std::exception& unforeseen) {  // out of memory, a file that only its content's reader finds wanting
+            return tell(name, record, Failure(ExitCode::failed, unforeseen.what()));
         }
     }
 
   private:
+    ExitCode tell(const std::string& name, const Record& record, const Failure& failure) const {
+        tell_messages(console_, name, record);
+        tell_failure(console_, name, record, failure);
+        return failure.code();
+    }
+
     void unnest_and_write(const std::string& file, Record& record) {
         const std::string name = shown_name(file);
         const std::string input = read_input(file);

@@ -3,6 +3,7 @@
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "sandbox.h"
 
@@ -90,6 +91,17 @@ TEST(PutInPlace, a_device_is_written_into) {
     put_in_place("/dev/null", "text");
     EXPECT_TRUE(fs::is_character_file("/dev/null"));
     EXPECT_EQ(error_of([] { put_in_place("/dev/full", "text"); }), "cannot be written: No space left on device");
+}
+
+TEST(PutInPlace, a_pipe_behind_a_link_of_the_system_is_written_into) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    put_in_place("/dev/fd/" + std::to_string(ends[1]), "text");
+    char bytes[4];
+    EXPECT_EQ(read(ends[0], bytes, sizeof bytes), 4);
+    EXPECT_EQ(std::string(bytes, 4), "text");
+    close(ends[0]);
+    close(ends[1]);
 }
 
 TEST(PutInPlace, a_folder_and_a_missing_folder_are_errors) {
