@@ -101,6 +101,31 @@ TEST(Renames, reach_expressions_that_nobody_has_read_yet_and_effects_and_streams
     EXPECT_EQ(late.expression_streams(), std::vector<Stream*>{inside});
 }
 
+TEST(Renames, reach_unread_copies_and_unread_layers_that_undo_brought_back) {
+    ExpressionScene scene;
+    Layer& original = scene.other.load_layer(LayerKind::vector, nullptr);
+    const auto content = std::make_shared<TestContent>([](Layer& layer) {
+        auto data = std::make_shared<StreamData>();
+        data->expression = "thisComp.layer('A')";
+        layer.load_stream(kOpacity, std::move(data));
+    });
+    content->expressions = true;
+    original.set_content(content);
+    Layer& copy = scene.comp.copy_layer_here(original);
+    Layer& revived = scene.comp.copy_layer_here(original);
+    revived.remove();
+    scene.a.rename("New");
+    EXPECT_TRUE(copy.is_content_loaded());
+    EXPECT_EQ(text(copy.stream(kOpacity)), "thisComp.layer('New')");
+    EXPECT_FALSE(revived.is_content_loaded());
+    scene.project.undo().undo();
+    scene.project.undo().undo();
+    scene.a.rename("Newer");
+    EXPECT_TRUE(revived.is_content_loaded());
+    EXPECT_EQ(text(revived.stream(kOpacity)), "thisComp.layer('Newer')");
+    EXPECT_EQ(text(original.stream(kOpacity)), "thisComp.layer('A')");
+}
+
 TEST(Renames, leave_expressions_of_deleted_layers_alone) {
     ExpressionScene scene;
     Stream& stream = scene.with("thisComp.layer('A')");
