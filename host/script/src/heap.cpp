@@ -1,6 +1,7 @@
 // The memory and the time that scripts may use: allocation functions that count, and the check that ends endless loops.
 #include "heap.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
@@ -32,9 +33,10 @@ constexpr std::size_t kReserve = std::size_t{64} << 20;
 
 }  // namespace
 
-Heap::Heap(const Limits& limits, Host& host) : host_(host), clock_(limits.time), limit_(limits.memory) {
+Heap::Heap(const Limits& limits, Host& host)
+    : host_(host), clock_(limits.time), limit_(limits.memory), allowed_(limits.memory) {
     ctx_ = duk_create_heap(allocate, reallocate, release, this, die);
-    if (ctx_ == nullptr) throw std::runtime_error("the memory limit of scripts is too small to start the engine");
+    if (ctx_ == nullptr) throw std::runtime_error("there is no memory to start the script engine");
 }
 
 Heap::~Heap() {
@@ -56,11 +58,13 @@ Heap& Heap::of(duk_context* ctx) {
 
 void Heap::begin_run() {
     out_of_memory_ = false;
+    // What earlier runs left behind must not keep this one from starting, or from clearing up.
+    allowed_ = std::max(limit_, used_ + kReserve / 4);
     clock_.restart();
 }
 
 bool Heap::must_end() {
-    if (used_ > limit_) out_of_memory_ = true;
+    if (used_ > allowed_) out_of_memory_ = true;
     return out_of_memory_ || time_is_up();
 }
 

@@ -15,7 +15,7 @@ class Host;
 // Owns the Duktape heap. Its address is the heap's user data, so it stays where it was made.
 class Heap {
   public:
-    // Throws std::runtime_error when the limit leaves no room for an empty environment.
+    // Throws std::runtime_error when there is no memory for an empty environment.
     Heap(const Limits& limits, Host& host);
     ~Heap();
     Heap(const Heap&) = delete;
@@ -45,7 +45,8 @@ class Heap {
 
     Host& host_;
     RunClock clock_;
-    std::size_t limit_;
+    const std::size_t limit_;
+    std::size_t allowed_;  // in this run
     std::size_t used_ = 0;
     bool out_of_memory_ = false;
     duk_context* ctx_ = nullptr;

@@ -42,8 +42,7 @@ struct Limits {
 // the classes of items and layers. No file, network, process or environment variable can be reached from them.
 class Engine {
   public:
-    // Everything given here must outlive the engine. Throws std::runtime_error when the memory limit is too small even
-    // for the empty environment.
+    // Everything given here must outlive the engine. Throws std::runtime_error when there is no memory to start with.
     Engine(model::Project& project, Settings& settings, DialogDriver& driver,
            std::function<void(const Alert&)> on_alert, Limits limits = {});
     ~Engine();

@@ -1,6 +1,10 @@
 // What the files about script classes of dialogs share.
 #pragma once
 
+#include <array>
+#include <optional>
+#include <string>
+
 #include <duktape.h>
 
 #include "bind.h"
@@ -22,6 +26,8 @@ class HandlerCaller : public EventSink {
 
 // Elements of one engine that exist at the same time; they live outside the memory that is limited.
 inline constexpr std::size_t kMostElements = 100'000;
+// Called before an element is made; an error when there are too many.
+void count_new_element(Call& call);
 
 void push_element(Call& call, const Element* element);
 // The element an argument stands for; null when it is none.
@@ -29,9 +35,19 @@ Element* element_argument(Call& call, duk_idx_t i);
 Window& self_window(Call& call);
 // Puts a new element's object where scripts look for it: into the parent's children and under its name.
 void attach_object(Call& call, Element& element);
-// Creation properties and bounds, as add() and Window() take them.
-void read_creation_properties(Call& call, duk_idx_t i, Element& element);
-void read_bounds(Call& call, duk_idx_t i, Element& element);
+// What add() and Window() say about a new element, read before it is made: bad values make none.
+struct Creation {
+    std::optional<std::array<double, 4>> bounds;  // left, top, right, bottom
+    std::string text;
+    std::string name;
+    bool is_multiline = false;
+    bool is_read_only = false;
+
+    void apply_to(Element& element) const;
+};
+// From the arguments with these numbers; there is no text when that is -1.
+Creation read_creation(Call& call, duk_idx_t bounds, duk_idx_t text, duk_idx_t properties);
+std::array<double, 4> bounds_argument(Call& call, duk_idx_t i);
 
 void define_measures(duk_context* ctx);
 void define_elements(duk_context* ctx);

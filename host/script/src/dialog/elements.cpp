@@ -263,14 +263,11 @@ duk_ret_t add(Call& call) {
     const std::string wanted = call.text(0);
     const auto type = element_type(wanted);
     if (!type || type == ElementType::window) call.fail("dialogs have no element of type \"" + wanted + "\"");
-    if (call.host.dialog_elements >= kMostElements) call.fail("too many dialog elements");
-
-    Element& element = container.add_child(*type);
-    ++call.host.dialog_elements;
-    read_bounds(call, 1, element);
     const bool text_is_left_out = duk_is_object(call.ctx, 2) != 0;
-    if (call.given(2) && !text_is_left_out) element.set_text(call.text(2));
-    read_creation_properties(call, text_is_left_out ? 2 : 3, element);
+    const Creation creation = read_creation(call, 1, text_is_left_out ? -1 : 2, text_is_left_out ? 2 : 3);
+    count_new_element(call);
+    Element& element = container.add_child(*type);
+    creation.apply_to(element);
     attach_object(call, element);
     return 1;
 }
@@ -362,6 +359,16 @@ Element* element_argument(Call& call, duk_idx_t i) {
     return static_cast<Element*>(target_of(call.ctx, i, Kind::element));
 }
 
+void count_new_element(Call& call) {
+    if (call.host.dialog_elements >= kMostElements) {
+        // Windows are garbage in circles. What has a finalizer goes in the second round.
+        duk_gc(call.ctx, 0);
+        duk_gc(call.ctx, 0);
+        if (call.host.dialog_elements >= kMostElements) call.fail("too many dialog elements");
+    }
+    ++call.host.dialog_elements;
+}
+
 void attach_object(Call& call, Element& element) {
     push_element(call, element.parent());
     const duk_idx_t parent = duk_get_top_index(call.ctx);
@@ -384,15 +391,30 @@ void attach_object(Call& call, Element& element) {
     set_under_name(call, parent, element);
 }
 
-void read_creation_properties(Call& call, duk_idx_t i, Element& element) {
-    if (!duk_is_object(call.ctx, i)) return;
-    duk_get_prop_string(call.ctx, i, "name");
-    if (call.given(-1)) element.set_name(call.text(-1));
-    duk_get_prop_string(call.ctx, i, "multiline");
-    element.set_multiline(call.boolean(-1));
-    duk_get_prop_string(call.ctx, i, "readonly");
-    element.set_read_only(call.boolean(-1));
+Creation read_creation(Call& call, duk_idx_t bounds, duk_idx_t text, duk_idx_t properties) {
+    Creation creation;
+    if (call.given(bounds)) creation.bounds = bounds_argument(call, bounds);
+    if (text >= 0 && call.given(text)) creation.text = call.text(text);
+    if (!duk_is_object(call.ctx, properties)) return creation;
+    duk_get_prop_string(call.ctx, properties, "name");
+    if (call.given(-1)) creation.name = call.text(-1);
+    duk_get_prop_string(call.ctx, properties, "multiline");
+    creation.is_multiline = call.boolean(-1);
+    duk_get_prop_string(call.ctx, properties, "readonly");
+    creation.is_read_only = call.boolean(-1);
     duk_pop_3(call.ctx);
+    return creation;
+}
+
+void Creation::apply_to(Element& element) const {
+    element.set_text(text);
+    element.set_name(name);
+    element.set_multiline(is_multiline);
+    element.set_read_only(is_read_only);
+    if (!bounds) return;
+    const auto [left, top, right, bottom] = *bounds;
+    element.layout().location = {left, top};
+    element.layout().size = {right - left, bottom - top};
 }
 
 void define_elements(duk_context* ctx) {

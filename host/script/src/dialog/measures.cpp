@@ -209,8 +209,10 @@ duk_ret_t set_margins(Call& call) {
     return take(call, 0, call.self_element(), Measure::margins, "margins");
 }
 
-void read_bounds(Call& call, duk_idx_t i, Element& element) {
-    if (call.given(i)) take(call, i, element, Measure::bounds, "bounds");
+std::array<double, 4> bounds_argument(Call& call, duk_idx_t i) {
+    const auto bounds = numbers_argument(call, i, Measure::bounds);
+    if (!bounds) call.fail("bounds cannot be read from that value");
+    return *bounds;
 }
 
 void define_measures(duk_context* ctx) {

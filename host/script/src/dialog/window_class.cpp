@@ -32,17 +32,15 @@ duk_ret_t construct(Call& call) {
     if (!duk_is_constructor_call(call.ctx)) call.fail("Window must be called with new");
     const std::string type = call.text(0);
     if (type != "dialog") call.fail("windows of type \"" + type + "\" are not supported, only \"dialog\"");
-    if (call.host.dialog_elements >= kMostElements) call.fail("too many dialog elements");
 
+    const Creation creation = read_creation(call, 2, 1, 3);
+    count_new_element(call);
     auto owned = std::make_unique<Window>(call.host.handlers());
     Window& window = *owned;
+    creation.apply_to(window);
     call.host.windows.emplace(static_cast<const Element*>(&window), std::move(owned));
-    ++call.host.dialog_elements;
     // From here on the window goes when its object goes.
     push_element(call, &window);
-    if (call.given(1)) window.set_text(call.text(1));
-    read_bounds(call, 2, window);
-    read_creation_properties(call, 3, window);
     return 1;
 }
 

@@ -1,0 +1,132 @@
+// Scripts that would never end, or take everything.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <chrono>
+
+#include "world.h"
+
+namespace script_test {
+namespace {
+
+using namespace std::chrono_literals;
+using testing::HasSubstr;
+
+Limits short_time() {
+    Limits limits;
+    limits.time = 300ms;
+    return limits;
+}
+
+Limits little_memory() {
+    Limits limits;
+    limits.memory = std::size_t{16} << 20;
+    return limits;
+}
+
+class EndlessScript : public testing::TestWithParam<const char*> {};
+
+TEST_P(EndlessScript, is_ended_and_leaves_the_engine_usable) {
+    World world(short_time());
+    world.run("var before = 'kept';");
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_THAT(world.error(GetParam()), HasSubstr("ran longer than 300 ms"));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
+    EXPECT_EQ(world.run("before + 1"), "kept1");
+}
+
+INSTANTIATE_TEST_SUITE_P(Limits, EndlessScript,
+                         testing::Values("while (true) {}", "for (;;) ;", "do { 1; } while (1)",
+
+                                         "while (true) { try { while (true) {} } catch (e) {} }",
+                                         "while (true) { try { while (true) {} } finally { continue; } }",
+                                         "try { while (true) {} } catch (e) { while (true) {} }",
+                                         "function fib(n) { return n < 2 ? n : fib(n - 1) + fib(n - 2); } fib(100)",
+                                         "eval('while (true) {}')", "new Function('while (true) {}')()",
+                                         "[3, 1, 2].sort(function () { while (1) {} })",
+                                         "'aaa'.replace(/a/g, function () { while (1) {} })",
+                                         "({toString: function () { while (1) {} }})",
+                                         "throw {toString: function () { while (1) {} }}",
+                                         "while (1) { try { app.project.item(99); } catch (e) {} }",
+                                         "while (1) { /^(a+)+$/.test('aaaaaaaaaaaaaaaaaaaaaaaab'); }"));
+
+TEST(Limits, a_regular_expression_that_explodes_is_ended) {
+    World world;
+    EXPECT_THAT(world.error("/^(a+)+$/.test('aaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaaab')"),
+                HasSubstr("step limit"));
+}
+
+TEST(Limits, time_counts_for_each_run_anew) {
+    World world(short_time());
+    const char* half = "var now = new Date().getTime(); while (new Date().getTime() < now + 150) {} 'done'";
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(world.run(half), "done");
+}
+
+TEST(Limits, time_does_not_count_while_a_dialog_waits) {
+    World world(short_time());
+    world.driver.act = [](Window&) {
+        const auto end = std::chrono::steady_clock::now() + 600ms;
+        while (std::chrono::steady_clock::now() < end) {
+        }
+    };
+    EXPECT_EQ(world.run("new Window('dialog').show(); for (var i = 0; i < 10000; i++) {} 'after'"), "after");
+}
+
+TEST(Limits, an_endless_handler_ends_the_script_and_the_driver_too) {
+    World world(short_time());
+    bool came_back = false;
+    world.driver.act = [&](Window& window) {
+        window.click(window.control("go"));
+        came_back = true;
+    };
+    EXPECT_THAT(world.error("var w = new Window('dialog'); w.add('button', undefined, 'go').onClick = function () {"
+                            "while (true) {} }; try { w.show(); } catch (e) { alert('caught'); }"),
+                HasSubstr("ran longer than"));
+    EXPECT_FALSE(came_back);
+    EXPECT_TRUE(world.alerts.empty());
+    EXPECT_EQ(world.run("w.children.length"), "1");
+}
+
+class GreedyScript : public testing::TestWithParam<const char*> {};
+
+TEST_P(GreedyScript, is_ended_and_leaves_the_engine_usable) {
+    World world(little_memory());
+    EXPECT_THAT(world.error(GetParam()), HasSubstr("ran out of memory; it may use 16 MiB"));
+    EXPECT_EQ(world.run("hoard = chain = null; 'still here'"), "still here");
+    EXPECT_EQ(world.run("var few = []; for (var i = 0; i < 1000; i++) few.push({}); few.length"), "1000");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Limits, GreedyScript,
+    testing::Values(
+        "var hoard = []; while (true) hoard.push({});", "var hoard = 'x'; while (true) hoard += hoard;",
+        "var hoard = []; while (true) try { hoard.push({}); } catch (e) {}",
+        "var hoard = []; for (var i = 0;; i++) hoard.push('a text of its own ' + i);",
+        "var chain = null; while (true) chain = {next: chain};", "var hoard = []; while (true) hoard = [hoard, hoard];",
+        "var hoard = 'x'; while (true) try { hoard += hoard; } catch (e) { hoard = [hoard, 'y'].join(); }"));
+
+TEST(Limits, garbage_does_not_count_for_long) {
+    World world(little_memory());
+    EXPECT_EQ(world.run("for (var i = 0; i < 200000; i++) { var a = {}, b = {a: a}; a.b = b; } i"), "200000");
+    EXPECT_EQ(world.run("for (var i = 0; i < 200; i++) { var s = new Array(100000).join('x'); } s.length"), "99999");
+}
+
+class DeepScript : public testing::TestWithParam<const char*> {};
+
+TEST_P(DeepScript, is_an_error_and_no_crash) {
+    World world;
+    EXPECT_NE(world.error(GetParam()), "");
+    EXPECT_EQ(world.run("1 + 1"), "2");
+}
+
+INSTANTIATE_TEST_SUITE_P(Limits, DeepScript,
+                         testing::Values("(function f() { return f() + 1; })()",
+                                         "function g() { [1].sort(); [1, 2].map(g); } g()",
+                                         "var o = {}; o.toString = function () { return '' + o; }; '' + o",
+                                         "eval(new Array(20000).join('(') + 1 + new Array(20000).join(')'))",
+                                         "eval(new Array(20000).join('[') + new Array(20000).join(']'))",
+                                         "new RegExp(new Array(30000).join('('))",
+                                         "function h() { eval('h()'); } h()"));
+
+}  // namespace
+}  // namespace script_test

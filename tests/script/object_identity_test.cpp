@@ -1,0 +1,80 @@
+// Script objects that stand for things of the project: sameness, life, and attempts to fool them.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "world.h"
+
+namespace script_test {
+namespace {
+
+using testing::HasSubstr;
+
+TEST(ObjectIdentity, the_same_thing_is_the_same_object) {
+    SmallProject world;
+    EXPECT_EQ(world.run("app.project.item(2) === app.project.item(2)"), "true");
+    EXPECT_EQ(world.run("app.project.item(2).layer(1) === app.project.item(2).layer('a')"), "true");
+    EXPECT_EQ(world.run("app.project.item(2).layer(1) === app.project.item(2).layer(2)"), "false");
+    EXPECT_EQ(world.run("app.project.item(4).layer(1).source === app.project.item(2)"), "true");
+}
+
+TEST(ObjectIdentity, what_a_script_notes_on_an_object_stays_while_it_holds_it) {
+    SmallProject world;
+    world.run("var held = app.project.item(2).layer(1); held.note = 'mine';");
+    EXPECT_EQ(world.run("app.project.item(2).layer(1).note"), "mine");
+}
+
+TEST(ObjectIdentity, objects_that_were_let_go_are_made_anew) {
+    SmallProject world;
+    EXPECT_EQ(
+        world.run(
+            "for (var i = 0; i < 100000; i++) app.project.item(2).layer(1 + i % 3); app.project.item(2).layer(2).name"),
+        "b");
+}
+
+TEST(ObjectIdentity, garbage_in_cycles_leaves_no_stale_objects) {
+    SmallProject world;
+    world.run(
+        "for (var i = 0; i < 20000; i++) { var l = app.project.item(2).layer(1 + i % 3), o = {layer: l}; l.o = o; l = "
+        "o = null; }");
+    EXPECT_EQ(
+        world.run("for (var i = 1; i <= 3; i++) app.project.item(2).layer(i).name; app.project.item(2).layer(3).name"),
+        "c");
+}
+
+TEST(ObjectIdentity, exchanging_the_prototype_leaves_no_stale_objects) {
+    SmallProject world;
+    world.run(
+        "for (var i = 0; i < 1000; i++) { var l = app.project.item(2).layer(1); Object.setPrototypeOf(l, {}); l = "
+        "null; }");
+    EXPECT_EQ(world.run("app.project.item(2).layer(1).name"), "a");
+}
+
+TEST(ObjectIdentity, an_object_under_another_prototype_is_still_what_it_was) {
+    SmallProject world;
+    EXPECT_THAT(
+        world.error(
+            "var l = app.project.item(2).layer(1), c = app.project.item(2); l.__proto__ = c.__proto__; l.numLayers"),
+        HasSubstr("no item"));
+    EXPECT_THAT(world.error("Object.create(l, {}).layer(1)"), HasSubstr("no item"));
+    EXPECT_EQ(world.run("var derived = Object.create(c); derived.name"), "inner");
+    EXPECT_EQ(world.run("derived = null; app.project.item(2).name"), "inner");
+}
+
+TEST(ObjectIdentity, accessors_need_the_right_object) {
+    SmallProject world;
+    EXPECT_THAT(world.error("Object.getPrototypeOf(Object.getPrototypeOf(app.project.item(2).layer(1))).name"),
+                HasSubstr("no layer"));
+    EXPECT_EQ(world.run("var names = Object.getOwnPropertyNames(app.project.item(2)); names.length"), "0");
+}
+
+TEST(ObjectIdentity, the_engine_can_go_while_scripts_hold_objects) {
+    auto world = std::make_unique<SmallProject>();
+    world->run(
+        "var l = app.project.item(2).layer(1), w = new Window('dialog'); w.add('button'); var b = w.children[0];"
+        "l.self = l; w.l = l; l.w = w;");
+    world.reset();
+    SUCCEED();
+}
+
+}  // namespace
+}  // namespace script_test
