@@ -19,14 +19,26 @@ std::string read_input(const std::string& file) {
     }
 }
 
+namespace {
+
+Failure bad_input(const host::lottie::InputError& error) {
+    std::string place;
+    if (error.line() > 0) place = ':' + std::to_string(error.line()) + ':' + std::to_string(error.column());
+    return {ExitCode::bad_input, error.what(), std::move(place)};
+}
+
+}  // namespace
+
 host::lottie::Document parse_input(const std::string& text) {
     try {
         return host::lottie::Document::read(text);
     } catch (const host::lottie::InputError& error) {
-        std::string place;
-        if (error.line() > 0) place = ':' + std::to_string(error.line()) + ':' + std::to_string(error.column());
-        throw Failure(ExitCode::bad_input, error.what(), std::move(place));
+        throw bad_input(error);
     }
+}
+
+void refuse_faulty_content(const host::lottie::Document& document) {
+    if (const host::lottie::InputError* fault = document.content_fault()) throw bad_input(*fault);
 }
 
 void prepare_folder(const std::string& folder) {

@@ -52,7 +52,8 @@ class Run {
   private:
     ExitCode tell(const std::string& name, const Record& record, const Failure& failure) const {
         tell_messages(console_, name, record);
-        tell_failure(console_, name, record, failure);
+        if (failure.code() == ExitCode::failed) tell_log(console_, name, record);
+        tell_failure(console_, name, failure);
         return failure.code();
     }
 
@@ -69,8 +70,11 @@ class Run {
             return;
         }
         unnest_all(document, comp, nests, record);
-        write(output, document.write());
+        const std::string result = document.write();
+        refuse_faulty_content(document);
+        write(output, result);
         tell_messages(console_, name, record);
+        tell_log(console_, name, record);
         tell_success(console_, name, comp, record, output == kStandardStream ? "" : output);
     }
 
@@ -83,6 +87,7 @@ class Run {
             unnest(session, plugin_, comp, nests, options_.recursive, record);
         } catch (const Failure&) {
             document.project().undo().undo_all();
+            refuse_faulty_content(document);
             throw;
         }
     }

@@ -30,8 +30,11 @@ void tell_success(const Console& console, const std::string& file, const host::m
     console.say(Tone::good, file, sentence);
 }
 
-void tell_failure(const Console& console, const std::string& file, const Record& record, const Failure& failure) {
+void tell_log(const Console& console, const std::string& file, const Record& record) {
     for (const std::string& sentence : record.log) console.say(Tone::plain, file, sentence);
+}
+
+void tell_failure(const Console& console, const std::string& file, const Failure& failure) {
     console.say(Tone::error, file + failure.place(), failure.what());
 }
 

@@ -52,6 +52,25 @@ TEST(RunInput, every_truncation_of_an_animation_is_bad_input_or_nothing_worse) {
     }
 }
 
+TEST(RunInput, a_fault_deep_inside_a_layer_is_bad_input_even_where_the_plug_in_passes_over_the_failure) {
+    const Sandbox sandbox;
+    const std::string without_time = R"({"a":1,"k":[{"s":[1]},{"t":9,"s":[2]}]})";
+    const std::string effect =
+        R"("ef":[{"ty":5,"nm":"Slider","mn":"slider","np":3,"ix":1,"en":1,"ef":[{"ty":0,"nm":"Value","mn":"slider-1","ix":1,"v":)" +
+        without_time + "}]}],";
+    for (const bool in_effect : {true, false}) {
+        std::string text = test::one_nest();
+        const std::string anchor = in_effect ? R"("ao":0,"w":)" : R"("ks":{"o":{"a":0,"k":100})";
+        const std::size_t nest = text.find(R"("nm":"Intro","refId")");
+        text.replace(text.find(anchor, nest), anchor.size(),
+                     in_effect ? effect + anchor : R"("ks":{"o":)" + without_time);
+        const Finished finished = exflate(sandbox, {sandbox.write("bad.json", text), "-o", "out.json"});
+        expect_refused(sandbox, finished, 3);
+        EXPECT_THAT(finished.err,
+                    MatchesRegex("bad\\.json:1:[0-9]+: The content of layer \"Intro\" cannot be read: .*\n"));
+    }
+}
+
 TEST(RunInput, json_that_is_no_animation_is_bad_input) {
     const Sandbox sandbox;
     for (const char* text : {"", "[]", "{}", "7", "\"text\"", "null", R"({"layers":7})"}) {

@@ -17,6 +17,9 @@ std::string read_input(const std::string& file);
 // Throws Failure (bad input, with its place).
 host::lottie::Document parse_input(const std::string& text);
 
+// Throws Failure (bad input, with its place) if a fault inside some layer was met: a run may have passed over it.
+void refuse_faulty_content(const host::lottie::Document& document);
+
 // The folder for results, made if it is missing. Throws Failure (failed).
 void prepare_folder(const std::string& folder);
 

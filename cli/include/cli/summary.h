@@ -16,7 +16,9 @@ void tell_messages(const Console& console, const std::string& file, const Record
 void tell_success(const Console& console, const std::string& file, const host::model::Comp& comp, const Record& record,
                   const std::string& output);
 
-// What the host noticed on the way, then what went wrong.
-void tell_failure(const Console& console, const std::string& file, const Record& record, const Failure& failure);
+// What the host noticed on the way: failed calls and scripts that the plug-in may have passed over.
+void tell_log(const Console& console, const std::string& file, const Record& record);
+
+void tell_failure(const Console& console, const std::string& file, const Failure& failure);
 
 }  // namespace cli

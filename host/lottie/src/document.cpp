@@ -24,6 +24,10 @@ model::Comp& Document::main_comp() const {
     return *store_->comps.front()->comp;
 }
 
+const InputError* Document::content_fault() const {
+    return store_->content_fault.has_value() ? &*store_->content_fault : nullptr;
+}
+
 std::string Document::write() const {
     return write_document(*store_);
 }

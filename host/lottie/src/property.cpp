@@ -186,9 +186,15 @@ class PropertyParser {
 
 void ReadContext::fail(const Tree::Node& at, const std::string& fault) const {
     const std::string name = quoted_name(decode_string(layer.name.of(tree.whole_text())));
-    throw model::Error(model::ErrorKind::bad_argument,
-                       "The content of layer " + name + " cannot be read: at " + layer.pointer() +
-                           Tree(tree.whole_text(), layer.text).pointer(at) + ", " + fault + ".");
+    const std::string pointer = layer.pointer() + Tree(tree.whole_text(), layer.text).pointer(at);
+    const std::string sentence = "The content of layer " + name + " cannot be read: at " + pointer + ", " + fault + ".";
+    try {
+        refuse(tree.whole_text(), at.text.begin, pointer, sentence);
+    } catch (const InputError& refusal) {
+        std::optional<InputError>& first = layer.comp->store->content_fault;
+        if (!first.has_value()) first = refusal;
+    }
+    throw model::Error(model::ErrorKind::bad_argument, sentence);
 }
 
 std::shared_ptr<const model::StreamData> ParsedProperty::data() const {

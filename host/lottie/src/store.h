@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "frame_clock.h"
+#include "lottie/input_error.h"
 #include "model/format_data.h"
 #include "model/project.h"
 #include "skeleton.h"
@@ -101,6 +102,7 @@ struct Store {
     std::vector<std::shared_ptr<StoredComp>> comps;  // the main one first
     std::unordered_map<const model::Comp*, StoredComp*> comp_of;
     std::unordered_map<std::string, std::shared_ptr<const model::EffectKind>> effect_kinds;  // by structure
+    std::optional<InputError> content_fault;                                                 // the first one met
     std::unique_ptr<model::Project> project;  // refers to all of the above
 
     const StoredComp* stored(const model::Comp& comp) const;

@@ -31,6 +31,9 @@ class Document {
     model::Project& project() const;
     model::Comp& main_comp() const;
 
+    // The first fault found inside a layer so far, null if none: whoever got a model::Error for it may have passed over it.
+    const InputError* content_fault() const;
+
     // The project as an animation. With nothing changed, or everything undone, the text that was read.
     std::string write() const;
 
