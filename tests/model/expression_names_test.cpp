@@ -126,6 +126,25 @@ TEST(Renames, reach_unread_copies_and_unread_layers_that_undo_brought_back) {
     EXPECT_EQ(text(original.stream(kOpacity)), "thisComp.layer('A')");
 }
 
+TEST(Renames, reach_unread_layers_of_a_composition_that_undo_brought_back) {
+    ExpressionScene scene;
+    Layer& unread = scene.other.load_layer(LayerKind::vector, nullptr);
+    const auto content = std::make_shared<TestContent>([](Layer& layer) {
+        auto data = std::make_shared<StreamData>();
+        data->expression = "comp('Main').layer('A')";
+        layer.load_stream(kOpacity, std::move(data));
+    });
+    content->expressions = true;
+    unread.set_content(content);
+    scene.project.delete_item(scene.other);
+    scene.b.rename("While it was away");
+    EXPECT_FALSE(unread.is_content_loaded());
+    scene.project.undo().undo_all();
+    scene.a.rename("New");
+    EXPECT_TRUE(unread.is_content_loaded());
+    EXPECT_EQ(text(unread.stream(kOpacity)), "comp('Main').layer('New')");
+}
+
 TEST(Renames, leave_expressions_of_deleted_layers_alone) {
     ExpressionScene scene;
     Stream& stream = scene.with("thisComp.layer('A')");
