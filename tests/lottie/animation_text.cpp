@@ -134,8 +134,10 @@ class Description {
         const model::Keyframe& key = stream.keyframe(index);
         out_ << "@" << key.time.ticks << " ";
         describe(stream, key.value);
-        describe(stream, key.tangent_in);
-        describe(stream, key.tangent_out);
+        // Nothing moves along the path of a hold.
+        const bool has_way_in = index > 0 && stream.keyframe(index - 1).out != model::Interpolation::hold;
+        if (has_way_in) describe(stream, key.tangent_in);
+        if (key.out != model::Interpolation::hold) describe(stream, key.tangent_out);
         out_ << (key.out == model::Interpolation::hold ? "holds; " : "; ");
         if (index + 1 == stream.keyframe_count()) return;
         const std::int64_t ticks = stream.keyframe(index + 1).time.ticks - key.time.ticks;

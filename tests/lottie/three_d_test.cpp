@@ -68,14 +68,19 @@ TEST(ThreeD, a_layer_that_ceases_to_be_so_loses_its_rotations_and_depth) {
 TEST(ThreeD, what_the_host_sets_on_the_new_streams_is_written) {
     const Document document = Document::read(animation(shape_layer(1, "A")));
     model::Layer& layer = layer_of(document, "A");
-    layer.stream(model::kRotateX).set_static_value({{15, 0, 0, 0}});
-    EXPECT_EQ(document.write(), animation(shape_layer(1, "A")));
     layer.set_flag(model::kIs3D, true);
+    layer.stream(model::kRotateX).set_static_value({{15, 0, 0, 0}});
     layer.stream(model::kRotation).set_static_value({{25, 0, 0, 0}});
     const std::string ks = member(object_named(document.write(), "A"), "ks");
     EXPECT_EQ(member(ks, "rx"), R"({"a":0,"k":15,"ix":8})");
     EXPECT_EQ(member(ks, "rz"), R"({"a":0,"k":25,"ix":10})");
     EXPECT_EQ(member(ks, "r"), "");
+}
+
+TEST(ThreeD, what_the_host_sets_on_streams_that_a_flat_layer_lacks_is_not_written) {
+    const Document document = Document::read(animation(shape_layer(1, "A")));
+    layer_of(document, "A").stream(model::kRotateX).set_static_value({{15, 0, 0, 0}});
+    EXPECT_EQ(document.write(), animation(shape_layer(1, "A")));
 }
 
 TEST(ThreeD, a_rotation_by_the_other_name_is_read_and_changed_where_it_is) {

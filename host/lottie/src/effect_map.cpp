@@ -26,9 +26,9 @@ bool names_mask(const Tree& tree, const Tree::Node& parameter) {
 
 StreamType type_of(const Tree& tree, const Tree::Node& parameter, const Tree::Node* property) {
     const std::size_t numbers = count_numbers(tree, property);
-    const auto type = number_member(tree, parameter, "ty");
-    if (numbers == 0 || !type) return StreamType::no_data;
-    switch (static_cast<int>(*type)) {
+    const auto type = whole_number(number_member(tree, parameter, "ty").value_or(-1));
+    if (numbers == 0) return StreamType::no_data;
+    switch (type.value_or(-1)) {
         case 0:
         case 1:
         case 4:

@@ -149,6 +149,12 @@ double read_number(std::string_view spelling) {
     return number;
 }
 
+std::optional<std::int64_t> whole_number(double number) {
+    constexpr double kMost = 9007199254740992.0;  // 2^53
+    if (number != std::trunc(number) || !(std::abs(number) <= kMost)) return std::nullopt;
+    return static_cast<std::int64_t>(number);
+}
+
 void append_number(std::string& out, double number) {
     if (number == 0 || !std::isfinite(number)) number = 0;  // no negative zero, and JSON has no infinity
     std::array<char, 40> buffer{};

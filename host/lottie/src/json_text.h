@@ -1,6 +1,8 @@
 // Strings and numbers as JSON spells them. Spellings come from text that was found to be valid JSON.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -17,6 +19,8 @@ std::string encode_string(std::string_view bytes);
 
 // The nearest double; infinite when the number is beyond all doubles.
 double read_number(std::string_view spelling);
+// Null for what is no whole number, or so large that doubles skip some.
+std::optional<std::int64_t> whole_number(double number);
 // The shortest spelling that reads back as the same double, without exponent between 1e-7 and 1e15.
 void append_number(std::string& out, double number);
 

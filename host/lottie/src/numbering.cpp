@@ -2,15 +2,23 @@
 #include "numbering.h"
 
 #include <unordered_set>
+#include <utility>
 
+#include "json_text.h"
 #include "matte_members.h"
 
 namespace host::lottie {
 namespace {
 
+const model::Layer* layer_of_id(const model::Project& project, double id) {
+    const auto whole = whole_number(id);
+    return whole && std::in_range<model::LayerId>(*whole) ? project.layer_by_id(static_cast<model::LayerId>(*whole))
+                                                          : nullptr;
+}
+
 void add_layer_parameters(const model::Layer& layer, std::unordered_set<const model::Layer*>& referred) {
     const auto add = [&layer, &referred](const model::Value& value) {
-        const model::Layer* named = layer.project().layer_by_id(static_cast<model::LayerId>(value.n[0]));
+        const model::Layer* named = layer_of_id(layer.project(), value.n[0]);
         if (named != nullptr) referred.insert(named);
     };
     for (const auto& effect : layer.loaded_effects()) {
@@ -55,8 +63,8 @@ std::optional<std::int64_t> Numbering::number(const model::Layer& layer) const {
     return is_from_file(layer) ? base_of(layer)->ind : std::nullopt;
 }
 
-std::int64_t Numbering::number_of_id(model::LayerId id) const {
-    const model::Layer* layer = comp_ == nullptr ? nullptr : comp_->project().layer_by_id(id);
+std::int64_t Numbering::number_of_id(double id) const {
+    const model::Layer* layer = comp_ == nullptr ? nullptr : layer_of_id(comp_->project(), id);
     if (layer == nullptr || &layer->comp() != comp_) return 0;
     return number(*layer).value_or(0);
 }

@@ -18,8 +18,8 @@ class Numbering {
     Numbering(const StoredComp* comp, const std::vector<model::Layer*>& stack);
 
     std::optional<std::int64_t> number(const model::Layer& layer) const;
-    // For layer parameters: 0 for ids that mean no layer of this composition.
-    std::int64_t number_of_id(model::LayerId id) const;
+    // For the value of a layer parameter, an id: 0 if that means no layer of this composition.
+    std::int64_t number_of_id(double id) const;
 
   private:
     std::unordered_map<const model::Layer*, std::int64_t> new_numbers_;

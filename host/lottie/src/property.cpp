@@ -56,8 +56,9 @@ class PropertyParser {
         Value value = missing_;
         for (std::size_t d = 0; d < std::min(numbers.size(), dimensions); ++d) value.n[d] = numbers[d];
         if (type_ == StreamType::layer_id) {
-            const StoredLayer* named = context_.layer.comp->layer_of(static_cast<std::int64_t>(value.n[0]));
-            value.n[0] = named == nullptr || value.n[0] == 0 ? 0 : named->layer->id();
+            const auto ind = whole_number(value.n[0]);
+            const StoredLayer* named = ind.value_or(0) == 0 ? nullptr : context_.layer.comp->layer_of(*ind);
+            value.n[0] = named == nullptr ? 0 : named->layer->id();
         }
         return value;
     }

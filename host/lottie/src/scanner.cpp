@@ -12,36 +12,33 @@ namespace {
 
 constexpr std::array<std::string_view, 9> kTransformMembers = {"a", "p", "s", "r", "o", "rx", "ry", "rz", "or"};
 
-constexpr double kLargestWhole = 9007199254740992.0;  // 2^53: from here on doubles skip whole numbers
-
-bool is_whole(double number) {
-    return number == std::trunc(number) && std::abs(number) <= kLargestWhole;
-}
-
 }  // namespace
 
-Slice Scanner::scalar_slice() const {
-    std::uint32_t begin = last_end_;
-    while (text_[begin] == ' ' || text_[begin] == '\n' || text_[begin] == '\r' || text_[begin] == '\t' ||
-           text_[begin] == ':' || text_[begin] == ',') {
-        ++begin;
+bool Scanner::plain(Kind kind) {
+    if (deep_ > 0) {
+        if (is_awaited()) deep_value(kind, plain_scalar_before(text_, here()));
+    } else {
+        member(kind, plain_scalar_before(text_, here()));
     }
-    return {begin, here()};
+    return true;
 }
 
-bool Scanner::scalar(Kind kind) {
+bool Scanner::String(const char* inside, unsigned, bool) {
+    const Slice literal{static_cast<std::uint32_t>(inside - text_.data()) - 1, here()};
     if (deep_ > 0) {
-        deep_value(kind);
+        if (is_awaited()) deep_value(Kind::string, literal);
     } else {
-        member(kind, scalar_slice());
+        member(Kind::string, literal);
     }
-    last_end_ = here();
     return true;
 }
 
 bool Scanner::Key(const char* key, unsigned length, bool) {
-    const std::string_view name(key, length);
-    last_end_ = here();
+    std::string_view name(key, length);
+    if (name.find('\\') != std::string_view::npos) {
+        decoded_key_ = decode_string({key - 1, length + 2});
+        name = decoded_key_;
+    }
     if (deep_ > 0) {
         if (where_ == Where::layer) deep_key(name);
     } else if (where_ == Where::layer) {
@@ -54,14 +51,13 @@ bool Scanner::Key(const char* key, unsigned length, bool) {
 
 bool Scanner::open(Kind kind) {
     const std::uint32_t begin = here() - 1;
-    last_end_ = here();
     if (++depth_ > kMaxNesting) {
         refuse(text_, begin, "",
                "The text nests objects and arrays more than " + std::to_string(kMaxNesting) +
                    " deep; an animation needs a fraction of that.");
     }
     if (deep_ > 0) {
-        deep_value(kind);
+        if (is_awaited()) deep_value(kind, {begin, begin + 1});
         ++deep_;
         return true;
     }
@@ -123,7 +119,6 @@ bool Scanner::open(Kind kind) {
 
 bool Scanner::close() {
     const std::uint32_t end = here();
-    last_end_ = end;
     --depth_;
     if (deep_ > 0) {
         if (--deep_ == 0) member(deep_kind_, {deep_begin_, end});
@@ -149,6 +144,7 @@ bool Scanner::close() {
         case Where::layer:
             layer_.text.end = end;
             finish_layer();
+            field_ = Field::count;
             where_ = Where::layers;
             break;
         case Where::outside:
@@ -176,14 +172,9 @@ void Scanner::deep_key(std::string_view key) {
     }
 }
 
-void Scanner::deep_value(Kind kind) {
+void Scanner::deep_value(Kind kind, Slice text) {
     const Announced announced = announced_;
     announced_ = Announced::other;
-    if (where_ != Where::layer) return;
-    const bool is_container = kind == Kind::object || kind == Kind::array;
-    const Slice text = announced == Announced::other ? Slice{}
-                       : is_container                ? Slice{here() - 1, here()}
-                                                     : scalar_slice();
     switch (announced) {
         case Announced::expression:
             if (kind == Kind::string) layer_.has_expressions = true;
@@ -213,9 +204,7 @@ void Scanner::deep_value(Kind kind) {
             }
             break;
         case Announced::other:
-            if (field_ == Field::ef && deep_ == 1 && kind != Kind::object) {
-                refuse_layer({here() - 1, here()}, "/ef", "an effect is no object");
-            }
+            if (kind != Kind::object) refuse_layer(text, "/ef", "an effect is no object");
             break;
     }
 }
@@ -312,7 +301,7 @@ void Scanner::check_type(Field field) const {
             fits = is_number;
             break;
         case Expect::integer:
-            fits = is_number && is_whole(read_number(token.text.of(text_)));
+            fits = is_number && whole_number(read_number(token.text.of(text_)));
             break;
         case Expect::flag:
             fits = is_number || token.kind == Kind::yes || token.kind == Kind::no;
@@ -345,7 +334,7 @@ void Scanner::finish_layer() {
         return has(field) ? std::optional<double>(number(field, 0)) : std::nullopt;
     };
     const auto integer = [&number, &has](Field field) {
-        return has(field) ? std::optional<std::int64_t>(static_cast<std::int64_t>(number(field, 0))) : std::nullopt;
+        return has(field) ? whole_number(number(field, 0)) : std::nullopt;
     };
     const auto flag = [&number, &token, &has](Field field) {
         return has(field) && token(field).kind != Kind::no && (token(field).kind == Kind::yes || number(field, 0) != 0);

@@ -21,15 +21,15 @@ class Scanner {
         : text_(text), stream_(stream), skeleton_(skeleton) {}
 
     // The reader's events. A fault in what is said, as opposed to how, is thrown as InputError at once.
-    bool Null() { return scalar(Kind::null); }
-    bool Bool(bool value) { return scalar(value ? Kind::yes : Kind::no); }
-    bool Int(int) { return scalar(Kind::number); }
-    bool Uint(unsigned) { return scalar(Kind::number); }
-    bool Int64(std::int64_t) { return scalar(Kind::number); }
-    bool Uint64(std::uint64_t) { return scalar(Kind::number); }
-    bool Double(double) { return scalar(Kind::number); }
-    bool RawNumber(const char*, unsigned, bool) { return scalar(Kind::number); }
-    bool String(const char*, unsigned, bool) { return scalar(Kind::string); }
+    bool Null() { return plain(Kind::null); }
+    bool Bool(bool value) { return plain(value ? Kind::yes : Kind::no); }
+    bool Int(int) { return plain(Kind::number); }
+    bool Uint(unsigned) { return plain(Kind::number); }
+    bool Int64(std::int64_t) { return plain(Kind::number); }
+    bool Uint64(std::uint64_t) { return plain(Kind::number); }
+    bool Double(double) { return plain(Kind::number); }
+    bool RawNumber(const char*, unsigned, bool) { return plain(Kind::number); }
+    bool String(const char* inside, unsigned length, bool);
     bool Key(const char* key, unsigned length, bool);
     bool StartObject() { return open(Kind::object); }
     bool StartArray() { return open(Kind::array); }
@@ -42,12 +42,13 @@ class Scanner {
     enum class Announced : std::uint8_t { other, expression, type, time, property_value, transform_member };
 
     std::uint32_t here() const { return static_cast<std::uint32_t>(stream_.Tell()); }
-    Slice scalar_slice() const;  // of the scalar that ends here
-    bool scalar(Kind kind);
+    bool plain(Kind kind);
     bool open(Kind kind);
     bool close();
     void deep_key(std::string_view key);
-    void deep_value(Kind kind);
+    // Whether the next value inside a member is looked at; most are not.
+    bool is_awaited() const { return announced_ != Announced::other || (field_ == Field::ef && deep_ == 1); }
+    void deep_value(Kind kind, Slice text);
     void member(Kind kind, Slice text);
     void document_member(const Token& token);
     void asset_member(const Token& token);
@@ -65,11 +66,11 @@ class Scanner {
     Skeleton& skeleton_;
     Where where_ = Where::outside;
     int depth_ = 0;
-    int deep_ = 0;                // levels inside a member that is only noted
-    std::uint32_t last_end_ = 0;  // of the key, opening or closing before
+    int deep_ = 0;  // levels inside a member that is only noted
     std::uint32_t deep_begin_ = 0;
     Kind deep_kind_ = Kind::none;
-    std::string key_;  // of the document's or the asset's member
+    std::string key_;          // of the document's or the asset's member
+    std::string decoded_key_;  // of a key with escapes
     Field field_ = Field::count;
     Announced announced_ = Announced::other;
     std::string_view transform_member_;

@@ -84,7 +84,7 @@ Skeleton scan(const std::string& text) {
     Scanner scanner(text, stream, skeleton);
     rapidjson::Reader reader;
     // Recursion in the reader is bounded: the scanner throws at a depth of kMaxNesting.
-    const auto result = reader.Parse<rapidjson::kParseValidateEncodingFlag>(stream, scanner);
+    const auto result = reader.Parse<kScanFlags | rapidjson::kParseValidateEncodingFlag>(stream, scanner);
     if (result.IsError()) refuse_json(text, result.Offset(), result.Code());
     if (stream.Tell() != text.size()) refuse_json(text, stream.Tell(), rapidjson::kParseErrorDocumentRootNotSingular);
     return skeleton;

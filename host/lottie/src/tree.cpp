@@ -13,21 +13,19 @@ namespace host::lottie {
 
 class TreeBuilder {
   public:
-    TreeBuilder(Tree& tree, const ScanStream& stream, std::uint32_t start)
-        : tree_(tree), stream_(stream), last_end_(start) {}
+    TreeBuilder(Tree& tree, const ScanStream& stream) : tree_(tree), stream_(stream) {}
 
-    bool Null() { return scalar(Kind::null); }
-    bool Bool(bool value) { return scalar(value ? Kind::yes : Kind::no); }
-    bool Int(int) { return scalar(Kind::number); }
-    bool Uint(unsigned) { return scalar(Kind::number); }
-    bool Int64(std::int64_t) { return scalar(Kind::number); }
-    bool Uint64(std::uint64_t) { return scalar(Kind::number); }
-    bool Double(double) { return scalar(Kind::number); }
-    bool RawNumber(const char*, unsigned, bool) { return scalar(Kind::number); }
-    bool String(const char*, unsigned, bool) { return scalar(Kind::string); }
-    bool Key(const char*, unsigned, bool) {
-        key_ = {scalar_begin(), here()};
-        last_end_ = key_.end;
+    bool Null() { return plain(Kind::null); }
+    bool Bool(bool value) { return plain(value ? Kind::yes : Kind::no); }
+    bool Int(int) { return plain(Kind::number); }
+    bool Uint(unsigned) { return plain(Kind::number); }
+    bool Int64(std::int64_t) { return plain(Kind::number); }
+    bool Uint64(std::uint64_t) { return plain(Kind::number); }
+    bool Double(double) { return plain(Kind::number); }
+    bool RawNumber(const char*, unsigned, bool) { return plain(Kind::number); }
+    bool String(const char* inside, unsigned, bool) { return scalar(Kind::string, literal(inside)); }
+    bool Key(const char* inside, unsigned, bool) {
+        key_ = literal(inside);
         return true;
     }
     bool StartObject() { return open(Kind::object); }
@@ -44,13 +42,11 @@ class TreeBuilder {
 
     std::uint32_t here() const { return static_cast<std::uint32_t>(stream_.Tell()); }
 
-    std::uint32_t scalar_begin() const {
-        std::uint32_t begin = last_end_;
-        for (;; ++begin) {
-            const char c = tree_.text_[begin];
-            if (c != ' ' && c != '\n' && c != '\r' && c != '\t' && c != ':' && c != ',') return begin;
-        }
+    Slice literal(const char* inside) const {
+        return {static_cast<std::uint32_t>(inside - tree_.text_.data()) - 1, here()};
     }
+
+    bool plain(Kind kind) { return scalar(kind, plain_scalar_before(tree_.text_, here())); }
 
     std::uint32_t add(Kind kind, Slice text) {
         const auto index = static_cast<std::uint32_t>(tree_.nodes_.size());
@@ -71,16 +67,14 @@ class TreeBuilder {
         return index;
     }
 
-    bool scalar(Kind kind) {
-        add(kind, {scalar_begin(), here()});
+    bool scalar(Kind kind, Slice text) {
+        add(kind, text);
         if (kind != Kind::number && !open_.empty()) open_.back().is_numeric = false;
-        last_end_ = here();
         return true;
     }
 
     bool open(Kind kind) {
         const std::uint32_t index = add(kind, {here() - 1, here()});
-        last_end_ = here();
         open_.push_back({index, 0, kind == Kind::array});
         return true;
     }
@@ -89,7 +83,7 @@ class TreeBuilder {
         const Open closed = open_.back();
         Tree::Node& node = tree_.nodes_[closed.node];
         open_.pop_back();
-        node.text.end = last_end_ = here();
+        node.text.end = here();
         node.is_numeric = closed.is_numeric;
         if (closed.is_numeric) {
             tree_.nodes_.resize(closed.node + 1);
@@ -102,16 +96,15 @@ class TreeBuilder {
 
     Tree& tree_;
     const ScanStream& stream_;
-    std::uint32_t last_end_;
     Slice key_;
     std::vector<Open> open_;
 };
 
 Tree::Tree(const std::string& text, Slice what) : text_(text) {
     ScanStream stream(text.c_str(), text.c_str() + what.begin);
-    TreeBuilder builder(*this, stream, what.begin);
+    TreeBuilder builder(*this, stream);
     rapidjson::Reader reader;
-    reader.Parse<rapidjson::kParseStopWhenDoneFlag>(stream, builder);
+    reader.Parse<kScanFlags | rapidjson::kParseStopWhenDoneFlag>(stream, builder);
 }
 
 bool Tree::has_key(const Node& node, std::string_view key) const {

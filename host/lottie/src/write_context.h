@@ -20,7 +20,7 @@ struct WriteContext {
     // The file's numbers for a value: layer ids become layer numbers.
     double number(model::StreamType type, const model::Value& value, std::size_t dimension) const {
         if (type != model::StreamType::layer_id) return value.n[dimension];
-        return static_cast<double>(numbers.number_of_id(static_cast<model::LayerId>(value.n[0])));
+        return static_cast<double>(numbers.number_of_id(value.n[0]));
     }
 };
 
