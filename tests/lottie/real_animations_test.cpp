@@ -2,6 +2,7 @@
 // change.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -63,6 +64,58 @@ TEST_F(RealAnimations, with_every_layer_moved_and_back_again_come_back_byte_for_
         EXPECT_TRUE(Document::read(moved).write() == moved) << file.filename();
         document.project().undo().undo_all();
         EXPECT_TRUE(document.write() == text) << file.filename();
+    }
+}
+
+// Copies keyframes as a host does that makes a null move like a layer.
+void copy_transform(model::Layer& from, model::Layer& to) {
+    to.set_flag(model::kIs3D, from.is_3d());
+    for (int number = model::kAnchorPoint; number <= model::kOpacity; ++number) {
+        const model::Stream& stream = from.stream(number);
+        for (std::size_t i = 0; i < stream.keyframe_count(); ++i) {
+            model::Keyframe key = stream.keyframe(i);
+            key.time += from.offset();
+            const std::size_t index = to.stream(number).insert_keyframe(key.time);
+            to.stream(number).set_keyframe(index, key);
+        }
+    }
+}
+
+void expect_same_keyframes(const model::Stream& original, const model::Stream& copy, model::Time offset) {
+    ASSERT_EQ(copy.keyframe_count(), original.keyframe_count() == 1 ? 0 : original.keyframe_count());
+    for (std::size_t i = 0; i < copy.keyframe_count(); ++i) {
+        const model::Keyframe& a = original.keyframe(i);
+        const model::Keyframe& b = copy.keyframe(i);
+        EXPECT_LE(std::abs((a.time + offset).ticks - b.time.ticks), 3);
+        EXPECT_EQ(a.value, b.value);
+        EXPECT_EQ(a.out, b.out);
+        EXPECT_EQ(a.tangent_out, b.tangent_out);
+        for (std::size_t d = 0; d < static_cast<std::size_t>(model::temporal_dimensions(original.type())); ++d) {
+            EXPECT_NEAR(a.ease_in[d].influence, b.ease_in[d].influence, 1e-12);
+            EXPECT_NEAR(a.ease_out[d].influence, b.ease_out[d].influence, 1e-12);
+        }
+    }
+}
+
+TEST_F(RealAnimations, give_their_motion_to_nulls_without_loss) {
+    for (const auto& file : files_) {
+        SCOPED_TRACE(file.filename());
+        const Document document = Document::read(content(file));
+        for (model::Comp* comp : document.project().comps()) {
+            for (model::Layer* layer : comp->stack().to_vector()) copy_transform(*layer, comp->create_null("copy", {}));
+        }
+        const Document again = Document::read(document.write());
+        const std::vector<model::Comp*> comps = again.project().comps();
+        for (std::size_t c = 0; c < comps.size(); ++c) {
+            const int originals = comps[c]->layer_count() / 2;  // each null was put on top of all before it
+            for (int i = 0; i < originals && !HasFailure(); ++i) {
+                model::Layer& original = comps[c]->layer_at(originals + i);
+                model::Layer& copy = comps[c]->layer_at(originals - 1 - i);
+                for (int number = model::kAnchorPoint; number <= model::kOpacity; ++number) {
+                    expect_same_keyframes(original.stream(number), copy.stream(number), original.offset());
+                }
+            }
+        }
     }
 }
 
