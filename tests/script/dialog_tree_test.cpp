@@ -132,7 +132,7 @@ TEST(DialogTree, windows_that_were_let_go_do_not_pile_up) {
     World world;
     EXPECT_EQ(
         world.run(
-            "for (var i = 0; i < 60000; i++) { var w = new Window('dialog'); w.add('button'); } w.children.length"),
+            "for (var i = 0; i < 15000; i++) { var w = new Window('dialog'); w.add('button'); } w.children.length"),
         "1");
 }
 

@@ -1,7 +1,9 @@
-// How long a script has been running, with pauses.
+// How long a script has been running, with pauses. A script is slow when it takes both long and the processor: on a
+// busy machine waiting its turn is not its fault.
 #pragma once
 
 #include <chrono>
+#include <ctime>
 
 namespace host::script {
 
@@ -33,10 +35,13 @@ class RunClock {
     using Steady = std::chrono::steady_clock;
     void switch_to(bool running);
     Steady::duration used() const;
+    std::clock_t processor_used() const;
 
     std::chrono::milliseconds limit_;
     Steady::duration used_before_{};
     Steady::time_point since_{};
+    std::clock_t processor_used_before_ = 0;
+    std::clock_t processor_since_ = 0;
     bool counts_ = false;
     bool running_ = false;
 };

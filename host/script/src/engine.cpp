@@ -33,6 +33,7 @@ duk_ret_t run_job(duk_context* ctx, void* pointer) {
 }
 
 duk_ret_t set_up(duk_context* ctx, void*) {
+    Host::of(ctx).define_keeping(ctx);
     define_globals(ctx);
     define_app(ctx);
     define_items(ctx);

@@ -9,13 +9,16 @@ namespace host::script {
 namespace {
 
 // Hidden properties: scripts can neither name nor list them.
-constexpr const char* kTarget = DUK_HIDDEN_SYMBOL("target");
-constexpr const char* kKind = DUK_HIDDEN_SYMBOL("kind");
-constexpr const char* kPropertyName = DUK_HIDDEN_SYMBOL("name");
+// Macros, because the engine looks literals up faster.
+#define HOST_TARGET DUK_HIDDEN_SYMBOL("target")
+#define HOST_KIND DUK_HIDDEN_SYMBOL("kind")
+#define HOST_PROPERTY_NAME DUK_HIDDEN_SYMBOL("name")
+
+constexpr duk_uarridx_t kRecentObjects = 32;
 
 duk_ret_t forget_finalized(duk_context* ctx) {
     // The object may only inherit its target; forget_object() compares, so that does no harm.
-    duk_get_prop_string(ctx, 0, kTarget);
+    duk_get_prop_literal(ctx, 0, HOST_TARGET);
     if (const void* target = duk_get_pointer(ctx, -1)) Host::of(ctx).forget_object(target, duk_get_heapptr(ctx, 0));
     return 0;
 }
@@ -26,7 +29,7 @@ duk_ret_t refuse_to_construct(duk_context* ctx) {
 
 duk_ret_t refuse_to_assign(duk_context* ctx) {
     duk_push_current_function(ctx);
-    duk_get_prop_string(ctx, -1, kPropertyName);
+    duk_get_prop_literal(ctx, -1, HOST_PROPERTY_NAME);
     fail(ctx, std::string("\"") + duk_safe_to_string(ctx, -1) + "\" is read-only");
 }
 
@@ -36,7 +39,7 @@ void define_property(duk_context* ctx, duk_idx_t object, const Property& propert
     duk_push_c_function(ctx, property.set != nullptr ? property.set : refuse_to_assign, 1);
     if (property.set == nullptr) {
         duk_push_string(ctx, property.name);
-        duk_put_prop_string(ctx, -2, kPropertyName);
+        duk_put_prop_literal(ctx, -2, HOST_PROPERTY_NAME);
     }
     duk_def_prop(ctx, object, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_HAVE_SETTER | DUK_DEFPROP_SET_ENUMERABLE);
 }
@@ -140,15 +143,35 @@ void Host::push_object(duk_context* ctx, Kind kind, ClassId class_id, const void
     }
     const duk_idx_t object = duk_push_object(ctx);
     duk_push_int(ctx, static_cast<int>(kind));
-    duk_put_prop_string(ctx, object, kKind);
+    duk_put_prop_literal(ctx, object, HOST_KIND);
     duk_push_pointer(ctx, const_cast<void*>(target));
-    duk_put_prop_string(ctx, object, kTarget);
+    duk_put_prop_literal(ctx, object, HOST_TARGET);
     push_prototype(ctx, class_id);
     duk_set_prototype(ctx, object);
     // On the object itself: a script may exchange the prototype.
-    duk_push_c_function(ctx, forget_finalized, 1);
+    duk_push_heapptr(ctx, finalizer_);
     duk_set_finalizer(ctx, object);
     objects_.emplace(target, duk_get_heapptr(ctx, object));
+    if (kind == Kind::item || kind == Kind::layer) keep_for_a_while(ctx, object);
+}
+
+// Scripts name the same few layers and compositions again and again without holding them.
+void Host::keep_for_a_while(duk_context* ctx, duk_idx_t object) {
+    duk_push_heapptr(ctx, recent_);
+    duk_dup(ctx, object);
+    duk_put_prop_index(ctx, -2, next_recent_++ % kRecentObjects);
+    duk_pop(ctx);
+}
+
+void Host::define_keeping(duk_context* ctx) {
+    duk_push_global_stash(ctx);
+    duk_push_c_function(ctx, forget_finalized, 1);
+    finalizer_ = duk_get_heapptr(ctx, -1);
+    duk_put_prop_literal(ctx, -2, "finalizer");
+    duk_push_array(ctx);
+    recent_ = duk_get_heapptr(ctx, -1);
+    duk_put_prop_literal(ctx, -2, "recent");
+    duk_pop(ctx);
 }
 
 void Host::push_item(duk_context* ctx, const model::Item* item) {
@@ -175,11 +198,11 @@ void Host::forget_object(const void* target, const void* heap_object) {
 
 void* target_of(duk_context* ctx, duk_idx_t index, Kind kind) {
     if (!duk_is_object(ctx, index)) return nullptr;
-    duk_get_prop_string(ctx, index, kKind);
+    duk_get_prop_literal(ctx, index, HOST_KIND);
     const bool matches = duk_get_int_default(ctx, -1, 0) == static_cast<int>(kind);
     duk_pop(ctx);
     if (!matches) return nullptr;
-    duk_get_prop_string(ctx, index, kTarget);
+    duk_get_prop_literal(ctx, index, HOST_TARGET);
     void* target = duk_get_pointer(ctx, -1);
     duk_pop(ctx);
     return target;

@@ -104,6 +104,8 @@ class Host {
     void begin_run();
     void end_run();
 
+    // First of all definitions: what push_object() needs.
+    void define_keeping(duk_context* ctx);
     void define_class(duk_context* ctx, const ClassTable& table);
 
     // Pushes the object that stands for `target`: always the same one as long as scripts hold it. Null pushes null.
@@ -119,7 +121,13 @@ class Host {
     std::size_t dialog_elements = 0;
 
   private:
+    void keep_for_a_while(duk_context* ctx, duk_idx_t object);
+
     std::unique_ptr<EventSink> handlers_;
+    // Engine objects that the stash keeps alive.
+    void* finalizer_ = nullptr;
+    void* recent_ = nullptr;  // an array with the objects made last
+    duk_uarridx_t next_recent_ = 0;
     std::array<void*, static_cast<std::size_t>(ClassId::count)> prototypes_{};
     std::unordered_map<const void*, void*> objects_;  // target -> the living script object for it
 };

@@ -31,8 +31,8 @@ struct Alert {
     std::string title;
 };
 
-// What one run may use. A script that goes beyond is ended, and cannot prevent it, within a few milliseconds; a
-// built-in function at work is waited for. Time in which a dialog waits for its driver does not count.
+// What one run may use. A script that goes beyond is ended, and cannot prevent it, within a few milliseconds; a built-in
+// function at work is waited for. Time is the processor's; what a dialog waits for its driver does not count.
 struct Limits {
     std::size_t memory = std::size_t{512} << 20;  // bytes, of everything the environment holds
     std::chrono::milliseconds time = std::chrono::minutes(2);
