@@ -28,7 +28,7 @@ TEST_F(Ledgers, describe_what_is_left) {
     const HandlePool pool(*this);
     std::vector<std::string> what;
     for (const HandedOut& thing : host.ledger().never_disposed) what.push_back(thing.what);
-    EXPECT_THAT(what, ElementsAre("\"Solid\"", "0 items", HasSubstr("\"Mixer\" of layer"), "64 bytes",
+    EXPECT_THAT(what, ElementsAre("\"Solid\"", "0 items", HasSubstr("\"Mixer\" of layer"), "\"pool\": 64 bytes",
                                   HasSubstr("\"Position\" of layer"), "0 keyframes"));
     EXPECT_EQ(layers()->AEGP_DeleteLayer(pool.layer), 0);
     EXPECT_EQ(host.ledger().never_disposed[2].what, "deleted");

@@ -166,7 +166,7 @@ TEST(NestedTraces, end_the_inner_call_first) {
     host.remove_observer(tracer);
     EXPECT_THAT(tracer.lines(), ElementsAre("CommandSuite1.AEGP_GetUniqueCommand() = 0 -> 1",
                                             "UtilitySuite6.AEGP_ExecuteScript(1, \"go()\", 1) = 0 -> memory 0 "
-                                            "(\"done\"), null"));
+                                            "(\"script result\": \"done\"), null"));
 }
 
 }  // namespace host::suites

@@ -33,9 +33,10 @@ std::vector<MenuItem>::iterator place_of(HostState& host, const MenuItem& item, 
         return std::find_if(items.begin(), items.end(),
                             [&item](const MenuItem& each) { return each.menu == item.menu && each.text > item.text; });
     if (after < 0) refuse_argument("There is no menu position " + std::to_string(after) + ".");
-    return std::find_if(items.begin(), items.end(), [&item, after](const MenuItem& each) mutable {
-        return each.menu == item.menu && after-- == 0;
-    });
+    auto place = items.begin();
+    for (A_long passed = 0; place != items.end(); ++place)
+        if (place->menu == item.menu && passed++ == after) break;
+    return place;
 }
 
 void insert_menu_item(HostState& host, AEGP_Command command, std::string text, AEGP_MenuID menu, A_long after) {

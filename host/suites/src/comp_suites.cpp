@@ -1,5 +1,4 @@
 // Composition suites 4, 6, 7 and 11: items, nulls, selections.
-#include <unordered_set>
 #include <vector>
 
 #include "model/item.h"
@@ -29,8 +28,10 @@ Layer* create_null(std::string name, Comp& comp, const A_Time* duration) {
 }
 
 Collection selection_of(HostState& host, Caller, Comp& comp) {
+    const std::vector<Layer*> selected = comp.selected_layers();
     Collection collection;
-    for (const Layer* layer : comp.selected_layers()) {
+    collection.items.reserve(selected.size());
+    for (const Layer* layer : selected) {
         AEGP_CollectionItemV2 item{};
         item.type = AEGP_CollectionItemType_LAYER;
         item.u.layer.layerH = handle_of(host, *layer);
@@ -42,13 +43,12 @@ Collection selection_of(HostState& host, Caller, Comp& comp) {
 // Only layers can be selected here; members of other kinds are refused.
 void set_selection(HostState& host, Comp& comp, Collection& collection) {
     std::vector<Layer*> layers;
-    std::unordered_set<Layer*> seen;
+    layers.reserve(collection.items.size());
     for (const AEGP_CollectionItemV2& item : collection.items) {
         if (item.type != AEGP_CollectionItemType_LAYER)
             refuse_as_unsupported("The host selects layers only, no members of type " + std::to_string(item.type) +
                                   ".");
-        Layer& layer = living_layer(host, item.u.layer.layerH);
-        if (seen.insert(&layer).second) layers.push_back(&layer);
+        layers.push_back(&living_layer(host, item.u.layer.layerH));
     }
     comp.select(layers);
 }

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -21,10 +23,15 @@ struct OrNull {
     T value;
 };
 
-template <class T>
-OrNull<T> or_null(T value) {
-    return {std::move(value)};
-}
+// Texts that become memory blocks only if the caller wants them.
+struct NarrowText {
+    const char* purpose;
+    std::string text;
+};
+struct WideText {
+    const char* purpose;
+    std::string_view text;  // UTF-8, alive until the call ends
+};
 
 // A value of a stream, to be disposed of by the caller.
 struct NewValue {
@@ -93,6 +100,13 @@ void give(HostState& host, T thing, typename T::Handle* out) {
 template <class T>
 void give(HostState& host, Maybe<T> result, typename T::Handle* out) {
     *out = result.thing ? host.ledger.record(std::move(*result.thing)) : nullptr;
+}
+
+inline void give(HostState& host, NarrowText text, AEGP_MemHandle* out) {
+    *out = host.ledger.record(MemoryBlock::of_text(text.purpose, text.text));
+}
+inline void give(HostState& host, WideText text, AEGP_MemHandle* out) {
+    *out = host.ledger.record(MemoryBlock::of_utf16_text(text.purpose, text.text));
 }
 
 inline void give(HostState& host, NewValue value, AEGP_StreamValue2* out) {

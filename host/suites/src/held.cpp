@@ -67,6 +67,10 @@ bool MemoryBlock::unlock() {
 }
 
 std::string MemoryBlock::describe() const {
+    return quoted(purpose_) + ": " + content_text();
+}
+
+std::string MemoryBlock::content_text() const {
     switch (content_) {
         case Content::text:
             return quoted(std::string_view(static_cast<const char*>(data()), size_ - 1));

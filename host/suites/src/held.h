@@ -88,10 +88,10 @@ class MemoryBlock {
     void lock() { ++locks_; }
     bool unlock();  // false if it was not locked
     int locks() const { return locks_; }
-    const std::string& purpose() const { return purpose_; }
-    std::string describe() const;
+    std::string describe() const;  // what it is for and what is in it
 
   private:
+    std::string content_text() const;
     static constexpr std::align_val_t kAlignment{16};
     struct Free {
         void operator()(std::byte* data) const { ::operator delete(data, kAlignment); }

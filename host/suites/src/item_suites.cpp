@@ -67,8 +67,8 @@ void narrow_name(HostState& host, Item& item, A_char* buffer) {
     buffer[text.size()] = '\0';
 }
 
-MemoryBlock wide_name(Caller, Item& item) {
-    return MemoryBlock::of_utf16_text("item name", item.name());
+WideText wide_name(Caller, Item& item) {
+    return {"item name", item.name()};
 }
 
 void delete_item(HostState& host, Item& item) {

@@ -55,9 +55,8 @@ void narrow_names(HostState& host, Layer& layer, A_char* own_name, A_char* sourc
     copy_name(host, layer.source_name(), source_name);
 }
 
-std::tuple<OrNull<MemoryBlock>, OrNull<MemoryBlock>> wide_names(Caller, Layer& layer) {
-    return {or_null(MemoryBlock::of_utf16_text("layer name", layer.own_name())),
-            or_null(MemoryBlock::of_utf16_text("source name", layer.source_name()))};
+std::tuple<OrNull<WideText>, OrNull<WideText>> wide_names(Caller, Layer& layer) {
+    return {{{"layer name", layer.own_name()}}, {{"source name", layer.source_name()}}};
 }
 
 // An empty name takes the layer's own name away.

@@ -73,14 +73,14 @@ std::string_view name_of(HandleKind kind) {
 }
 
 std::string why_not(RawHandle handle, HandleKind wanted, std::uint8_t host) {
+    const auto parts = decode(handle);
+    if (parts && parts->kind == wanted && parts->host == host) return {};
     const std::string name(name_of(wanted));
     if (handle == 0) return "The " + name + " handle is null.";
-    const auto parts = decode(handle);
     if (!parts) return "The " + name + " handle is no handle of this host.";
     if (parts->kind != wanted)
         return "A handle of kind " + std::string(name_of(parts->kind)) + " stands where one of kind " + name + " must.";
-    if (parts->host != host) return "The " + name + " handle comes from another session.";
-    return {};
+    return "The " + name + " handle comes from another session.";
 }
 
 RawHandle Ledger::handle_of(std::uint32_t place) const {

@@ -1,5 +1,4 @@
 // Memory suite 1.
-
 #include "refusals.h"
 #include "slot.h"
 #include "trapped_suite.h"
@@ -32,7 +31,7 @@ int size_of(MemoryBlock& block) {
     return static_cast<int>(block.size());
 }
 
-void resize(std::string, AEGP_MemSize size, MemoryBlock& block) {
+void resize(std::string_view, AEGP_MemSize size, MemoryBlock& block) {
     if (block.locks() > 0) refuse_state("The memory is locked.");
     block.resize(size);
 }

@@ -86,7 +86,7 @@ Maybe<MemoryBlock> expression(HostState& host, Caller, StreamRef ref) {
     return {MemoryBlock::of_text("expression", ref.stream->data().expression)};
 }
 
-void set_expression(Caller, StreamRef ref, std::string text) {
+void set_expression(Caller, StreamRef ref, std::string_view text) {
     ref.stream->set_expression(text);
 }
 

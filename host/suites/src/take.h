@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "AE_GeneralPlug.h"
 #include "held.h"
@@ -78,6 +79,15 @@ struct Take<std::string> {
     static std::string from(HostState&, const A_UTF16Char* text) {
         if (!text) refuse_null("text");
         return utf8_from_utf16(from_plugin(text));
+    }
+};
+
+// Narrow text to be read while the call lasts.
+template <>
+struct Take<std::string_view> {
+    static std::string_view from(HostState&, const A_char* text) {
+        if (!text) refuse_null("text");
+        return text;
     }
 };
 

@@ -1,5 +1,6 @@
 // Utility suites 3 and 6: messages, undo groups, scripts.
 #include <tuple>
+#include <utility>
 
 #include "refusals.h"
 #include "slot.h"
@@ -23,12 +24,13 @@ void end_undo_group(HostState& host) {
 
 // Narrow text is UTF-8 here, so that both encodings are the same. A script that fails is the script's affair: the call
 // succeeds with an empty result, unless the rules are strict.
-std::tuple<OrNull<MemoryBlock>, OrNull<MemoryBlock>> execute_script(HostState& host, Caller, std::string text, bool) {
+std::tuple<OrNull<NarrowText>, OrNull<NarrowText>> execute_script(HostState& host, Caller, std::string_view text,
+                                                                  bool) {
     if (!host.ports.run_script) refuse_as_unsupported("This session runs no scripts.");
-    const ScriptOutcome outcome = host.ports.run_script(text);
+    ScriptOutcome outcome = host.ports.run_script(text);
     if (outcome.failed && host.project.rules().failing_script_is_an_error) refuse_state(outcome.error);
-    return {or_null(MemoryBlock::of_text("script result", outcome.failed ? std::string() : outcome.result)),
-            or_null(MemoryBlock::of_text("script error", outcome.failed ? outcome.error : std::string()))};
+    return {{{"script result", outcome.failed ? std::string() : std::move(outcome.result)}},
+            {{"script error", outcome.failed ? std::move(outcome.error) : std::string()}}};
 }
 
 template <class Suite>

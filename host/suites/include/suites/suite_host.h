@@ -81,7 +81,7 @@ class SuiteHost {
     const std::vector<CommandHook>& command_hooks() const;
     const std::vector<UpdateMenuHook>& update_menu_hooks() const;
 
-    // Observers
+    // Observers come and go between calls, not while one runs.
     void add_observer(Observer& observer);
     void remove_observer(Observer& observer);
 
