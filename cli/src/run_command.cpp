@@ -43,8 +43,7 @@ class Run {
             return ExitCode::done;
         } catch (const Failure& failure) {
             return tell(name, record, failure);
-        } catch (
-            const std::exception& unforeseen) {  // out of memory, a file that only its content's reader finds wanting
+        } catch (const std::exception& unforeseen) {  // such as running out of memory
             return tell(name, record, Failure(ExitCode::failed, unforeseen.what()));
         }
     }
