@@ -1,7 +1,6 @@
 // Keyframes as the file spells them.
 #include "keyframe_writer.h"
 
-#include <algorithm>
 #include <array>
 #include <optional>
 

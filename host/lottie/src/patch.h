@@ -44,7 +44,6 @@ class SequenceEdit {
 
     std::size_t size() const { return units_.size(); }
     void remove(std::size_t unit) { removed_[unit] = true; }
-    bool is_removed(std::size_t unit) const { return removed_[unit]; }
     // Behind unit `unit` - 1 and what was inserted there before; 0 = at the front.
     void insert_before(std::size_t unit, std::string text) { inserted_[unit].push_back(std::move(text)); }
     void append(std::string text) { insert_before(size(), std::move(text)); }

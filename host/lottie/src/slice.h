@@ -10,7 +10,6 @@ struct Slice {
     std::uint32_t begin = 0;
     std::uint32_t end = 0;
 
-    std::uint32_t size() const { return end - begin; }
     bool empty() const { return begin == end; }
     bool contains(Slice inner) const { return begin <= inner.begin && inner.end <= end; }
     std::string_view of(std::string_view text) const { return text.substr(begin, end - begin); }

@@ -1,7 +1,6 @@
 // A layer's own streams (transform, time remapping, zoom, levels) in its text.
 #include "stream_writer.h"
 
-#include <algorithm>
 #include <array>
 #include <map>
 #include <memory>

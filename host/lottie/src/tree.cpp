@@ -3,8 +3,6 @@
 
 #include <rapidjson/reader.h>
 
-#include <charconv>
-
 #include "json_text.h"
 #include "refuse.h"
 #include "scan_stream.h"
