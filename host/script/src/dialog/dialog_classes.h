@@ -33,6 +33,7 @@ void push_element(Call& call, const Element* element);
 // The element an argument stands for; null when it is none.
 Element* element_argument(Call& call, duk_idx_t i);
 Window& self_window(Call& call);
+Element& self_container(Call& call);
 // Puts a new element's object where scripts look for it: into the parent's children and under its name.
 void attach_object(Call& call, Element& element);
 // What add() and Window() say about a new element, read before it is made: bad values make none.
@@ -51,6 +52,7 @@ std::array<double, 4> bounds_argument(Call& call, duk_idx_t i);
 
 void define_measures(duk_context* ctx);
 void define_elements(duk_context* ctx);
+void define_containers(duk_context* ctx);
 void define_window(duk_context* ctx);
 
 // Accessors for the element classes, from measures.cpp: objects with named numbers that write through to the element.
@@ -64,5 +66,13 @@ duk_ret_t get_bounds(Call& call);
 duk_ret_t set_bounds(Call& call);
 duk_ret_t get_margins(Call& call);
 duk_ret_t set_margins(Call& call);
+
+// From arrangement.cpp.
+duk_ret_t get_alignment(Call& call);
+duk_ret_t set_alignment(Call& call);
+duk_ret_t get_align_children(Call& call);
+duk_ret_t set_align_children(Call& call);
+duk_ret_t get_orientation(Call& call);
+duk_ret_t set_orientation(Call& call);
 
 }  // namespace host::script

@@ -122,6 +122,7 @@ void define_window(duk_context* ctx) {
 void define_dialogs(duk_context* ctx) {
     define_measures(ctx);
     define_elements(ctx);
+    define_containers(ctx);
     define_window(ctx);
 }
 

@@ -1,0 +1,163 @@
+// The script classes of containers, and how new elements come into them.
+#include "dialog/dialog_classes.h"
+#include "text.h"
+
+namespace host::script {
+
+namespace {
+
+duk_ret_t add(Call& call);
+duk_ret_t find_element(Call& call);
+duk_ret_t children(Call& call);
+duk_ret_t spacing(Call& call);
+duk_ret_t set_spacing(Call& call);
+
+constexpr Method kContainerMethods[] = {
+    {"add", 4, guarded<add>},
+    {"findElement", 1, guarded<find_element>},
+};
+
+constexpr Property kContainerProperties[] = {
+    {"children", guarded<children>, nullptr},
+    {"orientation", guarded<get_orientation>, guarded<set_orientation>},
+    {"alignChildren", guarded<get_align_children>, guarded<set_align_children>},
+    {"spacing", guarded<spacing>, guarded<set_spacing>},
+    {"margins", guarded<get_margins>, guarded<set_margins>},
+};
+
+constexpr ClassTable kClasses[] = {
+    {ClassId::container, nullptr, ClassId::element, nullptr, kContainerMethods, kContainerProperties},
+    {ClassId::group, nullptr, ClassId::container, nullptr, {}, {}},
+    {ClassId::panel, nullptr, ClassId::container, nullptr, {}, {}},
+};
+
+constexpr const char* kElements =
+    DUK_HIDDEN_SYMBOL("elements");  // on containers: an array that keeps the children's objects
+constexpr const char* kWindow = DUK_HIDDEN_SYMBOL("window");  // on elements: keeps the window's object
+
+// add(type, bounds, text, {name, ...}); containers have no text to speak of, so theirs may be left out.
+duk_ret_t add(Call& call) {
+    Element& container = self_container(call);
+    const std::string wanted = call.text(0);
+    const auto type = element_type(wanted);
+    if (!type || type == ElementType::window) call.fail("dialogs have no element of type \"" + wanted + "\"");
+    const bool text_is_left_out = duk_is_object(call.ctx, 2) != 0;
+    const Creation creation = read_creation(call, 1, text_is_left_out ? -1 : 2, text_is_left_out ? 2 : 3);
+    count_new_element(call);
+    Element& element = container.add_child(*type);
+    creation.apply_to(element);
+    attach_object(call, element);
+    return 1;
+}
+
+duk_ret_t find_element(Call& call) {
+    const Element& container = self_container(call);
+    push_element(call, container.find_named(call.text(0)));
+    return 1;
+}
+
+// Makes the element's object, on top of the stack, a property of another object under the element's name. A name never
+// hides a property that is there already.
+void set_under_name(Call& call, duk_idx_t owner, const Element& element) {
+    if (element.name().empty()) return;
+    push_text(call.ctx, element.name());
+    if (duk_has_prop(call.ctx, owner)) return;
+    push_text(call.ctx, element.name());
+    duk_dup(call.ctx, -2);
+    duk_put_prop(call.ctx, owner);
+}
+
+// A new array each time, so that scripts cannot take elements out; with the names of the children as properties.
+duk_ret_t children(Call& call) {
+    const Element& container = self_container(call);
+    const duk_idx_t array = duk_push_array(call.ctx);
+    duk_uarridx_t index = 0;
+    for (const auto& child : container.children()) {
+        push_element(call, child.get());
+        set_under_name(call, array, *child);
+        duk_put_prop_index(call.ctx, array, index++);
+    }
+    return 1;
+}
+
+duk_ret_t spacing(Call& call) {
+    return call.give(self_container(call).layout().spacing);
+}
+
+duk_ret_t set_spacing(Call& call) {
+    Element& container = self_container(call);
+    container.layout().spacing = call.number(0);
+    return call.nothing();
+}
+
+}  // namespace
+
+Element& self_container(Call& call) {
+    Element& element = call.self_element();
+    if (!element.is_container()) call.fail("called on something that is no container");
+    return element;
+}
+
+void count_new_element(Call& call) {
+    if (call.host.dialog_elements >= kMostElements) {
+        // Windows are garbage in circles. What has a finalizer goes in the second round.
+        duk_gc(call.ctx, 0);
+        duk_gc(call.ctx, 0);
+        if (call.host.dialog_elements >= kMostElements) call.fail("too many dialog elements");
+    }
+    ++call.host.dialog_elements;
+}
+
+void attach_object(Call& call, Element& element) {
+    push_element(call, element.parent());
+    const duk_idx_t parent = duk_get_top_index(call.ctx);
+    push_element(call, &element);
+    const duk_idx_t object = duk_get_top_index(call.ctx);
+
+    push_element(call, &element.window());
+    duk_put_prop_string(call.ctx, object, kWindow);
+
+    if (!duk_get_prop_string(call.ctx, parent, kElements)) {
+        duk_pop(call.ctx);
+        duk_push_array(call.ctx);
+        duk_dup_top(call.ctx);
+        duk_put_prop_string(call.ctx, parent, kElements);
+    }
+    duk_dup(call.ctx, object);
+    duk_put_prop_index(call.ctx, -2, static_cast<duk_uarridx_t>(element.parent()->children().size() - 1));
+    duk_pop(call.ctx);
+
+    set_under_name(call, parent, element);
+}
+
+Creation read_creation(Call& call, duk_idx_t bounds, duk_idx_t text, duk_idx_t properties) {
+    Creation creation;
+    if (call.given(bounds)) creation.bounds = bounds_argument(call, bounds);
+    if (text >= 0 && call.given(text)) creation.text = call.text(text);
+    if (!duk_is_object(call.ctx, properties)) return creation;
+    duk_get_prop_string(call.ctx, properties, "name");
+    if (call.given(-1)) creation.name = call.text(-1);
+    duk_get_prop_string(call.ctx, properties, "multiline");
+    creation.is_multiline = call.boolean(-1);
+    duk_get_prop_string(call.ctx, properties, "readonly");
+    creation.is_read_only = call.boolean(-1);
+    duk_pop_3(call.ctx);
+    return creation;
+}
+
+void Creation::apply_to(Element& element) const {
+    element.set_text(text);
+    element.set_name(name);
+    element.set_multiline(is_multiline);
+    element.set_read_only(is_read_only);
+    if (!bounds) return;
+    const auto [left, top, right, bottom] = *bounds;
+    element.layout().location = {left, top};
+    element.layout().size = {right - left, bottom - top};
+}
+
+void define_containers(duk_context* ctx) {
+    for (const ClassTable& table : kClasses) Host::of(ctx).define_class(ctx, table);
+}
+
+}  // namespace host::script
