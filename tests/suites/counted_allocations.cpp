@@ -28,7 +28,14 @@ void* operator new(std::size_t size, std::align_val_t alignment) {
     const auto unit = static_cast<std::size_t>(alignment);
     return counted(std::aligned_alloc(unit, (size + unit - 1) / unit * unit));
 }
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    ++allocations;
+    return std::malloc(size);
+}
 void operator delete(void* block) noexcept {
+    std::free(block);
+}
+void operator delete(void* block, const std::nothrow_t&) noexcept {
     std::free(block);
 }
 void operator delete(void* block, std::size_t) noexcept {
