@@ -9,11 +9,17 @@
 namespace script_test {
 namespace {
 
-#if defined(__SANITIZE_ADDRESS__)
-constexpr int kLarge = 20'000;  // each new megabyte of script costs this build a hundred times as much
+// Clang and GCC tell of their address sanitizer in different ways. With it, making room for a long script takes most of
+// the time, so fewer layers do and the times say nothing.
+#if defined(__has_feature)
+#define HAS_ADDRESS_SANITIZER __has_feature(address_sanitizer)
+#elif defined(__SANITIZE_ADDRESS__)
+#define HAS_ADDRESS_SANITIZER 1
 #else
-constexpr int kLarge = 100'000;
+#define HAS_ADDRESS_SANITIZER 0
 #endif
+constexpr bool kTimesTell = !HAS_ADDRESS_SANITIZER;
+constexpr int kLarge = kTimesTell ? 100'000 : 20'000;
 
 double processor_seconds() {
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
@@ -59,7 +65,9 @@ TEST(Scale, a_script_of_four_statements_for_each_layer_takes_time_in_proportion_
     const double small = seconds_for(kLarge / 10);
     const double large = seconds_for(kLarge);
     std::cout << kLarge / 10 << " layers: " << small << " s; " << kLarge << " layers: " << large << " s\n";
-    EXPECT_LT(large, 30 * small + 1);
+    if (kTimesTell) {
+        EXPECT_LT(large, 30 * small + 1);
+    }
 }
 
 TEST(Scale, many_small_scripts_cost_no_more_than_a_large_one) {
@@ -71,7 +79,9 @@ TEST(Scale, many_small_scripts_cost_no_more_than_a_large_one) {
     }
     const double taken = processor_seconds() - start;
     std::cout << kCount << " scripts: " << taken << " s\n";
-    EXPECT_LT(taken, 20);
+    if (kTimesTell) {
+        EXPECT_LT(taken, 20);
+    }
 }
 
 }  // namespace
