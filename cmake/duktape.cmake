@@ -15,10 +15,20 @@ function(add_stoppable_duktape target)
   # The source includes its configuration from beside itself, so the three files go to one folder.
   configure_file("${duktape_from}/duktape.h" "${folder}/duktape.h" COPYONLY)
   # Some instructions are slow, so the check comes every 200 instead of every 262144. A regular expression never asks; it
-  # may take this many steps, half a second, instead of a minute.
+  # may take this many steps, half a second, instead of a minute. A jump over more instructions than its number can hold is
+  # an error instead of a jump to somewhere else.
+  set(fits_check "if (offset < -DUK_BC_JUMP_BIAS || offset >= DUK_BC_JUMP_BIAS) \
+DUK_ERROR_RANGE(comp_ctx->thr, DUK_STR_BYTECODE_LIMIT);")
+  set(emit_jump "DUK_ASSERT(offset + DUK_BC_JUMP_BIAS <= DUK_BC_ABC_MAX);")
+  set(patch_jump "instr->ins = DUK_ENC_OP_ABC(DUK_OP_JUMP, offset + DUK_BC_JUMP_BIAS);")
+  set(join_jumps "bc[i].ins = DUK_ENC_OP_ABC(DUK_OP_JUMP, target_pc2 - (i + 1) + DUK_BC_JUMP_BIAS);")
+  set(far_apart "if (target_pc2 - i <= -DUK_BC_JUMP_BIAS || target_pc2 - i >= DUK_BC_JUMP_BIAS) continue;")
   copy_with_changes("${duktape_from}/duktape.c" "${folder}/duktape.cpp"
     "#define DUK_HTHREAD_INTCTR_DEFAULT (256L * 1024L)" "#define DUK_HTHREAD_INTCTR_DEFAULT 200L"
-    "#define DUK_RE_EXECUTE_STEPS_LIMIT 1000000000L" "#define DUK_RE_EXECUTE_STEPS_LIMIT 20000000L")
+    "#define DUK_RE_EXECUTE_STEPS_LIMIT 1000000000L" "#define DUK_RE_EXECUTE_STEPS_LIMIT 20000000L"
+    "${emit_jump}" "${fits_check}"
+    "${patch_jump}" "${fits_check} ${patch_jump}"
+    "${join_jumps}" "${far_apart} ${join_jumps}")
   # Collecting garbage may recurse deeper: with the default, long chains of objects take the square of their length.
   copy_with_changes("${duktape_from}/duk_config.h" "${folder}/duk_config.h" "/* __OVERRIDE_DEFINES__ */"
 "#define DUK_USE_CPP_EXCEPTIONS

@@ -84,5 +84,14 @@ TEST(Scale, many_small_scripts_cost_no_more_than_a_large_one) {
     }
 }
 
+TEST(Scale, a_block_longer_than_a_jump_can_reach_is_an_error_and_no_crash) {
+    if (!kTimesTell) GTEST_SKIP() << "takes minutes in this build";
+    World world;
+    std::string text = "var x = 0; if (x) {";
+    for (int i = 0; i < 9'000'000; ++i) text += "x;";
+    EXPECT_NE(world.error(text + "}").find("RangeError: bytecode limit"), std::string::npos);
+    EXPECT_EQ(world.run("1 + 1"), "2");
+}
+
 }  // namespace
 }  // namespace script_test
