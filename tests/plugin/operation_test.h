@@ -31,7 +31,10 @@ class OperationTest : public testing::Test {
         host.active_item = main->item;
     }
 
-    void TearDown() override { EXPECT_EQ(host.held, 0) << "a suite was not released"; }
+    void TearDown() override {
+        EXPECT_EQ(host.held, 0) << "a suite was not released";
+        EXPECT_THAT(host.not_open, testing::IsEmpty()) << "something was given back that was not held";
+    }
 
     // Every call of the operation fails once: the code comes back, and that call is the last.
     void expect_chain(const std::function<void()>& prepare, const std::function<A_Err()>& operation) {

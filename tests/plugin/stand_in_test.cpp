@@ -25,8 +25,8 @@ TEST_F(StandIn, null_takes_name_timing_and_pixel_aspect_ratio) {
                             "Comp11.CreateNullInComp({{Intro_exflate}}, main, 5/1)",
                             "Layer5.SetLayerInPointAndDuration(null, layer, 10/1, 5/1)",
                             "Layer5.GetLayerSourceItem(null)", "Footage5.GetFootageInterpretation(nullItem, main)",
-                            "Footage5.SetFootageInterpretation(nullItem, main, depth 9, 2:1)", "Layer5.IsLayer3D(nest)",
-                            "Layer5.SetLayerFlag(null, 2048, false)"));
+                            "Footage5.SetFootageInterpretation(nullItem, main, 2:1, rest as read)",
+                            "Layer5.IsLayer3D(nest)", "Layer5.SetLayerFlag(null, 2048, false)"));
 }
 
 TEST_F(StandIn, null_is_3d_exactly_when_the_precomp_layer_is) {
@@ -57,7 +57,7 @@ TEST_F(StandIn, solid_is_white_and_has_the_precomps_size) {
                     "Layer5.GetLayerInPoint(nest, comp)", "Item5.GetItemPixelAspectRatio(inner)",
                     "Footage5.NewSolidFootage(test, 1920, 1080, 1, 1, 1, 1)", "Item5.GetItemParentFolder(inner)",
                     "Footage5.AddFootageToProject(footage, root)", "Footage5.GetFootageInterpretation(solidItem, main)",
-                    "Footage5.SetFootageInterpretation(solidItem, main, depth 9, 2:1)",
+                    "Footage5.SetFootageInterpretation(solidItem, main, 2:1, rest as read)",
                     "Layer5.AddLayer(solidItem, main)", "Layer5.SetLayerInPointAndDuration(added, layer, 10/1, 5/1)"));
 }
 

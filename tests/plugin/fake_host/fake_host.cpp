@@ -124,6 +124,20 @@ int Host::count_of(const std::string& part) const {
 void Host::forget_calls() {
     calls.clear();
     calls_made_ = 0;
+    open.clear();
+}
+
+void Host::opened(const std::string& entry) {
+    open.push_back(entry);
+}
+
+void Host::closed(const std::string& entry) {
+    const auto found = std::find(open.begin(), open.end(), entry);
+    if (found == open.end()) {
+        not_open.push_back(entry);
+    } else {
+        open.erase(found);
+    }
 }
 
 A_Err Host::call(const std::string& function, const std::vector<std::string>& arguments,
@@ -136,6 +150,7 @@ A_Err Host::call(const std::string& function, const std::vector<std::string>& ar
     line += ")";
     calls.push_back(line);
     ++calls_made_;
+    on_call(line);
     if (calls_made_ == fail_at) return kInjected;
     if (!fail_on.empty() && line.find(fail_on) != std::string::npos) return kInjected;
     return body();

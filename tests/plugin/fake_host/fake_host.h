@@ -45,7 +45,7 @@ struct Keyframe {
     AEGP_KeyframeFlags flags = 0;
     AEGP_KeyframeInterpolationType in = AEGP_KeyInterp_LINEAR;
     AEGP_KeyframeInterpolationType out = AEGP_KeyInterp_LINEAR;
-    std::vector<double> in_eases;
+    std::vector<double> in_eases;  // speeds by dimension; the influence is a tenth of the speed
     std::vector<double> out_eases;
     double in_tangent = 0;
     double out_tangent = 0;
@@ -61,6 +61,7 @@ struct Stream {
     std::vector<Keyframe> keyframes;
     bool has_expression = false;
     std::string expression;
+    const void* expression_given = nullptr;  // where the text that was set last stood
     bool expression_enabled = false;
 };
 
@@ -141,7 +142,18 @@ class Host {
     std::vector<std::string> calls;
     std::vector<std::string> calls_of(const std::string& part) const;  // those that contain the part
     int count_of(const std::string& part) const;
-    void forget_calls();
+    void forget_calls();  // and what is open
+
+    // Sees each call's line before the call takes effect.
+    std::function<void(const std::string&)> on_call = [](const std::string&) {};
+
+    // ---- The ledger of what the host handed out to be given back, in the order of handing out: "stream nest/1",
+    // "value 55 of nest/1", "effect nest.blur", "memory1", "lock of memory1", "batch1", "collection1"
+
+    std::vector<std::string> open;
+    std::vector<std::string> not_open;  // given back without having been open
+    void opened(const std::string& entry);
+    void closed(const std::string& entry);
 
     // ---- Faults
 
@@ -257,6 +269,9 @@ inline std::string text_of(const A_Time& time) {
     return std::to_string(time.value) + "/" + std::to_string(time.scale);
 }
 std::string text_of(const AEGP_StreamValue2& value);
+inline std::string entry_of(const AEGP_StreamValue2& value) {
+    return "value " + text_of(value) + " of " + text_of(value.streamH);
+}
 std::string number(double value);
 inline std::string number(A_long value) {
     return std::to_string(value);

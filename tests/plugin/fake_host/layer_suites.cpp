@@ -72,12 +72,40 @@ A_Err get_layer_name(AEGP_LayerH layer, A_char* layer_name, A_char* source_name)
     });
 }
 
+std::string utf8(const std::u16string& text) {
+    std::string bytes;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char32_t code = text[i];
+        if (code >= 0xD800 && code < 0xDC00 && i + 1 < text.size()) {
+            code = 0x10000 + ((code - 0xD800) << 10) + (text[++i] - 0xDC00u);
+        }
+        const auto add = [&bytes](char32_t byte) { bytes += static_cast<char>(byte); };
+        const auto add_tail = [&](int shift) { add(0x80 | ((code >> shift) & 0x3F)); };
+        if (code < 0x80) {
+            add(code);
+        } else if (code < 0x800) {
+            add(0xC0 | (code >> 6));
+            add_tail(0);
+        } else if (code < 0x10000) {
+            add(0xE0 | (code >> 12));
+            add_tail(6);
+            add_tail(0);
+        } else {
+            add(0xF0 | (code >> 18));
+            add_tail(12);
+            add_tail(6);
+            add_tail(0);
+        }
+    }
+    return bytes;
+}
+
 A_Err set_layer_name(AEGP_LayerH layer, const A_UTF16Char* name) {
     return host().call("Layer6.SetLayerName", {text_of(layer), narrow(name)}, [&] {
         Layer* renamed = object<Layer>(layer);
         renamed->written_name.clear();
         for (; *name != 0; ++name) renamed->written_name += static_cast<char16_t>(*name);
-        renamed->own_name.assign(renamed->written_name.begin(), renamed->written_name.end());
+        renamed->own_name = utf8(renamed->written_name);
         return A_Err_NONE;
     });
 }

@@ -1,4 +1,6 @@
 // Suites of the fake host: the project, its items, compositions, footage.
+#include <cstring>
+
 #include "fake_host.h"
 
 namespace fake {
@@ -124,6 +126,7 @@ A_Err get_new_collection_from_comp_selection(AEGP_PluginID id, AEGP_CompH comp, 
         Collection* made = host().add_collection("", selected->selection);
         made->items.insert(made->items.end(), selected->other_selected.begin(), selected->other_selected.end());
         *collection = handle(made);
+        host().opened(text_of(*collection));
         return A_Err_NONE;
     });
 }
@@ -148,20 +151,26 @@ A_Err create_null_in_comp(const A_UTF16Char* name, AEGP_CompH comp, const A_Time
     });
 }
 
-// The depth shows that the record set is the one that was read.
+// A record without a member that is zero, so that one which is lost or changed shows.
+void write_interpretation(const A_Ratio& ratio, AEGP_FootageInterp* interpretation) {
+    std::memset(interpretation, 0x5a, sizeof *interpretation);
+    interpretation->pix_aspect_ratio = ratio;
+}
+
 A_Err get_footage_interpretation(AEGP_ItemH item, A_Boolean proxy, AEGP_FootageInterp* interpretation) {
     return host().call("Footage5.GetFootageInterpretation", {text_of(item), proxy ? "proxy" : "main"}, [&] {
-        *interpretation = {};
-        interpretation->depthL = 9;
-        interpretation->pix_aspect_ratio = object<Item>(item)->pixel_aspect_ratio;
+        write_interpretation(object<Item>(item)->pixel_aspect_ratio, interpretation);
         return A_Err_NONE;
     });
 }
 
 A_Err set_footage_interpretation(AEGP_ItemH item, A_Boolean proxy, const AEGP_FootageInterp* interpretation) {
     const A_Ratio ratio = interpretation->pix_aspect_ratio;
-    const Arguments arguments = {text_of(item), proxy ? "proxy" : "main", "depth " + number(interpretation->depthL),
-                                 number(ratio.num) + ":" + number(ratio.den)};
+    AEGP_FootageInterp expected;
+    write_interpretation(ratio, &expected);
+    const bool only_ratio = std::memcmp(&expected, interpretation, sizeof expected) == 0;
+    const Arguments arguments = {text_of(item), proxy ? "proxy" : "main", number(ratio.num) + ":" + number(ratio.den),
+                                 only_ratio ? "rest as read" : "rest changed"};
     return host().call("Footage5.SetFootageInterpretation", arguments, [&] {
         object<Item>(item)->pixel_aspect_ratio = ratio;
         return A_Err_NONE;

@@ -70,7 +70,10 @@ A_Err execute_script(AEGP_PluginID id, const A_char* script, A_Boolean platform_
                                  error == nullptr ? "null" : "error"};
     return host().call("Utility6.ExecuteScript", arguments, [&] {
         const std::string text = host().on_script(script);
-        if (result != nullptr) *result = handle(host().add_memory(text));
+        if (result != nullptr) {
+            *result = handle(host().add_memory(text));
+            host().opened(text_of(*result));
+        }
         return A_Err_NONE;
     });
 }
@@ -79,17 +82,22 @@ A_Err lock_mem_handle(AEGP_MemHandle memory, void** text) {
     return host().call("Memory1.LockMemHandle", {text_of(memory)}, [&] {
         if (memory == nullptr) return A_Err_PARAMETER;
         *text = object<Memory>(memory)->text.data();
+        host().opened("lock of " + text_of(memory));
         return A_Err_NONE;
     });
 }
 
 A_Err unlock_mem_handle(AEGP_MemHandle memory) {
-    return host().call("Memory1.UnlockMemHandle", {text_of(memory)}, [] { return A_Err_NONE; });
+    return host().call("Memory1.UnlockMemHandle", {text_of(memory)}, [&] {
+        host().closed("lock of " + text_of(memory));
+        return A_Err_NONE;
+    });
 }
 
 A_Err free_mem_handle(AEGP_MemHandle memory) {
     return host().call("Memory1.FreeMemHandle", {text_of(memory)}, [&] {
         object<Memory>(memory)->text.assign("freed");
+        host().closed(text_of(memory));
         return A_Err_NONE;
     });
 }
@@ -97,12 +105,16 @@ A_Err free_mem_handle(AEGP_MemHandle memory) {
 A_Err new_collection(AEGP_PluginID id, AEGP_Collection2H* collection) {
     return host().call("Collection2.NewCollection", {number(id)}, [&] {
         *collection = handle(host().add_collection("", {}));
+        host().opened(text_of(*collection));
         return A_Err_NONE;
     });
 }
 
 A_Err dispose_collection(AEGP_Collection2H collection) {
-    return host().call("Collection2.DisposeCollection", {text_of(collection)}, [] { return A_Err_NONE; });
+    return host().call("Collection2.DisposeCollection", {text_of(collection)}, [&] {
+        host().closed(text_of(collection));
+        return A_Err_NONE;
+    });
 }
 
 A_Err get_collection_num_items(AEGP_Collection2H collection, A_u_long* count) {

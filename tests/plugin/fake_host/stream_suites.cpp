@@ -18,6 +18,36 @@ Keyframe& keyframe_of(AEGP_StreamRefH stream, AEGP_KeyframeIndex index) {
 void write_value(double number_value, AEGP_StreamRefH stream, AEGP_StreamValue2* value) {
     value->streamH = stream;
     value->val.one_d = number_value;
+    host().opened(entry_of(*value));
+}
+
+constexpr double kInfluence = 0.1;
+
+AEGP_KeyframeEase ease_of(double speed) {
+    return {speed, speed * kInfluence};
+}
+
+std::string ease_text(const AEGP_KeyframeEase& ease) {
+    return number(ease.speedF) + (ease.influenceF == ease.speedF * kInfluence ? "" : " with another influence");
+}
+
+void put(std::vector<double>& eases, A_long dimension, double speed) {
+    const auto place = static_cast<std::size_t>(dimension);
+    if (eases.size() <= place) eases.resize(place + 1);
+    eases[place] = speed;
+}
+
+// A keyframe takes the place of one at the same time.
+std::size_t put(std::vector<Keyframe>& keyframes, const Keyframe& keyframe) {
+    std::size_t place = 0;
+    while (place < keyframes.size() && keyframes[place].time.value < keyframe.time.value) ++place;
+    const auto position = keyframes.begin() + static_cast<std::ptrdiff_t>(place);
+    if (position != keyframes.end() && position->time.value == keyframe.time.value) {
+        *position = keyframe;
+    } else {
+        keyframes.insert(position, keyframe);
+    }
+    return place;
 }
 
 A_Err is_stream_legal(AEGP_LayerH layer, AEGP_LayerStream number_of_stream, A_Boolean* legal) {
@@ -38,6 +68,7 @@ A_Err get_new_layer_stream(AEGP_PluginID id, AEGP_LayerH layer, AEGP_LayerStream
                            AEGP_StreamRefH* stream) {
     return host().call("Stream4.GetNewLayerStream", {number(id), text_of(layer), number(number_of_stream)}, [&] {
         *stream = handle(host().layer_stream(object<Layer>(layer), number_of_stream));
+        host().opened("stream " + text_of(*stream));
         return A_Err_NONE;
     });
 }
@@ -53,12 +84,16 @@ A_Err get_new_effect_stream_by_index(AEGP_PluginID id, AEGP_EffectRefH effect, P
                                      AEGP_StreamRefH* stream) {
     return host().call("Stream4.GetNewEffectStreamByIndex", {number(id), text_of(effect), number(index)}, [&] {
         *stream = handle(object<Effect>(effect)->parameters.at(static_cast<std::size_t>(index)));
+        host().opened("stream " + text_of(*stream));
         return A_Err_NONE;
     });
 }
 
 A_Err dispose_stream(AEGP_StreamRefH stream) {
-    return host().call("Stream4.DisposeStream", {text_of(stream)}, [] { return A_Err_NONE; });
+    return host().call("Stream4.DisposeStream", {text_of(stream)}, [&] {
+        host().closed("stream " + text_of(stream));
+        return A_Err_NONE;
+    });
 }
 
 A_Err is_stream_timevarying(AEGP_StreamRefH stream, A_Boolean* varying) {
@@ -86,7 +121,10 @@ A_Err get_new_stream_value(AEGP_PluginID id, AEGP_StreamRefH stream, AEGP_LTimeM
 }
 
 A_Err dispose_stream_value(AEGP_StreamValue2* value) {
-    return host().call("Stream4.DisposeStreamValue", {text_of(*value)}, [] { return A_Err_NONE; });
+    return host().call("Stream4.DisposeStreamValue", {text_of(*value)}, [&] {
+        host().closed(entry_of(*value));
+        return A_Err_NONE;
+    });
 }
 
 A_Err set_stream_value(AEGP_PluginID id, AEGP_StreamRefH stream, AEGP_StreamValue2* value) {
@@ -114,6 +152,7 @@ A_Err get_expression(AEGP_PluginID id, AEGP_StreamRefH stream, AEGP_MemHandle* e
     return host().call("Stream4.GetExpression", {number(id), text_of(stream)}, [&] {
         const Stream& asked = stream_of(stream);
         *expression = asked.has_expression ? handle(host().add_memory(asked.expression)) : nullptr;
+        if (asked.has_expression) host().opened(text_of(*expression));
         return A_Err_NONE;
     });
 }
@@ -122,6 +161,7 @@ A_Err set_expression(AEGP_PluginID id, AEGP_StreamRefH stream, const A_char* exp
     return host().call("Stream4.SetExpression", {number(id), text_of(stream), expression}, [&] {
         stream_of(stream).has_expression = true;
         stream_of(stream).expression = expression;
+        stream_of(stream).expression_given = expression;
         return A_Err_NONE;
     });
 }
@@ -146,13 +186,9 @@ A_Err get_keyframe_time(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, AEGP_L
 A_Err insert_keyframe(AEGP_StreamRefH stream, AEGP_LTimeMode mode, const A_Time* time, AEGP_KeyframeIndex* index) {
     const Arguments arguments = {text_of(stream), mode == AEGP_LTimeMode_CompTime ? "comp" : "layer", text_of(*time)};
     return host().call("Keyframe4.InsertKeyframe", arguments, [&] {
-        std::vector<Keyframe>& keyframes = stream_of(stream).keyframes;
-        std::size_t place = 0;
-        while (place < keyframes.size() && keyframes[place].time.value < time->value) ++place;
         Keyframe keyframe;
         keyframe.time = *time;
-        keyframes.insert(keyframes.begin() + static_cast<std::ptrdiff_t>(place), keyframe);
-        *index = static_cast<AEGP_KeyframeIndex>(place);
+        *index = static_cast<AEGP_KeyframeIndex>(put(stream_of(stream).keyframes, keyframe));
         return A_Err_NONE;
     });
 }
@@ -204,17 +240,20 @@ A_Err get_keyframe_temporal_ease(AEGP_StreamRefH stream, AEGP_KeyframeIndex inde
     return host().call("Keyframe4.GetKeyframeTemporalEase", arguments, [&] {
         if (dimension < 0) return A_Err_PARAMETER;
         const Keyframe& keyframe = keyframe_of(stream, index);
-        in->speedF = keyframe.in_eases.at(static_cast<std::size_t>(dimension));
-        out->speedF = keyframe.out_eases.at(static_cast<std::size_t>(dimension));
+        *in = ease_of(keyframe.in_eases.at(static_cast<std::size_t>(dimension)));
+        *out = ease_of(keyframe.out_eases.at(static_cast<std::size_t>(dimension)));
         return A_Err_NONE;
     });
 }
 
 A_Err set_keyframe_temporal_ease(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, A_long dimension,
                                  const AEGP_KeyframeEase* in, const AEGP_KeyframeEase* out) {
-    const Arguments arguments = {text_of(stream), number(index), number(dimension), number(in->speedF),
-                                 number(out->speedF)};
-    return host().call("Keyframe4.SetKeyframeTemporalEase", arguments, [] { return A_Err_NONE; });
+    const Arguments arguments = {text_of(stream), number(index), number(dimension), ease_text(*in), ease_text(*out)};
+    return host().call("Keyframe4.SetKeyframeTemporalEase", arguments, [&] {
+        put(keyframe_of(stream, index).in_eases, dimension, in->speedF);
+        put(keyframe_of(stream, index).out_eases, dimension, out->speedF);
+        return A_Err_NONE;
+    });
 }
 
 A_Err get_keyframe_flags(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, AEGP_KeyframeFlags* flags) {
@@ -226,7 +265,11 @@ A_Err get_keyframe_flags(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, AEGP_
 
 A_Err set_keyframe_flag(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, AEGP_KeyframeFlags flag, A_Boolean value) {
     const Arguments arguments = {text_of(stream), number(index), number(flag), number(A_long{value})};
-    return host().call("Keyframe4.SetKeyframeFlag", arguments, [] { return A_Err_NONE; });
+    return host().call("Keyframe4.SetKeyframeFlag", arguments, [&] {
+        AEGP_KeyframeFlags& flags = keyframe_of(stream, index).flags;
+        flags = value ? flags | flag : flags & ~flag;
+        return A_Err_NONE;
+    });
 }
 
 A_Err get_keyframe_interpolation(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, AEGP_KeyframeInterpolationType* in,
@@ -241,12 +284,17 @@ A_Err get_keyframe_interpolation(AEGP_StreamRefH stream, AEGP_KeyframeIndex inde
 A_Err set_keyframe_interpolation(AEGP_StreamRefH stream, AEGP_KeyframeIndex index, AEGP_KeyframeInterpolationType in,
                                  AEGP_KeyframeInterpolationType out) {
     const Arguments arguments = {text_of(stream), number(index), number(in), number(out)};
-    return host().call("Keyframe4.SetKeyframeInterpolation", arguments, [] { return A_Err_NONE; });
+    return host().call("Keyframe4.SetKeyframeInterpolation", arguments, [&] {
+        keyframe_of(stream, index).in = in;
+        keyframe_of(stream, index).out = out;
+        return A_Err_NONE;
+    });
 }
 
 A_Err start_add_keyframes(AEGP_StreamRefH stream, AEGP_AddKeyframesInfoH* batch) {
     return host().call("Keyframe4.StartAddKeyframes", {text_of(stream)}, [&] {
         *batch = handle(host().add_batch(object<Stream>(stream)));
+        host().opened(text_of(*batch));
         return A_Err_NONE;
     });
 }
@@ -273,7 +321,8 @@ A_Err set_add_keyframe(AEGP_AddKeyframesInfoH batch, A_long index, const AEGP_St
 A_Err end_add_keyframes(A_Boolean add, AEGP_AddKeyframesInfoH batch) {
     return host().call("Keyframe4.EndAddKeyframes", {add ? "true" : "false", text_of(batch)}, [&] {
         const Batch& ended = *object<Batch>(batch);
-        if (ended.stream->keyframes.empty()) ended.stream->keyframes = ended.keyframes;
+        for (const Keyframe& keyframe : ended.keyframes) put(ended.stream->keyframes, keyframe);
+        host().closed(text_of(batch));
         return A_Err_NONE;
     });
 }
@@ -288,6 +337,7 @@ A_Err get_layer_num_effects(AEGP_LayerH layer, A_long* count) {
 A_Err get_layer_effect_by_index(AEGP_PluginID id, AEGP_LayerH layer, AEGP_EffectIndex index, AEGP_EffectRefH* effect) {
     return host().call("Effect3.GetLayerEffectByIndex", {number(id), text_of(layer), number(index)}, [&] {
         *effect = handle(object<Layer>(layer)->effects.at(static_cast<std::size_t>(index)));
+        host().opened("effect " + text_of(*effect));
         return A_Err_NONE;
     });
 }
@@ -314,13 +364,17 @@ A_Err set_effect_flags(AEGP_EffectRefH effect, AEGP_EffectFlags mask, AEGP_Effec
 }
 
 A_Err dispose_effect(AEGP_EffectRefH effect) {
-    return host().call("Effect3.DisposeEffect", {text_of(effect)}, [] { return A_Err_NONE; });
+    return host().call("Effect3.DisposeEffect", {text_of(effect)}, [&] {
+        host().closed("effect " + text_of(effect));
+        return A_Err_NONE;
+    });
 }
 
 // Every applied effect has three parameters besides its input layer.
 A_Err apply_effect(AEGP_PluginID id, AEGP_LayerH layer, AEGP_InstalledEffectKey key, AEGP_EffectRefH* effect) {
     return host().call("Effect3.ApplyEffect", {number(id), text_of(layer), number(key)}, [&] {
         *effect = handle(host().add_effect(object<Layer>(layer), "new" + number(key), key, 4));
+        host().opened("effect " + text_of(*effect));
         return A_Err_NONE;
     });
 }
