@@ -60,9 +60,7 @@ class OperationTest : public testing::Test {
     // Every suite that the operation acquires is refused once: 516 comes back.
     void expect_missing_suites(const std::function<void()>& prepare, const std::function<A_Err()>& operation) {
         prepare();
-        host.acquired.clear();
-        EXPECT_EQ(operation(), A_Err_NONE);
-        const std::set<std::string> suites(host.acquired.begin(), host.acquired.end());
+        const std::set<std::string> suites = suites_of(operation);
         EXPECT_FALSE(suites.empty());
         for (const std::string& suite : suites) {
             prepare();
@@ -71,6 +69,23 @@ class OperationTest : public testing::Test {
             EXPECT_EQ(host.held, 0) << suite;
         }
         host.refused.clear();
+    }
+
+    // The suites that the operation acquires, each once.
+    std::set<std::string> suites_of(const std::function<A_Err()>& operation) {
+        host.acquired.clear();
+        EXPECT_EQ(operation(), A_Err_NONE);
+        return {host.acquired.begin(), host.acquired.end()};
+    }
+
+    // The operation fails with the host's code where a call contains the text. What is then open stays so.
+    void expect_left_open(const std::string& failing, const std::vector<std::string>& entries,
+                          const std::function<A_Err()>& operation) {
+        host.forget_calls();
+        host.fail_on = failing;
+        EXPECT_EQ(operation(), fake::Host::kInjected) << failing;
+        EXPECT_EQ(host.open, entries) << failing;
+        host.fail_on.clear();
     }
 
     void expect_faults_end_it(
