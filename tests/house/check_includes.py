@@ -13,6 +13,7 @@ ARROWS = {
     "plugin": {"aegp"},
     "host/model": set(),
     "host/suites": {"aegp", "host/model"},
+    "host/journal": {"aegp", "host/suites"},
     "host/script": {"host/model"},
     "host/lottie": {"host/model"},
     "host/render": set(),

@@ -5,7 +5,7 @@
 #include <string_view>
 
 #include "host_state.h"
-#include "slot_facts.h"
+#include "suites/slot_facts.h"
 
 namespace host::suites {
 

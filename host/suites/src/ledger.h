@@ -13,8 +13,8 @@
 
 #include "handle.h"
 #include "held.h"
-#include "slot_facts.h"
 #include "suites/ledger_report.h"
+#include "suites/slot_facts.h"
 
 namespace host::suites {
 

@@ -1,5 +1,5 @@
 // The names of all slots as one array.
-#include "slot_facts.h"
+#include "suites/slot_facts.h"
 
 #include <array>
 

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <vector>
 
-#include "slot_facts.h"
+#include "suites/slot_facts.h"
 #include "trapped_suite.h"
 
 namespace host::suites {

@@ -1,0 +1,243 @@
+// From bytes to a journal.
+#include <charconv>
+#include <optional>
+#include <stdexcept>
+
+#include "journal/journal.h"
+#include "journal/value_text.h"
+#include "line_words.h"
+
+namespace host::journal {
+namespace {
+
+using Kind = Record::Kind;
+
+constexpr std::size_t kMostBytes = std::size_t{1} << 30;
+constexpr std::size_t kMostOpen = 64;  // visits and calls inside each other
+
+class BadLine : public std::runtime_error {
+  public:
+    using std::runtime_error::runtime_error;
+};
+
+// Reads one line from left to right.
+class Line {
+  public:
+    explicit Line(std::string_view text) : rest_(text) {}
+
+    bool take(std::string_view expected) {
+        if (!rest_.starts_with(expected)) return false;
+        rest_.remove_prefix(expected.size());
+        return true;
+    }
+
+    void need(std::string_view expected) {
+        if (!take(expected)) throw BadLine("'" + std::string(expected) + "' is expected");
+    }
+
+    // Up to `end`, which is taken too.
+    std::string_view until(char end, const char* what) {
+        const std::size_t length = rest_.find(end);
+        if (length == std::string_view::npos) throw BadLine(std::string(what) + " is missing");
+        const std::string_view text = rest_.substr(0, length);
+        rest_.remove_prefix(length + 1);
+        return text;
+    }
+
+    template <class Number>
+    Number number(const char* what) {
+        Number number = 0;
+        const auto [stop, error] = std::from_chars(rest_.data(), rest_.data() + rest_.size(), number);
+        if (error != std::errc()) throw BadLine(std::string(what) + " is expected");
+        rest_.remove_prefix(static_cast<std::size_t>(stop - rest_.data()));
+        return number;
+    }
+
+    // The values before the closing bracket; after it stands nothing but a remark.
+    std::string_view values() {
+        ValueParser parser(rest_);
+        (void)parser.values_until(')');  // read again when they are needed
+        const std::string_view text = rest_.substr(0, rest_.size() - parser.rest().size() - 1);
+        rest_ = parser.rest();
+        if (take(kRemark)) {
+            ValueParser remark(rest_);
+            const std::vector<Value> sentence = remark.values_until('\0');
+            if (sentence.size() != 1 || sentence[0].kind != Value::Kind::bytes)
+                throw BadLine("a remark is not one text in quotes");
+            rest_ = {};
+        }
+        if (!rest_.empty()) throw BadLine("the line does not end after the closing bracket");
+        return text;
+    }
+
+    std::string_view rest() const { return rest_; }
+
+  private:
+    std::string_view rest_;
+};
+
+Door door_named(std::string_view name) {
+    for (const Door door : {Door::entry_point, Door::update_menu_hook, Door::command_hook})
+        if (name_of(door) == name) return door;
+    throw BadLine("there is nothing in a plug-in that is called '" + std::string(name) + "'");
+}
+
+Record record_from(std::string_view text) {
+    Line line(text);
+    Record record;
+    if (text == kEnd) return record;
+    if (line.take(kSession)) {
+        record.kind = Kind::session;
+    } else if (line.take(kMemory)) {
+        record.kind = Kind::memory;
+    } else if (line.take(kWrote)) {
+        record.kind = Kind::wrote;
+    } else if (line.take(kEnter)) {
+        record.kind = Kind::enter;
+        record.door = door_named(line.until('(', "an opening bracket"));
+    } else if (line.take(kLeave)) {
+        record.kind = Kind::leave;
+        record.door = door_named(line.until(' ', "a code"));
+        line.need("= ");
+        record.code = line.number<std::int32_t>("a code");
+        record.has_thrown = line.take(kThrown);
+        line.need(" (");
+    } else if (line.take(kCall)) {
+        record.kind = Kind::call;
+        record.number = line.number<std::uint64_t>("the call's number");
+        line.need(" ");
+        const std::string_view name = line.until('(', "an opening bracket");
+        record.slot = slot_named(name);
+        if (record.slot < 0) throw BadLine("there is no function of that name and suite");
+    } else if (line.take(kDone)) {
+        record.kind = Kind::done;
+        record.number = line.number<std::uint64_t>("the call's number");
+        line.need(" = ");
+        record.code = line.number<std::int32_t>("a code");
+        record.is_injected = line.take(kInjected);
+        line.need(" (");
+    } else {
+        throw BadLine("no line of a journal begins like this");
+    }
+    record.text = line.values();
+    return record;
+}
+
+// Whether lines follow each other as a run makes them.
+class Order {
+  public:
+    void check(const Record& record) {
+        if (has_ended_) throw BadLine("nothing can follow the end");
+        switch (record.kind) {
+            case Kind::session:
+                if (!open_.empty()) throw BadLine("a session cannot begin inside a visit");
+                has_session_ = true;
+                break;
+            case Kind::enter:
+                if (!has_session_) throw BadLine("a session must begin first");
+                if (is_in(Kind::enter)) throw BadLine("the host is in the plug-in already");
+                open(record);
+                break;
+            case Kind::leave:
+                if (!is_in(Kind::enter) || open_.back().door != record.door)
+                    throw BadLine("what is left here was not entered last");
+                open_.pop_back();
+                break;
+            case Kind::call:
+                if (!is_in(Kind::enter)) throw BadLine("only a plug-in that was entered calls the host");
+                open(record);
+                break;
+            case Kind::done:
+                if (!is_in(Kind::call) || open_.back().number != record.number)
+                    throw BadLine("the call that ends here is not the last one that began");
+                open_.pop_back();
+                break;
+            case Kind::memory:
+                if (!is_in(Kind::call)) throw BadLine("memory can be told inside a call only");
+                break;
+            case Kind::wrote:
+                if (!is_in(Kind::enter)) throw BadLine("only a plug-in that was entered writes to memory");
+                break;
+            case Kind::end:
+                if (!open_.empty()) throw BadLine("the end comes before what began is over");
+                has_ended_ = true;
+                break;
+        }
+    }
+
+    bool has_ended() const { return has_ended_; }
+
+  private:
+    struct Opened {
+        Kind kind;
+        Door door;
+        std::uint64_t number;
+    };
+
+    bool is_in(Kind kind) const { return !open_.empty() && open_.back().kind == kind; }
+    void open(const Record& record) {
+        if (open_.size() == kMostOpen) throw BadLine("calls stand too deep in each other");
+        open_.push_back({record.kind, record.door, record.number});
+    }
+
+    std::vector<Opened> open_;
+    bool has_session_ = false;
+    bool has_ended_ = false;
+};
+
+std::string sentence_from(const char* reason) {
+    return std::string("this is no line of a journal: ") + reason;
+}
+
+}  // namespace
+
+std::string_view name_of(Door door) {
+    switch (door) {
+        case Door::entry_point:
+            return "entry_point";
+        case Door::update_menu_hook:
+            return "update_menu_hook";
+        case Door::command_hook:
+            return "command_hook";
+    }
+    return "";
+}
+
+std::vector<Value> Record::values() const {
+    return parse_values(text);
+}
+
+std::variant<Journal, Damage> read(std::string_view bytes) {
+    if (bytes.size() > kMostBytes) return Damage{1, "the journal is larger than a gigabyte"};
+    Journal journal;
+    Order order;
+    std::size_t number = 0;
+    while (true) {
+        const std::size_t length = bytes.find('\n');
+        if (length == std::string_view::npos) break;  // what is left is a line without its end, or nothing
+        const std::string_view text = bytes.substr(0, length);
+        bytes.remove_prefix(length + 1);
+        ++number;
+        if (number == 1) {
+            if (text != kFirstLine)
+                return Damage{1, "this is no journal: the first line is not '" + std::string(kFirstLine) + "'"};
+            continue;
+        }
+        try {
+            Record record = record_from(text);
+            record.line = number;
+            order.check(record);
+            journal.records.push_back(record);
+        } catch (const BadLine& reason) {
+            return Damage{number, sentence_from(reason.what())};
+        } catch (const BadValue& reason) {
+            return Damage{number, sentence_from(reason.what())};
+        }
+    }
+    if (number == 0) return Damage{1, "this is no journal: there is no whole line in it"};
+    journal.is_complete = order.has_ended() && bytes.empty();
+    journal.last_line = number;
+    return journal;
+}
+
+}  // namespace host::journal
