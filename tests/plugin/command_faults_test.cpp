@@ -100,3 +100,50 @@ TEST_F(Command, lets_no_exception_out) {
     EXPECT_EQ(run(), A_Err_GENERIC);
     std::setlocale(LC_CTYPE, "C");
 }
+
+TEST_F(Command, keeps_the_first_code_when_the_end_of_the_group_fails_too) {
+    host.fail_with = {{"NewCollection(", 11}, {"EndUndoGroup", 22}};
+    EXPECT_EQ(run(), 11);
+    EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()");
+}
+
+TEST_F(Command, returns_the_code_of_a_failed_closing_script) {
+    host.fail_on = "ExecuteScript(7, , false";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.calls.back(), script_call(""));
+}
+
+TEST_F(Command, does_not_stop_at_a_precomp_layers_name_that_cannot_be_read) {
+    answer = "[false,false,false,\"fx\",true,false]";
+    host.on_call = [this](const std::string& line) {
+        // Only the driver's reading of it, which comes when the parent links stand again.
+        if (line == "Layer5.GetLayerIndex(nest)") host.fail_on = "GetLayerName(nest";
+    };
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', fx_a')"), 1);
+    EXPECT_EQ(host.count_of("GetLayerName(nest, own, null)"), 2);
+}
+
+class LongPrefix : public Command {
+  protected:
+    LongPrefix() { answer = "[true,false,false,\"" + std::string(51, 'x') + "\",false,false]"; }
+};
+
+TEST_F(LongPrefix, ends_with_the_code_of_its_failed_alert) {
+    host.fail_on = "TOO LONG";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.calls.back(), "Utility6.ExecuteScript(7, TOO LONG, false, result, null)");
+}
+
+TEST_F(LongPrefix, shows_no_alert_after_a_failure) {
+    host.fail_on = "UnlockMemHandle";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.count_of("TOO LONG"), 0);
+    EXPECT_EQ(host.count_of("UndoGroup"), 0);
+}
+
+TEST_F(LongPrefix, is_told_even_of_a_thousand_bytes) {
+    answer = "[true,false,false,\"" + std::string(1000, 'x') + "\",false,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("TOO LONG"), 1);
+}

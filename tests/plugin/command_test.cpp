@@ -267,6 +267,111 @@ TEST_F(Command, judges_a_flag_by_its_first_letter) {
     EXPECT_EQ(host.count_of("SetLayerName(a', nest_a')"), 1) << "prepend the name";
 }
 
+TEST_F(Command, takes_for_true_only_what_begins_with_a_small_t) {
+    answer = "[1,null,True,\"\",xtrue,\"t\"]";
+    nest->is_3d = true;
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerOffset"), 0) << "copy attributes";
+    EXPECT_EQ(host.count_of("Item8."), 0) << "delete the source";
+    EXPECT_EQ(host.count_of("Layer4.DeleteLayer(nest)"), 1) << "keep in comp";
+    EXPECT_EQ(host.count_of("SetLayerName"), 0) << "prepend the name";
+    EXPECT_EQ(host.count_of("IsStreamLegal"), 59 * 3) << "a text's first letter is the one behind the quote";
+}
+
+TEST_F(Command, takes_each_choice_from_its_own_place) {
+    const std::vector<std::string> signs = {
+        "SetLayerOffset(a'",      "Item8.GetFirstProjItem",    "Layer4.SetLayerFlag(nest, 1, false)",
+        "SetLayerName(a', t_a')", "SetLayerName(a', nest_a')", "Stream4.IsStreamLegal(a', 0)"};
+    const std::vector<fake::Layer*> layers = main->layers;
+    const std::vector<fake::Item*> items = host.items;
+    for (std::size_t chosen = 0; chosen < signs.size(); ++chosen) {
+        std::string choices;
+        for (std::size_t i = 0; i < signs.size(); ++i) {
+            const bool is_chosen = i == chosen;
+            choices += i == 0 ? "[" : ",";
+            choices += i == 3 ? (is_chosen ? "\"t\"" : "\"\"") : (is_chosen ? "true" : "false");
+        }
+        answer = choices + "]";
+        main->layers = layers;
+        host.items = items;
+        host.forget_calls();
+        EXPECT_EQ(run(), A_Err_NONE);
+        for (std::size_t i = 0; i < signs.size(); ++i) {
+            EXPECT_EQ(host.count_of(signs[i]) > 0, i == chosen) << signs[i] << " for " << answer;
+        }
+    }
+}
+
+TEST_F(Command, goes_by_the_number_of_tokens_whatever_they_are) {
+    answer = "{\"a\":1,\"b\":2,\"c\":3}";  // a 1 b 2 c 3, of which the fourth is the prefix
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', 2_a')"), 1);
+    EXPECT_EQ(host.count_of("Layer4.DeleteLayer(nest)"), 1);
+}
+
+TEST_F(Command, allows_blanks_between_the_choices) {
+    answer = " [ true , false , false , \"fx\" , false , false ] ";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', fx_a')"), 1);
+}
+
+TEST_F(Command, of_another_id_is_known_by_it) {
+    S_Exflate_cmd = 5;
+    EXPECT_EQ(run(false, 77), A_Err_NONE);
+    EXPECT_EQ(handled, 9);
+    S_my_id = 31;
+    answer = kDiscard;
+    EXPECT_EQ(run(false, 5), A_Err_NONE);
+    EXPECT_EQ(handled, 1);
+    EXPECT_EQ(host.count_of("(7,"), 0);
+    EXPECT_EQ(host.count_of("Collection2.NewCollection(31)"), 1);
+    EXPECT_EQ(host.count_of("ExecuteScript(31,"), host.count_of("ExecuteScript"));
+}
+
+TEST_F(Command, asked_for_a_command_of_others_that_is_handled_does_nothing) {
+    EXPECT_EQ(run(true, 5), A_Err_NONE);
+    EXPECT_EQ(handled, 9);
+    EXPECT_THAT(host.calls, IsEmpty());
+}
+
+TEST_F(Command, goes_by_the_index_that_the_precomp_layer_has_after_renaming) {
+    host.layer_stream(nest, 1)->time_varying = true;
+    answer = "[true,false,false,\"fx\",false,false]";
+    host.on_call = [this](const std::string& line) {
+        if (line.starts_with("Layer6.SetLayerName(a'")) host.add_layer_on_top(main, "newcomer", footage);
+    };
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer5.ReorderLayer(a', 6)"), 1);
+    EXPECT_EQ(host.count_of("Layer6.ReorderLayer(null, 6)"), 1);
+}
+
+TEST_F(Command, copies_of_a_3d_layer_stay_flat_when_attributes_are_discarded) {
+    nest->is_3d = true;
+    answer = kDiscard;
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_THAT(host.calls_of("2048, true"), ElementsAre("Layer5.SetLayerFlag(null, 2048, true)"));
+}
+
+TEST_F(Command, empty_precomp_leaves_nothing_behind) {
+    inner->layers.clear();
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_THAT(main->layers, ElementsAre(above, below));
+    EXPECT_EQ(host.count_of("Comp6.SetSelection(main, )"), 1);
+}
+
+TEST_F(Command, joins_no_line_to_a_name_that_is_empty) {
+    nest->own_name.clear();
+    nest->source_name.clear();
+    answer = "[false,false,false,\"fx\",true,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', fx_a')"), 1);
+    answer = "[false,false,false,\"\",true,false]";
+    main->layers = {above, nest, below};
+    host.forget_calls();
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerName"), 0);
+}
+
 TEST_F(Command, seeds_expressions_when_asked) {
     answer = "[false,false,false,\"\",false,true]";
     EXPECT_EQ(run(), A_Err_NONE);
@@ -303,6 +408,15 @@ TEST_F(SourcesOfCommand, source_used_elsewhere_stays_and_the_user_is_told) {
         host.calls.back(),
         script_call("alert(\"The source could not be deleted because it is being used in other places\", \"Source "
                     "Not Deleted\");"));
+}
+
+TEST_F(SourcesOfCommand, source_that_no_layer_is_seen_to_use_stays) {
+    // The composition is in no folder, so the walk passes its layers by.
+    std::erase(host.items, main->item);
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("DeleteItem(inner)"), 0);
+    EXPECT_EQ(host.count_of("Layer4.DeleteLayer(nest)"), 1);
+    EXPECT_EQ(host.count_of("alert(\"The source could not"), 1);
 }
 
 TEST_F(SourcesOfCommand, one_of_several_selected_is_a_source) {

@@ -53,6 +53,32 @@ TEST_F(Entry, missing_suite_for_the_report_replaces_the_code) {
     EXPECT_EQ(enter(), 516);
 }
 
+TEST_F(Entry, keeps_the_first_code_when_the_report_fails_too) {
+    host.fail_with = {{"GetUniqueCommand", 11}, {"ReportInfo", 22}};
+    EXPECT_EQ(enter(), 11);
+    EXPECT_EQ(host.calls.back(), "Utility3.ReportInfo(7, Exflate: Problems encountered during exflate.)");
+}
+
+TEST_F(Entry, passes_on_the_id_it_was_given_and_sets_no_global_refcon) {
+    AEGP_GlobalRefcon refcon = reinterpret_cast<AEGP_GlobalRefcon>(&host);
+    EXPECT_EQ(EntryPointFunc(host.basic(), 0, 99, 31, &refcon), A_Err_NONE);
+    EXPECT_EQ(refcon, reinterpret_cast<AEGP_GlobalRefcon>(&host));
+    EXPECT_EQ(S_my_id, 31);
+    EXPECT_EQ(host.count_of("Register5.RegisterCommandHook(31, 1, 0, null)"), 1);
+    EXPECT_EQ(host.count_of("Register5.RegisterUpdateMenuHook(31, null)"), 1);
+    EXPECT_EQ(UpdateMenuHook(refcon, reinterpret_cast<AEGP_UpdateMenuRefcon>(&refcon), AEGP_WindType_NONE), A_Err_NONE);
+    EXPECT_EQ(host.count_of("GetNewCollectionFromCompSelection(31, main)"), 1);
+    EXPECT_EQ(host.count_of("Command1.EnableCommand(77)"), 1);
+}
+
+TEST_F(Entry, leaves_the_command_without_an_id_when_the_host_has_none) {
+    host.fail_on = "GetUniqueCommand";
+    EXPECT_EQ(enter(), fake::Host::kInjected);
+    EXPECT_EQ(S_Exflate_cmd, 0);
+    EXPECT_EQ(host.command_hook, nullptr);
+    EXPECT_EQ(host.update_menu_hook, nullptr);
+}
+
 class Menu : public OperationTest {
   protected:
     Menu() {
@@ -115,4 +141,38 @@ TEST_F(Menu, update_ends_at_the_first_failure) {
     expect_faults_end_it([&] { return update(); });
     main->selection = {above};
     expect_faults_end_it([&] { return update(); });
+}
+
+TEST_F(Menu, lights_cameras_texts_and_shapes_do_not_make_it_available) {
+    for (const AEGP_ObjectType type :
+         {AEGP_ObjectType_LIGHT, AEGP_ObjectType_CAMERA, AEGP_ObjectType_TEXT, AEGP_ObjectType_VECTOR}) {
+        host.forget_calls();
+        nest->object_type = type;
+        EXPECT_EQ(update(), A_Err_NONE);
+        EXPECT_EQ(host.count_of("Command1.DisableCommand(77)"), 1);
+        EXPECT_EQ(host.count_of("EnableCommand"), 0);
+    }
+}
+
+TEST_F(Menu, selected_things_that_are_no_layers_do_not_make_it_available) {
+    AEGP_CollectionItemV2 mask = fake::layer_item(nest);
+    mask.type = AEGP_CollectionItemType_MASK;
+    main->selection.clear();
+    main->other_selected = {mask};
+    EXPECT_EQ(update(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Command1.DisableCommand(77)"), 1);
+}
+
+TEST_F(Menu, update_gives_its_selection_back) {
+    for (const std::vector<fake::Layer*>& selection : {std::vector{nest}, std::vector{above}}) {
+        host.forget_calls();
+        main->selection = selection;
+        EXPECT_EQ(update(), A_Err_NONE);
+        EXPECT_THAT(host.open, IsEmpty());
+    }
+    host.fail_on = "EnableCommand";
+    main->selection = {nest};
+    host.forget_calls();
+    EXPECT_EQ(update(), fake::Host::kInjected);
+    EXPECT_THAT(host.open, ElementsAre("collection3")) << "a failure ends it before";
 }

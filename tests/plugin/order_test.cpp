@@ -72,3 +72,29 @@ TEST_F(Order, every_walk_ends_at_the_first_failure) {
     expect_faults_end_it([&] { return set_all_layers_to_3D(&info, fake::handle(layers)); });
     expect_faults_end_it([&] { return order_layers_to_top(&info, fake::handle(inner), 1, 3); });
 }
+
+TEST_F(Order, one_layer_is_moved_too) {
+    fake::Collection* layers = host.add_collection("layers", {c});
+    EXPECT_EQ(move_layers_to_top(&info, fake::handle(layers)), A_Err_NONE);
+    EXPECT_THAT(inner->layers, ElementsAre(c, a, b));
+    EXPECT_EQ(move_layers_to_index(&info, fake::handle(layers), 1), A_Err_NONE);
+    EXPECT_THAT(inner->layers, ElementsAre(a, c, b));
+}
+
+TEST_F(Order, layers_moved_before_a_failure_stay_moved) {
+    fake::Collection* layers = host.add_collection("layers", {a, b, c});
+    host.fail_on = "ReorderLayer(c, 0)";
+    EXPECT_EQ(move_layers_to_top(&info, fake::handle(layers)), fake::Host::kInjected);
+    EXPECT_THAT(inner->layers, ElementsAre(b, a, c));
+    host.fail_on = "SetLayerFlag(b";
+    EXPECT_EQ(set_all_layers_to_3D(&info, fake::handle(layers)), fake::Host::kInjected);
+    EXPECT_TRUE(a->is_3d);
+    EXPECT_FALSE(c->is_3d);
+}
+
+TEST_F(Order, ordering_nothing_to_the_top_makes_no_call) {
+    EXPECT_EQ(order_layers_to_top(&info, fake::handle(inner), 2, 0), A_Err_NONE);
+    EXPECT_THAT(host.calls, IsEmpty());
+    EXPECT_EQ(order_layers_to_top(&info, fake::handle(inner), 0, 1), A_Err_NONE);
+    EXPECT_THAT(host.calls, ElementsAre("Layer5.GetCompLayerByIndex(inner, 0)", "Layer5.ReorderLayer(a, 0)"));
+}

@@ -83,3 +83,38 @@ TEST_F(Seed, ends_at_the_first_failure) {
                              with_expression(58, "y");
                          });
 }
+
+TEST_F(Seed, goes_in_front_of_a_disabled_expression_too) {
+    with_expression(1, "x")->expression_enabled = false;
+    EXPECT_EQ(add_random_seed_to_expressions(&info, fake::handle(a), 3, 1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetExpression"), 1);
+    EXPECT_EQ(host.count_of("GetExpressionState"), 0);
+}
+
+TEST_F(Seed, leaves_the_stream_with_the_host_and_its_text_freed_while_locked) {
+    with_expression(1, "x");
+    with_expression(2, "x")->can_vary = false;
+    with_expression(3, "x")->time_varying = false;
+    with_expression(4, "")->has_expression = false;
+    EXPECT_EQ(add_random_seed_to_all_expressions(&info, fake::handle(a), 3), A_Err_NONE);
+    EXPECT_THAT(host.open, ElementsAre("stream a/1", "lock of memory1", "stream a/2", "stream a/3", "stream a/4"));
+    EXPECT_EQ(host.count_of("UnlockMemHandle"), 0);
+}
+
+TEST_F(Seed, is_put_before_each_expression_of_the_layer) {
+    for (const AEGP_LayerStream number : {0, 1, 31, 58}) with_expression(number, "x");
+    EXPECT_EQ(add_random_seed_to_all_expressions(&info, fake::handle(a), 12), A_Err_NONE);
+    for (const AEGP_LayerStream number : {0, 1, 31, 58}) {
+        EXPECT_EQ(host.layer_stream(a, number)->expression, "seedRandom(12); // this line was added by Exflate \n\nx");
+    }
+    EXPECT_EQ(host.count_of("Effect3"), 0) << "effects are not looked at";
+}
+
+TEST_F(Seed, stops_at_the_first_stream_that_fails) {
+    with_expression(1, "x");
+    with_expression(2, "y");
+    host.fail_on = "GetExpression(7, a/1)";
+    EXPECT_EQ(add_random_seed_to_all_expressions(&info, fake::handle(a), 1), fake::Host::kInjected);
+    EXPECT_EQ(host.calls.back(), "Stream4.GetExpression(7, a/1)");
+    EXPECT_EQ(host.layer_stream(a, 2)->expression, "y");
+}

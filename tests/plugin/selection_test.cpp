@@ -89,3 +89,54 @@ TEST_F(Selection, the_answer_is_no_after_every_failure) {
     EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), 516);
     EXPECT_EQ(is_precomp, 0);
 }
+
+TEST_F(Selection, is_not_written_at_all_without_an_active_composition) {
+    int place = 0;
+    for (fake::Item* item : {static_cast<fake::Item*>(nullptr), footage, host.root}) {
+        host.active_item = item;
+        auto selection = reinterpret_cast<AEGP_Collection2H>(&place);
+        EXPECT_EQ(get_selected_layers(&info, &selection), A_Err_NONE);
+        EXPECT_EQ(selection, reinterpret_cast<AEGP_Collection2H>(&place));
+    }
+}
+
+TEST_F(Selection, may_be_empty) {
+    main->selection.clear();
+    AEGP_Collection2H selection = nullptr;
+    EXPECT_EQ(get_selected_layers(&info, &selection), A_Err_NONE);
+    ASSERT_NE(selection, nullptr);
+    EXPECT_THAT(fake::object<fake::Collection>(selection)->items, IsEmpty());
+    EXPECT_THAT(host.open, ElementsAre("collection1")) << "the caller's";
+}
+
+TEST_F(Selection, a_layer_of_no_known_kind_is_not_asked_for_a_source) {
+    nest->object_type = AEGP_ObjectType_NONE;
+    AEGP_CollectionItemV2 item = fake::layer_item(nest);
+    unsigned char is_precomp = 9;
+    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
+    EXPECT_EQ(is_precomp, 0);
+    EXPECT_THAT(host.calls, ElementsAre("Layer5.GetLayerObjectType(nest)"));
+}
+
+TEST_F(Selection, a_layer_that_shows_a_folder_is_no_precomp_layer) {
+    nest->source = host.root;
+    AEGP_CollectionItemV2 item = fake::layer_item(nest);
+    unsigned char is_precomp = 9;
+    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
+    EXPECT_EQ(is_precomp, 0);
+}
+
+TEST_F(Selection, the_kind_of_a_missing_source_is_asked_all_the_same) {
+    nest->source = nullptr;
+    AEGP_CollectionItemV2 item = fake::layer_item(nest);
+    unsigned char is_precomp = 9;
+    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_PARAMETER);
+    EXPECT_EQ(is_precomp, 0);
+    EXPECT_EQ(host.calls.back(), "Item1.GetItemType(null)");
+}
+
+TEST_F(Selection, judging_a_layer_ends_at_the_first_failure) {
+    AEGP_CollectionItemV2 item = fake::layer_item(nest);
+    unsigned char is_precomp = 9;
+    expect_faults_end_it([&] { return is_layer_precomp(&info, &item, &is_precomp); });
+}

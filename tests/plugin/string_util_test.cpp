@@ -107,6 +107,39 @@ TEST(FormattedText, counted_form_never_writes_beyond_its_buffer) {
     EXPECT_STREQ(std::unique_ptr<char[]>(sprintf("%s", 0, "a long text")).get(), "a");
 }
 
+TEST(FormattedText, counted_form_fits_numbers_of_every_length) {
+    for (int digits = 1, value = 1; digits <= 10; ++digits, value = digits < 10 ? value * 10 : INT_MAX) {
+        const std::unique_ptr<char[]> line(sprintf("item(%i).layer(%i)", 2, value, value));
+        const std::string number = std::to_string(value);
+        EXPECT_EQ(std::string(line.get()), "item(" + number + ").layer(" + number + ")");
+    }
+    const std::unique_ptr<char[]> three(sprintf("%i%i%i", 3, 1, 22, 333));
+    EXPECT_STREQ(three.get(), "122333");
+}
+
+TEST(FormattedText, counted_form_takes_the_length_of_the_format_and_of_the_counted_numbers) {
+    // Seven for the format, two and four for the numbers: the text may have twelve characters.
+    const auto with_text = [](const char* text) {
+        return std::string(std::unique_ptr<char[]>(sprintf("%i%i%s,", 2, 12, 3456, text)).get());
+    };
+    EXPECT_EQ(with_text("fghij"), "123456fghij,");
+    EXPECT_EQ(with_text("fghijk"), "123456fghijk");
+    // A number that is not counted makes no room.
+    EXPECT_STREQ(std::unique_ptr<char[]>(sprintf("%i%i", 1, 123, 456)).get(), "123456");
+    EXPECT_STREQ(std::unique_ptr<char[]>(sprintf("%i%i", 1, 123, 4567)).get(), "123456");
+}
+
+TEST(DigitCount, grows_at_every_power_of_ten) {
+    int power = 1;
+    for (int digits = 1; digits < 10; ++digits) {
+        power *= 10;
+        EXPECT_EQ(simple_int_count(power - 1), digits);
+        EXPECT_EQ(simple_int_count(power), digits + 1);
+        EXPECT_EQ(simple_int_count(1 - power), digits);
+        EXPECT_EQ(simple_int_count(-power), digits + 1);
+    }
+}
+
 TEST(DigitCount, is_that_of_the_magnitude) {
     EXPECT_EQ(simple_int_count(0), 1);
     EXPECT_EQ(simple_int_count(9), 1);

@@ -123,3 +123,105 @@ TEST_F(Timing, ends_at_the_first_failure) {
                              set(above, 0, 0, 60, 0);
                          });
 }
+
+TEST_F(Timing, trims_both_ends_in_this_order) {
+    set(nest, 20, 25, 50, 3);
+    set(above, 4, 5, 90, 6);
+    EXPECT_EQ(match(1), A_Err_NONE);
+    std::vector<std::string> expected = reads_of_nest;
+    for (const char* line :
+         {"Layer5.GetCompLayerByIndex(main, 0)", "Layer5.GetLayerInPoint(above, comp)",
+          "Layer5.GetLayerDuration(above, comp)", "Layer5.GetLayerOffset(above)", "Layer5.SetLayerOffset(above, 9/10)",
+          "Layer5.GetLayerInPoint(above, layer)", "Layer5.GetLayerDuration(above, layer)",
+          "Layer5.SetLayerInPointAndDuration(above, comp, 25/10, 74/10)", "Layer5.GetLayerInPoint(above, comp)",
+          "Layer5.SetLayerInPointAndDuration(above, comp, 25/10, 50/10)"}) {
+        expected.push_back(line);
+    }
+    EXPECT_EQ(host.calls, expected);
+}
+
+TEST_F(Timing, judges_the_tail_by_the_duration_in_the_composition) {
+    set(nest, 0, 0, 50, 0);
+    set(above, 0, 0, 50, 0);
+    above->duration_layer.value = 500;
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
+    above->duration_layer.value = 5;
+    above->duration_comp.value = 51;
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.calls.back(), "Layer5.SetLayerInPointAndDuration(above, comp, 0/10, 50/10)");
+}
+
+TEST_F(Timing, takes_the_precomp_layers_span_from_the_composition) {
+    set(nest, 7, 100, 50, 0);
+    nest->duration_layer.value = 9;
+    set(above, 0, 120, 31, 0);
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.calls_of("SetLayerInPointAndDuration"),
+              std::vector<std::string>{"Layer5.SetLayerInPointAndDuration(above, comp, 120/10, 30/10)"});
+}
+
+TEST_F(Timing, uses_the_length_of_the_list_and_not_what_is_in_it) {
+    set(nest, 0, 0, 500, 1);
+    EXPECT_EQ(match_precomp_timing(&info, fake::handle(nest), {2, 0}), A_Err_NONE);
+    EXPECT_THAT(host.calls_of("GetCompLayerByIndex"),
+                ElementsAre("Layer5.GetCompLayerByIndex(main, 0)", "Layer5.GetCompLayerByIndex(main, 1)"));
+}
+
+TEST_F(Timing, shifts_each_layer_by_its_own_offset) {
+    set(nest, 0, 0, 500, 10);
+    set(above, 0, 0, 5, 1);
+    set(a, 0, 0, 5, 2);
+    main->layers = {above, a, nest};
+    EXPECT_EQ(match(2), A_Err_NONE);
+    EXPECT_THAT(host.calls_of("SetLayerOffset"),
+                ElementsAre("Layer5.SetLayerOffset(above, 11/10)", "Layer5.SetLayerOffset(a, 12/10)"));
+}
+
+TEST_F(Timing, compares_values_and_not_scales) {
+    set(nest, 0, 10, 100, 0);
+    set(above, 0, 11, 20, 0);
+    above->in_comp.scale = 1000;  // far earlier, were scales looked at
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
+}
+
+TEST_F(Timing, takes_the_scale_of_a_trimmed_head_from_the_layer) {
+    set(nest, 30, 130, 500, 0);
+    nest->in_layer.scale = 77;
+    set(above, 10, 10, 40, 0);
+    above->duration_layer = {40, 25};
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration(above, comp, 130/10, 20/25)"), 1);
+}
+
+TEST_F(Timing, wraps_the_differences_and_the_layers_end_too) {
+    // The head: 0 - (INT_MAX - (-1)) wraps once, and the difference from it again.
+    set(nest, INT_MAX, 0, 500, 0);
+    set(above, -1, -1, 3, 0);
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration(above, comp, 0/10, -2147483645/10)"), 1);
+    // The layer's end wraps to a negative number, which lies before every end.
+    host.forget_calls();
+    set(nest, 0, 0, 5, 0);
+    set(above, 0, 10, INT_MAX, 0);
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
+    // Shifted, the layer starts at -2: the gap to the pre-comp layer's start wraps to INT_MAX.
+    host.forget_calls();
+    set(nest, 0, INT_MAX, 5, 0);
+    set(above, 0, INT_MAX, 0, 1);
+    nest->offset.value = INT_MAX;
+    above->offset.value = 0;
+    EXPECT_EQ(match(1), A_Err_NONE);
+    EXPECT_EQ(host.calls.back(), "Layer5.SetLayerInPointAndDuration(above, comp, -2/10, -2147483642/10)");
+}
+
+TEST_F(Timing, layers_changed_before_a_failure_keep_their_changes) {
+    set(nest, 0, 0, 500, 10);
+    main->layers = {above, a, nest};
+    host.fail_on = "SetLayerOffset(a,";
+    EXPECT_EQ(match(2), fake::Host::kInjected);
+    EXPECT_EQ(above->offset.value, 10);
+    EXPECT_EQ(host.calls.back(), "Layer5.SetLayerOffset(a, 10/1)");
+}

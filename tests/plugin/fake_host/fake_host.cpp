@@ -153,6 +153,9 @@ A_Err Host::call(const std::string& function, const std::vector<std::string>& ar
     on_call(line);
     if (calls_made_ == fail_at) return kInjected;
     if (!fail_on.empty() && line.find(fail_on) != std::string::npos) return kInjected;
+    for (const auto& [part, code] : fail_with) {
+        if (line.find(part) != std::string::npos) return code;
+    }
     return body();
 }
 
