@@ -154,6 +154,7 @@ class Host {
     std::vector<std::string> not_open;  // given back without having been open
     void opened(const std::string& entry);
     void closed(const std::string& entry);
+    const void* memory_locked_last = nullptr;  // where its text stands
 
     // ---- Faults
 

@@ -82,6 +82,7 @@ A_Err lock_mem_handle(AEGP_MemHandle memory, void** text) {
     return host().call("Memory1.LockMemHandle", {text_of(memory)}, [&] {
         if (memory == nullptr) return A_Err_PARAMETER;
         *text = object<Memory>(memory)->text.data();
+        host().memory_locked_last = *text;
         host().opened("lock of " + text_of(memory));
         return A_Err_NONE;
     });
