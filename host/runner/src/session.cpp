@@ -20,9 +20,12 @@ using Door = suites::SuiteHost::Visit::Door;
 Session::Session(model::Project& project, script::Settings& settings, script::DialogDriver& dialogs)
     : project_(project),
       engine_(project, settings, dialogs, [this](const script::Alert& alert) { current_.alerts.push_back(alert); }),
-      suites_(project,
-              {.run_script = [this](std::string_view text) { return run_script(text); },
-               .report = [this](std::string_view, std::string_view text) { current_.reports.emplace_back(text); }}) {}
+      suites_(project, {.run_script = [this](std::string_view text) { return run_script(text); },
+                        .report =
+                            [this, &dialogs](std::string_view plugin, std::string_view text) {
+                                current_.reports.emplace_back(text);
+                                dialogs.show({std::string(text), std::string(plugin)});
+                            }}) {}
 
 Outcome Session::start(const PluginModule& module) {
     return observe([&] {

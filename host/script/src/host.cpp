@@ -88,6 +88,11 @@ Host::~Host() {
     heap.close();
 }
 
+void Host::show(const Alert& alert) {
+    if (on_alert) on_alert(alert);
+    driver.show(alert);
+}
+
 void Host::begin_run() {
     throw_line = 0;
     heap.begin_run();

@@ -53,6 +53,7 @@ enum class ClassId : int {
     dimension,
     point,
     edges,
+    layout_manager,
     count
 };
 
@@ -100,6 +101,8 @@ class Host {
     int open_undo_groups = 0;
     // Line of the statement that threw last; 0 if no statement was running.
     int throw_line = 0;
+
+    void show(const Alert& alert);
 
     void begin_run();
     void end_run();

@@ -5,9 +5,17 @@
 #include <string>
 #include <vector>
 
+#include "script/dialog/text_measure.h"
 #include "script/dialog/window.h"
 
 namespace host::script {
+
+// A message box.
+struct Alert {
+    std::string message;
+    std::string title;
+    bool is_error = false;  // the script asked for the error's picture
+};
 
 class DialogDriver {
   public:
@@ -16,6 +24,10 @@ class DialogDriver {
     // does. Scripts run inside the window's user functions. An exception ends the dialog and becomes an error of the
     // script.
     virtual void drive(Window& window) = 0;
+    // Called for each message box; returns when it is dismissed: at once where nobody looks.
+    virtual void show(const Alert& alert);
+    // With what dialogs are laid out.
+    virtual const TextMeasure& text_measure() const;
 };
 
 struct Action {

@@ -14,6 +14,7 @@ class Project;
 
 namespace host::script {
 
+struct Alert;
 class DialogDriver;
 class Settings;
 
@@ -25,14 +26,8 @@ struct Outcome {
     std::string error;
 };
 
-// A message box that a script has shown; it counts as dismissed at once.
-struct Alert {
-    std::string message;
-    std::string title;
-};
-
-// What one run may use. A script that goes beyond is ended, and cannot prevent it, within a few milliseconds; a built-in
-// function at work is waited for. Time is the processor's; what a dialog waits for its driver does not count.
+// What one run may use. A script that goes beyond is ended, and cannot prevent it, within a few milliseconds; a
+// built-in function at work is waited for. Time is the processor's; what a dialog waits for its driver does not count.
 struct Limits {
     std::size_t memory = std::size_t{512} << 20;  // bytes, of everything the environment holds
     std::chrono::milliseconds time = std::chrono::minutes(2);
@@ -42,7 +37,8 @@ struct Limits {
 // the classes of items and layers. No file, network, process or environment variable can be reached from them.
 class Engine {
   public:
-    // Everything given here must outlive the engine. Throws std::runtime_error when there is no memory to start with.
+    // Everything given here must outlive the engine. The driver shows alerts, `on_alert` is told of them before. Throws
+    // std::runtime_error when there is no memory to start with.
     Engine(model::Project& project, Settings& settings, DialogDriver& driver,
            std::function<void(const Alert&)> on_alert, Limits limits = {});
     ~Engine();

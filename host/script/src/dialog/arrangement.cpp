@@ -87,4 +87,16 @@ duk_ret_t set_align_children(Call& call) {
     return call.nothing();
 }
 
+duk_ret_t get_justify(Call& call) {
+    return call.give(kAligns[static_cast<std::size_t>(call.self_element().justification())]);
+}
+
+duk_ret_t set_justify(Call& call) {
+    Element& element = call.self_element();
+    const Align align = align_argument(call, 0, true, false);
+    if (align == Align::fill) call.fail("texts cannot be justified on both sides");
+    element.set_justification(align);
+    return call.nothing();
+}
+
 }  // namespace host::script

@@ -1,4 +1,6 @@
 // The script classes of containers, and how new elements come into them.
+#include <algorithm>
+
 #include "dialog/dialog_classes.h"
 #include "text.h"
 
@@ -23,6 +25,7 @@ constexpr Property kContainerProperties[] = {
     {"alignChildren", guarded<get_align_children>, guarded<set_align_children>},
     {"spacing", guarded<spacing>, guarded<set_spacing>},
     {"margins", guarded<get_margins>, guarded<set_margins>},
+    {"layout", guarded<get_layout>, nullptr},
 };
 
 constexpr ClassTable kClasses[] = {
@@ -90,6 +93,24 @@ duk_ret_t set_spacing(Call& call) {
     return call.nothing();
 }
 
+// Properties of windows and controls that may be given as long as they ask for nothing.
+constexpr std::string_view kOnlyFalse[] = {"borderless",     "independent", "maximizeButton",
+                                           "minimizeButton", "noecho",      "resizeable"};
+
+// One of the creation properties: its name and, on top of the stack, its value.
+void read_property(Call& call, Creation& creation) {
+    const std::string key = call.text(-2);
+    if (key == "name") {
+        if (call.given(-1)) creation.name = call.text(-1);
+    } else if (key == "multiline") {
+        creation.is_multiline = call.boolean(-1);
+    } else if (key == "readonly") {
+        creation.is_read_only = call.boolean(-1);
+    } else if (std::ranges::find(kOnlyFalse, key) == std::end(kOnlyFalse) || call.boolean(-1)) {
+        call.fail("the creation property \"" + key + "\" is not supported");
+    }
+}
+
 }  // namespace
 
 Element& self_container(Call& call) {
@@ -135,13 +156,12 @@ Creation read_creation(Call& call, duk_idx_t bounds, duk_idx_t text, duk_idx_t p
     if (call.given(bounds)) creation.bounds = bounds_argument(call, bounds);
     if (text >= 0 && call.given(text)) creation.text = call.text(text);
     if (!duk_is_object(call.ctx, properties)) return creation;
-    duk_get_prop_string(call.ctx, properties, "name");
-    if (call.given(-1)) creation.name = call.text(-1);
-    duk_get_prop_string(call.ctx, properties, "multiline");
-    creation.is_multiline = call.boolean(-1);
-    duk_get_prop_string(call.ctx, properties, "readonly");
-    creation.is_read_only = call.boolean(-1);
-    duk_pop_3(call.ctx);
+    duk_enum(call.ctx, properties, 0);
+    while (duk_next(call.ctx, -1, 1) != 0) {
+        read_property(call, creation);
+        duk_pop_2(call.ctx);
+    }
+    duk_pop(call.ctx);
     return creation;
 }
 

@@ -58,6 +58,10 @@ void define_window(duk_context* ctx);
 // Accessors for the element classes, from measures.cpp: objects with named numbers that write through to the element.
 duk_ret_t get_preferred_size(Call& call);
 duk_ret_t set_preferred_size(Call& call);
+duk_ret_t get_minimum_size(Call& call);
+duk_ret_t set_minimum_size(Call& call);
+duk_ret_t get_maximum_size(Call& call);
+duk_ret_t set_maximum_size(Call& call);
 duk_ret_t get_size(Call& call);
 duk_ret_t set_size(Call& call);
 duk_ret_t get_location(Call& call);
@@ -74,5 +78,11 @@ duk_ret_t get_align_children(Call& call);
 duk_ret_t set_align_children(Call& call);
 duk_ret_t get_orientation(Call& call);
 duk_ret_t set_orientation(Call& call);
+duk_ret_t get_justify(Call& call);
+duk_ret_t set_justify(Call& call);
+
+// From layout_class.cpp.
+duk_ret_t get_layout(Call& call);
+void define_layout(duk_context* ctx);
 
 }  // namespace host::script

@@ -22,9 +22,20 @@ duk_ret_t parent(Call& call);
 duk_ret_t window(Call& call);
 duk_ret_t value(Call& call);
 duk_ret_t set_value(Call& call);
+duk_ret_t help_tip(Call& call);
+duk_ret_t set_help_tip(Call& call);
+duk_ret_t characters(Call& call);
+duk_ret_t set_characters(Call& call);
+duk_ret_t missing(duk_context* ctx);
 
 constexpr Method kElementMethods[] = {
     {"notify", 1, guarded<notify>},
+};
+
+// The application's elements have these and ours do not: a script that uses them shall hear of it.
+constexpr const char* kMissing[] = {
+    "frameBounds",  "frameLocation", "frameSize",   "graphics",      "indent",       "onActivate",
+    "onDeactivate", "onDraw",        "shortcutKey", "textselection", "windowBounds",
 };
 
 constexpr Property kElementProperties[] = {
@@ -36,8 +47,11 @@ constexpr Property kElementProperties[] = {
     {"active", guarded<active>, guarded<set_active>},
     {"parent", guarded<parent>, nullptr},
     {"window", guarded<window>, nullptr},
+    {"helpTip", guarded<help_tip>, guarded<set_help_tip>},
     {"alignment", guarded<get_alignment>, guarded<set_alignment>},
     {"preferredSize", guarded<get_preferred_size>, guarded<set_preferred_size>},
+    {"minimumSize", guarded<get_minimum_size>, guarded<set_minimum_size>},
+    {"maximumSize", guarded<get_maximum_size>, guarded<set_maximum_size>},
     {"size", guarded<get_size>, guarded<set_size>},
     {"location", guarded<get_location>, guarded<set_location>},
     {"bounds", guarded<get_bounds>, guarded<set_bounds>},
@@ -47,11 +61,20 @@ constexpr Property kValueProperties[] = {
     {"value", guarded<value>, guarded<set_value>},
 };
 
+constexpr Property kTextProperties[] = {
+    {"justify", guarded<get_justify>, guarded<set_justify>},
+};
+
+constexpr Property kEditTextProperties[] = {
+    {"justify", guarded<get_justify>, guarded<set_justify>},
+    {"characters", guarded<characters>, guarded<set_characters>},
+};
+
 // Bases before what is built on them.
 constexpr ClassTable kClasses[] = {
     {ClassId::element, nullptr, {}, nullptr, kElementMethods, kElementProperties},
-    {ClassId::static_text, nullptr, ClassId::element, nullptr, {}, {}},
-    {ClassId::edit_text, nullptr, ClassId::element, nullptr, {}, {}},
+    {ClassId::static_text, nullptr, ClassId::element, nullptr, {}, kTextProperties},
+    {ClassId::edit_text, nullptr, ClassId::element, nullptr, {}, kEditTextProperties},
     {ClassId::button, nullptr, ClassId::element, nullptr, {}, {}},
     {ClassId::checkbox, nullptr, ClassId::element, nullptr, {}, kValueProperties},
     {ClassId::radio_button, nullptr, ClassId::element, nullptr, {}, kValueProperties},
@@ -179,6 +202,43 @@ duk_ret_t set_value(Call& call) {
     return call.nothing();
 }
 
+duk_ret_t help_tip(Call& call) {
+    return call.give(std::string_view(call.self_element().help_tip()));
+}
+
+duk_ret_t set_help_tip(Call& call) {
+    Element& element = call.self_element();
+    element.set_help_tip(call.text(0));
+    return call.nothing();
+}
+
+duk_ret_t characters(Call& call) {
+    return call.give(call.self_element().characters());
+}
+
+duk_ret_t set_characters(Call& call) {
+    Element& element = call.self_element();
+    element.set_characters(std::max(0, call.whole_number(0)));
+    return call.nothing();
+}
+
+duk_ret_t missing(duk_context* ctx) {
+    fail(ctx, std::string("\"") + kMissing[duk_get_current_magic(ctx)] + "\" of dialog elements is not supported");
+}
+
+void define_missing(duk_context* ctx) {
+    Host::of(ctx).push_prototype(ctx, ClassId::element);
+    for (std::size_t i = 0; i < std::size(kMissing); ++i) {
+        duk_push_string(ctx, kMissing[i]);
+        for (int arity = 0; arity < 2; ++arity) {  // the getter, then the setter
+            duk_push_c_function(ctx, missing, arity);
+            duk_set_magic(ctx, -1, static_cast<duk_int_t>(i));
+        }
+        duk_def_prop(ctx, -4, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_HAVE_SETTER | DUK_DEFPROP_CLEAR_ENUMERABLE);
+    }
+    duk_pop(ctx);
+}
+
 }  // namespace
 
 void push_element(Call& call, const Element* element) {
@@ -192,6 +252,7 @@ Element* element_argument(Call& call, duk_idx_t i) {
 
 void define_elements(duk_context* ctx) {
     for (const ClassTable& table : kClasses) Host::of(ctx).define_class(ctx, table);
+    define_missing(ctx);
 }
 
 }  // namespace host::script

@@ -51,9 +51,10 @@ EventSink::Answer HandlerCaller::fire(Element& element, Event event) {
         duk_pop(ctx);
         return firing.answer;
     }
-    const Alert error{describe_error(ctx), "Script Error"};
+    const Alert error{describe_error(ctx), "Script Error", true};
     if (host_.heap.must_end()) throw ScriptEnded();
-    if (host_.on_alert) host_.on_alert(error);
+    const RunClock::Switched waiting(host_.heap.clock(), false);
+    host_.show(error);
     return Answer::handled;
 }
 

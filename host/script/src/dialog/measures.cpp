@@ -34,7 +34,7 @@ constexpr ClassTable kClasses[] = {
 
 using Numbers = std::array<double, 4>;
 
-enum class Measure : int { preferred_size, size, location, bounds, margins };
+enum class Measure : int { preferred_size, minimum_size, maximum_size, size, location, bounds, margins };
 
 std::size_t count_of(Measure measure) {
     return measure == Measure::bounds || measure == Measure::margins ? 4 : 2;
@@ -45,30 +45,47 @@ ClassId class_of(Measure measure) {
     return measure == Measure::location ? ClassId::point : ClassId::dimension;
 }
 
-// Nothing while neither a script nor a window has decided it.
-std::optional<Numbers> read(const Layout& layout, Measure measure) {
+// Nothing while neither a script nor the layout has decided it.
+std::optional<Numbers> read(const Element& element, Measure measure) {
+    const Layout& layout = element.layout();
+    const auto& frame = element.frame();
     const auto pair = [](const std::array<double, 2>& two) { return Numbers{two[0], two[1], 0, 0}; };
     switch (measure) {
         case Measure::preferred_size:
             return pair(layout.preferred_size);
+        case Measure::minimum_size:
+            return pair(layout.minimum_size);
+        case Measure::maximum_size:
+            return pair(layout.maximum_size);
         case Measure::size:
+            if (frame) return Numbers{frame->width, frame->height, 0, 0};
             return layout.size ? std::optional(pair(*layout.size)) : std::nullopt;
         case Measure::location:
+            if (frame) return Numbers{frame->left, frame->top, 0, 0};
             return layout.location ? std::optional(pair(*layout.location)) : std::nullopt;
         case Measure::margins:
             return layout.margins;
         case Measure::bounds:
             break;
     }
-    if (!layout.size || !layout.location) return {};
-    const auto [left, top] = *layout.location;
-    return Numbers{left, top, left + (*layout.size)[0], top + (*layout.size)[1]};
+    const auto size = read(element, Measure::size);
+    const auto location = read(element, Measure::location);
+    if (!size || !location) return {};
+    return Numbers{(*location)[0], (*location)[1], (*location)[0] + (*size)[0], (*location)[1] + (*size)[1]};
 }
 
-void write(Layout& layout, Measure measure, const Numbers& n) {
+// An element that has its frame takes place and size at once; other elements stay where they are.
+void write(Element& element, Measure measure, const Numbers& n) {
+    Layout& layout = element.layout();
     switch (measure) {
         case Measure::preferred_size:
             layout.preferred_size = {n[0], n[1]};
+            break;
+        case Measure::minimum_size:
+            layout.minimum_size = {n[0], n[1]};
+            break;
+        case Measure::maximum_size:
+            layout.maximum_size = {n[0], n[1]};
             break;
         case Measure::size:
             layout.size = {n[0], n[1]};
@@ -84,6 +101,10 @@ void write(Layout& layout, Measure measure, const Numbers& n) {
             layout.size = {n[2] - n[0], n[3] - n[1]};
             break;
     }
+    if (!element.frame()) return;
+    const auto [left, top] = layout.location.value_or(std::array{element.frame()->left, element.frame()->top});
+    const auto [width, height] = layout.size.value_or(std::array{element.frame()->width, element.frame()->height});
+    element.set_frame(Frame{left, top, width, height});
 }
 
 constexpr const char* kElement = DUK_HIDDEN_SYMBOL("element");
@@ -91,7 +112,7 @@ constexpr const char* kMeasure = DUK_HIDDEN_SYMBOL("measure");
 
 duk_ret_t give(Call& call, Measure measure) {
     const Element& element = call.self_element();
-    if (!read(element.layout(), measure)) return call.nothing();
+    if (!read(element, measure)) return call.nothing();
     const duk_idx_t view = duk_push_object(call.ctx);
     push_element(call, &element);
     duk_put_prop_string(call.ctx, view, kElement);
@@ -121,16 +142,16 @@ View self_view(Call& call) {
 template <std::size_t N>
 duk_ret_t number(Call& call) {
     const View view = self_view(call);
-    return call.give(read(view.element.layout(), view.measure).value_or(Numbers{})[N]);
+    return call.give(read(view.element, view.measure).value_or(Numbers{})[N]);
 }
 
 template <std::size_t N>
 duk_ret_t set_number(Call& call) {
     const double value = call.number(0);
     const View view = self_view(call);
-    Numbers numbers = read(view.element.layout(), view.measure).value_or(Numbers{});
+    Numbers numbers = read(view.element, view.measure).value_or(Numbers{});
     numbers[N] = value;
-    write(view.element.layout(), view.measure, numbers);
+    write(view.element, view.measure, numbers);
     return call.nothing();
 }
 
@@ -172,7 +193,7 @@ std::optional<Numbers> numbers_argument(Call& call, duk_idx_t i, Measure measure
 duk_ret_t take(Call& call, duk_idx_t i, Element& element, Measure measure, const char* what) {
     const auto numbers = numbers_argument(call, i, measure);
     if (!numbers) call.fail(std::string(what) + " cannot be read from that value");
-    write(element.layout(), measure, *numbers);
+    write(element, measure, *numbers);
     return call.nothing();
 }
 
@@ -183,6 +204,18 @@ duk_ret_t get_preferred_size(Call& call) {
 }
 duk_ret_t set_preferred_size(Call& call) {
     return take(call, 0, call.self_element(), Measure::preferred_size, "preferredSize");
+}
+duk_ret_t get_minimum_size(Call& call) {
+    return give(call, Measure::minimum_size);
+}
+duk_ret_t set_minimum_size(Call& call) {
+    return take(call, 0, call.self_element(), Measure::minimum_size, "minimumSize");
+}
+duk_ret_t get_maximum_size(Call& call) {
+    return give(call, Measure::maximum_size);
+}
+duk_ret_t set_maximum_size(Call& call) {
+    return take(call, 0, call.self_element(), Measure::maximum_size, "maximumSize");
 }
 duk_ret_t get_size(Call& call) {
     return give(call, Measure::size);

@@ -43,9 +43,16 @@ void Window::check_input(const Element& control) const {
     if (!control.takes_input()) throw DialogError("The " + label(control) + " is disabled or hidden.");
 }
 
+void Window::check_takes_text(const Element& control) const {
+    if (control.type() != ElementType::edit_text || control.is_read_only()) {
+        throw DialogError("The " + label(control) + " takes no text.");
+    }
+    check_input(control);
+}
+
 void Window::click(Element& control) {
     check_input(control);
-    move_focus(control);
+    move_focus(&control);
     check_input(control);
     switch (control.type()) {
         case ElementType::checkbox:
@@ -65,28 +72,34 @@ void Window::click(Element& control) {
 }
 
 void Window::type_text(Element& edit_text, std::string_view text) {
-    if (edit_text.type() != ElementType::edit_text || edit_text.is_read_only()) {
-        throw DialogError("The " + label(edit_text) + " takes no text.");
-    }
+    check_takes_text(edit_text);
+    move_focus(&edit_text);
     check_input(edit_text);
-    move_focus(edit_text);
-    check_input(edit_text);
-    typed_in_ = &edit_text;
     // Deletes the old text with the first key, or with one of its own.
     std::size_t typed = 0;
     do {
         typed = text.empty() ? 0 : next_character(text, typed);
-        edit_text.set_text(std::string(text.substr(0, typed)));
-        events_.fire(edit_text, Event::changing);
+        enter(edit_text, std::string(text.substr(0, typed)));
     } while (typed < text.size() && open_);
+}
+
+void Window::edit(Element& edit_text, std::string text) {
+    check_takes_text(edit_text);
+    move_focus(&edit_text);
+    check_input(edit_text);
+    enter(edit_text, std::move(text));
+}
+
+void Window::enter(Element& edit_text, std::string text) {
+    typed_in_ = &edit_text;
+    edit_text.set_text(std::move(text));
+    events_.fire(edit_text, Event::changing);
 }
 
 void Window::press_enter() {
     check_input(*this);
     if (focus_ != nullptr && focus_->is_multiline() && !focus_->is_read_only() && focus_->takes_input()) {
-        typed_in_ = focus_;
-        focus_->set_text(focus_->text() + '\n');
-        events_.fire(*focus_, Event::changing);
+        enter(*focus_, focus_->text() + '\n');
         return;
     }
     commit_typing();
@@ -141,9 +154,9 @@ void Window::notify(Element& control, Event event) {
     }
 }
 
-void Window::move_focus(Element& to) {
-    if (typed_in_ != &to) commit_typing();
-    focus_ = &to;
+void Window::move_focus(Element* to) {
+    if (typed_in_ != to) commit_typing();
+    focus_ = to;
 }
 
 void Window::commit_typing() {

@@ -1,5 +1,6 @@
 // The script class Window.
 #include "dialog/dialog_classes.h"
+#include "script/dialog/lay_out.h"
 
 namespace host::script {
 
@@ -8,6 +9,7 @@ namespace {
 duk_ret_t construct(Call& call);
 duk_ret_t show(Call& call);
 duk_ret_t close(Call& call);
+duk_ret_t hide(Call& call);
 duk_ret_t default_element(Call& call);
 duk_ret_t set_default_element(Call& call);
 duk_ret_t cancel_element(Call& call);
@@ -16,6 +18,7 @@ duk_ret_t set_cancel_element(Call& call);
 constexpr Method kMethods[] = {
     {"show", 0, guarded<show>},
     {"close", 1, guarded<close>},
+    {"hide", 0, guarded<hide>},
 };
 
 constexpr Property kProperties[] = {
@@ -61,6 +64,7 @@ class ClosedAtLast {
 duk_ret_t show(Call& call) {
     Window& window = self_window(call);
     if (window.is_open()) call.fail("the dialog is already shown");
+    if (!window.frame()) lay_out(window, call.host.driver.text_measure());
     const ClosedAtLast guard(window);
     window.open();
     if (window.is_open()) {
@@ -75,6 +79,11 @@ duk_ret_t show(Call& call) {
 duk_ret_t close(Call& call) {
     Window& window = self_window(call);
     window.close(call.given(0) ? call.whole_number(0) : 0);
+    return call.nothing();
+}
+
+duk_ret_t hide(Call& call) {
+    self_window(call).close_without_asking(0);
     return call.nothing();
 }
 
@@ -123,6 +132,7 @@ void define_dialogs(duk_context* ctx) {
     define_measures(ctx);
     define_elements(ctx);
     define_containers(ctx);
+    define_layout(ctx);
     define_window(ctx);
 }
 

@@ -30,10 +30,13 @@ struct Alignment {
     friend bool operator==(const Alignment&, const Alignment&) = default;
 };
 
-// How a window shall lay an element out. Lengths are in pixels. What is unset is the window's choice.
+// How an element shall be laid out, as scripts say. Lengths are in pixels. What is unset is computed.
 struct Layout {
-    std::optional<Alignment> alignment;             // of this element in its container
-    std::array<double, 2> preferred_size{-1, -1};   // width, height; -1: computed
+    static constexpr double kUnlimited = 1e6;
+    std::optional<Alignment> alignment;            // of this element in its container
+    std::array<double, 2> preferred_size{-1, -1};  // width, height; -1: computed
+    std::array<double, 2> minimum_size{0, 0};
+    std::array<double, 2> maximum_size{kUnlimited, kUnlimited};
     std::optional<std::array<double, 2>> size;      // width, height
     std::optional<std::array<double, 2>> location;  // left, top
     // Containers
@@ -41,6 +44,15 @@ struct Layout {
     Alignment align_children;
     double spacing = 10;
     std::array<double, 4> margins{};  // left, top, right, bottom
+};
+
+// Where an element has been put: in its parent, in whole pixels; the window's is its content, on the screen.
+struct Frame {
+    double left = 0;
+    double top = 0;
+    double width = 0;
+    double height = 0;
+    friend bool operator==(const Frame&, const Frame&) = default;
 };
 
 class Element {
@@ -78,8 +90,18 @@ class Element {
     void set_multiline(bool multiline) { multiline_ = multiline; }
     bool is_read_only() const { return read_only_; }
     void set_read_only(bool read_only) { read_only_ = read_only; }
+    const std::string& help_tip() const { return help_tip_; }
+    void set_help_tip(std::string text) { help_tip_ = std::move(text); }
+    // How many characters an edit field shall have room for; 0: as many as its text has.
+    int characters() const { return characters_; }
+    void set_characters(int characters) { characters_ = characters; }
+    Align justification() const { return justification_; }  // of texts: left, center or right
+    void set_justification(Align justification) { justification_ = justification; }
     Layout& layout() { return layout_; }
     const Layout& layout() const { return layout_; }
+    // Nothing before the first layout; an element without a frame is not shown.
+    const std::optional<Frame>& frame() const { return frame_; }
+    void set_frame(const Frame& frame) { frame_ = frame; }
 
     // Whether the user can work it: it and all it stands in are enabled and visible.
     bool takes_input() const;
@@ -99,7 +121,11 @@ class Element {
     bool visible_ = true;
     bool multiline_ = false;
     bool read_only_ = false;
+    std::string help_tip_;
+    int characters_ = 0;
+    Align justification_ = Align::left;
     Layout layout_;
+    std::optional<Frame> frame_;
 };
 
 }  // namespace host::script

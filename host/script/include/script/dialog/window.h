@@ -36,6 +36,10 @@ class Window : public Element {
     void click(Element& control);
     // Replaces the text, character by character.
     void type_text(Element& edit_text, std::string_view text);
+    // Sets the text that the field has after one key or one insertion.
+    void edit(Element& edit_text, std::string text);
+    // Moves the focus there; null: away from all controls.
+    void move_focus(Element* to);
     void press_enter();   // clicks the default element
     void press_escape();  // clicks the cancel element; without one, closes
     void close_box();
@@ -59,7 +63,8 @@ class Window : public Element {
 
   private:
     void check_input(const Element& control) const;
-    void move_focus(Element& to);
+    void check_takes_text(const Element& control) const;
+    void enter(Element& edit_text, std::string text);
     void commit_typing();  // tells a text field that its text has been changed for good
     Element* standard_button(std::string_view role) const;
 

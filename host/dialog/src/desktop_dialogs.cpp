@@ -1,0 +1,65 @@
+// Dialogs and message boxes as windows on the desktop.
+#include "dialog/desktop_dialogs.h"
+
+#include <vector>
+
+#include "alert_box.h"
+#include "dialog_view.h"
+#include "font_measure.h"
+#include "toolkit.h"
+
+namespace host::dialog {
+
+namespace {
+
+void check_desktop() {
+    if (!Toolkit::has_desktop()) throw NoDesktop("no window can be shown: there is no desktop that can be reached");
+}
+
+}  // namespace
+
+class DesktopDialogs::Impl {
+  public:
+    Impl() : toolkit_((check_desktop(), Toolkit::Display::desktop)) {}
+
+    void drive(script::Window& window) {
+        DialogView view(window);
+        views_.push_back(&view);
+        struct Pop {
+            std::vector<DialogView*>& views;
+            ~Pop() { views.pop_back(); }
+        } const pop{views_};
+        view.run();
+    }
+
+    void show(const script::Alert& alert) {
+        // What the script has changed so far shall be seen behind the box.
+        for (DialogView* view : views_) view->update_all();
+        AlertBox(alert).exec();
+    }
+
+    const FontMeasure& measure() const { return measure_; }
+
+  private:
+    Toolkit toolkit_;
+    FontMeasure measure_;
+    std::vector<DialogView*> views_;  // one above the other
+};
+
+DesktopDialogs::DesktopDialogs() : impl_(std::make_unique<Impl>()) {}
+
+DesktopDialogs::~DesktopDialogs() = default;
+
+void DesktopDialogs::drive(script::Window& window) {
+    impl_->drive(window);
+}
+
+void DesktopDialogs::show(const script::Alert& alert) {
+    impl_->show(alert);
+}
+
+const script::TextMeasure& DesktopDialogs::text_measure() const {
+    return impl_->measure();
+}
+
+}  // namespace host::dialog
