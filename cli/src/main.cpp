@@ -3,6 +3,7 @@
 #include <exception>
 
 #include "cli/console.h"
+#include "cli/dialog_command.h"
 #include "cli/documents.h"
 #include "cli/file_io.h"
 #include "cli/list_command.h"
@@ -21,6 +22,10 @@ ExitCode obey(const cli::RunOptions& options, const Console& console) {
 
 ExitCode obey(const cli::ListOptions& options, const Console& console) {
     return cli::list(options, console);
+}
+
+ExitCode obey(const cli::DialogOptions& options, const Console& console) {
+    return cli::draw_dialog(options, console);
 }
 
 ExitCode obey(const cli::Information& information, const Console& console) {

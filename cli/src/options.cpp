@@ -18,6 +18,8 @@ constexpr const char* kHelp =
 
   exflate [run] FILE...   un-nest and write the result
   exflate list FILE       show compositions, layers and nests as a tree; --json for other programs
+  exflate dialog --picture PNG
+                          draw the plug-in's dialog as it would open
 
 FILE is a Lottie file, - is standard input.
 
@@ -40,6 +42,14 @@ The plug-in's dialog:
   --prefix TEXT           put TEXT and _ in front of each layer's name; at most 50 bytes
   --prepend-name          put the nest's name and _ in front of each layer's name
   --fix-random            give random expressions a fixed seed
+  --dialog                show the dialog in a window instead, with what it remembers; alerts come in windows too
+
+The picture of the dialog:
+  --picture PNG           write it here
+  --scale NUMBER          dots for each pixel, 0.5 to 8; default: 1
+  --first-use             as if nothing had been remembered
+  --click CONTROL         click the control of that name or text before; may be repeated
+  --type CONTROL=TEXT     type the text there before, in the place of the old one; may be repeated
 
   -h, --help              show this
   --version               show the version
@@ -50,7 +60,8 @@ Exit codes:
   0  done
   2  wrong usage, or no such composition, layer or nest
   3  bad input
-  4  the plug-in or the host reported an error, or the result could not be written
+  4  the plug-in or the host reported an error, the dialog was cancelled or there is no desktop to show it on,
+     or the result could not be written
 With several files the highest one. A file with an error is not written at all.
 
 Environment:
@@ -80,11 +91,39 @@ void declare_run(CLI::App& app, RunOptions& options) {
     app.add_option("--prefix", answers.prefix)->take_last();
     app.add_flag("--prepend-name", answers.prepend_name);
     app.add_flag("--fix-random", answers.fix_random);
+    auto* dialog = app.add_flag("--dialog", options.dialog);
+    for (const char* answer : {"--copy-attributes", "--discard-attributes", "--delete-source", "--keep-in-comp",
+                               "--prefix", "--prepend-name", "--fix-random"}) {
+        dialog->excludes(app.get_option(answer));
+    }
 }
 
 void declare_list(CLI::App& app, ListOptions& options) {
     app.add_option("FILE", options.file)->required();
     app.add_flag("--json", options.json);
+}
+
+void declare_dialog(CLI::App& app, DialogOptions& options) {
+    app.add_option("--picture", options.picture)->required()->take_last();
+    app.add_option("--scale", options.scale)->take_last()->check(CLI::Range(0.5, 8.0));
+    app.add_flag("--first-use", options.first_use);
+    // Called for each occurrence, in the order of the arguments.
+    app.add_option_function<std::string>("--click",
+                                         [&options](const std::string& control) {
+                                             options.actions.push_back({host::script::Action::Kind::click, control});
+                                         })
+        ->allow_extra_args(false)
+        ->trigger_on_parse();
+    app.add_option_function<std::string>(
+           "--type",
+           [&options](const std::string& words) {
+               const std::size_t equals = words.find('=');
+               if (equals == std::string::npos) throw CLI::ValidationError("--type needs CONTROL=TEXT");
+               options.actions.push_back(
+                   {host::script::Action::Kind::type, words.substr(0, equals), words.substr(equals + 1)});
+           })
+        ->allow_extra_args(false)
+        ->trigger_on_parse();
 }
 
 // What the parser itself cannot know about output and input together.
@@ -151,14 +190,18 @@ Request parse_arguments(const std::vector<std::string>& arguments) {
     const std::string first = arguments.empty() ? "" : arguments.front();
     if (first == "--version") return Information{std::string("exflate ") + kVersion + "\n"};
     const bool is_list = first == "list";
-    const bool has_subcommand = is_list || first == "run";
+    const bool is_dialog = first == "dialog";
+    const bool has_subcommand = is_list || is_dialog || first == "run";
     const std::vector<std::string> rest(arguments.begin() + (has_subcommand ? 1 : 0), arguments.end());
 
     CLI::App app;
     RunOptions run;
     ListOptions list;
+    DialogOptions dialog;
     if (is_list) {
         declare_list(app, list);
+    } else if (is_dialog) {
+        declare_dialog(app, dialog);
     } else {
         declare_run(app, run);
     }
@@ -169,7 +212,8 @@ Request parse_arguments(const std::vector<std::string>& arguments) {
     } catch (const CLI::ExtrasError&) {
         return UsageProblem{unexpected(app, app.remaining().front())};
     } catch (const CLI::RequiredError&) {
-        return UsageProblem{"name a file, or - for standard input"};
+        return UsageProblem{is_dialog ? "name a file for the picture with --picture"
+                                      : "name a file, or - for standard input"};
     } catch (const CLI::ArgumentMismatch& problem) {
         const std::string words = problem.what();  // begins with the option's name and a colon
         return UsageProblem{words.substr(0, words.find(':')) + " needs a value"};
@@ -177,6 +221,7 @@ Request parse_arguments(const std::vector<std::string>& arguments) {
         return UsageProblem{problem.what()};
     }
     if (is_list) return list;
+    if (is_dialog) return dialog;
     if (std::string problem = output_problem(run); !problem.empty()) return UsageProblem{std::move(problem)};
     return run;
 }

@@ -1,4 +1,4 @@
-// Where the plug-in's module lies.
+// Where the plug-in's module lies, and getting it.
 #include "cli/plugin_location.h"
 
 #include <cstdlib>
@@ -20,6 +20,15 @@ fs::path find_plugin() {
     }
     throw Failure(ExitCode::failed, "the plug-in is neither at '" + built.string() + "' nor at '" + installed.string() +
                                         "': set EXFLATE_PLUGIN to its file");
+}
+
+host::runner::PluginModule load_plugin() {
+    const fs::path file = find_plugin();
+    try {
+        return host::runner::PluginModule(file);
+    } catch (const host::runner::LoadError& error) {
+        throw Failure(ExitCode::failed, error.what());
+    }
 }
 
 }  // namespace cli

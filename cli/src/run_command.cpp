@@ -3,8 +3,10 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <memory>
 
 #include "cli/dialog_operator.h"
+#include "cli/dialog_window.h"
 #include "cli/documents.h"
 #include "cli/file_io.h"
 #include "cli/plugin_location.h"
@@ -20,20 +22,13 @@ namespace fs = std::filesystem;
 using host::model::Comp;
 using Tone = Console::Tone;
 
-host::runner::PluginModule load_plugin() {
-    const fs::path file = find_plugin();
-    try {
-        return host::runner::PluginModule(file);
-    } catch (const host::runner::LoadError& error) {
-        throw Failure(ExitCode::failed, error.what());
-    }
-}
-
 class Run {
   public:
     Run(const RunOptions& options, const Console& console, const host::runner::PluginModule& plugin,
         host::script::Settings& settings)
-        : options_(options), console_(console), plugin_(plugin), settings_(settings) {}
+        : options_(options), console_(console), plugin_(plugin), settings_(settings) {
+        if (options.dialog) windows_ = open_dialog_windows();
+    }
 
     ExitCode one_file(const std::string& file) {
         const std::string name = shown_name(file);
@@ -50,10 +45,15 @@ class Run {
 
   private:
     ExitCode tell(const std::string& name, const Record& record, const Failure& failure) const {
-        tell_messages(console_, name, record);
+        tell_what_was_said(name, record);
         if (failure.code() == ExitCode::failed) tell_log(console_, name, record);
         tell_failure(console_, name, failure);
         return failure.code();
+    }
+
+    // Nothing that a person has seen in a window.
+    void tell_what_was_said(const std::string& name, const Record& record) const {
+        if (windows_ == nullptr) tell_messages(console_, name, record);
     }
 
     void unnest_and_write(const std::string& file, Record& record) {
@@ -72,7 +72,7 @@ class Run {
         const std::string result = document.write();
         refuse_faulty_content(document);
         write(output, result);
-        tell_messages(console_, name, record);
+        tell_what_was_said(name, record);
         tell_log(console_, name, record);
         tell_success(console_, name, comp, record, output == kStandardStream ? "" : output);
     }
@@ -80,10 +80,16 @@ class Run {
     // Leaves the project as it was if anything fails.
     void unnest_all(host::lottie::Document& document, Comp& comp, const std::vector<host::model::Layer*>& nests,
                     Record& record) {
-        DialogOperator dialogs(options_.answers);
+        DialogOperator answers(options_.answers);
+        host::script::DialogDriver& dialogs = windows_ != nullptr ? *windows_ : answers;
         host::runner::Session session(document.project(), settings_, dialogs);
         try {
             unnest(session, plugin_, comp, nests, options_.recursive, record);
+        } catch (const NothingChanged&) {
+            document.project().undo().undo_all();
+            refuse_faulty_content(document);
+            if (windows_ == nullptr || !record.alerts.empty()) throw;
+            throw Failure(ExitCode::failed, "cancelled in the dialog");
         } catch (const Failure&) {
             document.project().undo().undo_all();
             refuse_faulty_content(document);
@@ -108,6 +114,7 @@ class Run {
     const Console& console_;
     const host::runner::PluginModule& plugin_;
     host::script::Settings& settings_;
+    std::unique_ptr<host::script::DialogDriver> windows_;  // null: the flags answer
 };
 
 }  // namespace

@@ -96,7 +96,7 @@ void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, 
     const Outcome outcome = session.run_command(session.menu_items().front().command);
     judge(outcome, record, "the plug-in's command");
     if (!outcome.is_enabled) throw Failure(ExitCode::failed, "the plug-in's command is not available for these layers");
-    if (outcome.undo_steps.empty()) throw Failure(ExitCode::failed, "the plug-in's command changed nothing");
+    if (outcome.undo_steps.empty()) throw NothingChanged();
     record.nests += nests.size();
 }
 

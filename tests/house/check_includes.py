@@ -15,10 +15,11 @@ ARROWS = {
     "host/suites": {"aegp", "host/model"},
     "host/journal": {"aegp", "host/suites"},
     "host/script": {"host/model"},
+    "host/dialog": {"host/script"},
     "host/lottie": {"host/model"},
     "host/render": set(),
     "host/runner": {"aegp", "host/model", "host/suites", "host/script"},
-    "cli": {"host/model", "host/script", "host/lottie", "host/runner"},
+    "cli": {"host/dialog", "host/lottie", "host/model", "host/runner", "host/script"},
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.M)
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/dialog_answers.h"
+#include "script/dialog_driver.h"
 
 namespace cli {
 
@@ -19,11 +20,19 @@ struct RunOptions {
     std::vector<std::string> layers;  // names or #indices; none: every nest
     bool recursive = false;
     DialogAnswers answers;
+    bool dialog = false;  // a person answers
 };
 
 struct ListOptions {
     std::string file;
     bool json = false;
+};
+
+struct DialogOptions {
+    std::string picture;  // the file
+    double scale = 1;
+    bool first_use = false;  // as if nothing had been remembered
+    std::vector<host::script::Action> actions;
 };
 
 // Help or the version for standard output.
@@ -36,7 +45,7 @@ struct UsageProblem {
     std::string sentence;
 };
 
-using Request = std::variant<RunOptions, ListOptions, Information, UsageProblem>;
+using Request = std::variant<RunOptions, ListOptions, DialogOptions, Information, UsageProblem>;
 
 // `arguments` without the program's own name. Whatever does not begin with the name of a subcommand is meant for `run`.
 Request parse_arguments(const std::vector<std::string>& arguments);

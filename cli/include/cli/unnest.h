@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/failure.h"
 #include "model/comp.h"
 #include "runner/session.h"
 
@@ -20,9 +21,15 @@ struct Record {
     std::vector<std::string> log;
 };
 
+// The command ended well and has changed nothing: it was cancelled, or refused what the dialog was answered.
+class NothingChanged : public Failure {
+  public:
+    NothingChanged() : Failure(ExitCode::failed, "the plug-in's command changed nothing") {}
+};
+
 // Starts the plug-in and runs its command on the nests, in their order; with `recursive` again on the nests that came
 // out of them, each round in one run. What was done and said is in `record`, also after an error. Throws Failure
-// (failed) for whatever the plug-in or the host report, and when the command changed nothing; Failure (usage) for an
+// (failed) for whatever the plug-in or the host report; NothingChanged; Failure (usage) for an
 // expansion out of all proportion, before anything is run.
 void unnest(host::runner::Session& session, const host::runner::PluginModule& plugin, host::model::Comp& comp,
             std::vector<host::model::Layer*> nests, bool recursive, Record& record);

@@ -3,6 +3,7 @@
 
 #include <QPainter>
 #include <QPainterPath>
+#include <QPlainTextEdit>
 #include <QStyleOption>
 
 #include "script/dialog/control_sizes.h"
@@ -181,7 +182,7 @@ void DarkStyle::drawControl(ControlElement element, const QStyleOption* option, 
         draw_tick(*button, element == CE_RadioButton, *painter);
     } else if (button != nullptr && element == CE_PushButton) {
         draw_push_button(*button, *painter);
-    } else if (element == CE_ShapedFrame) {  // of edit fields of several lines
+    } else if (element == CE_ShapedFrame && qobject_cast<const QPlainTextEdit*>(widget) != nullptr) {
         draw_edit_panel(*option, *painter);
     } else {
         QProxyStyle::drawControl(element, option, painter, widget);

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 
 #include "dark_style.h"
 #include "theme.h"
@@ -18,6 +19,11 @@ namespace {
 char kProgram[] = "dialog";
 char kPlatformFlag[] = "-platform";
 char kOffscreen[] = "offscreen";
+
+// The toolkit's remarks on its surroundings help nobody who runs the program.
+void pass_on_serious_messages(QtMsgType type, const QMessageLogContext&, const QString& message) {
+    if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", qPrintable(message));
+}
 
 // In the child: a toolkit without a display says so at length and aborts.
 [[noreturn]] void try_desktop() {
@@ -38,6 +44,7 @@ char kOffscreen[] = "offscreen";
 
 Toolkit::Toolkit(Display display) {
     if (qApp == nullptr) {
+        qInstallMessageHandler(pass_on_serious_messages);
         arguments_[0] = kProgram;
         if (display == Display::none) {
             arguments_[1] = kPlatformFlag;

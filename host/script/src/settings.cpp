@@ -46,6 +46,12 @@ Settings::Sections Settings::read_file() {
     return std::move(read.sections);
 }
 
+Settings Settings::in_memory_copy() const {
+    Settings copy;
+    copy.sections_ = sections_;
+    return copy;
+}
+
 const std::string* Settings::find(std::string_view section, std::string_view key) const {
     const auto found = sections_.find(section);
     if (found == sections_.end()) return nullptr;

@@ -28,6 +28,9 @@ class Settings {
     // problems() then tells. The file and its folder come into being with the first save().
     explicit Settings(std::filesystem::path file);
 
+    // The same values, forgotten with the copy.
+    Settings in_memory_copy() const;
+
     // Null if there is none. The pointer holds until the next save().
     const std::string* find(std::string_view section, std::string_view key) const;
 
