@@ -137,6 +137,15 @@ TEST_F(SeveralLayers, after_a_failed_one_are_left_alone_and_the_alert_is_not_sho
     EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()");
 }
 
+TEST_F(SeveralLayers, after_a_failed_one_are_not_even_asked_for_their_names) {
+    answer = "[false,false,false,\"\",true,false]";
+    main->selection = {nest, nest2, below};
+    host.fail_on = "DeleteLayer(nest)";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    const std::vector<std::string> end(host.calls.end() - 2, host.calls.end());
+    EXPECT_THAT(end, ElementsAre("Layer4.DeleteLayer(nest)", "Utility6.EndUndoGroup()"));
+}
+
 // ---- Kept sources
 
 class KeptSources : public SeveralLayers {

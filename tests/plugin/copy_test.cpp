@@ -305,6 +305,12 @@ TEST_F(Copy, names_item_zero_when_an_item_is_not_in_the_project) {
     EXPECT_EQ(host.count_of("app.project.item(0).layer(1)"), 1);
 }
 
+TEST_F(Copy, copies_into_item_zero_when_the_composition_is_not_in_the_project) {
+    std::erase(host.items, main->item);
+    EXPECT_EQ(copy(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("app.project.item(2).layer(3).copyToComp(app.project.item(0));"), 1);
+}
+
 TEST_F(Copy, ends_at_the_first_failure) {
     options.fix_random_expressions = 1;
     expect_faults_end_it([&] { return copy(); });

@@ -55,6 +55,13 @@ TEST(Utf16, what_is_no_code_point_becomes_the_replacement_character) {
     EXPECT_EQ(utf16(bad), u"a\ufffd\ufffd\ufffdb");
 }
 
+TEST(Utf16, replaces_no_more_than_the_surrogates_and_what_lies_beyond_the_last_code_point) {
+    const wchar_t edges[] = {0xD7FF, 0xD800, 0xDBFF, 0xDC00, 0xDFFF, 0xE000, 0xFFFD, 0xFFFF, 0};
+    EXPECT_EQ(utf16(edges), u"\ud7ff\ufffd\ufffd\ufffd\ufffd\ue000\ufffd\uffff");
+    const wchar_t last[] = {0x10FFFF, 0x110000, L'x', 0};
+    EXPECT_EQ(utf16(last), u"\U0010FFFF\ufffd");
+}
+
 TEST(Utf16, other_direction_gives_a_fixed_text) {
     A_UTF16Char text[] = {u'x', 0};
     char out[2] = "o";
