@@ -18,6 +18,19 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// A call that a signal interrupted is made again.
+template <class Call>
+int uninterrupted(Call call) {
+    for (;;) {
+        const int result = call();
+        if (result >= 0 || errno != EINTR) return result;
+    }
+}
+
+int open_file(const fs::path& file, int flags) {
+    return uninterrupted([&] { return ::open(file.c_str(), flags | O_CLOEXEC); });
+}
+
 // Owns a file descriptor; standard streams are borrowed by the functions below instead.
 class Descriptor {
   public:
@@ -30,8 +43,8 @@ class Descriptor {
 
     int get() const { return fd_; }
     bool is_open() const { return fd_ >= 0; }
-    // Closing can be what reports that the disk is full.
-    bool close() { return ::close(std::exchange(fd_, -1)) == 0; }
+    // Closing can be what reports that the disk is full. An interrupted one has closed all the same.
+    bool close() { return ::close(std::exchange(fd_, -1)) == 0 || errno == EINTR; }
 
   private:
     int fd_;
@@ -71,16 +84,18 @@ void write_all(int fd, std::string_view bytes) {
     }
 }
 
-// The file that a chain of symbolic links ends at, whether or not it exists.
+// The file that a chain of symbolic links ends at, whether or not it exists. Throws IoError rather than give a link:
+// the new file would take the link's place.
 fs::path follow_links(fs::path file) {
-    constexpr int kMostLinks = 40;
-    std::error_code error;
-    for (int i = 0; i < kMostLinks && fs::is_symlink(file, error); ++i) {
+    for (;;) {  // an endless chain has been refused before
+        std::error_code error;
+        const fs::file_type type = fs::symlink_status(file, error).type();
+        if (type == fs::file_type::none) throw IoError("cannot be written: " + error.message());
+        if (type != fs::file_type::symlink) return file;
         const fs::path target = fs::read_symlink(file, error);
-        if (error) break;
+        if (error) throw IoError("cannot be written: " + error.message());
         file = target.is_absolute() ? target : file.parent_path() / target;
     }
-    return file;
 }
 
 fs::path folder_of(const fs::path& file) {
@@ -88,7 +103,7 @@ fs::path folder_of(const fs::path& file) {
 }
 
 void sync_folder(const fs::path& folder) {
-    const Descriptor fd(::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    const Descriptor fd(open_file(folder, O_RDONLY | O_DIRECTORY));
     // The new file is whole and in place already; a file system that cannot sync folders is no reason to fail.
     if (fd.is_open()) (void)::fsync(fd.get());
 }
@@ -100,7 +115,7 @@ mode_t mode_of_new_files() {
 }
 
 void write_directly(const fs::path& file, std::string_view bytes) {
-    Descriptor fd(::open(file.c_str(), O_WRONLY | O_CLOEXEC));
+    Descriptor fd(open_file(file, O_WRONLY));
     if (!fd.is_open()) throw IoError("cannot be written: " + reason());
     write_all(fd.get(), bytes);
     if (!fd.close()) throw IoError("cannot be written: " + reason());
@@ -123,18 +138,34 @@ class EndingWaits {
     sigset_t before_;
 };
 
+// An empty file in the folder under a new name, of the same length whatever the file's is, and one that tells where it
+// comes from: it stays behind when the process is killed.
+int make_temporary_file(const fs::path& folder, std::string& name) {
+    return uninterrupted([&] {
+        name = (folder / ".exflate-XXXXXX").string();
+        return ::mkostemp(name.data(), O_CLOEXEC);
+    });
+}
+
+// Only root may give files away; for anybody else the file becomes theirs, as with any editor, and keeps its group
+// where they are in it.
+void keep_owner(int fd, const struct stat& old) {
+    if (uninterrupted([&] { return ::fchown(fd, old.st_uid, old.st_gid); }) == 0) return;
+    (void)!uninterrupted([&] { return ::fchown(fd, static_cast<uid_t>(-1), old.st_gid); });
+}
+
 void replace(const fs::path& file, const struct stat* old, std::string_view bytes) {
     const EndingWaits whole_or_nothing;
     const fs::path folder = folder_of(file);
-    std::string temporary = (folder / ("." + file.filename().string() + ".XXXXXX")).string();
-    Descriptor fd(::mkostemp(temporary.data(), O_CLOEXEC));
+    std::string temporary;
+    Descriptor fd(make_temporary_file(folder, temporary));
     if (!fd.is_open()) throw IoError("cannot be written: no file can be made in its folder: " + reason());
     try {
         write_all(fd.get(), bytes);
-        // Only root may give files away; for anybody else the file becomes theirs, as with any editor.
-        if (old != nullptr) (void)!::fchown(fd.get(), old->st_uid, old->st_gid);
+        if (old != nullptr) keep_owner(fd.get(), *old);
         const mode_t mode = old != nullptr ? old->st_mode & 07777 : mode_of_new_files();
-        if (::fchmod(fd.get(), mode) != 0 || ::fsync(fd.get()) != 0 || !fd.close() ||
+        if (uninterrupted([&] { return ::fchmod(fd.get(), mode); }) != 0 ||
+            uninterrupted([&] { return ::fsync(fd.get()); }) != 0 || !fd.close() ||
             ::rename(temporary.c_str(), file.c_str()) != 0) {
             throw IoError("cannot be written: " + reason());
         }
@@ -149,7 +180,7 @@ void replace(const fs::path& file, const struct stat* old, std::string_view byte
 
 std::string read_whole(const std::string& file) {
     if (file == kStandardStream) return read_all(STDIN_FILENO);
-    const Descriptor fd(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    const Descriptor fd(open_file(file, O_RDONLY));
     if (!fd.is_open()) throw IoError("cannot be read: " + reason());
     return read_all(fd.get());
 }
@@ -170,6 +201,8 @@ void make_folder(const fs::path& folder) {
 void put_in_place(const fs::path& file, std::string_view bytes) {
     struct stat old {};
     const bool exists = ::stat(file.c_str(), &old) == 0;
+    // What cannot be looked at might be a device, or have a mode to keep.
+    if (!exists && errno != ENOENT && errno != ENOTDIR) throw IoError("cannot be written: " + reason());
     if (exists && S_ISDIR(old.st_mode)) throw IoError("cannot be written: it is a folder");
     if (exists && !S_ISREG(old.st_mode)) {
         write_directly(file, bytes);

@@ -104,6 +104,40 @@ TEST(PutInPlace, a_pipe_behind_a_link_of_the_system_is_written_into) {
     close(ends[1]);
 }
 
+TEST(PutInPlace, an_old_file_keeps_its_owner_and_group_where_that_is_allowed) {
+    if (geteuid() != 0) GTEST_SKIP() << "only root may give files away";
+    const Sandbox sandbox;
+    sandbox.write("old", "before");
+    ASSERT_EQ(chown(sandbox.path("old").c_str(), 12345, 23456), 0);
+    chmod(sandbox.path("old").c_str(), 0640);
+    put_in_place(sandbox.path("old"), "after");
+    struct stat facts {};
+    ASSERT_EQ(stat(sandbox.path("old").c_str(), &facts), 0);
+    EXPECT_EQ(facts.st_uid, 12345U);
+    EXPECT_EQ(facts.st_gid, 23456U);
+    EXPECT_EQ(facts.st_mode & 07777U, 0640U);
+    EXPECT_EQ(sandbox.read("old"), "after");
+}
+
+TEST(PutInPlace, a_name_as_long_as_names_can_be_is_no_trouble) {
+    const Sandbox sandbox;
+    const std::string name(255, 'n');
+    sandbox.write(name, "before");
+    put_in_place(sandbox.path(name), "after");
+    EXPECT_EQ(sandbox.read(name), "after");
+    EXPECT_THAT(sandbox.names(), ElementsAre(name));
+}
+
+TEST(PutInPlace, links_that_lead_nowhere_in_a_circle_are_left_alone) {
+    const Sandbox sandbox;
+    fs::create_symlink("two", sandbox.path("one"));
+    fs::create_symlink("one", sandbox.path("two"));
+    EXPECT_EQ(error_of([&] { put_in_place(sandbox.path("one"), "text"); }),
+              "cannot be written: Too many levels of symbolic links");
+    EXPECT_THAT(sandbox.names(), ElementsAre("one", "two"));
+    EXPECT_TRUE(fs::is_symlink(sandbox.path("one")));
+}
+
 TEST(PutInPlace, a_folder_and_a_missing_folder_are_errors) {
     const Sandbox sandbox;
     EXPECT_EQ(error_of([&] { put_in_place(sandbox.folder(), "text"); }), "cannot be written: it is a folder");

@@ -130,9 +130,12 @@ TEST(RunOutput, a_full_standard_output_is_an_error) {
 TEST(RunOutput, a_reader_that_went_away_is_an_error_and_no_crash) {
     const Sandbox sandbox;
     sandbox.write("a.json", test::one_nest());
-    const Finished finished = exflate(sandbox, {.arguments = {"a.json"}, .reader_is_gone = true});
-    EXPECT_EQ(finished.exit_code, 4);
-    EXPECT_EQ(finished.err, "a.json: standard output cannot be written: Broken pipe\n");
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"a.json"}, {"list", "a.json"}, {"list", "--json", "a.json"}, {"--help"}}) {
+        const Finished finished = exflate(sandbox, {.arguments = arguments, .reader_is_gone = true});
+        EXPECT_EQ(finished.exit_code, 4);
+        EXPECT_THAT(finished.err, testing::MatchesRegex("[a-z.]+: standard output cannot be written: Broken pipe\n"));
+    }
 }
 
 TEST(RunOutput, a_full_device_is_an_error) {

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -12,6 +13,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
+#include <optional>
 
 namespace test {
 namespace {
@@ -44,6 +46,38 @@ void open_broken_pipe(int as) {
     int ends[2];
     if (pipe(ends) != 0 || close(ends[0]) != 0 || dup2(ends[1], as) < 0) _exit(99);
 }
+
+// A terminal that leaves bytes as they are, seen from both sides.
+struct Terminal {
+    Terminal() : outer(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+        if (outer < 0 || grantpt(outer) != 0 || unlockpt(outer) != 0)
+            throw std::runtime_error("no terminal can be made");
+        inner = open(ptsname(outer), O_RDWR | O_NOCTTY | O_CLOEXEC);
+        termios ways{};
+        if (inner < 0 || tcgetattr(inner, &ways) != 0) throw std::runtime_error("no terminal can be opened");
+        cfmakeraw(&ways);
+        tcsetattr(inner, TCSANOW, &ways);
+    }
+    ~Terminal() {
+        close(inner);
+        close(outer);
+    }
+    Terminal(const Terminal&) = delete;
+
+    // What has been written to it; more than fits its buffer blocks the writer.
+    std::string text() const {
+        std::string result;
+        char bytes[4096];
+        fcntl(outer, F_SETFL, O_NONBLOCK);
+        for (ssize_t count = 0; (count = read(outer, bytes, sizeof bytes)) > 0;) {
+            result.append(bytes, static_cast<std::size_t>(count));
+        }
+        return result;
+    }
+
+    int outer;
+    int inner = -1;
+};
 
 std::vector<char*> pointers(std::vector<std::string>& texts) {
     std::vector<char*> result;
@@ -87,6 +121,8 @@ Finished Sandbox::run(const std::string& program, const Start& start) const {
     for (const auto& [name, value] : start.environment) environment.push_back(name + '=' + value);
     const fs::path out = start.out_file.empty() ? own_ / "out" : folder_ / start.out_file;
 
+    const std::optional<Terminal> terminal = start.errors_to_terminal ? std::make_optional<Terminal>() : std::nullopt;
+
     const pid_t child = fork();
     if (child == 0) {
         if (chdir(folder_.c_str()) != 0) _exit(99);
@@ -96,7 +132,11 @@ Finished Sandbox::run(const std::string& program, const Start& start) const {
         } else {
             open_as(STDOUT_FILENO, out, O_WRONLY | O_CREAT | O_TRUNC);
         }
-        open_as(STDERR_FILENO, own_ / "err", O_WRONLY | O_CREAT | O_TRUNC);
+        if (terminal) {
+            if (dup2(terminal->inner, STDERR_FILENO) < 0) _exit(99);
+        } else {
+            open_as(STDERR_FILENO, own_ / "err", O_WRONLY | O_CREAT | O_TRUNC);
+        }
         if (start.most_bytes_per_file >= 0) {
             const auto most = static_cast<rlim_t>(start.most_bytes_per_file);
             const rlimit limit = {most, most};
@@ -111,7 +151,7 @@ Finished Sandbox::run(const std::string& program, const Start& start) const {
     Finished finished;
     finished.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
     if (start.out_file.empty() && !start.reader_is_gone) finished.out = read_file(out);
-    finished.err = read_file(own_ / "err");
+    finished.err = terminal ? terminal->text() : read_file(own_ / "err");
     return finished;
 }
 

@@ -2,12 +2,14 @@
 #include "shared_file.h"
 
 #include <fcntl.h>
+#include <signal.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <cstdio>
+#include <initializer_list>
 #include <system_error>
 
 #include "script/settings.h"
@@ -20,6 +22,32 @@ namespace {
     throw SettingsError(std::string("Cannot ") + doing + " \"" + path.string() +
                         "\": " + std::generic_category().message(error) + ".");
 }
+
+// A call that a signal interrupted is made again.
+template <class Call>
+int uninterrupted(Call call) {
+    for (;;) {
+        const int result = call();
+        if (result >= 0 || errno != EINTR) return result;
+    }
+}
+
+// While it lives, the usual ways to end a program wait for this thread, so that no temporary file stays behind.
+class EndingWaits {
+  public:
+    EndingWaits() {
+        sigset_t endings;
+        sigemptyset(&endings);
+        for (const int signal : {SIGHUP, SIGINT, SIGTERM}) sigaddset(&endings, signal);
+        pthread_sigmask(SIG_BLOCK, &endings, &before_);
+    }
+    ~EndingWaits() { pthread_sigmask(SIG_SETMASK, &before_, nullptr); }
+    EndingWaits(const EndingWaits&) = delete;
+    EndingWaits& operator=(const EndingWaits&) = delete;
+
+  private:
+    sigset_t before_;
+};
 
 class Descriptor {
   public:
@@ -42,13 +70,13 @@ int write_all(int fd, std::string_view text) {
         if (written < 0 && errno != EINTR) return errno;
         if (written > 0) text.remove_prefix(static_cast<std::size_t>(written));
     }
-    return ::fsync(fd) == 0 ? 0 : errno;
+    return uninterrupted([&] { return ::fsync(fd); }) == 0 ? 0 : errno;
 }
 
 }  // namespace
 
 std::string read_shared_file(const std::filesystem::path& file) {
-    const Descriptor from(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
+    const Descriptor from(uninterrupted([&] { return ::open(file.c_str(), O_RDONLY | O_CLOEXEC); }));
     // A path through something that is no folder has no file at its end either; saving will say so.
     if (from.get() < 0 && (errno == ENOENT || errno == ENOTDIR)) return {};
     if (from.get() < 0) give_up("read settings file", file, errno);
@@ -63,8 +91,12 @@ std::string read_shared_file(const std::filesystem::path& file) {
 }
 
 void replace_shared_file(const std::filesystem::path& file, std::string_view text) {
-    std::string temporary = file.string() + ".XXXXXX";
-    const Descriptor to(::mkostemp(temporary.data(), O_CLOEXEC));
+    const EndingWaits whole_or_nothing;
+    std::string temporary;
+    const Descriptor to(uninterrupted([&] {
+        temporary = file.string() + ".XXXXXX";
+        return ::mkostemp(temporary.data(), O_CLOEXEC);
+    }));
     if (to.get() < 0) give_up("write settings file", file, errno);
     int error = write_all(to.get(), text);
     if (error == 0 && std::rename(temporary.c_str(), file.c_str()) != 0) error = errno;
@@ -84,11 +116,10 @@ FolderLock::FolderLock(const std::filesystem::path& file) {
     const std::filesystem::path folder = file.has_parent_path() ? file.parent_path() : ".";
     std::error_code error;
     std::filesystem::create_directories(folder, error);
-    folder_ = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    folder_ = uninterrupted([&] { return ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
     if (folder_ < 0) give_up("make or open settings folder", folder, errno);
     // Without a lock two savers could lose each other's values; a file system that has none is no reason to fail.
-    while (::flock(folder_, LOCK_EX) != 0 && errno == EINTR) {
-    }
+    (void)uninterrupted([&] { return ::flock(folder_, LOCK_EX); });
 }
 
 FolderLock::~FolderLock() {

@@ -1,0 +1,64 @@
+// What people see who run the command in a terminal.
+#include <gmock/gmock.h>
+
+#include "animations.h"
+#include "sandbox.h"
+
+using test::exflate;
+using test::Finished;
+using test::Sandbox;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+// A run that fails, one that succeeds.
+Finished in_terminal(const std::vector<std::string>& arguments, std::map<std::string, std::string> environment) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    return exflate(sandbox,
+                   {.arguments = arguments, .environment = std::move(environment), .errors_to_terminal = true});
+}
+
+TEST(Terminal, subjects_of_sentences_are_coloured) {
+    EXPECT_EQ(in_terminal({"absent.json"}, {{"TERM", "xterm"}}).err,
+              "\033[31mabsent.json:\033[0m cannot be read: No such file or directory\n");
+    EXPECT_THAT(in_terminal({"-i", "a.json"}, {{"TERM", "xterm"}}).err,
+                StartsWith("\033[32ma.json:\033[0m 1 nest of "));
+    EXPECT_THAT(in_terminal({"--nonsense"}, {{"TERM", "xterm"}}).err, StartsWith("\033[31mexflate:\033[0m "));
+}
+
+TEST(Terminal, results_have_no_colours) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"a.json"}, {"list", "a.json"}, {"--help"}}) {
+        const Finished finished = in_terminal(arguments, {{"TERM", "xterm"}});
+        EXPECT_EQ(finished.exit_code, 0);
+        EXPECT_THAT(finished.out, Not(HasSubstr("\033")));
+    }
+}
+
+TEST(Terminal, there_are_no_colours_where_they_are_not_wanted) {
+    using Environment = std::map<std::string, std::string>;
+    for (const Environment& environment :
+         {Environment{{"TERM", "xterm"}, {"NO_COLOR", "1"}}, {{"TERM", "dumb"}}, {{"NO_COLOR", "0"}}, {}}) {
+        EXPECT_EQ(in_terminal({"absent.json"}, environment).err,
+                  "absent.json: cannot be read: No such file or directory\n");
+    }
+}
+
+TEST(Terminal, an_empty_NO_COLOR_says_nothing) {
+    EXPECT_THAT(in_terminal({"absent.json"}, {{"TERM", "xterm"}, {"NO_COLOR", ""}}).err, StartsWith("\033[31m"));
+}
+
+TEST(Terminal, names_in_a_file_cannot_steer_it) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::animation({}, {test::shape_layer(1, "\\u001b[2J\\u0007")}));
+    const Finished finished = exflate(sandbox, {.arguments = {"a.json", "--layer", "x\033[2J"},
+                                                .environment = {{"TERM", "xterm"}, {"NO_COLOR", "1"}},
+                                                .errors_to_terminal = true});
+    EXPECT_EQ(finished.exit_code, 2);
+    EXPECT_THAT(finished.err, Not(HasSubstr("\033")));
+}
+
+}  // namespace
