@@ -1,0 +1,110 @@
+# The whole tool on a made project: a weak test leaves survivors, a better one does not.
+#   run_test.py <folder of the tool>
+import subprocess
+import sys
+import tempfile
+import unittest
+from pathlib import Path
+
+TOOL = Path(sys.argv.pop()) / 'mutate'
+
+PROJECT = {
+    'CMakeLists.txt': 'cmake_minimum_required(VERSION 3.24)\nproject(made CXX)\nadd_subdirectory(tests/plugin)\n',
+    'tests/plugin/CMakeLists.txt': 'add_executable(gate_tests gate_test.cpp ../../plugin/src/gate.cpp)\n',
+    'plugin/src/gate.cpp': '''int digits(int n) {
+    int count = 1;
+    for (; n >= 10; ++count) {
+        n /= 10;
+    }
+    return count;
+}
+
+bool is_open(int age) {
+    static_assert(sizeof(int) == 4);
+    return age >= 18;
+}
+''',
+}
+TEST = '''bool is_open(int);
+int digits(int);
+int main() {{ return {} && digits(9) == 1 && digits(10) == 2 && digits(99) == 2 && digits(100) == 3 ? 0 : 1; }}
+'''
+WEAK = 'is_open(30) && !is_open(3)'
+STRONG = 'is_open(18) && !is_open(17)'
+BOUNDARY = 'plugin/src/gate.cpp, is_open, neighbouring comparison\n- return age >= 18;\n+ return age > 18;'
+LATER = 'plugin/src/gate.cpp, is_open, off by one\n- return age >= 18;\n+ return age >= 19;'
+EARLIER = 'plugin/src/gate.cpp, is_open, off by one\n- return age >= 18;\n+ return age >= 17;'
+
+
+class Run(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        cls.folder = tempfile.TemporaryDirectory()
+        cls.root = Path(cls.folder.name) / 'made'
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.folder.cleanup()
+
+    def write(self, name, text):
+        path = self.root / name
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_text(text)
+
+    def mutate(self, *arguments):
+        return subprocess.run([sys.executable, '-B', TOOL, '--root', self.root, '--work', self.root / 'build/mutate', '--workers',
+                               '1', '--tests', 'tests/plugin', *arguments], text=True, capture_output=True)
+
+    def test_story(self):
+        for name, text in PROJECT.items():
+            self.write(name, text)
+
+        # A weak test leaves survivors, and the tool fails.
+        self.write('tests/plugin/gate_test.cpp', TEST.format(WEAK))
+        weak = self.mutate()
+        self.assertEqual(weak.returncode, 1, weak.stderr)
+        for identity in (BOUNDARY, LATER, EARLIER):
+            self.assertIn(f'line 11:\n{identity}', weak.stdout)
+        self.assertIn('3 to mend', weak.stdout)
+        total = weak.stdout.split('**all** | ')[1].split('\n')[0].split(' | ')
+        mutants, _, timeouts, _, survived, unbuildable = map(int, total[:6])
+        self.assertEqual(survived, 3)
+        self.assertEqual(timeouts, 2, 'the loop that divides no more is endless, and so is the one with the negated guard')
+        self.assertEqual(unbuildable, 3, 'the static assertion is mutated in three ways')
+
+        # Explained, they are no reason to fail, as long as they survive.
+        explained = '\n\n'.join(f'It does not matter here.\n{identity}' for identity in (BOUNDARY, LATER, EARLIER))
+        self.write('tools/mutation_survivors.txt', explained)
+        resumed = self.mutate('--resume')
+        self.assertEqual(resumed.returncode, 0, resumed.stdout + resumed.stderr)
+        self.assertIn(f'{mutants} mutants, 3 to try', resumed.stderr)
+
+        # A better test kills them, and the explanations have to go.
+        self.write('tests/plugin/gate_test.cpp', TEST.format(STRONG))
+        strong = self.mutate('--resume')
+        self.assertEqual(strong.returncode, 1)
+        self.assertEqual(strong.stdout.count('explained as a survivor, but killed'), 3)
+
+        # So has an explanation of what is no mutant any more.
+        self.write('tools/mutation_survivors.txt', 'It does not matter.\n' + BOUNDARY.replace('18', '21'))
+        check = self.mutate('--check')
+        self.assertEqual(check.returncode, 1)
+        self.assertIn('explained, but no such mutant is made', check.stdout)
+        self.write('tools/mutation_survivors.txt', '')
+        self.assertEqual(self.mutate('--check').returncode, 0)
+
+        # Nothing is tried on a tree whose tests fail.
+        self.write('tests/plugin/gate_test.cpp', TEST.format('false'))
+        broken = self.mutate()
+        self.assertEqual(broken.returncode, 2)
+        self.assertIn('gate_tests fails without any mutation', broken.stderr)
+
+        # A sample is the same for the same seed.
+        lists = [self.mutate('--list', '--sample', '3', '--seed', seed).stdout for seed in ('a', 'a', 'b')]
+        self.assertEqual(lists[0].count('plugin/src/gate.cpp'), 3)
+        self.assertEqual(lists[0], lists[1])
+        self.assertNotEqual(lists[0], lists[2])
+
+
+if __name__ == '__main__':
+    unittest.main()

@@ -1,0 +1,1 @@
+# Mutation testing of the plug-in; tools/mutate is its command.
