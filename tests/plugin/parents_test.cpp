@@ -91,6 +91,13 @@ TEST_F(Parents, list_has_an_entry_for_every_layer_even_after_a_failure) {
     EXPECT_THAT(parents, ElementsAre(-1, -1, -1));
 }
 
+TEST_F(Parents, index_that_was_never_read_is_recorded_as_none) {
+    a->parent = c;
+    host.fail_on = "GetLayerIndex";
+    EXPECT_EQ(clear(), fake::Host::kInjected);
+    EXPECT_THAT(parents, ElementsAre(-1, -1, -1));
+}
+
 TEST_F(Parents, index_is_recorded_when_the_link_cannot_be_removed) {
     b->parent = c;
     host.fail_on = "SetLayerParent";

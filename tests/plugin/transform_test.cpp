@@ -271,6 +271,12 @@ TEST_F(Transform, changed_is_never_cleared) {
     EXPECT_EQ(changed, 1);
 }
 
+TEST_F(Transform, changed_stays_the_callers_where_no_stream_is_keyed) {
+    changed = 7;
+    EXPECT_EQ(match_all(), A_Err_NONE);
+    EXPECT_EQ(changed, 7);
+}
+
 TEST_F(Transform, one_keyed_stream_is_enough_to_be_changed) {
     for (const AEGP_LayerStream number : {0, 10}) {
         changed = 0;
