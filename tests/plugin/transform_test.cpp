@@ -247,9 +247,7 @@ TEST_F(Transform, negative_keyframe_count_adds_nothing) {
 
 TEST_F(Transform, changed_is_set_before_the_first_keyframe_call) {
     keyed(4, AEGP_StreamType_OneD, 1, {10});
-    host.on_call = [&](const std::string& line) {
-        EXPECT_EQ(changed, line.starts_with("Keyframe4.") ? 1 : 0) << line;
-    };
+    host.on_call = [&](const std::string& line) { EXPECT_EQ(changed, line.starts_with("Keyframe4.") ? 1 : 0) << line; };
     host.fail_on = "GetStreamNumKFs";
     EXPECT_EQ(match(4), fake::Host::kInjected);
     EXPECT_EQ(changed, 1);

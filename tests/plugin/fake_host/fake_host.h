@@ -159,10 +159,10 @@ class Host {
     // ---- Faults
 
     static constexpr A_Err kInjected = 4242;
-    int fail_at = 0;                // the n-th call from now on fails, 0 for none
-    std::string fail_on;            // every call whose line contains this fails
+    int fail_at = 0;                         // the n-th call from now on fails, 0 for none
+    std::string fail_on;                     // every call whose line contains this fails
     std::map<std::string, A_Err> fail_with;  // the same for each of these, with a code of its own
-    std::set<std::string> refused;  // "AEGP Layer Suite 11"
+    std::set<std::string> refused;           // "AEGP Layer Suite 11"
 
     // ---- Suites
 
