@@ -77,6 +77,13 @@ int calls_before_reading(const std::vector<std::string>& calls) {
     return static_cast<int>(std::find(calls.begin(), calls.end(), "fstat") - calls.begin());
 }
 
+// How many until the result is in place and its folder is on the disk. What follows is no business of the run, but of
+// tools that watch it, if anything does.
+int calls_until_done(const std::vector<std::string>& calls) {
+    const auto rename = std::find(calls.rbegin(), calls.rend(), "rename");
+    return static_cast<int>(calls.rend() - rename) + 3;
+}
+
 // Where a run writes to.
 struct Aim {
     const char* name;
@@ -146,21 +153,17 @@ class BrokenWrites : public testing::TestWithParam<std::tuple<Aim, Fault>> {
         aim().prepare(sandbox);
     }
 
-    // False once the run makes fewer calls.
-    static bool break_call(const Sandbox& sandbox, int call, const Content& before, const Content& complete) {
+    static void break_call(const Sandbox& sandbox, int call, const Content& before, const Content& complete) {
         lay_out(sandbox);
         const Finished finished = exflate(sandbox, with_fault(aim().arguments, fault(), call));
         const std::vector<std::string> calls = calls_made(sandbox);
+        ASSERT_GE(static_cast<int>(calls.size()), call) << finished.err;
         const Content after = content_of(sandbox, aim());
         const std::string what =
-            "call " + std::to_string(call) + ", " + calls.at(calls.size() - 1) + ": " + finished.err;
+            "call " + std::to_string(call) + ", " + calls.at(static_cast<std::size_t>(call) - 1) + ": " + finished.err;
         EXPECT_THAT(after.files, AnyOf(before.files, complete.files)) << what;
         EXPECT_EQ(after.has_link, before.has_link) << what;
         EXPECT_EQ(after.mode, after.files == complete.files ? complete.mode : before.mode) << what;
-        if (static_cast<int>(calls.size()) < call) {
-            EXPECT_EQ(finished.exit_code, 0) << what;
-            return false;
-        }
         if (fault().is_signal()) {
             EXPECT_THAT(finished.exit_code, AnyOf(0, 128 + fault().number)) << what;
         } else if (fault().is_harmless()) {
@@ -181,7 +184,6 @@ class BrokenWrites : public testing::TestWithParam<std::tuple<Aim, Fault>> {
         } else {
             EXPECT_THAT(after.temporary, SizeIs(0)) << what;
         }
-        return true;
     }
 
     // The next run does what it would have done, whatever the killed one has left.
@@ -203,9 +205,8 @@ TEST_P(BrokenWrites, leave_the_old_file_or_the_new_one) {
     const std::vector<std::string> calls = calls_made(sandbox);
     const Content complete = content_of(sandbox, aim());
     ASSERT_NE(before.files, complete.files);
-    int call = calls_before_reading(calls) + 1;
-    while (call < kEndless && break_call(sandbox, call, before, complete)) ++call;
-    EXPECT_EQ(call, static_cast<int>(calls.size()) + 1);
+    const int last = calls_until_done(calls);
+    for (int call = calls_before_reading(calls) + 1; call <= last; ++call) break_call(sandbox, call, before, complete);
 }
 
 // Every fault in place; for the other aims one of the interrupts, which are alike.
@@ -230,6 +231,7 @@ TEST(BrokenWritesThemselves, know_every_call_of_a_write) {
     sandbox.write("a.json", test::one_nest());
     ASSERT_EQ(exflate(sandbox, with_fault({"-i", "a.json"}, kFaults[0], 0)).exit_code, 0);
     std::vector<std::string> calls = calls_made(sandbox);
+    calls.resize(static_cast<std::size_t>(calls_until_done(calls)));
     calls.erase(calls.begin(), calls.begin() + calls_before_reading(calls));
     EXPECT_THAT(calls, ElementsAre("fstat", "read", "read", "close",                           // the input
                                    "stat", "lstat",                                            // what is there
@@ -270,7 +272,7 @@ TEST_P(BrokenSettings, are_the_old_ones_or_the_new_ones_and_no_run_fails_for_the
             break;
         ASSERT_GE(static_cast<int>(calls.size()), call);
         const std::string what =
-            "call " + std::to_string(call) + ", " + calls.at(calls.size() - 1) + ": " + finished.err;
+            "call " + std::to_string(call) + ", " + calls.at(static_cast<std::size_t>(call) - 1) + ": " + finished.err;
         if (!GetParam().is_signal()) {
             EXPECT_EQ(finished.exit_code, 0) << what;
         }
