@@ -128,6 +128,15 @@ TEST_F(Menu, item_is_unavailable_without_one) {
     }
 }
 
+TEST_F(Menu, item_is_renamed_before_it_is_disabled) {
+    main->selection.clear();
+    EXPECT_EQ(update(), A_Err_NONE);
+    const std::vector<std::string> end(host.calls.end() - 4, host.calls.end());
+    EXPECT_THAT(end, ElementsAre("Collection2.GetCollectionNumItems(collection1)",
+                                 "Command1.SetMenuCommandName(77, Exflate | Select a pre-comp layer)",
+                                 "Command1.DisableCommand(77)", "Collection2.DisposeCollection(collection1)"));
+}
+
 TEST_F(Menu, item_is_left_alone_without_an_active_composition) {
     for (fake::Item* item : {static_cast<fake::Item*>(nullptr), footage, host.root}) {
         host.active_item = item;
