@@ -1,0 +1,18 @@
+// Says that it handled the command only when that succeeded.
+#include "small_plugin.h"
+
+A_Err run(A_Boolean* handledPB) try {
+    AEGP_SuiteHandler suites(sP);
+    A_Err err = A_Err_NONE, err2 = A_Err_NONE;
+    AEGP_Collection2H selection = nullptr;
+    ERR(suites.UtilitySuite6()->AEGP_StartUndoGroup("Hide"));
+    ERR(get_selection(suites, &selection));
+    ERR(hide_layers(suites, selection));
+    ERR(suites.CollectionSuite2()->AEGP_DisposeCollection(selection));
+    if (err == A_Err_NONE) (void)finish();
+    ERR2(suites.UtilitySuite6()->AEGP_EndUndoGroup());
+    *handledPB = err == A_Err_NONE;
+    return err;
+} catch (A_Err missing_suite) {
+    return missing_suite;
+}

@@ -1,0 +1,18 @@
+// Says that something failed, but not what.
+#include "small_plugin.h"
+
+A_Err run(A_Boolean* handledPB) try {
+    *handledPB = true;
+    AEGP_SuiteHandler suites(sP);
+    A_Err err = A_Err_NONE, err2 = A_Err_NONE;
+    AEGP_Collection2H selection = nullptr;
+    ERR(suites.UtilitySuite6()->AEGP_StartUndoGroup("Hide"));
+    ERR(get_selection(suites, &selection));
+    ERR(hide_layers(suites, selection));
+    ERR(suites.CollectionSuite2()->AEGP_DisposeCollection(selection));
+    if (err == A_Err_NONE) (void)finish();
+    ERR2(suites.UtilitySuite6()->AEGP_EndUndoGroup());
+    return err == A_Err_NONE ? err : static_cast<A_Err>(A_Err_GENERIC);
+} catch (A_Err missing_suite) {
+    return missing_suite;
+}
