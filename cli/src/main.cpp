@@ -2,6 +2,7 @@
 #include <csignal>
 #include <exception>
 
+#include "cli/check_command.h"
 #include "cli/console.h"
 #include "cli/dialog_command.h"
 #include "cli/documents.h"
@@ -26,6 +27,10 @@ ExitCode obey(const cli::ListOptions& options, const Console& console) {
 
 ExitCode obey(const cli::DialogOptions& options, const Console& console) {
     return cli::draw_dialog(options, console);
+}
+
+ExitCode obey(const cli::CheckOptions& options, const Console& console) {
+    return cli::check(options, console);
 }
 
 ExitCode obey(const cli::Information& information, const Console& console) {

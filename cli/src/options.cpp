@@ -17,6 +17,7 @@ constexpr const char* kHelp =
     R"(Un-nests the compositions of Lottie files: the layers of a nested composition move out into the composition that uses it.
 
   exflate [run] FILE...   un-nest and write the result
+  exflate check FILE...   per nest: does the look stay exact, equal to the eye, or what changes and why; writes nothing
   exflate list FILE       show compositions, layers and nests as a tree; --json for other programs
   exflate dialog --picture PNG
                           draw the plug-in's dialog as it would open
@@ -33,6 +34,10 @@ Selection:
   --layer NAME|#INDEX     un-nest this layer, #INDEX being its place in the stack as list shows it; may be repeated;
                           default: every nest of the composition
   --recursive             go on with the nests that come out, until none is left
+
+check takes the selection (default: every nest of every composition) and the dialog's choices too, and:
+  --format FORMAT         text, json or junit
+  --prove                 draw frames before and after, and say how far they differ at the worst one
 
 The plug-in's dialog:
   --copy-attributes       carry a nest's transform, timing and effects over to its layers (default)
@@ -57,7 +62,8 @@ The picture of the dialog:
 Results go to standard output, everything else to standard error. Colours only on a terminal, never with NO_COLOR.
 
 Exit codes:
-  0  done
+  0  done; check: every look stays
+  1  check: a look would change
   2  wrong usage, or no such composition, layer or nest
   3  bad input
   4  the plug-in or the host reported an error, the dialog was cancelled or there is no desktop to show it on,
@@ -70,6 +76,21 @@ Environment:
                    What is kept there never changes a result.
 )";
 
+void declare_selection(CLI::App& app, std::string& composition, std::vector<std::string>& layers) {
+    app.add_option("--comp", composition)->take_last();
+    app.add_option("--layer", layers)->allow_extra_args(false);
+}
+
+void declare_dialog(CLI::App& app, DialogAnswers& answers) {
+    auto* copy = app.add_flag("--copy-attributes");
+    app.add_flag_callback("--discard-attributes", [&answers] { answers.copy_attributes = false; })->excludes(copy);
+    auto* keep = app.add_flag("--keep-in-comp", answers.keep_in_comp);
+    app.add_flag("--delete-source", answers.delete_source)->excludes(keep);
+    app.add_option("--prefix", answers.prefix)->take_last();
+    app.add_flag("--prepend-name", answers.prepend_name);
+    app.add_flag("--fix-random", answers.fix_random);
+}
+
 void declare_run(CLI::App& app, RunOptions& options) {
     app.add_option("FILE", options.files)->required();
 
@@ -79,18 +100,10 @@ void declare_run(CLI::App& app, RunOptions& options) {
     output->excludes(folder)->excludes(in_place);
     folder->excludes(in_place);
 
-    app.add_option("--comp", options.composition)->take_last();
-    app.add_option("--layer", options.layers)->allow_extra_args(false);
+    declare_selection(app, options.composition, options.layers);
     app.add_flag("--recursive", options.recursive);
 
-    DialogAnswers& answers = options.answers;
-    auto* copy = app.add_flag("--copy-attributes");
-    app.add_flag_callback("--discard-attributes", [&answers] { answers.copy_attributes = false; })->excludes(copy);
-    auto* keep = app.add_flag("--keep-in-comp", answers.keep_in_comp);
-    app.add_flag("--delete-source", answers.delete_source)->excludes(keep);
-    app.add_option("--prefix", answers.prefix)->take_last();
-    app.add_flag("--prepend-name", answers.prepend_name);
-    app.add_flag("--fix-random", answers.fix_random);
+    declare_dialog(app, options.answers);
     auto* dialog = app.add_flag("--dialog", options.dialog);
     for (const char* answer : {"--copy-attributes", "--discard-attributes", "--delete-source", "--keep-in-comp",
                                "--prefix", "--prepend-name", "--fix-random"}) {
@@ -98,12 +111,31 @@ void declare_run(CLI::App& app, RunOptions& options) {
     }
 }
 
+void declare_check(CLI::App& app, CheckOptions& options) {
+    static const std::map<std::string, CheckFormat> kFormats = {
+        {"text", CheckFormat::text}, {"json", CheckFormat::json}, {"junit", CheckFormat::junit}};
+    app.add_option("FILE", options.files)->required();
+    declare_selection(app, options.composition, options.layers);
+    app.add_option_function<std::string>(
+           "--format",
+           [&options](const std::string& name) {
+               const auto found = kFormats.find(name);
+               if (found == kFormats.end()) {
+                   throw CLI::ValidationError("--format is text, json or junit, not '" + name + "'");
+               }
+               options.format = found->second;
+           })
+        ->take_last();
+    app.add_flag("--prove", options.prove);
+    declare_dialog(app, options.answers);
+}
+
 void declare_list(CLI::App& app, ListOptions& options) {
     app.add_option("FILE", options.file)->required();
     app.add_flag("--json", options.json);
 }
 
-void declare_dialog(CLI::App& app, DialogOptions& options) {
+void declare_picture(CLI::App& app, DialogOptions& options) {
     app.add_option("--picture", options.picture)->required()->take_last();
     app.add_option("--scale", options.scale)->take_last()->check(CLI::Range(0.5, 8.0));
     app.add_flag("--first-use", options.first_use);
@@ -184,46 +216,44 @@ std::string unexpected(const CLI::App& app, const std::string& argument) {
     return "there is no option " + typed + did_you_mean(typed, names);
 }
 
-}  // namespace
-
-Request parse_arguments(const std::vector<std::string>& arguments) {
-    const std::string first = arguments.empty() ? "" : arguments.front();
-    if (first == "--version") return Information{std::string("exflate ") + kVersion + "\n"};
-    const bool is_list = first == "list";
-    const bool is_dialog = first == "dialog";
-    const bool has_subcommand = is_list || is_dialog || first == "run";
-    const std::vector<std::string> rest(arguments.begin() + (has_subcommand ? 1 : 0), arguments.end());
-
+// The options of one subcommand, or why there are none. `problem` looks at them together.
+template <class Options>
+Request read(const std::vector<std::string>& arguments, void (*declare)(CLI::App&, Options&),
+             const char* missing = "name a file, or - for standard input",
+             std::string (*problem)(const Options&) = nullptr) {
     CLI::App app;
-    RunOptions run;
-    ListOptions list;
-    DialogOptions dialog;
-    if (is_list) {
-        declare_list(app, list);
-    } else if (is_dialog) {
-        declare_dialog(app, dialog);
-    } else {
-        declare_run(app, run);
-    }
+    Options options;
+    declare(app, options);
     try {
-        parse(app, rest);
+        parse(app, arguments);
     } catch (const CLI::CallForHelp&) {
         return Information{kHelp};
     } catch (const CLI::ExtrasError&) {
         return UsageProblem{unexpected(app, app.remaining().front())};
     } catch (const CLI::RequiredError&) {
-        return UsageProblem{is_dialog ? "name a file for the picture with --picture"
-                                      : "name a file, or - for standard input"};
-    } catch (const CLI::ArgumentMismatch& problem) {
-        const std::string words = problem.what();  // begins with the option's name and a colon
+        return UsageProblem{missing};
+    } catch (const CLI::ArgumentMismatch& mismatch) {
+        const std::string words = mismatch.what();  // begins with the option's name and a colon
         return UsageProblem{words.substr(0, words.find(':')) + " needs a value"};
-    } catch (const CLI::ParseError& problem) {
-        return UsageProblem{problem.what()};
+    } catch (const CLI::ParseError& error) {
+        return UsageProblem{error.what()};
     }
-    if (is_list) return list;
-    if (is_dialog) return dialog;
-    if (std::string problem = output_problem(run); !problem.empty()) return UsageProblem{std::move(problem)};
-    return run;
+    std::string sentence = problem == nullptr ? "" : problem(options);
+    if (!sentence.empty()) return UsageProblem{std::move(sentence)};
+    return options;
+}
+
+}  // namespace
+
+Request parse_arguments(const std::vector<std::string>& arguments) {
+    const std::string first = arguments.empty() ? "" : arguments.front();
+    const std::vector<std::string> rest(arguments.begin() + (arguments.empty() ? 0 : 1), arguments.end());
+    if (first == "--version") return Information{std::string("exflate ") + kVersion + "\n"};
+    if (first == "list") return read<ListOptions>(rest, declare_list);
+    if (first == "check") return read<CheckOptions>(rest, declare_check);
+    if (first == "dialog") return read<DialogOptions>(rest, declare_picture, "name a file for the picture with --picture");
+    return read<RunOptions>(first == "run" ? rest : arguments, declare_run, "name a file, or - for standard input",
+                            output_problem);
 }
 
 }  // namespace cli

@@ -18,8 +18,9 @@ ARROWS = {
     "host/dialog": {"host/script"},
     "host/lottie": {"host/model"},
     "host/render": set(),
+    "host/audit": {"host/model"},
     "host/runner": {"aegp", "host/model", "host/suites", "host/script"},
-    "cli": {"host/dialog", "host/lottie", "host/model", "host/runner", "host/script"},
+    "cli": {"host/audit", "host/dialog", "host/lottie", "host/model", "host/render", "host/runner", "host/script"},
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.M)
 

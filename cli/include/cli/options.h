@@ -35,6 +35,17 @@ struct DialogOptions {
     std::vector<host::script::Action> actions;
 };
 
+enum class CheckFormat { text, json, junit };
+
+struct CheckOptions {
+    std::vector<std::string> files;
+    std::string composition;          // name or id; empty: every composition, with `layers` the main one
+    std::vector<std::string> layers;  // as for run
+    CheckFormat format = CheckFormat::text;
+    bool prove = false;  // compare pictures too
+    DialogAnswers answers;
+};
+
 // Help or the version for standard output.
 struct Information {
     std::string text;
@@ -45,7 +56,7 @@ struct UsageProblem {
     std::string sentence;
 };
 
-using Request = std::variant<RunOptions, ListOptions, DialogOptions, Information, UsageProblem>;
+using Request = std::variant<RunOptions, ListOptions, CheckOptions, DialogOptions, Information, UsageProblem>;
 
 // `arguments` without the program's own name. Whatever does not begin with the name of a subcommand is meant for `run`.
 Request parse_arguments(const std::vector<std::string>& arguments);

@@ -1,7 +1,7 @@
 // Layer references in expression source, found by the shape of the tokens around a literal name.
 #include "model/expression_text.h"
 
-#include "expression_lexer.h"
+#include "model/expression_tokens.h"
 
 namespace host::model {
 namespace {

@@ -12,7 +12,47 @@ namespace host::render {
 
 namespace {
 
-int channel(std::uint32_t pixel, int shift) { return static_cast<int>((pixel >> shift) & 0xff); }
+int channel(std::uint32_t pixel, int shift) {
+    return static_cast<int>((pixel >> shift) & 0xff);
+}
+
+double luma(std::uint32_t pixel) {
+    return 0.299 * channel(pixel, 16) + 0.587 * channel(pixel, 8) + 0.114 * channel(pixel, 0);
+}
+
+// Of one block with its corner at (x, y); the constants are the usual ones for 8 bits.
+double block_similarity(const Picture& a, const Picture& b, int x, int y, int width, int height) {
+    constexpr double kC1 = (0.01 * 255) * (0.01 * 255);
+    constexpr double kC2 = (0.03 * 255) * (0.03 * 255);
+    double sum_a = 0, sum_b = 0, sum_aa = 0, sum_bb = 0, sum_ab = 0;
+    for (int row = y; row < y + height; ++row) {
+        for (int column = x; column < x + width; ++column) {
+            const double p = luma(a.at(column, row));
+            const double q = luma(b.at(column, row));
+            sum_a += p, sum_b += q, sum_aa += p * p, sum_bb += q * q, sum_ab += p * q;
+        }
+    }
+    const double count = width * height;
+    const double mean_a = sum_a / count;
+    const double mean_b = sum_b / count;
+    const double variance_a = sum_aa / count - mean_a * mean_a;
+    const double variance_b = sum_bb / count - mean_b * mean_b;
+    const double covariance = sum_ab / count - mean_a * mean_b;
+    return (2 * mean_a * mean_b + kC1) * (2 * covariance + kC2) /
+           ((mean_a * mean_a + mean_b * mean_b + kC1) * (variance_a + variance_b + kC2));
+}
+
+double similarity(const Picture& a, const Picture& b) {
+    constexpr int kBlock = 8;
+    double sum = 0;
+    int blocks = 0;
+    for (int y = 0; y < a.height; y += kBlock) {
+        for (int x = 0; x < a.width; x += kBlock, ++blocks) {
+            sum += block_similarity(a, b, x, y, std::min(kBlock, a.width - x), std::min(kBlock, a.height - y));
+        }
+    }
+    return blocks == 0 ? 1 : sum / blocks;
+}
 
 }  // namespace
 
@@ -23,7 +63,9 @@ std::uint32_t& Picture::at(int x, int y) {
     return pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(width) + static_cast<std::size_t>(x)];
 }
 
-std::uint32_t Picture::at(int x, int y) const { return const_cast<Picture&>(*this).at(x, y); }
+std::uint32_t Picture::at(int x, int y) const {
+    return const_cast<Picture&>(*this).at(x, y);
+}
 
 Picture over_white(const Picture& picture) {
     Picture result = picture;
@@ -66,7 +108,8 @@ void write_png(const Picture& picture, const std::filesystem::path& file) {
 }
 
 Difference difference(const Picture& a, const Picture& b) {
-    if (a.width != b.width || a.height != b.height) throw std::runtime_error("pictures of two sizes cannot be compared");
+    if (a.width != b.width || a.height != b.height)
+        throw std::runtime_error("pictures of two sizes cannot be compared");
     const Picture left = over_white(a);
     const Picture right = over_white(b);
     Difference result;
@@ -83,6 +126,7 @@ Difference difference(const Picture& a, const Picture& b) {
     const double count = static_cast<double>(std::max<std::size_t>(1, left.pixels.size()));
     result.mean /= 3 * count;
     result.share_beyond_8 = beyond / count;
+    result.ssim = similarity(left, right);
     return result;
 }
 

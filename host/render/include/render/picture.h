@@ -30,8 +30,9 @@ void write_png(const Picture& picture, const std::filesystem::path& file);
 // How far two pictures of one size differ, both seen over white. The single worst pixel says nothing about equal looks
 // (edges move by a hair), so it is not among the measures.
 struct Difference {
-    double mean = 0;           // of all channels, 0..255
+    double mean = 0;            // of all channels, 0..255
     double share_beyond_8 = 0;  // of pixels with a channel differing by more than 8, 0..1
+    double ssim = 1;  // structural similarity of brightness in blocks of 8 x 8 pixels, their mean; 1 = the same
 };
 Difference difference(const Picture& a, const Picture& b);
 

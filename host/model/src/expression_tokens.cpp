@@ -1,6 +1,6 @@
 // The tokens of expression source: enough of the language to tell code from comments, strings, templates and regular
 // expressions.
-#include "expression_lexer.h"
+#include "model/expression_tokens.h"
 
 #include <array>
 #include <cstdint>

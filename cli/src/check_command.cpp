@@ -1,0 +1,134 @@
+// `exflate check`: what un-nesting would do to the look.
+#include "cli/check_command.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "audit/alone.h"
+#include "cli/documents.h"
+#include "cli/file_io.h"
+#include "cli/selection.h"
+#include "cli/trial.h"
+#include "render/comparison.h"
+
+namespace cli {
+namespace {
+
+using host::model::Comp;
+using host::model::Layer;
+
+std::vector<Layer*> nests_to_check(const host::lottie::Document& document, const CheckOptions& options) {
+    if (!options.layers.empty()) return find_nests(find_composition(document, options.composition), options.layers);
+    if (!options.composition.empty()) return nests_of(find_composition(document, options.composition));
+    std::vector<Layer*> nests;
+    for (const Comp* comp : document.project().comps()) {
+        const auto more = nests_of(*comp);
+        nests.insert(nests.end(), more.begin(), more.end());
+    }
+    return nests;
+}
+
+// The frames that findings name, as the renderer counts them.
+std::vector<int> frames_of(const std::vector<host::audit::Finding>& findings, double first_frame) {
+    std::vector<int> frames;
+    for (const auto& finding : findings) {
+        if (finding.frame) frames.push_back(static_cast<int>(std::lround(*finding.frame - first_frame)));
+    }
+    return frames;
+}
+
+void prove(const host::audit::Animation& before, const host::audit::Animation& after, CheckedNest& nest) {
+    try {
+        const double first = host::audit::first_frame(before, nest.composition);
+        const host::render::Animation old_look(composition_alone(before, nest.composition));
+        const host::render::Animation new_look(composition_alone(after, nest.composition));
+        const auto comparison = compare(old_look, new_look, frames_of(nest.report.findings, first));
+        nest.proof = Proof{comparison.looks_equal, first + comparison.worst_frame,
+                           comparison.worst.mean,  comparison.worst.share_beyond_8,
+                           comparison.worst.ssim,  static_cast<std::size_t>(comparison.frames)};
+    } catch (const std::runtime_error& refused) {
+        nest.proof_problem = refused.what();
+    }
+}
+
+CheckedNest check_nest(host::lottie::Document& document, const host::audit::Animation& before,
+                       const host::runner::PluginModule& plugin, const CheckOptions& options, Layer& nest) {
+    Comp& comp = nest.comp();
+    CheckedNest checked;
+    checked.composition = document.comp_id(comp);
+    checked.composition_name = comp.name();
+    checked.number = static_cast<std::size_t>(nest.index()) + 1;
+    checked.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
+    const Trial trial = try_unnesting(document, plugin, options.answers, comp, {&nest});
+    take_back(document);
+    checked.bytes_after = trial.after.size();
+    const host::audit::Animation after(trial.after);
+    checked.report = judge(before, after, trial.change).front();
+    if (options.prove) prove(before, after, checked);
+    return checked;
+}
+
+void check_file(const std::string& file, const CheckOptions& options, const host::runner::PluginModule& plugin,
+                CheckedFile& checked) {
+    const std::string text = read_input(file);
+    checked.bytes = text.size();
+    host::lottie::Document document = parse_input(text);
+    const host::audit::Animation before(text);
+    for (Layer* nest : nests_to_check(document, options)) {
+        checked.nests.push_back(check_nest(document, before, plugin, options, *nest));
+    }
+}
+
+std::string report(const std::vector<CheckedFile>& files, CheckFormat format) {
+    switch (format) {
+        case CheckFormat::json:
+            return check_json(files);
+        case CheckFormat::junit:
+            return check_junit(files);
+        default:
+            return check_text(files);
+    }
+}
+
+ExitCode code_of(const CheckedFile& file) {
+    if (file.failure) return file.failure->code();
+    return file.verdict() == host::audit::Verdict::changes ? ExitCode::look_changes : ExitCode::done;
+}
+
+}  // namespace
+
+host::audit::Verdict CheckedFile::verdict() const {
+    auto worst = host::audit::Verdict::exact;
+    for (const CheckedNest& nest : nests) worst = std::max(worst, nest.report.verdict);
+    return worst;
+}
+
+ExitCode check(const CheckOptions& options, const Console& console) {
+    try {
+        const host::runner::PluginModule plugin = load_plugin();
+        std::vector<CheckedFile> files;
+        ExitCode highest = ExitCode::done;
+        for (const std::string& file : options.files) {
+            CheckedFile& checked = files.emplace_back();
+            checked.name = shown_name(file);
+            try {
+                check_file(file, options, plugin, checked);
+            } catch (const Failure& failure) {
+                checked.failure = failure;
+            } catch (const std::exception& unforeseen) {
+                checked.failure = Failure(ExitCode::failed, unforeseen.what());
+            }
+            if (checked.failure) {
+                console.say(Console::Tone::error, checked.name + checked.failure->place(), checked.failure->what());
+            }
+            highest = std::max(highest, code_of(checked));
+        }
+        write_result(std::string(kStandardStream), report(files, options.format));
+        return highest;
+    } catch (const Failure& failure) {
+        console.say(Console::Tone::error, "exflate", failure.what());
+        return failure.code();
+    }
+}
+
+}  // namespace cli

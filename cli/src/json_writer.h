@@ -1,0 +1,43 @@
+// Indented JSON for programs.
+#pragma once
+
+#include <rapidjson/prettywriter.h>
+#include <rapidjson/stringbuffer.h>
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace cli {
+
+// Invalid UTF-8 would make a whole text invalid, so it becomes U+FFFD.
+std::string valid_utf8(std::string_view text);
+
+class JsonWriter {
+  public:
+    JsonWriter() { writer_.SetIndent(' ', 2); }
+
+    void begin_object() { writer_.StartObject(); }
+    void end_object() { writer_.EndObject(); }
+    void begin_array() { writer_.StartArray(); }
+    void end_array() { writer_.EndArray(); }
+    void key(const char* name) { writer_.Key(name); }
+
+    void add(const char* name, std::string_view text);
+    void add(const char* name, const char* text) { add(name, std::string_view(text)); }
+    void add(const char* name, std::size_t number);
+    void add(const char* name, int number);
+    void add(const char* name, bool is_true);
+    void add(const char* name, double number);  // at most three decimals, whole numbers without ".0"
+    void add_exact(const char* name, double number);
+    void add_null(const char* name);
+
+    // With a newline at the end.
+    std::string text() const { return std::string(buffer_.GetString(), buffer_.GetSize()) + "\n"; }
+
+  private:
+    rapidjson::StringBuffer buffer_;
+    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer_{buffer_};
+};
+
+}  // namespace cli

@@ -1,0 +1,100 @@
+// Running the command to see what it would do.
+#include "cli/trial.h"
+
+#include <map>
+#include <unordered_map>
+
+#include "cli/dialog_operator.h"
+#include "cli/documents.h"
+#include "cli/failure.h"
+#include "cli/plugin_location.h"
+
+namespace cli {
+namespace {
+
+using host::audit::Origin;
+using host::audit::StackChange;
+using host::model::Comp;
+using host::model::Layer;
+using host::model::LayerId;
+
+// Where each layer stood before the run.
+class PlacesBefore {
+  public:
+    PlacesBefore(const Comp& comp, const std::vector<Layer*>& nests) {
+        std::size_t place = 0;
+        for (const Layer* layer : comp.stack().to_vector()) kept_[layer] = place++;
+        std::map<std::size_t, const Layer*> by_place;  // copies come out in the order of the stack
+        for (const Layer* nest : nests) by_place[kept_.at(nest)] = nest;
+        for (const auto& [nest_place, nest] : by_place) {
+            nests_.push_back(nest_place);
+            std::size_t inner_place = 0;
+            for (const Layer* inner : nest->source()->comp()->stack().to_vector()) {
+                originals_[inner->id()].push_back({Origin::Kind::copied, inner_place++, nest_place});
+            }
+        }
+    }
+
+    StackChange change_to(const Comp& comp, std::string id) const {
+        StackChange change;
+        change.composition = std::move(id);
+        change.nests = nests_;
+        std::unordered_map<LayerId, std::size_t> copies_met;
+        for (const Layer* layer : comp.stack().to_vector()) change.after.push_back(origin_of(*layer, copies_met));
+        return change;
+    }
+
+  private:
+    Origin origin_of(const Layer& layer, std::unordered_map<LayerId, std::size_t>& copies_met) const {
+        if (const auto kept = kept_.find(&layer); kept != kept_.end()) return {Origin::Kind::kept, kept->second, 0};
+        const auto copied = originals_.find(layer.copied_from());
+        if (copied == originals_.end()) return {};
+        // Nests that share a composition give several copies of one layer.
+        const std::size_t number = copies_met[layer.copied_from()]++;
+        return number < copied->second.size() ? copied->second[number] : Origin{};
+    }
+
+    std::unordered_map<const Layer*, std::size_t> kept_;
+    std::unordered_map<LayerId, std::vector<Origin>> originals_;
+    std::vector<std::size_t> nests_;
+};
+
+}  // namespace
+
+host::runner::PluginModule load_plugin() {
+    const auto file = find_plugin();
+    try {
+        return host::runner::PluginModule(file);
+    } catch (const host::runner::LoadError& error) {
+        throw Failure(ExitCode::failed, error.what());
+    }
+}
+
+Trial try_unnesting(host::lottie::Document& document, const host::runner::PluginModule& plugin,
+                    const DialogAnswers& answers, Comp& comp, const std::vector<Layer*>& nests) {
+    auto& undo = document.project().undo();
+    const std::size_t steps_before = undo.step_names().size();
+    const PlacesBefore places(comp, nests);
+    const std::string id = document.comp_id(comp);
+    auto settings = host::script::Settings::in_memory();
+    DialogOperator dialogs(answers);
+    host::runner::Session session(document.project(), settings, dialogs);
+    Trial trial;
+    try {
+        unnest(session, plugin, comp, nests, false, trial.record);
+        trial.after = document.write();
+        refuse_faulty_content(document);
+    } catch (const Failure&) {
+        while (undo.step_names().size() > steps_before) undo.undo();
+        refuse_faulty_content(document);
+        throw;
+    }
+    trial.change = places.change_to(comp, id);
+    return trial;
+}
+
+void take_back(host::lottie::Document& document) {
+    document.project().undo().undo();
+}
+
+}  // namespace cli

@@ -1,0 +1,106 @@
+// One nest before the run and its layers after it: what all findings look at.
+#include "unnesting.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+#include <stdexcept>
+
+namespace host::audit {
+namespace {
+
+constexpr std::size_t kMostFrames = 600;
+
+const Stack& stack_named(const Scene& scene, const std::string& id) {
+    const Stack* stack = scene.find(id);
+    if (stack == nullptr) throw std::invalid_argument("the animation has no composition " + quoted(id));
+    return *stack;
+}
+
+const Stack& inside_of(const Scene& scene, const Stack& stack, std::size_t nest) {
+    if (nest >= stack.layers.size()) throw std::invalid_argument("the composition has no such layer");
+    return stack_named(scene, stack.layers[nest].source);
+}
+
+}  // namespace
+
+Unnesting::Unnesting(const Scene& before, const Scene& after, const StackChange& change, std::size_t nest)
+    : before_(before),
+      after_(after),
+      change_(change),
+      stack_(stack_named(before, change.composition)),
+      result_(stack_named(after, change.composition)),
+      nest_place_(nest),
+      inside_(inside_of(before, stack_, nest)),
+      copy_of_(inside_.layers.size()),
+      kept_at_(stack_.layers.size()),
+      extents_(before),
+      result_placement_(result_) {
+    if (change.after.size() != result_.layers.size()) {
+        throw std::invalid_argument("the composition after the run has another number of layers");
+    }
+    for (std::size_t i = 0; i < change.after.size(); ++i) {
+        const Origin& origin = change.after[i];
+        if (origin.kind == Origin::Kind::kept) kept_at_.at(origin.layer) = i;
+        if (origin.kind != Origin::Kind::copied || origin.nest != nest) continue;
+        copy_of_.at(origin.layer) = i;
+        copies_.push_back({origin.layer, i});
+    }
+    nest_frames_ =
+        whole_frames(std::max(stack_.first_frame, this->nest().in), std::min(stack_.end_frame, this->nest().out));
+    stack_frames_ = whole_frames(stack_.first_frame, stack_.end_frame);
+}
+
+bool Unnesting::is_unnested(std::size_t place_before) const {
+    return std::find(change_.nests.begin(), change_.nests.end(), place_before) != change_.nests.end();
+}
+
+// Players show the frames that lie whole numbers behind the first one.
+std::vector<double> Unnesting::whole_frames(double from, double to) const {
+    const double first = std::ceil(from - stack_.first_frame - 1e-9);
+    const double count = std::ceil(to - stack_.first_frame - 1e-9) - first;
+    std::vector<double> frames;
+    if (!(count >= 1)) return frames;
+    const double step = std::max(1.0, count / static_cast<double>(kMostFrames));
+    for (double k = 0; k < count; k += step) frames.push_back(stack_.first_frame + first + std::floor(k));
+    const double last = stack_.first_frame + first + count - 1;
+    if (frames.back() != last) frames.push_back(last);
+    return frames;
+}
+
+std::vector<Finding> Unnesting::take_findings() {
+    std::stable_sort(findings_.begin(), findings_.end(),
+                     [](const Finding& a, const Finding& b) { return a.reason < b.reason; });
+    return std::move(findings_);
+}
+
+std::string quoted(const std::string& name) {
+    std::string text = "\"";
+    for (const char c : name) {
+        const auto byte = static_cast<unsigned char>(c);
+        if (byte < 0x20 || byte == 0x7f) {
+            char escaped[8];
+            std::snprintf(escaped, sizeof escaped, "\\x%02x", byte);
+            text += escaped;
+        } else {
+            if (c == '"' || c == '\\') text += '\\';
+            text += c;
+        }
+    }
+    return text + '"';
+}
+
+std::string first_and_more(const std::string& first, std::size_t count) {
+    return quoted(first) + (count > 1 ? " and " + std::to_string(count - 1) + " more" : "");
+}
+
+std::string plain(double number) {
+    char text[64];
+    std::snprintf(text, sizeof text, "%.3f", number);
+    std::string result = text;
+    result.erase(result.find_last_not_of('0') + 1);
+    if (result.back() == '.') result.pop_back();
+    return result == "-0" ? "0" : result;
+}
+
+}  // namespace host::audit
