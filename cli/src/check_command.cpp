@@ -7,6 +7,7 @@
 #include "audit/alone.h"
 #include "cli/documents.h"
 #include "cli/file_io.h"
+#include "cli/plugin_location.h"
 #include "cli/selection.h"
 #include "cli/trial.h"
 #include "render/comparison.h"

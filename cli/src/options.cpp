@@ -251,7 +251,8 @@ Request parse_arguments(const std::vector<std::string>& arguments) {
     if (first == "--version") return Information{std::string("exflate ") + kVersion + "\n"};
     if (first == "list") return read<ListOptions>(rest, declare_list);
     if (first == "check") return read<CheckOptions>(rest, declare_check);
-    if (first == "dialog") return read<DialogOptions>(rest, declare_picture, "name a file for the picture with --picture");
+    if (first == "dialog")
+        return read<DialogOptions>(rest, declare_picture, "name a file for the picture with --picture");
     return read<RunOptions>(first == "run" ? rest : arguments, declare_run, "name a file, or - for standard input",
                             output_problem);
 }

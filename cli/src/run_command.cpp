@@ -9,10 +9,10 @@
 #include "cli/dialog_window.h"
 #include "cli/documents.h"
 #include "cli/file_io.h"
+#include "cli/plugin_location.h"
 #include "cli/selection.h"
 #include "cli/settings_file.h"
 #include "cli/summary.h"
-#include "cli/trial.h"
 #include "cli/unnest.h"
 
 namespace cli {

@@ -7,7 +7,6 @@
 #include "cli/dialog_operator.h"
 #include "cli/documents.h"
 #include "cli/failure.h"
-#include "cli/plugin_location.h"
 
 namespace cli {
 namespace {
@@ -60,15 +59,6 @@ class PlacesBefore {
 };
 
 }  // namespace
-
-host::runner::PluginModule load_plugin() {
-    const auto file = find_plugin();
-    try {
-        return host::runner::PluginModule(file);
-    } catch (const host::runner::LoadError& error) {
-        throw Failure(ExitCode::failed, error.what());
-    }
-}
 
 Trial try_unnesting(host::lottie::Document& document, const host::runner::PluginModule& plugin,
                     const DialogAnswers& answers, Comp& comp, const std::vector<Layer*>& nests) {

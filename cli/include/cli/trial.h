@@ -12,9 +12,6 @@
 
 namespace cli {
 
-// Throws Failure (failed) when the module that was built or installed with this command cannot be loaded.
-host::runner::PluginModule load_plugin();
-
 struct Trial {
     std::string after;  // the animation as it would be written
     host::audit::StackChange change;
