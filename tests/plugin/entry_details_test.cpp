@@ -1,5 +1,7 @@
-// The plug-in's globals before the host has called anything.
+// The plug-in's outward functions with hosts that behave like none: the globals before any call, a host that throws.
 #include <gtest/gtest.h>
+
+#include <stdexcept>
 
 #include "Exflate.h"
 
@@ -16,4 +18,14 @@ TEST(Globals, are_zero_until_the_host_calls) {
     EXPECT_EQ(basic_at_start, nullptr);
     EXPECT_EQ(id_at_start, 0);
     EXPECT_EQ(command_at_start, 0);
+}
+
+TEST(Outward, no_exception_of_the_host_leaves_the_plugin) {
+    SPBasicSuite throwing = {};
+    throwing.AcquireSuite = [](const char*, int32, const void**) -> SPErr { throw std::runtime_error("no host"); };
+    EXPECT_EQ(EntryPointFunc(&throwing, 114, 0, 7, nullptr), A_Err_GENERIC);
+    EXPECT_EQ(UpdateMenuHook(nullptr, nullptr, AEGP_WindType_NONE), A_Err_GENERIC);
+
+    A_Boolean handled = false;
+    EXPECT_EQ(CommandHook(nullptr, nullptr, S_Exflate_cmd, AEGP_HP_BeforeAE, false, &handled), A_Err_GENERIC);
 }
