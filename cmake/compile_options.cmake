@@ -2,6 +2,7 @@
 
 option(EXFLATE_WERROR "Treat warnings as errors" OFF)
 option(EXFLATE_COVERAGE "Instrument for gcov" OFF)
+option(EXFLATE_FUZZ "Instrument for libFuzzer and check the standard library's preconditions; needs Clang" OFF)
 set(EXFLATE_SANITIZE "" CACHE STRING "Value for -fsanitize=, empty for none")
 
 set(CMAKE_CXX_STANDARD 20)
@@ -29,3 +30,20 @@ if(EXFLATE_COVERAGE)
   add_compile_options(--coverage -fprofile-update=atomic)
   add_link_options(--coverage)
 endif()
+
+if(EXFLATE_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()
+
+# Gives the target the fuzzer's main program.
+function(link_with_fuzzer target)
+  target_link_options(${target} PRIVATE -fsanitize=fuzzer)
+endfunction()
+
+# For code that is not ours: sanitizers stay, but it does not lead the fuzzer.
+function(leave_out_of_coverage target)
+  if(EXFLATE_FUZZ)
+    target_compile_options(${target} PRIVATE -fno-sanitize=fuzzer-no-link)
+  endif()
+endfunction()

@@ -54,6 +54,14 @@ TEST(HostileInput, an_animation_cut_off_anywhere_is_refused) {
     EXPECT_NO_THROW(Document::read(text));
 }
 
+TEST(HostileInput, a_text_that_ends_inside_a_character_is_not_read_beyond_its_end) {
+    for (const char* start : {"\xC3", "\xE2", "\xE2\x82", "\xF0", "\xF0\x9F", "\xF0\x9F\x98", "\xF0\xFF"}) {
+        std::string text = "{\"v\":\"a text that is not kept in place\",\"" + std::string(start);
+        text.shrink_to_fit();  // what lies behind it is not ours
+        EXPECT_THROW(Document::read(text), InputError) << start;
+    }
+}
+
 TEST(HostileInput, damaged_bytes_never_break_anything) {
     const unsigned seed = std::random_device{}();
     RecordProperty("seed", std::to_string(seed));

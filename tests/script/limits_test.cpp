@@ -33,20 +33,37 @@ TEST_P(EndlessScript, is_ended_and_leaves_the_engine_usable) {
     EXPECT_EQ(world.run("before + 1"), "kept1");
 }
 
-INSTANTIATE_TEST_SUITE_P(Limits, EndlessScript,
-                         testing::Values("while (true) {}", "for (;;) ;", "do { 1; } while (1)",
+INSTANTIATE_TEST_SUITE_P(
+    Limits, EndlessScript,
+    testing::Values("while (true) {}", "for (;;) ;", "do { 1; } while (1)",
 
-                                         "while (true) { try { while (true) {} } catch (e) {} }",
-                                         "while (true) { try { while (true) {} } finally { continue; } }",
-                                         "try { while (true) {} } catch (e) { while (true) {} }",
-                                         "function fib(n) { return n < 2 ? n : fib(n - 1) + fib(n - 2); } fib(100)",
-                                         "eval('while (true) {}')", "new Function('while (true) {}')()",
-                                         "[3, 1, 2].sort(function () { while (1) {} })",
-                                         "'aaa'.replace(/a/g, function () { while (1) {} })",
-                                         "({toString: function () { while (1) {} }})",
-                                         "throw {toString: function () { while (1) {} }}",
-                                         "while (1) { try { app.project.item(99); } catch (e) {} }",
-                                         "while (1) { /^(a+)+$/.test('aaaaaaaaaaaaaaaaaaaab'); }"));
+                    "while (true) { try { while (true) {} } catch (e) {} }",
+                    "(function f() { try { f(); } finally { f(); } })()",
+                    "while (true) { try { while (true) {} } finally { continue; } }",
+                    "try { while (true) {} } catch (e) { while (true) {} }",
+                    "function fib(n) { return n < 2 ? n : fib(n - 1) + fib(n - 2); } fib(100)",
+                    "eval('while (true) {}')", "new Function('while (true) {}')()",
+                    "[3, 1, 2].sort(function () { while (1) {} })", "'aaa'.replace(/a/g, function () { while (1) {} })",
+                    "({toString: function () { while (1) {} }})", "throw {toString: function () { while (1) {} }}",
+                    "while (1) { try { app.project.item(99); } catch (e) {} }",
+                    "while (1) { /^(a+)+$/.test('aaaaaaaaaaaaaaaaaaaab'); }",
+                    "var o = {}; Object.defineProperty(o, 'x', {get: function () { for (;;); }}); o.x",
+                    "'abc'.substr({valueOf: function () { for (;;); }})"));
+
+// One call of a built-in function, or one text to compile, that would take minutes or hours.
+INSTANTIATE_TEST_SUITE_P(
+    BuiltInFunctions, EndlessScript,
+    testing::Values("new Array(4294967295).join('x')", "new Array(4294967295).toString()",
+                    "[].reverse.call({length: 4294967295})", "[].shift.call({length: 4294967295})",
+                    "[].unshift.call({length: 4294967294}, 1)", "[].forEach.call({length: 4294967295}, function () {})",
+                    "[].reduce.call({length: 4294967295}, function () {}, 0)",
+                    "new Array(2147483647).reduceRight(function () {}, 0)",
+                    "var s = 'a'; while (s.length < 8e6) s += s; s.indexOf(s.substr(0, 4e6) + 'b')",
+                    "var s = 'a'; while (s.length < 8e6) s += s; s.lastIndexOf(s.substr(0, 4e6) + 'b')",
+                    "var s = 'a'; while (s.length < 8e6) s += s; s.split(s.substr(0, 4e6) + 'b')",
+                    "var s = 'a'; while (s.length < 8e6) s += s; s.replace(s.substr(0, 4e6) + 'b', '')",
+                    "while (1) try { /(x+x+)+y/.test(new Array(60).join('x')); } catch (e) {}",
+                    "var s = ';'; while (s.length < 3e7) s += s; eval(s)"));
 
 TEST(Limits, a_regular_expression_that_explodes_is_ended) {
     World world;
@@ -97,6 +114,7 @@ TEST_P(GreedyScript, is_ended_and_leaves_the_engine_usable) {
 INSTANTIATE_TEST_SUITE_P(
     Limits, GreedyScript,
     testing::Values(
+        "var hoard = [1]; while (true) hoard = hoard.concat(hoard);", "var hoard = 'x'.repeat(1e9);",
         "var hoard = []; while (true) hoard.push({});", "var hoard = 'x'; while (true) hoard += hoard;",
         "var hoard = []; while (true) try { hoard.push({}); } catch (e) {}",
         "var hoard = []; for (var i = 0;; i++) hoard.push('a text of its own ' + i);",
@@ -119,7 +137,9 @@ TEST_P(DeepScript, is_an_error_and_no_crash) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Limits, DeepScript,
-                         testing::Values("(function f() { return f() + 1; })()",
+                         testing::Values("(function f() { return f() + 1; })()", "({get x() { return this.x; }}).x",
+                                         "var a = [1, 2]; while (true) a.push.apply(a, a);", "new ArrayBuffer(1e9)",
+                                         "+{valueOf: function () { return +this; }}",
                                          "function g() { [1].sort(); [1, 2].map(g); } g()",
                                          "var o = {}; o.toString = function () { return '' + o; }; '' + o",
                                          "eval(new Array(20000).join('(') + 1 + new Array(20000).join(')'))",

@@ -19,7 +19,12 @@ class ScanStream {
     ScanStream(const char* begin, const char* start) : begin_(begin), at_(start) {}
 
     Ch Peek() const { return *at_; }
-    Ch Take() { return *at_++; }
+    // Stays at the end however often it is called: checking a character of several bytes takes them without looking.
+    Ch Take() {
+        const Ch taken = *at_;
+        at_ += taken != '\0' ? 1 : 0;
+        return taken;
+    }
     std::size_t Tell() const { return static_cast<std::size_t>(at_ - begin_); }
 
     Ch* PutBegin() { return const_cast<Ch*>(at_); }  // only compared and handed to the events

@@ -11,6 +11,16 @@ extern "C" int host_script_must_end(void* heap_udata) {
     return static_cast<host::script::Heap*>(heap_udata)->must_end() ? 1 : 0;
 }
 
+// Asked inside built-in functions at work.
+extern "C" int host_script_must_end_after(void* heap_udata, std::size_t steps) {
+    return static_cast<host::script::Heap*>(heap_udata)->must_end_after(steps) ? 1 : 0;
+}
+
+// Asked before native recursion.
+extern "C" int host_script_stack_is_short(void* heap_udata) {
+    return static_cast<const host::script::Heap*>(heap_udata)->is_stack_short() ? 1 : 0;
+}
+
 namespace host::script {
 
 namespace {
@@ -24,6 +34,16 @@ union BlockHeader {
 // Between the limit, beyond which a script is ended at the next check, and the amount from which on memory is refused.
 // A refusal is slow: the engine tries to shrink every object it has before it gives up.
 constexpr std::size_t kReserve = std::size_t{64} << 20;
+
+// Of the thread's stack, for one run. Main threads have 8 MiB.
+constexpr std::ptrdiff_t kStack = std::ptrdiff_t{4} << 20;
+
+// Between two looks at the clock: a few microseconds.
+constexpr std::size_t kStepsBetweenLooks = 1000;
+
+const char* stack_now() {
+    return static_cast<const char*>(__builtin_frame_address(0));
+}
 
 // Everything runs in protected calls, so only a damaged heap gets here.
 [[noreturn]] void die(void*, const char* message) {
@@ -60,12 +80,30 @@ void Heap::begin_run() {
     out_of_memory_ = false;
     // What earlier runs left behind must not keep this one from starting, or from clearing up.
     allowed_ = std::max(limit_, used_ + kReserve / 4);
+    steps_ = 0;
+    stack_at_start_ = stack_now();
     clock_.restart();
+}
+
+void Heap::end_run() {
+    clock_.stop();
+    stack_at_start_ = nullptr;
 }
 
 bool Heap::must_end() {
     if (used_ > allowed_) out_of_memory_ = true;
     return out_of_memory_ || time_is_up();
+}
+
+bool Heap::must_end_after(std::size_t steps) {
+    steps_ += steps;
+    if (steps_ < kStepsBetweenLooks) return false;
+    steps_ = 0;
+    return must_end();
+}
+
+bool Heap::is_stack_short() const {
+    return stack_at_start_ != nullptr && std::abs(stack_at_start_ - stack_now()) > kStack;
 }
 
 bool Heap::may_grow_by(std::size_t bytes) {

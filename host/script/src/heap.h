@@ -30,9 +30,12 @@ class Heap {
     std::size_t limit() const { return limit_; }
     // Whether the run has to stop. Once true, it stays so until the run's end.
     bool must_end();
+    // The same for who asks very often: each step is some nanoseconds of work.
+    bool must_end_after(std::size_t steps);
+    bool is_stack_short() const;
     bool is_out_of_memory() const { return out_of_memory_; }
     void begin_run();
-    void end_run() { clock_.stop(); }
+    void end_run();
 
     // Deletes the heap; nothing may use the context any more.
     void close();
@@ -49,6 +52,8 @@ class Heap {
     std::size_t allowed_;  // in this run
     std::size_t used_ = 0;
     bool out_of_memory_ = false;
+    std::size_t steps_ = 0;                 // since the last look
+    const char* stack_at_start_ = nullptr;  // of the run; null between runs
     duk_context* ctx_ = nullptr;
 };
 

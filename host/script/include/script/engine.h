@@ -26,8 +26,8 @@ struct Outcome {
     std::string error;
 };
 
-// What one run may use. A script that goes beyond is ended, and cannot prevent it, within a few milliseconds; a
-// built-in function at work is waited for. Time is the processor's; what a dialog waits for its driver does not count.
+// What one run may use. A script that goes beyond is ended, and cannot prevent it, within a few milliseconds. Time is the
+// processor's; what a dialog waits for its driver does not count. A run also takes up to 4 MiB of the thread's stack.
 struct Limits {
     std::size_t memory = std::size_t{512} << 20;  // bytes, of everything the environment holds
     std::chrono::milliseconds time = std::chrono::minutes(2);
