@@ -9,6 +9,7 @@
 #include "cli/file_io.h"
 #include "cli/list_command.h"
 #include "cli/options.h"
+#include "cli/replay_command.h"
 #include "cli/run_command.h"
 #include "runner/utf8_locale.h"
 
@@ -31,6 +32,10 @@ ExitCode obey(const cli::DialogOptions& options, const Console& console) {
 
 ExitCode obey(const cli::CheckOptions& options, const Console& console) {
     return cli::check(options, console);
+}
+
+ExitCode obey(const cli::ReplayOptions& options, const Console& console) {
+    return cli::replay(options, console);
 }
 
 ExitCode obey(const cli::Information& information, const Console& console) {

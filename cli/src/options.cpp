@@ -19,6 +19,7 @@ constexpr const char* kHelp =
   exflate [run] FILE...   un-nest and write the result
   exflate check FILE...   per nest: does the look stay exact, equal to the eye, or what changes and why; writes nothing
   exflate list FILE       show compositions, layers and nests as a tree; --json for other programs
+  exflate replay JOURNAL  play a journal of run to the plug-in, and tell the first difference
   exflate dialog --picture PNG
                           draw the plug-in's dialog as it would open
 
@@ -56,14 +57,17 @@ The picture of the dialog:
   --click CONTROL         click the control of that name or text before; may be repeated
   --type CONTROL=TEXT     type the text there before, in the place of the old one; may be repeated
 
+  --journal FILE          write all that the plug-in and the host say to each other to FILE, for replay; after a crash
+                          the file tells everything up to it
+
   -h, --help              show this
   --version               show the version
 
 Results go to standard output, everything else to standard error. Colours only on a terminal, never with NO_COLOR.
 
 Exit codes:
-  0  done; check: every look stays
-  1  check: a look would change
+  0  done; check: every look stays; replay: the plug-in did the same, as far as the journal goes
+  1  check: a look would change; replay: the plug-in did something else
   2  wrong usage, or no such composition, layer or nest
   3  bad input
   4  the plug-in or the host reported an error, the dialog was cancelled or there is no desktop to show it on,
@@ -102,6 +106,9 @@ void declare_run(CLI::App& app, RunOptions& options) {
 
     declare_selection(app, options.composition, options.layers);
     app.add_flag("--recursive", options.recursive);
+    app.add_option("--journal", options.journal)->take_last()->check([](const std::string& file) {
+        return file.empty() ? std::string("needs the name of a file") : std::string();
+    });
 
     declare_dialog(app, options.answers);
     auto* dialog = app.add_flag("--dialog", options.dialog);
@@ -158,8 +165,13 @@ void declare_picture(CLI::App& app, DialogOptions& options) {
         ->trigger_on_parse();
 }
 
+void declare_replay(CLI::App& app, ReplayOptions& options) {
+    app.add_option("FILE", options.file)->required();
+}
+
 // What the parser itself cannot know about output and input together.
 std::string output_problem(const RunOptions& options) {
+    if (options.journal == kStandardStream) return "the journal cannot go to standard output (-): name a file";
     const bool has_standard_input = std::count(options.files.begin(), options.files.end(), kStandardStream) > 0;
     const bool to_folder = !options.output_folder.empty();
     if (has_standard_input && options.in_place) return "standard input (-) cannot be replaced: leave out --in-place";
@@ -253,6 +265,7 @@ Request parse_arguments(const std::vector<std::string>& arguments) {
     if (first == "check") return read<CheckOptions>(rest, declare_check);
     if (first == "dialog")
         return read<DialogOptions>(rest, declare_picture, "name a file for the picture with --picture");
+    if (first == "replay") return read<ReplayOptions>(rest, declare_replay);
     return read<RunOptions>(first == "run" ? rest : arguments, declare_run, "name a file, or - for standard input",
                             output_problem);
 }

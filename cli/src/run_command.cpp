@@ -10,6 +10,7 @@
 #include "cli/documents.h"
 #include "cli/file_io.h"
 #include "cli/plugin_location.h"
+#include "cli/run_journal.h"
 #include "cli/selection.h"
 #include "cli/settings_file.h"
 #include "cli/summary.h"
@@ -26,7 +27,11 @@ class Run {
   public:
     Run(const RunOptions& options, const Console& console, const host::runner::PluginModule& plugin,
         host::script::Settings& settings)
-        : options_(options), console_(console), plugin_(plugin), settings_(settings) {
+        : options_(options),
+          console_(console),
+          plugin_(plugin),
+          settings_(settings),
+          journal_(options.journal, other_files()) {
         if (options.dialog) windows_ = open_dialog_windows();
     }
 
@@ -43,7 +48,20 @@ class Run {
         }
     }
 
+    // Throws Failure (failed).
+    void finish_journal() { journal_.finish(); }
+
   private:
+    // All that the run reads or writes beside its journal.
+    std::vector<std::string> other_files() const {
+        std::vector<std::string> files = {find_plugin().string()};
+        for (const std::string& file : options_.files) {
+            if (file != kStandardStream) files.push_back(file);
+            if (const std::string output = output_for(file); output != kStandardStream) files.push_back(output);
+        }
+        return files;
+    }
+
     ExitCode tell(const std::string& name, const Record& record, const Failure& failure) const {
         tell_what_was_said(name, record);
         if (failure.code() == ExitCode::failed) tell_log(console_, name, record);
@@ -68,7 +86,7 @@ class Run {
             console_.say(Tone::plain, name, "composition " + in_quotes(comp.name()) + " holds no nest: nothing to do");
             return;
         }
-        unnest_all(document, comp, nests, record);
+        unnest_all(document, comp, nests, name, record);
         const std::string result = document.write();
         refuse_faulty_content(document);
         write(output, result);
@@ -79,10 +97,11 @@ class Run {
 
     // Leaves the project as it was if anything fails.
     void unnest_all(host::lottie::Document& document, Comp& comp, const std::vector<host::model::Layer*>& nests,
-                    Record& record) {
+                    const std::string& name, Record& record) {
         DialogOperator answers(options_.answers);
         host::script::DialogDriver& dialogs = windows_ != nullptr ? *windows_ : answers;
         host::runner::Session session(document.project(), settings_, dialogs);
+        journal_.observe(session, name);
         try {
             unnest(session, plugin_, comp, nests, options_.recursive, record);
         } catch (const NothingChanged&) {
@@ -115,6 +134,7 @@ class Run {
     const host::runner::PluginModule& plugin_;
     host::script::Settings& settings_;
     std::unique_ptr<host::script::DialogDriver> windows_;  // null: the flags answer
+    RunJournal journal_;
 };
 
 }  // namespace
@@ -126,6 +146,7 @@ ExitCode run(const RunOptions& options, const Console& console) {
         Run run(options, console, plugin, settings);
         ExitCode highest = ExitCode::done;
         for (const std::string& file : options.files) highest = std::max(highest, run.one_file(file));
+        run.finish_journal();
         return highest;
     } catch (const Failure& failure) {
         console.say(Tone::error, "exflate", failure.what());

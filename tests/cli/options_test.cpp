@@ -81,6 +81,18 @@ TEST(Options, list_takes_one_file) {
     EXPECT_EQ(problem({"list"}), "name a file, or - for standard input");
 }
 
+TEST(Options, replay_takes_one_file) {
+    EXPECT_EQ(std::get<cli::ReplayOptions>(parse_arguments({"replay", "run.journal"})).file, "run.journal");
+    EXPECT_THAT(problem({"replay", "a", "b"}), HasSubstr("one file too many"));
+    EXPECT_THAT(problem({"replay"}), HasSubstr("name a file"));
+}
+
+TEST(Options, a_journal_needs_a_file_of_its_own_and_not_standard_output) {
+    EXPECT_EQ(run_options({"a.json", "--journal", "x"}).journal, "x");
+    EXPECT_THAT(problem({"a.json", "--journal", "-"}), HasSubstr("cannot go to standard output"));
+    EXPECT_THAT(problem({"a.json", "--journal="}), HasSubstr("needs the name of a file"));
+}
+
 TEST(Options, excluding_flags_are_refused_together) {
     EXPECT_THAT(problem({"a", "--delete-source", "--keep-in-comp"}), HasSubstr("excludes --delete-source"));
     EXPECT_THAT(problem({"a", "--copy-attributes", "--discard-attributes"}), HasSubstr("excludes"));
@@ -118,15 +130,17 @@ TEST(Options, a_missing_value_or_file_is_told) {
     EXPECT_EQ(problem({"--recursive"}), "name a file, or - for standard input");
 }
 
-TEST(Options, help_tells_every_option_and_both_subcommands_have_it) {
+TEST(Options, help_tells_every_option_and_all_subcommands_have_it) {
     for (const char* option :
-         {"--output", "--out-dir", "--in-place", "--comp", "--layer", "--recursive", "--copy-attributes",
-          "--discard-attributes", "--delete-source", "--keep-in-comp", "--prefix", "--prepend-name", "--fix-random",
-          "--json", "--help", "--version", "EXFLATE_PLUGIN", "XDG_CONFIG_HOME", "NO_COLOR"}) {
+         {"--output",    "--out-dir",         "--in-place",           "--comp",          "--layer",
+          "--recursive", "--copy-attributes", "--discard-attributes", "--delete-source", "--keep-in-comp",
+          "--prefix",    "--prepend-name",    "--fix-random",         "--json",          "--journal",
+          "--help",      "--version",         "EXFLATE_PLUGIN",       "XDG_CONFIG_HOME", "NO_COLOR"}) {
         EXPECT_THAT(help(), HasSubstr(option));
     }
     EXPECT_EQ(std::get<Information>(parse_arguments({"run", "-h"})).text, help());
     EXPECT_EQ(std::get<Information>(parse_arguments({"list", "--help"})).text, help());
+    EXPECT_EQ(std::get<Information>(parse_arguments({"replay", "--help"})).text, help());
 }
 
 }  // namespace

@@ -20,7 +20,7 @@ ARROWS = {
     "host/render": set(),
     "host/audit": {"host/model"},
     "host/runner": {"aegp", "host/model", "host/suites", "host/script"},
-    "cli": {"host/audit", "host/dialog", "host/lottie", "host/model", "host/render", "host/runner", "host/script"},
+    "cli": {"host/audit", "host/dialog", "host/journal", "host/lottie", "host/model", "host/render", "host/runner", "host/script"},
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.M)
 

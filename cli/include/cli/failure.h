@@ -7,7 +7,8 @@
 
 namespace cli {
 
-enum class ExitCode { done = 0, look_changes = 1, usage = 2, bad_input = 3, failed = 4 };
+// 1: a look changes (check), the plug-in did something else (replay).
+enum class ExitCode { done = 0, look_changes = 1, differs = 1, usage = 2, bad_input = 3, failed = 4 };
 
 // Ends the work on one file; what() is one sentence without the file's name.
 class Failure : public std::runtime_error {

@@ -19,6 +19,7 @@ struct RunOptions {
     std::string composition;          // name or id; empty: the main one
     std::vector<std::string> layers;  // names or #indices; none: every nest
     bool recursive = false;
+    std::string journal;  // file for everything that the plug-in and the host say; empty: none
     DialogAnswers answers;
     bool dialog = false;  // a person answers
 };
@@ -46,6 +47,10 @@ struct CheckOptions {
     DialogAnswers answers;
 };
 
+struct ReplayOptions {
+    std::string file;
+};
+
 // Help or the version for standard output.
 struct Information {
     std::string text;
@@ -56,7 +61,8 @@ struct UsageProblem {
     std::string sentence;
 };
 
-using Request = std::variant<RunOptions, ListOptions, CheckOptions, DialogOptions, Information, UsageProblem>;
+using Request =
+    std::variant<RunOptions, ListOptions, CheckOptions, DialogOptions, ReplayOptions, Information, UsageProblem>;
 
 // `arguments` without the program's own name. Whatever does not begin with the name of a subcommand is meant for `run`.
 Request parse_arguments(const std::vector<std::string>& arguments);

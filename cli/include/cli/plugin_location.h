@@ -11,7 +11,7 @@ namespace cli {
 // installed. Throws Failure (failed) when neither is there.
 std::filesystem::path find_plugin();
 
-// Throws Failure (failed).
+// That module, loaded. Throws Failure (failed).
 host::runner::PluginModule load_plugin();
 
 }  // namespace cli

@@ -13,7 +13,7 @@ namespace {
 constexpr A_long kInterfaceMajor = 114;
 constexpr A_long kInterfaceMinor = 0;
 
-using Door = suites::SuiteHost::Visit::Door;
+using What = suites::PluginCall::What;
 
 }  // namespace
 
@@ -31,8 +31,14 @@ Outcome Session::start(const PluginModule& module) {
     return observe([&] {
         const AEGP_PluginID id = suites_.add_plugin(module.name());
         AEGP_GlobalRefcon& refcon = global_refcons_[id];
-        const A_Err error = visit(id, Door::entry_point, "its entry point", [&] {
-            return module.entry_point()(suites_.basic_suite(), kInterfaceMajor, kInterfaceMinor, id, &refcon);
+        const suites::PluginCall call{.what = What::entry_point,
+                                      .plugin = id,
+                                      .plugin_name = module.name(),
+                                      .global_refcon = &refcon,
+                                      .major = kInterfaceMajor,
+                                      .minor = kInterfaceMinor};
+        const A_Err error = visit(call, "its entry point", [&] {
+            return module.entry_point()(suites_.basic_suite(), call.major, call.minor, id, &refcon);
         });
         if (error != A_Err_NONE) suites_.drop_plugin(id);
     });
@@ -54,8 +60,14 @@ Outcome Session::run_command(AEGP_Command command) {
 void Session::ask_update_hooks() {
     suites_.prepare_menus_for_update();
     for (const suites::UpdateMenuHook& hook : suites_.update_menu_hooks()) {
-        visit(hook.plugin_id, Door::hook, "its update-menu hook",
-              [&] { return hook.function(global_refcons_[hook.plugin_id], hook.refcon, AEGP_WindType_TIME_LAYOUT); });
+        AEGP_GlobalRefcon& global = global_refcons_[hook.plugin_id];
+        const suites::PluginCall call{.what = What::update_menu_hook,
+                                      .plugin = hook.plugin_id,
+                                      .global_refcon = &global,
+                                      .function = reinterpret_cast<const void*>(hook.function),
+                                      .refcon = hook.refcon,
+                                      .window = AEGP_WindType_TIME_LAYOUT};
+        visit(call, "its update-menu hook", [&] { return hook.function(global, hook.refcon, call.window); });
     }
 }
 
@@ -63,38 +75,50 @@ void Session::ask_command_hooks(AEGP_Command command) {
     for (const suites::CommandHook& hook : suites_.command_hooks()) {
         if (hook.command != AEGP_Command_ALL && hook.command != command) continue;
         A_Boolean handled = 0;
-        visit(hook.plugin_id, Door::hook, "its command hook", [&] {
-            return hook.function(global_refcons_[hook.plugin_id], hook.refcon, command, hook.priority,
-                                 current_.is_handled, &handled);
+        AEGP_GlobalRefcon& global = global_refcons_[hook.plugin_id];
+        const suites::PluginCall call{.what = What::command_hook,
+                                      .plugin = hook.plugin_id,
+                                      .global_refcon = &global,
+                                      .function = reinterpret_cast<const void*>(hook.function),
+                                      .refcon = hook.refcon,
+                                      .command = command,
+                                      .priority = hook.priority,
+                                      .already_handled = current_.is_handled,
+                                      .handled = &handled};
+        visit(call, "its command hook", [&] {
+            return hook.function(global, hook.refcon, command, hook.priority, call.already_handled, &handled);
         });
         current_.is_handled = current_.is_handled || handled != 0;
     }
 }
 
-A_Err Session::visit(AEGP_PluginID plugin, Door door, const std::string& what, const std::function<A_Err()>& call) {
+A_Err Session::visit(const suites::PluginCall& facts, const std::string& what, const std::function<A_Err()>& call) {
     const auto complain = [&](const std::string& sentence) {
-        current_.log.push_back("plug-in " + suites_.plugin_name(plugin) + ": " + what + ' ' + sentence);
+        current_.log.push_back("plug-in " + suites_.plugin_name(facts.plugin) + ": " + what + ' ' + sentence);
     };
+    bool has_thrown = false;
     A_Err error = A_Err_NONE;
     {
-        const suites::SuiteHost::Visit visit(suites_, plugin, door);
+        const suites::SuiteHost::Visit visit(suites_, facts);
         try {
             error = call();
             if (error != A_Err_NONE) complain("returned error " + std::to_string(error));
         } catch (const std::exception& exception) {
             error = suites::kInternal;
             complain(std::string("threw an exception: ") + exception.what());
-            current_.has_thrown = true;
+            has_thrown = true;
         } catch (...) {
             error = suites::kInternal;
             complain("threw something that is no exception");
-            current_.has_thrown = true;
+            has_thrown = true;
         }
+        visit.came_back(facts, error, has_thrown);
     }
     if (const int open = project_.undo().close_all_groups(); open > 0) {
         complain("left " + std::to_string(open) + (open == 1 ? " undo group" : " undo groups") +
                  " open; the host closed " + (open == 1 ? "it" : "them") + " and kept the changes as one step");
     }
+    current_.has_thrown = current_.has_thrown || has_thrown;
     if (!current_.has_failed()) current_.error = error;
     return error;
 }

@@ -27,7 +27,7 @@ constexpr SlotFacts kFree = named("FreeBlock");
 constexpr SlotFacts kReallocate = named("ReallocateBlock");
 constexpr SlotFacts kUndefined = named("Undefined");
 
-// Runs `body(host)` as one call whose C arguments are given for the observers' text.
+// Runs `body(host)` as one call; all its C arguments are given for the observers.
 template <class Body, class... Args>
 SPErr call(const SlotFacts& slot, std::string_view requested_suite, Body body, Args... args) noexcept {
     struct Packed {
@@ -38,9 +38,7 @@ SPErr call(const SlotFacts& slot, std::string_view requested_suite, Body body, A
         [](const HostState& host, const void* raw) {
             return ArgumentText<false, Args...>::arguments(host, &static_cast<const Packed*>(raw)->arguments);
         },
-        [](const HostState& host, const void* raw) {
-            return ArgumentText<false, Args...>::outputs(host, &static_cast<const Packed*>(raw)->arguments);
-        }};
+        [](const HostState&, const void*) { return std::string(); }};  // addresses mean nothing to anybody
     return dispatch({slot, true, requested_suite, &packed,
                      [](HostState& host, void* raw) { static_cast<Packed*>(raw)->body(host); }, text});
 }
@@ -68,7 +66,7 @@ SPErr acquire(const char* name, int32 version, const void** suite) {
             ++host.suites_held[static_cast<std::size_t>(place)];
             *suite = suite_list()[static_cast<std::size_t>(place)].table;
         },
-        name, version);
+        name, version, suite);
 }
 
 SPErr release(const char* name, int32 version) {
@@ -103,7 +101,7 @@ SPErr allocate(size_t size, void** block) {
             host.ledger.add_block(made);
             *block = made;
         },
-        size);
+        size, block);
 }
 
 SPErr free_block(void* block) {
@@ -130,7 +128,7 @@ SPErr reallocate(void* block, size_t size, void** new_block) {
             host.ledger.add_block(made);
             *new_block = made;
         },
-        block, size);
+        block, size, new_block);
 }
 
 // What suites put into slots they do not fill.

@@ -124,6 +124,24 @@ bool Call::is_implemented() const {
 std::string Call::arguments() const {
     return invocation_->text.arguments(*host_, invocation_->arguments);
 }
+int Call::slot() const {
+    return invocation_->slot.ordinal;
+}
+const void* Call::raw_arguments() const {
+    return invocation_->arguments;
+}
+
+std::optional<std::span<const std::byte>> Call::memory(AEGP_MemHandle handle) const {
+    const MemoryBlock* block = host_->ledger.memory_behind(raw(handle));
+    if (!block) return std::nullopt;
+    return std::span(static_cast<const std::byte*>(block->data()), block->size());
+}
+
+AEGP_StreamType Call::stream_type(const void* handle) const {
+    const StreamRef* ref = host_->ledger.stream_behind(raw(handle));
+    const bool is_known = ref && still_exists(*ref);
+    return is_known ? static_cast<AEGP_StreamType>(ref->stream->type()) : AEGP_StreamType_NO_DATA;
+}
 
 std::string Call::outputs() const {
     return result_ == A_Err_NONE ? invocation_->text.outputs(*host_, invocation_->arguments) : std::string();

@@ -167,7 +167,15 @@ const StreamRef* Ledger::stream_behind(RawHandle handle) const {
     if (!place) return nullptr;
     const Held& held = records_[*place].held;
     if (const ValueRef* value = std::get_if<ValueRef>(&held)) return &value->of;
+    if (const auto* batch = std::get_if<std::unique_ptr<KeyframeBatch>>(&held)) return &(*batch)->stream;
     return std::get_if<StreamRef>(&held);
+}
+
+const MemoryBlock* Ledger::memory_behind(RawHandle handle) const {
+    const auto place = place_of(handle);
+    if (!place) return nullptr;
+    const auto* block = std::get_if<std::unique_ptr<MemoryBlock>>(&records_[*place].held);
+    return block ? block->get() : nullptr;
 }
 
 std::string Ledger::describe(RawHandle handle) const {

@@ -63,9 +63,11 @@ class Ledger {
 
     void note_freed_while_locked(RawHandle handle);
 
-    // The stream that a stream's or a value's handle means, whatever has become of it; null for other and for dead
-    // handles.
+    // The stream that the handle of a stream, a value or a batch means, whatever has become of it; null for other and
+    // for dead handles.
     const StreamRef* stream_behind(RawHandle handle) const;
+    // Living memory; null for any other handle.
+    const MemoryBlock* memory_behind(RawHandle handle) const;
 
     // The thing's own words for messages and traces; never throws for a bad handle.
     std::string describe(RawHandle handle) const;

@@ -17,6 +17,7 @@
 #include "argument_text.h"
 #include "dispatch.h"
 #include "give.h"
+#include "suites/slot_facts.h"
 #include "take.h"
 
 namespace host::suites {
@@ -89,10 +90,6 @@ struct Runner {
 };
 
 }  // namespace detail
-
-// Specialised to true for functions that take AEGP_StreamValue2* as an input.
-template <auto Member>
-inline constexpr bool records_are_inputs = false;
 
 template <auto Member, auto Body>
 struct SlotFunction;

@@ -6,11 +6,6 @@
 
 namespace host::suites {
 
-template <>
-inline constexpr bool records_are_inputs<&AEGP_StreamSuite4::AEGP_SetStreamValue> = true;
-template <>
-inline constexpr bool records_are_inputs<&AEGP_StreamSuite4::AEGP_DisposeStreamValue> = true;
-
 namespace {
 
 using model::Layer;

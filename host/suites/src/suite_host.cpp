@@ -49,6 +49,16 @@ SuiteHost::Visit::Visit(SuiteHost& host, AEGP_PluginID id, Door door)
       previous_caller_(std::exchange(state_->caller, id)),
       previous_in_entry_point_(std::exchange(state_->in_entry_point, door == Door::entry_point)) {}
 
+SuiteHost::Visit::Visit(SuiteHost& host, const PluginCall& call)
+    : Visit(host, call.plugin, call.what == PluginCall::What::entry_point ? Door::entry_point : Door::hook) {
+    for (Observer* observer : state_->observers) observer->entering(call);
+}
+
+void SuiteHost::Visit::came_back(const PluginCall& call, A_Err result, bool has_thrown) const {
+    for (auto observer = state_->observers.rbegin(); observer != state_->observers.rend(); ++observer)
+        (*observer)->left(call, result, has_thrown);
+}
+
 SuiteHost::Visit::~Visit() {
     state_->caller = previous_caller_;
     state_->in_entry_point = previous_in_entry_point_;

@@ -53,8 +53,7 @@ class Session {
     suites::SuiteHost& suites() { return suites_; }  // observers, what was handed out and never given back, suites held
 
   private:
-    A_Err visit(AEGP_PluginID plugin, suites::SuiteHost::Visit::Door door, const std::string& what,
-                const std::function<A_Err()>& call);
+    A_Err visit(const suites::PluginCall& facts, const std::string& what, const std::function<A_Err()>& call);
     void ask_update_hooks();
     void ask_command_hooks(AEGP_Command command);
     // Runs `work` and gathers everything that came of it.

@@ -1,12 +1,14 @@
 // One call of a plug-in into the host, and who may watch or refuse it.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
-#include "A.h"
+#include "AE_GeneralPlug.h"
 
 namespace host::suites {
 
@@ -34,6 +36,16 @@ class Call {
     // After the call: the values it gave, comma separated; empty unless it succeeded.
     std::string outputs() const;
 
+    // For observers that want more than text. The arguments are a std::tuple of the C function's parameter types, which
+    // lives as long as the call.
+    int slot() const;  // its number in suites.def's order; -1 for a function of the basic suite
+    const void* raw_arguments() const;
+    // The content of living memory; nothing for any other handle. Valid until the plug-in or the host changes it.
+    std::optional<std::span<const std::byte>> memory(AEGP_MemHandle handle) const;
+    // The type of the stream that the handle of a stream, a stream's value or a keyframe batch means;
+    // AEGP_StreamType_NO_DATA if there is none.
+    AEGP_StreamType stream_type(const void* handle) const;
+
     A_Err result() const { return result_; }                     // valid in after()
     bool is_injected() const { return injected_; }               // an observer refused it, it never ran
     const std::string& complaint() const { return complaint_; }  // why it failed, one sentence; empty on success
@@ -49,11 +61,34 @@ class Call {
     std::string complaint_;
 };
 
-// Sees every call: before() in the order in which observers were added, after() in the opposite order. An observer must
-// not throw and must outlive its place in the host.
+// One call of the host into a plug-in. What stands behind a pointer is valid as long as the visit.
+struct PluginCall {
+    enum class What : std::uint8_t { entry_point, update_menu_hook, command_hook };
+
+    What what;
+    AEGP_PluginID plugin;
+    std::string_view plugin_name = {};
+    AEGP_GlobalRefcon* global_refcon = nullptr;  // what the plug-in left for its hooks; the entry point sets it
+    // The entry point's.
+    A_long major = 0;
+    A_long minor = 0;
+    // A hook's.
+    const void* function = nullptr;
+    const void* refcon = nullptr;
+    AEGP_WindowType window = AEGP_WindType_NONE;  // update-menu hook
+    AEGP_Command command = 0;                     // command hook, like the rest
+    AEGP_HookPriority priority = 0;
+    A_Boolean already_handled = 0;
+    const A_Boolean* handled = nullptr;
+};
+
+// Sees every call: before() in the order in which observers were added, after() in the opposite order; and every visit
+// around the calls. An observer must not throw and must outlive its place in the host.
 class Observer {
   public:
     virtual ~Observer() = default;
+    virtual void entering(const PluginCall&) {}
+    virtual void left(const PluginCall&, A_Err /*result*/, bool /*has_thrown*/) {}
     // A code other than 0 is returned to the plug-in instead of running the call; the first observer that gives one
     // decides.
     virtual std::optional<A_Err> before(const Call& call) = 0;

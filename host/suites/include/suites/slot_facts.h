@@ -40,4 +40,12 @@ inline constexpr int slot_ordinal = -1;
     inline constexpr int slot_ordinal<&structure::function> = ordinal::structure##_##function;
 #include "suites.def"
 
+// Whether AEGP_StreamValue2*, without const, is an input of the function.
+template <auto Member>
+inline constexpr bool records_are_inputs = false;
+template <>
+inline constexpr bool records_are_inputs<&AEGP_StreamSuite4::AEGP_SetStreamValue> = true;
+template <>
+inline constexpr bool records_are_inputs<&AEGP_StreamSuite4::AEGP_DisposeStreamValue> = true;
+
 }  // namespace host::suites

@@ -64,8 +64,12 @@ class SuiteHost {
       public:
         enum class Door { entry_point, hook };
         Visit(SuiteHost& host, AEGP_PluginID id, Door door);
+        // The same, told to the observers: now, and when the plug-in came back.
+        Visit(SuiteHost& host, const PluginCall& call);
         ~Visit();
         Visit(const Visit&) = delete;
+
+        void came_back(const PluginCall& call, A_Err result, bool has_thrown) const;
 
       private:
         HostState* state_;

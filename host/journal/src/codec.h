@@ -1,0 +1,24 @@
+// How the arguments of each function are written to a journal and how its results are read from one.
+#pragma once
+
+#include <cstdint>
+#include <tuple>
+#include <vector>
+
+#include "decoder.h"
+#include "encoder.h"
+
+namespace host::journal {
+
+// `arguments` points to a tuple of the C function's parameter types.
+struct SlotCodec {
+    void (*write_arguments)(Encoder& encoder, const void* arguments);
+    void (*write_results)(Encoder& encoder, const void* arguments);  // of a call that succeeded
+    // Puts results where the plug-in wants them. Throws BadValue.
+    void (*read_results)(Decoder& decoder, const std::vector<Value>& results, void* arguments);
+};
+
+// Every slot has one; not the basic suite's functions.
+const SlotCodec& suite_codec(std::int32_t slot);
+
+}  // namespace host::journal

@@ -1,0 +1,31 @@
+// The calls that give memory to a plug-in or take it back.
+#pragma once
+
+#include <cstdint>
+#include <tuple>
+
+#include "slots.h"
+
+namespace host::journal {
+
+inline constexpr std::int32_t kLockMemory = suites::slot_ordinal<&AEGP_MemorySuite1::AEGP_LockMemHandle>;
+inline constexpr std::int32_t kUnlockMemory = suites::slot_ordinal<&AEGP_MemorySuite1::AEGP_UnlockMemHandle>;
+inline constexpr std::int32_t kFreeMemory = suites::slot_ordinal<&AEGP_MemorySuite1::AEGP_FreeMemHandle>;
+inline constexpr std::int32_t kResizeMemory = suites::slot_ordinal<&AEGP_MemorySuite1::AEGP_ResizeMemHandle>;
+
+inline AEGP_MemHandle locked_by(const void* arguments) {
+    return std::get<AEGP_MemHandle>(*static_cast<const std::tuple<AEGP_MemHandle, void**>*>(arguments));
+}
+
+// The memory that a call hands back: after it the host may look at what the plug-in left there, or forget it. Null for
+// every other call.
+inline AEGP_MemHandle handed_back_by(std::int32_t slot, const void* arguments) {
+    if (slot == kUnlockMemory || slot == kFreeMemory)
+        return std::get<0>(*static_cast<const std::tuple<AEGP_MemHandle>*>(arguments));
+    if (slot == kResizeMemory)
+        return std::get<AEGP_MemHandle>(
+            *static_cast<const std::tuple<const A_char*, AEGP_MemSize, AEGP_MemHandle>*>(arguments));
+    return nullptr;
+}
+
+}  // namespace host::journal

@@ -1,0 +1,154 @@
+// The host as a journal tells it, for one plug-in: visits, and what stops a replay.
+#include "player.h"
+
+#include <cstdlib>
+#include <utility>
+
+#include "difference.h"
+#include "tables.h"
+
+namespace host::journal {
+namespace {
+
+Player* the_player = nullptr;
+
+template <class Number>
+Number number_from(Decoder& decoder, const Value& value) {
+    Number number = 0;
+    decoder.read(value, number);
+    return number;
+}
+
+std::string counted(std::size_t count, const std::string& noun) {
+    return std::to_string(count) + ' ' + noun + (count == 1 ? "" : "s");
+}
+
+}  // namespace
+
+Player::Player(const Journal& journal, AEGP_PluginInitFunc entry_point, std::atomic<std::size_t>& place, Stop stop)
+    : journal_(journal), entry_point_(entry_point), place_(place), stop_(std::move(stop)) {
+    the_player = this;
+}
+
+Player::~Player() {
+    the_player = nullptr;
+}
+
+Player* Player::active() {
+    return the_player;
+}
+
+void Player::stop(Verdict::Kind kind, std::size_t line, std::string sentence) {
+    stop_({kind, line, std::move(sentence)});
+    std::abort();  // not reached
+}
+
+void Player::stop_at_cut() {
+    stop(Verdict::Kind::same_to_cut, journal_.last_line,
+         "the journal is cut after line " + std::to_string(journal_.last_line) +
+             "; up to there the plug-in did the same");
+}
+
+void Player::differ(const std::string& sentence) {
+    stop(Verdict::Kind::differs, here().line, sentence);
+}
+
+void Player::play() {
+    std::size_t calls = 0;
+    std::size_t visits = 0;
+    for (const Record& record : journal_.records) {
+        if (record.kind == Record::Kind::call) ++calls;
+        if (record.kind == Record::Kind::enter) ++visits;
+    }
+    try {
+        while (!is_over()) {
+            if (here().kind == Record::Kind::enter)
+                visit();
+            else
+                go_on();
+        }
+    } catch (const std::exception& problem) {
+        stop(Verdict::Kind::damaged, is_over() ? journal_.last_line : here().line, problem.what());
+    }
+    if (!journal_.is_complete) stop_at_cut();
+    stop(Verdict::Kind::same, journal_.last_line,
+         "the plug-in did the same: " + counted(calls, "call") + " in " + counted(visits, "visit"));
+}
+
+template <class Pointer>
+Pointer Player::own_pointer(const Value& value) const {
+    if (value.is_word("null")) return nullptr;
+    const auto known = value.kind == Value::Kind::name ? own_.raw_of({value.text, value.number}) : std::nullopt;
+    if (!known) throw BadValue(text_of(value) + " is nothing that the plug-in ever gave");
+    return from_raw<Pointer>(*known);
+}
+
+void Player::visit() {
+    const Door door = here().door;
+    const std::vector<Value> arguments = here().values();
+    constexpr std::size_t kArguments[] = {4, 4, 6};
+    if (arguments.size() != kArguments[static_cast<std::size_t>(door)])
+        throw BadValue("a visit has more or fewer arguments than this one");
+    AEGP_GlobalRefcon refcon = nullptr;
+    A_Boolean handled = 0;
+    A_Err error = A_Err_NONE;
+    bool has_thrown = false;
+    try {
+        error = enter(door, arguments, refcon, handled);
+    } catch (const BadValue&) {
+        throw;  // ours: no line of the plug-in has run
+    } catch (...) {
+        has_thrown = true;
+    }
+    check_return(door, error, has_thrown, refcon, handled);
+}
+
+A_Err Player::enter(Door door, const std::vector<Value>& arguments, AEGP_GlobalRefcon& refcon, A_Boolean& handled) {
+    Decoder decoder(*this);
+    if (door == Door::entry_point) {
+        if (!plugin_name_.empty() && plugin_name_ != arguments[1].text)
+            throw BadValue("a second plug-in is entered; a replay has one");
+        plugin_name_ = arguments[1].text;
+        const auto id = number_from<AEGP_PluginID>(decoder, arguments[0]);
+        const auto major = number_from<A_long>(decoder, arguments[2]);
+        const auto minor = number_from<A_long>(decoder, arguments[3]);
+        go_on();
+        return entry_point_(replay_basic_suite(), major, minor, id, &refcon);
+    }
+    refcon = own_pointer<AEGP_GlobalRefcon>(arguments[1]);
+    if (door == Door::update_menu_hook) {
+        const auto hook = own_pointer<AEGP_UpdateMenuHook>(arguments[0]);
+        const auto hook_refcon = own_pointer<AEGP_UpdateMenuRefcon>(arguments[2]);
+        const auto window = number_from<AEGP_WindowType>(decoder, arguments[3]);
+        if (!hook) throw BadValue("there is no hook to call");
+        go_on();
+        return hook(refcon, hook_refcon, window);
+    }
+    const auto hook = own_pointer<AEGP_CommandHook>(arguments[0]);
+    const auto hook_refcon = own_pointer<AEGP_CommandRefcon>(arguments[2]);
+    const auto command = number_from<AEGP_Command>(decoder, arguments[3]);
+    const auto priority = number_from<AEGP_HookPriority>(decoder, arguments[4]);
+    const auto already_handled = number_from<A_Boolean>(decoder, arguments[5]);
+    if (!hook) throw BadValue("there is no hook to call");
+    go_on();
+    return hook(refcon, hook_refcon, command, priority, already_handled, &handled);
+}
+
+void Player::check_return(Door door, A_Err error, bool has_thrown, AEGP_GlobalRefcon refcon, A_Boolean handled) {
+    need_line();
+    Encoder results(*this, Encoder::Direction::to_host);
+    if (door == Door::entry_point) results.add(refcon);
+    if (door == Door::command_hook) results.add(handled);
+    const bool is_leaving = here().kind == Record::Kind::leave;
+    // The code of an exception is the host's, not the plug-in's.
+    if (is_leaving && here().has_thrown == has_thrown && (has_thrown || here().code == error) &&
+        here().values() == parse_values(results.text())) {
+        go_on();
+        return;
+    }
+    const std::string got = is_leaving ? "" : std::string(name_of(door)) + " coming back with ";
+    const std::string code = has_thrown ? "an exception" : std::to_string(error);
+    differ(expected_got(in_words(here()), got + code + " (" + results.text() + ')'));
+}
+
+}  // namespace host::journal

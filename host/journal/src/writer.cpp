@@ -1,0 +1,128 @@
+// Writes a journal while a plug-in runs.
+#include "journal/writer.h"
+
+#include <unordered_map>
+
+#include "arguments.h"
+#include "journal/journal.h"
+#include "journal/value_text.h"
+#include "line_words.h"
+#include "memory_slots.h"
+#include "names.h"
+#include "visits.h"
+
+namespace host::journal {
+
+class Writer::Scribe : public Namer {
+  public:
+    explicit Scribe(Sink sink) : sink_(std::move(sink)) { line(std::string(kFirstLine)); }
+
+    void line(std::string text) {
+        text += '\n';
+        sink_(text);
+    }
+
+    void begin_session(std::string_view name) { line(std::string(kSession) + quoted_bytes(name) + ')'); }
+
+    void entering(const suites::PluginCall& call) {
+        line(std::string(kEnter) + std::string(name_of(door_of(call))) + '(' + arguments_text(*this, call) + ')');
+    }
+
+    void left(const suites::PluginCall& call, A_Err result, bool has_thrown) {
+        line(std::string(kLeave) + std::string(name_of(door_of(call))) + " = " + std::to_string(result) +
+             std::string(has_thrown ? kThrown : "") + " (" + results_text(*this, call) + ')');
+    }
+
+    void before(const suites::Call& call) {
+        call_ = &call;
+        const std::int32_t slot = slot_of(call);
+        if (const AEGP_MemHandle memory = handed_back_by(slot, call.raw_arguments())) tell_changes(memory);
+        line(std::string(kCall) + std::to_string(call.number()) + ' ' + name_of_slot(slot) + '(' +
+             arguments_text(*this, slot, call.raw_arguments()) + ')');
+    }
+
+    void after(const suites::Call& call) {
+        call_ = &call;
+        const std::int32_t slot = slot_of(call);
+        const bool has_succeeded = call.result() == A_Err_NONE;
+        if (has_succeeded) follow_memory(slot, call.raw_arguments());
+        line(std::string(kDone) + std::to_string(call.number()) + " = " + std::to_string(call.result()) +
+             std::string(call.is_injected() ? kInjected : "") + " (" +
+             (has_succeeded ? results_text(*this, slot, call.raw_arguments()) : "") + ')' +
+             (call.complaint().empty() ? "" : std::string(kRemark) + quoted_bytes(call.complaint())));
+    }
+
+    std::string used(std::uint64_t handle) override { return handles_.of(handle, kUnknownWord).text(); }
+    std::string given(std::uint64_t handle, std::string_view word) override {
+        // The basic suite's blocks are addresses: a new one may lie where an old one lay.
+        return word == kBlockWord ? handles_.renew(handle, word).text() : handles_.of(handle, word).text();
+    }
+    std::string own(std::uint64_t address, std::string_view word) override { return own_.of(address, word).text(); }
+    Shape shape(const void* handle, std::size_t) override { return shape_of(call_->stream_type(handle)); }
+
+  private:
+    static std::int32_t slot_of(const suites::Call& call) {
+        return call.slot() >= 0 ? call.slot() : basic_slot(call.function());
+    }
+
+    std::optional<std::string_view> content_of(AEGP_MemHandle memory) const {
+        const auto bytes = call_->memory(memory);
+        if (!bytes) return std::nullopt;
+        return std::string_view(reinterpret_cast<const char*>(bytes->data()), bytes->size());
+    }
+
+    // What the plug-in has written since the journal last told the content.
+    void tell_changes(AEGP_MemHandle memory) {
+        const auto told = told_.find(raw(memory));
+        const auto content = content_of(memory);
+        if (told == told_.end() || !content || told->second == *content) return;
+        tell(kWrote, memory, *content);
+    }
+
+    void follow_memory(std::int32_t slot, const void* arguments) {
+        if (slot == kLockMemory) {
+            const AEGP_MemHandle memory = locked_by(arguments);
+            const auto content = content_of(memory);
+            const auto told = told_.find(raw(memory));
+            if (content && (told == told_.end() || told->second != *content)) tell(kMemory, memory, *content);
+        } else if (slot == kFreeMemory || slot == kResizeMemory) {
+            told_.erase(raw(handed_back_by(slot, arguments)));
+        }
+    }
+
+    void tell(std::string_view word, AEGP_MemHandle memory, std::string_view content) {
+        line(std::string(word) + used(raw(memory)) + ", " + content_text(content) + ')');
+        told_.insert_or_assign(raw(memory), std::string(content));
+    }
+
+    Sink sink_;
+    Names handles_;
+    Names own_;
+    std::unordered_map<std::uint64_t, std::string> told_;  // contents, by memory handle
+    const suites::Call* call_ = nullptr;                   // the one being written
+};
+
+Writer::Writer(Sink sink) : scribe_(std::make_unique<Scribe>(std::move(sink))) {}
+Writer::~Writer() = default;
+
+void Writer::begin_session(std::string_view name) {
+    scribe_->begin_session(name);
+}
+void Writer::finish() {
+    scribe_->line(std::string(kEnd));
+}
+void Writer::entering(const suites::PluginCall& call) {
+    scribe_->entering(call);
+}
+void Writer::left(const suites::PluginCall& call, A_Err result, bool has_thrown) {
+    scribe_->left(call, result, has_thrown);
+}
+std::optional<A_Err> Writer::before(const suites::Call& call) {
+    scribe_->before(call);
+    return std::nullopt;
+}
+void Writer::after(const suites::Call& call) {
+    scribe_->after(call);
+}
+
+}  // namespace host::journal
