@@ -2,15 +2,12 @@
 #include "cli/check_command.h"
 
 #include <algorithm>
-#include <cmath>
+#include <utility>
 
-#include "audit/alone.h"
 #include "cli/documents.h"
 #include "cli/file_io.h"
 #include "cli/plugin_location.h"
 #include "cli/selection.h"
-#include "cli/trial.h"
-#include "render/comparison.h"
 
 namespace cli {
 namespace {
@@ -29,44 +26,13 @@ std::vector<Layer*> nests_to_check(const host::lottie::Document& document, const
     return nests;
 }
 
-// The frames that findings name, as the renderer counts them.
-std::vector<int> frames_of(const std::vector<host::audit::Finding>& findings, double first_frame) {
-    std::vector<int> frames;
-    for (const auto& finding : findings) {
-        if (finding.frame) frames.push_back(static_cast<int>(std::lround(*finding.frame - first_frame)));
-    }
-    return frames;
-}
-
-void prove(const host::audit::Animation& before, const host::audit::Animation& after, CheckedNest& nest) {
+void add_proof(const host::audit::Animation& before, NestTrial& trial) {
+    CheckedNest& nest = trial.nest;
     try {
-        const double first = host::audit::first_frame(before, nest.composition);
-        const host::render::Animation old_look(composition_alone(before, nest.composition));
-        const host::render::Animation new_look(composition_alone(after, nest.composition));
-        const auto comparison = compare(old_look, new_look, frames_of(nest.report.findings, first));
-        nest.proof = Proof{comparison.looks_equal, first + comparison.worst_frame,
-                           comparison.worst.mean,  comparison.worst.share_beyond_8,
-                           comparison.worst.ssim,  static_cast<std::size_t>(comparison.frames)};
+        nest.proof = prove(before, trial.after, nest.composition, nest.report.findings).proof;
     } catch (const std::runtime_error& refused) {
         nest.proof_problem = refused.what();
     }
-}
-
-CheckedNest check_nest(host::lottie::Document& document, const host::audit::Animation& before,
-                       const host::runner::PluginModule& plugin, const CheckOptions& options, Layer& nest) {
-    Comp& comp = nest.comp();
-    CheckedNest checked;
-    checked.composition = document.comp_id(comp);
-    checked.composition_name = comp.name();
-    checked.number = static_cast<std::size_t>(nest.index()) + 1;
-    checked.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
-    const Trial trial = try_unnesting(document, plugin, options.answers, comp, {&nest});
-    take_back(document);
-    checked.bytes_after = trial.after.size();
-    const host::audit::Animation after(trial.after);
-    checked.report = judge(before, after, trial.change).front();
-    if (options.prove) prove(before, after, checked);
-    return checked;
 }
 
 void check_file(const std::string& file, const CheckOptions& options, const host::runner::PluginModule& plugin,
@@ -76,7 +42,9 @@ void check_file(const std::string& file, const CheckOptions& options, const host
     host::lottie::Document document = parse_input(text);
     const host::audit::Animation before(text);
     for (Layer* nest : nests_to_check(document, options)) {
-        checked.nests.push_back(check_nest(document, before, plugin, options, *nest));
+        NestTrial trial = check_nest(document, before, plugin, options.answers, *nest);
+        if (options.prove) add_proof(before, trial);
+        checked.nests.push_back(std::move(trial.nest));
     }
 }
 

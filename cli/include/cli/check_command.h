@@ -8,30 +8,10 @@
 #include "audit/audit.h"
 #include "cli/console.h"
 #include "cli/failure.h"
+#include "cli/nest_check.h"
 #include "cli/options.h"
 
 namespace cli {
-
-// How far the pictures of a composition are apart, before and after, at the frame where they are furthest.
-struct Proof {
-    bool looks_equal = false;
-    double frame = 0;  // of the composition
-    double mean = 0;   // of all channels, 0..255
-    double share_beyond_8 = 0;
-    double ssim = 1;
-    std::size_t frames = 0;  // that were compared
-};
-
-struct CheckedNest {
-    std::string composition;  // asset id; empty for the main one
-    std::string composition_name;
-    std::size_t number = 0;       // in the stack, from 1
-    std::size_t layers = 0;       // that come out
-    std::size_t bytes_after = 0;  // of the file, this nest alone un-nested
-    host::audit::NestReport report;
-    std::optional<Proof> proof;
-    std::string proof_problem;  // why there is no proof although one was asked for
-};
 
 struct CheckedFile {
     std::string name;

@@ -47,8 +47,10 @@ class Search {
   private:
     void look(int frame) {
         if (frame < 0 || frame >= count_ || seen_.contains(frame)) return;
-        seen_[frame] = difference(before_.frame(frame, kWidth, height_), after_.frame(frame, kWidth, height_));
+        seen_[frame] = difference(draw(before_, frame), draw(after_, frame));
     }
+
+    Picture draw(const Animation& animation, int frame) const { return animation.frame(frame, kWidth, height_); }
 
     std::vector<int> peaks() const {
         std::vector<int> frames;
@@ -68,6 +70,9 @@ class Search {
             comparison.worst = d;
         }
         comparison.looks_equal = looks_equal(comparison.worst);
+        if (seen_.empty()) return comparison;
+        comparison.worst_before = draw(before_, comparison.worst_frame);
+        comparison.worst_after = draw(after_, comparison.worst_frame);
         return comparison;
     }
 

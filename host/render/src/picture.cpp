@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdlib>
+#include <fstream>
 #include <stdexcept>
 
 namespace host::render {
@@ -91,7 +92,7 @@ void paste(Picture& sheet, const Picture& part, int x, int y) {
     }
 }
 
-void write_png(const Picture& picture, const std::filesystem::path& file) {
+std::string png(const Picture& picture) {
     std::vector<png_byte> rgb;
     rgb.reserve(picture.pixels.size() * 3);
     for (const std::uint32_t pixel : picture.pixels) {
@@ -102,9 +103,21 @@ void write_png(const Picture& picture, const std::filesystem::path& file) {
     image.width = static_cast<png_uint_32>(picture.width);
     image.height = static_cast<png_uint_32>(picture.height);
     image.format = PNG_FORMAT_RGB;
-    if (png_image_write_to_file(&image, file.c_str(), 0, rgb.data(), 0, nullptr) == 0) {
-        throw std::runtime_error(file.string() + ": the picture could not be written: " + image.message);
+    png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
+    std::string bytes(size, '\0');
+    if (png_image_write_to_memory(&image, bytes.data(), &size, 0, rgb.data(), 0, nullptr) == 0) {
+        throw std::runtime_error(std::string("the picture could not be made: ") + image.message);
     }
+    bytes.resize(size);
+    return bytes;
+}
+
+void write_png(const Picture& picture, const std::filesystem::path& file) {
+    const std::string bytes = png(picture);
+    std::ofstream stream(file, std::ios::binary);
+    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    stream.close();
+    if (!stream) throw std::runtime_error(file.string() + ": the picture could not be written");
 }
 
 Difference difference(const Picture& a, const Picture& b) {
@@ -127,6 +140,23 @@ Difference difference(const Picture& a, const Picture& b) {
     result.mean /= 3 * count;
     result.share_beyond_8 = beyond / count;
     result.ssim = similarity(left, right);
+    return result;
+}
+
+Picture difference_picture(const Picture& a, const Picture& b, int gain) {
+    if (a.width != b.width || a.height != b.height)
+        throw std::runtime_error("pictures of two sizes cannot be compared");
+    const Picture left = over_white(a);
+    const Picture right = over_white(b);
+    Picture result(a.width, a.height);
+    for (std::size_t i = 0; i < result.pixels.size(); ++i) {
+        std::uint32_t pixel = 0xff;
+        for (const int shift : {16, 8, 0}) {
+            const int apart = std::abs(channel(left.pixels[i], shift) - channel(right.pixels[i], shift));
+            pixel = pixel << 8 | static_cast<std::uint32_t>(std::min(255, gain * apart));
+        }
+        result.pixels[i] = pixel;
+    }
     return result;
 }
 

@@ -15,6 +15,8 @@ struct Comparison {
     int frames = 0;       // that were drawn of each
     int worst_frame = 0;  // counted as Animation::frame does
     Difference worst;
+    Picture worst_before{0, 0};  // the worst frame as it was compared; empty when none was
+    Picture worst_after{0, 0};
     bool looks_equal = true;  // at every frame drawn
 };
 

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <string>
 #include <vector>
 
 namespace host::render {
@@ -24,7 +25,10 @@ Picture over_white(const Picture& picture);
 // Copies `part` into `sheet` with its corner at (x, y); it must fit.
 void paste(Picture& sheet, const Picture& part, int x, int y);
 
-// Writes an opaque picture. Throws std::runtime_error with one sentence when the file cannot be written whole.
+// The bytes of a PNG file with the opaque picture.
+std::string png(const Picture& picture);
+
+// Writes png() to a file. Throws std::runtime_error with one sentence when it cannot be written whole.
 void write_png(const Picture& picture, const std::filesystem::path& file);
 
 // How far two pictures of one size differ, both seen over white. The single worst pixel says nothing about equal looks
@@ -35,5 +39,8 @@ struct Difference {
     double ssim = 1;  // structural similarity of brightness in blocks of 8 x 8 pixels, their mean; 1 = the same
 };
 Difference difference(const Picture& a, const Picture& b);
+
+// How far each channel of each pixel is apart, `gain` times, over white: black where the two are the same.
+Picture difference_picture(const Picture& a, const Picture& b, int gain);
 
 }  // namespace host::render

@@ -1,0 +1,59 @@
+// One nest un-nested by itself: what that does to the look.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "audit/animation.h"
+#include "audit/audit.h"
+#include "cli/dialog_answers.h"
+#include "lottie/document.h"
+#include "render/picture.h"
+#include "runner/plugin_module.h"
+
+namespace cli {
+
+// How far the pictures of a composition are apart, before and after, at the frame where they are furthest.
+struct Proof {
+    bool looks_equal = false;
+    double frame = 0;  // of the composition
+    double mean = 0;   // of all channels, 0..255
+    double share_beyond_8 = 0;
+    double ssim = 1;
+    std::size_t frames = 0;  // that were compared
+};
+
+struct CheckedNest {
+    std::string composition;  // asset id; empty for the main one
+    std::string composition_name;
+    std::size_t number = 0;       // in the stack, from 1
+    std::size_t layers = 0;       // that come out
+    std::size_t bytes_after = 0;  // of the file, this nest alone un-nested
+    host::audit::NestReport report;
+    std::optional<Proof> proof;
+    std::string proof_problem;  // why there is no proof although one was asked for
+};
+
+struct NestTrial {
+    CheckedNest nest;
+    host::audit::Animation after;
+};
+
+// Un-nests the nest alone, judges, and puts it back. Throws Failure as try_unnesting() does.
+NestTrial check_nest(host::lottie::Document& document, const host::audit::Animation& before,
+                     const host::runner::PluginModule& plugin, const DialogAnswers& answers, host::model::Layer& nest);
+
+struct Proven {
+    Proof proof;
+    host::render::Picture before;  // the frame where they are furthest apart
+    host::render::Picture after;
+};
+
+// Draws the composition before and after; the frames of the findings are among those compared. Throws
+// std::runtime_error with one sentence when the renderer refuses one of the animations.
+Proven prove(const host::audit::Animation& before, const host::audit::Animation& after, const std::string& composition,
+             const std::vector<host::audit::Finding>& findings);
+
+}  // namespace cli

@@ -1,0 +1,52 @@
+// One nest un-nested by itself: what that does to the look.
+#include "cli/nest_check.h"
+
+#include <cmath>
+
+#include "audit/alone.h"
+#include "cli/trial.h"
+#include "render/comparison.h"
+
+namespace cli {
+namespace {
+
+// The frames that findings name, as the renderer counts them.
+std::vector<int> frames_of(const std::vector<host::audit::Finding>& findings, double first_frame) {
+    std::vector<int> frames;
+    for (const auto& finding : findings) {
+        if (finding.frame) frames.push_back(static_cast<int>(std::lround(*finding.frame - first_frame)));
+    }
+    return frames;
+}
+
+}  // namespace
+
+NestTrial check_nest(host::lottie::Document& document, const host::audit::Animation& before,
+                     const host::runner::PluginModule& plugin, const DialogAnswers& answers, host::model::Layer& nest) {
+    host::model::Comp& comp = nest.comp();
+    CheckedNest checked;
+    checked.composition = document.comp_id(comp);
+    checked.composition_name = comp.name();
+    checked.number = static_cast<std::size_t>(nest.index()) + 1;
+    checked.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
+    const Trial trial = try_unnesting(document, plugin, answers, comp, {&nest});
+    take_back(document);
+    checked.bytes_after = trial.after.size();
+    host::audit::Animation after(trial.after);
+    checked.report = judge(before, after, trial.change).front();
+    return {std::move(checked), std::move(after)};
+}
+
+Proven prove(const host::audit::Animation& before, const host::audit::Animation& after, const std::string& composition,
+             const std::vector<host::audit::Finding>& findings) {
+    const double first = host::audit::first_frame(before, composition);
+    const host::render::Animation old_look(composition_alone(before, composition));
+    const host::render::Animation new_look(composition_alone(after, composition));
+    auto comparison = compare(old_look, new_look, frames_of(findings, first));
+    const Proof proof{comparison.looks_equal, first + comparison.worst_frame,
+                      comparison.worst.mean,  comparison.worst.share_beyond_8,
+                      comparison.worst.ssim,  static_cast<std::size_t>(comparison.frames)};
+    return {proof, std::move(comparison.worst_before), std::move(comparison.worst_after)};
+}
+
+}  // namespace cli
