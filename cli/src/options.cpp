@@ -35,6 +35,10 @@ Selection:
   --layer NAME|#INDEX     un-nest this layer, #INDEX being its place in the stack as list shows it; may be repeated;
                           default: every nest of the composition
   --recursive             go on with the nests that come out, until none is left
+  --strict                judge the looks as check does, and write nothing if one would change
+  --only-exact            un-nest only the nests whose look check calls exact; with --recursive as deep as that goes
+  --max-growth PERCENT    keep a nest that shares its composition with others if the file would grow by more than that
+                          over the input
 
 check takes the selection (default: every nest of every composition) and the dialog's choices too, and:
   --format FORMAT         text, json or junit
@@ -67,7 +71,7 @@ Results go to standard output, everything else to standard error. Colours only o
 
 Exit codes:
   0  done; check: every look stays; replay: the plug-in did the same, as far as the journal goes
-  1  check: a look would change; replay: the plug-in did something else
+  1  check, or run with --strict: a look would change; replay: the plug-in did something else
   2  wrong usage, or no such composition, layer or nest
   3  bad input
   4  the plug-in or the host reported an error, the dialog was cancelled or there is no desktop to show it on,
@@ -106,6 +110,9 @@ void declare_run(CLI::App& app, RunOptions& options) {
 
     declare_selection(app, options.composition, options.layers);
     app.add_flag("--recursive", options.recursive);
+    app.add_flag("--strict", options.strict);
+    app.add_flag("--only-exact", options.only_exact);
+    app.add_option("--max-growth", options.max_growth)->take_last()->check(CLI::Range(0.0, 1e9));
     app.add_option("--journal", options.journal)->take_last()->check([](const std::string& file) {
         return file.empty() ? std::string("needs the name of a file") : std::string();
     });

@@ -9,6 +9,7 @@
 #include "cli/dialog_window.h"
 #include "cli/documents.h"
 #include "cli/file_io.h"
+#include "cli/judged_run.h"
 #include "cli/plugin_location.h"
 #include "cli/run_journal.h"
 #include "cli/selection.h"
@@ -86,24 +87,35 @@ class Run {
             console_.say(Tone::plain, name, "composition " + in_quotes(comp.name()) + " holds no nest: nothing to do");
             return;
         }
-        unnest_all(document, comp, nests, name, record);
+        const Ledger ledger = unnest_all(document, input, comp, nests, name, record);
         const std::string result = document.write();
         refuse_faulty_content(document);
         write(output, result);
         tell_what_was_said(name, record);
         tell_log(console_, name, record);
-        tell_success(console_, name, comp, record, output == kStandardStream ? "" : output);
+        tell_ledger(console_, name, ledger);
+        tell_success(console_, name, comp, record, {input.size(), result.size()},
+                     output == kStandardStream ? "" : output);
     }
 
-    // Leaves the project as it was if anything fails.
-    void unnest_all(host::lottie::Document& document, Comp& comp, const std::vector<host::model::Layer*>& nests,
-                    const std::string& name, Record& record) {
+    // Leaves the project as it was if anything fails. The ledger is that of a judged run, else empty.
+    Ledger unnest_all(host::lottie::Document& document, const std::string& input, Comp& comp,
+                      const std::vector<host::model::Layer*>& nests, const std::string& name, Record& record) {
         DialogOperator answers(options_.answers);
         host::script::DialogDriver& dialogs = windows_ != nullptr ? *windows_ : answers;
-        host::runner::Session session(document.project(), settings_, dialogs);
-        journal_.observe(session, name);
+        const Surroundings surroundings{plugin_, settings_, dialogs,
+                                        [&](host::runner::Session& session) { journal_.observe(session, name); }};
+        Ledger ledger;
         try {
-            unnest(session, plugin_, comp, nests, options_.recursive, record);
+            if (is_judged(options_)) {
+                ledger = unnest_judged(document, input, surroundings, comp, nests, options_);
+                record = ledger.record;
+            } else {
+                host::runner::Session session(document.project(), settings_, dialogs);
+                surroundings.observe(session);
+                unnest(session, plugin_, comp, nests, options_.recursive, record);
+            }
+            return ledger;
         } catch (const NothingChanged&) {
             document.project().undo().undo_all();
             refuse_faulty_content(document);

@@ -1,6 +1,8 @@
 // What people are told about one file, on standard error.
 #include "cli/summary.h"
 
+#include <cstdio>
+
 namespace cli {
 namespace {
 
@@ -13,6 +15,26 @@ std::string sources(const Record& record) {
     return counted(record.sources_deleted, noun) + " deleted, " + std::to_string(record.sources_kept) + " kept";
 }
 
+std::string growth(Sizes sizes) {
+    const auto before = static_cast<double>(sizes.before);
+    const double percent = before > 0 ? 100 * (static_cast<double>(sizes.after) - before) / before : 0;
+    char text[96];
+    std::snprintf(text, sizeof text, "%zu bytes became %zu (%+.1f %%)", sizes.before, sizes.after, percent);
+    return text;
+}
+
+std::string ledger_line(const LedgerEntry& entry) {
+    std::string line = "nest #" + std::to_string(entry.number) + " " + in_quotes(entry.name) + " " +
+                       (entry.kept_because.empty() ? "un-nested" : "kept") + ": " + std::string(name(entry.verdict)) +
+                       ", " + counted(entry.layers, "layer");
+    if (entry.bytes) {
+        char text[40];
+        std::snprintf(text, sizeof text, ", %+lld bytes", *entry.bytes);
+        line += text;
+    }
+    return line + (entry.kept_because.empty() ? "" : "; " + entry.kept_because);
+}
+
 }  // namespace
 
 void tell_messages(const Console& console, const std::string& file, const Record& record) {
@@ -23,11 +45,16 @@ void tell_messages(const Console& console, const std::string& file, const Record
 }
 
 void tell_success(const Console& console, const std::string& file, const host::model::Comp& comp, const Record& record,
-                  const std::string& output) {
+                  Sizes sizes, const std::string& output) {
     std::string sentence = counted(record.nests, "nest") + " of composition " + in_quotes(comp.name()) +
-                           " un-nested, " + counted(record.layers_made, "layer") + " made, " + sources(record);
+                           " un-nested, " + counted(record.layers_made, "layer") + " made, " + sources(record) + ", " +
+                           growth(sizes);
     if (!output.empty()) sentence += "; written to " + output;
     console.say(Tone::good, file, sentence);
+}
+
+void tell_ledger(const Console& console, const std::string& file, const Ledger& ledger) {
+    for (const LedgerEntry& entry : ledger.entries) console.say(Tone::plain, file, ledger_line(entry));
 }
 
 void tell_log(const Console& console, const std::string& file, const Record& record) {

@@ -60,18 +60,17 @@ class PlacesBefore {
 
 }  // namespace
 
-Trial try_unnesting(host::lottie::Document& document, const host::runner::PluginModule& plugin,
-                    const DialogAnswers& answers, Comp& comp, const std::vector<Layer*>& nests) {
+Trial try_unnesting(host::lottie::Document& document, const Surroundings& surroundings, Comp& comp,
+                    const std::vector<Layer*>& nests) {
     auto& undo = document.project().undo();
     const std::size_t steps_before = undo.step_names().size();
     const PlacesBefore places(comp, nests);
     const std::string id = document.comp_id(comp);
-    auto settings = host::script::Settings::in_memory();
-    DialogOperator dialogs(answers);
-    host::runner::Session session(document.project(), settings, dialogs);
+    host::runner::Session session(document.project(), surroundings.settings, surroundings.dialogs);
+    surroundings.observe(session);
     Trial trial;
     try {
-        unnest(session, plugin, comp, nests, false, trial.record);
+        unnest(session, surroundings.plugin, comp, nests, false, trial.record);
         trial.after = document.write();
         refuse_faulty_content(document);
     } catch (const Failure&) {
@@ -81,6 +80,13 @@ Trial try_unnesting(host::lottie::Document& document, const host::runner::Plugin
     }
     trial.change = places.change_to(comp, id);
     return trial;
+}
+
+Trial try_unnesting(host::lottie::Document& document, const host::runner::PluginModule& plugin,
+                    const DialogAnswers& answers, Comp& comp, const std::vector<Layer*>& nests) {
+    auto settings = host::script::Settings::in_memory();
+    DialogOperator dialogs(answers);
+    return try_unnesting(document, {plugin, settings, dialogs}, comp, nests);
 }
 
 void take_back(host::lottie::Document& document) {

@@ -9,8 +9,8 @@
 
 namespace cli {
 
-// Shows dialogs and alerts on the desktop. Throws Failure: usage when this build has no windows, failed when there is no
-// desktop.
+// Shows dialogs and alerts on the desktop. Throws Failure: usage when this build has no windows, failed when there is
+// no desktop.
 std::unique_ptr<host::script::DialogDriver> open_dialog_windows();
 
 // Draws what `show_dialog` brings up. Throws Failure: usage when this build has no windows or an action cannot be done,

@@ -27,11 +27,10 @@ void write_standard_output(std::string_view bytes);
 void make_folder(const std::filesystem::path& folder);
 
 // Makes `bytes` the content of the file or leaves everything as it was: they go to a temporary file in the same folder,
-// reach the disk, and take the file's place by renaming. A process that is killed leaves that file behind at most, named
-// .exflate- and six characters; an interrupt waits until it is gone. An existing file keeps its mode, and its owner and
-// group where that is allowed; its other hard links keep the old content; a symbolic link stays and the file it means is
-// replaced. What is no regular file (a device, a pipe) is
-// written directly. Throws IoError.
+// reach the disk, and take the file's place by renaming. A process that is killed leaves that file behind at most,
+// named .exflate- and six characters; an interrupt waits until it is gone. An existing file keeps its mode, and its
+// owner and group where that is allowed; its other hard links keep the old content; a symbolic link stays and the file
+// it means is replaced. What is no regular file (a device, a pipe) is written directly. Throws IoError.
 void put_in_place(const std::filesystem::path& file, std::string_view bytes);
 
 }  // namespace cli

@@ -19,7 +19,10 @@ struct RunOptions {
     std::string composition;          // name or id; empty: the main one
     std::vector<std::string> layers;  // names or #indices; none: every nest
     bool recursive = false;
-    std::string journal;  // file for everything that the plug-in and the host say; empty: none
+    bool strict = false;               // write nothing when a look would change
+    bool only_exact = false;           // un-nest just the nests judged exact
+    std::optional<double> max_growth;  // percent of the input's size; shared nests beyond it are kept
+    std::string journal;               // file for everything that the plug-in and the host say; empty: none
     DialogAnswers answers;
     bool dialog = false;  // a person answers
 };

@@ -5,6 +5,7 @@
 
 #include "cli/console.h"
 #include "cli/failure.h"
+#include "cli/judged_run.h"
 #include "cli/unnest.h"
 
 namespace cli {
@@ -12,9 +13,18 @@ namespace cli {
 // Alerts and boxes of the plug-in, in full.
 void tell_messages(const Console& console, const std::string& file, const Record& record);
 
-// The counts, and where the result went (empty: standard output).
+// The file's size in bytes before and after.
+struct Sizes {
+    std::size_t before = 0;
+    std::size_t after = 0;
+};
+
+// The counts, the growth, and where the result went (empty: standard output).
 void tell_success(const Console& console, const std::string& file, const host::model::Comp& comp, const Record& record,
-                  const std::string& output);
+                  Sizes sizes, const std::string& output);
+
+// What became of each nest of a judged run.
+void tell_ledger(const Console& console, const std::string& file, const Ledger& ledger);
 
 // What the host noticed on the way: failed calls and scripts that the plug-in may have passed over.
 void tell_log(const Console& console, const std::string& file, const Record& record);

@@ -1,6 +1,7 @@
 // Running the command to see what it would do.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,8 @@
 #include "cli/unnest.h"
 #include "lottie/document.h"
 #include "runner/plugin_module.h"
+#include "script/dialog_driver.h"
+#include "script/settings.h"
 
 namespace cli {
 
@@ -18,9 +21,21 @@ struct Trial {
     Record record;
 };
 
-// Un-nests the nests of one composition in one run, each with the dialog's answers, and leaves the project that way.
-// What the dialog remembers is not touched. Throws Failure as unnest() does, and for faults in the input's content; the
-// project is then as it was before.
+// What a run meets besides the project; everything must outlive it.
+struct Surroundings {
+    const host::runner::PluginModule& plugin;
+    host::script::Settings& settings;
+    host::script::DialogDriver& dialogs;
+    std::function<void(host::runner::Session&)> observe = [](host::runner::Session&) {
+    };  // each session, before it starts
+};
+
+// Un-nests the nests of one composition in one run and leaves the project that way. Throws Failure as unnest() does,
+// and for faults in the input's content; the project is then as it was before.
+Trial try_unnesting(host::lottie::Document& document, const Surroundings& surroundings, host::model::Comp& comp,
+                    const std::vector<host::model::Layer*>& nests);
+
+// The same with a dialog that is answered so, and nothing remembered of it.
 Trial try_unnesting(host::lottie::Document& document, const host::runner::PluginModule& plugin,
                     const DialogAnswers& answers, host::model::Comp& comp,
                     const std::vector<host::model::Layer*>& nests);

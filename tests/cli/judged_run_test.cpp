@@ -1,0 +1,137 @@
+// Runs that judge: --strict, --only-exact, --max-growth.
+#include <gmock/gmock.h>
+
+#include "animations.h"
+#include "result.h"
+#include "sandbox.h"
+
+using test::exflate;
+using test::Finished;
+using test::layer_names;
+using test::Sandbox;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+// A nest that is half transparent, which un-nesting loses.
+std::string faint_nest(int ind, const std::string& name, const std::string& asset) {
+    std::string layer = test::nest_layer(ind, name, asset);
+    const std::string opacity = R"("o":{"a":0,"k":100})";
+    return layer.replace(layer.find(opacity), opacity.size(), R"("o":{"a":0,"k":50})");
+}
+
+std::string solid(int ind, const std::string& name) {
+    return R"({"ddd":0,"ind":)" + std::to_string(ind) + R"(,"ty":1,"nm":")" + name + R"(","sr":1,)" + test::kTransform +
+           R"(,"ao":0,"sw":10,"sh":10,"sc":"#ff0000","ip":0,"op":50,"st":0,"bm":0})";
+}
+
+// One nest keeps its look, one does not; inside the first there is one more of each.
+std::string good_and_bad() {
+    return test::animation(
+        {test::asset("good", "Good",
+                     {test::nest_layer(1, "GoodInside", "leaf"), faint_nest(2, "BadInside", "leaf"), solid(3, "dot")}),
+         test::asset("bad", "Bad", {solid(1, "spot")}), test::asset("leaf", "Leaf", {solid(1, "leaf")})},
+        {test::nest_layer(1, "GoodOne", "good"), faint_nest(2, "BadOne", "bad"), solid(3, "ground")});
+}
+
+Finished run(const std::string& animation, std::vector<std::string> flags) {
+    const Sandbox sandbox;
+    flags.insert(flags.begin(), sandbox.write("a.json", animation));
+    return exflate(sandbox, flags);
+}
+
+TEST(JudgedRun, strict_writes_nothing_when_a_look_would_change) {
+    const Sandbox sandbox;
+    const Finished finished = exflate(sandbox, {sandbox.write("a.json", good_and_bad()), "--strict", "-o", "out.json"});
+    EXPECT_EQ(finished.exit_code, 1);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_THAT(finished.err,
+                HasSubstr("nothing was written, for the look of nest #2 \"BadOne\" would change: opacity: "
+                          "its opacity of 50 % is lost"));
+    EXPECT_THAT(sandbox.names(), ElementsAre("a.json"));
+}
+
+TEST(JudgedRun, strict_in_place_leaves_the_file_as_it_is) {
+    const Sandbox sandbox;
+    const std::string file = sandbox.write("a.json", good_and_bad());
+    EXPECT_EQ(exflate(sandbox, {file, "--strict", "-i"}).exit_code, 1);
+    EXPECT_EQ(sandbox.read("a.json"), good_and_bad());
+}
+
+TEST(JudgedRun, strict_gives_the_bytes_of_a_plain_run_when_every_look_stays) {
+    for (const std::vector<std::string>& flags : {std::vector<std::string>{}, {"--prefix", "x"}, {"--recursive"}}) {
+        std::vector<std::string> strict = flags;
+        strict.emplace_back("--strict");
+        const Finished judged = run(test::three_nests(), strict);
+        EXPECT_EQ(judged.exit_code, 0) << judged.err;
+        EXPECT_EQ(judged.out, run(test::three_nests(), flags).out);
+    }
+}
+
+TEST(JudgedRun, only_exact_keeps_the_nests_that_would_change) {
+    const Finished finished = run(good_and_bad(), {"--only-exact"});
+    EXPECT_EQ(finished.exit_code, 0) << finished.err;
+    EXPECT_THAT(layer_names(finished.out), ElementsAre("GoodInside", "BadInside", "dot", "BadOne", "ground"));
+    EXPECT_EQ(finished.out, run(good_and_bad(), {"--layer", "GoodOne"}).out);
+}
+
+TEST(JudgedRun, only_exact_goes_as_deep_as_stays_exact) {
+    const Finished finished = run(good_and_bad(), {"--only-exact", "--recursive"});
+    EXPECT_EQ(finished.exit_code, 0) << finished.err;
+    EXPECT_THAT(layer_names(finished.out), ElementsAre("leaf", "BadInside", "dot", "BadOne", "ground"));
+}
+
+TEST(JudgedRun, strict_has_nothing_to_refuse_where_only_exact_nests_come_out) {
+    EXPECT_EQ(run(good_and_bad(), {"--only-exact", "--strict"}).exit_code, 0);
+}
+
+TEST(JudgedRun, nothing_exact_gives_the_input) {
+    const std::string bad =
+        test::animation({test::asset("bad", "Bad", {solid(1, "spot")})}, {faint_nest(1, "BadOne", "bad")});
+    const Finished finished = run(bad, {"--only-exact"});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_EQ(finished.out, bad);
+}
+
+TEST(JudgedRun, the_ledger_tells_of_each_nest_and_of_all) {
+    const Finished finished = run(good_and_bad(), {"--only-exact"});
+    EXPECT_THAT(finished.err, HasSubstr("nest #1 \"GoodOne\" un-nested: exact, 3 layers, +"));
+    EXPECT_THAT(finished.err, HasSubstr("nest #4 \"BadOne\" kept: changes, 1 layer, +"));
+    EXPECT_THAT(finished.err, HasSubstr("; opacity: its opacity of 50 % is lost"));
+    EXPECT_THAT(finished.err, HasSubstr("1 nest of composition \"Main\" un-nested, 3 layers made"));
+    EXPECT_THAT(finished.err, HasSubstr(std::to_string(good_and_bad().size()) + " bytes became " +
+                                        std::to_string(finished.out.size()) + " (+"));
+}
+
+TEST(JudgedRun, max_growth_keeps_shared_nests_beyond_it) {
+    const Finished finished = run(test::three_nests(), {"--max-growth", "1"});
+    EXPECT_EQ(finished.exit_code, 0) << finished.err;
+    EXPECT_THAT(layer_names(finished.out), ElementsAre("Left", "Right", "Inner", "frame"));  // Box shares with nobody
+    EXPECT_THAT(finished.err, HasSubstr("nest #1 \"Left\" kept: exact, 1 layer, +"));
+    EXPECT_THAT(finished.err, HasSubstr("the file would grow beyond the limit, and other nests share its composition"));
+}
+
+TEST(JudgedRun, max_growth_lets_shared_nests_out_as_long_as_the_file_stays_within_it) {
+    EXPECT_THAT(layer_names(run(test::three_nests(), {"--max-growth", "500"}).out),
+                ElementsAre("dot", "dot", "Inner", "frame"));
+    const Finished one_fits = run(test::three_nests(), {"--max-growth", "14", "--layer", "Left", "--layer", "Right"});
+    EXPECT_THAT(layer_names(one_fits.out), ElementsAre("dot", "Right", "Box"));
+}
+
+TEST(JudgedRun, max_growth_needs_a_number_from_0) {
+    for (const char* value : {"-1", "many"}) {
+        const Finished finished = run(test::one_nest(), {"--max-growth", value});
+        EXPECT_EQ(finished.exit_code, 2);
+        EXPECT_EQ(finished.out, "");
+        EXPECT_THAT(finished.err, HasSubstr("--max-growth"));
+    }
+}
+
+TEST(JudgedRun, a_plain_run_has_no_ledger) {
+    EXPECT_THAT(run(test::one_nest(), {}).err, Not(HasSubstr("nest #")));
+}
+
+}  // namespace
