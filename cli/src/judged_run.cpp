@@ -56,7 +56,11 @@ class JudgedRun {
           comp_(comp),
           options_(options),
           input_size_(text.size()),
-          now_(text) {}
+          now_(text) {
+        for (const Comp* source : document.project().comps()) {
+            if (source->users().size() > 1) shared_.insert(source);
+        }
+    }
 
     Ledger run(Layers nests) {
         const bool one_by_one = options_.only_exact || options_.max_growth;
@@ -86,7 +90,6 @@ class JudgedRun {
         if (!nest.is_alive()) return;  // gone with a composition that an earlier run deleted
         LedgerEntry entry = entry_for(nest);
         const Comp* source = nest.source()->comp();
-        const bool is_shared = nest.source()->users().size() > 1;
         const Trial trial = try_unnesting(document_, surroundings_, comp_, {&nest});
         Animation after(trial.after);
         const NestReport report = judge(now_, after, trial.change).front();
@@ -94,7 +97,7 @@ class JudgedRun {
         entry.bytes = static_cast<long long>(after.byte_count()) - static_cast<long long>(now_.byte_count());
         if (options_.only_exact && report.verdict != Verdict::exact) {
             entry.kept_because = main_reason(report);
-        } else if (is_shared && is_too_large(after.byte_count())) {
+        } else if (shared_.contains(source) && is_too_large(after.byte_count())) {
             entry.kept_because = "the file would grow beyond the limit, and other nests share its composition";
         }
         if (entry.kept_because.empty()) {
@@ -145,6 +148,7 @@ class JudgedRun {
     const RunOptions& options_;
     std::size_t input_size_;
     Animation now_;
+    std::unordered_set<const Comp*> shared_;   // by several nests of the input
     std::unordered_set<const Comp*> sources_;  // of what was un-nested
     Ledger ledger_;
 };

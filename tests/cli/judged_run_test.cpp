@@ -9,6 +9,7 @@ using test::exflate;
 using test::Finished;
 using test::layer_names;
 using test::Sandbox;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -106,19 +107,33 @@ TEST(JudgedRun, the_ledger_tells_of_each_nest_and_of_all) {
                                         std::to_string(finished.out.size()) + " (+"));
 }
 
+// Two nests that share ten layers, and one by itself; un-nesting all adds about a whole shared composition.
+std::string shared_and_single() {
+    std::vector<std::string> ten;
+    for (int i = 1; i <= 10; ++i) ten.push_back(solid(i, "s" + std::to_string(i)));
+    return test::animation({test::asset("shared", "Shared", ten), test::asset("single", "Single", ten)},
+                           {test::nest_layer(1, "Left", "shared"), test::nest_layer(2, "Right", "shared"),
+                            test::nest_layer(3, "Alone", "single")});
+}
+
+std::size_t layers_after(const std::vector<std::string>& flags) {
+    return layer_names(run(shared_and_single(), flags).out).size();
+}
+
 TEST(JudgedRun, max_growth_keeps_shared_nests_beyond_it) {
-    const Finished finished = run(test::three_nests(), {"--max-growth", "1"});
+    const Finished finished = run(shared_and_single(), {"--max-growth", "10"});
     EXPECT_EQ(finished.exit_code, 0) << finished.err;
-    EXPECT_THAT(layer_names(finished.out), ElementsAre("Left", "Right", "Inner", "frame"));  // Box shares with nobody
-    EXPECT_THAT(finished.err, HasSubstr("nest #1 \"Left\" kept: exact, 1 layer, +"));
+    const auto names = layer_names(finished.out);
+    EXPECT_THAT(names, Contains("Left"));
+    EXPECT_THAT(names, Contains("Right"));
+    EXPECT_THAT(names, Not(Contains("Alone")));  // however much it adds, it shares with nobody
+    EXPECT_THAT(finished.err, HasSubstr("nest #1 \"Left\" kept: exact, 10 layers, +"));
     EXPECT_THAT(finished.err, HasSubstr("the file would grow beyond the limit, and other nests share its composition"));
 }
 
 TEST(JudgedRun, max_growth_lets_shared_nests_out_as_long_as_the_file_stays_within_it) {
-    EXPECT_THAT(layer_names(run(test::three_nests(), {"--max-growth", "500"}).out),
-                ElementsAre("dot", "dot", "Inner", "frame"));
-    const Finished one_fits = run(test::three_nests(), {"--max-growth", "14", "--layer", "Left", "--layer", "Right"});
-    EXPECT_THAT(layer_names(one_fits.out), ElementsAre("dot", "Right", "Box"));
+    EXPECT_EQ(layers_after({"--max-growth", "500"}), 30u);
+    EXPECT_EQ(layers_after({"--max-growth", "60", "--layer", "Left", "--layer", "Right"}), 12u);  // one of the two fits
 }
 
 TEST(JudgedRun, max_growth_needs_a_number_from_0) {
