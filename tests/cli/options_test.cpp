@@ -52,6 +52,31 @@ TEST(Options, each_dialog_flag_sets_its_answer) {
     EXPECT_TRUE(run_options({"a", "--fix-random"}).answers.fix_random);
 }
 
+TEST(Options, a_person_answers_the_dialog_instead_of_flags) {
+    EXPECT_FALSE(run_options({"a.json"}).dialog);
+    EXPECT_TRUE(run_options({"--dialog", "a.json"}).dialog);
+    for (const std::string flag : {"--copy-attributes", "--discard-attributes", "--delete-source", "--keep-in-comp",
+                                   "--prefix=x", "--prepend-name", "--fix-random"}) {
+        EXPECT_THAT(problem({"--dialog", flag, "a.json"}), HasSubstr("--dialog")) << flag;
+    }
+}
+
+TEST(Options, a_picture_of_the_dialog_takes_actions_in_their_order) {
+    const auto options =
+        std::get<cli::DialogOptions>(parse_arguments({"dialog", "--type", "a=b=c", "--click", "X", "--picture", "p.png",
+                                                      "--type=d=", "--scale", "2", "--first-use"}));
+    EXPECT_EQ(options.picture, "p.png");
+    EXPECT_EQ(options.scale, 2);
+    EXPECT_TRUE(options.first_use);
+    ASSERT_EQ(options.actions.size(), 3U);
+    EXPECT_EQ(options.actions[0].control + "|" + options.actions[0].text, "a|b=c");
+    EXPECT_EQ(options.actions[1].control, "X");
+    EXPECT_EQ(options.actions[2].control + "|" + options.actions[2].text, "d|");
+    EXPECT_THAT(problem({"dialog"}), HasSubstr("--picture"));
+    EXPECT_THAT(problem({"dialog", "--picture", "p.png", "--scale", "0"}), HasSubstr("--scale"));
+    EXPECT_THAT(problem({"dialog", "--picture", "p.png", "--type", "a"}), HasSubstr("CONTROL=TEXT"));
+}
+
 TEST(Options, a_prefix_may_be_empty_or_begin_with_a_dash) {
     EXPECT_EQ(run_options({"--prefix=", "a"}).answers.prefix, "");
     EXPECT_EQ(run_options({"--prefix", "", "a"}).answers.prefix, "");

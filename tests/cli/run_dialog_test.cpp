@@ -174,6 +174,21 @@ TEST(RunDialog, settings_that_cannot_be_saved_are_told_and_change_nothing) {
     EXPECT_THAT(finished.err, HasSubstr("/dev/null"));
 }
 
+TEST(RunDialog, a_build_without_windows_says_so) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    std::filesystem::create_directory(sandbox.path("bin"));
+    std::filesystem::copy(EXFLATE_COMMAND, sandbox.path("bin/exflate"));
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"run", "--dialog", "a.json"}, {"dialog", "--picture", "p.png"}}) {
+        const Finished finished = sandbox.run(
+            sandbox.path("bin/exflate"), {.arguments = arguments, .environment = {{"EXFLATE_PLUGIN", EXFLATE_MODULE}}});
+        EXPECT_EQ(finished.exit_code, 2);
+        EXPECT_EQ(finished.out, "");
+        EXPECT_EQ(finished.err, "exflate: this build has no dialog window: answer the dialog with its flags instead\n");
+    }
+}
+
 TEST(RunDialog, boxes_that_grey_each_other_in_edited_settings_are_worked_all_the_same) {
     const Sandbox sandbox;
     const auto settings = [&](const std::string& text) {

@@ -235,6 +235,18 @@ TEST(DialogEvents, handlers_may_alert_and_work_on_the_project) {
     EXPECT_EQ(world.project.item_by_number(1).name(), "renamed");
 }
 
+TEST(DialogEvents, what_a_toolkit_has_edited_is_told_as_one_change) {
+    EventWorld world;
+    EXPECT_EQ(world.during([](Window& w) {
+        w.edit(w.control("edit"), "pasted words");
+        w.move_focus(&w.control("check"));
+        w.move_focus(nullptr);
+        EXPECT_THROW(w.edit(w.control("go"), "x"), DialogError);
+    }),
+              "w.onShow(0) edit.onChanging(0) edit.onChange(0) w.onClose(0)");
+    EXPECT_EQ(world.run("edit.text"), "pasted words");
+}
+
 TEST(DialogEvents, a_handler_that_disables_a_control_takes_the_click_away_from_it) {
     EventWorld world;
     world.run("edit.onChange = function () { go.enabled = false; };");

@@ -81,6 +81,16 @@ TEST(Dialog, the_close_box_asks_no_button) {
     EXPECT_EQ(world.show([](Window& w) { w.close_box(); }), "2");
 }
 
+TEST(Dialog, hiding_it_closes_it_without_a_result) {
+    ShowWorld world;
+    world.run("other.onClick = function () { w.hide(); };");
+    EXPECT_EQ(world.show([](Window& w) {
+        w.click(w.control("Other"));
+        EXPECT_FALSE(w.is_open());
+    }),
+              "0");
+}
+
 TEST(Dialog, a_driver_that_leaves_it_open_has_cancelled_it) {
     ShowWorld world;
     EXPECT_EQ(world.show([](Window&) {}), "2");

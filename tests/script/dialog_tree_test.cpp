@@ -113,6 +113,32 @@ TEST(DialogTree, an_element_that_could_not_be_made_is_not_there) {
         "0");
 }
 
+TEST(DialogTree, what_is_not_supported_is_an_error_that_names_it) {
+    World world;
+    world.run(kDialog);
+    EXPECT_THAT(world.error("b.graphics.newPen()"), HasSubstr("\"graphics\" of dialog elements is not supported"));
+    EXPECT_THAT(world.error("e.onActivate = function () {}"), HasSubstr("\"onActivate\""));
+    EXPECT_THAT(world.error("w.frameBounds"), HasSubstr("\"frameBounds\""));
+    EXPECT_THAT(world.error("e.addEventListener('keydown', null)"), HasSubstr("addEventListener"));
+    EXPECT_THAT(world.error("new Window('palette')"), HasSubstr("\"palette\""));
+    EXPECT_THAT(world.error("w.add('edittext', undefined, '', {noecho: true})"),
+                HasSubstr("the creation property \"noecho\" is not supported"));
+    EXPECT_THAT(world.error("new Window('dialog', 'T', undefined, {resizeable: true})"), HasSubstr("\"resizeable\""));
+    EXPECT_EQ(world.run("new Window('dialog', 'T', undefined, {resizeable: false}).text"), "T");
+    EXPECT_EQ(world.run("var names = []; for (var name in b) names.push(b[name]); names.length > 10"), "true");
+}
+
+TEST(DialogTree, texts_know_their_side_their_length_and_their_tip) {
+    World world;
+    world.run(kDialog);
+    EXPECT_EQ(world.run("s.justify = 'Right'; e.justify = 'center'; e.characters = 12; b.helpTip = 'Starts it';"
+                        "[s.justify, e.justify, e.characters, b.helpTip].join()"),
+              "right,center,12,Starts it");
+    EXPECT_THAT(world.error("s.justify = 'fill'"), HasSubstr("justified"));
+    EXPECT_THAT(world.error("s.justify = 'top'"), HasSubstr("horizontal"));
+    EXPECT_EQ(world.run("typeof b.justify + typeof s.characters"), "undefinedundefined");
+}
+
 TEST(DialogTree, scripts_may_note_things_of_their_own_on_elements) {
     World world;
     world.run(kDialog);
@@ -134,6 +160,13 @@ TEST(DialogTree, windows_that_were_let_go_do_not_pile_up) {
         world.run(
             "for (var i = 0; i < 15000; i++) { var w = new Window('dialog'); w.add('button'); } w.children.length"),
         "1");
+}
+
+TEST(DialogTree, elements_cannot_be_nested_without_end) {
+    World world;
+    EXPECT_THAT(world.error("var g = new Window('dialog'); while (true) g = g.add('group');"),
+                HasSubstr("nested too deeply"));
+    EXPECT_EQ(world.run("g.window.layout.layout(true); g.size.width"), "0");
 }
 
 TEST(DialogTree, a_dialog_cannot_grow_without_end) {

@@ -45,6 +45,8 @@ TEST(Globals, alert_records_message_and_title) {
     EXPECT_EQ(world.alerts[1].message, "second");
     EXPECT_EQ(world.alerts[1].title, "A Title");
     EXPECT_EQ(world.alerts[2].message, "12");
+    EXPECT_FALSE(world.alerts[0].is_error);
+    EXPECT_TRUE(world.alerts[1].is_error);
     EXPECT_THAT(world.error("alert()"), HasSubstr("needs a message"));
 }
 

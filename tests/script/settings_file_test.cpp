@@ -211,5 +211,18 @@ TEST(Settings, in_memory_are_forgotten) {
     EXPECT_EQ(Settings::in_memory().find("s", "k"), nullptr);
 }
 
+TEST(Settings, a_copy_in_memory_has_the_values_and_leaves_the_file_alone) {
+    const TemporaryFolder folder;
+    Settings settings(folder / "settings");
+    settings.save("section", "key", "value");
+    const std::string before = read_file(folder / "settings");
+    Settings copy = settings.in_memory_copy();
+    ASSERT_NE(copy.find("section", "key"), nullptr);
+    EXPECT_EQ(*copy.find("section", "key"), "value");
+    copy.save("section", "key", "other");
+    EXPECT_EQ(read_file(folder / "settings"), before);
+    EXPECT_EQ(*settings.find("section", "key"), "value");
+}
+
 }  // namespace
 }  // namespace script_test

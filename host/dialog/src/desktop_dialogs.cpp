@@ -10,18 +10,8 @@
 
 namespace host::dialog {
 
-namespace {
-
-void check_desktop() {
-    if (!Toolkit::has_desktop()) throw NoDesktop("no window can be shown: there is no desktop that can be reached");
-}
-
-}  // namespace
-
 class DesktopDialogs::Impl {
   public:
-    Impl() : toolkit_((check_desktop(), Toolkit::Display::desktop)) {}
-
     void drive(script::Window& window) {
         DialogView view(window);
         views_.push_back(&view);
@@ -41,7 +31,7 @@ class DesktopDialogs::Impl {
     const FontMeasure& measure() const { return measure_; }
 
   private:
-    Toolkit toolkit_;
+    Toolkit toolkit_{Toolkit::Display::desktop};
     FontMeasure measure_;
     std::vector<DialogView*> views_;  // one above the other
 };

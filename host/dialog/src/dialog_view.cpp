@@ -38,6 +38,7 @@ void DialogView::act(const Deed& deed) {
     if (window_.is_open()) {
         update_all();
     } else {
+        hide();
         loop_.quit();
     }
 }

@@ -55,6 +55,7 @@ class PictureDialogs::Impl {
         image.fill(window.palette().color(QPalette::Window));
         window.render(&image);
         QImageWriter writer(to_qt(order_.file), "png");
+        writer.setCompression(100);
         if (writer.write(image)) {
             is_drawn_ = true;
         } else {

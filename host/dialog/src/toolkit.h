@@ -11,14 +11,12 @@ class Toolkit {
   public:
     enum class Display { desktop, none };  // none: windows are drawn in memory
 
-    // Uses the one that the program has started, if any, and gives it the look. Ends the process if there is no
-    // desktop: ask has_desktop() before.
+    // Uses the one that the program has started, if any, and gives it the look. Throws NoDesktop.
     explicit Toolkit(Display display);
 
-    // Whether windows can be shown. Asks another process, which the toolkit may end.
-    static bool has_desktop();
-
   private:
+    void start(Display display);
+
     int argument_count_ = 1;
     std::array<char*, 4> arguments_{};
     std::unique_ptr<QApplication> application_;

@@ -38,6 +38,12 @@ constexpr const char* kElements =
     DUK_HIDDEN_SYMBOL("elements");  // on containers: an array that keeps the children's objects
 constexpr const char* kWindow = DUK_HIDDEN_SYMBOL("window");  // on elements: keeps the window's object
 
+int depth_of(const Element& element) {
+    int depth = 0;
+    for (const Element* above = element.parent(); above != nullptr; above = above->parent()) ++depth;
+    return depth;
+}
+
 // add(type, bounds, text, {name, ...}); containers have no text to speak of, so theirs may be left out.
 duk_ret_t add(Call& call) {
     Element& container = self_container(call);
@@ -46,6 +52,7 @@ duk_ret_t add(Call& call) {
     if (!type || type == ElementType::window) call.fail("dialogs have no element of type \"" + wanted + "\"");
     const bool text_is_left_out = duk_is_object(call.ctx, 2) != 0;
     const Creation creation = read_creation(call, 1, text_is_left_out ? -1 : 2, text_is_left_out ? 2 : 3);
+    if (depth_of(container) >= kDeepest) call.fail("dialog elements are nested too deeply");
     count_new_element(call);
     Element& element = container.add_child(*type);
     creation.apply_to(element);

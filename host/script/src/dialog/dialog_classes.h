@@ -26,6 +26,8 @@ class HandlerCaller : public EventSink {
 
 // Elements of one engine that exist at the same time; they live outside the memory that is limited.
 inline constexpr std::size_t kMostElements = 20'000;
+// Containers in containers; what works on elements goes down recursively.
+inline constexpr int kDeepest = 250;
 // Called before an element is made; an error when there are too many.
 void count_new_element(Call& call);
 
