@@ -2,12 +2,13 @@
 #include "x_display.h"
 
 #include <X11/Xlib.h>
+#include <X11/keysym.h>
 #include <fcntl.h>
 #include <signal.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
+#include <algorithm>
 #include <chrono>
 #include <cstdlib>
 #include <stdexcept>
@@ -64,9 +65,33 @@ XDisplay::XDisplay() {
     const std::string number = pipe.read_all_until('\n');
     if (number.empty()) throw std::runtime_error("the X server does not start");
     name_ = ":" + number;
+    connection_ = XOpenDisplay(name_.c_str());
+    if (connection_ == nullptr) throw std::runtime_error("the X server takes no connection");
+    set_keyboard_up();
+}
+
+// A busy machine must not change what is typed: keys do not repeat, and letters that the keyboard lacks have keys of
+// their own, for which xdotool would otherwise rename keys while it types.
+void XDisplay::set_keyboard_up() {
+    XAutoRepeatOff(connection_);
+    std::vector<KeySym> lacking = {XK_eacute, XK_EuroSign};
+    int first = 0;
+    int last = 0;
+    XDisplayKeycodes(connection_, &first, &last);
+    for (int code = last; code >= first && !lacking.empty(); --code) {
+        int count = 0;
+        KeySym* symbols = XGetKeyboardMapping(connection_, static_cast<KeyCode>(code), 1, &count);
+        const bool is_free = std::all_of(symbols, symbols + count, [](KeySym symbol) { return symbol == NoSymbol; });
+        XFree(symbols);
+        if (!is_free) continue;
+        XChangeKeyboardMapping(connection_, code, 1, &lacking.back(), 1);
+        lacking.pop_back();
+    }
+    XSync(connection_, False);
 }
 
 XDisplay::~XDisplay() {
+    XCloseDisplay(connection_);
     kill(server_, SIGTERM);
     waitpid(server_, nullptr, 0);
 }
@@ -110,17 +135,15 @@ void XDisplay::click(const std::string& window, int x, int y) const {
 }
 
 void XDisplay::ask_to_close(const std::string& window) const {
-    Display* display = XOpenDisplay(name_.c_str());
-    if (display == nullptr) throw std::runtime_error("the display is gone");
     XEvent event{};
     event.xclient.type = ClientMessage;
     event.xclient.window = std::stoul(window);
-    event.xclient.message_type = XInternAtom(display, "WM_PROTOCOLS", False);
+    event.xclient.message_type = XInternAtom(connection_, "WM_PROTOCOLS", False);
     event.xclient.format = 32;
-    event.xclient.data.l[0] = static_cast<long>(XInternAtom(display, "WM_DELETE_WINDOW", False));
+    event.xclient.data.l[0] = static_cast<long>(XInternAtom(connection_, "WM_DELETE_WINDOW", False));
     event.xclient.data.l[1] = CurrentTime;
-    XSendEvent(display, event.xclient.window, False, NoEventMask, &event);
-    XCloseDisplay(display);
+    XSendEvent(connection_, event.xclient.window, False, NoEventMask, &event);
+    XSync(connection_, False);
 }
 
 }  // namespace dialog_test

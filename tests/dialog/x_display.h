@@ -6,6 +6,8 @@
 #include <string>
 #include <vector>
 
+struct _XDisplay;
+
 namespace dialog_test {
 
 class XDisplay {
@@ -29,8 +31,11 @@ class XDisplay {
   private:
     std::string xdotool(const std::vector<std::string>& arguments) const;  // what it prints, in one line
 
+    void set_keyboard_up();
+
     pid_t server_ = -1;
     std::string name_;
+    _XDisplay* connection_ = nullptr;  // the server forgets everything with its last client
 };
 
 }  // namespace dialog_test
