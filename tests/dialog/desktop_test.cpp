@@ -201,9 +201,10 @@ TEST_F(Desktop, damaged_settings_are_told_and_the_dialog_opens_with_its_defaults
 TEST_F(Desktop, each_file_has_a_dialog_of_its_own) {
     sandbox.write("b.json", test::one_nest());
     const Finished finished = run({"--dialog", "-i", "a.json", "b.json"}, [&] {
-        ASSERT_NE(display.wait_for_window("Exflate"), "");
+        const std::string first = display.wait_for_window("Exflate");
+        ASSERT_NE(first, "");
         display.press("Escape");
-        ASSERT_NE(display.wait_for_window("Exflate"), "");
+        ASSERT_NE(display.wait_for_window("Exflate", first), "");
         display.press("Return");
     });
     EXPECT_EQ(finished.exit_code, 4);

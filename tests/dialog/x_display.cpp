@@ -113,10 +113,10 @@ bool XDisplay::has_window(const std::string& title) const {
     return !xdotool({"search", "--onlyvisible", "--name", "^" + title + "$"}).empty();
 }
 
-std::string XDisplay::wait_for_window(const std::string& title) const {
+std::string XDisplay::wait_for_window(const std::string& title, const std::string& other_than) const {
     for (int i = 0; i < 200; ++i) {
         const std::string window = xdotool({"search", "--onlyvisible", "--name", "^" + title + "$"});
-        if (!window.empty() && xdotool({"getwindowfocus"}) == window) return window;
+        if (!window.empty() && window != other_than && xdotool({"getwindowfocus"}) == window) return window;
         std::this_thread::sleep_for(50ms);
     }
     return "";
@@ -131,7 +131,7 @@ void XDisplay::type(const std::string& text) const {
 }
 
 void XDisplay::click(const std::string& window, int x, int y) const {
-    xdotool({"mousemove", "--sync", "--window", window, std::to_string(x), std::to_string(y), "click", "1"});
+    xdotool({"mousemove", "--window", window, std::to_string(x), std::to_string(y), "click", "1"});
 }
 
 void XDisplay::ask_to_close(const std::string& window) const {
