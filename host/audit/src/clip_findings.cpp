@@ -92,8 +92,8 @@ void find_clip_changes(Unnesting& u) {
         return;
     }
     u.add({Reason::clip, Weight::change,
-           "the nest's frame (" + frame_size + ") cuts layer " + first_and_more(layer.name, worst.layers) +
-               " off, by " + plain(std::round(worst.width)) + " pixels at frame " + plain(worst.width_frame) +
+           "the nest's frame (" + frame_size + ") cuts " + layers_named(layer.name, worst.layers) + " off, by " +
+               plain(std::round(worst.width)) + " pixels at frame " + plain(worst.width_frame) +
                "; un-nested, nothing does",
            "cut the layers with a mask or a matte inside the composition", layer.name, "w", worst.first_frame});
 }

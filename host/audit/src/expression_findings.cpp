@@ -230,11 +230,12 @@ class ExpressionFindings {
                                             ""});
         }
         if (layer.name.find_first_of("\"'\\") != std::string::npos) {
-            tally_.note(Reason::quoted_name,
-                        {Weight::harmless, layer.name, "",
-                         layer.name == after.name ? "its name holds a quote and stays"
-                                                  : "its name holds a quote and becomes " + quoted(after.name),
-                         ""});
+            tally_.note(
+                Reason::quoted_name,
+                {Weight::harmless, layer.name, "",
+                 layer.name == after.name ? "its name holds a quote or a backslash and stays"
+                                          : "its name holds a quote or a backslash and becomes " + quoted(after.name),
+                 ""});
         }
     }
 

@@ -9,6 +9,8 @@
 namespace host::audit {
 namespace {
 
+constexpr double kUnseenOpacity = 0.04;  // percent: a tenth of a step of a channel
+
 Weight weight_if_seen(const Unnesting& u, Weight weight) {
     return u.nest_frames().empty() ? Weight::harmless : weight;
 }
@@ -46,7 +48,7 @@ void find_opacity(Unnesting& u) {
     const std::string when = opacity.is_animated() ? "is as far as " + plain(lowest) + " % between frames " +
                                                          plain(*first) + " and " + plain(last)
                                                    : "of " + plain(lowest) + " %";
-    u.add({Reason::opacity, furthest > kUnseen ? Weight::change : Weight::slight,
+    u.add({Reason::opacity, furthest > kUnseenOpacity ? Weight::change : Weight::slight,
            "its opacity " + when + (opacity.is_animated() ? " and" : "") + " is lost: the layers keep their own",
            "give the layers inside the opacity, or keep this nest", "", "ks.o", first});
 }
@@ -153,8 +155,8 @@ void find_mattes(Unnesting& u) {
     if (users > 0 || nest.is_matte_source) {
         u.add({Reason::matte_given,
                weight_if_seen(u, Weight::change),
-               (users > 0 ? "it is the matte of layer " + first_and_more(first->name, users) +
-                                ", which loses its matte; the copies are drawn"
+               (users > 0 ? "it is the matte of " + layers_named(first->name, users) + ", which " +
+                                in_number(users, "loses its", "lose their") + " matte; the copies are drawn"
                           : "it is marked as a matte and not drawn; the copies are drawn") +
                    unless_seen(u),
                "keep this nest",

@@ -24,6 +24,15 @@ bool is_adjustment(const SceneLayer& layer) {
            });
 }
 
+// A drawn layer that leaves the plane by itself or through a parent.
+bool is_seen_in_depth(const Stack& stack, const SceneLayer& layer) {
+    if (!layer.can_draw() || layer.is_hidden) return false;
+    for (const SceneLayer* at = &layer;; at = &stack.layers[*at->parent]) {
+        if (at->type != LayerType::camera && at->transform.is_spatial()) return true;
+        if (!at->parent) return false;
+    }
+}
+
 // The first layer inside that the question is true of, and how many there are.
 template <class Question>
 std::pair<const SceneLayer*, std::size_t> find_inside(const Unnesting& u, Question question) {
@@ -44,8 +53,10 @@ void find_inside_changes(Unnesting& u) {
     if (const auto [layer, count] = find_inside(u, blends); layer != nullptr) {
         u.add({Reason::blend_inside,
                is_below ? Weight::change : Weight::harmless,
-               "layer " + first_and_more(layer->name, count) + " inside has a blend mode, which " +
-                   (is_below ? "now also acts on the layers below the nest" : "meets nothing below the nest"),
+               layers_named(layer->name, count) + " inside " +
+                   in_number(count, "has a blend mode, which ", "have blend modes, which ") +
+                   (is_below ? "now also " + in_number(count, "acts", "act") + " on the layers below the nest"
+                             : in_number(count, "meets", "meet") + " nothing below the nest"),
                is_below ? "keep this nest" : "",
                layer->name,
                "bm",
@@ -54,15 +65,17 @@ void find_inside_changes(Unnesting& u) {
     if (const auto [layer, count] = find_inside(u, is_adjustment); layer != nullptr) {
         u.add({Reason::adjustment_inside,
                is_below ? Weight::change : Weight::harmless,
-               "layer " + first_and_more(layer->name, count) + " inside is an adjustment layer, which " +
-                   (is_below ? "now also acts on the layers below the nest" : "has nothing below the nest to act on"),
+               layers_named(layer->name, count) + " inside " +
+                   in_number(count, "is an adjustment layer, which ", "are adjustment layers, which ") +
+                   (is_below ? "now also " + in_number(count, "acts", "act") + " on the layers below the nest"
+                             : in_number(count, "has", "have") + " nothing below the nest to act on"),
                is_below ? "keep this nest" : "",
                layer->name,
                "ef",
                {}});
     }
     const auto is_camera = [](const SceneLayer& layer) { return layer.type == LayerType::camera; };
-    const auto is_spatial = [](const SceneLayer& layer) { return layer.transform.is_spatial(); };
+    const auto is_spatial = [&u](const SceneLayer& layer) { return is_seen_in_depth(u.inside(), layer); };
     const auto [spatial, spatial_count] = find_inside(u, is_spatial);
     if (const auto [camera, count] = find_inside(u, is_camera); camera != nullptr) {
         const bool matters = spatial != nullptr || u.nest().transform.is_3d ||
@@ -90,8 +103,8 @@ void find_inside_changes(Unnesting& u) {
     } else if (spatial != nullptr) {
         u.add({Reason::three_d,
                Weight::change,
-               "layer " + first_and_more(spatial->name, spatial_count) +
-                   " inside is turned or moved in 3D and is now seen with the outer composition's camera",
+               layers_named(spatial->name, spatial_count) + " inside " + in_number(spatial_count, "is", "are") +
+                   " turned or moved in 3D and now seen with the outer composition's camera",
                "keep this nest",
                spatial->name,
                "ddd",

@@ -28,7 +28,7 @@ void find_split_mattes(Unnesting& u) {
     if (count == 0) return;
     u.add({Reason::matte_split,
            Weight::change,
-           "layer " + first_and_more(first->name, count) + " loses its matte",
+           layers_named(first->name, count) + " " + in_number(count, "loses its matte", "lose their mattes"),
            "keep this nest",
            first->name,
            "tt",
@@ -38,15 +38,17 @@ void find_split_mattes(Unnesting& u) {
 void find_lost_layers(Unnesting& u) {
     const SceneLayer* first = nullptr;
     std::size_t count = 0;
+    bool is_any_drawn = false;
     for (std::size_t inner = 0; inner < u.inside().layers.size(); ++inner) {
         const SceneLayer& layer = u.inside().layers[inner];
         if (u.copy_of(inner)) continue;
         if (count++ == 0) first = &layer;
+        is_any_drawn = is_any_drawn || layer.draws();
     }
     if (count == 0) return;
     u.add({Reason::lost_layer,
-           Weight::change,
-           "layer " + first_and_more(first->name, count) + " is not copied",
+           is_any_drawn ? Weight::change : Weight::harmless,
+           layers_named(first->name, count) + " " + in_number(count, "is", "are") + " not copied",
            "",
            first->name,
            "",

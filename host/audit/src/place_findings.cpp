@@ -99,7 +99,7 @@ Cause cause_for_copies(const Unnesting& u) {
 }
 
 std::string where(const Displacement& d) {
-    return "layer " + first_and_more(d.layer->name, std::max<std::size_t>(d.layers, 1)) + " lies up to " +
+    return layers_named(d.layer->name, d.layers) + " " + in_number(d.layers, "lies", "lie") + " up to " +
            plain(d.distance) + " pixels off" + (d.layers > 0 ? ", first seen at frame " + plain(d.frame) : "");
 }
 
@@ -199,7 +199,9 @@ void find_others(Unnesting& u) {
         } else if (cut != nullptr) {
             u.add({reason,
                    Weight::harmless,
-                   "layer " + first_and_more(cut->name, count) + " loses its parent and stays where it is",
+                   layers_named(cut->name, count) + " " +
+                       in_number(count, "loses its parent and stays where it is",
+                                 "lose their parents and stay where they are"),
                    "",
                    cut->name,
                    "parent",

@@ -19,6 +19,15 @@ bool varies(Unnesting& u, std::size_t inner) {
     return u.inside_placement().moves(inner) || changes_over_time(u.before(), u.inside().layers[inner]);
 }
 
+bool depends_on_time(Unnesting& u, const Unnesting::Copy& copy) {
+    return matters(u.inner(copy)) && varies(u, copy.inner);
+}
+
+bool any_depends_on_time(Unnesting& u) {
+    return std::any_of(u.copies().begin(), u.copies().end(),
+                       [&u](const Unnesting::Copy& copy) { return depends_on_time(u, copy); });
+}
+
 bool is_seen_before(const Unnesting& u, const SceneLayer& inner, double frame) {
     return is_on(u.nest(), frame) && is_on(inner, u.inner_frame(frame));
 }
@@ -64,8 +73,8 @@ Difference compare_visibility(Unnesting& u) {
 }
 
 std::string visibility_sentence(const Difference& difference) {
-    return "layer " + first_and_more(difference.layer->name, difference.layers) +
-           (difference.was_seen ? " is not seen any more" : " is seen where it was not") + " at frame " +
+    return layers_named(difference.layer->name, difference.layers) + " " + in_number(difference.layers, "is", "are") +
+           (difference.was_seen ? " not seen any more" : " seen too early or too late") + ", first at frame " +
            plain(difference.frame);
 }
 
@@ -74,7 +83,7 @@ Difference compare_clocks(Unnesting& u) {
     Difference difference;
     for (const Unnesting::Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
-        if (!matters(inner) || !varies(u, copy.inner)) continue;
+        if (!depends_on_time(u, copy)) continue;
         const double shift = u.copied(copy).start - inner.start;
         for (const double frame : u.nest_frames()) {
             if (!is_seen_before(u, inner, frame) || std::abs(u.inner_frame(frame) - (frame - shift)) < kSameTime)
@@ -109,8 +118,8 @@ void find_clock(Unnesting& u, const Difference& clocks) {
     if (!is_remapped && u.nest().stretch == 1) {
         if (clocks.layers == 0) return;
         u.add({Reason::start, Weight::change,
-               "layer " + first_and_more(clocks.layer->name, clocks.layers) +
-                   " runs at another time than before from frame " + plain(clocks.frame) + " on",
+               layers_named(clocks.layer->name, clocks.layers) + " " + in_number(clocks.layers, "runs", "run") +
+                   " at another time than before from frame " + plain(clocks.frame) + " on",
                "copy the attributes (--copy-attributes)", clocks.layer->name, "st", clocks.frame});
         return;
     }
@@ -119,12 +128,21 @@ void find_clock(Unnesting& u, const Difference& clocks) {
         is_remapped ? "its time remapping" : "its stretch by " + plain(u.nest().stretch * 100) + " %";
     const std::string property = is_remapped ? "tm" : "sr";
     if (clocks.layers == 0) {
-        u.add({reason, Weight::harmless, what + " changes no frame that is seen", "", "", property, {}});
+        const bool is_rounded = is_remapped && any_depends_on_time(u);
+        u.add({reason,
+               is_rounded ? Weight::slight : Weight::harmless,
+               what + " changes no frame that is seen" +
+                   (is_rounded ? "; players that count whole frames inside nests show its layers up to a frame apart"
+                               : ""),
+               "",
+               "",
+               property,
+               {}});
         return;
     }
     u.add({reason, Weight::change,
-           what + " is lost: layer " + first_and_more(clocks.layer->name, clocks.layers) +
-               " shows another time from frame " + plain(clocks.frame) + " on",
+           what + " is lost: " + layers_named(clocks.layer->name, clocks.layers) + " " +
+               in_number(clocks.layers, "shows", "show") + " another time from frame " + plain(clocks.frame) + " on",
            "keep this nest", clocks.layer->name, property, clocks.frame});
 }
 
@@ -135,17 +153,17 @@ bool is_whole(double frame) {
 void find_fractional_start(Unnesting& u) {
     const SceneLayer& nest = u.nest();
     if (is_whole(nest.start) || u.has_time_remap()) return;
-    bool depends_on_time = false;
+    bool is_rounded = any_depends_on_time(u);
     for (const Unnesting::Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         const bool ends_inside = u.outer_frame(inner.in) > nest.in || u.outer_frame(inner.out) < nest.out;
-        depends_on_time = depends_on_time || (matters(inner) && (ends_inside || varies(u, copy.inner)));
+        is_rounded = is_rounded || (matters(inner) && ends_inside);
     }
     u.add({Reason::fractional_start,
-           depends_on_time ? Weight::slight : Weight::harmless,
+           is_rounded ? Weight::slight : Weight::harmless,
            "it starts between two frames (" + plain(nest.start) + ")" +
-               (depends_on_time ? "; players that count whole frames inside nests show its layers up to a frame apart"
-                                : ", but nothing inside depends on the time"),
+               (is_rounded ? "; players that count whole frames inside nests show its layers up to a frame apart"
+                           : ", but nothing inside depends on the time"),
            "",
            "",
            "st",
@@ -159,8 +177,8 @@ void find_time_changes(Unnesting& u) {
     find_fractional_start(u);
     if (const Difference keys = compare_keys(u); keys.layers > 0) {
         u.add({Reason::start, Weight::change,
-               "keyframes of layer " + first_and_more(keys.layer->name, keys.layers) +
-                   " did not travel with it, first seen at frame " + plain(keys.frame),
+               "keyframes of " + layers_named(keys.layer->name, keys.layers) +
+                   " did not travel along, first seen at frame " + plain(keys.frame),
                "", keys.layer->name, "t", keys.frame});
     }
     const Difference visibility = compare_visibility(u);

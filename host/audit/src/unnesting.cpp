@@ -18,7 +18,9 @@ const Stack& stack_named(const Scene& scene, const std::string& id) {
 }
 
 const Stack& inside_of(const Scene& scene, const Stack& stack, std::size_t nest) {
-    if (nest >= stack.layers.size()) throw std::invalid_argument("the composition has no such layer");
+    if (nest >= stack.layers.size() || stack.layers[nest].type != LayerType::nest) {
+        throw std::invalid_argument("the composition has no such nest");
+    }
     return stack_named(scene, stack.layers[nest].source);
 }
 
@@ -90,8 +92,13 @@ std::string quoted(const std::string& name) {
     return text + '"';
 }
 
-std::string first_and_more(const std::string& first, std::size_t count) {
-    return quoted(first) + (count > 1 ? " and " + std::to_string(count - 1) + " more" : "");
+std::string layers_named(const std::string& first, std::size_t count) {
+    if (count <= 1) return "layer " + quoted(first);
+    return "layers " + quoted(first) + " and " + std::to_string(count - 1) + " more";
+}
+
+std::string in_number(std::size_t count, const char* one, const char* several) {
+    return count > 1 ? several : one;
 }
 
 std::string plain(double number) {

@@ -86,8 +86,11 @@ class Unnesting {
 // A name in double quotes, for sentences.
 std::string quoted(const std::string& name);
 
-// `"first"`, or `"first" and 3 more`.
-std::string first_and_more(const std::string& first, std::size_t count);
+// `layer "first"`, or `layers "first" and 3 more`.
+std::string layers_named(const std::string& first, std::size_t count);
+
+// The one of the two words or phrases that fits so many.
+std::string in_number(std::size_t count, const char* one, const char* several);
 
 // A number as people write it: at most three decimals, no zeros at the end.
 std::string plain(double number);

@@ -1,0 +1,89 @@
+// Cases about expressions, names and the source.
+#include "cases.h"
+
+namespace test {
+namespace {
+
+std::string spinning(const std::string& text) {
+    return transform({{"r", expression(text)}});
+}
+
+std::vector<Case> naming_cases() {
+    const auto with = [](const std::string& text, const Members& nest = {}) {
+        return inside({red({{"ks", spinning(text)}}), blue()}, nest);
+    };
+    const Members smaller = {{"w", "80"}, {"h", "100"}};
+    std::vector<Case> cases = {
+        {Reason::transform_expression, "of_the_nest", Weight::change, Pictures::cannot_tell,
+         nest({{"ks", spinning("time * 10")}}), "", "ks"},
+        {Reason::transform_expression, "never_seen", Weight::harmless, Pictures::equal,
+         nest({{"ks", spinning("time * 10")}, {"ip", "30"}, {"op", "40"}})},
+        {Reason::time_in_expression, "another_time", Weight::change, Pictures::cannot_tell,
+         with("time * 10", {{"st", "5"}}), "red", "ks.r"},
+        {Reason::time_in_expression, "the_same_time", Weight::harmless, Pictures::equal, with("time * 10")},
+        {Reason::composition_in_expression, "another_width", Weight::change, Pictures::cannot_tell,
+         with("thisComp.width", smaller), "red", "ks.r"},
+        {Reason::composition_in_expression, "the_same_height", Weight::harmless, Pictures::cannot_tell,
+         with("thisComp.height", smaller), "red", "ks.r"},
+        {Reason::index_in_expression, "another_number", Weight::change, Pictures::cannot_tell, with("index * 10"),
+         "red", "ks.r"},
+        {Reason::layer_reference, "by_number", Weight::change, Pictures::cannot_tell,
+         with("thisComp.layer(2).transform.rotation"), "red", "ks.r"},
+        {Reason::layer_reference, "by_a_name_that_comes_along", std::nullopt, Pictures::equal,
+         with("thisComp.layer('blue').transform.rotation")},
+        {Reason::composition_reference, "of_the_nest", Weight::change, Pictures::cannot_tell,
+         with("comp('Nest').layer('blue').transform.rotation"), "red", "ks.r"},
+        {Reason::composition_reference, "that_no_player_finds", Weight::harmless, Pictures::equal,
+         with("comp('Elsewhere').layer('blue').transform.rotation"), "red", "ks.r"},
+        {Reason::random, "wiggles", Weight::change, Pictures::cannot_tell, with("wiggle(2, 10)"), "red", "ks.r"},
+        {Reason::random, "none", std::nullopt, Pictures::equal, with("value")},
+    };
+    Nesting clash;
+    clash.above = {solid(3, "blue", 10, 10, "#00ff00")};
+    clash.inside = {red({{"ks", spinning("thisComp.layer('blue').transform.rotation")}}), blue()};
+    cases.push_back({Reason::name_clash, "a_layer_above_has_the_name", Weight::change, Pictures::cannot_tell,
+                     animation(clash), "red", "ks.r"});
+    clash.above = {};
+    clash.below = {solid(20, "blue", 100, 100, "#cccccc")};
+    cases.push_back(
+        {Reason::name_clash, "only_a_layer_below_has_the_name", std::nullopt, Pictures::equal, animation(clash)});
+    const std::string long_name = "a layer with a name of more than 31 bytes";
+    cases.push_back(
+        {Reason::name_clash,
+         "two_names_become_one_when_they_are_cut",
+         Weight::change,
+         Pictures::cannot_tell,
+         inside({red({{"ks", spinning("thisComp.layer('" + long_name + "').transform.rotation")}}),
+                 solid(3, long_name + ", the first", 10, 10, "#00ff00"), solid(2, long_name, 10, 10, "#0000ff")}),
+         "red",
+         "ks.r",
+         {},
+         prefix("new")});
+    cases.push_back({Reason::long_name, "nobody_asks_for_it", Weight::harmless, Pictures::equal,
+                     inside({red(), solid(2, long_name, 40, 40, "#0000ff")})});
+    cases.push_back({Reason::quoted_name, "nobody_asks_for_it", Weight::harmless, Pictures::equal,
+                     inside({red(), solid(2, R"(the \"new\" one)", 40, 40, "#0000ff")})});
+    return cases;
+}
+
+std::vector<Case> source_cases() {
+    Nesting twice;
+    twice.below = {nest_layer(15, "Twin", "inside"), solid(20, "ground", 100, 100, "#cccccc")};
+    return {
+        {Reason::shared_source, "another_nest", Weight::harmless, Pictures::equal, animation(twice), "", "refId"},
+        {Reason::shared_source, "none", std::nullopt, Pictures::equal, nest({})},
+        {Reason::size, "of_every_file", Weight::harmless, Pictures::equal, nest({})},
+    };
+}
+
+}  // namespace
+
+std::vector<Case> expression_cases() {
+    std::vector<Case> cases;
+    for (const auto& some : {naming_cases(), source_cases()}) {
+        cases.insert(cases.end(), some.begin(), some.end());
+    }
+    return cases;
+}
+
+}  // namespace test

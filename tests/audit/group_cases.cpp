@@ -1,0 +1,182 @@
+// Cases about the nest as a group: opacity, masks, mattes, blending, effects, switches.
+#include "cases.h"
+
+namespace test {
+namespace {
+
+std::string alone(const Members& nest, const std::vector<std::string>& layers = Nesting().inside) {
+    Nesting nesting;
+    nesting.nest = nest;
+    nesting.inside = layers;
+    nesting.below.clear();
+    return animation(nesting);
+}
+
+std::string path(const std::string& vertices) {
+    return still(R"({"i":[[0,0],[0,0],[0,0],[0,0]],"o":[[0,0],[0,0],[0,0],[0,0]],"v":)" + vertices + R"(,"c":true})");
+}
+
+std::string mask(const std::string& vertices, const std::string& mode, const std::string& opacity = "100",
+                 const std::string& expansion = "0") {
+    return R"({"inv":false,"mode":")" + mode + R"(","nm":"Mask 1","pt":)" + path(vertices) + R"(,"o":)" +
+           still(opacity) + R"(,"x":)" + still(expansion) + "}";
+}
+
+Members masked(const std::string& masks) {
+    return {{"hasMask", "true"}, {"masksProperties", "[" + masks + "]"}};
+}
+
+const std::string kQuarter = "[[0,0],[50,0],[50,50],[0,50]]";
+const std::string kWhole = "[[0,0],[100,0],[100,100],[0,100]]";
+
+std::string effect(const std::string& type, const std::string& match_name, const std::string& enabled = "1") {
+    return R"([{"ty":)" + type + R"(,"nm":"Fx","mn":")" + match_name + R"(","np":3,"ix":1,"en":)" + enabled +
+           R"(,"ef":[]}])";
+}
+
+Nesting matte_above(const std::string& matte) {
+    Nesting nesting;
+    nesting.above = {matte};
+    nesting.nest = {{"tt", "1"}};
+    return nesting;
+}
+
+std::vector<Case> opacity_cases() {
+    return {
+        {Reason::opacity, "half", Weight::change, Pictures::differ, nest({{"ks", transform({{"o", still("50")}})}}), "",
+         "ks.o", 0},
+        {Reason::opacity, "fades_in", Weight::change, Pictures::differ,
+         nest({{"ks", transform({{"o", keyed({{0, "100"}, {10, "100"}, {19, "0"}})}})}}), "", "ks.o", 11},
+        {Reason::opacity, "full_all_along", std::nullopt, Pictures::equal, nest({})},
+        {Reason::opacity, "keyed_but_full_while_seen", Weight::harmless, Pictures::equal,
+         nest({{"ks", transform({{"o", keyed({{-20, "0"}, {-5, "100"}})}})}})},
+        {Reason::opacity, "half_but_never_seen", Weight::harmless, Pictures::equal,
+         nest({{"ip", "30"}, {"op", "40"}, {"ks", transform({{"o", still("50")}})}})},
+        {Reason::opacity, "less_than_the_eye_sees", Weight::slight, Pictures::cannot_tell,
+         nest({{"ks", transform({{"o", still("99.97")}})}})},
+    };
+}
+
+std::vector<Case> mask_cases() {
+    return {
+        {Reason::mask, "quarter", Weight::change, Pictures::differ, nest(masked(mask(kQuarter, "a"))), "",
+         "masksProperties"},
+        {Reason::mask, "mode_none", Weight::harmless, Pictures::cannot_tell, nest(masked(mask(kQuarter, "n")))},
+        {Reason::mask, "around_everything", Weight::harmless, Pictures::equal, nest(masked(mask(kWhole, "a")))},
+        {Reason::mask, "shrunk", Weight::change, Pictures::cannot_tell, nest(masked(mask(kWhole, "a", "100", "-30"))),
+         "", "masksProperties"},
+        {Reason::mask, "takes_nothing_away", Weight::harmless, Pictures::cannot_tell,
+         nest(masked(mask(kQuarter, "s", "0")))},
+        {Reason::mask, "switched_off", std::nullopt, Pictures::cannot_tell,
+         nest({{"hasMask", "false"}, {"masksProperties", "[" + mask(kQuarter, "a") + "]"}})},
+    };
+}
+
+std::vector<Case> matte_cases() {
+    std::vector<Case> cases = {
+        {Reason::matte_used, "small", Weight::change, Pictures::differ,
+         animation(matte_above(solid(1, "stencil", 30, 30, "#ffffff", {{"td", "1"}, {"ks", at(20, 20)}}))), "", "tt"},
+        {Reason::matte_used, "shows_everything", Weight::harmless, Pictures::cannot_tell,  // it rounds
+         animation(matte_above(solid(1, "stencil", 100, 100, "#ffffff", {{"td", "1"}})))},
+    };
+    Nesting given;
+    given.nest = {{"td", "1"}};
+    given.below = {solid(20, "ground", 100, 100, "#00ff00", {{"tt", "1"}})};
+    cases.push_back(
+        {Reason::matte_given, "shapes_the_ground", Weight::change, Pictures::differ, animation(given), "ground", "td"});
+    given.nest = {{"td", "1"}, {"ip", "30"}, {"op", "40"}};
+    given.below = {solid(20, "ground", 100, 100, "#00ff00")};
+    cases.push_back({Reason::matte_given, "never_seen", Weight::harmless, Pictures::equal, animation(given)});
+    const std::string stencil = solid(1, "stencil", 30, 30, "#ffffff", {{"td", "1"}, {"ks", at(20, 20)}});
+    cases.push_back({Reason::matte_split, "a_pair_inside", Weight::change, Pictures::differ,
+                     inside({stencil, solid(2, "blue", 40, 40, "#0000ff", {{"tt", "1"}, {"ks", at(30, 30)}})}), "blue",
+                     "tt"});
+    Nesting pair;
+    pair.above = {stencil, solid(2, "hidden", 40, 40, "#00ff00", {{"tt", "1"}, {"ks", at(30, 30)}})};
+    cases.push_back({Reason::matte_split, "a_pair_above_stays", std::nullopt, Pictures::equal, animation(pair)});
+    return cases;
+}
+
+std::vector<Case> blend_cases() {
+    const std::string multiplied = red({{"ks", at(20, 20)}, {"bm", "1"}});
+    const std::string adjustment = null_layer(1, "grade", {{"ef", effect("22", "ADBE Tritone")}});
+    return {
+        {Reason::blend_mode, "multiplies_the_ground", Weight::change, Pictures::cannot_tell, nest({{"bm", "1"}}), "",
+         "bm"},
+        {Reason::blend_mode, "nothing_below", Weight::harmless, Pictures::equal, alone({{"bm", "1"}})},
+        {Reason::blend_inside, "reaches_the_ground", Weight::change, Pictures::cannot_tell,
+         inside({multiplied, blue()}), "red", "bm"},
+        {Reason::blend_inside, "nothing_below", Weight::harmless, Pictures::equal, alone({}, {multiplied, blue()})},
+        {Reason::adjustment_inside, "reaches_the_ground", Weight::change, Pictures::cannot_tell,
+         inside({adjustment, blue()}), "grade", "ef"},
+        {Reason::adjustment_inside, "nothing_below", Weight::harmless, Pictures::equal,
+         alone({}, {adjustment, blue()})},
+        {Reason::adjustment_inside, "only_controls", std::nullopt, Pictures::equal,
+         inside({null_layer(1, "grade", {{"ef", effect("5", "ADBE Slider Control")}}), blue()})},
+    };
+}
+
+std::vector<Case> clip_cases() {
+    const Members small = {{"w", "60"}, {"h", "60"}, {"ks", at(20, 20)}};
+    return {
+        {Reason::clip, "cut_in_half", Weight::change, Pictures::differ, inside({red({{"ks", at(40, 10)}})}, small),
+         "red", "w", 0},
+        {Reason::clip, "cut_later", Weight::change, Pictures::differ,
+         inside({red({{"ks", transform({{"p", keyed({{0, "10,10,0"}, {10, "20,10,0"}, {19, "56,10,0"}})}})}})}, small),
+         "red", "w", 11},
+        {Reason::clip, "everything_fits", std::nullopt, Pictures::equal, inside({red({{"ks", at(10, 10)}})}, small)},
+        {Reason::clip, "outside_of_the_picture_anyway", std::nullopt, Pictures::equal,
+         inside({red({{"ks", at(80, 80)}})})},
+        {Reason::clip, "by_a_hair", Weight::slight, Pictures::equal, inside({red({{"ks", at(20.02, 10)}})}, small)},
+    };
+}
+
+std::vector<Case> effect_cases() {
+    return {
+        {Reason::effects, "blur", Weight::change, Pictures::cannot_tell,
+         nest({{"ef", effect("29", "ADBE Gaussian Blur 2")}}), "", "ef"},
+        {Reason::effects, "fill", Weight::slight, Pictures::equal, nest({{"ef", effect("21", "ADBE Fill")}})},
+        {Reason::effects, "switched_off", Weight::harmless, Pictures::equal,
+         nest({{"ef", effect("29", "ADBE Gaussian Blur 2", "0")}})},
+        {Reason::effects, "controls", Weight::harmless, Pictures::equal,
+         nest({{"ef", effect("5", "ADBE Slider Control")}})},
+        {Reason::effects,
+         "not_copied",
+         Weight::change,
+         Pictures::cannot_tell,
+         nest({{"ef", effect("21", "ADBE Fill")}}),
+         "",
+         "ef",
+         {},
+         discard()},
+        {Reason::layer_styles, "shadow", Weight::change, Pictures::cannot_tell,
+         nest({{"sy", R"([{"ty":1,"nm":"Drop Shadow"}])"}}), "", "sy"},
+        {Reason::layer_styles, "switched_off", Weight::harmless, Pictures::equal,
+         nest({{"sy", R"([{"ty":1,"nm":"Drop Shadow","en":0}])"}})},
+    };
+}
+
+std::vector<Case> switch_cases() {
+    return {
+        {Reason::hidden, "its_layers_appear", Weight::change, Pictures::differ, nest({{"hd", "true"}}), "", "hd"},
+        {Reason::hidden, "so_is_everything_inside", Weight::harmless, Pictures::equal,
+         inside({red({{"ks", at(20, 20)}, {"hd", "true"}})}, {{"hd", "true"}})},
+        {Reason::collapse, "no_player_looks_at_it", Weight::harmless, Pictures::equal, nest({{"ct", "1"}}), "", "ct"},
+        {Reason::motion_blur, "moving", Weight::change, Pictures::cannot_tell,
+         nest({{"mb", "true"}, {"ks", moving_transform()}}), "", "mb"},
+        {Reason::motion_blur, "still", Weight::harmless, Pictures::equal, nest({{"mb", "true"}})},
+    };
+}
+
+}  // namespace
+
+std::vector<Case> group_cases() {
+    std::vector<Case> cases;
+    for (const auto& some :
+         {opacity_cases(), mask_cases(), matte_cases(), blend_cases(), clip_cases(), effect_cases(), switch_cases()}) {
+        cases.insert(cases.end(), some.begin(), some.end());
+    }
+    return cases;
+}
+
+}  // namespace test
