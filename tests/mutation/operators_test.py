@@ -111,6 +111,45 @@ class Operators(unittest.TestCase):
         self.expect('ignore the error', 'return text;')
 
 
+class FirstValues(unittest.TestCase):
+    """Mutants are made of them unless a call of the host replaces them before anything can read them."""
+
+    def is_mutated(self, *lines, first='A_long n = 1;'):
+        text = '\n    '.join(['A_Err f() {', first, *lines]) + '\n}\n'
+        mutants = [mutant for mutant in mutants_of('plugin/src/made.cpp', text, NAMES) if mutant.line == 2]
+        return bool(mutants)
+
+    WRITES = 'ERR(suites.LayerSuite7()->AEGP_Get(layer, &n));'
+
+    def test_nothing_reads_one_that_only_guarded_calls_use(self):
+        self.assertFalse(self.is_mutated(self.WRITES, 'ERR(use(n));', 'return err;'))
+        self.assertFalse(self.is_mutated(self.WRITES, 'if (n == 2) ERR(use());', 'return err;'))
+        self.assertFalse(self.is_mutated(self.WRITES, 'for (int i = 0; i < n; ++i) {', 'Item item = {};', 'ERR(use(i));', '}'))
+        self.assertFalse(self.is_mutated(self.WRITES, 'if (err == A_Err_NONE && n == 2) found = i;'))
+        self.assertFalse(self.is_mutated('if (other) {', self.WRITES, 'ERR(use(n));', '}'))
+        for first in ('A_long n = -1;', 'A_Boolean n = true;', 'AEGP_Mode n = Mode_Comp;'):
+            self.assertFalse(self.is_mutated(self.WRITES, first=first))
+
+    def test_one_that_is_read_after_a_failure_is_mutated(self):
+        self.assertTrue(self.is_mutated(self.WRITES, 'return n;'))
+        self.assertTrue(self.is_mutated(self.WRITES, 'list.push_back(n);'))
+        self.assertTrue(self.is_mutated(self.WRITES, 'if (n == 2) found = true;'))
+        self.assertTrue(self.is_mutated(self.WRITES, 'if (n == 2) {', 'ERR(use());', '++count;', '}'))
+        self.assertTrue(self.is_mutated(self.WRITES, 'if (n == 2) ERR(use()); else ++count;'))
+        self.assertTrue(self.is_mutated(self.WRITES, 'if (err == A_Err_NONE && a || n == 2) found = true;'))
+        self.assertTrue(self.is_mutated(self.WRITES, 'ERR2(use(n));'))
+
+    def test_one_that_may_not_be_replaced_is_mutated(self):
+        self.assertTrue(self.is_mutated('if (other) ' + self.WRITES, 'ERR(use(n));'))
+        self.assertTrue(self.is_mutated('if (other) {', self.WRITES, '}', 'ERR(use(n));'))
+        self.assertTrue(self.is_mutated('ERR(our_function(info, &n));', 'ERR(use(n));'))
+        self.assertTrue(self.is_mutated('ERR(suites.LayerSuite7()->AEGP_Set(layer, n));'))
+        self.assertTrue(self.is_mutated('ERR(suites.LayerSuite7()->AEGP_Get(layer, &n, n));'))
+        self.assertTrue(self.is_mutated('suites.LayerSuite7()->AEGP_Get(layer, &n);', 'ERR(use(n));'))
+        self.assertTrue(self.is_mutated('ERR(use(n));', self.WRITES))
+        self.assertTrue(self.is_mutated(self.WRITES, 'ERR(use(n));', first='A_long n = m + 1;'))
+
+
 class Identity(unittest.TestCase):
     def test_says_file_function_operator_and_the_lines(self):
         text = 'int f(int a) {\n    return a < 3;\n}\n\nint g() {\n    return 4;\n}\n'

@@ -4,6 +4,7 @@ from pathlib import Path
 from typing import NamedTuple
 
 from mutation import constants
+from mutation.first_values import unread_first_values
 from mutation.operators import OPERATORS
 from mutation.sources import Source
 
@@ -51,11 +52,13 @@ def all_mutants(root, chosen=()):
 def mutants_of(path, text, names):
     source = Source(path, text)
     digest = hashlib.sha256(text.encode()).hexdigest()
+    unread = [] if source.is_script else list(unread_first_values(source))
     found = {}
     for operator, edits in OPERATORS.items():
         for start, end, replacement in edits(source, names):
             mutated = text[:start] + replacement + text[end:]
-            if mutated != text and mutated not in found:
+            is_unread = any(first <= start and end <= last for first, last in unread)
+            if mutated != text and mutated not in found and not is_unread:
                 found[mutated] = (start, operator)
     mutants = []
     seen = {}
