@@ -124,6 +124,26 @@ TEST_F(Command, does_not_stop_at_a_precomp_layers_name_that_cannot_be_read) {
     EXPECT_EQ(host.count_of("GetLayerName(nest, own, null)"), 2);
 }
 
+TEST_F(Command, ends_with_the_code_of_the_null_that_could_not_be_dropped) {
+    answer = kDiscard;
+    const std::vector<fake::Layer*> layers = main->layers;
+    for (const char* failing : {"IsItemSelected(main)", "DeleteLayer(null)"}) {
+        main->layers = layers;
+        host.forget_calls();
+        host.fail_on = failing;
+        EXPECT_EQ(run(), fake::Host::kInjected) << failing;
+        EXPECT_EQ(host.count_of("DeleteLayer(nest)"), 0) << failing;
+        EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()") << failing;
+    }
+}
+
+TEST_F(Command, moves_the_null_that_stays_before_it_selects_it) {
+    host.layer_stream(nest, 1)->time_varying = true;
+    host.fail_on = "CollectionPushBack(collection2, 1, null";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.count_of("Layer6.ReorderLayer(null"), 1);
+}
+
 class LongPrefix : public Command {
   protected:
     LongPrefix() { answer = "[true,false,false,\"" + std::string(51, 'x') + "\",false,false]"; }

@@ -1,6 +1,7 @@
 // The command from the dialog to the closing alert.
 #include <algorithm>
 #include <clocale>
+#include <new>
 
 #include "command_fixture.h"
 
@@ -79,6 +80,15 @@ TEST_F(Command, measures_the_prefix_in_bytes_as_written) {
 }
 
 TEST_F(Command, renames_with_a_prefix_of_50_bytes) {
+    answer = "[false,false,false,\"" + std::string(50, 'x') + "\",false,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', " + std::string(50, 'x') + "_a')"), 1);
+}
+
+TEST_F(Command, prefix_of_50_bytes_ends_there_whatever_lies_behind_it) {
+    // Behind it lies the address of the host's suites: here one that begins with the letter H.
+    alignas(256) unsigned char room[512] = {};
+    sP = new (room + 'H') SPBasicSuite(*host.basic());
     answer = "[false,false,false,\"" + std::string(50, 'x') + "\",false,false]";
     EXPECT_EQ(run(), A_Err_NONE);
     EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', " + std::string(50, 'x') + "_a')"), 1);
