@@ -34,7 +34,7 @@ Control.prototype.add = function (type, bounds, text, properties) {
     this.children.push(child);
     return child;
 };
-function Window(type, title) { Control.call(this, type, title); }
+function Window(type, title, bounds, properties) { Control.call(this, type, title); this.name = properties.name; }
 Window.prototype = new Control();
 Window.prototype.show = function () { this.shown = true; scenario(this); };
 Window.prototype.close = function () { this.closed = true; };
@@ -44,6 +44,11 @@ function click(control) {
     if (control.onClick) { control.onClick(); }
 }
 var scenario = function () {};
+function names(control) {
+    var text = control.name, i;
+    for (i = 0; i < control.children.length; i += 1) { text += " " + names(control.children[i]); }
+    return text;
+}
 function tree(control) {
     var text = control.type + (control.text ? " '" + control.text + "'" : "");
     var parts = [], i;
@@ -91,12 +96,17 @@ TEST_F(DialogScript, closing_without_a_button_gives_an_empty_text) {
     EXPECT_EQ(run_dialog(), "");
     EXPECT_EQ(run("dialog.shown"), "true");
     EXPECT_EQ(run("saved.length"), "0");
+    EXPECT_EQ(run("[optionCopyAttributes.value, optionDiscardAttributes.value]"), "true,false");
 }
 
 TEST_F(DialogScript, cancel_gives_an_empty_text_and_saves_nothing) {
     EXPECT_EQ(run_dialog("click(optionDeleteSource); click(buttonCancel);"), "");
     EXPECT_EQ(run("dialog.closed"), "true");
     EXPECT_EQ(run("saved.length"), "0");
+}
+
+TEST_F(DialogScript, cancel_takes_an_earlier_ok_back) {
+    EXPECT_EQ(run_dialog("click(buttonOK); click(buttonCancel);"), "");
 }
 
 TEST_F(DialogScript, ok_on_first_use_gives_the_defaults) {
@@ -151,6 +161,13 @@ TEST_F(DialogScript, saved_keeping_disables_deleting) {
               "true,false,false");
 }
 
+TEST_F(DialogScript, keeping_wins_where_both_were_saved) {
+    set("settingDeleteSource", "true");
+    set("settingKeepInComp", "true");
+    EXPECT_EQ(run_dialog("click(buttonOK);"), R"([true,false,true,"",false,false])");
+    EXPECT_EQ(run("[optionDeleteSource.enabled, optionKeepInComp.enabled]"), "false,false");
+}
+
 TEST_F(DialogScript, any_other_text_counts_as_false) {
     set("settingCopyPrecompAttr", "TRUE");
     set("settingDeleteSource", "yes");
@@ -196,8 +213,16 @@ TEST_F(DialogScript, builds_its_controls_in_order) {
               "checkbox 'Prepend pre-comp name to extracted layers'; "
               "checkbox 'Attempt to correct layers with randomized expressions'; "
               "group row [right,center] 10 [0,20,0,0] @[fill,center] {button 'Ok' w100; button 'Cancel' w100}}}");
-    EXPECT_EQ(run("optionPrependPrecompName.name + ' ' + optionFixRandomExpresions.name"),
-              "prependPrecompName fixRandomExpresions");
+}
+
+TEST_F(DialogScript, names_its_controls) {
+    run_dialog();
+    EXPECT_EQ(
+        run("names(dialog)"),
+        "dialog prefixGroup prefixTitle prefixInput optionsGroup option1Group optionCopyAttributes staticText1Group "
+        "staticText1 staticText1Line1 staticText1Line2 option2Group optionDiscardAttributes staticText2Group "
+        "staticText2Line1 staticText2Line2 optionDeleteSource optionKeepInComp prependPrecompName "
+        "fixRandomExpresions buttons buttonOK buttonCancel");
 }
 
 // ---- JSON, where the engine has none
@@ -220,6 +245,26 @@ TEST_F(Json, quotes_text_with_escapes) {
     EXPECT_EQ(run("JSON.stringify('caf\xc3\xa9 \xe4\xb8\xad')"), "\"caf\xc3\xa9 \xe4\xb8\xad\"");
 }
 
+TEST_F(Json, quotes_only_what_needs_an_escape) {
+    EXPECT_EQ(run(R"(
+        var ranges = [[0, 0x1f], [0x22, 0x22], [0x5c, 0x5c], [0x7f, 0x9f], [0xad, 0xad], [0x600, 0x604], [0x70f, 0x70f],
+                      [0x17b4, 0x17b5], [0x200c, 0x200f], [0x2028, 0x202f], [0x2060, 0x206f], [0xfeff, 0xfeff],
+                      [0xfff0, 0xffff]];
+        var all = [], plain = [], unit = 0, n;
+        for (n = 0; n <= ranges.length; n += 1) {
+            for (; unit < (n < ranges.length ? ranges[n][0] : 0x10000); unit += 1) {
+                plain.push(String.fromCharCode(unit));
+            }
+            for (; n < ranges.length && unit <= ranges[n][1]; unit += 1) {
+                all.push(String.fromCharCode(unit));
+            }
+        }
+        var text = all.join(''), unescaped = plain.join('');
+        [JSON.stringify(unescaped) === '"' + unescaped + '"', JSON.parse(JSON.stringify(text)) === text,
+         JSON.stringify(text).slice(1, -1).split(/\\(?:u[0-9a-f]{4}|.)/).length - 1 === text.length].join())"),
+              "true,true,true");
+}
+
 TEST_F(Json, writes_every_kind_of_value) {
     EXPECT_EQ(run("JSON.stringify([1, -1.5, 1e21, true, false, null, 'x', [], {}])"),
               R"([1,-1.5,1e+21,true,false,null,"x",[],{}])");
@@ -240,6 +285,12 @@ TEST_F(Json, asks_to_json_with_the_key) {
     EXPECT_EQ(run("delete Date.prototype.toJSON; JSON.stringify(new Date(Date.UTC(2020, 1, 3, 4, 5, 6)))"),
               R"("2020-02-03T04:05:06Z")");
     EXPECT_EQ(run("JSON.stringify(new Date(NaN))"), "null");
+}
+
+TEST_F(Json, writes_dates_with_two_digits_each) {
+    EXPECT_EQ(run("delete Date.prototype.toJSON; JSON.stringify([new Date(Date.UTC(2020, 9, 10, 9, 10, 11)),"
+                  "new Date(Date.UTC(1999, 11, 31, 23, 59, 59)), new Date(Date.UTC(2001, 0, 1, 0, 0, 0))])"),
+              R"(["2020-10-10T09:10:11Z","1999-12-31T23:59:59Z","2001-01-01T00:00:00Z"])");
 }
 
 TEST_F(Json, heeds_replacer_and_space) {
@@ -268,6 +319,12 @@ TEST_F(Json, revives_from_the_inside_out) {
                   "order.push(k); return k === 'b' ? undefined : typeof v === 'number' ? v * 10 : v; });"
                   "[order.join(), v.a.join(), 'b' in v].join('|')"),
               "0,1,a,b,|10,20|false");
+}
+
+TEST_F(Json, revives_texts_and_nulls_as_wholes) {
+    EXPECT_EQ(run("var order = []; JSON.parse('{\"text\":\"xy\",\"none\":null,\"list\":[\"z\"]}', function (k, v) {"
+                  "order.push(k); return v; }); order.join()"),
+              "text,none,0,list,");
 }
 
 TEST_F(Json, refuses_everything_else_without_running_it) {
