@@ -47,3 +47,6 @@ function(leave_out_of_coverage target)
     target_compile_options(${target} PRIVATE -fno-sanitize=fuzzer-no-link)
   endif()
 endfunction()
+
+# Test programs run once: optimising them takes far longer than they run.
+set(EXFLATE_TEST_OPTIONS $<$<CONFIG:Release>:-O0>)
