@@ -110,8 +110,7 @@ void find_inside_changes(Unnesting& u) {
                "ddd",
                {}});
     }
-    const Json* asset = u.before().asset(u.nest().source);
-    const double own_rate = asset == nullptr ? 0 : number_member(*asset, "fr", 0);
+    const double own_rate = u.inside().frame_rate;
     if (own_rate > 0 && own_rate != u.before().frame_rate) {
         const bool keeps = u.inside().keeps_frame_rate;
         u.add({Reason::frame_rate,
