@@ -13,4 +13,4 @@ test:
 	tools/setup test
 	cmake --preset release -DBUILD_TESTING=ON
 	cmake --build --preset release
-	ctest --preset release
+	ctest --preset release $(CTEST_FLAGS)
