@@ -66,8 +66,12 @@ std::string check_json(const std::vector<CheckedFile>& files) {
         json.begin_object();
         json.add("file", file.name);
         json.add("bytes", file.bytes);
-        json.add("verdict", std::string(name(file.verdict())));
-        if (file.failure) json.add("error", file.failure->what());
+        if (file.failure) {
+            json.add_null("verdict");
+            json.add("error", file.failure->what());
+        } else {
+            json.add("verdict", std::string(name(file.verdict())));
+        }
         json.key("nests");
         json.begin_array();
         for (const CheckedNest& nest : file.nests) add_nest(json, nest);

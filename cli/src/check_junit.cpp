@@ -10,36 +10,21 @@ using host::audit::Weight;
 
 // Characters that XML cannot hold become U+FFFD.
 std::string escaped(const std::string& text) {
+    constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
     std::string result;
-    for (const char c : valid_utf8(text)) {
-        switch (c) {
-            case '&':
-                result += "&amp;";
-                break;
-            case '<':
-                result += "&lt;";
-                break;
-            case '>':
-                result += "&gt;";
-                break;
-            case '"':
-                result += "&quot;";
-                break;
-            case '\t':
-                result += "&#9;";
-                break;
-            case '\n':
-                result += "&#10;";
-                break;
-            case '\r':
-                result += "&#13;";
-                break;
-            default:
-                if (static_cast<unsigned char>(c) < 0x20) {
-                    result += "\xEF\xBF\xBD";
-                } else {
-                    result += c;
-                }
+    const std::string valid = valid_utf8(text);
+    for (std::size_t i = 0; i < valid.size(); ++i) {
+        const char c = valid[i];
+        const auto byte = static_cast<unsigned char>(c);
+        if (valid.compare(i, 3, "\xEF\xBF\xBE") == 0 || valid.compare(i, 3, "\xEF\xBF\xBF") == 0) {
+            result += kReplacement;
+            i += 2;
+        } else if (c == '\t' || c == '\n' || c == '\r' || std::string_view("&<>\"").find(c) != std::string_view::npos) {
+            result += "&#" + std::to_string(byte) + ";";
+        } else if (byte < 0x20) {
+            result += kReplacement;
+        } else {
+            result += c;
         }
     }
     return result;

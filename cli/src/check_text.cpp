@@ -44,7 +44,7 @@ void add_nest(std::string& text, const CheckedFile& file, const CheckedNest& nes
         if (finding.reason != host::audit::Reason::size) add_finding(text, finding);
     }
     if (nest.proof) text += "      " + proof_line(*nest.proof) + "\n";
-    if (!nest.proof_problem.empty()) text += "      no pictures: " + nest.proof_problem + "\n";
+    if (!nest.proof_problem.empty()) text += "      no pictures: " + printable(nest.proof_problem) + "\n";
 }
 
 void add_totals(std::string& text, const CheckedFile& file) {
@@ -59,18 +59,18 @@ void add_totals(std::string& text, const CheckedFile& file) {
 std::string check_text(const std::vector<CheckedFile>& files) {
     std::string text;
     for (const CheckedFile& file : files) {
-        text += file.name + "\n";
+        text += printable(file.name) + "\n";
         const std::string* composition = nullptr;
         for (const CheckedNest& nest : file.nests) {
             if (composition == nullptr || *composition != nest.composition) {
                 text += "  composition " + in_quotes(nest.composition_name) +
-                        (nest.composition.empty() ? "" : " (" + nest.composition + ")") + "\n";
+                        (nest.composition.empty() ? "" : " (" + printable(nest.composition) + ")") + "\n";
             }
             composition = &nest.composition;
             add_nest(text, file, nest);
         }
         if (file.failure) {
-            text += "  not checked to the end: " + std::string(file.failure->what()) + "\n";
+            text += "  not checked to the end: " + printable(file.failure->what()) + "\n";
         } else {
             add_totals(text, file);
         }

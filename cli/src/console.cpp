@@ -58,14 +58,20 @@ void Console::say(Tone tone, std::string_view subject, std::string_view sentence
 }
 
 std::string in_quotes(std::string_view text) {
-    std::string result = "\"";
+    std::string escaped;
+    for (const char c : text) {
+        if (c == '"' || c == '\\') escaped += '\\';
+        escaped += c;
+    }
+    return '"' + printable(escaped) + '"';
+}
+
+std::string printable(std::string_view text) {
+    std::string result;
     for (std::size_t i = 0; i < text.size(); ++i) {
         const auto byte = static_cast<unsigned char>(text[i]);
         const auto next = static_cast<unsigned char>(i + 1 < text.size() ? text[i + 1] : '\0');
-        if (byte == '"' || byte == '\\') {
-            result += '\\';
-            result += text[i];
-        } else if (byte < 0x20 || byte == 0x7F) {
+        if (byte < 0x20 || byte == 0x7F) {
             append_escape(result, byte);
         } else if (byte == 0xC2 && next >= 0x80 && next < 0xA0) {  // the second block of control characters, in UTF-8
             append_escape(result, next);
@@ -74,7 +80,7 @@ std::string in_quotes(std::string_view text) {
             result += text[i];
         }
     }
-    return result + '"';
+    return result;
 }
 
 std::string counted(std::size_t count, std::string_view noun) {

@@ -38,7 +38,7 @@ class Tree {
 
     std::string name_and_id(const Comp& comp) const {
         const std::string id = document_.comp_id(comp);
-        return in_quotes(comp.name()) + (id.empty() ? "" : " [" + id + "]");
+        return in_quotes(comp.name()) + (id.empty() ? "" : " [" + printable(id) + "]");
     }
 
     void add_layers(const Comp& comp, int depth) {

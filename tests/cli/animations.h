@@ -50,6 +50,31 @@ inline std::string three_nests() {
         {nest_layer(1, "Left", "comp_0"), nest_layer(2, "Right", "comp_0"), nest_layer(3, "Box", "comp_1")});
 }
 
+// A red square of 40 pixels.
+inline std::string solid_layer(int ind, const std::string& name, const std::string& more = "") {
+    return R"({"ddd":0,"ind":)" + std::to_string(ind) + R"(,"ty":1,"nm":")" + name + R"(","sr":1,)" + kTransform +
+           R"(,"ao":0,"sw":40,"sh":40,"sc":"#ff0000","ip":0,"op":50,"st":0)" + more + R"(,"bm":0})";
+}
+
+// The nest "Intro" is half transparent, and its look changes.
+inline std::string fading_nest() {
+    std::string nest = nest_layer(2, "Intro", "comp_0");
+    const std::string opaque = R"("o":{"a":0,"k":100})";
+    nest.replace(nest.find(opaque), opaque.size(), R"("o":{"a":0,"k":50})");
+    nest.replace(nest.find("[50,40,0]"), 9, "[0,0,0]");
+    return animation({asset("comp_0", "Intro comp", {solid_layer(1, "red"), shape_layer(2, "square")})},
+                     {shape_layer(1, "Title"), nest, shape_layer(3, "Background")});
+}
+
+// Names, an id and a member that try to break out of whatever is written about them; the look changes.
+inline std::string hostile_names() {
+    const std::string name = R"(a\"]]><&\n\u001b[31m\u009b\uFFFE)";
+    const std::string rider = R"(,"parent":1,"ef":[],")" + name + R"(":{"x":"index"})";
+    return animation({asset(name, name, {nest_layer(1, name, "comp_1"), shape_layer(2, name)}),
+                      asset("comp_1", "Deep", {solid_layer(1, name), solid_layer(2, name, rider)})},
+                     {nest_layer(1, name, name)});
+}
+
 inline std::string no_nest() {
     return animation({}, {shape_layer(1, "Title")});
 }

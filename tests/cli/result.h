@@ -16,10 +16,15 @@ inline rapidjson::Document parsed(const std::string& text) {
     return document;
 }
 
+// A text member of each object.
+inline std::vector<std::string> members_of(const rapidjson::Value& objects, const char* member) {
+    std::vector<std::string> texts;
+    for (const auto& object : objects.GetArray()) texts.emplace_back(object[member].GetString());
+    return texts;
+}
+
 inline std::vector<std::string> names_of(const rapidjson::Value& layers) {
-    std::vector<std::string> names;
-    for (const auto& layer : layers.GetArray()) names.emplace_back(layer["nm"].GetString());
-    return names;
+    return members_of(layers, "nm");
 }
 
 // Names of the main composition's layers, top to bottom.

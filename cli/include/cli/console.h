@@ -24,6 +24,10 @@ class Console {
 // `text` in double quotes with control characters escaped, so that a name can neither end a line nor steer a terminal.
 std::string in_quotes(std::string_view text);
 
+// The same without the quotes: control characters are escaped, so that text can neither end a line nor steer a
+// terminal.
+std::string printable(std::string_view text);
+
 // "1 layer", "2 layers".
 std::string counted(std::size_t count, std::string_view noun);
 

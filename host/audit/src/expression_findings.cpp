@@ -43,8 +43,8 @@ class Tally {
             const std::string more = entry.count > 1 ? " (and " + std::to_string(entry.count - 1) + " more)" : "";
             u.add({reason,
                    entry.weight,
-                   "layer " + quoted(entry.layer) + (entry.property.empty() ? "" : ", " + entry.property) + ": " +
-                       entry.what + more,
+                   "layer " + quoted(entry.layer) + (entry.property.empty() ? "" : ", " + printable(entry.property)) +
+                       ": " + entry.what + more,
                    entry.weight == Weight::harmless ? "" : entry.way_out,
                    entry.layer,
                    entry.property,
@@ -219,7 +219,8 @@ class ExpressionFindings {
                              name == "pixelAspect" ||
                              (name == "numLayers" && inside.layers.size() == u_.result().layers.size());
         note(Reason::composition_in_expression, is_same ? Weight::harmless : Weight::change, one,
-             "it reads thisComp." + name + (is_same ? ", which is the same outside" : " of another composition now"));
+             "it reads thisComp." + printable(name) +
+                 (is_same ? ", which is the same outside" : " of another composition now"));
     }
 
     void look_at_name(const SceneLayer& layer, const SceneLayer& after) {

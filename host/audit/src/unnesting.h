@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "audit/audit.h"
@@ -82,6 +83,9 @@ class Unnesting {
     Placement result_placement_;
     std::vector<Finding> findings_;
 };
+
+// Text from the file, good for sentences: control characters are written as \uXXXX.
+std::string printable(std::string_view text);
 
 // A name in double quotes, for sentences.
 std::string quoted(const std::string& name);

@@ -1,0 +1,160 @@
+// `exflate check`: verdicts, exit codes, and that nothing is ever written.
+#include <gmock/gmock.h>
+
+#include "animations.h"
+#include "result.h"
+#include "sandbox.h"
+
+using test::exflate;
+using test::Finished;
+using test::Sandbox;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::Not;
+
+namespace {
+
+Finished check(const std::string& animation, const std::vector<std::string>& flags = {}) {
+    const Sandbox sandbox;
+    std::vector<std::string> arguments = {"check", sandbox.write("a.json", animation)};
+    arguments.insert(arguments.end(), flags.begin(), flags.end());
+    return exflate(sandbox, arguments);
+}
+
+// The names of the nests in a JSON report.
+std::vector<std::string> nests_of(const Finished& finished) {
+    const rapidjson::Document report = test::parsed(finished.out);
+    return test::members_of(report["files"][0]["nests"], "name");
+}
+
+TEST(Check, a_look_that_stays_is_exact_and_ends_with_0) {
+    const Finished finished = check(test::one_nest());
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_EQ(finished.err, "");
+    EXPECT_THAT(finished.out, testing::MatchesRegex("a.json\n"
+                                                    "  composition \"Main\"\n"
+                                                    "    #2 \"Intro\": exact \\(2 layers, [+-][0-9.]+ %\\)\n"
+                                                    "  1 nest: 1 exact, 0 equal to the eye, 0 changing\n"));
+}
+
+TEST(Check, a_look_that_changes_is_told_with_reason_and_way_out_and_ends_with_1) {
+    const Finished finished = check(test::fading_nest());
+    EXPECT_EQ(finished.exit_code, 1);
+    EXPECT_EQ(finished.err, "");
+    EXPECT_THAT(finished.out, HasSubstr("    #2 \"Intro\": changes (2 layers, "));
+    EXPECT_THAT(finished.out,
+                HasSubstr("      ! opacity: its opacity of 50 % is lost: the layers keep their own -> give the layers "
+                          "inside the opacity, or keep this nest\n"));
+    EXPECT_THAT(finished.out, HasSubstr("  1 nest: 0 exact, 0 equal to the eye, 1 changing\n"));
+}
+
+TEST(Check, a_file_without_nests_is_exact) {
+    const Finished finished = check(test::no_nest());
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_EQ(finished.out, "a.json\n  0 nests: 0 exact, 0 equal to the eye, 0 changing\n");
+}
+
+TEST(Check, every_nest_of_every_composition_is_checked_by_itself) {
+    const Finished finished = check(test::three_nests(), {"--format", "json"});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_THAT(nests_of(finished), ElementsAre("Left", "Right", "Box", "Inner"));
+}
+
+TEST(Check, comp_and_layer_choose_what_is_checked) {
+    EXPECT_THAT(nests_of(check(test::three_nests(), {"--format", "json", "--comp", "Outer"})), ElementsAre("Inner"));
+    EXPECT_THAT(nests_of(check(test::three_nests(), {"--format", "json", "--comp", "Main"})),
+                ElementsAre("Left", "Right", "Box"));
+    EXPECT_THAT(nests_of(check(test::three_nests(), {"--format", "json", "--layer", "#3", "--layer", "Left"})),
+                ElementsAre("Box", "Left"));
+    EXPECT_THAT(nests_of(check(test::three_nests(), {"--format", "json", "--comp", "comp_1", "--layer", "Inner"})),
+                ElementsAre("Inner"));
+}
+
+TEST(Check, a_choice_that_is_not_there_is_wrong_usage) {
+    const Finished finished = check(test::one_nest(), {"--layer", "Outro"});
+    EXPECT_EQ(finished.exit_code, 2);
+    EXPECT_THAT(finished.err, HasSubstr("no layer named \"Outro\""));
+    EXPECT_EQ(check(test::one_nest(), {"--comp", "nowhere"}).exit_code, 2);
+    EXPECT_EQ(check(test::one_nest(), {"--layer", "Title"}).exit_code, 2);
+}
+
+TEST(Check, an_unknown_format_is_wrong_usage) {
+    const Finished finished = check(test::one_nest(), {"--format", "xml"});
+    EXPECT_EQ(finished.exit_code, 2);
+    EXPECT_EQ(finished.out, "");
+    EXPECT_THAT(finished.err, HasSubstr("--format is text, json or junit, not 'xml'"));
+}
+
+TEST(Check, the_answers_to_the_dialog_change_the_verdict) {
+    EXPECT_EQ(check(test::one_nest()).exit_code, 0);
+    const Finished discarded = check(test::one_nest(), {"--discard-attributes"});
+    EXPECT_EQ(discarded.exit_code, 1);
+    EXPECT_THAT(discarded.out, HasSubstr("! place: its transform does not reach every layer"));
+}
+
+TEST(Check, of_several_files_the_highest_code_counts_and_each_is_reported) {
+    const Sandbox sandbox;
+    const std::string kept = sandbox.write("kept.json", test::one_nest());
+    const std::string fading = sandbox.write("fading.json", test::fading_nest());
+    const std::string broken = sandbox.write("broken.json", "{");
+    EXPECT_EQ(exflate(sandbox, {"check", kept, kept}).exit_code, 0);
+    EXPECT_EQ(exflate(sandbox, {"check", fading, kept}).exit_code, 1);
+    const Finished all = exflate(sandbox, {"check", kept, broken, fading});
+    EXPECT_EQ(all.exit_code, 3);
+    EXPECT_THAT(all.out, HasSubstr("kept.json\n  composition \"Main\"\n    #2 \"Intro\": exact"));
+    EXPECT_THAT(all.out, HasSubstr("broken.json\n  not checked to the end: "));
+    EXPECT_THAT(all.out, HasSubstr("fading.json\n  composition \"Main\"\n    #2 \"Intro\": changes"));
+    EXPECT_THAT(all.err, testing::StartsWith("broken.json:1:2: "));
+    EXPECT_EQ(exflate(sandbox, {"check", "missing.json", kept}).exit_code, 3);
+    EXPECT_EQ(exflate(sandbox, {"check", kept, fading, "--layer", "Outro"}).exit_code, 2);
+}
+
+TEST(Check, a_plug_in_that_cannot_be_loaded_or_fails_ends_with_4) {
+    const Sandbox sandbox;
+    const std::string file = sandbox.write("a.json", test::one_nest());
+    const auto with = [&](const std::string& module) {
+        return exflate(sandbox, {.arguments = {"check", file}, .environment = {{"EXFLATE_PLUGIN", module}}});
+    };
+    const Finished missing = with("/nowhere/at/all.so");
+    EXPECT_EQ(missing.exit_code, 4);
+    EXPECT_EQ(missing.out, "");
+    const Finished failing = with(EDITS_THEN_FAILS);
+    EXPECT_EQ(failing.exit_code, 4);
+    EXPECT_THAT(failing.out, HasSubstr("not checked to the end: "));
+}
+
+TEST(Check, nothing_is_written_and_the_file_keeps_its_bytes) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::fading_nest());
+    for (const char* format : {"text", "json", "junit"}) {
+        exflate(sandbox, {"check", "a.json", "--format", format, "--prove", "--delete-source", "--prefix", "x"});
+    }
+    EXPECT_THAT(sandbox.names(), ElementsAre("a.json"));
+    EXPECT_EQ(sandbox.read("a.json"), test::fading_nest());
+}
+
+TEST(Check, standard_input_is_checked_too) {
+    const Sandbox sandbox;
+    const Finished finished = exflate(sandbox, {"check", "-"}, test::fading_nest());
+    EXPECT_EQ(finished.exit_code, 1);
+    EXPECT_THAT(finished.out, testing::StartsWith("standard input\n"));
+}
+
+TEST(Check, prove_tells_how_far_the_pictures_are_apart) {
+    EXPECT_THAT(check(test::fading_nest(), {"--prove"}).out,
+                HasSubstr("      pictures: different; worst at frame 0: mean "));
+    EXPECT_THAT(check(test::one_nest(), {"--prove"}).out,
+                HasSubstr("      pictures: equal; worst at frame 0: mean 0.000 of 255, 0.00 % of pixels beyond 8, SSIM "
+                          "1.0000\n"));
+    EXPECT_THAT(check(test::one_nest()).out, Not(HasSubstr("pictures")));
+}
+
+TEST(Check, no_name_can_end_a_line_or_steer_the_terminal) {
+    const Finished finished = check(test::hostile_names());
+    EXPECT_EQ(finished.exit_code, 1);
+    EXPECT_THAT(finished.out, HasSubstr(R"("a\"]]><&\u000A\u001B[31m\u009B")"));
+    for (const char c : finished.out) EXPECT_TRUE(c == '\n' || static_cast<unsigned char>(c) >= 0x20);
+    EXPECT_THAT(finished.out, Not(HasSubstr("\xC2\x9B")));
+}
+
+}  // namespace
