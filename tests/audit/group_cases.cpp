@@ -118,6 +118,8 @@ std::vector<Case> blend_cases() {
 
 std::vector<Case> clip_cases() {
     const Members small = {{"w", "60"}, {"h", "60"}, {"ks", at(20, 20)}};
+    const std::string dot = R"({"ty":"el","p":{"a":0,"k":[0,0]},"s":{"a":0,"k":[56,56]}},)"
+                            R"({"ty":"fl","c":{"a":0,"k":[1,0,0,1]},"o":{"a":0,"k":100}})";
     return {
         {Reason::clip, "cut_in_half", Weight::change, Pictures::differ, inside({red({{"ks", at(40, 10)}})}, small),
          "red", "w", 0},
@@ -127,6 +129,9 @@ std::vector<Case> clip_cases() {
         {Reason::clip, "everything_fits", std::nullopt, Pictures::equal, inside({red({{"ks", at(10, 10)}})}, small)},
         {Reason::clip, "outside_of_the_picture_anyway", std::nullopt, Pictures::equal,
          inside({red({{"ks", at(80, 80)}})})},
+        {Reason::clip, "turned_so_that_only_the_rectangle_around_it_reaches_over", std::nullopt, Pictures::equal,
+         inside({shape_layer(1, "dot", dot, {{"ks", transform({{"p", still("[30,30,0]")}, {"r", still("45")}})}})},
+                small)},
         {Reason::clip, "by_a_hair", Weight::slight, Pictures::equal, inside({red({{"ks", at(20.02, 10)}})}, small)},
     };
 }
@@ -151,6 +156,10 @@ std::vector<Case> effect_cases() {
          discard()},
         {Reason::layer_styles, "shadow", Weight::change, Pictures::cannot_tell,
          nest({{"sy", R"([{"ty":1,"nm":"Drop Shadow"}])"}}), "", "sy"},
+        {Reason::layer_styles, "stroke_that_no_player_draws", Weight::slight, Pictures::equal,
+         nest({{"sy", R"([{"ty":0,"nm":"Stroke"}])"}})},
+        {Reason::layer_styles, "shadow_behind_a_stroke", Weight::change, Pictures::cannot_tell,
+         nest({{"sy", R"([{"ty":0,"nm":"Stroke"},{"ty":1,"nm":"Drop Shadow"}])"}}), "", "sy"},
         {Reason::layer_styles, "switched_off", Weight::harmless, Pictures::equal,
          nest({{"sy", R"([{"ty":1,"nm":"Drop Shadow","en":0}])"}})},
     };

@@ -4,6 +4,12 @@
 namespace test {
 namespace {
 
+// The same animation with another end.
+std::string with_end(int frame, std::string animation) {
+    const std::string end = R"("ip":0,"op":20)";
+    return animation.replace(animation.find(end), end.size(), R"("ip":0,"op":)" + std::to_string(frame));
+}
+
 std::vector<Case> depth_cases() {
     const auto spatial = [](const std::string& y) {
         return transform({{"rx", still("0")}, {"ry", still(y)}, {"rz", still("0")}, {"or", still("[0,0,0]")}});
@@ -59,6 +65,10 @@ std::vector<Case> clock_cases() {
          inside({standing}, {{"st", "2.5"}})},
         {Reason::trim, "a_late_layer_is_cut_as_if_it_were_early", Weight::change, Pictures::differ,
          inside({red({{"ks", at(20, 20)}, {"ip", "5"}})}, {{"st", "10"}, {"ip", "10"}}), "red", "ip", 10},
+        {Reason::trim, "a_few_frames_of_very_many", Weight::change, Pictures::differ,
+         with_end(6000, inside({red({{"ks", at(20, 20)}, {"ip", "5"}, {"op", "9000"}})},
+                               {{"st", "3001"}, {"ip", "3001"}, {"op", "6000"}})),
+         "red", "ip", 3001},
         {Reason::trim, "at_both_ends", std::nullopt, Pictures::equal,
          inside({red({{"ks", at(20, 20)}, {"ip", "0"}, {"op", "20"}})}, {{"ip", "5"}, {"op", "15"}})},
     };

@@ -12,13 +12,18 @@ namespace {
 constexpr double kSliver = 1;           // pixels: what anti-aliasing smears anyway
 constexpr double kUnseenShare = 0.001;  // of a picture: so much may differ between pictures that look equal
 
-// The parts of `box` outside `frame`.
-std::array<Box, 4> outside(const Box& box, const Box& frame) {
-    const Box middle{std::max(box.left, frame.left), box.top, std::min(box.right, frame.right), box.bottom};
-    return {Box{box.left, box.top, std::min(box.right, frame.left), box.bottom},
-            Box{std::max(box.left, frame.right), box.top, box.right, box.bottom},
-            Box{middle.left, box.top, middle.right, std::min(box.bottom, frame.top)},
-            Box{middle.left, std::max(box.top, frame.bottom), middle.right, box.bottom}};
+// The parts of `hull` outside `frame`.
+std::array<Hull, 4> outside(const Hull& hull, const Box& frame) {
+    const Box all = around(hull);
+    const double left = std::max(all.left, frame.left);
+    const double right = std::min(all.right, frame.right);
+    const std::array<Box, 4> sides = {Box{all.left, all.top, std::min(all.right, frame.left), all.bottom},
+                                      Box{std::max(all.left, frame.right), all.top, all.right, all.bottom},
+                                      Box{left, all.top, right, std::min(all.bottom, frame.top)},
+                                      Box{left, std::max(all.top, frame.bottom), right, all.bottom}};
+    std::array<Hull, 4> parts;
+    std::transform(sides.begin(), sides.end(), parts.begin(), [&](const Box& box) { return cut(hull, hull_of(box)); });
+    return parts;
 }
 
 // What of a layer newly comes into view when the nest's frame does not cut it off, in pixels of the outer composition.
@@ -30,18 +35,14 @@ struct Overhang {
 Overhang overhang(Unnesting& u, std::size_t inner, double frame) {
     Overhang all;
     if (!u.inside().layers[inner].draws()) return all;
-    const auto box = u.extents().in_stack(u.inside(), inner, u.inner_frame(frame));
-    if (!box) return all;
+    const Hull hull = u.extents().in_stack(u.inside(), inner, u.inner_frame(frame));
     const Matrix& outer = u.stack_placement().world(u.nest_place(), frame);
-    const Box view{0, 0, u.stack().width, u.stack().height};
-    for (const Box& part : outside(*box, {0, 0, u.nest().width, u.nest().height})) {
-        if (part.is_empty()) continue;
-        const Box seen = cut(mapped(part, outer), view);
-        if (seen.is_empty()) continue;
-        const double width = seen.right - seen.left;
-        const double height = seen.bottom - seen.top;
-        all.width = std::max(all.width, std::min(width, height));
-        all.area += width * height;
+    const Hull view = hull_of(Box{0, 0, u.stack().width, u.stack().height});
+    for (const Hull& part : outside(hull, {0, 0, u.nest().width, u.nest().height})) {
+        const Hull seen = cut(mapped(part, outer), view);
+        const Box box = around(seen);
+        all.width = std::max(all.width, std::min(box.right - box.left, box.bottom - box.top));
+        all.area += area(seen);
     }
     return all;
 }
@@ -81,7 +82,7 @@ Worst search(Unnesting& u) {
 
 void find_clip_changes(Unnesting& u) {
     const Worst worst = search(u);
-    if (worst.width == 0) return;
+    if (worst.width <= kNothing) return;
     const SceneLayer& layer = u.inside().layers[worst.layer];
     const std::string frame_size = plain(u.nest().width) + " x " + plain(u.nest().height);
     if (worst.layers == 0 || worst.share <= kUnseenShare) {

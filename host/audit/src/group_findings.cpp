@@ -129,7 +129,8 @@ bool shows_everything(Unnesting& u, std::size_t matte) {
     const Point corner = place.map({0, 0});
     const Point right = place.map({layer.width, 0});
     const bool is_upright = std::abs(corner.y - right.y) < 1e-6;
-    return is_upright && covers(mapped({0, 0, layer.width, layer.height}, place), u.stack().width, u.stack().height);
+    return is_upright && covers(around(mapped(hull_of(Box{0, 0, layer.width, layer.height}), place)), u.stack().width,
+                                u.stack().height);
 }
 
 void find_mattes(Unnesting& u) {
@@ -243,22 +244,39 @@ void find_effects(Unnesting& u) {
     }
 }
 
+// Shadows and glows; no player draws strokes, bevels, satin and overlays.
+bool do_players_draw(const Json& style) {
+    const double kind = number_member(style, "ty", -1);
+    return kind >= 1 && kind <= 4;
+}
+
+void find_layer_styles(Unnesting& u) {
+    const Json* first = nullptr;
+    bool is_drawn = false;
+    const auto styles = array_member(*u.nest().json, "sy");
+    if (styles.Empty()) return;
+    for (const Json& style : styles) {
+        if (is_truthy(style, "hd") || (member(style, "en") != nullptr && !is_truthy(style, "en"))) continue;
+        if (first == nullptr || (!is_drawn && do_players_draw(style))) first = &style;
+        is_drawn = is_drawn || do_players_draw(style);
+    }
+    if (first == nullptr) {
+        u.add({Reason::layer_styles, Weight::harmless, "its layer styles are switched off", "", "", "sy", {}});
+        return;
+    }
+    u.add({Reason::layer_styles,
+           weight_if_seen(u, is_drawn ? Weight::change : Weight::slight),
+           "its layer style " + quoted(text_member(*first, "nm")) + " is lost" +
+               (is_drawn ? "" : "; the application draws it, no player does") + unless_seen(u),
+           "give the style to the layers inside, or keep this nest",
+           "",
+           "sy",
+           {}});
+}
+
 void find_switches(Unnesting& u) {
     const SceneLayer& nest = u.nest();
     const Json& json = *nest.json;
-    if (const auto styles = array_member(json, "sy"); !styles.Empty()) {
-        const bool is_on = std::any_of(styles.begin(), styles.end(), [](const Json& style) {
-            return !is_truthy(style, "hd") && (member(style, "en") == nullptr || is_truthy(style, "en"));
-        });
-        u.add({Reason::layer_styles,
-               is_on ? weight_if_seen(u, Weight::change) : Weight::harmless,
-               is_on ? "its layer style " + quoted(text_member(styles[0], "nm")) + " is lost" + unless_seen(u)
-                     : "its layer styles are switched off",
-               is_on ? "give the style to the layers inside, or keep this nest" : "",
-               "",
-               "sy",
-               {}});
-    }
     if (nest.is_hidden) {
         const bool shows = std::any_of(u.copies().begin(), u.copies().end(),
                                        [&u](const Unnesting::Copy& copy) { return u.copied(copy).draws(); });
@@ -300,6 +318,7 @@ void find_group_changes(Unnesting& u) {
     find_mattes(u);
     find_blend_mode(u);
     find_effects(u);
+    find_layer_styles(u);
     find_switches(u);
 }
 

@@ -15,19 +15,18 @@ struct Displacement {
     std::size_t layers = 0;
 };
 
-Box extent(Unnesting& u, const SceneLayer& layer, double frame, const Stack& stack) {
-    return u.extents().of(layer, frame).value_or(Box{0, 0, stack.width, stack.height});
+Hull extent(Unnesting& u, const SceneLayer& layer, double frame, const Stack& stack) {
+    Hull hull = u.extents().of(layer, frame);
+    return area(hull) > 0 ? hull : hull_of(Box{0, 0, stack.width, stack.height});
 }
 
-double distance(const Box& box, const Matrix& a, const Matrix& b) {
+double distance(const Hull& hull, const Matrix& a, const Matrix& b) {
     double furthest = 0;
-    for (const double x : {box.left, box.right}) {
-        for (const double y : {box.top, box.bottom}) {
-            const Point p = a.map({x, y});
-            const Point q = b.map({x, y});
-            const double apart = std::hypot(p.x - q.x, p.y - q.y);
-            furthest = std::isfinite(apart) ? std::max(furthest, apart) : std::max(furthest, 1e9);
-        }
+    for (const Point& corner : hull) {
+        const Point p = a.map(corner);
+        const Point q = b.map(corner);
+        const double apart = std::hypot(p.x - q.x, p.y - q.y);
+        furthest = std::isfinite(apart) ? std::max(furthest, apart) : std::max(furthest, 1e9);
     }
     return furthest;
 }

@@ -67,7 +67,33 @@ std::vector<double> Unnesting::whole_frames(double from, double to) const {
     for (double k = 0; k < count; k += step) frames.push_back(stack_.first_frame + first + std::floor(k));
     const double last = stack_.first_frame + first + count - 1;
     if (frames.back() != last) frames.push_back(last);
+    if (step > 1) add_edges(frames);
     return frames;
+}
+
+// Frames just before and at the times where layers out of the nest begin and end, within those that are there.
+void Unnesting::add_edges(std::vector<double>& frames) const {
+    std::vector<double> edges;
+    for (const Copy& copy : copies_) {
+        edges.insert(edges.end(), {copied(copy).in, copied(copy).out});
+        if (!has_time_remap()) edges.insert(edges.end(), {outer_frame(inner(copy).in), outer_frame(inner(copy).out)});
+    }
+    const double first = frames.front();
+    const double last = frames.back();
+    for (const double edge : edges) {
+        const double at = stack_.first_frame + std::ceil(edge - stack_.first_frame - 1e-9);
+        for (const double frame : {at - 1, at}) {
+            if (first <= frame && frame <= last) frames.push_back(frame);
+        }
+    }
+    std::sort(frames.begin(), frames.end());
+    frames.erase(std::unique(frames.begin(), frames.end()), frames.end());
+    if (frames.size() > 2 * kMostFrames) {  // a nest with very many layers
+        const std::size_t step = frames.size() / kMostFrames;
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < frames.size(); i += step) frames[kept++] = frames[i];
+        frames.resize(kept);
+    }
 }
 
 std::vector<Finding> Unnesting::take_findings() {

@@ -51,7 +51,8 @@ class Unnesting {
     bool only_shifts() const { return !has_time_remap() && nest().stretch == 1; }
     double outer_frame(double inner) const { return nest().start + nest().stretch * inner; }
 
-    // Whole frames at which the nest can be seen; all of them up to a bound, else evenly spread.
+    // Whole frames at which the nest can be seen; all of them up to a bound, else evenly
+    // spread ones and those where layers begin and end.
     const std::vector<double>& nest_frames() const { return nest_frames_; }
     // Likewise for the whole stack.
     const std::vector<double>& stack_frames() const { return stack_frames_; }
@@ -66,6 +67,7 @@ class Unnesting {
 
   private:
     std::vector<double> whole_frames(double from, double to) const;
+    void add_edges(std::vector<double>& frames) const;
 
     const Scene& before_;
     const Scene& after_;
