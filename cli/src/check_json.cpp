@@ -1,6 +1,7 @@
 // The report of `exflate check` for programs.
+#include "check_json.h"
+
 #include "cli/check_command.h"
-#include "json_writer.h"
 
 namespace cli {
 namespace {
@@ -20,6 +21,8 @@ void add_finding(JsonWriter& json, const host::audit::Finding& finding) {
     json.end_object();
 }
 
+}  // namespace
+
 void add_proof(JsonWriter& json, const Proof& proof) {
     json.key("pictures");
     json.begin_object();
@@ -33,7 +36,6 @@ void add_proof(JsonWriter& json, const Proof& proof) {
 }
 
 void add_nest(JsonWriter& json, const CheckedNest& nest) {
-    json.begin_object();
     if (nest.composition.empty()) {
         json.add_null("composition");
     } else {
@@ -51,10 +53,7 @@ void add_nest(JsonWriter& json, const CheckedNest& nest) {
     json.end_array();
     if (nest.proof) add_proof(json, *nest.proof);
     if (!nest.proof_problem.empty()) json.add("pictures_problem", nest.proof_problem);
-    json.end_object();
 }
-
-}  // namespace
 
 std::string check_json(const std::vector<CheckedFile>& files) {
     JsonWriter json;
@@ -74,7 +73,11 @@ std::string check_json(const std::vector<CheckedFile>& files) {
         }
         json.key("nests");
         json.begin_array();
-        for (const CheckedNest& nest : file.nests) add_nest(json, nest);
+        for (const CheckedNest& nest : file.nests) {
+            json.begin_object();
+            add_nest(json, nest);
+            json.end_object();
+        }
         json.end_array();
         json.end_object();
     }

@@ -27,8 +27,12 @@ std::string valid_utf8(std::string_view text) {
 }
 
 void JsonWriter::add(const char* name, std::string_view text) {
-    const std::string valid = valid_utf8(text);
     writer_.Key(name);
+    add_element(text);
+}
+
+void JsonWriter::add_element(std::string_view text) {
+    const std::string valid = valid_utf8(text);
     writer_.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
 }
 

@@ -31,6 +31,7 @@ class JsonWriter {
     void add(const char* name, double number);  // at most three decimals, whole numbers without ".0"
     void add_exact(const char* name, double number);
     void add_null(const char* name);
+    void add_element(std::string_view text);
 
     // With a newline at the end.
     std::string text() const { return std::string(buffer_.GetString(), buffer_.GetSize()) + "\n"; }

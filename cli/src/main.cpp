@@ -10,6 +10,7 @@
 #include "cli/list_command.h"
 #include "cli/options.h"
 #include "cli/replay_command.h"
+#include "cli/report_command.h"
 #include "cli/run_command.h"
 #include "runner/utf8_locale.h"
 
@@ -36,6 +37,10 @@ ExitCode obey(const cli::CheckOptions& options, const Console& console) {
 
 ExitCode obey(const cli::ReplayOptions& options, const Console& console) {
     return cli::replay(options, console);
+}
+
+ExitCode obey(const cli::ReportOptions& options, const Console& console) {
+    return cli::report(options, console);
 }
 
 ExitCode obey(const cli::Information& information, const Console& console) {

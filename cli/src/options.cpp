@@ -18,6 +18,7 @@ constexpr const char* kHelp =
 
   exflate [run] FILE...   un-nest and write the result
   exflate check FILE...   per nest: does the look stay exact, equal to the eye, or what changes and why; writes nothing
+  exflate report FILE     make a page that plays the animation before and after side by side, with the verdicts of check
   exflate list FILE       show compositions, layers and nests as a tree; --json for other programs
   exflate replay JOURNAL  play a journal of run to the plug-in, and tell the first difference
   exflate dialog --picture PNG
@@ -43,6 +44,9 @@ Selection:
 check takes the selection (default: every nest of every composition) and the dialog's choices too, and:
   --format FORMAT         text, json or junit
   --prove                 draw frames before and after, and say how far they differ at the worst one
+
+report takes --comp, --layer and the dialog's choices too, and:
+  -o, --output OUT        write the page here; default: standard output
 
 The plug-in's dialog:
   --copy-attributes       carry a nest's transform, timing and effects over to its layers (default)
@@ -70,8 +74,8 @@ The picture of the dialog:
 Results go to standard output, everything else to standard error. Colours only on a terminal, never with NO_COLOR.
 
 Exit codes:
-  0  done; check: every look stays; replay: the plug-in did the same, as far as the journal goes
-  1  check, or run with --strict: a look would change; replay: the plug-in did something else
+  0  done; check and report: every look stays; replay: the plug-in did the same, as far as the journal goes
+  1  check, report, or run with --strict: a look would change; replay: the plug-in did something else
   2  wrong usage, or no such composition, layer or nest
   3  bad input
   4  the plug-in or the host reported an error, the dialog was cancelled or there is no desktop to show it on,
@@ -80,6 +84,8 @@ With several files the highest one. A file with an error is not written at all.
 
 Environment:
   EXFLATE_PLUGIN   the plug-in to load; default: the one that was built or installed with this command
+  EXFLATE_PLAYER   the file lottie.min.js that report puts into its page; default: the one built or installed with this
+                   command
   XDG_CONFIG_HOME  the folder in which exflate/settings keeps what the dialog remembers; default: ~/.config.
                    What is kept there never changes a result.
 )";
@@ -141,6 +147,13 @@ void declare_check(CLI::App& app, CheckOptions& options) {
            })
         ->take_last();
     app.add_flag("--prove", options.prove);
+    declare_dialog(app, options.answers);
+}
+
+void declare_report(CLI::App& app, ReportOptions& options) {
+    app.add_option("FILE", options.file)->required();
+    app.add_option("-o,--output", options.output)->take_last();
+    declare_selection(app, options.composition, options.layers);
     declare_dialog(app, options.answers);
 }
 
@@ -269,6 +282,7 @@ Request parse_arguments(const std::vector<std::string>& arguments) {
     const std::vector<std::string> rest(arguments.begin() + (arguments.empty() ? 0 : 1), arguments.end());
     if (first == "--version") return Information{std::string("exflate ") + kVersion + "\n"};
     if (first == "list") return read<ListOptions>(rest, declare_list);
+    if (first == "report") return read<ReportOptions>(rest, declare_report);
     if (first == "check") return read<CheckOptions>(rest, declare_check);
     if (first == "dialog")
         return read<DialogOptions>(rest, declare_picture, "name a file for the picture with --picture");

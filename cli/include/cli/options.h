@@ -50,6 +50,14 @@ struct CheckOptions {
     DialogAnswers answers;
 };
 
+struct ReportOptions {
+    std::string file;
+    std::string output;               // empty: standard output
+    std::string composition;          // as for run
+    std::vector<std::string> layers;  // as for run
+    DialogAnswers answers;
+};
+
 struct ReplayOptions {
     std::string file;
 };
@@ -65,7 +73,7 @@ struct UsageProblem {
 };
 
 using Request =
-    std::variant<RunOptions, ListOptions, CheckOptions, DialogOptions, ReplayOptions, Information, UsageProblem>;
+    std::variant<RunOptions, ListOptions, CheckOptions, ReportOptions, DialogOptions, ReplayOptions, Information, UsageProblem>;
 
 // `arguments` without the program's own name. Whatever does not begin with the name of a subcommand is meant for `run`.
 Request parse_arguments(const std::vector<std::string>& arguments);

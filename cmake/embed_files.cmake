@@ -1,5 +1,6 @@
-# Writes a C++ unit that carries the bytes of FILES, each followed by a zero byte, and their table embedded_files.
-#   cmake "-DFILES=a;b" -DOUTPUT=unit.cpp -P embed_files.cmake
+# Writes a C++ unit that carries the bytes of FILES, each followed by a zero byte, as rows {name, bytes, size} of TABLE, an
+# array of TYPE that HEADER declares. The last row's name is null.
+#   cmake "-DFILES=a;b" -DOUTPUT=unit.cpp -DHEADER=scripts.h -DTYPE=EmbeddedFile -DTABLE=embedded_files -P embed_files.cmake
 set(arrays "")
 set(rows "")
 set(number 0)
@@ -15,15 +16,15 @@ foreach(file IN LISTS FILES)
   math(EXPR number "${number} + 1")
 endforeach()
 
-file(WRITE "${OUTPUT}" "// The embedded scripts. Made by embed_files.cmake.
-#include \"embedded_jsx.h\"
+file(WRITE "${OUTPUT}" "// Embedded files. Made by embed_files.cmake.
+#include \"${HEADER}\"
 
 namespace {
 
 ${arrays}
 }  // namespace
 
-const EmbeddedFile embedded_files[] = {
+const ${TYPE} ${TABLE}[] = {
 ${rows}    {nullptr, nullptr, 0},
 };
 ")

@@ -1,0 +1,77 @@
+// Plays the two animations, shut away: expressions in them run here and reach neither the page nor any network.
+"use strict";
+(() => {
+  const players = [];
+  const tell = (message) => parent.postMessage(message, "*");
+
+  // What lies outside the file cannot be shown; asking for it would only fail. Returns how many pictures that are.
+  function leaveOutsideOut(animation) {
+    let count = 0;
+    for (const asset of animation.assets || []) {
+      if (typeof asset.p !== "string" || asset.p.startsWith("data:")) continue;
+      asset.u = "";
+      asset.e = 1;
+      asset.p = "data:image/gif;base64,R0lGODlhAQABAIAAAAAAAP///yH5BAEAAAAALAAAAAABAAEAAAIBRAA7";
+      count += 1;
+    }
+    for (const font of (animation.fonts && animation.fonts.list) || []) {
+      font.fPath = "";
+      font.origin = 0;
+    }
+    return count;
+  }
+
+  function open(id, animation) {
+    return new Promise((resolve, reject) => {
+      const player = lottie.loadAnimation({
+        container: document.querySelector(`#${id} .box`),
+        renderer: "svg",
+        loop: false,
+        autoplay: false,
+        animationData: animation,
+      });
+      players.push(player);
+      player.addEventListener("DOMLoaded", () => resolve());
+      player.addEventListener("data_failed", () => reject(new Error("the player does not accept this animation")));
+      player.addEventListener("error", (event) => reject(event.nativeError || new Error("the player failed")));
+      if (player.isLoaded) resolve();
+    });
+  }
+
+  function show(frame) {
+    for (const player of players) player.goToAndStop(frame, true);
+    document.body.dataset.frames = players.map((player) => player.currentFrame).join(" ");
+    tell({ kind: "shown", frame });
+  }
+
+  const answers = {
+    async open(message) {
+      try {
+        const missing = leaveOutsideOut(message.before);
+        leaveOutsideOut(message.after);
+        await Promise.all([open("before", message.before), open("after", message.after)]);
+        tell({ kind: "opened", missing });
+      } catch (problem) {
+        tell({ kind: "problem", sentence: String(problem && problem.message) });
+      }
+    },
+    show(message) {
+      try {
+        show(message.frame);
+      } catch (problem) {
+        tell({ kind: "problem", sentence: String(problem && problem.message) });
+      }
+    },
+    layout(message) {
+      Object.assign(document.body.dataset, { view: message.view, background: message.background, columns: message.columns });
+      const style = document.documentElement.style;
+      style.setProperty("--width", `${message.width}px`);
+      style.setProperty("--height", `${message.height}px`);
+      style.setProperty("--gain", message.gain);
+    },
+  };
+  addEventListener("message", (event) => {
+    if (event.source === parent) answers[event.data.kind](event.data);
+  });
+  tell({ kind: "ready" });
+})();

@@ -1,0 +1,192 @@
+// `exflate report`: what un-nesting does to an animation, as a page to look at.
+#include "cli/report_command.h"
+
+#include <array>
+#include <filesystem>
+#include <utility>
+
+#include "audit/alone.h"
+#include "cli/documents.h"
+#include "cli/file_io.h"
+#include "cli/plugin_location.h"
+#include "cli/report_page.h"
+#include "cli/selection.h"
+#include "cli/summary.h"
+#include "cli/trial.h"
+#include "layer_facts.h"
+
+namespace cli {
+namespace {
+
+using host::audit::Origin;
+using host::audit::Verdict;
+using host::model::Comp;
+using host::model::Layer;
+using Tone = Console::Tone;
+
+constexpr int kGain = 4;  // what differs a little shall be seen
+
+std::vector<StackLayer> stack_of(const host::lottie::Document& document, const Comp& comp) {
+    std::vector<StackLayer> stack;
+    for (const Layer* layer : comp.stack().to_vector()) {
+        StackLayer& shown = stack.emplace_back();
+        shown.name = layer->display_name();
+        shown.type = type_of(document, *layer);
+        shown.in = frames(comp, layer->in_point());
+        shown.out = frames(comp, layer->in_point() + layer->duration());
+        shown.is_off = !layer->has_flag(host::model::kVideoActive);
+    }
+    return stack;
+}
+
+std::optional<WorstFrame> worst_frame(const Proven& proven) {
+    if (proven.proof.looks_equal) return std::nullopt;
+    return WorstFrame{png(over_white(proven.before)), png(over_white(proven.after)),
+                      png(difference_picture(proven.before, proven.after, kGain))};
+}
+
+void add_pictures(const host::audit::Animation& before, NestTrial& trial, ReportedNest& nest) {
+    try {
+        const Proven proven = prove(before, trial.after, trial.nest.composition, trial.nest.report.findings);
+        trial.nest.proof = proven.proof;
+        nest.worst = worst_frame(proven);
+    } catch (const std::runtime_error& refused) {
+        trial.nest.proof_problem = refused.what();
+    }
+}
+
+class Reporter {
+  public:
+    Reporter(const ReportOptions& options, const host::runner::PluginModule& plugin, const std::string& text)
+        : options_(options),
+          plugin_(plugin),
+          text_(text),
+          document_(parse_input(text)),
+          before_(text),
+          comp_(find_composition(document_, options.composition)),
+          nests_(options.layers.empty() ? nests_of(comp_) : find_nests(comp_, options.layers)) {}
+
+    Report report() {
+        describe();
+        for (Layer* nest : nests_) check_alone(*nest);
+        unnest_together();
+        return std::move(report_);
+    }
+
+  private:
+    void describe() {
+        report_.file = shown_name(options_.file);
+        report_.command = run_command_line(options_);
+        report_.composition = document_.comp_id(comp_);
+        report_.composition_name = comp_.name();
+        report_.width = comp_.width();
+        report_.height = comp_.height();
+        report_.frame_rate = comp_.frame_rate();
+        report_.first_frame = host::audit::first_frame(before_, report_.composition);
+        report_.bytes_before = text_.size();
+        report_.before = composition_alone(before_, report_.composition);
+        report_.stack_before = stack_of(document_, comp_);
+        for (const Layer* nest : nests_) {
+            inner_stacks_[static_cast<std::size_t>(nest->index())] = stack_of(document_, *nest->source()->comp());
+        }
+    }
+
+    void check_alone(Layer& layer) {
+        ReportedNest& nest = report_.nests.emplace_back();
+        NestTrial trial = check_nest(document_, before_, plugin_, options_.answers, layer);
+        add_pictures(before_, trial, nest);
+        findings_.insert(findings_.end(), trial.nest.report.findings.begin(), trial.nest.report.findings.end());
+        nest.checked = std::move(trial.nest);
+    }
+
+    void unnest_together() {
+        if (nests_.empty()) return take_unchanged();
+        Trial trial = try_unnesting(document_, plugin_, options_.answers, comp_, nests_);
+        report_.stack_after = stack_of(document_, comp_);
+        take_back(document_);
+        for (std::size_t place = 0; place < report_.stack_after.size(); ++place) {
+            set_origin(report_.stack_after[place], trial.change.after.at(place));
+        }
+        report_.bytes_after = trial.after.size();
+        report_.messages = std::move(trial.record.reports);
+        for (const host::script::Alert& alert : trial.record.alerts) report_.messages.push_back(alert.message);
+        report_.messages.insert(report_.messages.end(), trial.record.log.begin(), trial.record.log.end());
+        compare_with(host::audit::Animation(trial.after));
+    }
+
+    void take_unchanged() {
+        report_.bytes_after = report_.bytes_before;
+        report_.after = report_.before;
+        report_.stack_after = report_.stack_before;
+        std::size_t place = 0;
+        for (StackLayer& layer : report_.stack_after) layer.origin = {Origin::Kind::kept, place++, 0};
+    }
+
+    // A copy is of its original's type.
+    void set_origin(StackLayer& layer, const Origin& origin) {
+        layer.origin = origin;
+        if (origin.kind == Origin::Kind::copied) layer.type = inner_stacks_.at(origin.nest).at(origin.layer).type;
+    }
+
+    void compare_with(const host::audit::Animation& after) {
+        report_.after = composition_alone(after, report_.composition);
+        try {
+            const Proven proven = prove(before_, after, report_.composition, findings_);
+            report_.proof = proven.proof;
+            report_.worst = worst_frame(proven);
+        } catch (const std::runtime_error& refused) {
+            report_.proof_problem = refused.what();
+        }
+    }
+
+    const ReportOptions& options_;
+    const host::runner::PluginModule& plugin_;
+    const std::string& text_;
+    host::lottie::Document document_;
+    host::audit::Animation before_;
+    Comp& comp_;
+    std::vector<Layer*> nests_;
+    std::map<std::size_t, std::vector<StackLayer>> inner_stacks_;  // by the nest's place
+    std::vector<host::audit::Finding> findings_;
+    Report report_;
+};
+
+void refuse_own_input(const ReportOptions& options) {
+    std::error_code error;
+    if (!options.output.empty() && std::filesystem::equivalent(options.file, options.output, error)) {
+        throw Failure(ExitCode::usage, "the report would replace the animation: give -o another name");
+    }
+}
+
+void tell_report(const Console& console, const Report& report, const std::string& output) {
+    std::array<std::size_t, 3> counts{};
+    for (const ReportedNest& nest : report.nests) ++counts[static_cast<std::size_t>(nest.checked.report.verdict)];
+    std::string sentence = counted(report.nests.size(), "nest") + ": " + std::to_string(counts[0]) + " exact, " +
+                           std::to_string(counts[1]) + " equal to the eye, " + std::to_string(counts[2]) + " changing";
+    if (!output.empty()) sentence += "; written to " + output;
+    console.say(counts[2] == 0 ? Tone::good : Tone::warning, report.file, sentence);
+}
+
+}  // namespace
+
+ExitCode report(const ReportOptions& options, const Console& console) {
+    try {
+        refuse_own_input(options);
+        const Player player = load_player();
+        const host::runner::PluginModule plugin = load_plugin();
+        const std::string text = read_input(options.file);
+        const Report report = Reporter(options, plugin, text).report();
+        write_result(options.output.empty() ? std::string(kStandardStream) : options.output,
+                     report_page(report, player));
+        tell_report(console, report, options.output == kStandardStream ? "" : options.output);
+        return report.verdict() == Verdict::changes ? ExitCode::look_changes : ExitCode::done;
+    } catch (const Failure& failure) {
+        tell_failure(console, shown_name(options.file), failure);
+        return failure.code();
+    } catch (const std::exception& unforeseen) {  // such as running out of memory
+        tell_failure(console, shown_name(options.file), Failure(ExitCode::failed, unforeseen.what()));
+        return ExitCode::failed;
+    }
+}
+
+}  // namespace cli
