@@ -47,7 +47,7 @@ if (typeof JSON !== "object") {
     JSON = (function () {
         // Characters that engines drop, or read as line ends, when they stand in program text.
         var treacherous = "\\u00ad\\u0600-\\u0604\\u070f\\u17b4\\u17b5\\u200c-\\u200f\\u2028-\\u202f\\u2060-\\u206f\\ufeff\\ufff0-\\uffff";
-        var inProgramText = new RegExp("[\\u0000" + treacherous + "]", "g");
+        var inProgramText = new RegExp("[" + treacherous + "]", "g");
         var inQuotes = new RegExp("[\\\\\"\\u0000-\\u001f\\u007f-\\u009f" + treacherous + "]", "g");
         var shortEscapes = {"\b": "\\b", "\t": "\\t", "\n": "\\n", "\f": "\\f", "\r": "\\r", "\"": "\\\"", "\\": "\\\\"};
 
@@ -225,11 +225,13 @@ if (typeof JSON !== "object") {
         }
 
         function parse(text, reviver) {
-            var source = String(text).replace(inProgramText, numberedEscape);
+            var source = String(text);
             var value;
             if (!isSafe(source)) {
                 throw new SyntaxError("JSON.parse");
             }
+            // Only now: what stood behind a backslash must not become the end of an escape.
+            source = source.replace(inProgramText, numberedEscape);
 
             function revive(holder, key) {
                 var item = holder[key];
@@ -375,41 +377,48 @@ buttonCancel.preferredSize.width = 100;
 var settingsSection = "corvane.exflate";
 var settingsType = PREFType.PREF_Type_MACHINE_SPECIFIC;
 
-function haveExflateSetting(key) {
-    return app.settings.haveSetting(settingsSection, key, settingsType);
-}
-
-function getExflateSetting(key) {
-    return app.settings.getSetting(settingsSection, key, settingsType);
+// Calls restore with what was saved under the key, if anything was. What cannot be read is shown and left as it is.
+function restoreExflateSetting(key, restore) {
+    try {
+        if (app.settings.haveSetting(settingsSection, key, settingsType)) {
+            restore(app.settings.getSetting(settingsSection, key, settingsType));
+        }
+    } catch (error) {
+        alert(error.toString());
+    }
 }
 
 function saveExflateSetting(key, text) {
     app.settings.saveSetting(settingsSection, key, text, settingsType);
 }
 
-if (haveExflateSetting("settingCopyPrecompAttr")) {
-    optionCopyAttributes.value = getExflateSetting("settingCopyPrecompAttr") === "true";
+restoreExflateSetting("settingCopyPrecompAttr", function (text) {
+    optionCopyAttributes.value = text === "true";
     optionDiscardAttributes.value = !optionCopyAttributes.value;
-}
-if (haveExflateSetting("settingPrefixInput")) {
-    prefixInput.text = getExflateSetting("settingPrefixInput");
-}
-if (haveExflateSetting("settingDeleteSource") && getExflateSetting("settingDeleteSource") === "true") {
-    optionDeleteSource.value = true;
-    optionKeepInComp.value = false;
-    optionKeepInComp.enabled = false;
-}
-if (haveExflateSetting("settingKeepInComp") && getExflateSetting("settingKeepInComp") === "true") {
-    optionKeepInComp.value = true;
-    optionDeleteSource.value = false;
-    optionDeleteSource.enabled = false;
-}
-if (haveExflateSetting("settingPrependPrecompName")) {
-    optionPrependPrecompName.value = getExflateSetting("settingPrependPrecompName") === "true";
-}
-if (haveExflateSetting("settingFixRandomExpressions")) {
-    optionFixRandomExpresions.value = getExflateSetting("settingFixRandomExpressions") === "true";
-}
+});
+restoreExflateSetting("settingPrefixInput", function (text) {
+    prefixInput.text = text;
+});
+restoreExflateSetting("settingDeleteSource", function (text) {
+    if (text === "true") {
+        optionDeleteSource.value = true;
+        optionKeepInComp.value = false;
+        optionKeepInComp.enabled = false;
+    }
+});
+restoreExflateSetting("settingKeepInComp", function (text) {
+    if (text === "true") {
+        optionKeepInComp.value = true;
+        optionDeleteSource.value = false;
+        optionDeleteSource.enabled = false;
+    }
+});
+restoreExflateSetting("settingPrependPrecompName", function (text) {
+    optionPrependPrecompName.value = text === "true";
+});
+restoreExflateSetting("settingFixRandomExpressions", function (text) {
+    optionFixRandomExpresions.value = text === "true";
+});
 
 // RESULT
 

@@ -12,10 +12,16 @@ namespace {
 // ScriptUI and the host's settings, as far as the script touches them. scenario(dialog) plays the user.
 const char* const kPrelude = R"(
 var PREFType = {PREF_Type_MACHINE_SPECIFIC: "machine"};
-var settings = {}, saved = [], alerts = [], saveFails = false;
+var settings = {}, saved = [], alerts = [], saveFails = false, unreadable = {};
 var app = {settings: {
-    haveSetting: function (section, key, type) { return settings.hasOwnProperty(section + "|" + key + "|" + type); },
-    getSetting: function (section, key, type) { return settings[section + "|" + key + "|" + type]; },
+    haveSetting: function (section, key, type) {
+        return settings.hasOwnProperty(section + "|" + key + "|" + type);
+    },
+    getSetting: function (section, key, type) {
+        if (unreadable[key]) { throw new Error("cannot read " + key); }
+        if (!this.haveSetting(section, key, type)) { throw new Error("asked for what is not there: " + key); }
+        return settings[section + "|" + key + "|" + type];
+    },
     saveSetting: function (section, key, value, type) {
         if (saveFails) { throw new Error("no room"); }
         if (typeof value !== "string") { throw new Error("not a text: " + key); }
@@ -175,6 +181,67 @@ TEST_F(DialogScript, any_other_text_counts_as_false) {
     set("settingPrependPrecompName", "");
     set("settingFixRandomExpressions", "false");
     EXPECT_EQ(run_dialog("click(buttonOK);"), R"([false,false,false,"",false,false])");
+}
+
+TEST_F(DialogScript, each_saved_choice_comes_back_without_the_others) {
+    const std::pair<const char*, const char*> choices[] = {
+        {"settingCopyPrecompAttr", R"([false,false,false,"",false,false])"},
+        {"settingPrefixInput", R"([true,false,false,"no",false,false])"},
+        {"settingDeleteSource", R"([true,true,false,"",false,false])"},
+        {"settingKeepInComp", R"([true,false,true,"",false,false])"},
+        {"settingPrependPrecompName", R"([true,false,false,"",true,false])"},
+        {"settingFixRandomExpressions", R"([true,false,false,"",false,true])"}};
+    for (const auto& [key, result] : choices) {
+        run("settings = {};");
+        const bool is_text = key == std::string("settingPrefixInput") || key == std::string("settingCopyPrecompAttr");
+        set(key, is_text ? "no" : "true");
+        EXPECT_EQ(run_dialog("click(buttonOK);"), result) << key;
+    }
+    EXPECT_EQ(run("alerts.length"), "0");
+}
+
+TEST_F(DialogScript, a_setting_that_cannot_be_read_is_shown_and_the_others_come_back) {
+    for (const char* key : {"settingCopyPrecompAttr", "settingPrefixInput", "settingDeleteSource", "settingKeepInComp",
+                            "settingPrependPrecompName", "settingFixRandomExpressions"}) {
+        for (const char* each : {"settingPrependPrecompName", "settingFixRandomExpressions"}) set(each, "true");
+        set(key, "true");
+        run(std::string("alerts = []; unreadable = {}; unreadable['") + key + "'] = true;");
+        run_dialog();
+        EXPECT_EQ(run("alerts.join('|')"), std::string("Error: cannot read ") + key);
+        EXPECT_EQ(run("dialog.shown"), "true");
+        EXPECT_EQ(run("String(optionPrependPrecompName.value)"),
+                  key == std::string("settingPrependPrecompName") ? "false" : "true");
+        run("settings = {};");
+    }
+}
+
+TEST_F(DialogScript, radio_buttons_that_are_clicked_again_stay) {
+    run_dialog("click(optionCopyAttributes); click(optionCopyAttributes);");
+    EXPECT_EQ(run("[optionCopyAttributes.value, optionDiscardAttributes.value]"), "true,false");
+}
+
+TEST_F(DialogScript, result_has_each_choice_in_its_place) {
+    const std::pair<const char*, const char*> clicks[] = {
+        {"optionCopyAttributes", R"([true,false,false,"",false,false])"},
+        {"optionDiscardAttributes", R"([false,false,false,"",false,false])"},
+        {"optionDeleteSource", R"([true,true,false,"",false,false])"},
+        {"optionKeepInComp", R"([true,false,true,"",false,false])"},
+        {"optionPrependPrecompName", R"([true,false,false,"",true,false])"},
+        {"optionFixRandomExpresions", R"([true,false,false,"",false,true])"}};
+    for (const auto& [control, result] : clicks) {
+        run("settings = {}; saved = [];");
+        EXPECT_EQ(run_dialog(std::string("click(") + control + "); click(buttonOK);"), result);
+        EXPECT_EQ(run("saved.join().replace(/=[^,]*/g, '')"),
+                  "settingCopyPrecompAttr,settingPrefixInput,settingDeleteSource,settingKeepInComp,"
+                  "settingPrependPrecompName,settingFixRandomExpressions");
+    }
+}
+
+TEST_F(DialogScript, a_failed_save_ends_the_saving) {
+    run("var attempts = 0; app.settings.saveSetting = function () { attempts += 1; throw new Error('full'); };");
+    EXPECT_EQ(run_dialog("click(buttonOK);"), R"([true,false,false,"",false,false])");
+    EXPECT_EQ(run("attempts + alerts.join()"), "1Error: full");
+    EXPECT_EQ(run("dialog.closed"), "true");
 }
 
 TEST_F(DialogScript, settings_of_another_kind_are_not_read) {
