@@ -106,6 +106,72 @@ TEST(DialogTree, unknown_things_are_errors_that_name_them) {
     EXPECT_EQ(world.run("typeof w.noSuchThing"), "undefined");
 }
 
+TEST(DialogTree, members_that_only_the_applications_elements_have_are_errors_whether_read_or_set) {
+    World world;
+    world.run("var w = new Window('dialog'), b = w.add('button', undefined, 'b');");
+    for (const std::string member : {"graphics", "indent", "properties", "shortcutKey", "onDraw", "onShortcutKey",
+                                     "onActivate", "onDeactivate", "textselection", "windowBounds"}) {
+        EXPECT_THAT(world.error("b." + member), HasSubstr('"' + member + "\" of dialog elements is not supported"));
+        EXPECT_THAT(world.error("b." + member + " = 1"), HasSubstr('"' + member + '"'));
+        EXPECT_THAT(world.error("w." + member + " = 1"), HasSubstr('"' + member + '"'));
+    }
+    for (const std::string member : {"opacity", "maximized", "minimized", "onMove", "onMoving", "onResize",
+                                     "onResizing", "frameBounds", "frameLocation", "frameSize"}) {
+        EXPECT_THAT(world.error("w." + member), HasSubstr('"' + member + '"'));
+        EXPECT_THAT(world.error("w." + member + " = function () {}"), HasSubstr('"' + member + '"'));
+    }
+}
+
+TEST(DialogTree, calls_of_what_only_the_application_has_are_errors_that_name_it) {
+    World world;
+    world.run("var w = new Window('dialog'), b = w.add('button', undefined, 'b');");
+    for (const std::string call :
+         {"w.center", "w.update", "w.remove", "b.addEventListener", "b.removeEventListener", "b.dispatchEvent",
+          "b.hide", "b.show", "b.add", "Window.alert", "Window.confirm", "Window.prompt"}) {
+        const std::string member = call.substr(call.rfind('.') + 1);
+        EXPECT_THAT(world.error(call + "()"), HasSubstr("'" + member + "'")) << call;
+    }
+    EXPECT_THAT(world.error("ScriptUI.newFont('x')"), HasSubstr("'ScriptUI'"));
+    EXPECT_THAT(world.error("confirm('x')"), HasSubstr("'confirm'"));
+    EXPECT_THAT(world.error("prompt('x')"), HasSubstr("'prompt'"));
+    EXPECT_THAT(world.error("$.writeln('x')"), HasSubstr("'$'"));
+}
+
+TEST(DialogTree, types_of_elements_that_only_the_application_has_are_errors_that_name_them) {
+    World world;
+    world.run("var w = new Window('dialog');");
+    for (const std::string type : {"dropdownlist", "iconbutton", "image", "listbox", "progressbar", "scrollbar",
+                                   "slider", "tab", "tabbedpanel", "treeview", "item", "dialog", ""}) {
+        EXPECT_THAT(world.error("w.add('" + type + "')"), HasSubstr("no element of type \"" + type + '"'));
+    }
+    EXPECT_EQ(world.run("w.children.length"), "0");
+}
+
+TEST(DialogTree, creation_properties_that_are_not_known_or_no_object_are_errors) {
+    World world;
+    world.run("var w = new Window('dialog');");
+    for (const std::string value : {"'name'", "7", "true"}) {
+        EXPECT_THAT(world.error("w.add('button', undefined, 'b', " + value + ")"),
+                    HasSubstr("creation properties cannot be read"));
+        EXPECT_THAT(world.error("new Window('dialog', 'w', undefined, " + value + ")"),
+                    HasSubstr("creation properties cannot be read"));
+    }
+    EXPECT_THAT(world.error("w.add('edittext', undefined, '', {scrolling: true})"), HasSubstr("\"scrolling\""));
+    EXPECT_THAT(world.error("new Window('dialog', 'w', undefined, {resizeable: true})"), HasSubstr("\"resizeable\""));
+    EXPECT_EQ(world.run("w.add('button', undefined, 'b', null).text + w.add('button', undefined, 'c', undefined).text"),
+              "bc");
+}
+
+TEST(DialogTree, a_child_may_have_the_name_of_what_only_the_applications_elements_have) {
+    World world;
+    EXPECT_EQ(world.run("var w = new Window('dialog'), o = w.add('group', undefined, {name: 'opacity'});"
+                        "var i = o.add('button', undefined, 'i', {name: 'indent'});"
+                        "o.add('button', undefined, 'second', {name: 'indent'});"
+                        "w.opacity === o && w.opacity.indent === i && w.children.opacity === o"),
+              "true");
+    EXPECT_THAT(world.error("i.indent"), HasSubstr("\"indent\""));
+}
+
 TEST(DialogTree, an_element_that_could_not_be_made_is_not_there) {
     World world;
     EXPECT_EQ(
@@ -143,6 +209,8 @@ TEST(DialogTree, scripts_may_note_things_of_their_own_on_elements) {
     World world;
     world.run(kDialog);
     EXPECT_EQ(world.run("w.top.input.note = {a: 1}; w.children[0].children[1].note.a"), "1");
+    EXPECT_EQ(world.run("b.value = 7; b.opacity = .5; e.checked = true; [b.value, b.opacity, e.checked].join()"),
+              "7,0.5,true");
 }
 
 TEST(DialogTree, elements_keep_their_window_alive) {

@@ -66,15 +66,26 @@ duk_ret_t find_element(Call& call) {
     return 1;
 }
 
+bool has_own_property(Call& call, duk_idx_t object, const std::string& name) {
+    push_text(call.ctx, name);
+    duk_get_prop_desc(call.ctx, object, 0);
+    const bool has = duk_is_object(call.ctx, -1) != 0;
+    duk_pop(call.ctx);
+    return has;
+}
+
 // Makes the element's object, on top of the stack, a property of another object under the element's name. A name never
-// hides a property that is there already.
+// hides a property that is there already, but for one that is there only to complain.
 void set_under_name(Call& call, duk_idx_t owner, const Element& element) {
     if (element.name().empty()) return;
+    const bool may_hide = is_missing_member(element.name()) && !has_own_property(call, owner, element.name());
     push_text(call.ctx, element.name());
-    if (duk_has_prop(call.ctx, owner)) return;
+    if (duk_has_prop(call.ctx, owner) && !may_hide) return;
     push_text(call.ctx, element.name());
     duk_dup(call.ctx, -2);
-    duk_put_prop(call.ctx, owner);
+    duk_def_prop(
+        call.ctx, owner,
+        DUK_DEFPROP_HAVE_VALUE | DUK_DEFPROP_SET_WRITABLE | DUK_DEFPROP_SET_ENUMERABLE | DUK_DEFPROP_SET_CONFIGURABLE);
 }
 
 // A new array each time, so that scripts cannot take elements out; with the names of the children as properties.
@@ -162,7 +173,8 @@ Creation read_creation(Call& call, duk_idx_t bounds, duk_idx_t text, duk_idx_t p
     Creation creation;
     if (call.given(bounds)) creation.bounds = bounds_argument(call, bounds);
     if (text >= 0 && call.given(text)) creation.text = call.text(text);
-    if (!duk_is_object(call.ctx, properties)) return creation;
+    if (!call.given(properties)) return creation;
+    if (!duk_is_object(call.ctx, properties)) call.fail("creation properties cannot be read from that value");
     duk_enum(call.ctx, properties, 0);
     while (duk_next(call.ctx, -1, 1) != 0) {
         read_property(call, creation);

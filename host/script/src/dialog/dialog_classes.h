@@ -4,6 +4,7 @@
 #include <array>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include <duktape.h>
 
@@ -56,6 +57,10 @@ void define_measures(duk_context* ctx);
 void define_elements(duk_context* ctx);
 void define_containers(duk_context* ctx);
 void define_window(duk_context* ctx);
+// After all classes of elements.
+void define_missing(duk_context* ctx);
+// Whether the application's elements have a member of this name and ours do not.
+bool is_missing_member(std::string_view name);
 
 // Accessors for the element classes, from measures.cpp: objects with named numbers that write through to the element.
 duk_ret_t get_preferred_size(Call& call);

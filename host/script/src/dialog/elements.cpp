@@ -26,16 +26,9 @@ duk_ret_t help_tip(Call& call);
 duk_ret_t set_help_tip(Call& call);
 duk_ret_t characters(Call& call);
 duk_ret_t set_characters(Call& call);
-duk_ret_t missing(duk_context* ctx);
 
 constexpr Method kElementMethods[] = {
     {"notify", 1, guarded<notify>},
-};
-
-// The application's elements have these and ours do not: a script that uses them shall hear of it.
-constexpr const char* kMissing[] = {
-    "frameBounds",  "frameLocation", "frameSize",   "graphics",      "indent",       "onActivate",
-    "onDeactivate", "onDraw",        "shortcutKey", "textselection", "windowBounds",
 };
 
 constexpr Property kElementProperties[] = {
@@ -222,23 +215,6 @@ duk_ret_t set_characters(Call& call) {
     return call.nothing();
 }
 
-duk_ret_t missing(duk_context* ctx) {
-    fail(ctx, std::string("\"") + kMissing[duk_get_current_magic(ctx)] + "\" of dialog elements is not supported");
-}
-
-void define_missing(duk_context* ctx) {
-    Host::of(ctx).push_prototype(ctx, ClassId::element);
-    for (std::size_t i = 0; i < std::size(kMissing); ++i) {
-        duk_push_string(ctx, kMissing[i]);
-        for (int arity = 0; arity < 2; ++arity) {  // the getter, then the setter
-            duk_push_c_function(ctx, missing, arity);
-            duk_set_magic(ctx, -1, static_cast<duk_int_t>(i));
-        }
-        duk_def_prop(ctx, -4, DUK_DEFPROP_HAVE_GETTER | DUK_DEFPROP_HAVE_SETTER | DUK_DEFPROP_CLEAR_ENUMERABLE);
-    }
-    duk_pop(ctx);
-}
-
 }  // namespace
 
 void push_element(Call& call, const Element* element) {
@@ -252,7 +228,6 @@ Element* element_argument(Call& call, duk_idx_t i) {
 
 void define_elements(duk_context* ctx) {
     for (const ClassTable& table : kClasses) Host::of(ctx).define_class(ctx, table);
-    define_missing(ctx);
 }
 
 }  // namespace host::script

@@ -134,6 +134,7 @@ void define_dialogs(duk_context* ctx) {
     define_containers(ctx);
     define_layout(ctx);
     define_window(ctx);
+    define_missing(ctx);
 }
 
 }  // namespace host::script
