@@ -20,11 +20,12 @@ class WholeRun {
 
     host::lottie::Document& document() { return document_; }
     host::runner::Session& session() { return session_; }
+    host::script::Settings& settings() { return settings_; }  // in memory
     // Lines of the entry point, the menu update and the command, in the order of the calls.
     const std::vector<std::string>& trace() const { return tracer_.lines(); }
 
-    // What a person does: selects these layers of the composition (positions from the top, 0 first), picks the command and
-    // works its dialog.
+    // What a person does: selects these layers of the composition (positions from the top, 0 first), picks the command
+    // and works its dialog.
     host::runner::Outcome run(host::model::Comp& comp, const std::vector<int>& selected,
                               const std::vector<host::script::Action>& actions);
 
