@@ -1,6 +1,8 @@
 // Static properties and expressions, in both directions.
 #include <gmock/gmock.h>
 
+#include <functional>
+
 #include "animation_text.h"
 #include "model/error.h"
 
@@ -261,6 +263,126 @@ TEST(SeparatedPositions, an_expression_on_one_dimension_is_kept_and_followed) {
                   {{"p", R"({"s":true,"x":{"a":0,"k":3,"x":"thisComp.layer('A').index"},"y":{"a":0,"k":4}})"}})}})));
     layer_of(document, "A").rename("N");
     EXPECT_THAT(object_named(document.write(), "B"), HasSubstr("thisComp.layer('N').index"));
+}
+
+std::string moved_position(const std::string& position, const std::function<void(model::Stream&)>& change) {
+    const Document document = Document::read(animation(shape_layer(1, "A", {{"ks", transform({{"p", position}})}})));
+    change(layer_of(document, "A").stream(model::kPosition));
+    return member(member(object_named(document.write(), "A"), "ks"), "p");
+}
+
+TEST(SeparatedPositions, one_with_an_expression_stays_separated_when_it_moves) {
+    const auto move = [](model::Stream& position) { position.set_static_value({{13, 14, 0, 0}}); };
+    EXPECT_EQ(moved_position(R"({"s":true,"x":{"a":0,"k":3,"ix":3,"x":"wiggle(1,2)*2"
+}
+, "y" : {
+    "a" : 0, "k" : 4, "ix" : 4
+}
+})",
+                             move),
+              R"({"s":true,"x":{"a":0,"k":13,"ix":3,"x":"wiggle(1,2)*2"
+}
+, "y" : {
+    "a" : 0, "k" : 14, "ix" : 4
+}
+})");
+    const auto lift = [](model::Stream& position) { position.set_static_value({{3, 4, 5, 0}}); };
+    EXPECT_EQ(moved_position(R"({"s":true,"x":{"a":0,"k":3},"y":{"a":0,"k":4,"x":"time"}})", lift),
+              R"({"s":true,"x":{"a":0,"k":3},"y":{"a":0,"k":4,"x":"time"},"z":{"a":0,"k":5,"ix":5}})");
+}
+
+TEST(SeparatedPositions, keyframes_of_one_with_an_expression_move_dimension_by_dimension) {
+    const auto move = [](model::Stream& position) {
+        for (std::size_t i = 0; i < position.keyframe_count(); ++i) {
+            model::Keyframe key = position.keyframe(i);
+            key.value.n[0] += 10;
+            key.value.n[1] += 20;
+            position.set_keyframe(i, key);
+        }
+    };
+    const std::string ease = R"("o":{"x":[0.4],"y":[0.1]},"i":{"x":[0.6],"y":[1]},)";
+    const auto keys = [&](const std::string& from, const std::string& to) {
+        return R"({"a":1,"k":[{)" + ease + R"("t":0,"s":[)" + from + R"(]},{"t":20,"s":[)" + to + "]}]";
+    };
+    EXPECT_EQ(moved_position(R"({"s":true,"x":)" + keys("0", "30") + R"(},"y":)" + keys("0", "40") +
+                                 R"(,"x":"loopOut()+1"
+}
+, "z" : {
+    "a" : 0, "k" : 7
+}
+})",
+                             move),
+              R"({"s":true,"x":)" + keys("10", "40") + R"(},"y":)" + keys("20", "60") +
+                  R"(,"x":"loopOut()+1"
+}
+, "z" : {
+    "a" : 0, "k" : 7
+}
+})");
+}
+
+TEST(SeparatedPositions, an_expression_is_followed_and_moved_in_one_run) {
+    const Document document = Document::read(animation(
+        shape_layer(1, "A") + "," +
+        shape_layer(
+            2, "B",
+            {{"ks",
+              transform(
+                  {{"p", R"({"s":true,"x":{"a":0,"k":3,"x":"thisComp.layer('A').index"},"y":{"a":0,"k":4}})"}})}})));
+    layer_of(document, "B").stream(model::kPosition).set_static_value({{30, 4, 0, 0}});
+    layer_of(document, "A").rename("N");
+    EXPECT_EQ(member(member(object_named(document.write(), "B"), "ks"), "p"),
+              R"({"s":true,"x":{"a":0,"k":30,"x":"thisComp.layer('N').index"},"y":{"a":0,"k":4}})");
+}
+
+std::string slotted(const std::string& position, const std::string& slot) {
+    std::string text = animation(shape_layer(1, "A", {{"ks", transform({{"p", position}})}}));
+    text.insert(1, R"("slots":{"place":{"p":)" + slot + "}},");
+    return text;
+}
+
+TEST(Slots, the_value_is_the_slots) {
+    const std::string text = slotted(R"({"a":0,"k":[1,2,0],"sid":"place"})", R"({"a":0,"k":[30,40,0]})");
+    const Document document = Document::read(text);
+    EXPECT_EQ(layer_of(document, "A").stream(model::kPosition).data().static_value, (Value{{30, 40, 0, 0}}));
+    EXPECT_EQ(document.write(), text);
+}
+
+TEST(Slots, the_keyframes_are_the_slots) {
+    const Document document = Document::read(
+        slotted(R"({"sid":"place"})", R"({"a":1,"k":[{"t":0,"s":[0,0]},{"t":10,"s":[5,6]}],"x":"loopOut()+1"})"));
+    const model::Stream& position = layer_of(document, "A").stream(model::kPosition);
+    ASSERT_EQ(position.keyframe_count(), 2u);
+    EXPECT_EQ(position.keyframe(1).value, (Value{{5, 6, 0, 0}}));
+    EXPECT_EQ(position.data().expression, "loopOut()+1");
+}
+
+TEST(Slots, an_unknown_one_leaves_the_property_its_own_value) {
+    const Document document =
+        Document::read(slotted(R"({"a":0,"k":[1,2,0],"sid":"other"})", R"({"a":0,"k":[30,40,0]})"));
+    EXPECT_EQ(layer_of(document, "A").stream(model::kPosition).data().static_value, (Value{{1, 2, 0, 0}}));
+}
+
+TEST(Slots, a_property_that_moves_lets_go_of_its_slot) {
+    const Document document =
+        Document::read(slotted(R"({"a":0,"k":[1,2,0],"ix":2,"sid":"place"})", R"({"a":0,"k":[30,40,0]})"));
+    layer_of(document, "A").stream(model::kPosition).set_static_value({{1, 2, 0, 0}});
+    EXPECT_EQ(member(member(object_named(document.write(), "A"), "ks"), "p"), R"({"a":0,"k":[1,2,0],"ix":2})");
+    EXPECT_EQ(layer_of(Document::read(document.write()), "A").stream(model::kPosition).data().static_value,
+              (Value{{1, 2, 0, 0}}));
+}
+
+TEST(Slots, keyframes_that_change_become_the_propertys_own) {
+    const Document document = Document::read(
+        slotted(R"({"a":0,"k":[1,2,0],"sid":"place"})", R"({"a":1,"k":[{"t":0,"s":[0,0]},{"t":10,"s":[5,6]}]})"));
+    model::Stream& position = layer_of(document, "A").stream(model::kPosition);
+    model::Keyframe key = position.keyframe(1);
+    key.value.n[0] = 8;
+    position.set_keyframe(1, key);
+    const std::string property = member(member(object_named(document.write(), "A"), "ks"), "p");
+    EXPECT_THAT(property, HasSubstr(R"("a":1,"k":[{)"));
+    EXPECT_THAT(property, HasSubstr(R"("t":10,"s":[8,6,0])"));
+    EXPECT_THAT(property, ::testing::Not(HasSubstr("sid")));
 }
 
 }  // namespace

@@ -10,6 +10,9 @@
 namespace host::lottie {
 namespace {
 
+// What some tools write as the parent of a layer that has none.
+constexpr std::int64_t kNobody = -1;
+
 class Linker {
   public:
     Linker(const ScannedComp& scanned, StoredComp& comp, const Skeleton& outline)
@@ -35,18 +38,19 @@ class Linker {
                outline_.layer_pointer(scanned_, index) + "/" + member, who(index) + fault);
     }
 
-    // A layer without a number is accepted: nobody can refer to it, and nobody does.
+    // A layer without a number, or with one that another has too, is accepted as long as nobody refers to it.
     void number_layers() {
         for (std::uint32_t i = 0; i < comp_.layers.size(); ++i) {
             if (comp_.layers[i].ind) comp_.inds.emplace_back(*comp_.layers[i].ind, i);
         }
         std::sort(comp_.inds.begin(), comp_.inds.end());
-        const auto same = std::adjacent_find(comp_.inds.begin(), comp_.inds.end(),
-                                             [](const auto& a, const auto& b) { return a.first == b.first; });
-        if (same == comp_.inds.end()) return;
-        refuse_layer((same + 1)->second, "ind",
-                     " has the same \"ind\" " + std::to_string(same->first) + " as layer " +
-                         std::to_string(same->second + 1) + " of its composition, so links to them are ambiguous.");
+    }
+
+    // The place of another layer behind `found` that has the same number; `found` itself if there is none.
+    std::size_t namesake_of(const StoredLayer& found) const {
+        const auto after =
+            std::upper_bound(comp_.inds.begin(), comp_.inds.end(), std::pair{*found.ind, found.position});
+        return after == comp_.inds.end() || after->first != *found.ind ? found.position : after->second;
     }
 
     StoredLayer& linked(std::size_t index, std::int64_t ind, const std::string& member, const std::string& role) {
@@ -58,12 +62,19 @@ class Linker {
                              ", but no layer of its composition has that \"ind\"" +
                              (some_lack_numbers ? "; some layers there have none." : "."));
         }
+        if (const std::size_t namesake = namesake_of(*found); namesake != found->position) {
+            refuse_layer(index, member,
+                         " names " + std::to_string(ind) + " as its " + role + ", but layers " +
+                             std::to_string(found->position + 1) + " and " + std::to_string(namesake + 1) +
+                             " of its composition both have that \"ind\".");
+        }
         if (found->position == index) refuse_layer(index, member, " names itself as its " + role + ".");
         return comp_.layers[found->position];
     }
 
     void find_parent(StoredLayer& layer) {
         if (!layer.parent) return;
+        if (*layer.parent == kNobody && comp_.layer_of(kNobody) == nullptr) return;
         layer.parent_layer = linked(layer.position, *layer.parent, "parent", "parent").layer;
     }
 

@@ -11,12 +11,17 @@
 #include "layer_links.h"
 #include "layer_types.h"
 #include "refuse.h"
+#include "tree.h"
 
 namespace host::lottie {
 namespace {
 
 using model::LayerKind;
 using model::Time;
+
+// Where layers end whose file names an end beyond all times, as some tools do for those that never end. Far enough from
+// the end of 32 bits for plug-ins to add to it.
+constexpr Time kNever{1 << 30};
 
 constexpr double kMostPixels = std::numeric_limits<int>::max();
 
@@ -215,7 +220,9 @@ class ProjectBuilder {
         stored.contains_layer_parameters = scanned.has_layer_parameters;
         stored.offset = time(scanned.start, Field::st);
         stored.in_point = time(scanned.in.value_or(0), Field::ip);
-        stored.duration = std::max(time(scanned.out.value_or(out_), Field::op) - stored.in_point, Time{});
+        const double out = scanned.out.value_or(out_);
+        const Time out_point = out > 0 ? store_.clock.time(out).value_or(kNever) : time(out, Field::op);
+        stored.duration = std::max(out_point - stored.in_point, Time{});
         stored.flags = flags_of(scanned);
 
         layer.load_name(std::move(name));
@@ -262,6 +269,8 @@ std::unique_ptr<Store> build_store(std::string text, model::HostRules rules) {
     auto store = std::make_unique<Store>();
     store->text = std::move(text);
     store->outline = scan(store->text);
+    if (store->outline.slots.kind == Kind::object)
+        store->slots = std::make_shared<const Tree>(store->text, store->outline.slots.text);
     store->project = std::make_unique<model::Project>(std::move(rules));
     model::UndoJournal& undo = store->project->undo();
     undo.begin_group("");

@@ -183,6 +183,16 @@ class PropertyParser {
     Value missing_;
 };
 
+// The property that stands in the place of this one; null if it is its own.
+const Tree::Node* slot_of(const ReadContext& context, const Tree::Node& property) {
+    const Tree* slots = context.layer.comp->store->slots.get();
+    const Tree::Node* id = slots == nullptr ? nullptr : context.tree.member(&property, "sid");
+    if (id == nullptr || id->kind != Kind::string) return nullptr;
+    const Tree::Node* slot = slots->member(&slots->root(), decode_string(context.tree.text(*id)));
+    const Tree::Node* value = slots->member(slot, "p");
+    return slots->member(value, "k") == nullptr ? nullptr : value;
+}
+
 }  // namespace
 
 void ReadContext::fail(const Tree::Node& at, const std::string& fault) const {
@@ -210,7 +220,13 @@ std::shared_ptr<const model::StreamData> ParsedProperty::data() const {
 
 ParsedProperty parse_property(const ReadContext& context, const Tree::Node& node, StreamType type,
                               const Value& missing) {
-    return PropertyParser(context, type, missing).parse(node);
+    const Tree::Node* slot = slot_of(context, node);
+    if (slot == nullptr) return PropertyParser(context, type, missing).parse(node);
+    const ReadContext in_slots{context.layer, *context.layer.comp->store->slots};
+    ParsedProperty property = PropertyParser(in_slots, type, missing).parse(*slot);
+    property.node = &node;
+    property.is_in_slot = true;
+    return property;
 }
 
 std::size_t count_numbers(const Tree& tree, const Tree::Node* property) {

@@ -33,6 +33,7 @@ struct ParsedProperty {
     const Tree::Node* value = nullptr;       // its `k`, null if missing
     const Tree::Node* expression = nullptr;  // its `x`, null if missing
     bool is_in_order = true;                 // the keys stand in the order of their times
+    bool is_in_slot = false;                 // all but `node` is the slot's that the property names, not its own
     std::vector<ParsedKey> keys;             // ascending
     model::Value static_value;
     std::string expression_text;

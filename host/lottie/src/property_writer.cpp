@@ -83,11 +83,13 @@ void edit_property(Patch& patch, const WriteContext& context, const ReadContext&
                    const StreamNow& now) {
     const Tree& tree = base.tree;
     const ParsedProperty old = parse_property(base, node, now.type, now.missing);
+    if (old.is_in_slot && is_same(now.data, *old.data())) return;
     ObjectEdit edit(tree, node, kPropertyOrder);
+    if (old.is_in_slot) edit.remove("sid");  // the slot's value is no longer the property's
     set_expression(edit, tree, node, now.data);
     const std::size_t in_file = count_numbers(tree, &node);
     const std::size_t numbers = count_needed(now, in_file == 0 ? dimensions_of(now.type) : in_file);
-    const bool was_animated = !old.keys.empty();
+    const bool was_animated = !old.is_in_slot && !old.keys.empty();
     if (is_animated(now.data) && was_animated) {
         edit_keyframes(patch, context, base, old, now, numbers);
     } else if (is_animated(now.data)) {
@@ -95,19 +97,25 @@ void edit_property(Patch& patch, const WriteContext& context, const ReadContext&
         edit.set("k", keyframes_text(context, now, numbers));
     } else {
         // A single keyframe of the file stays one while it is the same.
-        const bool is_same_key =
-            old.keys.size() == 1 && now.data.keyframes.size() == 1 && old.keys[0].key == now.data.keyframes[0];
+        const bool is_same_key = was_animated && old.keys.size() == 1 && now.data.keyframes.size() == 1 &&
+                                 old.keys[0].key == now.data.keyframes[0];
         const bool is_same_value =
-            !was_animated &&
+            !was_animated && !old.is_in_slot &&
             (old.value == nullptr ? static_value(now.data) == now.missing
                                   : is_spelled(context, now.type, static_value(now.data), numbers, tree, *old.value));
         if (!is_same_key && !is_same_value) {
-            if (was_animated && edit.has("a")) edit.set("a", "0");
-            const bool as_array = !was_animated && old.value != nullptr && old.value->kind == Kind::array;
-            edit.set("k", static_text(context, now, numbers, as_array, &tree, was_animated ? nullptr : old.value));
+            const bool was_static = !was_animated && !old.is_in_slot;
+            if (!was_static && edit.has("a")) edit.set("a", "0");
+            const bool as_array = was_static && old.value != nullptr && old.value->kind == Kind::array;
+            edit.set("k", static_text(context, now, numbers, as_array, &tree, was_static ? old.value : nullptr));
         }
     }
     edit.apply(patch);
+}
+
+bool is_same(const model::StreamData& a, const model::StreamData& b) {
+    return a.static_value == b.static_value && a.keyframes == b.keyframes && a.expression == b.expression &&
+           a.expression_enabled == b.expression_enabled;
 }
 
 void edit_expression(Patch& patch, const Tree& tree, const Tree::Node& property, const model::StreamData& data) {

@@ -27,6 +27,8 @@ std::string property_text(const WriteContext& context, const StreamNow& now, int
 void edit_property(Patch& patch, const WriteContext& context, const ReadContext& base, const Tree::Node& node,
                    const StreamNow& now);
 
+bool is_same(const model::StreamData& a, const model::StreamData& b);
+
 // Edits the expression alone.
 void edit_expression(Patch& patch, const Tree& tree, const Tree::Node& property, const model::StreamData& data);
 

@@ -233,7 +233,7 @@ void Scanner::document_member(const Token& token) {
         std::string_view key;
         Token Skeleton::*place;
     };
-    static constexpr std::array<Member, 10> kMembers{{{"v", &Skeleton::version},
+    static constexpr std::array<Member, 11> kMembers{{{"v", &Skeleton::version},
                                                       {"fr", &Skeleton::frame_rate},
                                                       {"ip", &Skeleton::in},
                                                       {"op", &Skeleton::out},
@@ -242,7 +242,8 @@ void Scanner::document_member(const Token& token) {
                                                       {"nm", &Skeleton::name},
                                                       {"ddd", &Skeleton::ddd},
                                                       {"assets", &Skeleton::assets_token},
-                                                      {"layers", &Skeleton::layers_token}}};
+                                                      {"layers", &Skeleton::layers_token},
+                                                      {"slots", &Skeleton::slots}}};
     for (const Member& known : kMembers) {
         if (known.key == key_) skeleton_.*known.place = token;
     }

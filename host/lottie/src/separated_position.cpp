@@ -5,6 +5,7 @@
 #include <array>
 #include <cmath>
 #include <set>
+#include <string>
 
 #include "ease.h"
 #include "model/layer.h"
@@ -18,11 +19,10 @@ using model::StreamData;
 using model::StreamType;
 using model::Time;
 
-constexpr std::array<const char*, 3> kDimensions = {"x", "y", "z"};
 // Beyond that many frames the samples stand further apart.
 constexpr double kMostSamples = 20'000;
 
-using Dimensions = std::array<std::shared_ptr<const StreamData>, 3>;
+using ReadDimensions = std::array<std::shared_ptr<const StreamData>, 3>;
 
 // The shape of an easing, apart from how far it moves.
 bool have_same_shape(const StreamData& a, const StreamData& b) {
@@ -47,7 +47,7 @@ bool have_same_shape(const StreamData& a, const StreamData& b) {
 }
 
 // Keyframes of the dimension `lead`, moved along all of them: straight segments with the lead's eases.
-std::vector<Keyframe> combine(const Dimensions& dimensions, const StreamData& lead) {
+std::vector<Keyframe> combine(const ReadDimensions& dimensions, const StreamData& lead) {
     std::vector<Keyframe> keyframes = lead.keyframes;
     for (std::size_t i = 0; i < keyframes.size(); ++i) {
         for (std::size_t d = 0; d < dimensions.size(); ++d) {
@@ -64,7 +64,8 @@ std::vector<Keyframe> combine(const Dimensions& dimensions, const StreamData& le
     return keyframes;
 }
 
-std::vector<Keyframe> bake(const Dimensions& dimensions, const FrameClock& clock, Time offset, model::Layer& layer) {
+std::vector<Keyframe> bake(const ReadDimensions& dimensions, const FrameClock& clock, Time offset,
+                           model::Layer& layer) {
     std::set<Time> times;
     for (const auto& data : dimensions) {
         for (const Keyframe& key : data->keyframes) times.insert(key.time);
@@ -78,7 +79,7 @@ std::vector<Keyframe> bake(const Dimensions& dimensions, const FrameClock& clock
     keyframes.reserve(times.size());
     for (const Time time : times) keyframes.emplace_back().time = time;
     for (std::size_t d = 0; d < dimensions.size(); ++d) {
-        const model::Stream sampler(layer, StreamType::one_d, kDimensions[d], dimensions[d]);
+        const model::Stream sampler(layer, StreamType::one_d, std::string(kDimensionKeys[d]), dimensions[d]);
         for (Keyframe& key : keyframes) key.value.n[d] = sampler.value_at(key.time).n[0];
     }
     return keyframes;
@@ -95,11 +96,11 @@ bool is_separated(const Tree& tree, const Tree::Node* position) {
 
 std::shared_ptr<const StreamData> read_separated_position(const ReadContext& context, const Tree::Node& position,
                                                           model::Layer& layer) {
-    Dimensions dimensions;
+    ReadDimensions dimensions;
     const StreamData* lead = nullptr;
     bool agree = true;
     for (std::size_t d = 0; d < dimensions.size(); ++d) {
-        const Tree::Node* node = context.tree.member(&position, kDimensions[d]);
+        const Tree::Node* node = context.tree.member(&position, kDimensionKeys[d]);
         dimensions[d] = node == nullptr ? std::make_shared<StreamData>()
                                         : parse_property(context, *node, StreamType::one_d, {}).data();
         if (dimensions[d]->keyframes.empty()) continue;
@@ -113,6 +114,40 @@ std::shared_ptr<const StreamData> read_separated_position(const ReadContext& con
             agree ? combine(dimensions, *lead) : bake(dimensions, context.clock(), context.layer.offset, layer);
     }
     return data;
+}
+
+bool has_expressions(const Tree& tree, const Tree::Node& position) {
+    return std::any_of(kDimensionKeys.begin(), kDimensionKeys.end(), [&](std::string_view key) {
+        const Tree::Node* expression = tree.member(tree.member(&position, key), "x");
+        return expression != nullptr && expression->kind == Kind::string;
+    });
+}
+
+bool has_tangents(const StreamData& position) {
+    return std::any_of(position.keyframes.begin(), position.keyframes.end(), [](const Keyframe& key) {
+        return key.tangent_in != model::Value{} || key.tangent_out != model::Value{};
+    });
+}
+
+Dimensions separate(const StreamData& position) {
+    Dimensions dimensions;
+    const std::vector<Keyframe>& all = position.keyframes;
+    for (std::size_t d = 0; d < dimensions.size(); ++d) {
+        StreamData& data = dimensions[d];
+        data.static_value.n[0] = all.empty() ? position.static_value.n[d] : all.front().value.n[d];
+        const bool moves = std::any_of(all.begin(), all.end(),
+                                       [&](const Keyframe& key) { return key.value.n[d] != data.static_value.n[0]; });
+        if (!moves) continue;
+        data.keyframes = all;
+        for (Keyframe& key : data.keyframes) key.value = {{key.value.n[d], 0, 0, 0}};
+        for (std::size_t i = 0; i + 1 < all.size(); ++i) {
+            const double share = measure(StreamType::one_d, 0, data.keyframes[i], data.keyframes[i + 1]).way /
+                                 measure(StreamType::three_d_spatial, 0, all[i], all[i + 1]).way;
+            data.keyframes[i].ease_out[0].speed *= share;
+            data.keyframes[i + 1].ease_in[0].speed *= share;
+        }
+    }
+    return dimensions;
 }
 
 }  // namespace host::lottie

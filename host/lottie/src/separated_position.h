@@ -1,7 +1,9 @@
 // Positions whose dimensions are animated apart, as one spatial property.
 #pragma once
 
+#include <array>
 #include <memory>
+#include <string_view>
 
 #include "model/stream.h"
 #include "property.h"
@@ -13,6 +15,8 @@ class Layer;
 
 namespace host::lottie {
 
+inline constexpr std::array<std::string_view, 3> kDimensionKeys = {"x", "y", "z"};
+
 // Whether the node is {"s": true, "x": ..., "y": ...}.
 bool is_separated(const Tree& tree, const Tree::Node* position);
 
@@ -20,5 +24,14 @@ bool is_separated(const Tree& tree, const Tree::Node* position);
 // at every whole frame and at all their keyframes. Expressions of the dimensions stay out.
 std::shared_ptr<const model::StreamData> read_separated_position(const ReadContext& context, const Tree::Node& position,
                                                                  model::Layer& layer);
+
+// Whether a dimension has one.
+bool has_expressions(const Tree& tree, const Tree::Node& position);
+
+bool has_tangents(const model::StreamData& position);
+
+// The other way round: a position without tangents, dimension by dimension. One that does not move has no keyframes.
+using Dimensions = std::array<model::StreamData, 3>;
+Dimensions separate(const model::StreamData& position);
 
 }  // namespace host::lottie

@@ -74,6 +74,7 @@ struct Skeleton {
     Token ddd;
     Token assets_token;
     Token layers_token;
+    Token slots;
     std::vector<ScannedComp> comps;  // the main one first, then in the order of the assets
     std::vector<ScannedAsset> assets;
     // The keyframe time farthest from zero, in frames, and where it stands.

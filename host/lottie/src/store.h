@@ -17,6 +17,7 @@
 
 namespace host::lottie {
 
+class Tree;
 struct Store;
 struct StoredComp;
 
@@ -97,7 +98,8 @@ struct StoredEffectKind final : model::FormatData {
 struct Store {
     std::string text;
     FrameClock clock;
-    Skeleton outline;  // without its layers
+    Skeleton outline;                   // without its layers
+    std::shared_ptr<const Tree> slots;  // values that properties name by "sid"; null if the file has none
     std::vector<StoredAsset> assets;
     std::vector<std::shared_ptr<StoredComp>> comps;  // the main one first
     std::unordered_map<const model::Comp*, StoredComp*> comp_of;

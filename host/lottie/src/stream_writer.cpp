@@ -17,6 +17,8 @@ using model::Layer;
 using model::Stream;
 
 constexpr std::array<std::string_view, 9> kTransformOrder = {"o", "rx", "ry", "r", "rz", "or", "p", "a", "s"};
+constexpr std::array<std::string_view, 4> kSeparatedOrder = {"s", "x", "y", "z"};
+constexpr int kFirstDimensionIx = 3;
 constexpr std::size_t kSpaceDimensions = 3;
 
 // Exporters say of a layer's place how many of its numbers count.
@@ -37,11 +39,6 @@ StreamNow now_of(const Stream& stream, const StreamPlace& place, const Layer& la
 std::string new_property(const WriteContext& context, Layer& layer, const StreamPlace& place) {
     return property_text(context, now_of(layer.stream(place.number), place, layer), place.ix,
                          counted_numbers(place.number, layer.is_3d()));
-}
-
-bool is_same(const model::StreamData& a, const model::StreamData& b) {
-    return a.static_value == b.static_value && a.keyframes == b.keyframes && a.expression == b.expression &&
-           a.expression_enabled == b.expression_enabled;
 }
 
 class LayerStreams {
@@ -104,12 +101,45 @@ class LayerStreams {
         }
         if (is_separate) {
             if (stream->loaded() != nullptr && is_same(stream->data(), *stream->loaded())) return;
-            patch_.replace(node->text, new_property(context_, layer_, place));
+            edit_separated(place, *node, *stream);
             return;
         }
         StreamNow now = now_of(*stream, place, layer_);
         if (needs_depth) now.least_numbers = kSpaceDimensions;
         edit_property(patch_, context_, base_, *node, now);
+    }
+
+    const Stream* other_stream(const std::string& pointer) const {
+        for (const auto& stream : layer_.other_streams()) {
+            if (stream->name() == pointer) return stream.get();
+        }
+        return nullptr;
+    }
+
+    // One property for all dimensions, unless expressions act on single ones.
+    void edit_separated(const StreamPlace& place, const Tree::Node& node, const Stream& position) {
+        if (!has_expressions(tree_, node) || has_tangents(position.data())) {
+            patch_.replace(node.text, new_property(context_, layer_, place));
+            return;
+        }
+        ObjectEdit edit(tree_, node, kSeparatedOrder);
+        const Dimensions dimensions = separate(position.data());
+        for (std::size_t d = 0; d < dimensions.size(); ++d) {
+            model::StreamData data = dimensions[d];
+            const Tree::Node* old = tree_.member(&node, kDimensionKeys[d]);
+            if (old != nullptr) {
+                if (const Stream* own = other_stream(tree_.pointer(*old))) {
+                    data.expression = own->data().expression;
+                    data.expression_enabled = own->data().expression_enabled;
+                }
+                edit_property(patch_, context_, base_, *old, {model::StreamType::one_d, data, layer_.offset(), {}, 0});
+            } else if (!data.keyframes.empty() || data.static_value != model::Value{}) {
+                edit.set(kDimensionKeys[d],
+                         property_text(context_, {model::StreamType::one_d, data, layer_.offset(), {}, 0},
+                                       kFirstDimensionIx + static_cast<int>(d), 0));
+            }
+        }
+        edit.apply(patch_);
     }
 
     // Streams that nobody set exist with their defaults and need not be written.
