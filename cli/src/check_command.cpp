@@ -7,6 +7,7 @@
 #include "cli/documents.h"
 #include "cli/file_io.h"
 #include "cli/plugin_location.h"
+#include "cli/script_limits.h"
 #include "cli/selection.h"
 
 namespace cli {
@@ -41,8 +42,9 @@ void check_file(const std::string& file, const CheckOptions& options, const host
     checked.bytes = text.size();
     host::lottie::Document document = parse_input(text);
     const host::audit::Animation before(text);
+    const host::script::Limits limits = script_limits(options.script_time);
     for (Layer* nest : nests_to_check(document, options)) {
-        NestTrial trial = check_nest(document, before, plugin, options.answers, *nest);
+        NestTrial trial = check_nest(document, before, plugin, options.answers, limits, *nest);
         if (options.prove) add_proof(before, trial);
         checked.nests.push_back(std::move(trial.nest));
     }

@@ -22,14 +22,15 @@ std::vector<int> frames_of(const std::vector<host::audit::Finding>& findings, do
 }  // namespace
 
 NestTrial check_nest(host::lottie::Document& document, const host::audit::Animation& before,
-                     const host::runner::PluginModule& plugin, const DialogAnswers& answers, host::model::Layer& nest) {
+                     const host::runner::PluginModule& plugin, const DialogAnswers& answers,
+                     const host::script::Limits& limits, host::model::Layer& nest) {
     host::model::Comp& comp = nest.comp();
     CheckedNest checked;
     checked.composition = document.comp_id(comp);
     checked.composition_name = comp.name();
     checked.number = static_cast<std::size_t>(nest.index()) + 1;
     checked.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
-    const Trial trial = try_unnesting(document, plugin, answers, comp, {&nest});
+    const Trial trial = try_unnesting(document, plugin, answers, limits, comp, {&nest});
     take_back(document);
     checked.bytes_after = trial.after.size();
     host::audit::Animation after(trial.after);

@@ -68,6 +68,9 @@ The picture of the dialog:
   --journal FILE          write all that the plug-in and the host say to each other to FILE, for replay; after a crash
                           the file tells everything up to it
 
+  --script-time SECONDS   end run or check of a file when its scripts take more of the processor's time than this
+                          together, or one of them a quarter of it; default: 120
+
   -h, --help              show this
   --version               show the version
 
@@ -105,6 +108,10 @@ void declare_dialog(CLI::App& app, DialogAnswers& answers) {
     app.add_flag("--fix-random", answers.fix_random);
 }
 
+void declare_script_time(CLI::App& app, double& seconds) {
+    app.add_option("--script-time", seconds)->take_last()->check(CLI::Range(0.01, 1e6));
+}
+
 void declare_run(CLI::App& app, RunOptions& options) {
     app.add_option("FILE", options.files)->required();
 
@@ -123,6 +130,7 @@ void declare_run(CLI::App& app, RunOptions& options) {
         return file.empty() ? std::string("needs the name of a file") : std::string();
     });
 
+    declare_script_time(app, options.script_time);
     declare_dialog(app, options.answers);
     auto* dialog = app.add_flag("--dialog", options.dialog);
     for (const char* answer : {"--copy-attributes", "--discard-attributes", "--delete-source", "--keep-in-comp",
@@ -147,6 +155,7 @@ void declare_check(CLI::App& app, CheckOptions& options) {
            })
         ->take_last();
     app.add_flag("--prove", options.prove);
+    declare_script_time(app, options.script_time);
     declare_dialog(app, options.answers);
 }
 

@@ -12,6 +12,7 @@
 #include "cli/judged_run.h"
 #include "cli/plugin_location.h"
 #include "cli/run_journal.h"
+#include "cli/script_limits.h"
 #include "cli/selection.h"
 #include "cli/settings_file.h"
 #include "cli/summary.h"
@@ -103,7 +104,8 @@ class Run {
                       const std::vector<host::model::Layer*>& nests, const std::string& name, Record& record) {
         DialogOperator answers(options_.answers);
         host::script::DialogDriver& dialogs = windows_ != nullptr ? *windows_ : answers;
-        const Surroundings surroundings{plugin_, settings_, dialogs,
+        const host::script::Limits limits = script_limits(options_.script_time);
+        const Surroundings surroundings{plugin_, settings_, dialogs, limits,
                                         [&](host::runner::Session& session) { journal_.observe(session, name); }};
         Ledger ledger;
         try {
@@ -111,7 +113,7 @@ class Run {
                 ledger = unnest_judged(document, input, surroundings, comp, nests, options_);
                 record = ledger.record;
             } else {
-                host::runner::Session session(document.project(), settings_, dialogs);
+                host::runner::Session session(document.project(), settings_, dialogs, limits);
                 surroundings.observe(session);
                 unnest(session, plugin_, comp, nests, options_.recursive, record);
             }

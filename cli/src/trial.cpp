@@ -66,7 +66,7 @@ Trial try_unnesting(host::lottie::Document& document, const Surroundings& surrou
     const std::size_t steps_before = undo.step_names().size();
     const PlacesBefore places(comp, nests);
     const std::string id = document.comp_id(comp);
-    host::runner::Session session(document.project(), surroundings.settings, surroundings.dialogs);
+    host::runner::Session session(document.project(), surroundings.settings, surroundings.dialogs, surroundings.limits);
     surroundings.observe(session);
     Trial trial;
     try {
@@ -83,10 +83,11 @@ Trial try_unnesting(host::lottie::Document& document, const Surroundings& surrou
 }
 
 Trial try_unnesting(host::lottie::Document& document, const host::runner::PluginModule& plugin,
-                    const DialogAnswers& answers, Comp& comp, const std::vector<Layer*>& nests) {
+                    const DialogAnswers& answers, const host::script::Limits& limits, Comp& comp,
+                    const std::vector<Layer*>& nests) {
     auto settings = host::script::Settings::in_memory();
     DialogOperator dialogs(answers);
-    return try_unnesting(document, {plugin, settings, dialogs}, comp, nests);
+    return try_unnesting(document, {plugin, settings, dialogs, limits}, comp, nests);
 }
 
 void take_back(host::lottie::Document& document) {

@@ -80,6 +80,11 @@ void judge(Outcome outcome, Record& record, const std::string& what) {
     append(record.alerts, std::move(outcome.alerts));
     append(record.reports, std::move(outcome.reports));
     append(record.log, std::move(outcome.log));
+    if (outcome.scripts_took_too_long) {
+        throw Failure(ExitCode::failed,
+                      "a script took too long and was ended: either a name in the file is itself a script, or there is "
+                      "very much to do; --script-time gives more time");
+    }
     if (!outcome.has_failed()) return;
     throw Failure(ExitCode::failed,
                   what + (outcome.has_thrown ? " ended with an exception"

@@ -32,6 +32,15 @@ TEST(Options, run_is_what_is_meant_without_a_subcommand) {
     EXPECT_THAT(run_options({"./list"}).files, ElementsAre("./list"));
 }
 
+TEST(Options, all_scripts_of_a_file_have_two_minutes_unless_told_otherwise) {
+    EXPECT_EQ(run_options({"a.json"}).script_time, 120);
+    EXPECT_EQ(run_options({"a.json", "--script-time", "0.5"}).script_time, 0.5);
+    EXPECT_EQ(std::get<cli::CheckOptions>(parse_arguments({"check", "a.json", "--script-time=90"})).script_time, 90);
+    for (const char* time : {"0", "-1", "soon", "nan", "1e9"}) {
+        EXPECT_THAT(problem({"a.json", "--script-time", time}), HasSubstr("--script-time")) << time;
+    }
+}
+
 TEST(Options, the_dialogs_defaults_are_the_flags_defaults) {
     const cli::DialogAnswers answers = run_options({"a.json"}).answers;
     EXPECT_TRUE(answers.copy_attributes);

@@ -35,20 +35,23 @@ TEST_P(EndlessScript, is_ended_and_leaves_the_engine_usable) {
 
 INSTANTIATE_TEST_SUITE_P(
     Limits, EndlessScript,
-    testing::Values("while (true) {}", "for (;;) ;", "do { 1; } while (1)",
+    testing::Values(
+        "while (true) {}", "for (;;) ;", "do { 1; } while (1)",
 
-                    "while (true) { try { while (true) {} } catch (e) {} }",
-                    "(function f() { try { f(); } finally { f(); } })()",
-                    "while (true) { try { while (true) {} } finally { continue; } }",
-                    "try { while (true) {} } catch (e) { while (true) {} }",
-                    "function fib(n) { return n < 2 ? n : fib(n - 1) + fib(n - 2); } fib(100)",
-                    "eval('while (true) {}')", "new Function('while (true) {}')()",
-                    "[3, 1, 2].sort(function () { while (1) {} })", "'aaa'.replace(/a/g, function () { while (1) {} })",
-                    "({toString: function () { while (1) {} }})", "throw {toString: function () { while (1) {} }}",
-                    "while (1) { try { app.project.item(99); } catch (e) {} }",
-                    "while (1) { /^(a+)+$/.test('aaaaaaaaaaaaaaaaaaaab'); }",
-                    "var o = {}; Object.defineProperty(o, 'x', {get: function () { for (;;); }}); o.x",
-                    "'abc'.substr({valueOf: function () { for (;;); }})"));
+        "while (true) { try { while (true) {} } catch (e) {} }", "(function f() { try { f(); } finally { f(); } })()",
+        "while (true) { try { while (true) {} } finally { continue; } }",
+        "try { while (true) {} } catch (e) { while (true) {} }",
+        "function fib(n) { return n < 2 ? n : fib(n - 1) + fib(n - 2); } fib(100)", "eval('while (true) {}')",
+        "new Function('while (true) {}')()", "[3, 1, 2].sort(function () { while (1) {} })",
+        "'aaa'.replace(/a/g, function () { while (1) {} })", "({toString: function () { while (1) {} }})",
+        "throw {toString: function () { while (1) {} }}", "while (1) { try { app.project.item(99); } catch (e) {} }",
+        "while (1) { /^(a+)+$/.test('aaaaaaaaaaaaaaaaaaaab'); }",
+        "var o = {}; Object.defineProperty(o, 'x', {get: function () { for (;;); }}); o.x",
+        "'abc'.substr({valueOf: function () { for (;;); }})",
+        "while (1) [5, 3, 9, 1, 7].sort(function () { return 1; })",
+        "var a = []; for (var i = 0; i < 3e5; ++i) a[i] = i % 7; while (1) a.sort(function (x) { return x - 3; })",
+        "var n = 0, a = new Array(99999).join('a').split('');"
+        "while (1) a.sort(function () { return ++n % 3 - 1; })"));
 
 // One call of a built-in function, or one text to compile, that would take minutes or hours.
 INSTANTIATE_TEST_SUITE_P(
@@ -75,6 +78,30 @@ TEST(Limits, time_counts_for_each_run_anew) {
     World world(short_time());
     const char* half = "var now = new Date().getTime(); while (new Date().getTime() < now + 150) {} 'done'";
     for (int i = 0; i < 4; ++i) EXPECT_EQ(world.run(half), "done");
+}
+
+TEST(Limits, all_runs_together_have_a_limit_and_then_no_script_is_begun) {
+    Limits limits;
+    limits.time = 200ms;
+    limits.time_of_all = std::make_shared<host::script::SharedTime>(300ms);
+    World first(limits);
+    World second(limits);
+    EXPECT_THAT(first.error("while (true) {}"), HasSubstr("ran longer than 200 ms and was ended"));
+    EXPECT_THAT(second.error("while (true) {}"), HasSubstr("ran longer than 300 ms together and were ended"));
+    EXPECT_EQ(limits.time_of_all->left().count(), 0);
+    for (World* world : {&first, &second}) {
+        const Outcome refused = world->engine.run("var begun = true;");
+        EXPECT_TRUE(refused.failed);
+        EXPECT_TRUE(refused.took_too_long);
+        EXPECT_EQ(refused.error, "The scripts ran longer than 300 ms together and were ended.");
+    }
+}
+
+TEST(Limits, other_errors_do_not_count_as_taking_too_long) {
+    World world(little_memory());
+    EXPECT_FALSE(world.engine.run("missing()").took_too_long);
+    EXPECT_FALSE(world.engine.run("var s = 'x'; while (1) s += s;").took_too_long);
+    EXPECT_TRUE(World(short_time()).engine.run("while (1) {}").took_too_long);
 }
 
 TEST(Limits, time_does_not_count_while_a_dialog_waits) {

@@ -2,7 +2,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <cmath>
+#include <ctime>
 
 #include "world.h"
 
@@ -12,6 +14,8 @@ namespace {
 using host::script::Align;
 
 struct OptionsDialog : World {
+    using World::World;
+
     const std::string script = read_file(OPTIONS_DIALOG_SCRIPT);
 
     std::string show(std::function<void(Window&)> act) {
@@ -265,6 +269,42 @@ TEST(OptionsDialog, cancelling_keeps_nothing) {
                   "");
         EXPECT_EQ(world.settings.find("corvane.exflate", "settingPrefixInput"), nullptr);
     }
+}
+
+// The script brings its own JSON along. A deep value may be refused, but in time and with an error that can be caught.
+class DeepJson : public testing::TestWithParam<const char*> {};
+
+TEST_P(DeepJson, ends_soon_and_leaves_the_dialog_usable) {
+    OptionsDialog world;
+    world.show([](Window& w) { w.press_escape(); });
+    const auto start = std::clock();
+    EXPECT_EQ(world.run(std::string("try { ") + GetParam() + "; 'done'; } catch (e) { 'refused'; }"), "refused");
+    const double seconds = static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+    EXPECT_LT(seconds, 10) << "a third of what one script may take";
+    EXPECT_EQ(world.run("JSON.stringify(JSON.parse('[1,{\"a\":[2]}]'))"), "[1,{\"a\":[2]}]");
+    EXPECT_EQ(world.show([](Window& w) { w.press_enter(); }), "[true,false,false,\"\",false,false]");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OptionsDialog, DeepJson,
+    testing::Values("var a = []; for (var i = 0; i < 1e5; ++i) a = [a]; JSON.stringify(a)",
+                    "var a = []; for (var i = 0; i < 1e5; ++i) a = {x: a}; JSON.stringify(a, null, 2)",
+                    "var a = []; a[0] = a; JSON.stringify(a)",
+                    "var o = {toJSON: function () { return {x: o}; }}; JSON.stringify(o)",
+                    "JSON.parse(new Array(5001).join('[') + new Array(5001).join(']'))",
+                    "JSON.parse(new Array(5001).join('{\"a\":') + 1 + new Array(5001).join('}'))",
+                    "JSON.parse('[1]', function () { return JSON.parse('[1]', arguments.callee); })",
+                    "JSON.parse(new Array(1e6).join('['))"));
+
+// A level is one pass over the whole text, so that a very deep one takes as long as a script may.
+TEST(OptionsDialog, json_that_is_too_deep_to_be_looked_through_is_ended) {
+    Limits limits;
+    limits.time = std::chrono::milliseconds(500);
+    OptionsDialog world(limits);
+    world.show([](Window& w) { w.press_escape(); });
+    const Outcome outcome = world.engine.run("JSON.parse(new Array(1e5).join('[') + new Array(1e5).join(']'))");
+    EXPECT_TRUE(outcome.took_too_long) << outcome.error;
+    EXPECT_EQ(world.run("JSON.parse('[7]')[0]"), "7");
 }
 
 TEST(OptionsDialog, gives_nothing_when_cancelled_in_any_way) {

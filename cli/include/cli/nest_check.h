@@ -12,6 +12,7 @@
 #include "lottie/document.h"
 #include "render/picture.h"
 #include "runner/plugin_module.h"
+#include "script/engine.h"
 
 namespace cli {
 
@@ -43,7 +44,8 @@ struct NestTrial {
 
 // Un-nests the nest alone, judges, and puts it back. Throws Failure as try_unnesting() does.
 NestTrial check_nest(host::lottie::Document& document, const host::audit::Animation& before,
-                     const host::runner::PluginModule& plugin, const DialogAnswers& answers, host::model::Layer& nest);
+                     const host::runner::PluginModule& plugin, const DialogAnswers& answers,
+                     const host::script::Limits& limits, host::model::Layer& nest);
 
 struct Proven {
     Proof proof;

@@ -11,6 +11,9 @@
 
 namespace cli {
 
+// Seconds of the processor's time for all scripts of one file.
+constexpr double kScriptTime = 120;
+
 struct RunOptions {
     std::vector<std::string> files;  // "-" is standard input
     std::string output;              // empty: standard output, or what the two below say
@@ -25,6 +28,7 @@ struct RunOptions {
     std::string journal;               // file for everything that the plug-in and the host say; empty: none
     DialogAnswers answers;
     bool dialog = false;  // a person answers
+    double script_time = kScriptTime;
 };
 
 struct ListOptions {
@@ -48,6 +52,7 @@ struct CheckOptions {
     CheckFormat format = CheckFormat::text;
     bool prove = false;  // compare pictures too
     DialogAnswers answers;
+    double script_time = kScriptTime;
 };
 
 struct ReportOptions {

@@ -11,6 +11,7 @@
 #include "lottie/document.h"
 #include "runner/plugin_module.h"
 #include "script/dialog_driver.h"
+#include "script/engine.h"
 #include "script/settings.h"
 
 namespace cli {
@@ -26,6 +27,7 @@ struct Surroundings {
     const host::runner::PluginModule& plugin;
     host::script::Settings& settings;
     host::script::DialogDriver& dialogs;
+    const host::script::Limits& limits;
     std::function<void(host::runner::Session&)> observe = [](host::runner::Session&) {
     };  // each session, before it starts
 };
@@ -37,7 +39,7 @@ Trial try_unnesting(host::lottie::Document& document, const Surroundings& surrou
 
 // The same with a dialog that is answered so, and nothing remembered of it.
 Trial try_unnesting(host::lottie::Document& document, const host::runner::PluginModule& plugin,
-                    const DialogAnswers& answers, host::model::Comp& comp,
+                    const DialogAnswers& answers, const host::script::Limits& limits, host::model::Comp& comp,
                     const std::vector<host::model::Layer*>& nests);
 
 // Takes the newest trial back.

@@ -17,9 +17,11 @@ using What = suites::PluginCall::What;
 
 }  // namespace
 
-Session::Session(model::Project& project, script::Settings& settings, script::DialogDriver& dialogs)
+Session::Session(model::Project& project, script::Settings& settings, script::DialogDriver& dialogs,
+                 const script::Limits& limits)
     : project_(project),
-      engine_(project, settings, dialogs, [this](const script::Alert& alert) { current_.alerts.push_back(alert); }),
+      engine_(
+          project, settings, dialogs, [this](const script::Alert& alert) { current_.alerts.push_back(alert); }, limits),
       suites_(project, {.run_script = [this](std::string_view text) { return run_script(text); },
                         .report =
                             [this, &dialogs](std::string_view plugin, std::string_view text) {
@@ -146,7 +148,10 @@ Outcome Session::observe(const std::function<void()>& work) {
 }
 
 suites::ScriptOutcome Session::run_script(std::string_view text) {
+    if (current_.scripts_took_too_long)
+        return {.failed = true, .result = {}, .error = "An earlier script took too long."};
     script::Outcome outcome = engine_.run(text);
+    current_.scripts_took_too_long = outcome.took_too_long;
     if (outcome.failed) current_.log.push_back("a script failed: " + outcome.error);
     return {.failed = outcome.failed, .result = std::move(outcome.result), .error = std::move(outcome.error)};
 }

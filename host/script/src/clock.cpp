@@ -3,14 +3,22 @@
 
 namespace host::script {
 
-// Asked often: the processor's clock is the slow one of the two and comes second.
-bool RunClock::time_is_up() const {
-    if (!counts_ || used() <= limit_) return false;
-    const std::chrono::duration<double> processor(static_cast<double>(processor_used()) / CLOCKS_PER_SEC);
-    return processor > limit_;
+namespace {
+
+RunClock::Duration duration_of(std::clock_t ticks) {
+    return std::chrono::duration_cast<RunClock::Duration>(
+        std::chrono::duration<double>(static_cast<double>(ticks) / CLOCKS_PER_SEC));
 }
 
-void RunClock::restart() {
+}  // namespace
+
+// Asked often: the processor's clock is the slow one of the two and comes second.
+bool RunClock::time_is_up() const {
+    return counts_ && used() > limit_ && duration_of(processor_used()) > limit_;
+}
+
+void RunClock::restart(Duration limit) {
+    limit_ = limit;
     counts_ = true;
     running_ = true;
     used_before_ = {};
@@ -19,9 +27,11 @@ void RunClock::restart() {
     processor_since_ = std::clock();
 }
 
-void RunClock::stop() {
+RunClock::Duration RunClock::stop() {
+    const Duration taken = duration_of(processor_used());
     counts_ = false;
     running_ = false;
+    return taken;
 }
 
 RunClock::Steady::duration RunClock::used() const {

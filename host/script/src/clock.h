@@ -9,14 +9,14 @@ namespace host::script {
 
 class RunClock {
   public:
-    explicit RunClock(std::chrono::milliseconds limit) : limit_(limit) {}
+    using Duration = std::chrono::nanoseconds;
 
-    std::chrono::milliseconds limit() const { return limit_; }
+    Duration limit() const { return limit_; }
     bool is_counting() const { return counts_; }  // between restart() and stop(), pauses included
     bool time_is_up() const;
 
-    void restart();
-    void stop();  // from here on the time is never up
+    void restart(Duration limit);
+    Duration stop();  // the processor's time since restart(); from here on the time is never up
 
     // While it lives the clock runs, or stands still; then its former state comes back.
     class [[nodiscard]] Switched {
@@ -37,7 +37,7 @@ class RunClock {
     Steady::duration used() const;
     std::clock_t processor_used() const;
 
-    std::chrono::milliseconds limit_;
+    Duration limit_{};
     Steady::duration used_before_{};
     Steady::time_point since_{};
     std::clock_t processor_used_before_ = 0;

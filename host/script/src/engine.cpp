@@ -57,7 +57,8 @@ class Engine::Impl {
     }
 
     Outcome run(std::string_view text) {
-        if (host_.heap.clock().is_counting()) return {true, "", "A script is already running."};
+        if (host_.heap.clock().is_counting()) return {true, false, "", "A script is already running."};
+        if (host_.heap.is_all_time_used()) return {true, true, "", all_time_used(host_.heap.limits())};
         if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
         std::string converted;
         if (!is_engine_text(text)) text = converted = to_engine(text);
@@ -71,6 +72,7 @@ class Engine::Impl {
             outcome.result = std::move(job.result);
         } else {
             outcome.failed = true;
+            outcome.took_too_long = host_.heap.time_is_up();
             outcome.error = describe_error(ctx);
         }
         host_.end_run();

@@ -34,6 +34,11 @@ duk_ret_t read_error(duk_context* ctx, void* pointer) {
 
 }  // namespace
 
+std::string all_time_used(const Limits& limits) {
+    return "The scripts ran longer than " + std::to_string(limits.time_of_all->limit().count()) +
+           " ms together and were ended.";
+}
+
 std::string describe_error(duk_context* ctx) {
     Host& host = Host::of(ctx);
     Description description;
@@ -44,11 +49,13 @@ std::string describe_error(duk_context* ctx) {
     duk_pop(ctx);
 
     if (host.heap.time_is_up()) {
-        description.reason =
-            "The script ran longer than " + std::to_string(host.heap.clock().limit().count()) + " ms and was ended.";
+        const auto own = host.heap.limits().time;
+        description.reason = host.heap.clock().limit() < own
+                                 ? all_time_used(host.heap.limits())
+                                 : "The script ran longer than " + std::to_string(own.count()) + " ms and was ended.";
     } else if (host.heap.is_out_of_memory()) {
         description.reason =
-            "The script ran out of memory; it may use " + std::to_string(host.heap.limit() >> 20) + " MiB.";
+            "The script ran out of memory; it may use " + std::to_string(host.heap.limits().memory >> 20) + " MiB.";
     }
     return "Unable to execute script at line " + std::to_string(description.line) + ". " + description.reason;
 }

@@ -53,8 +53,7 @@ const char* stack_now() {
 
 }  // namespace
 
-Heap::Heap(const Limits& limits, Host& host)
-    : host_(host), clock_(limits.time), limit_(limits.memory), allowed_(limits.memory) {
+Heap::Heap(const Limits& limits, Host& host) : host_(host), limits_(limits), allowed_(limits.memory) {
     ctx_ = duk_create_heap(allocate, reallocate, release, this, die);
     if (ctx_ == nullptr) throw std::runtime_error("there is no memory to start the script engine");
 }
@@ -79,14 +78,14 @@ Heap& Heap::of(duk_context* ctx) {
 void Heap::begin_run() {
     out_of_memory_ = false;
     // What earlier runs left behind must not keep this one from starting, or from clearing up.
-    allowed_ = std::max(limit_, used_ + kReserve / 4);
+    allowed_ = std::max(limits_.memory, used_ + kReserve / 4);
     steps_ = 0;
     stack_at_start_ = stack_now();
-    clock_.restart();
+    clock_.restart(std::min<RunClock::Duration>(limits_.time, limits_.time_of_all->left()));
 }
 
 void Heap::end_run() {
-    clock_.stop();
+    limits_.time_of_all->spend(clock_.stop());
     stack_at_start_ = nullptr;
 }
 
@@ -107,7 +106,7 @@ bool Heap::is_stack_short() const {
 }
 
 bool Heap::may_grow_by(std::size_t bytes) {
-    if (bytes <= limit_ + kReserve && used_ <= limit_ + kReserve - bytes) return true;
+    if (bytes <= limits_.memory + kReserve && used_ <= limits_.memory + kReserve - bytes) return true;
     out_of_memory_ = true;
     return false;
 }

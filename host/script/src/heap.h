@@ -7,6 +7,7 @@
 
 #include "clock.h"
 #include "script/engine.h"
+#include "script/shared_time.h"
 
 namespace host::script {
 
@@ -27,7 +28,8 @@ class Heap {
     RunClock& clock() { return clock_; }
     bool time_is_up() const { return clock_.time_is_up(); }
 
-    std::size_t limit() const { return limit_; }
+    const Limits& limits() const { return limits_; }
+    bool is_all_time_used() const { return limits_.time_of_all->left() == SharedTime::Duration::zero(); }
     // Whether the run has to stop. Once true, it stays so until the run's end.
     bool must_end();
     // The same for who asks very often: each step is some nanoseconds of work.
@@ -48,7 +50,7 @@ class Heap {
 
     Host& host_;
     RunClock clock_;
-    const std::size_t limit_;
+    const Limits limits_;
     std::size_t allowed_;  // in this run
     std::size_t used_ = 0;
     bool out_of_memory_ = false;

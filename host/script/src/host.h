@@ -143,6 +143,8 @@ void* target_of(duk_context* ctx, duk_idx_t index, Kind kind);
 
 // "Unable to execute script at line N. " and the reason, for the error value on top of the stack, which is popped.
 std::string describe_error(duk_context* ctx);
+// The sentence for a script that has no time left, because others took it.
+std::string all_time_used(const Limits& limits);
 
 // Filling the global object, class by class.
 void define_globals(duk_context* ctx);

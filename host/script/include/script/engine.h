@@ -8,6 +8,8 @@
 #include <string>
 #include <string_view>
 
+#include "script/shared_time.h"
+
 namespace host::model {
 class Project;
 }
@@ -22,15 +24,18 @@ class Settings;
 // `error` is for people: "Unable to execute script at line N. " and the reason. Both are UTF-8.
 struct Outcome {
     bool failed = false;
+    bool took_too_long = false;  // it was ended for that, or not begun; `failed` is set as well
     std::string result;
     std::string error;
 };
 
-// What one run may use. A script that goes beyond is ended, and cannot prevent it, within a few milliseconds. Time is the
+// What scripts may use. One that goes beyond is ended, and cannot prevent it, within a few milliseconds. Time is the
 // processor's; what a dialog waits for its driver does not count. A run also takes up to 4 MiB of the thread's stack.
 struct Limits {
-    std::size_t memory = std::size_t{512} << 20;  // bytes, of everything the environment holds
-    std::chrono::milliseconds time = std::chrono::minutes(2);
+    std::size_t memory = std::size_t{512} << 20;                // bytes, of everything the environment holds
+    std::chrono::milliseconds time = std::chrono::seconds(30);  // of one run
+    // Of all runs of the engines that are given a copy of these limits. When it is used up, no script is begun.
+    std::shared_ptr<SharedTime> time_of_all = std::make_shared<SharedTime>(std::chrono::minutes(2));
 };
 
 // Scripts see the standard objects of the language (without JSON), `app`, `PREFType`, `Window`, alert(), isValid() and

@@ -1,0 +1,25 @@
+// Processor time that many runs of scripts may take together.
+#pragma once
+
+#include <algorithm>
+#include <chrono>
+
+namespace host::script {
+
+// Several engines may have the same one, if they run one after the other.
+class SharedTime {
+  public:
+    using Duration = std::chrono::nanoseconds;
+
+    explicit SharedTime(std::chrono::milliseconds limit) : limit_(limit), left_(limit) {}
+
+    std::chrono::milliseconds limit() const { return limit_; }
+    Duration left() const { return left_; }  // never below zero
+    void spend(Duration time) { left_ = std::max(left_ - time, Duration::zero()); }
+
+  private:
+    std::chrono::milliseconds limit_;
+    Duration left_;
+};
+
+}  // namespace host::script
