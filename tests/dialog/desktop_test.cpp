@@ -1,6 +1,7 @@
 // The command with its dialog on a desktop: real windows of the real process, worked with a real mouse and keyboard.
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <functional>
 #include <future>
 #include <map>
@@ -36,10 +37,14 @@ class Desktop : public testing::Test {
                 .without_settings_folder = true};
     }
 
-    // Runs the command while a person works it.
+    // Runs the command while a person works it. A command that still waits for the person afterwards loses its display.
     Finished run(const test::Start& how, const std::function<void()>& person) {
         auto finished = std::async(std::launch::async, [&] { return test::exflate(sandbox, how); });
         person();
+        if (finished.wait_for(std::chrono::seconds(30)) == std::future_status::timeout) {
+            ADD_FAILURE() << "the command does not end";
+            display.take_away();
+        }
         return finished.get();
     }
 

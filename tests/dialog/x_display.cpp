@@ -20,9 +20,11 @@ namespace {
 
 using namespace std::chrono_literals;
 
+// Closed in programs that other threads start meanwhile: one of them holding the writing end would keep the reader
+// waiting for as long as it runs.
 struct Pipe {
     Pipe() {
-        if (pipe(ends) != 0) throw std::runtime_error("no pipe");
+        if (pipe2(ends, O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
     }
     ~Pipe() {
         close(ends[0]);
@@ -91,7 +93,13 @@ void XDisplay::set_keyboard_up() {
 }
 
 XDisplay::~XDisplay() {
+    take_away();
+}
+
+void XDisplay::take_away() {
+    if (connection_ == nullptr) return;
     XCloseDisplay(connection_);
+    connection_ = nullptr;
     kill(server_, SIGTERM);
     waitpid(server_, nullptr, 0);
 }

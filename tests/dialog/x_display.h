@@ -27,6 +27,8 @@ class XDisplay {
     void click(const std::string& window, int x, int y) const;
     // As a window manager does when its close box is clicked.
     void ask_to_close(const std::string& window) const;
+    // Programs that still use the display end with an error. Nothing else can be done with it afterwards.
+    void take_away();
 
   private:
     std::string xdotool(const std::vector<std::string>& arguments) const;  // what it prints, in one line
