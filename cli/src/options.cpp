@@ -68,8 +68,8 @@ The picture of the dialog:
   --journal FILE          write all that the plug-in and the host say to each other to FILE, for replay; after a crash
                           the file tells everything up to it
 
-  --script-time SECONDS   end run or check of a file when its scripts take more of the processor's time than this
-                          together, or one of them a quarter of it; default: 120
+  --script-time SECONDS   end run, check or report of a file when its scripts take more of the processor's time than
+                          this together, or one of them a quarter of it; default: 120
 
   -h, --help              show this
   --version               show the version
@@ -163,6 +163,7 @@ void declare_report(CLI::App& app, ReportOptions& options) {
     app.add_option("FILE", options.file)->required();
     app.add_option("-o,--output", options.output)->take_last();
     declare_selection(app, options.composition, options.layers);
+    declare_script_time(app, options.script_time);
     declare_dialog(app, options.answers);
 }
 

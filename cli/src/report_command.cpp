@@ -10,6 +10,7 @@
 #include "cli/file_io.h"
 #include "cli/plugin_location.h"
 #include "cli/report_page.h"
+#include "cli/script_limits.h"
 #include "cli/selection.h"
 #include "cli/summary.h"
 #include "cli/trial.h"
@@ -61,6 +62,7 @@ class Reporter {
         : options_(options),
           plugin_(plugin),
           text_(text),
+          limits_(script_limits(options.script_time)),
           document_(parse_input(text)),
           before_(text),
           comp_(find_composition(document_, options.composition)),
@@ -93,7 +95,7 @@ class Reporter {
 
     void check_alone(Layer& layer) {
         ReportedNest& nest = report_.nests.emplace_back();
-        NestTrial trial = check_nest(document_, before_, plugin_, options_.answers, layer);
+        NestTrial trial = check_nest(document_, before_, plugin_, options_.answers, limits_, layer);
         add_pictures(before_, trial, nest);
         findings_.insert(findings_.end(), trial.nest.report.findings.begin(), trial.nest.report.findings.end());
         nest.checked = std::move(trial.nest);
@@ -101,7 +103,7 @@ class Reporter {
 
     void unnest_together() {
         if (nests_.empty()) return take_unchanged();
-        Trial trial = try_unnesting(document_, plugin_, options_.answers, comp_, nests_);
+        Trial trial = try_unnesting(document_, plugin_, options_.answers, limits_, comp_, nests_);
         report_.stack_after = stack_of(document_, comp_);
         take_back(document_);
         for (std::size_t place = 0; place < report_.stack_after.size(); ++place) {
@@ -142,6 +144,7 @@ class Reporter {
     const ReportOptions& options_;
     const host::runner::PluginModule& plugin_;
     const std::string& text_;
+    const host::script::Limits limits_;
     host::lottie::Document document_;
     host::audit::Animation before_;
     Comp& comp_;

@@ -61,6 +61,7 @@ struct ReportOptions {
     std::string composition;          // as for run
     std::vector<std::string> layers;  // as for run
     DialogAnswers answers;
+    double script_time = kScriptTime;
 };
 
 struct ReplayOptions {
