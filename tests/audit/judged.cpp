@@ -41,7 +41,8 @@ Judged judged(const std::string& animation, const cli::DialogAnswers& answers) {
     static const host::runner::PluginModule kPlugin(PLUGIN_MODULE);
     host::lottie::Document document = cli::parse_input(animation);
     host::model::Comp& comp = document.main_comp();
-    const cli::Trial trial = cli::try_unnesting(document, kPlugin, answers, comp, cli::find_nests(comp, {"Nest"}));
+    const cli::Trial trial =
+        cli::try_unnesting(document, kPlugin, answers, host::script::Limits(), comp, cli::find_nests(comp, {"Nest"}));
     const auto reports = judge(host::audit::Animation(animation), host::audit::Animation(trial.after), trial.change);
     return {animation, trial.after, reports.at(0)};
 }

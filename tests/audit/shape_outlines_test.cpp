@@ -14,7 +14,8 @@ using host::audit::Box;
 // The box around all that is painted, growth taken into account; null when there is nothing.
 std::optional<Box> painted(const std::string& items, double frame = 0) {
     const host::audit::Scene scene(flat_animation({shape_layer(1, "shape", items)}));
-    return host::audit::Extents(scene).of(scene.main().layers[0], frame);
+    const host::audit::Hull hull = host::audit::Extents(scene).of(scene.main().layers[0], frame);
+    return area(hull) > 0 ? std::optional(around(hull)) : std::nullopt;
 }
 
 void expect_box(const std::optional<Box>& box, double left, double top, double right, double bottom) {
