@@ -3,8 +3,10 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <map>
+#include <sstream>
 
 #include "cli/file_io.h"
 #include "cli/near_names.h"
@@ -108,8 +110,20 @@ void declare_dialog(CLI::App& app, DialogAnswers& answers) {
     app.add_flag("--fix-random", answers.fix_random);
 }
 
+// The library's own check of a range lets "nan" pass.
+auto between(double least, double most) {
+    return [least, most](const std::string& text) {
+        char* end = nullptr;
+        const double value = std::strtod(text.c_str(), &end);
+        if (*end == '\0' && value >= least && value <= most) return std::string();
+        std::ostringstream problem;
+        problem << "'" << text << "' is not a number from " << least << " to " << most;
+        return problem.str();
+    };
+}
+
 void declare_script_time(CLI::App& app, double& seconds) {
-    app.add_option("--script-time", seconds)->take_last()->check(CLI::Range(0.01, 1e6));
+    app.add_option("--script-time", seconds)->take_last()->check(between(0.01, 1e6));
 }
 
 void declare_run(CLI::App& app, RunOptions& options) {
@@ -125,7 +139,7 @@ void declare_run(CLI::App& app, RunOptions& options) {
     app.add_flag("--recursive", options.recursive);
     app.add_flag("--strict", options.strict);
     app.add_flag("--only-exact", options.only_exact);
-    app.add_option("--max-growth", options.max_growth)->take_last()->check(CLI::Range(0.0, 1e9));
+    app.add_option("--max-growth", options.max_growth)->take_last()->check(between(0, 1e9));
     app.add_option("--journal", options.journal)->take_last()->check([](const std::string& file) {
         return file.empty() ? std::string("needs the name of a file") : std::string();
     });
@@ -174,7 +188,7 @@ void declare_list(CLI::App& app, ListOptions& options) {
 
 void declare_picture(CLI::App& app, DialogOptions& options) {
     app.add_option("--picture", options.picture)->required()->take_last();
-    app.add_option("--scale", options.scale)->take_last()->check(CLI::Range(0.5, 8.0));
+    app.add_option("--scale", options.scale)->take_last()->check(between(0.5, 8));
     app.add_flag("--first-use", options.first_use);
     // Called for each occurrence, in the order of the arguments.
     app.add_option_function<std::string>("--click",

@@ -82,7 +82,12 @@ TEST(Options, a_picture_of_the_dialog_takes_actions_in_their_order) {
     EXPECT_EQ(options.actions[1].control, "X");
     EXPECT_EQ(options.actions[2].control + "|" + options.actions[2].text, "d|");
     EXPECT_THAT(problem({"dialog"}), HasSubstr("--picture"));
-    EXPECT_THAT(problem({"dialog", "--picture", "p.png", "--scale", "0"}), HasSubstr("--scale"));
+    for (const char* scale : {"0", "9", "nan", "2x"}) {
+        EXPECT_THAT(problem({"dialog", "--picture", "p.png", "--scale", scale}), HasSubstr("--scale"));
+    }
+    for (const char* growth : {"-1", "nan", "inf"}) {
+        EXPECT_THAT(problem({"a.json", "--max-growth", growth}), HasSubstr("--max-growth"));
+    }
     EXPECT_THAT(problem({"dialog", "--picture", "p.png", "--type", "a"}), HasSubstr("CONTROL=TEXT"));
 }
 
