@@ -147,7 +147,7 @@ std::string read_xml(const Sandbox& sandbox, const std::string& xml) {
         "for e in tree.fromstring(sys.stdin.buffer.read()).iter():\n"
         "    print(e.tag, *(f'{k}={v!a}' for k, v in e.attrib.items()), ascii((e.text or '').strip()))\n";
     const Finished finished =
-        sandbox.run("python3", {.arguments = {"-c", program}, .input = xml, .environment = {}, .out_file = {}});
+        sandbox.run("/usr/bin/env", {.arguments = {"python3", "-c", program}, .input = xml, .environment = {}, .out_file = {}});
     EXPECT_EQ(finished.exit_code, 0) << finished.err << xml;
     return finished.out;
 }

@@ -152,7 +152,7 @@ TEST(Check, prove_tells_how_far_the_pictures_are_apart) {
 TEST(Check, no_name_can_end_a_line_or_steer_the_terminal) {
     const Finished finished = check(test::hostile_names());
     EXPECT_EQ(finished.exit_code, 1);
-    EXPECT_THAT(finished.out, HasSubstr(R"("a\"]]><&\u000A\u001B[31m\u009B")"));
+    EXPECT_THAT(finished.out, HasSubstr(R"("a\"]]><&\u000A\u001B[31m\u009B)"));
     for (const char c : finished.out) EXPECT_TRUE(c == '\n' || static_cast<unsigned char>(c) >= 0x20);
     EXPECT_THAT(finished.out, Not(HasSubstr("\xC2\x9B")));
 }

@@ -58,8 +58,8 @@ std::size_t count(const std::string& text, const std::string& what) {
 std::string cut_off() {
     const std::string square = R"({"ddd":0,"ind":1,"ty":1,"nm":"wide","sr":1,)" + test::kTransform +
                                R"(,"ao":0,"sw":90,"sh":70,"sc":"#ff0000","ip":0,"op":50,"st":0,"bm":0})";
-    const std::string nest = R"({"ddd":0,"ind":1,"ty":0,"nm":"Small","refId":"comp_0","sr":1,)" + test::kTransform +
-                             R"(,"ao":0,"w":60,"h":50,"ip":0,"op":50,"st":0,"bm":0})";
+    const std::string nest = R"({"ddd":0,"ind":1,"ty":0,"nm":"Small","refId":"comp_0","sr":1,"ks":{},)"
+                             R"("ao":0,"w":60,"h":50,"ip":0,"op":50,"st":0,"bm":0})";
     return test::animation({test::asset("comp_0", "Small comp", {square})}, {nest});
 }
 
