@@ -12,6 +12,11 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
+if(MINGW)
+  # Nothing of the compiler's own has to be on the machine that loads the result, and the same sources give the same bytes.
+  add_link_options(-static -s -Wl,--no-insert-timestamp)
+endif()
+
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion)
 # GCC 12 sees overlaps in optimised string concatenations where there are none.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

@@ -45,7 +45,7 @@ A_Err modify_layer_name(const PluginInfo* info, AEGP_LayerH layer, const wchar_t
     (void)get_layer_name_w(info, layer, &name);
     if (is_given(prefix)) name = prefix + (separator + name);
     if (is_given(suffix)) name += std::wstring(separator) + suffix;
-    copyConvertStringLiteralIntoUTF16(name.substr(0, kMaxNameCharacters).c_str(), new_name);
+    copyConvertStringLiteralIntoUTF16(first_characters(name, kMaxNameCharacters).c_str(), new_name);
     ERR(suites.LayerSuite6()->AEGP_SetLayerName(layer, new_name));
     return err;
 } catch (A_Err missing_suite) {

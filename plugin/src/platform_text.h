@@ -8,15 +8,23 @@
 
 #include "AE_GeneralPlug.h"
 
-// The wide text as UTF-16 in host byte order, at most length units of it; nothing terminates it. length is the text's
-// number of wide characters.
-void write_utf16(const wchar_t* text, std::size_t length, A_UTF16Char* out);
+// A character is a code point, and counts as one where it takes two wchar_t. Narrow text is in the process's locale; on
+// Windows, whose C library has no locale for what the host says, in UTF-8.
 
-// The narrow text in the process's locale, as exactly strlen(narrow) wide characters: what the conversion does not
-// fill, because a character had several bytes or because the bytes are not valid, is "#".
+std::size_t character_count(const wchar_t* text);
+
+// All of the text when it has no more than count characters.
+std::wstring first_characters(const std::wstring& text, std::size_t count);
+
+// The wide text as UTF-16 in host byte order, cut at as many units as it has characters, which the caller counted;
+// nothing terminates it.
+void write_utf16(const wchar_t* text, std::size_t characters, A_UTF16Char* out);
+
+// The narrow text as exactly strlen(narrow) characters: what the conversion does not fill, because a character had
+// several bytes or because the bytes are not valid, is "#".
 std::wstring padded_wide_text(const char* narrow);
 
-// The narrow text in the process's locale, up to the first bytes that are not valid.
+// The narrow text up to the first bytes that are not valid.
 std::wstring wide_text(const char* narrow);
 
 // Throws std::range_error for a wide character above 0x10FFFF.

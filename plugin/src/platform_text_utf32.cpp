@@ -12,6 +12,14 @@ static_assert(sizeof(wchar_t) == 4);
 // std::wstring_convert is deprecated without a successor, and its errors are the behaviour wanted here.
 #pragma GCC diagnostic ignored "-Wdeprecated-declarations"
 
+std::size_t character_count(const wchar_t* text) {
+    return std::wcslen(text);
+}
+
+std::wstring first_characters(const std::wstring& text, std::size_t count) {
+    return text.substr(0, count);
+}
+
 std::wstring padded_wide_text(const char* narrow) {
     const std::size_t length = std::strlen(narrow);
     std::wstring text(length, L'#');

@@ -5,14 +5,13 @@
 #include <climits>
 #include <cstdarg>
 #include <cstring>
-#include <cwchar>
 
 #include "platform_text.h"
 
 void copyConvertStringLiteralIntoUTF16(const wchar_t* text, A_UTF16Char* out) {
-    const std::size_t length = std::wcslen(text);
-    write_utf16(text, length, out);
-    out[length] = 0;
+    const std::size_t characters = character_count(text);
+    write_utf16(text, characters, out);
+    out[characters] = 0;
 }
 
 const char* copyConvertUTF16IntoStringLiteral(A_UTF16Char* /*text*/, char* /*out*/) {
@@ -70,7 +69,7 @@ int utf16Size(const A_UTF16Char* text) {
 }
 
 A_UTF16Char* initUTF16(const wchar_t* text) {
-    A_UTF16Char* copy = new A_UTF16Char[std::wcslen(text) + 1];
+    A_UTF16Char* copy = new A_UTF16Char[character_count(text) + 1];
     copyConvertStringLiteralIntoUTF16(text, copy);
     return copy;
 }

@@ -9,8 +9,8 @@
 // Some C libraries make sprintf a macro, which would swallow the function of that name below.
 #undef sprintf
 
-// Converts to UTF-16, cut at as many units as the text has wide characters, and terminates: out needs wcslen(text) + 1
-// units. A character of two units therefore costs one unit at the end.
+// Converts to UTF-16, cut at as many units as the text has characters, and terminates: out needs one unit more than
+// that. A character of two units therefore costs one unit at the end.
 void copyConvertStringLiteralIntoUTF16(const wchar_t* text, A_UTF16Char* out);
 
 // Gives the static text "testing" and ignores both arguments.

@@ -20,13 +20,13 @@ bool is_code_point(wchar_t character) {
 
 }  // namespace
 
-void write_utf16(const wchar_t* text, std::size_t length, A_UTF16Char* out) {
-    std::wstring code_points(text, length);
+void write_utf16(const wchar_t* text, std::size_t characters, A_UTF16Char* out) {
+    std::wstring code_points(text, characters);
     // The converter throws at what is no code point; the host gets the replacement character instead.
     std::replace_if(
         code_points.begin(), code_points.end(), [](wchar_t character) { return !is_code_point(character); }, L'\xFFFD');
 
     std::wstring_convert<std::codecvt_utf8_utf16<char16_t, 0x10FFFF>, char16_t> converter;
     const std::u16string units = converter.from_bytes(utf8_text(code_points));
-    std::copy_n(units.begin(), std::min(length, units.size()), out);
+    std::copy_n(units.begin(), std::min(characters, units.size()), out);
 }

@@ -10,7 +10,7 @@ from mutation.sources import Source
 
 PATTERNS = ('plugin/src/*.cpp', 'plugin/src/*.h', 'plugin/scripts/*.jsx')
 # Built on another platform only.
-NOT_BUILT = ('plugin/src/utf16_core_foundation.cpp',)
+NOT_BUILT = ('plugin/src/platform_text_utf16.cpp', 'plugin/src/utf16_core_foundation.cpp')
 DECLARATIONS = ('aegp/include/**/*.h', 'plugin/src/*.h', 'plugin/src/*.cpp')
 
 
