@@ -99,19 +99,6 @@ TEST(Layers, a_picture_without_its_asset_gets_a_placeholder) {
     EXPECT_EQ(layer_of(document, "A").source()->type(), model::ItemType::footage);
 }
 
-TEST(Layers, a_nest_of_nothing_shows_nothing_and_keeps_its_bytes) {
-    const std::string text = animation(
-        nest_layer(1, "A", "missing") + "," + nest_layer(2, "B", "i") + "," + nest_layer(3, "C", "x", {{"refId", ""}}),
-        R"({"id":"i","p":"i.png"})");
-    const Document document = Document::read(text);
-    for (const char* name : {"A", "B"}) {
-        ASSERT_NE(layer_of(document, name).source(), nullptr);
-        EXPECT_EQ(layer_of(document, name).source()->comp(), nullptr);
-    }
-    EXPECT_EQ(layer_of(document, "C").source(), nullptr);
-    EXPECT_EQ(document.write(), text);
-}
-
 TEST(Layers, a_parent_of_minus_one_is_none_unless_a_layer_has_that_number) {
     const std::string text = animation(shape_layer(1, "A", {{"parent", "-1"}}));
     const Document document = Document::read(text);
@@ -120,16 +107,6 @@ TEST(Layers, a_parent_of_minus_one_is_none_unless_a_layer_has_that_number) {
     const Document numbered =
         Document::read(animation(shape_layer(-1, "A") + "," + shape_layer(1, "B", {{"parent", "-1"}})));
     EXPECT_EQ(layer_of(numbered, "B").parent(), &layer_of(numbered, "A"));
-}
-
-TEST(Layers, a_number_that_two_have_is_accepted_while_nobody_refers_to_it) {
-    const std::string text = animation(shape_layer(1, "A") + "," + shape_layer(1, "B") + "," + shape_layer(2, "C") +
-                                       "," + shape_layer(3, "D", {{"parent", "2"}}));
-    const Document document = Document::read(text);
-    EXPECT_EQ(document.write(), text);
-    document.main_comp().create_null("N", {});
-    EXPECT_EQ(member(object_named(document.write(), "N"), "ind"), "4");
-    EXPECT_EQ(object_named(document.write(), "B"), shape_layer(1, "B"));
 }
 
 TEST(Layers, switches_come_from_their_members) {

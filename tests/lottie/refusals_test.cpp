@@ -138,16 +138,23 @@ TEST(Refusals, nulls_count_as_missing) {
 }
 
 TEST(Refusals, times_beyond_32_bits) {
-    for (const char* key : {"ip", "st"}) {
+    for (const char* key : {"ip", "op", "st"}) {
         const Refusal refused = refusal(animation(shape_layer(1, "A", {{key, "600000"}})));
         EXPECT_EQ(refused.pointer, std::string("/layers/0/") + key);
         EXPECT_THAT(refused.sentence, HasSubstr("32 bits"));
         EXPECT_NO_THROW(Document::read(animation(shape_layer(1, "A", {{key, "500000"}}))));
     }
     EXPECT_EQ(refusal(animation(shape_layer(1, "A", {{"st", "-600000"}}))).pointer, "/layers/0/st");
-    EXPECT_EQ(refusal(animation(shape_layer(1, "A", {{"op", "-600000"}}))).pointer, "/layers/0/op");
     const std::string far = R"([{"ty":"gr","it":[{"ty":"tr","o":{"a":1,"k":[{"t":0,"s":[1]},{"t":6e5,"s":[2]}]}}]}])";
     EXPECT_THAT(refusal(animation(shape_layer(1, "A", {{"shapes", far}}))).sentence, HasSubstr("keyframe"));
+}
+
+TEST(Refusals, a_nest_of_nothing) {
+    const Refusal missing = refusal(animation(nest_layer(1, "A", "gone")));
+    EXPECT_EQ(missing.pointer, "/layers/0/refId");
+    EXPECT_THAT(missing.sentence, HasSubstr("\"gone\""));
+    EXPECT_EQ(refusal(animation(nest_layer(1, "A", "i"), R"({"id":"i","p":"i.png"})")).pointer, "/layers/0/refId");
+    EXPECT_EQ(refusal(animation(nest_layer(1, "A", "x", {{"refId", ""}}))).pointer, "/layers/0");
 }
 
 TEST(Refusals, compositions_that_contain_themselves) {
@@ -162,10 +169,10 @@ TEST(Refusals, compositions_that_contain_themselves) {
 }
 
 TEST(Refusals, numbers_of_layers_that_do_not_lead_to_one_layer) {
-    const Refusal twice = refusal(
-        animation(shape_layer(1, "A") + "," + shape_layer(2, "B", {{"parent", "1"}}) + "," + shape_layer(1, "C")));
-    EXPECT_EQ(twice.pointer, "/layers/1/parent");
-    EXPECT_THAT(twice.sentence, HasSubstr("layers 1 and 3 of its composition both have that \"ind\""));
+    const Refusal twice =
+        refusal(animation(shape_layer(1, "A") + "," + shape_layer(2, "B") + "," + shape_layer(1, "C")));
+    EXPECT_EQ(twice.pointer, "/layers/2/ind");
+    EXPECT_THAT(twice.sentence, HasSubstr("Layer 3 (\"C\") has the same \"ind\" 1 as layer 1"));
     const Refusal dangling = refusal(animation(shape_layer(1, "A", {{"parent", "9"}})));
     EXPECT_EQ(dangling.pointer, "/layers/0/parent");
     EXPECT_THAT(dangling.sentence, HasSubstr("no layer of its composition has that \"ind\""));

@@ -127,15 +127,5 @@ TEST(KeyframeTimes, every_tick_reads_back_as_itself) {
     }
 }
 
-TEST(Times, an_end_beyond_all_times_is_never_and_keeps_its_bytes) {
-    const std::string text = animation(shape_layer(1, "A", {{"ip", "10"}, {"op", "1e9"}}));
-    const Document document = Document::read(text);
-    model::Layer& layer = layer_of(document, "A");
-    EXPECT_EQ((layer.in_point() + layer.duration()).ticks, 1 << 30);
-    EXPECT_EQ(document.write(), text);
-    layer.set_in_point_and_duration({0}, {4000});
-    EXPECT_EQ(member(object_named(document.write(), "A"), "op"), "1");
-}
-
 }  // namespace
 }  // namespace host::lottie::testing

@@ -10,8 +10,8 @@
 
 namespace host::lottie {
 
-// Made from a whole outline. Throws InputError for compositions that contain themselves. A layer whose composition the
-// file lacks is accepted: it shows nothing.
+// Made from a whole outline. Throws InputError for a layer whose composition does not exist and for compositions that
+// contain themselves.
 class AssetGraph {
   public:
     AssetGraph(const std::string& text, const Skeleton& outline);
@@ -23,7 +23,7 @@ class AssetGraph {
     double longest_use(int asset) const { return longest_uses_[static_cast<std::size_t>(asset)]; }
 
   private:
-    int source_of(const ScannedLayer& layer) const;  // -1 if it shows no composition of the file
+    int source_of(const ScannedComp& comp, std::size_t layer) const;
     void check_cycles() const;
     [[noreturn]] void refuse_cycle(const std::vector<std::size_t>& path, std::size_t comp, std::size_t layer) const;
     std::string name_of(std::size_t comp) const;

@@ -38,19 +38,18 @@ class Linker {
                outline_.layer_pointer(scanned_, index) + "/" + member, who(index) + fault);
     }
 
-    // A layer without a number, or with one that another has too, is accepted as long as nobody refers to it.
+    // A layer without a number is accepted: nobody can refer to it, and nobody does.
     void number_layers() {
         for (std::uint32_t i = 0; i < comp_.layers.size(); ++i) {
             if (comp_.layers[i].ind) comp_.inds.emplace_back(*comp_.layers[i].ind, i);
         }
         std::sort(comp_.inds.begin(), comp_.inds.end());
-    }
-
-    // The place of another layer behind `found` that has the same number; `found` itself if there is none.
-    std::size_t namesake_of(const StoredLayer& found) const {
-        const auto after =
-            std::upper_bound(comp_.inds.begin(), comp_.inds.end(), std::pair{*found.ind, found.position});
-        return after == comp_.inds.end() || after->first != *found.ind ? found.position : after->second;
+        const auto same = std::adjacent_find(comp_.inds.begin(), comp_.inds.end(),
+                                             [](const auto& a, const auto& b) { return a.first == b.first; });
+        if (same == comp_.inds.end()) return;
+        refuse_layer((same + 1)->second, "ind",
+                     " has the same \"ind\" " + std::to_string(same->first) + " as layer " +
+                         std::to_string(same->second + 1) + " of its composition, so links to them are ambiguous.");
     }
 
     StoredLayer& linked(std::size_t index, std::int64_t ind, const std::string& member, const std::string& role) {
@@ -61,12 +60,6 @@ class Linker {
                          " names " + std::to_string(ind) + " as its " + role +
                              ", but no layer of its composition has that \"ind\"" +
                              (some_lack_numbers ? "; some layers there have none." : "."));
-        }
-        if (const std::size_t namesake = namesake_of(*found); namesake != found->position) {
-            refuse_layer(index, member,
-                         " names " + std::to_string(ind) + " as its " + role + ", but layers " +
-                             std::to_string(found->position + 1) + " and " + std::to_string(namesake + 1) +
-                             " of its composition both have that \"ind\".");
         }
         if (found->position == index) refuse_layer(index, member, " names itself as its " + role + ".");
         return comp_.layers[found->position];

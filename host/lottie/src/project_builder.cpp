@@ -19,10 +19,6 @@ namespace {
 using model::LayerKind;
 using model::Time;
 
-// Where layers end whose file names an end beyond all times, as some tools do for those that never end. Far enough from
-// the end of 32 bits for plug-ins to add to it.
-constexpr Time kNever{1 << 30};
-
 constexpr double kMostPixels = std::numeric_limits<int>::max();
 
 class ProjectBuilder {
@@ -220,9 +216,7 @@ class ProjectBuilder {
         stored.contains_layer_parameters = scanned.has_layer_parameters;
         stored.offset = time(scanned.start, Field::st);
         stored.in_point = time(scanned.in.value_or(0), Field::ip);
-        const double out = scanned.out.value_or(out_);
-        const Time out_point = out > 0 ? store_.clock.time(out).value_or(kNever) : time(out, Field::op);
-        stored.duration = std::max(out_point - stored.in_point, Time{});
+        stored.duration = std::max(time(scanned.out.value_or(out_), Field::op) - stored.in_point, Time{});
         stored.flags = flags_of(scanned);
 
         layer.load_name(std::move(name));
