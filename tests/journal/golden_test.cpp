@@ -21,6 +21,10 @@ TEST(GoldenJournals, of_a_typical_request_replays) {
     EXPECT_EQ(words(Recording(EXFLATE_MODULE).replay(golden("typical_request.journal"))), "same");
 }
 
+TEST(GoldenJournals, of_names_of_all_planes_replays) {
+    EXPECT_EQ(words(Recording(EXFLATE_MODULE).replay(golden("names_of_all_planes.journal"))), "same");
+}
+
 TEST(GoldenJournals, of_a_run_with_a_refused_call_replays) {
     Recording refused(EXFLATE_MODULE);
     refused.faults.fail_call(1, 3, host::suites::FaultInjector::Lasting::once, "AEGP_SetLayerParent");
