@@ -13,8 +13,9 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 
 if(MINGW)
-  # Nothing of the compiler's own has to be on the machine that loads the result, and the same sources give the same bytes.
-  add_link_options(-static -s -Wl,--no-insert-timestamp)
+  # Nothing of the compiler's own has to be on the machine that loads the result. The same sources give the same bytes: the
+  # linker would put the time into them, and an address made from the name of the output file.
+  add_link_options(-static -s "LINKER:--no-insert-timestamp" "LINKER:--disable-auto-image-base")
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion)

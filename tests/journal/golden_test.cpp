@@ -33,6 +33,14 @@ TEST(GoldenJournals, of_a_run_with_a_refused_call_replays) {
     EXPECT_EQ(words(refused.replay(golden("refused_parent.journal"))), "same");
 }
 
+TEST(GoldenJournals, of_a_run_without_a_suite_replays) {
+    Recording refused(EXFLATE_MODULE);
+    refused.faults.fail_acquisition(1, 1, host::suites::FaultInjector::Lasting::once, "AEGP_StreamSuite4");
+    EXPECT_EQ(refused.run().error, 516);
+    std::ofstream("missing_suite.journal", std::ios::binary) << refused.text();  // beside the test program, to be kept
+    EXPECT_EQ(words(refused.replay(golden("missing_suite.journal"))), "same");
+}
+
 TEST(GoldenJournals, cut_by_a_crash_replays_as_far_as_it_goes) {
     const std::string journal = golden("cut.journal");
     const auto lines = std::count(journal.begin(), journal.end(), '\n');

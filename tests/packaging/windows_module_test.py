@@ -45,6 +45,8 @@ class Module(unittest.TestCase):
 
     def test_tells_nothing_of_the_machine_that_built_it(self):
         self.assertNotIn(str(Path(__file__).resolve().parents[2]).encode(), MODULE.read_bytes())
+        # The linker makes its own out of the output file's path, unless told otherwise.
+        self.assertRegex(headers(), r'ImageBase\s+0000000180000000\n')
 
     def test_carries_the_property_resource(self):
         # Resource compilers write names in capitals, and Windows looks for them so.
