@@ -4,9 +4,12 @@
 usage: make_seeds.py EXAMPLES FOLDER     makes FOLDER/<harness>/
 """
 import copy
+import gzip
+import io
 import json
 import pathlib
 import sys
+import zipfile
 
 
 def text(value):
@@ -103,6 +106,21 @@ def whole_runs():
     yield "long", fields(0x0b, 50 * b"p", b"E", 40 * b"n", 300 * b"a", b"b", 100 * b"x", b"", b"i", b"o")
 
 
+def archives():
+    def zipped(*entries):
+        stream = io.BytesIO()
+        with zipfile.ZipFile(stream, "w", zipfile.ZIP_DEFLATED) as archive:
+            for name, content in entries:
+                archive.writestr(zipfile.ZipInfo(name), content)
+        return stream.getvalue()
+    yield "second", zipped(("manifest.json", '{"version":"2","animations":[{"id":"x"},{"id":"y"}]}'), ("a/x.json", "{}"),
+                           ("a/y.json", "{}"), ("i/p.png", "PNG"))
+    yield "first", zipped(("manifest.json", '{"animations":[{"id":"x"}]}'), ("animations/x.json", "{}"))
+    yield "empty", zipped()
+    yield "sticker", gzip.compress(b"{}", mtime=0)
+    yield "header", b"\x1f\x8b\x08\x1c" + bytes(6) + b"\2\0ABname\0comment\0" + gzip.compress(b"{}", mtime=0)[10:]
+
+
 def write(folder, seeds):
     folder.mkdir(parents=True, exist_ok=True)
     for name, content in seeds:
@@ -112,6 +130,7 @@ def write(folder, seeds):
 def main():
     examples, folder = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
     whole = json.loads((examples / "lift_off.json").read_text(encoding="utf-8"))
+    write(folder / "archive", archives())
     write(folder / "lottie", ((name, text(value)) for name, value in [*small_animations(), *pieces(whole)]))
     write(folder / "dialog_result", dialog_results())
     write(folder / "settings", settings())

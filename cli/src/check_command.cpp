@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "cli/animation_file.h"
 #include "cli/documents.h"
 #include "cli/file_io.h"
 #include "cli/plugin_location.h"
@@ -36,9 +37,9 @@ void add_proof(const host::audit::Animation& before, NestTrial& trial) {
     }
 }
 
-void check_file(const std::string& file, const CheckOptions& options, const host::runner::PluginModule& plugin,
-                CheckedFile& checked) {
-    const std::string text = read_input(file);
+// Throws Failure.
+void check_animation(const std::string& text, const CheckOptions& options, const host::runner::PluginModule& plugin,
+                     CheckedFile& checked) {
     checked.bytes = text.size();
     host::lottie::Document document = parse_input(text);
     const host::audit::Animation before(text);
@@ -48,6 +49,46 @@ void check_file(const std::string& file, const CheckOptions& options, const host
         if (options.prove) add_proof(before, trial);
         checked.nests.push_back(std::move(trial.nest));
     }
+}
+
+// `check` fills in one report, and what it throws becomes part of that.
+template <class Check>
+void check_guarded(CheckedFile& checked, Check check) {
+    try {
+        check();
+    } catch (const Failure& failure) {
+        checked.failure = failure;
+    } catch (const std::exception& unforeseen) {
+        checked.failure = Failure(ExitCode::failed, unforeseen.what());
+    }
+}
+
+// Each animation of the file. One that lacks what the options name is left out if another has it.
+std::vector<CheckedFile> check_file(const std::string& file, const CheckOptions& options,
+                                    const host::runner::PluginModule& plugin) {
+    std::vector<CheckedFile> all;
+    std::vector<CheckedFile> lacking;
+    CheckedFile whole;
+    whole.name = shown_name(file);
+    check_guarded(whole, [&] {
+        const AnimationFile input(file, options.animation);
+        for (std::size_t i = 0; i < input.count(); ++i) {
+            CheckedFile checked;
+            checked.name = input.label(i);
+            bool fits = true;
+            check_guarded(checked, [&] {
+                try {
+                    check_animation(input.text(i), options, plugin, checked);
+                } catch (const NothingFits&) {
+                    fits = false;
+                    throw;
+                }
+            });
+            (fits ? all : lacking).push_back(std::move(checked));
+        }
+    });
+    if (whole.failure) all.push_back(std::move(whole));
+    return all.empty() ? lacking : all;
 }
 
 std::string report(const std::vector<CheckedFile>& files, CheckFormat format) {
@@ -80,19 +121,13 @@ ExitCode check(const CheckOptions& options, const Console& console) {
         std::vector<CheckedFile> files;
         ExitCode highest = ExitCode::done;
         for (const std::string& file : options.files) {
-            CheckedFile& checked = files.emplace_back();
-            checked.name = shown_name(file);
-            try {
-                check_file(file, options, plugin, checked);
-            } catch (const Failure& failure) {
-                checked.failure = failure;
-            } catch (const std::exception& unforeseen) {
-                checked.failure = Failure(ExitCode::failed, unforeseen.what());
+            for (CheckedFile& checked : check_file(file, options, plugin)) {
+                if (checked.failure) {
+                    console.say(Console::Tone::error, checked.name + checked.failure->place(), checked.failure->what());
+                }
+                highest = std::max(highest, code_of(checked));
+                files.push_back(std::move(checked));
             }
-            if (checked.failure) {
-                console.say(Console::Tone::error, checked.name + checked.failure->place(), checked.failure->what());
-            }
-            highest = std::max(highest, code_of(checked));
         }
         write_result(std::string(kStandardStream), report(files, options.format));
         return highest;

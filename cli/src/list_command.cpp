@@ -1,17 +1,40 @@
 // `exflate list`: compositions, layers and nests.
 #include "cli/list_command.h"
 
+#include "cli/animation_file.h"
 #include "cli/documents.h"
 #include "cli/file_io.h"
 
 namespace cli {
+namespace {
+
+// Throws Failure.
+std::string listing(const ListOptions& options) {
+    const AnimationFile input(options.file, "");
+    std::vector<ListedAnimation> animations;
+    for (std::size_t i = 0; i < input.count(); ++i) {
+        try {
+            animations.push_back({input.id(i), input.label(i), parse_input(input.text(i))});
+        } catch (const Failure& failure) {
+            throw Failure(failure.code(), failure.what(), input.place(i) + failure.place());
+        }
+    }
+    const ListedAnimation& first = animations.front();
+    if (options.json) {
+        return input.is_collection() ? trees_json(shown_name(options.file), animations)
+                                     : tree_json(first.label, first.document);
+    }
+    std::string text;
+    for (const ListedAnimation& animation : animations) text += tree_text(animation.label, animation.document);
+    return text;
+}
+
+}  // namespace
 
 ExitCode list(const ListOptions& options, const Console& console) {
     const std::string name = shown_name(options.file);
     try {
-        host::lottie::Document document = parse_input(read_input(options.file));
-        write_result(std::string(kStandardStream),
-                     options.json ? tree_json(name, document) : tree_text(name, document));
+        write_result(std::string(kStandardStream), listing(options));
         return ExitCode::done;
     } catch (const Failure& failure) {
         console.say(Console::Tone::error, name + failure.place(), failure.what());

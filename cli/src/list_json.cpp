@@ -14,20 +14,25 @@ using host::model::Layer;
 
 class JsonList {
   public:
-    explicit JsonList(const host::lottie::Document& document) : document_(document) {}
+    JsonList(JsonWriter& json, const host::lottie::Document& document) : json_(json), document_(document) {}
 
-    std::string list(const std::string& file) {
+    // `id` of an animation among others; without one nothing is said of it.
+    void list(const std::string& file, const std::string& id) {
         json_.begin_object();
         json_.add("file", file);
+        if (!id.empty()) json_.add("id", id);
+        add_compositions();
+        json_.end_object();
+    }
+
+  private:
+    void add_compositions() {
         json_.key("compositions");
         json_.begin_array();
         for (const Comp* comp : document_.project().comps()) add_composition(*comp);
         json_.end_array();
-        json_.end_object();
-        return json_.text();
     }
 
-  private:
     void add_composition(const Comp& comp) {
         json_.begin_object();
         add_id("id", comp);
@@ -64,14 +69,29 @@ class JsonList {
         }
     }
 
+    JsonWriter& json_;
     const host::lottie::Document& document_;
-    JsonWriter json_;
 };
 
 }  // namespace
 
 std::string tree_json(const std::string& file, const host::lottie::Document& document) {
-    return JsonList(document).list(file);
+    JsonWriter json;
+    JsonList(json, document).list(file, "");
+    return json.text();
+}
+
+std::string trees_json(const std::string& file, const std::vector<ListedAnimation>& animations) {
+    JsonWriter json;
+    json.begin_object();
+    json.add("file", file);
+    json.key("animations");
+    json.begin_array();
+    for (const ListedAnimation& animation : animations)
+        JsonList(json, animation.document).list(animation.label, animation.id);
+    json.end_array();
+    json.end_object();
+    return json.text();
 }
 
 }  // namespace cli

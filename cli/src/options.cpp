@@ -26,7 +26,8 @@ constexpr const char* kHelp =
   exflate dialog --picture PNG
                           draw the plug-in's dialog as it would open
 
-FILE is a Lottie file, - is standard input.
+FILE is a Lottie file, plain or packed (.lottie, .tgs), - is standard input. A packed file is written packed again, with
+everything else in it as it was; of the several animations of a .lottie file each is worked on.
 
 Output of run:
   -o, --output OUT        write here; - is standard output, the default for one FILE
@@ -34,6 +35,8 @@ Output of run:
   -i, --in-place          replace each file by its result
 
 Selection:
+  --animation ID          of a .lottie file, the animation of that id; default: every one, for report the only one; those
+                          that lack what is named below are passed over, as long as one has it
   --comp NAME|ID          the composition to work in; default: the main one
   --layer NAME|#INDEX     un-nest this layer, #INDEX being its place in the stack as list shows it; may be repeated;
                           default: every nest of the composition
@@ -47,7 +50,7 @@ check takes the selection (default: every nest of every composition) and the dia
   --format FORMAT         text, json or junit
   --prove                 draw frames before and after, and say how far they differ at the worst one
 
-report takes --comp, --layer and the dialog's choices too, and:
+report takes --animation, --comp, --layer and the dialog's choices too, and:
   -o, --output OUT        write the page here; default: standard output
 
 The plug-in's dialog:
@@ -95,7 +98,11 @@ Environment:
                    What is kept there never changes a result.
 )";
 
-void declare_selection(CLI::App& app, std::string& composition, std::vector<std::string>& layers) {
+void declare_selection(CLI::App& app, std::string& animation, std::string& composition,
+                       std::vector<std::string>& layers) {
+    app.add_option("--animation", animation)->take_last()->check([](const std::string& id) {
+        return id.empty() ? std::string("needs the id of an animation") : std::string();
+    });
     app.add_option("--comp", composition)->take_last();
     app.add_option("--layer", layers)->allow_extra_args(false);
 }
@@ -135,7 +142,7 @@ void declare_run(CLI::App& app, RunOptions& options) {
     output->excludes(folder)->excludes(in_place);
     folder->excludes(in_place);
 
-    declare_selection(app, options.composition, options.layers);
+    declare_selection(app, options.animation, options.composition, options.layers);
     app.add_flag("--recursive", options.recursive);
     app.add_flag("--strict", options.strict);
     app.add_flag("--only-exact", options.only_exact);
@@ -157,7 +164,7 @@ void declare_check(CLI::App& app, CheckOptions& options) {
     static const std::map<std::string, CheckFormat> kFormats = {
         {"text", CheckFormat::text}, {"json", CheckFormat::json}, {"junit", CheckFormat::junit}};
     app.add_option("FILE", options.files)->required();
-    declare_selection(app, options.composition, options.layers);
+    declare_selection(app, options.animation, options.composition, options.layers);
     app.add_option_function<std::string>(
            "--format",
            [&options](const std::string& name) {
@@ -176,7 +183,7 @@ void declare_check(CLI::App& app, CheckOptions& options) {
 void declare_report(CLI::App& app, ReportOptions& options) {
     app.add_option("FILE", options.file)->required();
     app.add_option("-o,--output", options.output)->take_last();
-    declare_selection(app, options.composition, options.layers);
+    declare_selection(app, options.animation, options.composition, options.layers);
     declare_script_time(app, options.script_time);
     declare_dialog(app, options.answers);
 }

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "audit/alone.h"
+#include "cli/animation_file.h"
 #include "cli/documents.h"
 #include "cli/file_io.h"
 #include "cli/plugin_location.h"
@@ -56,15 +57,22 @@ void add_pictures(const host::audit::Animation& before, NestTrial& trial, Report
     }
 }
 
+std::string extension_of(const AnimationFile& input) {
+    if (!input.form()) return ".json";
+    return input.is_collection() ? ".lottie" : ".tgs";
+}
+
 class Reporter {
   public:
-    Reporter(const ReportOptions& options, const host::runner::PluginModule& plugin, const std::string& text)
+    // `input` has one animation.
+    Reporter(const ReportOptions& options, const host::runner::PluginModule& plugin, const AnimationFile& input)
         : options_(options),
           plugin_(plugin),
-          text_(text),
+          input_(input),
+          text_(input.text(0)),
           limits_(script_limits(options.script_time)),
-          document_(parse_input(text)),
-          before_(text),
+          document_(parse_input(text_)),
+          before_(text_),
           comp_(find_composition(document_, options.composition)),
           nests_(options.layers.empty() ? nests_of(comp_) : find_nests(comp_, options.layers)) {}
 
@@ -77,8 +85,8 @@ class Reporter {
 
   private:
     void describe() {
-        report_.file = shown_name(options_.file);
-        report_.command = run_command_line(options_);
+        report_.file = input_.label(0);
+        report_.command = run_command_line(options_, extension_of(input_));
         report_.composition = document_.comp_id(comp_);
         report_.composition_name = comp_.name();
         report_.width = comp_.width();
@@ -143,6 +151,7 @@ class Reporter {
 
     const ReportOptions& options_;
     const host::runner::PluginModule& plugin_;
+    const AnimationFile& input_;
     const std::string& text_;
     const host::script::Limits limits_;
     host::lottie::Document document_;
@@ -158,6 +167,24 @@ void refuse_own_input(const ReportOptions& options) {
     std::error_code error;
     if (!options.output.empty() && std::filesystem::equivalent(options.file, options.output, error)) {
         throw Failure(ExitCode::usage, "the report would replace the animation: give -o another name");
+    }
+}
+
+// A page shows one animation.
+void refuse_several(const AnimationFile& input) {
+    if (input.count() == 1) return;
+    std::string ids;
+    for (std::size_t i = 0; i < input.count(); ++i) ids += (i == 0 ? "" : ", ") + in_quotes(input.id(i));
+    throw Failure(ExitCode::usage, "holds " + counted(input.count(), "animation") +
+                                       ", and a page shows one: give --animation and its id, one of " + ids);
+}
+
+// Throws Failure.
+Report report_on(const AnimationFile& input, const ReportOptions& options, const host::runner::PluginModule& plugin) {
+    try {
+        return Reporter(options, plugin, input).report();
+    } catch (const Failure& failure) {
+        throw Failure(failure.code(), failure.what(), input.place(0) + failure.place());
     }
 }
 
@@ -177,8 +204,9 @@ ExitCode report(const ReportOptions& options, const Console& console) {
         refuse_own_input(options);
         const Player player = load_player();
         const host::runner::PluginModule plugin = load_plugin();
-        const std::string text = read_input(options.file);
-        const Report report = Reporter(options, plugin, text).report();
+        const AnimationFile input(options.file, options.animation);
+        refuse_several(input);
+        const Report report = report_on(input, options, plugin);
         write_result(options.output.empty() ? std::string(kStandardStream) : options.output,
                      report_page(report, player));
         tell_report(console, report, options.output == kStandardStream ? "" : options.output);

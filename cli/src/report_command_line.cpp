@@ -21,18 +21,19 @@ std::string word(const std::string& text) {
     return quoted + "'";
 }
 
-std::string output_beside(const std::string& file) {
-    if (file == kStandardStream) return "flat.json";
-    return std::filesystem::path(file).stem().string() + "_flat.json";
+std::string output_beside(const std::string& file, const std::string& extension) {
+    if (file == kStandardStream) return "flat" + extension;
+    return std::filesystem::path(file).stem().string() + "_flat" + extension;
 }
 
 }  // namespace
 
-std::string run_command_line(const ReportOptions& options) {
+std::string run_command_line(const ReportOptions& options, const std::string& extension) {
     const DialogAnswers& answers = options.answers;
     // A value that begins with a dash must not be taken for an option.
     const auto option = [](const char* name, const std::string& value) { return ' ' + (name + word(value)); };
     std::string line = "exflate run";
+    if (!options.animation.empty()) line += option("--animation=", options.animation);
     if (!options.composition.empty()) line += option("--comp=", options.composition);
     for (const std::string& layer : options.layers) line += option("--layer=", layer);
     if (!answers.copy_attributes) line += " --discard-attributes";
@@ -41,7 +42,7 @@ std::string run_command_line(const ReportOptions& options) {
     if (!answers.prefix.empty()) line += option("--prefix=", answers.prefix);
     if (answers.prepend_name) line += " --prepend-name";
     if (answers.fix_random) line += " --fix-random";
-    line += " -o " + word(output_beside(options.file));
+    line += " -o " + word(output_beside(options.file, extension));
     return line + (options.file.starts_with('-') && options.file != kStandardStream ? " -- " : " ") +
            word(options.file);
 }

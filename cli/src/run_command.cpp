@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <memory>
+#include <optional>
 
+#include "cli/animation_file.h"
 #include "cli/dialog_operator.h"
 #include "cli/dialog_window.h"
 #include "cli/documents.h"
@@ -25,6 +27,16 @@ namespace fs = std::filesystem;
 using host::model::Comp;
 using Tone = Console::Tone;
 
+// What was done with one animation of a file.
+struct Work {
+    std::string label;
+    std::string composition = {};
+    Record record = {};
+    Ledger ledger = {};     // of a judged run, else empty
+    Sizes sizes = {};       // of the text, unpacked
+    std::string idle = {};  // why there was nothing to do; empty: the animation was changed
+};
+
 class Run {
   public:
     Run(const RunOptions& options, const Console& console, const host::runner::PluginModule& plugin,
@@ -38,15 +50,14 @@ class Run {
     }
 
     ExitCode one_file(const std::string& file) {
-        const std::string name = shown_name(file);
-        Record record;
+        std::vector<Work> works;
         try {
-            unnest_and_write(file, record);
+            unnest_and_write(file, works);
             return ExitCode::done;
         } catch (const Failure& failure) {
-            return tell(name, record, failure);
+            return tell(file, works, failure);
         } catch (const std::exception& unforeseen) {  // such as running out of memory
-            return tell(name, record, Failure(ExitCode::failed, unforeseen.what()));
+            return tell(file, works, Failure(ExitCode::failed, unforeseen.what()));
         }
     }
 
@@ -64,49 +75,96 @@ class Run {
         return files;
     }
 
-    ExitCode tell(const std::string& name, const Record& record, const Failure& failure) const {
-        tell_what_was_said(name, record);
-        if (failure.code() == ExitCode::failed) tell_log(console_, name, record);
-        tell_failure(console_, name, failure);
+    ExitCode tell(const std::string& file, const std::vector<Work>& works, const Failure& failure) const {
+        for (const Work& work : works) {
+            tell_what_was_said(work);
+            if (failure.code() == ExitCode::failed) tell_log(console_, work.label, work.record);
+        }
+        tell_failure(console_, shown_name(file), failure);
         return failure.code();
     }
 
     // Nothing that a person has seen in a window.
-    void tell_what_was_said(const std::string& name, const Record& record) const {
-        if (windows_ == nullptr) tell_messages(console_, name, record);
+    void tell_what_was_said(const Work& work) const {
+        if (windows_ == nullptr) tell_messages(console_, work.label, work.record);
     }
 
-    void unnest_and_write(const std::string& file, Record& record) {
-        const std::string name = shown_name(file);
-        const std::string input = read_input(file);
-        host::lottie::Document document = parse_input(input);
+    // All animations of the file, or after a Failure none. `works` has an entry for each that was begun.
+    void unnest_and_write(const std::string& file, std::vector<Work>& works) {
+        const AnimationFile input(file, options_.animation);
+        std::vector<std::string> texts = unnest_each(input, works);
+        const bool is_changed =
+            std::any_of(works.begin(), works.end(), [](const Work& work) { return work.idle.empty(); });
+        const std::string output = output_for(file);
+        const std::string bytes = input.with(std::move(texts));
+        if (is_changed || !options_.in_place) write(output, bytes);
+
+        const std::string shown_output = output == kStandardStream ? "" : output;
+        for (const Work& work : works) tell_work(work, input.form() ? "" : shown_output);
+        if (!is_changed || !input.form()) return;
+        tell_packed(console_, shown_name(file), {input.byte_count(), bytes.size()}, shown_output);
+        if (input.form() == host::archive::Form::tgs && input.byte_count() <= kMostStickerBytes &&
+            bytes.size() > kMostStickerBytes) {
+            tell_too_large(console_, shown_name(file), bytes.size());
+        }
+    }
+
+    void tell_work(const Work& work, const std::string& output) const {
+        if (!work.idle.empty()) return console_.say(Tone::plain, work.label, work.idle);
+        tell_what_was_said(work);
+        tell_log(console_, work.label, work.record);
+        tell_ledger(console_, work.label, work.ledger);
+        tell_success(console_, work.label, work.composition, work.record, work.sizes, output);
+    }
+
+    // The animations after it. One that lacks what the options name stays as it was if another has it.
+    std::vector<std::string> unnest_each(const AnimationFile& input, std::vector<Work>& works) {
+        std::vector<std::string> texts;
+        std::optional<Failure> lack;  // of the first one that lacks something
+        bool one_fits = false;
+        for (std::size_t i = 0; i < input.count(); ++i) {
+            Work& work = works.emplace_back(Work{.label = input.label(i)});
+            try {
+                texts.push_back(unnest_one(input.text(i), work));
+                one_fits = true;
+            } catch (const NothingFits& nothing) {
+                if (!lack) lack = Failure(nothing.code(), nothing.what(), input.place(i));
+                work.idle = std::string("passed over: ") + nothing.what();
+                texts.push_back(input.text(i));
+            } catch (const Failure& failure) {
+                throw Failure(failure.code(), failure.what(), input.place(i) + failure.place());
+            }
+        }
+        if (!one_fits) throw *lack;
+        return texts;
+    }
+
+    // The animation after it; as it was if it has no nest. Throws Failure; NothingFits before anything is run.
+    std::string unnest_one(const std::string& text, Work& work) {
+        host::lottie::Document document = parse_input(text);
         Comp& comp = find_composition(document, options_.composition);
         const auto nests = options_.layers.empty() ? nests_of(comp) : find_nests(comp, options_.layers);
-        const std::string output = output_for(file);
+        work.composition = comp.name();
         if (nests.empty()) {
-            if (!options_.in_place) write(output, input);
-            console_.say(Tone::plain, name, "composition " + in_quotes(comp.name()) + " holds no nest: nothing to do");
-            return;
+            work.idle = "composition " + in_quotes(comp.name()) + " holds no nest: nothing to do";
+            return text;
         }
-        const Ledger ledger = unnest_all(document, input, comp, nests, name, record);
-        const std::string result = document.write();
+        work.ledger = unnest_all(document, text, comp, nests, work);
+        std::string result = document.write();
         refuse_faulty_content(document);
-        write(output, result);
-        tell_what_was_said(name, record);
-        tell_log(console_, name, record);
-        tell_ledger(console_, name, ledger);
-        tell_success(console_, name, comp, record, {input.size(), result.size()},
-                     output == kStandardStream ? "" : output);
+        work.sizes = {text.size(), result.size()};
+        return result;
     }
 
     // Leaves the project as it was if anything fails. The ledger is that of a judged run, else empty.
     Ledger unnest_all(host::lottie::Document& document, const std::string& input, Comp& comp,
-                      const std::vector<host::model::Layer*>& nests, const std::string& name, Record& record) {
+                      const std::vector<host::model::Layer*>& nests, Work& work) {
+        Record& record = work.record;
         DialogOperator answers(options_.answers);
         host::script::DialogDriver& dialogs = windows_ != nullptr ? *windows_ : answers;
         const host::script::Limits limits = script_limits(options_.script_time);
         const Surroundings surroundings{plugin_, settings_, dialogs, limits,
-                                        [&](host::runner::Session& session) { journal_.observe(session, name); }};
+                                        [&](host::runner::Session& session) { journal_.observe(session, work.label); }};
         Ledger ledger;
         try {
             if (is_judged(options_)) {

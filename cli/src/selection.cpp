@@ -7,7 +7,6 @@
 #include <unordered_set>
 
 #include "cli/console.h"
-#include "cli/failure.h"
 #include "cli/near_names.h"
 
 namespace cli {
@@ -28,16 +27,15 @@ std::optional<int> stack_number(std::string_view text) {
     return number;
 }
 
-Failure no_nest(const Layer& layer) {
-    return {ExitCode::usage, "layer #" + std::to_string(layer.index() + 1) + " " + in_quotes(layer.display_name()) +
-                                 " is no nest: its source is no composition" + std::string(kLookUp)};
+NothingFits no_nest(const Layer& layer) {
+    return NothingFits{"layer #" + std::to_string(layer.index() + 1) + " " + in_quotes(layer.display_name()) +
+                       " is no nest: its source is no composition" + std::string(kLookUp)};
 }
 
 Layer& layer_at(const Comp& comp, int number) {
     if (number < 1 || number > comp.layer_count()) {
-        throw Failure(ExitCode::usage, "composition " + in_quotes(comp.name()) + " has no layer #" +
-                                           std::to_string(number) + ", only " +
-                                           counted(static_cast<std::size_t>(comp.layer_count()), "layer"));
+        throw NothingFits("composition " + in_quotes(comp.name()) + " has no layer #" + std::to_string(number) +
+                          ", only " + counted(static_cast<std::size_t>(comp.layer_count()), "layer"));
     }
     Layer& layer = comp.layer_at(number - 1);
     if (!is_nest(layer)) throw no_nest(layer);
@@ -59,8 +57,8 @@ std::vector<Layer*> nests_named(const Comp& comp, const std::string& name) {
     }
     if (found.empty() && other != nullptr) throw no_nest(*other);
     if (found.empty()) {
-        throw Failure(ExitCode::usage, "composition " + in_quotes(comp.name()) + " has no layer named " +
-                                           in_quotes(name) + did_you_mean(name, nest_names) + std::string(kLookUp));
+        throw NothingFits("composition " + in_quotes(comp.name()) + " has no layer named " + in_quotes(name) +
+                          did_you_mean(name, nest_names) + std::string(kLookUp));
     }
     return found;
 }
@@ -89,8 +87,8 @@ Comp& find_composition(const host::lottie::Document& document, const std::string
         if (!id.empty()) names.push_back(id);
     }
     if (found.empty()) {
-        throw Failure(ExitCode::usage, "there is no composition " + in_quotes(name_or_id) +
-                                           did_you_mean(name_or_id, names) + std::string(kLookUp));
+        throw NothingFits("there is no composition " + in_quotes(name_or_id) + did_you_mean(name_or_id, names) +
+                          std::string(kLookUp));
     }
     if (found.size() > 1) {
         std::string ways;

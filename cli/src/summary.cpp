@@ -3,6 +3,8 @@
 
 #include <cstdio>
 
+#include "cli/animation_file.h"
+
 namespace cli {
 namespace {
 
@@ -21,6 +23,10 @@ std::string growth(Sizes sizes) {
     char text[96];
     std::snprintf(text, sizeof text, "%zu bytes became %zu (%+.1f %%)", sizes.before, sizes.after, percent);
     return text;
+}
+
+std::string written_to(const std::string& output) {
+    return output.empty() ? "" : "; written to " + output;
 }
 
 std::string ledger_line(const LedgerEntry& entry) {
@@ -44,13 +50,22 @@ void tell_messages(const Console& console, const std::string& file, const Record
     for (const std::string& report : record.reports) console.say(Tone::warning, file, "the plug-in says: " + report);
 }
 
-void tell_success(const Console& console, const std::string& file, const host::model::Comp& comp, const Record& record,
+void tell_success(const Console& console, const std::string& file, const std::string& composition, const Record& record,
                   Sizes sizes, const std::string& output) {
-    std::string sentence = counted(record.nests, "nest") + " of composition " + in_quotes(comp.name()) +
+    std::string sentence = counted(record.nests, "nest") + " of composition " + in_quotes(composition) +
                            " un-nested, " + counted(record.layers_made, "layer") + " made, " + sources(record) + ", " +
                            growth(sizes);
-    if (!output.empty()) sentence += "; written to " + output;
-    console.say(Tone::good, file, sentence);
+    console.say(Tone::good, file, sentence + written_to(output));
+}
+
+void tell_packed(const Console& console, const std::string& file, Sizes sizes, const std::string& output) {
+    console.say(Tone::good, file, "packed, " + growth(sizes) + written_to(output));
+}
+
+void tell_too_large(const Console& console, const std::string& file, std::size_t bytes) {
+    console.say(Tone::warning, file,
+                "has " + std::to_string(bytes) + " bytes now, and a sticker is taken with " +
+                    std::to_string(kMostStickerBytes) + " at the most: --max-growth or --layer un-nest less");
 }
 
 void tell_ledger(const Console& console, const std::string& file, const Ledger& ledger) {

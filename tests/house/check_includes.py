@@ -11,6 +11,7 @@ import sys
 ARROWS = {
     "aegp": set(),
     "plugin": {"aegp"},
+    "host/archive": set(),
     "host/model": set(),
     "host/suites": {"aegp", "host/model"},
     "host/journal": {"aegp", "host/suites"},
@@ -20,7 +21,7 @@ ARROWS = {
     "host/render": set(),
     "host/audit": {"host/model"},
     "host/runner": {"aegp", "host/model", "host/suites", "host/script"},
-    "cli": {"host/audit", "host/dialog", "host/journal", "host/lottie", "host/model", "host/render", "host/runner", "host/script"},
+    "cli": {"host/archive", "host/audit", "host/dialog", "host/journal", "host/lottie", "host/model", "host/render", "host/runner", "host/script"},
 }
 INCLUDE = re.compile(r'^\s*#\s*include\s*["<]([^">]+)[">]', re.M)
 

@@ -13,9 +13,10 @@
 
 namespace cli {
 
+// Or an animation of a file that holds several.
 struct CheckedFile {
     std::string name;
-    std::size_t bytes = 0;
+    std::size_t bytes = 0;  // unpacked
     std::vector<CheckedNest> nests;
     std::optional<Failure> failure;  // then `nests` holds what was checked until then
 

@@ -17,7 +17,7 @@ class Failure : public std::runtime_error {
         : std::runtime_error(sentence), code_(code), place_(std::move(place)) {}
 
     ExitCode code() const { return code_; }
-    const std::string& place() const { return place_; }  // ":LINE:COLUMN" in the file, or nothing
+    const std::string& place() const { return place_; }  // ":ENTRY" and ":LINE:COLUMN" in the file, or nothing
 
   private:
     ExitCode code_;

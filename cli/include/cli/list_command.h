@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "cli/console.h"
 #include "cli/failure.h"
@@ -15,6 +16,16 @@ std::string tree_text(const std::string& file, const host::lottie::Document& doc
 
 // The same for programs; docs/list-json.md tells the form.
 std::string tree_json(const std::string& file, const host::lottie::Document& document);
+
+// One animation of a .lottie file.
+struct ListedAnimation {
+    std::string id;
+    std::string label;
+    host::lottie::Document document;
+};
+
+// All of them for programs.
+std::string trees_json(const std::string& file, const std::vector<ListedAnimation>& animations);
 
 ExitCode list(const ListOptions& options, const Console& console);
 

@@ -19,6 +19,7 @@ struct RunOptions {
     std::string output;              // empty: standard output, or what the two below say
     std::string output_folder;
     bool in_place = false;
+    std::string animation;            // id in a .lottie file; empty: every one
     std::string composition;          // name or id; empty: the main one
     std::vector<std::string> layers;  // names or #indices; none: every nest
     bool recursive = false;
@@ -47,6 +48,7 @@ enum class CheckFormat { text, json, junit };
 
 struct CheckOptions {
     std::vector<std::string> files;
+    std::string animation;            // as for run
     std::string composition;          // name or id; empty: every composition, with `layers` the main one
     std::vector<std::string> layers;  // as for run
     CheckFormat format = CheckFormat::text;
@@ -58,6 +60,7 @@ struct CheckOptions {
 struct ReportOptions {
     std::string file;
     std::string output;               // empty: standard output
+    std::string animation;            // id in a .lottie file; empty: the only one
     std::string composition;          // as for run
     std::vector<std::string> layers;  // as for run
     DialogAnswers answers;
@@ -78,8 +81,8 @@ struct UsageProblem {
     std::string sentence;
 };
 
-using Request =
-    std::variant<RunOptions, ListOptions, CheckOptions, ReportOptions, DialogOptions, ReplayOptions, Information, UsageProblem>;
+using Request = std::variant<RunOptions, ListOptions, CheckOptions, ReportOptions, DialogOptions, ReplayOptions,
+                             Information, UsageProblem>;
 
 // `arguments` without the program's own name. Whatever does not begin with the name of a subcommand is meant for `run`.
 Request parse_arguments(const std::vector<std::string>& arguments);

@@ -74,7 +74,7 @@ std::string report_page(const Report& report, const Player& player);
 // What the page's program reads: everything but the two animations, as JSON.
 std::string report_data(const Report& report, const Player& player);
 
-// The command that gives the result of the report, for a shell.
-std::string run_command_line(const ReportOptions& options);
+// The command that gives the result of the report, for a shell. `extension` is that of the result's name.
+std::string run_command_line(const ReportOptions& options, const std::string& extension);
 
 }  // namespace cli

@@ -20,8 +20,14 @@ struct Sizes {
 };
 
 // The counts, the growth, and where the result went (empty: standard output).
-void tell_success(const Console& console, const std::string& file, const host::model::Comp& comp, const Record& record,
+void tell_success(const Console& console, const std::string& file, const std::string& composition, const Record& record,
                   Sizes sizes, const std::string& output);
+
+// The growth of a packed file, and where it went (empty: standard output).
+void tell_packed(const Console& console, const std::string& file, Sizes sizes, const std::string& output);
+
+// A sticker that was small enough and is no longer.
+void tell_too_large(const Console& console, const std::string& file, std::size_t bytes);
 
 // What became of each nest of a judged run.
 void tell_ledger(const Console& console, const std::string& file, const Ledger& ledger);

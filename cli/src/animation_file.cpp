@@ -1,0 +1,78 @@
+// The animations of a file, whether it is plain or packed.
+#include "cli/animation_file.h"
+
+#include <utility>
+
+#include "cli/console.h"
+#include "cli/documents.h"
+#include "cli/failure.h"
+#include "cli/near_names.h"
+
+namespace cli {
+
+using host::archive::Archive;
+using host::archive::ArchiveError;
+using host::archive::Form;
+
+AnimationFile::AnimationFile(const std::string& file, const std::string& id) : name_(shown_name(file)) {
+    std::string bytes = read_input(file);
+    byte_count_ = bytes.size();
+    if (!Archive::is_archive(bytes)) {
+        plain_ = std::move(bytes);
+    } else {
+        try {
+            archive_ = Archive::read(std::move(bytes));
+        } catch (const ArchiveError& error) {
+            throw Failure(ExitCode::bad_input, error.what(),
+                          error.entry().empty() ? "" : ':' + printable(error.entry()));
+        }
+    }
+    choose(id);
+}
+
+void AnimationFile::choose(const std::string& id) {
+    if (!is_collection()) {
+        if (!id.empty()) throw Failure(ExitCode::usage, "is no .lottie file: leave out --animation");
+        chosen_.push_back(0);
+        return;
+    }
+    std::vector<std::string> ids;
+    for (const auto& animation : archive_->animations()) {
+        if (id.empty() || animation.id == id) chosen_.push_back(ids.size());
+        ids.push_back(animation.id);
+    }
+    if (!chosen_.empty()) return;
+    throw Failure(ExitCode::usage,
+                  "there is no animation " + in_quotes(id) + did_you_mean(id, ids) + " (exflate list shows them all)");
+}
+
+std::optional<Form> AnimationFile::form() const {
+    if (!archive_) return std::nullopt;
+    return archive_->form();
+}
+
+const std::string& AnimationFile::text(std::size_t i) const {
+    return archive_ ? packed(i).text : plain_;
+}
+
+std::string AnimationFile::id(std::size_t i) const {
+    return archive_ ? packed(i).id : "";
+}
+
+std::string AnimationFile::place(std::size_t i) const {
+    return is_collection() ? ':' + printable(packed(i).entry) : "";
+}
+
+std::string AnimationFile::with(std::vector<std::string> texts) const {
+    if (!archive_) return std::move(texts.front());
+    std::vector<std::string> all;
+    for (const auto& animation : archive_->animations()) all.push_back(animation.text);
+    for (std::size_t i = 0; i < chosen_.size(); ++i) all[chosen_[i]] = std::move(texts[i]);
+    try {
+        return archive_->write(all);
+    } catch (const ArchiveError& error) {
+        throw Failure(ExitCode::failed, error.what());
+    }
+}
+
+}  // namespace cli
