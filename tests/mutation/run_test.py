@@ -10,7 +10,10 @@ TOOL = Path(sys.argv.pop()) / 'mutate'
 
 PROJECT = {
     'CMakeLists.txt': 'cmake_minimum_required(VERSION 3.24)\nproject(made CXX)\nadd_subdirectory(tests/plugin)\n',
-    'tests/plugin/CMakeLists.txt': 'add_executable(gate_tests gate_test.cpp ../../plugin/src/gate.cpp)\n',
+    'tests/plugin/CMakeLists.txt': 'add_executable(gate_tests gate_test.cpp ../../plugin/src/gate.cpp ../../plugin/src/wall.cpp)\n'
+                                   'target_include_directories(gate_tests PRIVATE ../../aegp/include)\n',
+    'aegp/include/bricks.h': '',
+    'plugin/src/wall.cpp': '#include "bricks.h"\n',  # which no compiler finds before it is told where
     'plugin/src/gate.cpp': '''int digits(int n) {
     int count = 1;
     for (; n >= 10; ++count) {

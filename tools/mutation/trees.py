@@ -97,10 +97,11 @@ class Tree:
         text = ''.join(f'#include {header}\n' for header in common_headers(self.root))
         is_new = not self.common.exists() or self.common.read_text() != text
         if is_new:
-            self.common.write_text(text)
+            self.common.write_text('')  # CMake tries the compiler with it, before our folders are known
         must(['cmake', '-S', self.root, '-B', self.build, '-G', 'Ninja', '-DCMAKE_BUILD_TYPE=',
               '-DCMAKE_EXPORT_COMPILE_COMMANDS=ON', f'-DCMAKE_CXX_FLAGS=-O0 -w -include {self.common}', *flags])
         if is_new:
+            self.common.write_text(text)
             self._precompile()
 
     def _precompile(self):
