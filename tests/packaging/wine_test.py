@@ -25,7 +25,8 @@ def program_of_wine(name):
 
 def environment():
     return {**{key: value for key, value in os.environ.items() if key not in ('DISPLAY', 'WAYLAND_DISPLAY')},
-            'WINEPREFIX': PREFIX.name, 'WINEDEBUG': '-all', 'WINEDLLOVERRIDES': 'mscoree,mshtml='}
+            'HOME': PREFIX.name, 'WINEPREFIX': f'{PREFIX.name}/wine', 'WINEDEBUG': '-all',
+            'WINEDLLOVERRIDES': 'mscoree,mshtml,winemenubuilder.exe='}
 
 
 def setUpModule():
