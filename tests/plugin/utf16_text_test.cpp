@@ -120,3 +120,20 @@ TEST_F(Utf16Text, surrogate_without_its_partner_is_a_character_and_no_text) {
     EXPECT_EQ(utf16::valid_text(low + high + high + low), u"\ufffd\ufffd\U0001F600");
     EXPECT_EQ(utf16::first_characters(high + high + low + low, 2), high + high + low);
 }
+
+TEST_F(Utf16Text, surrogates_reach_from_the_first_to_the_last_of_both_kinds) {
+    for (const char16_t unit : {u'\xd800', u'\xdbff', u'\xdc00', u'\xdfff'})
+        EXPECT_EQ(utf16::valid_text(std::u16string(1, unit) + u"x"), u"\ufffdx") << static_cast<unsigned>(unit);
+    for (const char16_t unit : {u'\xd7ff', u'\xe000'}) {
+        const std::u16string text(2, unit);
+        EXPECT_EQ(utf16::valid_text(text), text);
+        EXPECT_EQ(utf16::character_count(text), 2u);
+    }
+    for (const char16_t high : {u'\xd800', u'\xdbff'}) {
+        for (const char16_t low : {u'\xdc00', u'\xdfff'})
+            EXPECT_EQ(utf16::character_count(std::u16string{high, low}), 1u);
+        for (const char16_t other : {u'\xdbff', u'\xe000'})
+            EXPECT_EQ(utf16::character_count(std::u16string{high, other}), 2u);
+    }
+    EXPECT_EQ(utf16::character_count(std::u16string{u'\xd7ff', u'\xdc00'}), 2u);
+}
