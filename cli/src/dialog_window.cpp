@@ -21,7 +21,9 @@ fs::path find_module() {
     for (const fs::path& place : {folder / "host" / "dialog", folder / "lib" / "exflate"}) {
         if (fs::exists(place / dialog::kModuleFile, error)) return place / dialog::kModuleFile;
     }
-    throw Failure(ExitCode::usage, "this build has no dialog window: answer the dialog with its flags instead");
+    throw Failure(ExitCode::usage,
+                  "there is no dialog window beside this command (Debian: install exflate-dialog): answer the "
+                  "dialog with its flags instead");
 }
 
 // A function of the module, which stays loaded: the toolkit does not bear being taken away.

@@ -185,7 +185,10 @@ TEST(RunDialog, a_build_without_windows_says_so) {
             sandbox.path("bin/exflate"), {.arguments = arguments, .environment = {{"EXFLATE_PLUGIN", EXFLATE_MODULE}}});
         EXPECT_EQ(finished.exit_code, 2);
         EXPECT_EQ(finished.out, "");
-        EXPECT_EQ(finished.err, "exflate: this build has no dialog window: answer the dialog with its flags instead\n");
+        EXPECT_EQ(finished.err,
+                  "exflate: there is no dialog window beside this command (Debian: install exflate-dialog): answer the "
+                  "dialog "
+                  "with its flags instead\n");
     }
 }
 
