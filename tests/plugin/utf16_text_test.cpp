@@ -65,10 +65,14 @@ TEST_F(Utf16Text, is_the_same_for_names_of_every_kind) {
 }
 
 TEST_F(Utf16Text, is_the_same_at_the_edges_of_utf_8) {
-    for (const char* bytes : {"\xc0\x80", "\xc1\xbf", "\xc2\x80", "\xdf\xbf", "\xe0\x9f\xbf", "\xe0\xa0\x80",
-                              "\xed\x9f\xbf", "\xee\x80\x80", "\xef\xbf\xbf", "\xef\xbb\xbfmark", "\xf0\x8f\xbf\xbf",
-                              "\xf0\x90\x80\x80", "\xf4\x8f\xbf\xbf", "\xf4\x90\x80\x80", "\xf5\x80\x80\x80",
-                              "\xf8\x88\x80\x80\x80", "\xe4\xb8", "\xe4\xb8x", "x\xf0\x9fx"})
+    for (const char* bytes : {"\x80\x80",         "\xbf\xbf",         "\xc0\xbf",
+                              "\xf8\xbf\xbf\xbf", "\xfc\x80\x80\x80", "\xc0\x80",
+                              "\xc1\xbf",         "\xc2\x80",         "\xdf\xbf",
+                              "\xe0\x9f\xbf",     "\xe0\xa0\x80",     "\xed\x9f\xbf",
+                              "\xee\x80\x80",     "\xef\xbf\xbf",     "\xef\xbb\xbfmark",
+                              "\xf0\x8f\xbf\xbf", "\xf0\x90\x80\x80", "\xf4\x8f\xbf\xbf",
+                              "\xf4\x90\x80\x80", "\xf5\x80\x80\x80", "\xf8\x88\x80\x80\x80",
+                              "\xe4\xb8",         "\xe4\xb8x",        "x\xf0\x9fx"})
         expect_the_same(std::string("a") + bytes + "b");
 }
 
@@ -98,6 +102,10 @@ TEST_F(Utf16Text, is_the_same_for_random_characters) {
         }
         expect_the_same(utf8_text(characters));
     }
+}
+
+TEST_F(Utf16Text, zero_is_a_character_like_any_other) {
+    EXPECT_EQ(utf16::from_utf8({"a\0b", 3}), std::u16string(u"a\0b", 3));
 }
 
 TEST_F(Utf16Text, ends_in_front_of_what_lies_beyond_the_last_code_point) {
@@ -136,4 +144,11 @@ TEST_F(Utf16Text, surrogates_reach_from_the_first_to_the_last_of_both_kinds) {
             EXPECT_EQ(utf16::character_count(std::u16string{high, other}), 2u);
     }
     EXPECT_EQ(utf16::character_count(std::u16string{u'\xd7ff', u'\xdc00'}), 2u);
+    EXPECT_EQ(utf16::character_count(std::u16string{u'\xdc00', u'\xdc00'}), 2u);
+}
+
+TEST_F(Utf16Text, partner_behind_the_end_does_not_count) {
+    const std::u16string_view half = std::u16string_view(u"\U0001F600x").substr(0, 1);
+    EXPECT_EQ(utf16::character_count(half), 1u);
+    EXPECT_EQ(utf16::first_characters(half, 1), half);
 }
