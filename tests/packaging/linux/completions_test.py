@@ -91,9 +91,9 @@ class Zsh(InAFolder):
                        zstyle ':completion:*' list-separator '//'; zstyle ':completion:*' group-name ''
                        LISTMAX=0 COLUMNS=200 LINES=100; bindkey '^T' list-choices; print read""y"
         zpty -r shell seen '*ready*'
-        zpty -w -n shell "$2"$'\\x14'
-        sleep 1
-        while zpty -r -t shell seen; do print -r -- "$seen"; done
+        zpty -w shell "$2"$'\\x14\\x15'"print fin""ished"
+        zpty -r shell seen '*finished*'
+        print -r -- "$seen"
         zpty -d shell
     """
 
