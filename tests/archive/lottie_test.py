@@ -1,10 +1,12 @@
 #!/usr/bin/env python3
 """What the command does with .lottie files, made and read again with Python's own zip library."""
+import gzip
 import io
 import json
+import os
+import pathlib
 import re
 import struct
-import subprocess
 import unittest
 import warnings
 import zipfile
@@ -171,6 +173,27 @@ class RoundTrip(Sandbox):
         self.assertEqual(result.namelist(), ["manifest.json", "i/büste.png", "a/é.json"])
         self.assertIn(info.extra, result.getinfo("i/büste.png").extra)
         self.assertIn("standard input:a/é.json: ", done.err)
+
+
+class RealAnimations(Sandbox):
+    def test_each_comes_out_as_from_its_plain_file(self):
+        folder = os.environ["REAL_ANIMATIONS"]
+        files = sorted(pathlib.Path(folder).glob("*.json"), key=lambda file: file.stat().st_size)
+        self.assertGreater(len(files), 10)
+        files = files if os.environ.get("EXFLATE_ARCHIVE") == "full" else files[:6]
+        texts = {file.stem: file.read_bytes() for file in files}
+        content = packed(("manifest.json", manifest(*texts)), *((f"a/{name}.json", text) for name, text in texts.items()))
+        done = self.exflate("-", given=content)
+        self.assertEqual(done.returncode, 0, done.err)
+        self.assertGreater(done.err.count(" un-nested, "), 2)
+        result = opened(done.stdout)
+        self.assertIsNone(result.testzip())
+        for name, text in texts.items():
+            plain = self.exflate("-", given=text)
+            self.assertEqual(plain.returncode, 0, plain.err)
+            self.assertEqual(result.read(f"a/{name}.json"), plain.stdout, name)
+            sticker = self.exflate("-", given=gzip.compress(text))
+            self.assertEqual(gzip.decompress(sticker.stdout), plain.stdout, name)
 
 
 class Selection(Sandbox):

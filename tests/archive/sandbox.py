@@ -42,7 +42,7 @@ class Sandbox(unittest.TestCase):
     def exflate(self, *arguments, given=b""):
         """Runs the command with bytes on standard input; bytes come out, and sentences as text."""
         done = subprocess.run([os.environ["EXFLATE_COMMAND"], *arguments], cwd=self.folder, input=given, check=False,
-                              capture_output=True, env=os.environ | {"XDG_CONFIG_HOME": str(self.settings)}, timeout=100)
+                              capture_output=True, env=os.environ | {"XDG_CONFIG_HOME": str(self.settings)}, timeout=250)
         done.err = done.stderr.decode()
         return done
 

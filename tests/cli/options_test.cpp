@@ -41,6 +41,15 @@ TEST(Options, all_scripts_of_a_file_have_two_minutes_unless_told_otherwise) {
     }
 }
 
+TEST(Options, one_animation_of_a_packed_file_is_chosen_by_its_id) {
+    EXPECT_EQ(run_options({"a.lottie"}).animation, "");
+    EXPECT_EQ(run_options({"a.lottie", "--animation", "x", "--animation=y"}).animation, "y");
+    EXPECT_EQ(std::get<cli::CheckOptions>(parse_arguments({"check", "a", "--animation", "x"})).animation, "x");
+    EXPECT_EQ(std::get<cli::ReportOptions>(parse_arguments({"report", "a", "--animation", "x"})).animation, "x");
+    EXPECT_EQ(problem({"a.lottie", "--animation="}), "--animation: needs the id of an animation");
+    EXPECT_THAT(problem({"list", "a.lottie", "--animation", "x"}), HasSubstr("there is no option --animation"));
+}
+
 TEST(Options, the_dialogs_defaults_are_the_flags_defaults) {
     const cli::DialogAnswers answers = run_options({"a.json"}).answers;
     EXPECT_TRUE(answers.copy_attributes);

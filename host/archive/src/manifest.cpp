@@ -112,7 +112,9 @@ class Picker : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Picker> {
 }  // namespace
 
 Manifest read_manifest(const std::string& text) {
-    std::string copy = text;  // is changed while it is read
+    // Read in place and with numbers as text: the reader then needs no stack, whose arithmetic on null pointers is not
+    // sound.
+    std::string copy = text;
     rapidjson::InsituStringStream stream(copy.data());
     rapidjson::Reader reader;
     Picker picker;
