@@ -52,6 +52,13 @@ TEST_F(Command, still_ends_an_undo_group_when_only_the_unlock_failed) {
     EXPECT_EQ(host.calls.size(), 4u);
 }
 
+TEST_F(Command, gives_the_code_of_a_failed_unlock_also_when_the_result_is_not_seven_tokens) {
+    answer = "[]";
+    host.fail_on = "UnlockMemHandle";
+    EXPECT_EQ(run(), fake::Host::kInjected);
+    EXPECT_EQ(host.calls.size(), 3u);
+}
+
 TEST_F(Command, shows_an_alert_for_a_prefix_of_51_bytes) {
     answer = "[true,false,false,\"" + std::string(51, 'x') + "\",false,false]";
     EXPECT_EQ(run(), A_Err_NONE);
@@ -317,6 +324,12 @@ TEST_F(Command, goes_by_the_number_of_tokens_whatever_they_are) {
     EXPECT_EQ(run(), A_Err_NONE);
     EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', 2_a')"), 1);
     EXPECT_EQ(host.count_of("Layer4.DeleteLayer(nest)"), 1);
+}
+
+TEST_F(Command, goes_by_the_number_of_tokens_also_without_an_array) {
+    answer = "7 true false false \"fx\" false false";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', fx_a')"), 1);
 }
 
 TEST_F(Command, allows_blanks_between_the_choices) {

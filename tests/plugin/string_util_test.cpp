@@ -4,11 +4,15 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstring>
+#include <cwchar>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "Exflate_Strings.h"
+#include "platform_text.h"
 
 namespace {
 
@@ -94,6 +98,18 @@ TEST(Utf16, new_copy_holds_the_whole_text) {
     EXPECT_EQ(text_of(empty.get()), u"");
 }
 
+TEST(Utf8Text, ends_with_the_last_code_point) {
+    EXPECT_EQ(utf8_text({wchar_t{0x10FFFF}}), "\xF4\x8F\xBF\xBF");
+    EXPECT_THROW(utf8_text({wchar_t{0x110000}}), std::range_error);
+}
+
+TEST(WideText, ends_behind_its_last_character) {
+    for (const char* narrow : {"", "abc", "a name of some length"}) {
+        EXPECT_EQ(std::wcslen(padded_wide_text(narrow).c_str()), std::strlen(narrow));
+        EXPECT_EQ(wide_text(narrow).size(), std::strlen(narrow));
+    }
+}
+
 TEST(FormattedText, is_built_as_by_the_c_library) {
     char out[64] = {};
     EXPECT_EQ(_sprintf(out, 0, "%s %i %c", "text", -12, 'x'), 10);
@@ -111,7 +127,21 @@ TEST(FormattedText, counted_form_never_writes_beyond_its_buffer) {
     // No counted number, no conversion: one byte short of the terminator.
     EXPECT_STREQ(std::unique_ptr<char[]>(sprintf("abc", 0)).get(), "ab");
     EXPECT_STREQ(std::unique_ptr<char[]>(sprintf("", 0)).get(), "");
+    EXPECT_STREQ(std::unique_ptr<char[]>(sprintf("a", 0)).get(), "");
     EXPECT_STREQ(std::unique_ptr<char[]>(sprintf("%s", 0, "a long text")).get(), "a");
+}
+
+TEST(FormattedText, empty_text_is_terminated_whatever_its_buffer_held_before) {
+    std::vector<std::unique_ptr<char[]>> blocks;
+    for (int i = 0; i < 6; ++i) {
+        blocks.emplace_back(new char[24]);
+        std::memset(blocks.back().get(), 'x', 24);
+    }
+    blocks.clear();
+    for (int i = 0; i < 6; ++i) {
+        blocks.emplace_back(sprintf("", 0));
+        EXPECT_STREQ(blocks.back().get(), "");
+    }
 }
 
 TEST(FormattedText, counted_form_fits_numbers_of_every_length) {

@@ -91,7 +91,7 @@ class Source:
     def function_at(self, offset):
         """The function that the offset stands in, as far as its line shows; empty outside."""
         name = ''
-        header = r'^\s*(?:function (\w+)\(|([\w.]+) = function)' if self.is_script else r'^[A-Za-z].*?(\w+)\('
+        header = r'^\s*(?:function (\w+)\(|([\w.]+) = function)' if self.is_script else r'^(?=[A-Za-z]).*?(\w+)\('
         for line in self.text[:offset].split('\n'):
             match = re.match(header, line)
             if match:
