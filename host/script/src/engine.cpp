@@ -6,6 +6,7 @@
 #include <duktape.h>
 
 #include "host.h"
+#include "programs.h"
 #include "script/dialog/window.h"
 #include "text.h"
 
@@ -16,14 +17,14 @@ namespace {
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 struct Job {
-    std::string_view text;  // in the engine's form
+    Programs& programs;
+    std::string_view text;
     std::string result;
 };
 
 duk_ret_t run_job(duk_context* ctx, void* pointer) {
     auto& job = *static_cast<Job*>(pointer);
-    duk_compile_lstring(ctx, DUK_COMPILE_EVAL, job.text.data(), job.text.size());
-    duk_call(ctx, 0);
+    job.programs.run(ctx, job.text);
     if (!duk_is_undefined(ctx, -1)) {
         duk_size_t size = 0;
         const char* data = duk_to_lstring(ctx, -1, &size);
@@ -32,8 +33,9 @@ duk_ret_t run_job(duk_context* ctx, void* pointer) {
     return 0;
 }
 
-duk_ret_t set_up(duk_context* ctx, void*) {
+duk_ret_t set_up(duk_context* ctx, void* programs) {
     Host::of(ctx).define_keeping(ctx);
+    static_cast<Programs*>(programs)->define(ctx);
     define_globals(ctx);
     define_app(ctx);
     define_items(ctx);
@@ -50,7 +52,7 @@ class Engine::Impl {
     Impl(model::Project& project, Settings& settings, DialogDriver& driver, std::function<void(const Alert&)> on_alert,
          const Limits& limits)
         : host_(project, settings, driver, std::move(on_alert), limits) {
-        if (duk_safe_call(host_.heap.context(), set_up, nullptr, 0, 1) != DUK_EXEC_SUCCESS) {
+        if (duk_safe_call(host_.heap.context(), set_up, &programs_, 0, 1) != DUK_EXEC_SUCCESS) {
             throw std::runtime_error("the script engine did not start: " + describe_error(host_.heap.context()));
         }
         duk_pop(host_.heap.context());
@@ -60,12 +62,10 @@ class Engine::Impl {
         if (host_.heap.clock().is_counting()) return {true, false, "", "A script is already running."};
         if (host_.heap.is_all_time_used()) return {true, true, "", all_time_used(host_.heap.limits())};
         if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
-        std::string converted;
-        if (!is_engine_text(text)) text = converted = to_engine(text);
 
         duk_context* ctx = host_.heap.context();
         host_.begin_run();
-        Job job{text, {}};
+        Job job{programs_, text, {}};
         Outcome outcome;
         if (duk_safe_call(ctx, run_job, &job, 0, 1) == DUK_EXEC_SUCCESS) {
             duk_pop(ctx);
@@ -81,6 +81,7 @@ class Engine::Impl {
 
   private:
     Host host_;
+    Programs programs_;
 };
 
 Engine::Engine(model::Project& project, Settings& settings, DialogDriver& driver,

@@ -1,0 +1,198 @@
+// Reading rows of plain statements.
+#include "plain_statements.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+
+namespace host::script {
+
+namespace {
+
+// Words that are no names, and names that would mean something else inside a function.
+constexpr std::array<std::string_view, 48> kTakenWords = {
+    "abstract",  "arguments",  "break",     "case",   "catch",    "class",  "const",      "continue",
+    "debugger",  "default",    "delete",    "do",     "else",     "enum",   "eval",       "export",
+    "extends",   "false",      "finally",   "for",    "function", "if",     "implements", "import",
+    "in",        "instanceof", "interface", "let",    "new",      "null",   "package",    "private",
+    "protected", "public",     "return",    "static", "super",    "switch", "this",       "throw",
+    "true",      "try",        "typeof",    "var",    "void",     "while",  "with",       "yield"};
+static_assert(std::ranges::is_sorted(kTakenWords));
+
+// Whether a taken word may begin with the letter and have the length: few names get past this.
+constexpr auto kLengthsByLetter = [] {
+    std::array<std::uint16_t, 128> lengths{};
+    for (const std::string_view word : kTakenWords)
+        lengths[static_cast<unsigned char>(word.front())] |= static_cast<std::uint16_t>(1U << word.size());
+    return lengths;
+}();
+static_assert(std::ranges::all_of(kTakenWords, [](std::string_view word) { return word.size() < 16; }));
+
+bool is_taken(std::string_view word) {
+    if (word.size() >= 16) return false;
+    const unsigned lengths = kLengthsByLetter[static_cast<unsigned char>(word.front())];
+    return (lengths >> word.size() & 1U) != 0 && std::ranges::binary_search(kTakenWords, word);
+}
+
+// Of a number, so that it fits an int.
+constexpr std::size_t kMostDigits = 9;
+
+bool is_letter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
+}
+
+bool is_digit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// A backslash changes what comes after it, and a line cannot end inside a text; the language has four line ends.
+bool means_itself(std::string_view text) {
+    return text.find_first_of("\\\n\r") == text.npos && text.find("\u2028") == text.npos &&
+           text.find("\u2029") == text.npos;
+}
+
+}  // namespace
+
+PlainStatements::PlainStatements(std::string_view text) : text_(text) {
+    while (take_declaration()) first_ = at_;
+    at_ = first_;
+}
+
+bool PlainStatements::are_all() {
+    PlainStatement statement;
+    if (is_at_end()) return false;
+    while (!is_at_end()) {
+        if (!next(statement)) return false;
+    }
+    at_ = first_;
+    return true;
+}
+
+void PlainStatements::skip_blanks() {
+    while (here() == ' ') ++at_;
+}
+
+bool PlainStatements::take(char wanted) {
+    if (here() != wanted || is_at_end()) return false;
+    ++at_;
+    return true;
+}
+
+// Empty when there is none, or one that is taken.
+std::string_view PlainStatements::take_word() {
+    const std::size_t begin = at_;
+    if (!is_letter(here())) return {};
+    std::size_t end = begin + 1;
+    while (end < text_.size() && (is_letter(text_[end]) || is_digit(text_[end]))) ++end;
+    at_ = end;
+    const std::string_view word = text_.substr(begin, end - begin);
+    return is_taken(word) ? std::string_view() : word;
+}
+
+bool PlainStatements::take_declaration() {
+    constexpr std::string_view kVar = "var ";
+    PlainStatement unused;
+    skip_blanks();
+    if (!text_.substr(at_).starts_with(kVar)) return false;
+    at_ += kVar.size();
+    skip_blanks();
+    if (take_word().empty()) return false;
+    skip_blanks();
+    if (!take('=')) return false;
+    skip_blanks();
+    const bool has_value = take('[') ? take(']') : take_literal(unused);
+    skip_blanks();
+    return has_value && take(';');
+}
+
+bool PlainStatements::take_literal(PlainStatement& statement) {
+    constexpr std::string_view kNull = "null";
+    const std::string_view rest = text_.substr(at_);
+    if (is_digit(here())) {
+        std::size_t digits = 1;
+        while (digits < rest.size() && is_digit(rest[digits])) ++digits;
+        if (digits > kMostDigits || (rest[0] == '0' && digits > 1)) return false;
+        if (digits < rest.size() && (rest[digits] == '.' || is_letter(rest[digits]))) return false;
+        int number = 0;
+        for (const char digit : rest.substr(0, digits)) number = 10 * number + (digit - '0');
+        statement.literals.emplace_back(number);
+        at_ += digits;
+    } else if (here() == '"') {
+        const std::size_t end = rest.find('"', 1);
+        if (end == rest.npos || !means_itself(rest.substr(1, end - 1))) return false;
+        statement.literals.emplace_back(rest.substr(1, end - 1));
+        at_ += end + 1;
+    } else if (rest.starts_with(kNull) && (rest.size() == 4 || (!is_letter(rest[4]) && !is_digit(rest[4])))) {
+        statement.literals.emplace_back(nullptr);
+        at_ += kNull.size();
+    } else {
+        return false;
+    }
+    statement.shape += '$' + std::to_string(statement.literals.size());
+    return true;
+}
+
+bool PlainStatements::take_value(PlainStatement& statement) {
+    const std::size_t begin = at_;
+    if (take_literal(statement)) return true;
+    bool is_place = false;
+    return at_ == begin && take_chain(statement, is_place);
+}
+
+bool PlainStatements::take_arguments(PlainStatement& statement) {
+    statement.shape += '(';
+    skip_blanks();
+    while (here() != ')') {
+        if (!take_value(statement)) return false;
+        skip_blanks();
+        if (here() == ')') break;
+        if (!take(',')) return false;
+        statement.shape += ',';
+        skip_blanks();
+        if (here() == ')') return false;
+    }
+    ++at_;
+    statement.shape += ')';
+    return true;
+}
+
+// A place is what can be assigned to.
+bool PlainStatements::take_chain(PlainStatement& statement, bool& is_place) {
+    std::string_view word = take_word();
+    if (word.empty()) return false;
+    statement.shape += word;
+    is_place = true;
+    for (;;) {
+        if (take('.')) {
+            word = take_word();
+            if (word.empty()) return false;
+            (statement.shape += '.') += word;
+            is_place = true;
+        } else if (take('(')) {
+            if (!take_arguments(statement)) return false;
+            is_place = false;
+        } else {
+            return true;
+        }
+    }
+}
+
+bool PlainStatements::next(PlainStatement& statement) {
+    statement.shape.clear();
+    statement.literals.clear();
+    skip_blanks();
+    bool is_place = false;
+    if (!take_chain(statement, is_place)) return false;
+    skip_blanks();
+    if (is_place && take('=')) {
+        statement.shape += '=';
+        skip_blanks();
+        if (!take_value(statement)) return false;
+        skip_blanks();
+    }
+    if (!take(';')) return false;
+    skip_blanks();
+    return true;
+}
+
+}  // namespace host::script
