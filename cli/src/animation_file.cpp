@@ -13,6 +13,7 @@ namespace cli {
 using host::archive::Archive;
 using host::archive::ArchiveError;
 using host::archive::Form;
+using host::lottie::Written;
 
 AnimationFile::AnimationFile(const std::string& file, const std::string& id) : name_(shown_name(file)) {
     std::string bytes = read_input(file);
@@ -55,6 +56,10 @@ const std::string& AnimationFile::text(std::size_t i) const {
     return archive_ ? packed(i).text : plain_;
 }
 
+std::string AnimationFile::take_text(std::size_t i) {
+    return archive_ ? packed(i).text : std::move(plain_);
+}
+
 std::string AnimationFile::id(std::size_t i) const {
     return archive_ ? packed(i).id : "";
 }
@@ -63,13 +68,15 @@ std::string AnimationFile::place(std::size_t i) const {
     return is_collection() ? ':' + printable(packed(i).entry) : "";
 }
 
-std::string AnimationFile::with(std::vector<std::string> texts) const {
+Written AnimationFile::with(std::vector<Written> texts) const {
     if (!archive_) return std::move(texts.front());
     std::vector<std::string> all;
     for (const auto& animation : archive_->animations()) all.push_back(animation.text);
-    for (std::size_t i = 0; i < chosen_.size(); ++i) all[chosen_[i]] = std::move(texts[i]);
+    for (std::size_t i = 0; i < chosen_.size(); ++i) all[chosen_[i]] = texts[i].text();
     try {
-        return archive_->write(all);
+        Written packed;
+        packed.append(archive_->write(all));
+        return packed;
     } catch (const ArchiveError& error) {
         throw Failure(ExitCode::failed, error.what());
     }

@@ -38,11 +38,11 @@ void add_proof(const host::audit::Animation& before, NestTrial& trial) {
 }
 
 // Throws Failure.
-void check_animation(const std::string& text, const CheckOptions& options, const host::runner::PluginModule& plugin,
+void check_animation(std::string text, const CheckOptions& options, const host::runner::PluginModule& plugin,
                      CheckedFile& checked) {
     checked.bytes = text.size();
-    host::lottie::Document document = parse_input(text);
-    const host::audit::Animation before(text);
+    host::lottie::Document document = parse_input(std::move(text));
+    const host::audit::Animation before(document.text());
     const host::script::Limits limits = script_limits(options.script_time);
     for (Layer* nest : nests_to_check(document, options)) {
         NestTrial trial = check_nest(document, before, plugin, options.answers, limits, *nest);
@@ -71,14 +71,14 @@ std::vector<CheckedFile> check_file(const std::string& file, const CheckOptions&
     CheckedFile whole;
     whole.name = shown_name(file);
     check_guarded(whole, [&] {
-        const AnimationFile input(file, options.animation);
+        AnimationFile input(file, options.animation);
         for (std::size_t i = 0; i < input.count(); ++i) {
             CheckedFile checked;
             checked.name = input.label(i);
             bool fits = true;
             check_guarded(checked, [&] {
                 try {
-                    check_animation(input.text(i), options, plugin, checked);
+                    check_animation(input.take_text(i), options, plugin, checked);
                 } catch (const NothingFits&) {
                     fits = false;
                     throw;

@@ -57,6 +57,17 @@ void Console::say(Tone tone, std::string_view subject, std::string_view sentence
     std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
+void Console::pass_on(std::string_view text) const {
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
+void Console::show_progress(std::string_view line) const {
+    if (!has_colors_) return;
+    constexpr std::string_view kEraseLine = "\r\033[K";
+    const std::string text = std::string(kEraseLine) + std::string(line);
+    std::fwrite(text.data(), 1, text.size(), stderr);
+}
+
 std::string in_quotes(std::string_view text) {
     std::string escaped;
     for (const char c : text) {

@@ -1,6 +1,8 @@
 // Animations from files and back, every trouble being a Failure.
 #include "cli/documents.h"
 
+#include <utility>
+
 #include "cli/failure.h"
 #include "cli/file_io.h"
 #include "lottie/input_error.h"
@@ -29,9 +31,9 @@ Failure bad_input(const host::lottie::InputError& error) {
 
 }  // namespace
 
-host::lottie::Document parse_input(const std::string& text) {
+host::lottie::Document parse_input(std::string text) {
     try {
-        return host::lottie::Document::read(text);
+        return host::lottie::Document::read(std::move(text));
     } catch (const host::lottie::InputError& error) {
         throw bad_input(error);
     }
@@ -49,7 +51,7 @@ void prepare_folder(const std::string& folder) {
     }
 }
 
-void write_result(const std::string& output, std::string_view bytes) {
+void write_result(const std::string& output, Pieces bytes) {
     try {
         if (output == kStandardStream) {
             write_standard_output(bytes);

@@ -2,10 +2,13 @@
 #include "cli/file_io.h"
 
 #include <fcntl.h>
+#include <limits.h>
 #include <signal.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <cstdlib>
@@ -73,14 +76,22 @@ std::string read_all(int fd) {
     }
 }
 
-void write_all(int fd, std::string_view bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(fd, bytes.data(), bytes.size());
-        if (count >= 0) {
-            bytes.remove_prefix(static_cast<std::size_t>(count));
-        } else if (errno != EINTR) {
-            throw IoError("cannot be written: " + reason());
-        }
+// As many pieces at once as the system takes.
+void write_all(int fd, Pieces bytes) {
+    std::vector<iovec> rest;
+    rest.reserve(bytes.pieces().size());
+    for (const std::string_view piece : bytes.pieces()) {
+        if (!piece.empty()) rest.push_back({const_cast<char*>(piece.data()), piece.size()});
+    }
+    for (auto next = rest.begin(); next != rest.end();) {
+        const auto count = std::min<std::ptrdiff_t>(rest.end() - next, IOV_MAX);
+        const ssize_t result = ::writev(fd, &*next, static_cast<int>(count));
+        if (result < 0 && errno != EINTR) throw IoError("cannot be written: " + reason());
+        auto written = static_cast<std::size_t>(std::max<ssize_t>(result, 0));
+        while (next != rest.end() && written >= next->iov_len) written -= (next++)->iov_len;
+        if (next == rest.end()) break;
+        next->iov_base = static_cast<char*>(next->iov_base) + written;
+        next->iov_len -= written;
     }
 }
 
@@ -114,7 +125,7 @@ mode_t mode_of_new_files() {
     return 0666 & ~mask;
 }
 
-void write_directly(const fs::path& file, std::string_view bytes) {
+void write_directly(const fs::path& file, Pieces bytes) {
     Descriptor fd(open_file(file, O_WRONLY));
     if (!fd.is_open()) throw IoError("cannot be written: " + reason());
     write_all(fd.get(), bytes);
@@ -154,7 +165,7 @@ void keep_owner(int fd, const struct stat& old) {
     (void)!uninterrupted([&] { return ::fchown(fd, static_cast<uid_t>(-1), old.st_gid); });
 }
 
-void replace(const fs::path& file, const struct stat* old, std::string_view bytes) {
+void replace(const fs::path& file, const struct stat* old, Pieces bytes) {
     const EndingWaits whole_or_nothing;
     const fs::path folder = folder_of(file);
     std::string temporary;
@@ -185,7 +196,7 @@ std::string read_whole(const std::string& file) {
     return read_all(fd.get());
 }
 
-void write_standard_output(std::string_view bytes) {
+void write_standard_output(Pieces bytes) {
     write_all(STDOUT_FILENO, bytes);
     // Some file systems report a full disk only on closing; the copy's closing tells without giving up the stream.
     Descriptor copy(::dup(STDOUT_FILENO));
@@ -198,7 +209,7 @@ void make_folder(const fs::path& folder) {
     if (error) throw IoError("cannot be made: " + error.message());
 }
 
-void put_in_place(const fs::path& file, std::string_view bytes) {
+void put_in_place(const fs::path& file, Pieces bytes) {
     struct stat old {};
     const bool exists = ::stat(file.c_str(), &old) == 0;
     // What cannot be looked at might be a device, or have a mode to keep.

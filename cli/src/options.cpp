@@ -33,6 +33,8 @@ Output of run:
   -o, --output OUT        write here; - is standard output, the default for one FILE
   --out-dir DIR           write each file under its own name into this folder
   -i, --in-place          replace each file by its result
+  -j, --jobs N            work on N files at once, each in a process of its own; what is said stays in the order of the
+                          files, and a line on a terminal tells how far it is; default: 1. Not with --dialog or --journal
 
 Selection:
   --animation ID          of a .lottie file, the animation of that id; default: every one, for report the only one; those
@@ -154,6 +156,11 @@ void declare_run(CLI::App& app, RunOptions& options) {
     declare_script_time(app, options.script_time);
     declare_dialog(app, options.answers);
     auto* dialog = app.add_flag("--dialog", options.dialog);
+    app.add_option("-j,--jobs", options.jobs)
+        ->take_last()
+        ->check(CLI::Range(1U, 1024U))
+        ->excludes(dialog)
+        ->excludes(app.get_option("--journal"));
     for (const char* answer : {"--copy-attributes", "--discard-attributes", "--delete-source", "--keep-in-comp",
                                "--prefix", "--prepend-name", "--fix-random"}) {
         dialog->excludes(app.get_option(answer));

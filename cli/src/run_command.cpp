@@ -19,6 +19,7 @@
 #include "cli/settings_file.h"
 #include "cli/summary.h"
 #include "cli/unnest.h"
+#include "cli/workers.h"
 
 namespace cli {
 namespace {
@@ -35,6 +36,12 @@ struct Work {
     Ledger ledger = {};     // of a judged run, else empty
     Sizes sizes = {};       // of the text, unpacked
     std::string idle = {};  // why there was nothing to do; empty: the animation was changed
+};
+
+// One animation as it will stand in its file, and what that points at.
+struct Animated {
+    std::optional<host::lottie::Document> document = {};  // of a plain file
+    host::lottie::Written written = {};
 };
 
 class Run {
@@ -61,10 +68,54 @@ class Run {
         }
     }
 
+    // Several at once where the options say so. Files that meet in one are done one after another.
+    ExitCode all_files() {
+        const std::size_t count = options_.files.size();
+        if (options_.jobs > 1 && count > 1 && !have_files_in_common()) return files_at_once();
+        ExitCode highest = ExitCode::done;
+        for (const std::string& file : options_.files) highest = std::max(highest, one_file(file));
+        return highest;
+    }
+
     // Throws Failure (failed).
     void finish_journal() { journal_.finish(); }
 
   private:
+    bool have_files_in_common() const {
+        FileUse use;
+        for (std::size_t i = 0; i < options_.files.size(); ++i) {
+            const std::string& file = options_.files[i];
+            if (!use.note(i, file) || !use.note(i, output_for(file))) return true;
+        }
+        return false;
+    }
+
+    ExitCode files_at_once() {
+        const std::size_t count = options_.files.size();
+        ExitCode highest = ExitCode::done;
+        std::string line;
+        work_on_all(count, {.most_at_once = options_.jobs,
+                            .work = [this](std::size_t i) { return one_file(options_.files[i]); },
+                            .tell =
+                                [&](std::size_t i, const Ended& ended) {
+                                    console_.show_progress("");
+                                    console_.pass_on(ended.said);
+                                    if (!ended.code) {
+                                        tell_failure(console_, shown_name(options_.files[i]),
+                                                     Failure(ExitCode::failed, ended.problem));
+                                    }
+                                    highest = std::max(highest, ended.code.value_or(ExitCode::failed));
+                                    console_.show_progress(line);
+                                },
+                            .progress =
+                                [&](std::size_t done) {
+                                    line = std::to_string(done) + " of " + counted(count, "file") + " done";
+                                    console_.show_progress(line);
+                                }});
+        console_.show_progress("");
+        return highest;
+    }
+
     // All that the run reads or writes beside its journal.
     std::vector<std::string> other_files() const {
         std::vector<std::string> files = {find_plugin().string()};
@@ -91,13 +142,15 @@ class Run {
 
     // All animations of the file, or after a Failure none. `works` has an entry for each that was begun.
     void unnest_and_write(const std::string& file, std::vector<Work>& works) {
-        const AnimationFile input(file, options_.animation);
-        std::vector<std::string> texts = unnest_each(input, works);
+        AnimationFile input(file, options_.animation);
+        std::vector<Animated> animations = unnest_each(input, works);
         const bool is_changed =
             std::any_of(works.begin(), works.end(), [](const Work& work) { return work.idle.empty(); });
         const std::string output = output_for(file);
-        const std::string bytes = input.with(std::move(texts));
-        if (is_changed || !options_.in_place) write(output, bytes);
+        std::vector<host::lottie::Written> texts;
+        for (Animated& animation : animations) texts.push_back(std::move(animation.written));
+        const host::lottie::Written bytes = input.with(std::move(texts));
+        if (is_changed || !options_.in_place) write(output, bytes.pieces());
 
         const std::string shown_output = output == kStandardStream ? "" : output;
         for (const Work& work : works) tell_work(work, input.form() ? "" : shown_output);
@@ -118,41 +171,50 @@ class Run {
     }
 
     // The animations after it. One that lacks what the options name stays as it was if another has it.
-    std::vector<std::string> unnest_each(const AnimationFile& input, std::vector<Work>& works) {
-        std::vector<std::string> texts;
+    std::vector<Animated> unnest_each(AnimationFile& input, std::vector<Work>& works) {
+        std::vector<Animated> animations;
         std::optional<Failure> lack;  // of the first one that lacks something
         bool one_fits = false;
         for (std::size_t i = 0; i < input.count(); ++i) {
             Work& work = works.emplace_back(Work{.label = input.label(i)});
             try {
-                texts.push_back(unnest_one(input.text(i), work));
+                animations.push_back(unnest_one(input, i, work));
                 one_fits = true;
             } catch (const NothingFits& nothing) {
                 if (!lack) lack = Failure(nothing.code(), nothing.what(), input.place(i));
                 work.idle = std::string("passed over: ") + nothing.what();
-                texts.push_back(input.text(i));
+                animations.emplace_back().written.append(input.text(i));
             } catch (const Failure& failure) {
                 throw Failure(failure.code(), failure.what(), input.place(i) + failure.place());
             }
         }
         if (!one_fits) throw *lack;
-        return texts;
+        return animations;
     }
 
     // The animation after it; as it was if it has no nest. Throws Failure; NothingFits before anything is run.
-    std::string unnest_one(const std::string& text, Work& work) {
-        host::lottie::Document document = parse_input(text);
+    Animated unnest_one(AnimationFile& input, std::size_t i, Work& work) {
+        Animated animated;
+        animated.document = parse_input(input.take_text(i));
+        animated.written = unnest_in(*animated.document, work);
+        if (!input.form()) return animated;
+        Animated alone;  // packing wants the text; a document is kept for no longer than it must be
+        alone.written.append(animated.written.text());
+        return alone;
+    }
+
+    host::lottie::Written unnest_in(host::lottie::Document& document, Work& work) {
         Comp& comp = find_composition(document, options_.composition);
         const auto nests = options_.layers.empty() ? nests_of(comp) : find_nests(comp, options_.layers);
         work.composition = comp.name();
         if (nests.empty()) {
             work.idle = "composition " + in_quotes(comp.name()) + " holds no nest: nothing to do";
-            return text;
+            return document.write_in_pieces();
         }
-        work.ledger = unnest_all(document, text, comp, nests, work);
-        std::string result = document.write();
+        work.ledger = unnest_all(document, document.text(), comp, nests, work);
+        host::lottie::Written result = document.write_in_pieces();
         refuse_faulty_content(document);
-        work.sizes = {text.size(), result.size()};
+        work.sizes = {document.text().size(), result.size()};
         return result;
     }
 
@@ -196,7 +258,7 @@ class Run {
         return options_.output.empty() ? std::string(kStandardStream) : options_.output;
     }
 
-    void write(const std::string& output, const std::string& bytes) const {
+    void write(const std::string& output, Pieces bytes) const {
         if (!options_.output_folder.empty()) prepare_folder(options_.output_folder);
         write_result(output, bytes);
     }
@@ -216,8 +278,7 @@ ExitCode run(const RunOptions& options, const Console& console) {
         const host::runner::PluginModule plugin = load_plugin();
         host::script::Settings settings = open_settings(console);
         Run run(options, console, plugin, settings);
-        ExitCode highest = ExitCode::done;
-        for (const std::string& file : options.files) highest = std::max(highest, run.one_file(file));
+        const ExitCode highest = run.all_files();
         run.finish_journal();
         return highest;
     } catch (const Failure& failure) {

@@ -20,14 +20,14 @@ _exflate() {
             mapfile -t COMPREPLY < <(compgen -f -- "$current")
             compopt -o filenames 2>/dev/null
             return ;;
-        --animation | --comp | --layer | --max-growth | --script-time | --prefix | --scale | --click | --type) return ;;
+        --animation | --comp | --layer | --max-growth | --script-time | -j | --jobs | --prefix | --scale | --click | --type) return ;;
     esac
 
     local selection='--animation --comp --layer --script-time'
     local answers='--copy-attributes --discard-attributes --delete-source --keep-in-comp --prefix --prepend-name --fix-random'
     local options
     case $subcommand in
-        run) options="-o --output --out-dir -i --in-place --recursive --strict --only-exact --max-growth --journal --dialog
+        run) options="-o --output --out-dir -i --in-place -j --jobs --recursive --strict --only-exact --max-growth --journal --dialog
                       $selection $answers" ;;
         check) options="--format --prove $selection $answers" ;;
         report) options="-o --output $selection $answers" ;;

@@ -17,6 +17,7 @@ complete -c exflate -n "not __fish_seen_subcommand_from check list replay dialog
 complete -c exflate -n "$run" -l out-dir -x -a '(__fish_complete_directories)' -d 'Write each file into this folder'
 complete -c exflate -n "$run" -s i -l in-place -d 'Replace each file by its result'
 complete -c exflate -n "$run" -l recursive -d 'Go on with the nests that come out'
+complete -c exflate -n "$run" -s j -l jobs -x -d 'Files at once'
 complete -c exflate -n "$run" -l strict -d 'Write nothing if a look would change'
 complete -c exflate -n "$run" -l only-exact -d 'Un-nest only what keeps its look'
 complete -c exflate -n "$run" -l max-growth -x -d 'Keep shared nests beyond so many percent'

@@ -235,7 +235,7 @@ TEST(BrokenWritesThemselves, know_every_call_of_a_write) {
     calls.erase(calls.begin(), calls.begin() + calls_before_reading(calls));
     EXPECT_THAT(calls, ElementsAre("fstat", "read", "read", "close",                           // the input
                                    "stat", "lstat",                                            // what is there
-                                   "mkostemp", "write", "fchown", "fchmod", "fsync", "close",  // the new file
+                                   "mkostemp", "writev", "fchown", "fchmod", "fsync", "close",  // the new file
                                    "rename", "open", "fsync", "close"));                       // its place
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "archive/archive.h"
+#include "lottie/written.h"
 
 namespace cli {
 
@@ -27,13 +28,16 @@ class AnimationFile {
     // The chosen animations; at least one.
     std::size_t count() const { return chosen_.size(); }
     const std::string& text(std::size_t i) const;
+    // The same for who asks once: of a plain file there may be no text afterwards.
+    std::string take_text(std::size_t i);
     std::string id(std::size_t i) const;     // empty where there is no choice
     std::string place(std::size_t i) const;  // a colon and the entry for sentences; empty where there is no choice
     // The file's name as it is in sentences, and the place.
     std::string label(std::size_t i) const { return name_ + place(i); }
 
-    // The file's bytes with `texts` in the place of the chosen animations, in the same form. Throws Failure (failed).
-    std::string with(std::vector<std::string> texts) const;
+    // The file's bytes with `texts` in the place of the chosen animations, in the same form. They point at what the
+    // texts of a plain file point at. Throws Failure (failed).
+    host::lottie::Written with(std::vector<host::lottie::Written> texts) const;
 
   private:
     void choose(const std::string& id);

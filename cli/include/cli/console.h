@@ -17,6 +17,12 @@ class Console {
     // `subject` (a file, the command) in the tone's colour, a colon, the sentence.
     void say(Tone tone, std::string_view subject, std::string_view sentence) const;
 
+    // What others wrote for a console like this one.
+    void pass_on(std::string_view text) const;
+    // A line that the next one of these or anything said replaces; an empty one takes it away. Only where there are
+    // colours: elsewhere nothing can be taken away.
+    void show_progress(std::string_view line) const;
+
   private:
     bool has_colors_;
 };

@@ -2,8 +2,8 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
+#include "cli/file_io.h"
 #include "lottie/document.h"
 
 namespace cli {
@@ -15,7 +15,7 @@ std::string shown_name(const std::string& file);
 std::string read_input(const std::string& file);
 
 // Throws Failure (bad input, with its place).
-host::lottie::Document parse_input(const std::string& text);
+host::lottie::Document parse_input(std::string text);
 
 // Throws Failure (bad input, with its place) if a fault inside some layer was met: a run may have passed over it.
 void refuse_faulty_content(const host::lottie::Document& document);
@@ -24,6 +24,6 @@ void refuse_faulty_content(const host::lottie::Document& document);
 void prepare_folder(const std::string& folder);
 
 // Writes the whole result or nothing; "-" is standard output. Throws Failure (failed).
-void write_result(const std::string& output, std::string_view bytes);
+void write_result(const std::string& output, Pieces bytes);
 
 }  // namespace cli

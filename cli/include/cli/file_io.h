@@ -1,10 +1,13 @@
 // Reading whole files and putting whole files in place.
 #pragma once
 
+#include <concepts>
 #include <filesystem>
+#include <span>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace cli {
 
@@ -17,11 +20,27 @@ class IoError : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
+// Bytes to write: one text, or several that follow one another. Points at what it is made from.
+class Pieces {
+  public:
+    template <std::convertible_to<std::string_view> Text>
+    Pieces(const Text& text) : one_(text) {}
+    Pieces(const std::vector<std::string_view>& several) : several_(&several) {}
+
+    std::span<const std::string_view> pieces() const {
+        return several_ != nullptr ? std::span(*several_) : std::span(&one_, 1);
+    }
+
+  private:
+    std::string_view one_;
+    const std::vector<std::string_view>* several_ = nullptr;
+};
+
 // The bytes of a file, or of standard input for "-". Throws IoError.
 std::string read_whole(const std::string& file);
 
 // Throws IoError; a reader that has gone away is one, not a signal, once broken pipes are ignored.
-void write_standard_output(std::string_view bytes);
+void write_standard_output(Pieces bytes);
 
 // Makes the folder and those it stands in, where they are missing. Throws IoError.
 void make_folder(const std::filesystem::path& folder);
@@ -31,6 +50,6 @@ void make_folder(const std::filesystem::path& folder);
 // named .exflate- and six characters; an interrupt waits until it is gone. An existing file keeps its mode, and its
 // owner and group where that is allowed; its other hard links keep the old content; a symbolic link stays and the file
 // it means is replaced. What is no regular file (a device, a pipe) is written directly. Throws IoError.
-void put_in_place(const std::filesystem::path& file, std::string_view bytes);
+void put_in_place(const std::filesystem::path& file, Pieces bytes);
 
 }  // namespace cli

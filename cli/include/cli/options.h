@@ -29,6 +29,7 @@ struct RunOptions {
     std::string journal;               // file for everything that the plug-in and the host say; empty: none
     DialogAnswers answers;
     bool dialog = false;  // a person answers
+    unsigned jobs = 1;    // files at once
     double script_time = kScriptTime;
 };
 

@@ -16,6 +16,10 @@ Document Document::read(std::string text, model::HostRules rules) {
     return Document(build_store(std::move(text), std::move(rules)));
 }
 
+const std::string& Document::text() const {
+    return store_->text;
+}
+
 model::Project& Document::project() const {
     return *store_->project;
 }
@@ -29,6 +33,10 @@ const InputError* Document::content_fault() const {
 }
 
 std::string Document::write() const {
+    return write_document(*store_).text();
+}
+
+Written Document::write_in_pieces() const {
     return write_document(*store_);
 }
 

@@ -44,29 +44,29 @@ class CompWriter {
         });
     }
 
-    void write(std::string& out) const {
+    void write(Written& out) const {
         const std::string_view text = store_.text;
         const bool had_layers = stored_ != nullptr && !stored_->layers.empty();
         const StoredLayer* first = had_layers ? &stored_->layers.front() : nullptr;
         const StoredLayer* last = had_layers ? &stored_->layers.back() : nullptr;
         const std::string between = separator();
         const StoredLayer* before = nullptr;  // the one written before, if it is the file's
-        out.push_back('[');
-        if (!stack_.empty() && had_layers) out += Slice{stored_->array.begin + 1, first->text.begin}.of(text);
+        out.append("[");
+        if (!stack_.empty() && had_layers) out.refer(Slice{stored_->array.begin + 1, first->text.begin}.of(text));
         for (std::size_t i = 0; i < stack_.size(); ++i) {
             Layer& layer = *stack_[i];
             const StoredLayer* own = is_from_file(layer) ? base_of(layer) : nullptr;
             const bool follows = before != nullptr && own != nullptr && own->position == before->position + 1;
             if (follows) {
-                out += Slice{before->text.end, own->text.begin}.of(text);
+                out.refer(Slice{before->text.end, own->text.begin}.of(text));
             } else if (i > 0) {
-                out += between;
+                out.append(between);
             }
             write_layer(out, context_, layer, above(i));
             before = own;
         }
-        if (!stack_.empty() && had_layers) out += Slice{last->text.end, stored_->array.end - 1}.of(text);
-        out.push_back(']');
+        if (!stack_.empty() && had_layers) out.refer(Slice{last->text.end, stored_->array.end - 1}.of(text));
+        out.append("]");
     }
 
   private:
@@ -91,15 +91,14 @@ class DocumentWriter {
   public:
     explicit DocumentWriter(const Store& store) : store_(store), text_(store.text), outline_(store.outline) {}
 
-    std::string write() {
+    Written write() {
         find_new_comps();
         for (const auto& stored : store_.comps) edit_comp(*stored);
         edit_assets();
         const bool is_3d = outline_.ddd.kind == Kind::yes ||
                            (outline_.ddd.kind == Kind::number && read_number(outline_.ddd.text.of(text_)) != 0);
         if (became_3d_ && !is_3d) set_member(outline_.ddd, "ddd", "1");
-        std::string out;
-        if (!patch_.is_empty()) out.reserve(text_.size() + text_.size() / 16);
+        Written out;
         patch_.write(text_, {0, static_cast<std::uint32_t>(text_.size())}, out);
         return out;
     }
@@ -172,7 +171,7 @@ class DocumentWriter {
         auto writer = std::make_shared<CompWriter>(store_, &stored, comp, new_ids_, writes_end_values());
         if (writer->is_untouched()) return;
         became_3d_ = became_3d_ || writer->became_3d();
-        patch_.replace_later(stored.array, [writer](std::string& out) { writer->write(out); });
+        patch_.replace_later(stored.array, [writer](Written& out) { writer->write(out); });
     }
 
     // What an unnamed composition is called here says nothing about the file.
@@ -196,10 +195,12 @@ class DocumentWriter {
     std::string new_asset_text(const model::Comp& comp) {
         const CompWriter writer(store_, nullptr, comp, new_ids_, writes_end_values());
         became_3d_ = became_3d_ || writer.became_3d();
-        std::string out =
-            "{\"id\":" + encode_string(new_ids_.at(&comp)) + ",\"nm\":" + encode_string(comp.name()) + ",\"layers\":";
+        Written out;
+        out.append("{\"id\":" + encode_string(new_ids_.at(&comp)) + ",\"nm\":" + encode_string(comp.name()) +
+                   ",\"layers\":");
         writer.write(out);
-        return out + "}";
+        out.append("}");
+        return out.text();
     }
 
     void edit_assets() {
@@ -231,7 +232,7 @@ class DocumentWriter {
 
 }  // namespace
 
-std::string write_document(const Store& store) {
+Written write_document(const Store& store) {
     return DocumentWriter(store).write();
 }
 

@@ -3,10 +3,11 @@
 
 #include <string>
 
+#include "lottie/written.h"
 #include "store.h"
 
 namespace host::lottie {
 
-std::string write_document(const Store& store);
+Written write_document(const Store& store);
 
 }  // namespace host::lottie

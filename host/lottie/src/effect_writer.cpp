@@ -73,9 +73,9 @@ std::string fresh_text(const WriteContext& context, const model::Effect& effect,
     if (number_member(tree, tree.root(), "ix") != static_cast<double>(place))
         edit.members().set("ix", std::to_string(place));
     edit.finish(true);
-    std::string out;
+    Written out;
     patch.write(text, pattern->text, out);
-    return out;
+    return out.text();
 }
 
 }  // namespace

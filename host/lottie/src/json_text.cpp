@@ -119,7 +119,9 @@ std::string decode_string(std::string_view literal) {
 bool string_equals(std::string_view literal, std::string_view decoded) {
     if (literal.size() < 2) return false;
     const std::string_view inner = literal.substr(1, literal.size() - 2);
-    if (inner == decoded) return inner.find('\\') == std::string_view::npos;
+    // Escapes only make a text longer.
+    if (inner.size() < decoded.size()) return false;
+    if (inner.size() == decoded.size()) return inner == decoded && inner.find('\\') == std::string_view::npos;
     return inner.find('\\') != std::string_view::npos && decode_string(literal) == decoded;
 }
 

@@ -69,7 +69,7 @@ class LayerEditor {
           read_{base, tree_},
           root_(tree_, tree_.root(), kLayerOrder) {}
 
-    void write(std::string& out) {
+    void write(Written& out) {
         edit_identity();
         edit_matte();
         edit_switches();
@@ -165,12 +165,12 @@ bool is_untouched(const Numbering& numbers, const Layer& layer, const Layer* abo
            has_same_name(layer, base) && numbers.number(layer) == base.ind && !has_changed_content(layer);
 }
 
-void write_layer(std::string& out, const WriteContext& context, Layer& layer, const Layer* above) {
+void write_layer(Written& out, const WriteContext& context, Layer& layer, const Layer* above) {
     const StoredLayer* base = base_of(layer);
     if (base == nullptr) {
-        out += new_layer_text(context, layer, above);
+        out.append(new_layer_text(context, layer, above));
     } else if (is_untouched(context.numbers, layer, above)) {
-        out += base->text.of(context.store.text);
+        out.refer(base->text.of(context.store.text));
     } else {
         LayerEditor(context, layer, *base, above).write(out);
     }

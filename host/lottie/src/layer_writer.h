@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "lottie/written.h"
 #include "model/layer.h"
 #include "store.h"
 #include "write_context.h"
@@ -13,6 +14,6 @@ namespace host::lottie {
 bool is_untouched(const Numbering& numbers, const model::Layer& layer, const model::Layer* above);
 
 // Any layer: one of the file, a copy of one, or one that the host made.
-void write_layer(std::string& out, const WriteContext& context, model::Layer& layer, const model::Layer* above);
+void write_layer(Written& out, const WriteContext& context, model::Layer& layer, const model::Layer* above);
 
 }  // namespace host::lottie

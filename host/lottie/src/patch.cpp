@@ -5,7 +5,7 @@
 
 namespace host::lottie {
 
-void Patch::write(std::string_view text, Slice range, std::string& out) {
+void Patch::write(std::string_view text, Slice range, Written& out) {
     std::stable_sort(edits_.begin(), edits_.end(), [](const Edit& a, const Edit& b) {
         if (a.where.begin != b.where.begin) return a.where.begin < b.where.begin;
         if (a.where.empty() != b.where.empty()) return a.where.empty();
@@ -14,15 +14,15 @@ void Patch::write(std::string_view text, Slice range, std::string& out) {
     std::uint32_t done = range.begin;
     for (const Edit& edit : edits_) {
         if (edit.where.begin < done) continue;
-        out.append(text.substr(done, edit.where.begin - done));
+        out.refer(text.substr(done, edit.where.begin - done));
         if (edit.writer) {
             edit.writer(out);
         } else {
-            out += edit.text;
+            out.append(edit.text);
         }
         done = edit.where.end;
     }
-    out.append(text.substr(done, range.end - done));
+    out.refer(text.substr(done, range.end - done));
 }
 
 SequenceEdit::SequenceEdit(std::string_view text, Slice container, std::vector<Slice> units)

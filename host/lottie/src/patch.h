@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "lottie/written.h"
 #include "slice.h"
 
 namespace host::lottie {
@@ -15,7 +16,7 @@ namespace host::lottie {
 // Where edits overlap the outermost wins; of two for the same place the first.
 class Patch {
   public:
-    using Writer = std::function<void(std::string&)>;
+    using Writer = std::function<void(Written&)>;
 
     void replace(Slice where, std::string text) { edits_.push_back({where, std::move(text), {}}); }
     void insert(std::uint32_t at, std::string text) { replace({at, at}, std::move(text)); }
@@ -23,8 +24,8 @@ class Patch {
     void replace_later(Slice where, Writer writer) { edits_.push_back({where, {}, std::move(writer)}); }
     bool is_empty() const { return edits_.empty(); }
 
-    // Appends the piece `range` of the text, changed, to `out`.
-    void write(std::string_view text, Slice range, std::string& out);
+    // Appends the piece `range` of the text, changed, to `out`, which may point at the text.
+    void write(std::string_view text, Slice range, Written& out);
 
   private:
     struct Edit {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "lottie/input_error.h"
+#include "lottie/written.h"
 #include "model/project.h"
 
 namespace host::lottie {
@@ -27,7 +28,8 @@ class Document {
     Document& operator=(Document&&) noexcept;
     ~Document();
 
-    // Lives as long as the document.
+    // The text that was read. It and the project live as long as the document.
+    const std::string& text() const;
     model::Project& project() const;
     model::Comp& main_comp() const;
 
@@ -36,6 +38,8 @@ class Document {
 
     // The project as an animation. With nothing changed, or everything undone, the text that was read.
     std::string write() const;
+    // The same, pointing into the document.
+    Written write_in_pieces() const;
 
     // Null for layers that are not in the file: made by the host, or copied there.
     std::optional<LayerFacts> facts(const model::Layer& layer) const;

@@ -1,0 +1,48 @@
+// Work on several files at once, each in a process of its own: the plug-in and the script engine are for one thread,
+// and a plug-in that crashes takes only its own file along.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "cli/failure.h"
+
+namespace cli {
+
+// How the work on one file ended.
+struct Ended {
+    std::string said;              // all it wrote to standard error
+    std::optional<ExitCode> code;  // none when it did not come to its end
+    std::string problem;           // why there is none, as a sentence without a subject
+};
+
+struct Workers {
+    std::size_t most_at_once = 1;
+    // In the process of the file; an exception that leaves it ends the file's work like a crash.
+    std::function<ExitCode(std::size_t)> work;
+    // In the calling process, in the order of the files, each as soon as it and all before it have ended.
+    std::function<void(std::size_t, const Ended&)> tell;
+    // In the calling process, whenever the number of those that have ended changes.
+    std::function<void(std::size_t)> progress;
+};
+
+// Returns when the work on all `count` files has ended.
+void work_on_all(std::size_t count, const Workers& workers);
+
+// Finds out whether what one file's work reads or writes is also another's: then they have to come one after another.
+class FileUse {
+  public:
+    // `file` of those that are worked on uses the name; false if another one already does. Names of what does not exist
+    // count as different.
+    bool note(std::size_t file, const std::string& name);
+
+  private:
+    std::map<std::pair<std::uint64_t, std::uint64_t>, std::size_t> known_;  // by device and number
+};
+
+}  // namespace cli

@@ -1,0 +1,136 @@
+// Several files at once: all as with one after another, and a crash takes one file along.
+#include <gmock/gmock.h>
+
+#include "animations.h"
+#include "sandbox.h"
+
+using test::exflate;
+using test::Finished;
+using test::Sandbox;
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+// Twenty files, of which some take long, some hold no nest and some are no animations.
+std::vector<std::string> many_files(const Sandbox& sandbox) {
+    std::vector<std::string> names;
+    for (int i = 0; i < 20; ++i) {
+        std::string text = test::one_nest();
+        if (i % 7 == 3) text = "{\n broken";
+        if (i % 7 == 4) text = test::animation({}, {test::shape_layer(1, "alone")});
+        if (i == 0) {  // the slowest comes first
+            std::vector<std::string> layers;
+            for (int n = 1; n <= 2'000; ++n) layers.push_back(test::shape_layer(n, "layer " + std::to_string(n)));
+            text = test::animation({test::asset("comp_0", "Large", layers)}, {test::nest_layer(1, "Nest", "comp_0")});
+        }
+        names.push_back(sandbox.write("file " + std::to_string(i) + ".json", text));
+    }
+    names.push_back("absent.json");
+    return names;
+}
+
+std::vector<std::string> arguments(std::vector<std::string> flags, const std::vector<std::string>& files) {
+    flags.insert(flags.end(), files.begin(), files.end());
+    return flags;
+}
+
+TEST(Jobs, say_write_and_answer_what_one_does) {
+    const Sandbox one;
+    const Sandbox several;
+    const Finished expected = exflate(one, arguments({"run", "--out-dir", "out", "--prefix", "p"}, many_files(one)));
+    const Finished finished =
+        exflate(several, arguments({"run", "--out-dir", "out", "--prefix", "p", "--jobs", "4"}, many_files(several)));
+    EXPECT_EQ(expected.exit_code, 3);
+    EXPECT_EQ(finished.exit_code, expected.exit_code);
+    EXPECT_EQ(finished.err, expected.err);
+    EXPECT_EQ(finished.out, "");
+    ASSERT_EQ(several.names("out"), one.names("out"));
+    for (const std::string& name : one.names("out")) EXPECT_EQ(several.read("out/" + name), one.read("out/" + name));
+}
+
+TEST(Jobs, more_than_there_are_files_do_no_harm) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    sandbox.write("b.json", test::one_nest());
+    EXPECT_EQ(exflate(sandbox, {"run", "-j", "1000", "-i", "a.json", "b.json"}).exit_code, 0);
+    EXPECT_EQ(sandbox.read("a.json"), sandbox.read("b.json"));
+    EXPECT_NE(sandbox.read("a.json"), test::one_nest());
+    EXPECT_EQ(exflate(sandbox, {"run", "-j", "2", "a.json"}).out, sandbox.read("a.json"));
+}
+
+TEST(Jobs, a_file_named_twice_is_done_twice_one_after_the_other) {
+    const Sandbox one;
+    const Sandbox several;
+    for (const Sandbox* sandbox : {&one, &several}) sandbox->write("a.json", test::three_nests());
+    const std::vector<std::string> files = {"a.json", "./a.json", "a.json"};
+    const Finished expected = exflate(one, arguments({"run", "-i"}, files));
+    const Finished finished = exflate(several, arguments({"run", "-i", "--jobs", "3"}, files));
+    EXPECT_EQ(finished.err, expected.err);
+    EXPECT_THAT(expected.err, HasSubstr("holds no nest"));
+    EXPECT_EQ(several.read("a.json"), one.read("a.json"));
+}
+
+TEST(Jobs, a_crash_takes_only_its_own_file_along) {
+    const Sandbox sandbox;
+    const auto with_first_layer = [](const std::string& name) {
+        return test::animation({test::asset("comp_0", "Inside", {test::shape_layer(1, "x")})},
+                               {test::shape_layer(1, name), test::nest_layer(2, "Nest", "comp_0")});
+    };
+    std::vector<std::string> files;
+    for (const char* name : {"good", "crash", "fine", "leave", "well"}) {
+        files.push_back(sandbox.write(std::string(name) + ".json", with_first_layer(name)));
+    }
+    const Finished finished =
+        exflate(sandbox, {.arguments = arguments({"run", "--jobs", "2", "--out-dir", "out"}, files),
+                          .environment = {{"EXFLATE_PLUGIN", ENDS_EARLY}}});
+    EXPECT_EQ(finished.exit_code, 4);
+    EXPECT_THAT(finished.err, MatchesRegex("good.json: 1 nest [^\n]*\n"
+                                           "crash.json: the process that worked on it crashed: Aborted\n"
+                                           "fine.json: 1 nest [^\n]*\n"
+                                           "leave.json: the process that worked on it ended in the middle\n"
+                                           "well.json: 1 nest [^\n]*\n"));
+    EXPECT_THAT(sandbox.names("out"), ElementsAre("fine.json", "good.json", "well.json"));
+}
+
+TEST(Jobs, a_line_on_a_terminal_tells_how_far_it_is_and_goes_in_the_end) {
+    const auto in_terminal = [](std::map<std::string, std::string> environment) {
+        const Sandbox sandbox;
+        sandbox.write("a.json", test::one_nest());
+        sandbox.write("b.json", test::one_nest());
+        return exflate(sandbox, {.arguments = {"run", "--jobs", "2", "-i", "a.json", "b.json"},
+                                 .environment = std::move(environment),
+                                 .errors_to_terminal = true})
+            .err;
+    };
+    const std::string shown = in_terminal({{"TERM", "xterm"}});
+    EXPECT_THAT(shown, StartsWith("\r\033[K0 of 2 files done\r\033[K"));
+    EXPECT_THAT(shown, HasSubstr("\r\033[K1 of 2 files done"));
+    EXPECT_THAT(shown, HasSubstr("\r\033[K\033[32ma.json:\033[0m 1 nest "));
+    EXPECT_THAT(shown, testing::EndsWith("\r\033[K"));
+    EXPECT_THAT(in_terminal({{"TERM", "xterm"}, {"NO_COLOR", "1"}}), Not(HasSubstr("files done")));
+    EXPECT_THAT(in_terminal({{"TERM", "dumb"}}), Not(HasSubstr("files done")));
+}
+
+TEST(Jobs, there_is_no_such_line_elsewhere) {
+    const Sandbox sandbox;
+    sandbox.write("a.json", test::one_nest());
+    sandbox.write("b.json", test::one_nest());
+    const Finished finished = exflate(sandbox, {"run", "--jobs", "2", "-i", "a.json", "b.json"});
+    EXPECT_THAT(finished.err, MatchesRegex("a.json: [^\n]*\nb.json: [^\n]*\n"));
+}
+
+TEST(Jobs, go_with_neither_a_window_nor_a_journal_and_are_a_number) {
+    const Sandbox sandbox;
+    for (const std::vector<std::string>& more : std::vector<std::vector<std::string>>{
+             {"--jobs", "2", "--dialog"}, {"--jobs", "2", "--journal", "j"}, {"--jobs", "0"}, {"--jobs", "many"}}) {
+        const Finished finished = exflate(sandbox, arguments({"run", "a.json", "-i"}, more));
+        EXPECT_EQ(finished.exit_code, 2) << finished.err;
+        EXPECT_THAT(finished.err, HasSubstr("--jobs"));
+    }
+}
+
+}  // namespace
