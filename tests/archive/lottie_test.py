@@ -35,7 +35,7 @@ def packed(*entries, comment=b"", level=6):
         warnings.simplefilter("ignore")  # of names that come twice
         for name, content in entries:
             # A name alone would be stamped with the time of the test.
-            archive.writestr(entry(name) if isinstance(name, str) else name, content)
+            archive.writestr(entry(name) if isinstance(name, str) else name, content, compresslevel=level)
         archive.comment = comment
     return stream.getvalue()
 
