@@ -1,58 +1,115 @@
 // A layer's content as a tree of slices.
 #include "tree.h"
 
-#include <rapidjson/reader.h>
+#include <algorithm>
+#include <array>
 
 #include "json_text.h"
 #include "refuse.h"
-#include "scan_stream.h"
 
 namespace host::lottie {
 
+namespace {
+
+bool is_blank(char c) {
+    return c == ' ' || c == '\n' || c == '\r' || c == '\t';
+}
+
+// Of numbers and what may stand between them, brackets apart.
+constexpr auto kIsOfNumbers = [] {
+    std::array<bool, 256> is{};
+    for (const char c : {'+', '-', '.', 'e', 'E', ',', ' ', '\n', '\r', '\t'}) is[static_cast<unsigned char>(c)] = true;
+    for (char c = '0'; c <= '9'; ++c) is[static_cast<unsigned char>(c)] = true;
+    return is;
+}();
+
+bool is_of_numbers(char c) {
+    return kIsOfNumbers[static_cast<unsigned char>(c)];
+}
+
+}  // namespace
+
+// Builds the tree in one pass over text that is known to be JSON; on any other it ends somewhere, inside the text.
 class TreeBuilder {
   public:
-    TreeBuilder(Tree& tree, const ScanStream& stream) : tree_(tree), stream_(stream) {}
+    TreeBuilder(Tree& tree, std::string_view text, std::uint32_t begin) : tree_(tree), text_(text), at_(begin) {}
 
-    bool Null() { return plain(Kind::null); }
-    bool Bool(bool value) { return plain(value ? Kind::yes : Kind::no); }
-    bool Int(int) { return plain(Kind::number); }
-    bool Uint(unsigned) { return plain(Kind::number); }
-    bool Int64(std::int64_t) { return plain(Kind::number); }
-    bool Uint64(std::uint64_t) { return plain(Kind::number); }
-    bool Double(double) { return plain(Kind::number); }
-    bool RawNumber(const char*, unsigned, bool) { return plain(Kind::number); }
-    bool String(const char* inside, unsigned, bool) { return scalar(Kind::string, literal(inside)); }
-    bool Key(const char* inside, unsigned, bool) {
-        key_ = literal(inside);
-        return true;
+    void build() {
+        do {
+            while (is_blank(here()) || here() == ',' || here() == ':') ++at_;
+            if (at_ == text_.size()) break;
+            take();
+        } while (!open_.empty());
+        while (!open_.empty()) close();  // only where the text is no JSON
     }
-    bool StartObject() { return open(Kind::object); }
-    bool StartArray() { return open(Kind::array); }
-    bool EndObject(unsigned) { return close(); }
-    bool EndArray(unsigned) { return close(); }
 
   private:
     struct Open {
         std::uint32_t node;
         std::uint32_t last_child;
-        bool is_numeric;
     };
 
-    std::uint32_t here() const { return static_cast<std::uint32_t>(stream_.Tell()); }
+    char here() const { return at_ < text_.size() ? text_[at_] : '\0'; }
 
-    Slice literal(const char* inside) const {
-        return {static_cast<std::uint32_t>(inside - tree_.text_.data()) - 1, here()};
+    void take() {
+        switch (here()) {
+            case '{':
+                return open(Kind::object);
+            case '[':
+                if (const std::uint32_t end = end_of_numeric_array()) {
+                    Tree::Node& node = add(Kind::array, end);
+                    node.is_numeric = true;
+                    return;
+                }
+                return open(Kind::array);
+            case '}':
+            case ']':
+                ++at_;
+                if (!open_.empty()) close();
+                return;
+            case '"':
+                return take_string();
+            case 'n':
+                return take_plain(Kind::null);
+            case 't':
+                return take_plain(Kind::yes);
+            case 'f':
+                return take_plain(Kind::no);
+            default:
+                return take_plain(Kind::number);
+        }
     }
 
-    bool plain(Kind kind) { return scalar(kind, plain_scalar_before(tree_.text_, here())); }
+    void take_string() {
+        std::size_t end = at_ + 1;
+        while (end < text_.size() && text_[end] != '"') end += text_[end] == '\\' ? 2U : 1U;
+        const auto behind = static_cast<std::uint32_t>(std::min(end + 1, text_.size()));
+        const bool is_key = !open_.empty() && tree_.nodes_[open_.back().node].kind == Kind::object && key_.empty();
+        if (is_key) {
+            key_ = {at_, behind};
+            at_ = behind;
+        } else {
+            add(Kind::string, behind);
+        }
+    }
 
-    std::uint32_t add(Kind kind, Slice text) {
+    void take_plain(Kind kind) {
+        std::uint32_t end = at_ + 1;
+        while (end < text_.size() && !is_blank(text_[end]) && text_[end] != ',' && text_[end] != ']' &&
+               text_[end] != '}')
+            ++end;
+        add(kind, end);
+    }
+
+    // Adds what stands between here and `end`, and goes there.
+    Tree::Node& add(Kind kind, std::uint32_t end) {
         const auto index = static_cast<std::uint32_t>(tree_.nodes_.size());
         Tree::Node& node = tree_.nodes_.emplace_back();
         node.kind = kind;
-        node.text = text;
+        node.text = {at_, end};
         node.key = key_;
         key_ = {};
+        at_ = end;
         if (!open_.empty()) {
             Open& parent = open_.back();
             if (parent.last_child == 0) {
@@ -62,47 +119,56 @@ class TreeBuilder {
             }
             parent.last_child = index;
         }
-        return index;
+        return node;
     }
 
-    bool scalar(Kind kind, Slice text) {
-        add(kind, text);
-        if (kind != Kind::number && !open_.empty()) open_.back().is_numeric = false;
-        return true;
+    void open(Kind kind) {
+        add(kind, at_ + 1);
+        open_.push_back({static_cast<std::uint32_t>(tree_.nodes_.size() - 1), 0});
     }
 
-    bool open(Kind kind) {
-        const std::uint32_t index = add(kind, {here() - 1, here()});
-        open_.push_back({index, 0, kind == Kind::array});
-        return true;
-    }
-
-    bool close() {
-        const Open closed = open_.back();
-        Tree::Node& node = tree_.nodes_[closed.node];
+    void close() {
+        tree_.nodes_[open_.back().node].text.end = at_;
         open_.pop_back();
-        node.text.end = here();
-        node.is_numeric = closed.is_numeric;
-        if (closed.is_numeric) {
-            tree_.nodes_.resize(closed.node + 1);
-            tree_.nodes_[closed.node].first = 0;
-        } else if (!open_.empty()) {
-            open_.back().is_numeric = false;
+    }
+
+    // Behind the array that begins here, if it is a leaf; else 0. Where it is not, neither are those that are open at
+    // the place that shows it; they are remembered, so that no place is looked at more than twice.
+    std::uint32_t end_of_numeric_array() {
+        if (next_known_ < known_.size() && known_[next_known_] == at_) {
+            ++next_known_;
+            return 0;
         }
-        return true;
+        starts_.clear();
+        for (std::uint32_t at = at_; at < text_.size(); ++at) {
+            const char c = text_[at];
+            if (is_of_numbers(c)) continue;
+            if (c == '[') {
+                starts_.push_back(at);
+            } else if (c == ']') {
+                starts_.pop_back();
+                if (starts_.empty()) return at + 1;
+            } else {
+                break;
+            }
+        }
+        known_.swap(starts_);
+        next_known_ = 1;
+        return 0;
     }
 
     Tree& tree_;
-    const ScanStream& stream_;
+    std::string_view text_;
+    std::uint32_t at_;
     Slice key_;
     std::vector<Open> open_;
+    std::vector<std::uint32_t> starts_;
+    std::vector<std::uint32_t> known_;  // beginnings of arrays that are no leaves
+    std::size_t next_known_ = 0;
 };
 
 Tree::Tree(const std::string& text, Slice what) : text_(text) {
-    ScanStream stream(text.c_str(), text.c_str() + what.begin);
-    TreeBuilder builder(*this, stream);
-    rapidjson::Reader reader;
-    reader.Parse<kScanFlags | rapidjson::kParseStopWhenDoneFlag>(stream, builder);
+    TreeBuilder(*this, std::string_view(text).substr(0, what.end), what.begin).build();
 }
 
 bool Tree::has_key(const Node& node, std::string_view key) const {
