@@ -38,16 +38,35 @@ BOUNDARY = 'plugin/src/gate.cpp, is_open, neighbouring comparison\n- return age 
 LATER = 'plugin/src/gate.cpp, is_open, off by one\n- return age >= 18;\n+ return age >= 19;'
 EARLIER = 'plugin/src/gate.cpp, is_open, off by one\n- return age >= 18;\n+ return age >= 17;'
 
+SCRIPT_PROJECT = {
+    'CMakeLists.txt': PROJECT['CMakeLists.txt'],
+    'cmake/embed_files.cmake': (TOOL.parent.parent / 'cmake/embed_files.cmake').read_text(),
+    'tests/plugin/CMakeLists.txt': '''set(root "${CMAKE_SOURCE_DIR}")
+add_custom_command(OUTPUT scripts.cpp
+  COMMAND "${CMAKE_COMMAND}" "-DFILES=${root}/plugin/scripts/gate.jsx" -DOUTPUT=scripts.cpp -DHEADER=scripts.h -DTYPE=Script
+          -DTABLE=scripts -P "${root}/cmake/embed_files.cmake"
+  DEPENDS "${root}/plugin/scripts/gate.jsx" "${root}/cmake/embed_files.cmake")
+add_executable(script_tests script_test.cpp scripts.cpp ../../plugin/src/wall.cpp)
+target_include_directories(script_tests PRIVATE ../../plugin/src)
+''',
+    'plugin/src/scripts.h': 'struct Script { const char* name; const char* text; unsigned long size; };\nextern const Script scripts[];\n',
+    'plugin/src/wall.cpp': 'int height() {\n    return 3;\n}\n',
+    'plugin/scripts/gate.jsx': 'gate.isOpen = true;\ngate.isGreen = true;\n',
+    'tests/plugin/script_test.cpp': '''#include <cstring>
+#include "scripts.h"
+int height();
+int main() { return height() == 3 && std::strstr(scripts[0].text, "isOpen = true") != nullptr ? 0 : 1; }
+''',
+}
+
 
 class Run(unittest.TestCase):
-    @classmethod
-    def setUpClass(cls):
-        cls.folder = tempfile.TemporaryDirectory()
-        cls.root = Path(cls.folder.name) / 'made'
+    def setUp(self):
+        self.folder = tempfile.TemporaryDirectory()
+        self.root = Path(self.folder.name) / 'made'
 
-    @classmethod
-    def tearDownClass(cls):
-        cls.folder.cleanup()
+    def tearDown(self):
+        self.folder.cleanup()
 
     def write(self, name, text):
         path = self.root / name
@@ -57,6 +76,15 @@ class Run(unittest.TestCase):
     def mutate(self, *arguments):
         return subprocess.run([sys.executable, '-B', TOOL, '--root', self.root, '--work', self.root / 'build/mutate', '--workers',
                                '1', '--tests', 'tests/plugin', *arguments], text=True, capture_output=True)
+
+    def test_scripts(self):
+        for name, text in SCRIPT_PROJECT.items():
+            self.write(name, text)
+        done = self.mutate()
+        self.assertEqual(done.returncode, 1, done.stderr)
+        killed, survived = (done.stdout.split('flip true and false | ')[1].split(' | ')[column] for column in (1, 4))
+        self.assertEqual((killed, survived), ('1', '1'), 'each mutant of a script is run by itself')
+        self.assertIn('isGreen = true;\n+ gate.isGreen = false;', done.stdout)
 
     def test_story(self):
         for name, text in PROJECT.items():

@@ -1,6 +1,6 @@
-# Stands in for plugin/embed_files.cmake in the copies: the unit that it writes reads FILES when the program starts, so
+# Stands in for cmake/embed_files.cmake in the copies: the unit that it writes reads FILES when the program starts, so
 # that a mutated script needs no build.
-#   cmake "-DFILES=a;b" -DOUTPUT=unit.cpp -P read_scripts.cmake
+#   cmake "-DFILES=a;b" -DOUTPUT=unit.cpp -DHEADER=scripts.h -DTYPE=EmbeddedFile -DTABLE=embedded_files -P read_scripts.cmake
 set(texts "")
 set(rows "")
 set(number 0)
@@ -16,7 +16,7 @@ file(WRITE "${OUTPUT}" "// The scripts as they are when the program starts. Made
 #include <iterator>
 #include <string>
 
-#include \"embedded_jsx.h\"
+#include \"${HEADER}\"
 
 namespace {
 
@@ -28,7 +28,7 @@ std::string contents(const char* path) {
 ${texts}
 }  // namespace
 
-const EmbeddedFile embedded_files[] = {
+const ${TYPE} ${TABLE}[] = {
 ${rows}    {nullptr, nullptr, 0},
 };
 ")

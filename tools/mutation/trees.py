@@ -16,7 +16,7 @@ MEMORY_LIMIT = 2 << 30
 # Tests that are run by themselves before all the others.
 LIKELY_KILLERS = 12
 # What puts the scripts into the plug-in, and what does so in the copies.
-EMBEDDING = Path('plugin/embed_files.cmake')
+EMBEDDING = Path('cmake/embed_files.cmake')
 READING = Path(__file__).parent / 'read_scripts.cmake'
 
 
@@ -71,6 +71,9 @@ class Tree:
 
     def _copy(self, root):
         """Brings the copy up to date; files that are the same keep their times, so that little is built again."""
+        # Without the stand-in a script would be embedded when a program is built, and its mutants never run.
+        if any(root.glob('plugin/scripts/*')) and not (root / EMBEDDING).exists():
+            raise Broken(f'{EMBEDDING} is not there')
         wanted = set()
         for folder, names, files in os.walk(root):
             names[:] = [name for name in names if name not in LEFT_OUT]
