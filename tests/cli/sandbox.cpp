@@ -118,6 +118,9 @@ Finished Sandbox::run(const std::string& program, const Start& start) const {
     arguments.insert(arguments.end(), start.arguments.begin(), start.arguments.end());
     std::vector<std::string> environment = {std::string("PATH=") + std::getenv("PATH")};
     if (!start.without_settings_folder) environment.push_back("XDG_CONFIG_HOME=" + (own_ / "config").string());
+    for (const std::string name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {  // of a program built with them
+        if (const char* options = std::getenv(name.c_str())) environment.push_back(name + '=' + options);
+    }
     for (const auto& [name, value] : start.environment) environment.push_back(name + '=' + value);
     const fs::path out = start.out_file.empty() ? own_ / "out" : folder_ / start.out_file;
 

@@ -132,6 +132,15 @@ TEST_F(DialogScript, result_follows_the_controls) {
               R"([false,false,true,"fx",true,true])");
 }
 
+TEST_F(DialogScript, settings_are_asked_for_in_the_order_in_which_they_are_saved) {
+    run("var asked = [], have = app.settings.haveSetting;"
+        "app.settings.haveSetting = function (section, key, type) { asked.push(key); return have(section, key, type); };");
+    run_dialog("click(buttonOK);");
+    EXPECT_EQ(run("asked.join(' ')"),
+              "settingCopyPrecompAttr settingPrefixInput settingDeleteSource settingKeepInComp "
+              "settingPrependPrecompName settingFixRandomExpressions");
+}
+
 TEST_F(DialogScript, radio_buttons_uncheck_each_other) {
     run_dialog("click(optionDiscardAttributes);");
     EXPECT_EQ(run("[optionCopyAttributes.value, optionDiscardAttributes.value]"), "false,true");
