@@ -27,6 +27,11 @@ def animations(results):
     return table(["Animation", "Bytes", "RapidJSON parse and write, million instructions", *columns], rows)
 
 
+def last_shared(found):
+    """The largest project of a family of whose instructions it is known whose they are."""
+    return max(int(count) for count, counted in found.items() if HOST in counted)
+
+
 def growth(results):
     rows = []
     for family, found in results.items():
@@ -35,7 +40,7 @@ def growth(results):
         base = each[1_000]
         cells = [f"{each[count] / 1000:,.0f}" if count in each else "–" for count in (100, 1_000, 10_000, 100_000)]
         last = max(counts)
-        shared = max(count for count in counts if HOST in found[str(count)])
+        shared = last_shared(found)
         own, own_base = (sum(found[str(count)][share] for share in (HOST, ENGINE, LIBRARIES)) / count for count in (shared, 1_000))
         rows.append([family, *cells, f"{each[last] / base:.2f} ×" if last > 1_000 else "",
                      f"{own / own_base:.2f} ×" if shared > 1_000 else ""])
@@ -50,8 +55,8 @@ def shares(animations_found, growth_found):
     rows = [row(f"{name}, all nests", found["un-nest all of the main composition"])
             for name, found in animations_found.items()]
     for family, found in growth_found.items():
-        count = "10000" if "10000" in found else "1000"
-        rows.append(row(f"{family}, {int(count):,}", found[count]))
+        count = last_shared(found)
+        rows.append(row(f"{family}, {count:,}", found[str(count)]))
     return table(["Run", "Million instructions", *SHARES], rows)
 
 

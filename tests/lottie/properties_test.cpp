@@ -253,14 +253,16 @@ TEST(SeparatedPositions, dimensions_that_move_apart_are_sampled_at_every_frame) 
     EXPECT_EQ(position.value_at({5 * 4000}).n[1], 9);
 }
 
+// Layer B's first dimension is computed from layer A.
+const std::string kOneFollowsAnother = animation(
+    shape_layer(1, "A") + "," +
+    shape_layer(
+        2, "B",
+        {{"ks",
+          transform({{"p", R"({"s":true,"x":{"a":0,"k":3,"x":"thisComp.layer('A').index"},"y":{"a":0,"k":4}})"}})}}));
+
 TEST(SeparatedPositions, an_expression_on_one_dimension_is_kept_and_followed) {
-    const Document document = Document::read(animation(
-        shape_layer(1, "A") + "," +
-        shape_layer(
-            2, "B",
-            {{"ks",
-              transform(
-                  {{"p", R"({"s":true,"x":{"a":0,"k":3,"x":"thisComp.layer('A').index"},"y":{"a":0,"k":4}})"}})}})));
+    const Document document = Document::read(kOneFollowsAnother);
     layer_of(document, "A").rename("N");
     EXPECT_THAT(object_named(document.write(), "B"), HasSubstr("thisComp.layer('N').index"));
 }
@@ -273,19 +275,8 @@ std::string moved_position(const std::string& position, const std::function<void
 
 TEST(SeparatedPositions, one_with_an_expression_stays_separated_when_it_moves) {
     const auto move = [](model::Stream& position) { position.set_static_value({{13, 14, 0, 0}}); };
-    EXPECT_EQ(moved_position(R"({"s":true,"x":{"a":0,"k":3,"ix":3,"x":"wiggle(1,2)*2"
-}
-, "y" : {
-    "a" : 0, "k" : 4, "ix" : 4
-}
-})",
-                             move),
-              R"({"s":true,"x":{"a":0,"k":13,"ix":3,"x":"wiggle(1,2)*2"
-}
-, "y" : {
-    "a" : 0, "k" : 14, "ix" : 4
-}
-})");
+    EXPECT_EQ(moved_position(R"({"s":true,"x":{"a":0,"k":3,"ix":3,"x":"time*2"},"y":{"a":0,"k":4,"ix":4}})", move),
+              R"({"s":true,"x":{"a":0,"k":13,"ix":3,"x":"time*2"},"y":{"a":0,"k":14,"ix":4}})");
     const auto lift = [](model::Stream& position) { position.set_static_value({{3, 4, 5, 0}}); };
     EXPECT_EQ(moved_position(R"({"s":true,"x":{"a":0,"k":3},"y":{"a":0,"k":4,"x":"time"}})", lift),
               R"({"s":true,"x":{"a":0,"k":3},"y":{"a":0,"k":4,"x":"time"},"z":{"a":0,"k":5,"ix":5}})");
@@ -305,30 +296,14 @@ TEST(SeparatedPositions, keyframes_of_one_with_an_expression_move_dimension_by_d
         return R"({"a":1,"k":[{)" + ease + R"("t":0,"s":[)" + from + R"(]},{"t":20,"s":[)" + to + "]}]";
     };
     EXPECT_EQ(moved_position(R"({"s":true,"x":)" + keys("0", "30") + R"(},"y":)" + keys("0", "40") +
-                                 R"(,"x":"loopOut()+1"
-}
-, "z" : {
-    "a" : 0, "k" : 7
-}
-})",
+                                 R"(,"x":"time+1"},"z":{"a":0,"k":7}})",
                              move),
               R"({"s":true,"x":)" + keys("10", "40") + R"(},"y":)" + keys("20", "60") +
-                  R"(,"x":"loopOut()+1"
-}
-, "z" : {
-    "a" : 0, "k" : 7
-}
-})");
+                  R"(,"x":"time+1"},"z":{"a":0,"k":7}})");
 }
 
 TEST(SeparatedPositions, an_expression_is_followed_and_moved_in_one_run) {
-    const Document document = Document::read(animation(
-        shape_layer(1, "A") + "," +
-        shape_layer(
-            2, "B",
-            {{"ks",
-              transform(
-                  {{"p", R"({"s":true,"x":{"a":0,"k":3,"x":"thisComp.layer('A').index"},"y":{"a":0,"k":4}})"}})}})));
+    const Document document = Document::read(kOneFollowsAnother);
     layer_of(document, "B").stream(model::kPosition).set_static_value({{30, 4, 0, 0}});
     layer_of(document, "A").rename("N");
     EXPECT_EQ(member(member(object_named(document.write(), "B"), "ks"), "p"),
