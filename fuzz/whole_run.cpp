@@ -117,10 +117,13 @@ void run(host::model::Project& project, const std::string& dialog_result) {
     const Visit visit(suites, plugin, Visit::Door::hook);
     A_Boolean handled = 0;
     // Scripts in names may delete what the command works on, so it may end with any code.
-    (void)CommandHook(nullptr, nullptr, S_Exflate_cmd, AEGP_HP_BeforeAE, 0, &handled);
+    const A_Err code = CommandHook(nullptr, nullptr, S_Exflate_cmd, AEGP_HP_BeforeAE, 0, &handled);
     fuzz::require(handled == 1, "the command is handled");
     fuzz::require(suites.suites_held().empty(), "every suite is released");
-    fuzz::require(project.undo().close_all_groups() == 0, "every undo group is closed");
+    // A name beyond Unicode, which no file can hold, raises an exception; as after a missing suite, the host closes the
+    // group.
+    const bool has_raised = code == A_Err_GENERIC;
+    fuzz::require(project.undo().close_all_groups() == 0 || has_raised, "every undo group is closed");
 }
 
 void expect_readable(std::string text) {
