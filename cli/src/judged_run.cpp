@@ -64,20 +64,14 @@ class JudgedRun {
 
     Ledger run(Layers nests) {
         const bool one_by_one = options_.only_exact || options_.max_growth;
-        std::unordered_set<const Layer*> done;
-        for (const Layer* layer : nests_of(comp_)) done.insert(layer);  // not chosen, or already under way
         while (!nests.empty()) {
+            const host::model::LayerId newest = comp_.project().newest_layer_id();
             if (one_by_one) {
                 for (Layer* nest : nests) run_one(*nest);
             } else {
                 run_together(nests);
             }
-            done.insert(nests.begin(), nests.end());
-            nests.clear();
-            if (!options_.recursive) break;
-            for (Layer* nest : nests_of(comp_)) {
-                if (!done.contains(nest)) nests.push_back(nest);
-            }
+            nests = options_.recursive ? new_nests_of(comp_, newest) : Layers();
         }
         for (const Comp* source : sources_) {
             ++(source->is_alive() ? ledger_.record.sources_kept : ledger_.record.sources_deleted);

@@ -75,6 +75,17 @@ std::vector<Layer*> nests_of(const Comp& comp) {
     return layers;
 }
 
+std::vector<Layer*> new_nests_of(const Comp& comp, host::model::LayerId newest_before) {
+    const host::model::Project& project = comp.project();
+    std::vector<Layer*> nests;
+    for (host::model::LayerId id = newest_before + 1; id <= project.newest_layer_id(); ++id) {
+        Layer* layer = project.layer_by_id(id);
+        if (layer != nullptr && &layer->comp() == &comp && is_nest(*layer)) nests.push_back(layer);
+    }
+    std::sort(nests.begin(), nests.end(), [](const Layer* a, const Layer* b) { return a->index() < b->index(); });
+    return nests;
+}
+
 Comp& find_composition(const host::lottie::Document& document, const std::string& name_or_id) {
     if (name_or_id.empty()) return document.main_comp();
     std::vector<Comp*> found;

@@ -17,7 +17,6 @@ using host::model::Layer;
 using host::runner::Outcome;
 
 using Layers = std::vector<Layer*>;
-using LayerSet = std::unordered_set<const Layer*>;
 
 // Compositions that share compositions multiply: ten levels of ten nests are 10^10 layers.
 constexpr double kMostLayers = 1'000'000;
@@ -114,28 +113,17 @@ void unnest(host::runner::Session& session, const host::runner::PluginModule& pl
     comp.project().set_active_panel(host::model::ActivePanel::timeline);
     comp.project().open_comp(&comp);
 
-    const Layers layers_before = comp.stack().to_vector();
-    const LayerSet chosen(nests.begin(), nests.end());
-    LayerSet done_or_not_chosen;
-    for (const Layer* nest : nests_of(comp)) {
-        if (!chosen.contains(nest)) done_or_not_chosen.insert(nest);
-    }
+    const host::model::LayerId newest_before = comp.project().newest_layer_id();
     std::unordered_set<const Comp*> sources;
-
     while (!nests.empty()) {
         for (const Layer* nest : nests) sources.insert(&source_of(*nest));
+        const host::model::LayerId newest = comp.project().newest_layer_id();
         run_round(session, comp, nests, record);
-        done_or_not_chosen.insert(nests.begin(), nests.end());  // a kept nest is not run again
-        nests.clear();
-        if (!recursive) break;
-        for (Layer* nest : nests_of(comp)) {
-            if (!done_or_not_chosen.contains(nest)) nests.push_back(nest);
-        }
+        nests = recursive ? new_nests_of(comp, newest) : Layers();  // a kept nest is not run again
     }
 
-    const LayerSet before(layers_before.begin(), layers_before.end());
     for (const Layer* layer : comp.stack().to_vector()) {
-        if (!before.contains(layer)) ++record.layers_made;
+        if (layer->id() > newest_before) ++record.layers_made;
     }
     for (const Comp* source : sources) ++(source->is_alive() ? record.sources_kept : record.sources_deleted);
 }

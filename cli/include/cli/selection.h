@@ -22,6 +22,10 @@ bool is_nest(const host::model::Layer& layer);
 // The nests of a composition, top to bottom.
 std::vector<host::model::Layer*> nests_of(const host::model::Comp& comp);
 
+// Those among them that the composition got after the project's layer `newest_before`, top to bottom. The cost goes
+// with the number of new layers.
+std::vector<host::model::Layer*> new_nests_of(const host::model::Comp& comp, host::model::LayerId newest_before);
+
 // The composition of that id, else of that name; the main one for an empty text. Throws NothingFits if there is
 // none, near names being suggested, and Failure (usage) if several have the name.
 host::model::Comp& find_composition(const host::lottie::Document& document, const std::string& name_or_id);

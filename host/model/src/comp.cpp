@@ -43,7 +43,7 @@ bool Comp::contains(const Comp& other) const {
         open.pop_back();
         if (comp == this) return true;
         for (const auto& [user_id, count] : comp->using_comps_) {
-            const Comp* user = project().items_by_id_.at(user_id)->comp();
+            const Comp* user = project().items_by_id_.find(user_id)->comp();
             if (seen.insert(user).second) open.push_back(user);
         }
     }
@@ -83,7 +83,7 @@ void Comp::leave(Layer& layer) {
 
 Layer& Comp::make_layer(LayerKind kind, Item* source) {
     owned_.push_back(std::make_unique<Layer>(*this, project().next_layer_id(), kind, source));
-    project().layers_by_id_[owned_.back()->id()] = owned_.back().get();
+    project().layers_by_id_.add(*owned_.back());
     return *owned_.back();
 }
 

@@ -56,7 +56,7 @@ void Item::set_name(std::string name) {
     };
     std::vector<Meant> meant;
     for (const auto& [comp_id, count] : using_comps_) {
-        Comp& comp_of_users = *project_->items_by_id_.at(comp_id)->comp();
+        Comp& comp_of_users = *project_->items_by_id_.find(comp_id)->comp();
         const Layer* layer = comp_of_users.layer_named(name_);
         if (layer == nullptr || layer->source() != this || !layer->own_name().empty()) continue;
         meant.push_back({&comp_of_users, expressions.streams_naming(comp_of_users, name_)});

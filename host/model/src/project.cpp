@@ -14,7 +14,7 @@ Project::Project(HostRules rules)
       layer_parameters_(std::make_unique<LayerParameterIndex>()) {
     owned_items_.push_back(std::make_unique<Item>(*this, ++last_item_id_, ItemType::folder, "Root"));
     root_ = owned_items_.back().get();
-    items_by_id_[root_->id()] = root_;
+    items_by_id_.add(*root_);
     root_->alive_ = true;
     root_->walk_node_ = walk_.insert(0, root_);
 }
@@ -42,14 +42,9 @@ int Project::number_of(const Item& item) const {
     return Sequence<Item>::index_of(item.walk_node_);
 }
 
-Item* Project::item_by_id(ItemId id) const {
-    const auto found = items_by_id_.find(id);
-    return found != items_by_id_.end() && found->second->is_alive() ? found->second : nullptr;
-}
-
 Layer* Project::layer_by_id(LayerId id) const {
-    const auto found = layers_by_id_.find(id);
-    return found != layers_by_id_.end() && found->second->is_alive() ? found->second : nullptr;
+    Layer* layer = layers_by_id_.find(id);
+    return layer != nullptr && layer->is_alive() ? layer : nullptr;
 }
 
 Comp* Project::comp_named(std::string_view name) const {
@@ -103,7 +98,7 @@ Item& Project::add_item(std::unique_ptr<Item> item, Item* folder) {
     if (folder->type() != ItemType::folder) throw Error(ErrorKind::bad_argument, "Only a folder has items inside.");
     Item& added = *item;
     added.folder_ = folder;
-    items_by_id_[added.id()] = &added;
+    items_by_id_.add(added);
     owned_items_.push_back(std::move(item));
 
     const Item* last_inside = folder;

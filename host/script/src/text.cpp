@@ -1,6 +1,7 @@
 // Text on its way into the engine and out of it.
 #include "text.h"
 
+#include <algorithm>
 #include <cstdint>
 
 namespace host::script {
@@ -64,9 +65,10 @@ std::uint32_t surrogate_at(std::string_view s, std::size_t i) {
 }
 
 std::string from_engine(std::string_view s, bool bytes_come_back) {
-    std::string out;
+    const auto other = std::find_if(s.begin(), s.end(), [](char c) { return (c & 0x80) != 0; });
+    std::string out(s.begin(), other);  // mostly all of it
     out.reserve(s.size());
-    for (std::size_t i = 0; i < s.size();) {
+    for (std::size_t i = out.size(); i < s.size();) {
         if (const std::size_t length = utf8_length(s, i)) {
             out.append(s, i, length);
             i += length;

@@ -39,8 +39,8 @@ SPErr call(const SlotFacts& slot, std::string_view requested_suite, Body body, A
             return ArgumentText<false, Args...>::arguments(host, &static_cast<const Packed*>(raw)->arguments);
         },
         [](const HostState&, const void*) { return std::string(); }};  // addresses mean nothing to anybody
-    return dispatch({slot, true, requested_suite, &packed,
-                     [](HostState& host, void* raw) { static_cast<Packed*>(raw)->body(host); }, text});
+    const Entry entry{slot, true, [](HostState& host, void* raw) { static_cast<Packed*>(raw)->body(host); }, text};
+    return dispatch({entry, &packed, requested_suite});
 }
 
 [[noreturn]] void refuse_unknown(const char* name, int32 version) {

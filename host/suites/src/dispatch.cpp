@@ -25,34 +25,41 @@ A_Err code_of(model::ErrorKind kind) {
     return kInternal;
 }
 
-// Runs the body; on failure the code, and the reason in `complaint`.
-A_Err run(HostState& host, const Invocation& invocation, std::string& complaint) {
+struct Complaint {
+    A_Err code;
+    std::string sentence;
+};
+
+// Of the exception that is being handled.
+Complaint complaint_of_exception() {
     try {
-        invocation.run(host, invocation.arguments);
-        return A_Err_NONE;
+        throw;
     } catch (const model::Error& error) {
-        complaint = error.what();
-        return code_of(error.kind());
+        return {code_of(error.kind()), error.what()};
     } catch (const std::bad_alloc&) {
-        complaint = "The host is out of memory.";
-        return kOutOfMemory;
+        return {kOutOfMemory, "The host is out of memory."};
     } catch (const std::exception& error) {
-        complaint = error.what();
-        return kInternal;
+        return {kInternal, error.what()};
     } catch (...) {
-        complaint = "An exception of unknown kind arose in the host.";
-        return kInternal;
+        return {kInternal, "An exception of unknown kind arose in the host."};
     }
 }
 
-A_Err run_and_note(HostState& host, const Invocation& invocation, std::uint64_t number, std::string& complaint) {
-    const A_Err result = run(host, invocation, complaint);
-    if (result != A_Err_NONE) host.add_diagnostic(invocation.slot, number, result, complaint);
-    return result;
+// Runs the body. What it throws becomes a code and a diagnostic; the sentence goes to `sentence` too if that is wanted.
+A_Err run(HostState& host, const Invocation& invocation, std::uint64_t number, std::string* sentence = nullptr) {
+    try {
+        invocation.entry.run(host, invocation.arguments);
+        return A_Err_NONE;
+    } catch (...) {
+        const Complaint complaint = complaint_of_exception();
+        host.add_diagnostic(invocation.entry.slot, number, complaint.code, complaint.sentence);
+        if (sentence != nullptr) *sentence = complaint.sentence;
+        return complaint.code;
+    }
 }
 
 A_Err refuse_thread(HostState& host, const Invocation& invocation) {
-    host.add_diagnostic(invocation.slot, 0, kWrongThread, "The call came off the main thread.");
+    host.add_diagnostic(invocation.entry.slot, 0, kWrongThread, "The call came off the main thread.");
     return kWrongThread;
 }
 
@@ -72,28 +79,27 @@ class Running {
 
 }  // namespace
 
+A_Err run_watched(HostState& host, const Invocation& invocation, std::uint64_t number) {
+    Call call(host, invocation, number);
+    std::optional<A_Err> refusal;
+    for (Observer* observer : host.observers)
+        if (const auto code = observer->before(call); code && *code != A_Err_NONE && !refusal) refusal = code;
+    call.injected_ = refusal.has_value();
+    call.result_ = refusal ? *refusal : run(host, invocation, number, &call.complaint_);
+    for (auto observer = host.observers.rbegin(); observer != host.observers.rend(); ++observer)
+        (*observer)->after(call);
+    return call.result_;
+}
+
 A_Err dispatch(const Invocation& invocation) noexcept try {
     HostState* host = HostState::active();
     if (!host) return kNotAllowed;
     if (std::this_thread::get_id() != host->main_thread) return refuse_thread(*host, invocation);
 
-    const Running running(*host, invocation.slot);
+    const Running running(*host, invocation.entry.slot);
     const std::uint64_t number = host->now.call;
-    if (invocation.slot.ordinal >= 0) ++host->slot_calls[static_cast<std::size_t>(invocation.slot.ordinal)];
-    if (host->observers.empty()) {
-        std::string complaint;
-        return run_and_note(*host, invocation, number, complaint);
-    }
-
-    Call call(*host, invocation, number);
-    std::optional<A_Err> refusal;
-    for (Observer* observer : host->observers)
-        if (const auto code = observer->before(call); code && *code != A_Err_NONE && !refusal) refusal = code;
-    call.injected_ = refusal.has_value();
-    call.result_ = refusal ? *refusal : run_and_note(*host, invocation, number, call.complaint_);
-    for (auto observer = host->observers.rbegin(); observer != host->observers.rend(); ++observer)
-        (*observer)->after(call);
-    return call.result_;
+    if (invocation.entry.slot.ordinal >= 0) ++host->slot_calls[static_cast<std::size_t>(invocation.entry.slot.ordinal)];
+    return host->observers.empty() ? run(*host, invocation, number) : run_watched(*host, invocation, number);
 } catch (const std::bad_alloc&) {
     return kOutOfMemory;
 } catch (...) {
@@ -104,28 +110,28 @@ Call::Call(HostState& host, const Invocation& invocation, std::uint64_t number)
     : host_(&host), invocation_(&invocation), number_(number) {}
 
 std::string_view Call::suite() const {
-    return invocation_->slot.suite;
+    return invocation_->entry.slot.suite;
 }
 std::string_view Call::accessor() const {
-    return invocation_->slot.accessor;
+    return invocation_->entry.slot.accessor;
 }
 std::string_view Call::function() const {
-    return invocation_->slot.function;
+    return invocation_->entry.slot.function;
 }
 std::string_view Call::requested_suite() const {
     return invocation_->requested_suite;
 }
 bool Call::is_basic() const {
-    return invocation_->slot.ordinal < 0;
+    return invocation_->entry.slot.ordinal < 0;
 }
 bool Call::is_implemented() const {
-    return invocation_->is_implemented;
+    return invocation_->entry.is_implemented;
 }
 std::string Call::arguments() const {
-    return invocation_->text.arguments(*host_, invocation_->arguments);
+    return invocation_->entry.text.arguments(*host_, invocation_->arguments);
 }
 int Call::slot() const {
-    return invocation_->slot.ordinal;
+    return invocation_->entry.slot.ordinal;
 }
 const void* Call::raw_arguments() const {
     return invocation_->arguments;
@@ -144,7 +150,7 @@ AEGP_StreamType Call::stream_type(const void* handle) const {
 }
 
 std::string Call::outputs() const {
-    return result_ == A_Err_NONE ? invocation_->text.outputs(*host_, invocation_->arguments) : std::string();
+    return result_ == A_Err_NONE ? invocation_->entry.text.outputs(*host_, invocation_->arguments) : std::string();
 }
 
 }  // namespace host::suites

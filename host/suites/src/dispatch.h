@@ -15,15 +15,23 @@ struct CallText {
     std::string (*outputs)(const HostState& host, const void* arguments);
 };
 
-struct Invocation {
+// What is the same for every call of one function.
+struct Entry {
     const SlotFacts& slot;
     bool is_implemented;
-    std::string_view requested_suite;  // see Call
-    void* arguments;                   // a tuple of the C arguments
     void (*run)(HostState& host, void* arguments);
     const CallText& text;
 };
 
+struct Invocation {
+    const Entry& entry;
+    void* arguments;                     // a tuple of the C arguments
+    std::string_view requested_suite{};  // see Call
+};
+
 A_Err dispatch(const Invocation& invocation) noexcept;
+
+// The part of it that observers see: they may refuse the call, and hear what became of it.
+A_Err run_watched(HostState& host, const Invocation& invocation, std::uint64_t number);
 
 }  // namespace host::suites

@@ -29,6 +29,16 @@ constexpr RawHandle encode(const HandleParts& parts) {
            std::uint64_t{parts.host} << 48 | std::uint64_t{parts.generation} << 32 | std::uint64_t{parts.index} << 4;
 }
 
+constexpr std::uint32_t index_in(RawHandle handle) {
+    return static_cast<std::uint32_t>(handle >> 4 & 0x0FFF'FFFF);
+}
+
+// Whether it is a handle of this kind and host; which thing it means, and in which life, is left open.
+constexpr bool is_of(RawHandle handle, HandleKind kind, std::uint8_t host) {
+    constexpr RawHandle kThing = RawHandle{0xFFFF'FFFF'FFF0};
+    return (handle & ~kThing) == encode({kind, 0, 0, host});
+}
+
 // Nothing for numbers that no host of ours ever made.
 constexpr std::optional<HandleParts> decode(RawHandle handle) {
     if (handle >> 60 != 0x5 || (handle & 0xF) != 0) return std::nullopt;
@@ -36,8 +46,8 @@ constexpr std::optional<HandleParts> decode(RawHandle handle) {
     if (kind < static_cast<std::uint8_t>(HandleKind::project) ||
         kind > static_cast<std::uint8_t>(HandleKind::keyframe_batch))
         return std::nullopt;
-    return HandleParts{static_cast<HandleKind>(kind), static_cast<std::uint32_t>(handle >> 4 & 0x0FFF'FFFF),
-                       static_cast<std::uint16_t>(handle >> 32), static_cast<std::uint8_t>(handle >> 48)};
+    return HandleParts{static_cast<HandleKind>(kind), index_in(handle), static_cast<std::uint16_t>(handle >> 32),
+                       static_cast<std::uint8_t>(handle >> 48)};
 }
 
 template <class Pointer>

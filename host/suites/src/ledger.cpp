@@ -72,15 +72,15 @@ std::string_view name_of(HandleKind kind) {
     return "unknown";
 }
 
-std::string why_not(RawHandle handle, HandleKind wanted, std::uint8_t host) {
-    const auto parts = decode(handle);
-    if (parts && parts->kind == wanted && parts->host == host) return {};
+void refuse_handle(RawHandle handle, HandleKind wanted) {
     const std::string name(name_of(wanted));
-    if (handle == 0) return "The " + name + " handle is null.";
-    if (!parts) return "The " + name + " handle is no handle of this host.";
+    if (handle == 0) refuse_argument("The " + name + " handle is null.");
+    const auto parts = decode(handle);
+    if (!parts) refuse_argument("The " + name + " handle is no handle of this host.");
     if (parts->kind != wanted)
-        return "A handle of kind " + std::string(name_of(parts->kind)) + " stands where one of kind " + name + " must.";
-    return "The " + name + " handle comes from another session.";
+        refuse_argument("A handle of kind " + std::string(name_of(parts->kind)) + " stands where one of kind " + name +
+                        " must.");
+    refuse_argument("The " + name + " handle comes from another session.");
 }
 
 RawHandle Ledger::handle_of(std::uint32_t place) const {
@@ -110,7 +110,7 @@ std::optional<std::uint32_t> Ledger::place_of(RawHandle handle) const {
 }
 
 std::uint32_t Ledger::known_place(RawHandle handle, HandleKind kind) const {
-    if (const std::string sentence = why_not(handle, kind, host_); !sentence.empty()) refuse_argument(sentence);
+    require_handle(handle, kind, host_);
     const auto place = place_of(handle);
     if (!place)
         refuse_argument("The " + std::string(name_of(kind)) + " handle was disposed of long ago, or never given.");

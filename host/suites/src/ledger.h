@@ -136,8 +136,10 @@ class Ledger {
     std::vector<Misuse> used_after_disposal_;
 };
 
-// The sentence for a handle that is not what it should be: null, foreign, of another kind or host. Empty if it might be
-// right.
-std::string why_not(RawHandle handle, HandleKind wanted, std::uint8_t host);
+// Throws model::Error bad_argument, with a sentence, for a handle that is null, foreign, of another kind or host.
+[[noreturn]] void refuse_handle(RawHandle handle, HandleKind wanted);
+inline void require_handle(RawHandle handle, HandleKind wanted, std::uint8_t host) {
+    if (!is_of(handle, wanted, host)) refuse_handle(handle, wanted);
+}
 
 }  // namespace host::suites

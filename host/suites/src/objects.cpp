@@ -1,4 +1,4 @@
-// Handles of the host's own objects carry the object's id.
+// Looking handles up.
 #include "objects.h"
 
 #include "refusals.h"
@@ -10,22 +10,22 @@ namespace {
 
 // The id in a handle of the host's own objects.
 std::int32_t id_in(const HostState& host, RawHandle handle, HandleKind kind) {
-    if (const std::string sentence = why_not(handle, kind, host.number); !sentence.empty()) refuse_argument(sentence);
-    return static_cast<std::int32_t>(decode(handle)->index);
-}
-
-RawHandle with_id(const HostState& host, HandleKind kind, std::int32_t id) {
-    return encode({kind, static_cast<std::uint32_t>(id), 0, host.number});
+    require_handle(handle, kind, host.number);
+    return static_cast<std::int32_t>(index_in(handle));
 }
 
 std::string numbered(HandleKind kind, std::int32_t id) {
     return std::string(name_of(kind)) + " " + std::to_string(id);
 }
 
+[[noreturn]] void refuse_dead(HandleKind kind, std::int32_t id) {
+    refuse_argument("There is no " + numbered(kind, id) + " any more.");
+}
+
 model::Item& item_with(HostState& host, RawHandle handle, HandleKind kind) {
     const std::int32_t id = id_in(host, handle, kind);
     model::Item* item = host.project.item_by_id(id);
-    if (!item) refuse_argument("There is no " + numbered(kind, id) + " any more.");
+    if (!item) refuse_dead(kind, id);
     return *item;
 }
 
@@ -49,7 +49,7 @@ model::Comp& living_comp(HostState& host, AEGP_CompH handle) {
 model::Layer& living_layer(HostState& host, AEGP_LayerH handle) {
     const std::int32_t id = id_in(host, raw(handle), HandleKind::layer);
     model::Layer* layer = host.project.layer_by_id(id);
-    if (!layer) refuse_argument("There is no " + numbered(HandleKind::layer, id) + " any more.");
+    if (!layer) refuse_dead(HandleKind::layer, id);
     return *layer;
 }
 
@@ -67,22 +67,6 @@ EffectRef living_effect(HostState& host, AEGP_EffectRefH handle) {
     const EffectRef ref = host.ledger.find<EffectRef>(raw(handle));
     if (!still_exists(ref)) refuse_argument("The effect or its layer was deleted.");
     return ref;
-}
-
-AEGP_ProjectH handle_of(const HostState& host, const model::Project&) {
-    return as_pointer<AEGP_ProjectH>(with_id(host, HandleKind::project, 0));
-}
-
-AEGP_ItemH handle_of(const HostState& host, const model::Item& item) {
-    return as_pointer<AEGP_ItemH>(with_id(host, HandleKind::item, item.id()));
-}
-
-AEGP_CompH comp_handle_of(const HostState& host, const model::Comp& comp) {
-    return as_pointer<AEGP_CompH>(with_id(host, HandleKind::comp, comp.id()));
-}
-
-AEGP_LayerH handle_of(const HostState& host, const model::Layer& layer) {
-    return as_pointer<AEGP_LayerH>(with_id(host, HandleKind::layer, layer.id()));
 }
 
 std::string describe(const HostState& host, RawHandle handle) {

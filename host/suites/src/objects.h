@@ -16,10 +16,23 @@ model::Layer& living_layer(HostState& host, AEGP_LayerH handle);
 StreamRef living_stream(HostState& host, AEGP_StreamRefH handle);
 EffectRef living_effect(HostState& host, AEGP_EffectRefH handle);
 
-AEGP_ProjectH handle_of(const HostState& host, const model::Project& project);
-AEGP_ItemH handle_of(const HostState& host, const model::Item& item);
-AEGP_CompH comp_handle_of(const HostState& host, const model::Comp& comp);
-AEGP_LayerH handle_of(const HostState& host, const model::Layer& layer);
+// A handle of a host's own object carries the object's id.
+template <class Handle>
+Handle handle_with_id(const HostState& host, std::int32_t id) {
+    return as_pointer<Handle>(encode({kind_of<Handle>, static_cast<std::uint32_t>(id), 0, host.number}));
+}
+inline AEGP_ProjectH handle_of(const HostState& host, const model::Project&) {
+    return handle_with_id<AEGP_ProjectH>(host, 0);
+}
+inline AEGP_ItemH handle_of(const HostState& host, const model::Item& item) {
+    return handle_with_id<AEGP_ItemH>(host, item.id());
+}
+inline AEGP_CompH comp_handle_of(const HostState& host, const model::Comp& comp) {
+    return handle_with_id<AEGP_CompH>(host, comp.id());
+}
+inline AEGP_LayerH handle_of(const HostState& host, const model::Layer& layer) {
+    return handle_with_id<AEGP_LayerH>(host, layer.id());
+}
 
 // Words for any handle: layer 12 "Sky", stream 4 ("Position" of layer 12), null. Never throws for a bad one.
 std::string describe(const HostState& host, RawHandle handle);

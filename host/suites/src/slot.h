@@ -96,13 +96,11 @@ struct SlotFunction;
 template <class Suite, class... Args, A_Err (*Suite::*Member)(Args...), auto Body>
 struct SlotFunction<Member, Body> {
     static A_Err call(Args... args) noexcept {
+        static constexpr Entry kEntry{kSlots[slot_ordinal<Member>], true,
+                                      &detail::Runner<Body, std::tuple<Args...>>::run,
+                                      ArgumentText<records_are_inputs<Member>, Args...>::text};
         std::tuple<Args...> arguments(args...);
-        return dispatch({slot_facts(slot_ordinal<Member>),
-                         true,
-                         {},
-                         &arguments,
-                         &detail::Runner<Body, std::tuple<Args...>>::run,
-                         ArgumentText<records_are_inputs<Member>, Args...>::text});
+        return dispatch({kEntry, &arguments});
     }
 };
 

@@ -18,13 +18,10 @@ struct Trap;
 template <class Suite, class... Args, A_Err (*Suite::*Member)(Args...)>
 struct Trap<Member> {
     static A_Err call(Args... args) noexcept {
+        static constexpr Entry kEntry{kSlots[slot_ordinal<Member>], false, &not_implemented,
+                                      ArgumentText<false, Args...>::text};
         std::tuple<Args...> arguments(args...);
-        return dispatch({slot_facts(slot_ordinal<Member>),
-                         false,
-                         {},
-                         &arguments,
-                         &not_implemented,
-                         ArgumentText<false, Args...>::text});
+        return dispatch({kEntry, &arguments});
     }
 };
 

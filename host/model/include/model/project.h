@@ -11,6 +11,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "model/by_id.h"
 #include "model/comp.h"
 #include "model/effect.h"
 #include "model/host_rules.h"
@@ -45,7 +46,10 @@ class Project {
     int item_count() const;                 // without the root folder
     Item& item_by_number(int n) const;      // 1-based place in that walk, the root folder being 0; throws bad_argument
     int number_of(const Item& item) const;  // the inverse; throws bad_argument for a dead item
-    Item* item_by_id(ItemId id) const;      // living ones; null if none
+    Item* item_by_id(ItemId id) const {     // living ones; null if none
+        Item* item = items_by_id_.find(id);
+        return item != nullptr && item->is_alive() ? item : nullptr;
+    }
     Comp* comp_named(std::string_view name) const;             // of several the oldest, null if none
     bool has_deleted_comp_named(std::string_view name) const;  // one that undo has not brought back
     // New items are undoable; a reader clears the journal when it has built the project.
@@ -76,7 +80,8 @@ class Project {
     void auto_fix_expressions(std::string_view old_name, std::string_view new_name);
 
     LayerId next_layer_id() { return ++last_layer_id_; }
-    Layer* layer_by_id(LayerId id) const;  // living ones; null if none
+    LayerId newest_layer_id() const { return last_layer_id_; }  // 0 before the first layer
+    Layer* layer_by_id(LayerId id) const;                       // living ones; null if none
 
   private:
     friend class Comp;
@@ -106,8 +111,8 @@ class Project {
     std::vector<std::unique_ptr<Item>> owned_items_;
     Item* root_ = nullptr;
     Item* solids_folder_ = nullptr;  // the one found or made last
-    std::unordered_map<ItemId, Item*> items_by_id_;
-    std::unordered_map<LayerId, Layer*> layers_by_id_;
+    ById<Item> items_by_id_;         // dead ones too
+    ById<Layer> layers_by_id_;
     std::unordered_map<std::string, std::map<ItemId, Comp*>, NameHash, std::equal_to<>> comps_by_name_;
     std::unordered_map<std::string, int, NameHash, std::equal_to<>> deleted_comp_names_;  // how many of each
     std::vector<std::shared_ptr<const EffectKind>> effect_kinds_;

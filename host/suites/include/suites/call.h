@@ -51,7 +51,7 @@ class Call {
     const std::string& complaint() const { return complaint_; }  // why it failed, one sentence; empty on success
 
   private:
-    friend A_Err dispatch(const Invocation& invocation) noexcept;
+    friend A_Err run_watched(HostState& host, const Invocation& invocation, std::uint64_t number);
 
     HostState* host_;
     const Invocation* invocation_;

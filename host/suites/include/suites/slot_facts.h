@@ -1,6 +1,8 @@
 // Names and numbers of all suites and slots, made from the list of slots.
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -27,8 +29,11 @@ struct SlotFacts {
     int ordinal;                // below kSlotCount; -1 for the basic suite
 };
 
-// By ordinal.
-const SlotFacts& slot_facts(int ordinal);
+// By ordinal; throws std::out_of_range for one that there is not.
+extern const std::array<SlotFacts, kSlotCount> kSlots;
+inline const SlotFacts& slot_facts(int ordinal) {
+    return kSlots.at(static_cast<std::size_t>(ordinal));
+}
 // "LayerSuite5.AEGP_GetLayerName"
 std::string full_name(const SlotFacts& slot);
 
