@@ -1,4 +1,4 @@
-# Measuring whole processes: instructions by callgrind and cachegrind, times and memory by the program measured_run.
+# Measuring whole processes: instructions by callgrind, times and memory by the program measured_run.
 import os
 import re
 import subprocess
@@ -19,6 +19,9 @@ class Counts:
     """Instructions of one process, in all and by who ran them."""
     total: int = 0
     by_share: dict = field(default_factory=dict)
+    # The plug-in's steps from item to item: how many calls, and what the host needs to answer them.
+    walk_calls: int = 0
+    walk: int = 0
 
 
 @dataclass
@@ -38,11 +41,17 @@ def share_of(object_file, function):
     return "engine" if re.match(r"duk_|host::script::", function) else "host"
 
 
+def is_step_of_a_walk(function):
+    return "SlotFunction<" in function and re.search(r"::AEGP_(GetNextProjItem|GetItemID),", function) is not None
+
+
 def read_callgrind(path):
     """Callgrind's file: positions name an object and a function; the line behind `calls=` is the callee's cost."""
     names = {}
     counts = Counts()
     place = {"ob": "", "fn": ""}
+    callee = ""
+    calls = 0
     callee_line = False
     with open(path, encoding="utf-8", errors="replace") as lines:
         for line in lines:
@@ -52,8 +61,12 @@ def read_callgrind(path):
                     share = share_of(place["ob"], place["fn"])
                     counts.total += cost
                     counts.by_share[share] = counts.by_share.get(share, 0) + cost
+                elif is_step_of_a_walk(callee):
+                    counts.walk_calls += calls
+                    counts.walk += int(line.split()[1])
                 callee_line = False
             elif line.startswith("calls="):
+                calls = int(line[len("calls="):].split()[0])
                 callee_line = True
             else:
                 named = re.match(r"(c?)(ob|fn)=\((\d+)\)(?: (.*))?$", line)
@@ -63,6 +76,8 @@ def read_callgrind(path):
                         names[kind, number] = name
                     if not called:
                         place[kind] = names[kind, number]
+                    elif kind == "fn":
+                        callee = names[kind, number]
     return counts
 
 
@@ -105,12 +120,6 @@ class Bench:
         out = str(self.folder / "callgrind")
         self._run(["valgrind", "--tool=callgrind", f"--callgrind-out-file={out}", *command])
         return read_callgrind(out)
-
-    def instructions_in_all(self, command):
-        """The total within half a percent, in a fraction of the time, without whose they are."""
-        out = self.folder / "cachegrind"
-        self._run(["valgrind", "--tool=cachegrind", "--cache-sim=no", f"--cachegrind-out-file={out}", *command])
-        return int(re.search(r"^summary: (\d+)", out.read_text(encoding="utf-8", errors="replace"), re.MULTILINE)[1])
 
     def taken(self, command):
         report = self.folder / "taken"

@@ -27,9 +27,9 @@ def animations(results):
     return table(["Animation", "Bytes", "RapidJSON parse and write, million instructions", *columns], rows)
 
 
-def last_shared(found):
-    """The largest project of a family of whose instructions it is known whose they are."""
-    return max(int(count) for count, counted in found.items() if HOST in counted)
+def without_walks(found):
+    """What is left without the plug-in's own code and the host's answers to its steps from item to item."""
+    return found["total"] - found[PLUGIN] - found["walk"]
 
 
 def growth(results):
@@ -37,15 +37,27 @@ def growth(results):
     for family, found in results.items():
         counts = sorted(map(int, found))
         each = {count: found[str(count)]["total"] / count for count in counts}
-        base = each[1_000]
         cells = [f"{each[count] / 1000:,.0f}" if count in each else "–" for count in (100, 1_000, 10_000, 100_000)]
         last = max(counts)
-        shared = last_shared(found)
-        own, own_base = (sum(found[str(count)][share] for share in (HOST, ENGINE, LIBRARIES)) / count for count in (shared, 1_000))
-        rows.append([family, *cells, f"{each[last] / base:.2f} ×" if last > 1_000 else "",
-                     f"{own / own_base:.2f} ×" if shared > 1_000 else ""])
-    return table(["Family", "100", "1,000", "10,000", "100,000", "largest to 1,000",
-                  "10,000 to 1,000 without the plug-in's code"], rows)
+        rest, rest_base = (without_walks(found[str(count)]) / count for count in (last, 1_000))
+        rows.append([family, *cells, *([f"{each[last] / each[1_000]:.2f} ×", f"{rest / rest_base:.2f} ×"]
+                                       if last > 1_000 else ["", ""])])
+    return table(["Family", "100", "1,000", "10,000", "100,000", "largest to 1,000", "the same without the walks"], rows)
+
+
+WALKING = ["nests of ten layers", "depth"]
+
+
+def walks(results):
+    rows = []
+    for family in WALKING:
+        for count in sorted(map(int, results[family])):
+            found = results[family][str(count)]
+            rows.append([f"{family}, {count:,}", f"{found['walk calls'] / count:,.0f}",
+                         f"{found['walk'] / found['walk calls']:.0f}", f"{found['walk'] / count / 1000:,.0f}",
+                         f"{found[PLUGIN] / count / 1000:,.0f}", f"{without_walks(found) / count / 1000:,.0f}"])
+    return table(["Project", "steps a layer", "host's instructions a step", "host's for the steps, thousand a layer",
+                  "plug-in's own, thousand a layer", "all else, thousand a layer"], rows)
 
 
 def shares(animations_found, growth_found):
@@ -55,7 +67,7 @@ def shares(animations_found, growth_found):
     rows = [row(f"{name}, all nests", found["un-nest all of the main composition"])
             for name, found in animations_found.items()]
     for family, found in growth_found.items():
-        count = last_shared(found)
+        count = max(map(int, found))
         rows.append(row(f"{family}, {count:,}", found[str(count)]))
     return table(["Run", "Million instructions", *SHARES], rows)
 
@@ -104,15 +116,17 @@ stretches go from the text that was read to the file, and numbers keep their spe
 
 Generated projects of one nest with N layers, plain or with parents, keyframes or expressions that name another layer, or with
 effects on the nest; of N / 10 nests with ten layers each; and of N levels, un-nested recursively. Thousands of instructions for
-each layer that comes out (for depth, each level). The largest N is counted by `bench/performance --largest` alone, with
-cachegrind, whose totals come sooner and are within half a percent of the others.
+each layer that comes out (for depth, each level). The largest N is counted by `bench/performance --largest` alone.
 
 {growth(results["growth"])}
 
 Two families cannot be in proportion, because the plug-in's own calls are not: to write a composition's number into a script it
 walks all items from the first one (`AEGP_GetNextProjItem` and `AEGP_GetItemID`), once or twice for each nest and once for each
-layer without a parent where the composition is not selected. With N nests that each have an item, these are N² / 2 walks. Each
-of the calls takes the host the same few hundred instructions, however large the project is.
+layer without a parent where the composition is not selected. With N nests that each have an item, these are walks of N² / 2
+steps. The host answers each step with as many instructions in a large project as in a small one, and all that is not steps
+stays in proportion:
+
+{walks(results["growth"])}
 
 ## Whose instructions
 

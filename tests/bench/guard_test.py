@@ -48,11 +48,14 @@ class Callgrind(unittest.TestCase):
         with tempfile.NamedTemporaryFile("w", suffix=".out") as file:
             file.write("events: Ir\nob=(1) /b/exflate\nfn=(1) main\n1 10\ncfn=(2) duk_call\ncalls=1 5\n2 700\n"
                        "fn=(2)\n3 20\ncob=(2) /b/Exflate.so\ncfn=(3) CommandHook\ncalls=2 1\n* 900\n"
-                       "ob=(2)\nfn=(3)\n+1 400\nob=(3) /lib/libc.so.6\nfn=(4) malloc\n-3 5\n")
+                       "ob=(2)\nfn=(3)\n+1 400\ncob=(1)\n"
+                       "cfn=(5) host::suites::SlotFunction<&AEGP_ItemSuite6::AEGP_GetItemID, &id_of>::call(int)\n"
+                       "calls=3 1\n* 90\nob=(3) /lib/libc.so.6\nfn=(4) malloc\n-3 5\n")
             file.flush()
             counts = measure.read_callgrind(file.name)
         self.assertEqual(counts.total, 435)
         self.assertEqual(counts.by_share, {"host": 10, "engine": 20, "plug-in": 400, "libraries": 5})
+        self.assertEqual((counts.walk_calls, counts.walk), (3, 90))
 
 
 class Projects(unittest.TestCase):
