@@ -123,6 +123,31 @@ TEST(Check, a_plug_in_that_cannot_be_loaded_or_fails_ends_with_4) {
     EXPECT_THAT(failing.out, HasSubstr("not checked to the end: "));
 }
 
+// Two nests whose tints differ in name and in the value behind an expression.
+TEST(Check, one_nest_leaves_no_trace_in_the_next) {
+    const auto tinted = [](int ind, const std::string& name, const std::string& amount) {
+        std::string nest = test::nest_layer(ind, name, "comp_0");
+        return nest.insert(nest.size() - 1,
+                           R"(,"ef":[{"ty":20,"nm":"Tint of )" + name +
+                               R"(","np":3,"mn":"ADBE Tint","ix":1,"en":1,"ef":[{"ty":0,"nm":"Amount",)" +
+                               R"("mn":"ADBE Tint-0003","ix":1,"v":{"a":0,"k":)" + amount +
+                               R"(,"ix":1,"x":"value"}}]}])");
+    };
+    const Sandbox sandbox;
+    const std::string file =
+        sandbox.write("a.json", test::animation({test::asset("comp_0", "Shared", {test::shape_layer(1, "dot")})},
+                                                {tinted(1, "Left", "7"), tinted(2, "Right side", "33.125")}));
+    const rapidjson::Document report = test::parsed(exflate(sandbox, {"check", file, "--format", "json"}).out);
+    const Finished run = exflate(sandbox, {"run", file, "--layer", "Right side", "-o", "-"});
+    EXPECT_EQ(report["files"][0]["nests"][1]["bytes_after"].GetUint64(), run.out.size());
+    EXPECT_THAT(run.out, HasSubstr(R"("nm":"dot","sr":1)"));
+    const Finished both = exflate(sandbox, {"run", file, "-o", "-"});
+    for (const std::string& text :
+         {std::string("Tint of Left"), std::string("Tint of Right side"), std::string(R"("k":7,"ix":1,"x":"value")"),
+          std::string(R"("k":33.125,"ix":1,"x":"value")")})
+        EXPECT_THAT(both.out, HasSubstr(text));
+}
+
 TEST(Check, nothing_is_written_and_the_file_keeps_its_bytes) {
     const Sandbox sandbox;
     sandbox.write("a.json", test::fading_nest());

@@ -69,6 +69,28 @@ TEST(Effects, of_one_structure_are_of_one_kind) {
     EXPECT_NE(layer_of(document, "A").effect(1).kind().key, key);
 }
 
+TEST(Effects, with_what_a_copy_call_by_call_would_miss_are_kinds_of_their_own) {
+    const auto tint = [](const std::string& name, const std::string& behind, const std::string& curve) {
+        return effect(name, "Tint",
+                      parameter(0, "Amount", "Tint-1", R"({"a":0,"k":)" + behind + R"(,"x":"value"})") +
+                          R"(,{"ty":9,"nm":"Curve","mn":"Tint-2","ix":2,"v":)" + curve + "}");
+    };
+    const Document document = Document::read(
+        animation(with_effects(1, "A", tint("T", "1", "{}")) + "," +
+                  with_effects(2, "B",
+                               tint("T", "1", "{}") + "," + tint("T", "2", "{}") + "," + tint("U", "1", "{}") + "," +
+                                   tint("T", "1", R"({"c":1})") + "," + tint("T 2", "1", "{}"))));
+    const int key = layer_of(document, "A").effect(0).kind().key;
+    model::Layer& b = layer_of(document, "B");
+    EXPECT_EQ(b.effect(0).kind().key, key);
+    EXPECT_EQ(b.effect(4).kind().key, key);
+    for (std::size_t i = 1; i < 4; ++i) {
+        EXPECT_NE(b.effect(i).kind().key, key) << i;
+        EXPECT_EQ(b.effect(i).kind().match_name, "Tint") << i;
+    }
+    EXPECT_EQ(b.effect(1).kind().parameters[1].default_value.n[0], 2);
+}
+
 TEST(Effects, without_match_names_are_told_apart_by_type_and_names) {
     const std::string old = R"({"ty":21,"nm":"Fill","ef":[{"ty":0,"nm":"Opacity","v":{"k":1}}]})";
     const std::string other = R"({"ty":21,"nm":"Fill","ef":[{"ty":0,"nm":"Blend","v":{"k":1}}]})";

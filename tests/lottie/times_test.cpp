@@ -1,6 +1,8 @@
 // Keyframe times travel with their layer; their spelling stays as short as it can.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "animation_text.h"
 
 namespace host::lottie::testing {
@@ -125,6 +127,41 @@ TEST(KeyframeTimes, every_tick_reads_back_as_itself) {
             EXPECT_EQ(layer_of(Document::read(document.write()), "A").offset(), (model::Time{ticks})) << rate;
         }
     }
+}
+
+// A layer like a copy out of a nest: moved by the nest's start, and cut at `end` ticks as the nest is.
+std::string end_of_copy(const std::string& nest_end, const std::string& inner_end, const std::string& start,
+                        const std::string& frame_rate = "30") {
+    const Document document = Document::read(animation(
+        shape_layer(1, "A", {{"op", inner_end}}) + "," + shape_layer(2, "nest", {{"st", start}, {"op", nest_end}}), "",
+        frame_rate));
+    model::Layer& copy = layer_of(document, "A");
+    const model::Layer& nest = layer_of(document, "nest");
+    copy.set_offset(nest.offset());
+    const model::Time end = std::min(copy.in_point() + copy.duration(), nest.in_point() + nest.duration());
+    copy.set_in_point_and_duration(copy.in_point(), end - copy.in_point());
+    return member(object_named(document.write(), "A"), "op");
+}
+
+TEST(LayerTimes, that_take_over_a_noisy_edge_take_its_noise) {
+    for (const char* rate : {"30", "29.9700012207031"}) {
+        EXPECT_EQ(end_of_copy("61.0000024845809", "900.000036657751", "0", rate), "61.0000024845809");
+        EXPECT_EQ(end_of_copy("61.0000024845809", "900.000036657751", "7.00000028511585", rate), "61.0000024845809");
+        EXPECT_EQ(end_of_copy("900.000036657751", "61.0000024845809", "0", rate), "61.0000024845809");
+        EXPECT_EQ(end_of_copy("900.000036657751", "54.0000021994651", "7.00000028511585", rate).substr(0, 12),
+                  "61.000002484");
+    }
+}
+
+TEST(LayerTimes, end_where_the_first_of_two_edges_does) {
+    EXPECT_EQ(end_of_copy("61.0000024845809", "61", "0"), "61");
+    EXPECT_EQ(end_of_copy("61", "60.0000024845809", "1"), "61");
+    EXPECT_EQ(end_of_copy("61.0000024845809", "60", "1"), "61");
+}
+
+TEST(LayerTimes, without_noise_stay_short) {
+    EXPECT_EQ(end_of_copy("61.333", "61.5", "0.25"), "61.333");
+    EXPECT_EQ(end_of_copy("90", "61.5", "0.25"), "61.75");
 }
 
 }  // namespace

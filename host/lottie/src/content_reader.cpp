@@ -89,7 +89,7 @@ class ContentReader {
         auto& known = store_.effect_kinds[structure_of(tree_, node, places)];
         if (known != nullptr) return known;
         model::EffectKind kind;
-        kind.display_name = string_member(tree_, node, "nm");
+        kind.display_name = fresh_name(string_member(tree_, node, "nm"));
         kind.match_name = string_member(tree_, node, "mn");
         if (kind.match_name.empty()) kind.match_name = kind.display_name;
         kind.parameters.push_back({"", StreamType::layer_id, true, {}});

@@ -47,6 +47,17 @@ StreamType type_of(const Tree& tree, const Tree::Node& parameter, const Tree::No
     }
 }
 
+// The part of a parameter that a copy made call by call does not get; null if it gets all.
+const Tree::Node* left_out_by_copies(const Tree& tree, const ParameterPlace& place) {
+    if (place.property == nullptr) return tree.member(place.node, "v");
+    const Tree::Node* expression = tree.member(place.property, "x");
+    if (expression == nullptr || expression->kind != Kind::string) return nullptr;
+    const Tree::Node* value = tree.member(place.property, "k");
+    const bool is_keyed = value != nullptr && value->kind == Kind::array && tree.first(*value) != nullptr &&
+                          tree.first(*value)->kind == Kind::object;
+    return is_keyed ? nullptr : value;
+}
+
 }  // namespace
 
 std::string string_member(const Tree& tree, const Tree::Node& object, std::string_view key) {
@@ -57,6 +68,11 @@ std::string string_member(const Tree& tree, const Tree::Node& object, std::strin
 std::optional<double> number_member(const Tree& tree, const Tree::Node& object, std::string_view key) {
     const Tree::Node* node = tree.member(&object, key);
     return node != nullptr && node->kind == Kind::number ? std::optional(tree.number(*node)) : std::nullopt;
+}
+
+std::string fresh_name(const std::string& name) {
+    const std::size_t digits = name.find_last_not_of("0123456789") + 1;
+    return digits < name.size() && digits > 1 && name[digits - 1] == ' ' ? name.substr(0, digits - 1) : name;
 }
 
 std::vector<ParameterPlace> parameters_of(const Tree& tree, const Tree::Node& effect) {
@@ -86,13 +102,13 @@ std::string structure_of(const Tree& tree, const Tree::Node& effect, const std::
     std::string structure = string_member(tree, effect, "mn");
     const std::string separator = "\n";
     const bool has_match_name = !structure.empty();
-    if (!has_match_name) {
-        structure = separator + std::to_string(number_member(tree, effect, "ty").value_or(-1)) + separator +
-                    string_member(tree, effect, "nm");
-    }
+    if (!has_match_name) structure = separator + std::to_string(number_member(tree, effect, "ty").value_or(-1));
+    structure += separator + fresh_name(string_member(tree, effect, "nm"));
     for (const ParameterPlace& place : parameters) {
         structure += separator + std::to_string(static_cast<int>(place.type)) + separator +
                      string_member(tree, *place.node, has_match_name ? "mn" : "nm");
+        if (const Tree::Node* fixed = left_out_by_copies(tree, place))
+            structure += separator + std::string(tree.text(*fixed));
     }
     return structure;
 }

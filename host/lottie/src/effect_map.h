@@ -23,7 +23,11 @@ std::vector<ParameterPlace> parameters_of(const Tree& tree, const Tree::Node& ef
 std::string string_member(const Tree& tree, const Tree::Node& object, std::string_view key);
 std::optional<double> number_member(const Tree& tree, const Tree::Node& object, std::string_view key);
 
-// Equal for instances of one effect.
+// An instance's name without the number that tells it from others of its layer, as in "Fill 2".
+std::string fresh_name(const std::string& name);
+
+// Equal for instances of one effect whose fresh copies would be alike: a copy that is made parameter by parameter gets
+// the values, but not the name, nor the value behind an expression, nor data that the host cannot read.
 std::string structure_of(const Tree& tree, const Tree::Node& effect, const std::vector<ParameterPlace>& parameters);
 
 }  // namespace host::lottie

@@ -33,8 +33,19 @@ model::Time FrameClock::clamped_time(double frames) const {
     return {std::llround(std::clamp(frames * ticks_per_frame_, -kMost, kMost))};
 }
 
+bool FrameClock::has_whole_ticks() const {
+    return std::abs(ticks_per_frame_ - std::round(ticks_per_frame_)) < 1e-9;
+}
+
+double FrameClock::slack() const {
+    return (has_whole_ticks() ? 0.5 : kWholeFrameSlack) / ticks_per_frame_;
+}
+
+bool FrameClock::means(double frames, model::Time time) const {
+    return std::abs(frames * ticks_per_frame_ - static_cast<double>(time.ticks)) <= slack() * ticks_per_frame_;
+}
+
 std::string FrameClock::text(model::Time time) const {
-    const bool has_whole_ticks = std::abs(ticks_per_frame_ - std::round(ticks_per_frame_)) < 1e-9;
     const double exact = frames(time);
     for (int decimals = 0; decimals <= kMostDecimals; ++decimals) {
         std::array<char, 64> buffer{};
@@ -42,7 +53,7 @@ std::string FrameClock::text(model::Time time) const {
             std::to_chars(buffer.data(), buffer.data() + buffer.size(), exact, std::chars_format::fixed, decimals).ptr;
         const std::string_view spelling(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
         const double ticks = read_number(spelling) * ticks_per_frame_;
-        const double slack = has_whole_ticks || decimals > 3 ? 0 : decimals == 0 ? kWholeFrameSlack : kDecimalSlack;
+        const double slack = has_whole_ticks() || decimals > 3 ? 0 : decimals == 0 ? kWholeFrameSlack : kDecimalSlack;
         const bool fits =
             std::llround(ticks) == time.ticks || std::abs(ticks - static_cast<double>(time.ticks)) <= slack;
         if (fits) return std::string(spelling == "-0" ? "0" : spelling);

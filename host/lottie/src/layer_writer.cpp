@@ -132,12 +132,17 @@ class LayerEditor {
     }
 
     void edit_timing() {
-        const auto edit = [this](Field field, model::Time before, model::Time now) {
-            if (before != now) set(field, context_.clock().text(now));
-        };
-        edit(Field::st, base_.offset, layer_.offset());
-        edit(Field::ip, base_.in_point, layer_.in_point());
-        edit(Field::op, base_.in_point + base_.duration, layer_.in_point() + layer_.duration());
+        const FrameClock& clock = context_.clock();
+        const SpelledTimes& edges = context_.store.edges;
+        const model::Time in = layer_.in_point();
+        const model::Time out = in + layer_.duration();
+        const model::Time old_out = base_.in_point + base_.duration;
+        if (layer_.offset() != base_.offset) set(Field::st, clock.text(layer_.offset()));
+        if (in == base_.in_point && out == old_out) return;
+        const double move = edges.exact(clock, layer_.offset()) - edges.exact(clock, base_.offset);
+        if (in != base_.in_point)
+            set(Field::ip, edges.begin_text(clock, in, edges.exact(clock, base_.in_point) + move));
+        if (out != old_out) set(Field::op, edges.end_text(clock, out, edges.exact(clock, old_out) + move));
     }
 
     const WriteContext& context_;

@@ -29,6 +29,7 @@ class ProjectBuilder {
         read_document();
         graph_ = std::make_unique<AssetGraph>(text_, outline_);
         check_keyframe_times();
+        keep_edges();
         make_items();
         for (std::size_t i = 0; i < outline_.comps.size(); ++i) make_layers(i);
         store_.project->open_comp(store_.comps.front()->comp);
@@ -100,6 +101,24 @@ class ProjectBuilder {
     void check_keyframe_times() const {
         if (store_.clock.time(outline_.farthest_time)) return;
         refuse_time(outline_.farthest_time_at, "", "A keyframe's time \"t\"");
+    }
+
+    template <class Visit>
+    void each_edge(Visit visit) const {
+        for (const ScannedComp& comp : outline_.comps) {
+            for (const ScannedLayer& layer : comp.list) {
+                for (const double edge : {layer.in.value_or(0), layer.out.value_or(out_), layer.start}) visit(edge);
+            }
+        }
+    }
+
+    void keep_edges() {
+        bool is_noisy = false;
+        each_edge([&](double edge) { is_noisy = is_noisy || SpelledTimes::is_noisy(store_.clock, edge); });
+        if (!is_noisy) return;
+        std::vector<double> edges;
+        each_edge([&edges](double edge) { edges.push_back(edge); });
+        store_.edges = SpelledTimes(std::move(edges));
     }
 
     model::Comp& add_comp(std::string name, int width, int height, Time duration) {

@@ -14,6 +14,7 @@
 #include "model/format_data.h"
 #include "model/project.h"
 #include "skeleton.h"
+#include "spelled_times.h"
 
 namespace host::lottie {
 
@@ -98,6 +99,7 @@ struct StoredEffectKind final : model::FormatData {
 struct Store {
     std::string text;
     FrameClock clock;
+    SpelledTimes edges;
     Skeleton outline;                   // without its layers
     std::shared_ptr<const Tree> slots;  // values that properties name by "sid"; null if the file has none
     std::vector<StoredAsset> assets;
