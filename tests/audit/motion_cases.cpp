@@ -43,6 +43,8 @@ std::vector<Case> clock_cases() {
     own_rate.composition = {{"fr", "5"}};
     Nesting kept_rate = own_rate;
     kept_rate.composition = {{"fr", "5"}, {"pfr", "1"}};
+    const std::string separated =
+        R"({"s":true,"x":)" + keyed({{0, "20"}, {19, "60"}}) + R"(,"y":)" + keyed({{5, "50"}, {10, "30"}}) + "}";
     const std::string identity = keyed({{0, "0"}, {20, "0.8"}});
     return {
         {Reason::time_remap, "backwards", Weight::change, Pictures::differ,
@@ -59,6 +61,8 @@ std::vector<Case> clock_cases() {
         {Reason::start, "not_copied", Weight::change, Pictures::differ, inside({moving}, {{"st", "5"}}), "red", "st", 0,
          discard()},
         {Reason::start, "copied", std::nullopt, Pictures::equal, inside({moving}, {{"st", "5"}})},
+        {Reason::start, "separated_dimensions_that_become_one", std::nullopt, Pictures::equal,
+         inside({red({{"ks", transform({{"p", separated}})}})}, {{"ks", at(10, 5)}})},
         {Reason::fractional_start, "of_a_moving_picture", Weight::slight, Pictures::cannot_tell,
          inside({moving}, {{"st", "2.5"}}), "", "st"},
         {Reason::fractional_start, "of_a_standing_picture", Weight::harmless, Pictures::equal,

@@ -64,6 +64,13 @@ class Monkey {
         }
     }
 
+    // When the last composition went, makes one, which is a step of its own; everything else needs one.
+    bool restock() {
+        if (!project().comps().empty()) return false;
+        scene_.new_comp(name());
+        return true;
+    }
+
   private:
     int below(int n) { return std::uniform_int_distribution<int>(0, n - 1)(random_); }
     bool coin() { return below(2) == 0; }
@@ -104,7 +111,6 @@ class Monkey {
     }
     Comp& any_comp() {
         const auto comps = project().comps();
-        if (comps.empty()) return scene_.new_comp(name());
         return *comps[static_cast<std::size_t>(below(static_cast<int>(comps.size())))];
     }
     Layer* any_layer_of(const Comp& comp) {
@@ -225,11 +231,15 @@ void run(unsigned seed) {
     UndoJournal& undo = project.undo();
     std::mt19937 random(seed + 1);
     std::map<std::size_t, Lines> found_by_step;  // what the step of that number began with
+    const auto note = [&] {
+        if (undo.open_groups() == 0) found_by_step[undo.step_names().size()] = snapshot(project);
+    };
     // The first step cannot give back a selection made before it, so the first change is none.
     found_by_step[0] = snapshot(project);
     project.root_folder().set_name("Top");
     for (int i = 0; i < 250; ++i) {
-        if (undo.open_groups() == 0) found_by_step[undo.step_names().size()] = snapshot(project);
+        note();
+        if (monkey.restock()) note();
         const auto dice = random() % 12;
         if (dice == 0) undo.begin_group("Group");
         if (dice <= 1 && undo.open_groups() > 0) undo.end_group();

@@ -1,6 +1,8 @@
 // What lies inside a layer: expressions, keyframes, and whether it changes over time.
 #include "content.h"
 
+#include <algorithm>
+#include <iterator>
 #include <unordered_set>
 
 namespace host::audit {
@@ -55,10 +57,15 @@ std::vector<Expression> expressions(const Json& layer) {
     return found;
 }
 
-std::vector<double> key_times(const Json& layer) {
+std::vector<double> key_times(const Json& layer, const Json* left_out) {
     std::vector<double> times;
-    auto visit = [&times](const Json& object, const std::string&) {
-        if (!is_keyed(object)) return;
+    const Json* const dimensions[] = {left_out, left_out == nullptr ? nullptr : member(*left_out, "x"),
+                                      left_out == nullptr ? nullptr : member(*left_out, "y"),
+                                      left_out == nullptr ? nullptr : member(*left_out, "z")};
+    auto visit = [&](const Json& object, const std::string&) {
+        if (!is_keyed(object) ||
+            std::find(std::begin(dimensions), std::end(dimensions), &object) != std::end(dimensions))
+            return;
         const auto keys = array_member(object, "k");
         if (keys.Size() < 2) return;  // one text document, or one key: it never changes
         for (const Json& key : keys) times.push_back(number_member(key, "t", 0));

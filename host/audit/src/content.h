@@ -17,9 +17,9 @@ struct Expression {
 // In the order of the file, the same for a layer and its copy.
 std::vector<Expression> expressions(const Json& layer);
 
-// Times of every keyframe inside, in the order of the file. Text documents count; a keyed property with equal values
-// too.
-std::vector<double> key_times(const Json& layer);
+// Times of every keyframe inside but in `left_out`, a property object, in the order of the file. Text documents count;
+// a keyed property with equal values too.
+std::vector<double> key_times(const Json& layer, const Json* left_out = nullptr);
 
 // Whether players may draw the layer's own picture differently at two frames: keyframes, expressions, or a nested
 // composition with layers that change, come or go. Its transform and opacity count.

@@ -95,6 +95,15 @@ Difference compare_clocks(Unnesting& u) {
     return difference;
 }
 
+const Json* position_of(const SceneLayer& layer) {
+    const Json* transform = member(*layer.json, "ks");
+    return transform == nullptr ? nullptr : member(*transform, "p");
+}
+
+bool is_separated(const Json* position) {
+    return position != nullptr && is_truthy(*position, "s");
+}
+
 // Keyframes travel with their layer, all by the same distance.
 Difference compare_keys(Unnesting& u) {
     Difference difference;
@@ -102,8 +111,12 @@ Difference compare_keys(Unnesting& u) {
         const SceneLayer& inner = u.inner(copy);
         if (!inner.can_draw()) continue;
         const double shift = u.copied(copy).start - inner.start;
-        const auto before = key_times(*inner.json);
-        const auto after = key_times(*u.copied(copy).json);
+        const Json* position = position_of(inner);
+        const Json* new_position = position_of(u.copied(copy));
+        // One property in the place of separate dimensions has other keyframes; where it leads is looked at elsewhere.
+        const bool was_joined = is_separated(position) && !is_separated(new_position);
+        const auto before = key_times(*inner.json, was_joined ? position : nullptr);
+        const auto after = key_times(*u.copied(copy).json, was_joined ? new_position : nullptr);
         for (std::size_t i = 0; i < std::min(before.size(), after.size()); ++i) {
             if (std::abs(before[i] + shift - after[i]) < kSameTime * 2) continue;
             note(difference, inner, after[i], true);
