@@ -37,6 +37,22 @@ TEST(Numbers, copies_get_their_own_in_every_composition) {
                         nest_asset("n", shape_layer(1, "A") + "," + shape_layer(2, "B"))));
 }
 
+TEST(Parents, that_no_layer_is_count_as_none_and_stay_none) {
+    const std::string orphan = shape_layer(1, "A", {{"parent", "2"}});
+    const std::string text =
+        animation(orphan + "," + nest_layer(5, "nest", "n"), nest_asset("n", shape_layer(1, "B", {{"parent", "7"}})));
+    const Document document = Document::read(text);
+    EXPECT_EQ(layer_of(document, "A").parent(), nullptr);
+    EXPECT_EQ(document.write(), text);
+    document.main_comp().copy_layer_here(layer_of(comp_of(document, "nest"), "B"));
+    comp_of(document, "nest").create_null("N", {});
+    const std::string after = document.write();
+    EXPECT_EQ(object_named(after, "A"), orphan);
+    EXPECT_EQ(object_named(after, "B"), shape_layer(1, "B", {{"parent", "7"}}));
+    EXPECT_NE(after.find(shape_layer(6, "B")), std::string::npos);
+    EXPECT_EQ(member(object_named(after, "N"), "ind"), "8");
+}
+
 TEST(Parents, a_copy_is_written_without_the_parent_it_left_behind) {
     const Document document =
         Document::read(animation(nest_layer(1, "nest", "n"),

@@ -10,9 +10,6 @@
 namespace host::lottie {
 namespace {
 
-// What some tools write as the parent of a layer that has none.
-constexpr std::int64_t kNobody = -1;
-
 class Linker {
   public:
     Linker(const ScannedComp& scanned, StoredComp& comp, const Skeleton& outline)
@@ -67,7 +64,10 @@ class Linker {
 
     void find_parent(StoredLayer& layer) {
         if (!layer.parent) return;
-        if (*layer.parent == kNobody && comp_.layer_of(kNobody) == nullptr) return;
+        if (comp_.layer_of(*layer.parent) == nullptr) {  // some tools delete parents and leave links, or write -1
+            comp_.largest_link = std::max(comp_.largest_link, *layer.parent);
+            return;
+        }
         layer.parent_layer = linked(layer.position, *layer.parent, "parent", "parent").layer;
     }
 

@@ -1,6 +1,7 @@
 // What is kept of a document beside the model: the text, and where everything the model holds came from.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -60,8 +61,9 @@ struct StoredLayer final : model::LayerContent {
 struct StoredComp {
     // The layer that has this `ind`; null if none.
     const StoredLayer* layer_of(std::int64_t ind) const;
-    // The largest `ind`, at least 0.
-    std::int64_t largest_ind() const { return inds.empty() || inds.back().first < 0 ? 0 : inds.back().first; }
+    // The largest number that an `ind` is or that a link to no layer names, at least 0: new layers must not be that
+    // one.
+    std::int64_t largest_ind() const { return std::max(largest_link, inds.empty() ? 0 : inds.back().first); }
 
     Store* store = nullptr;
     model::Comp* comp = nullptr;
@@ -70,6 +72,7 @@ struct StoredComp {
     Slice array;  // of the layers
     std::vector<StoredLayer> layers;
     std::vector<std::pair<std::int64_t, std::uint32_t>> inds;  // sorted, with places in `layers`
+    std::int64_t largest_link = 0;                             // of parents that no layer is; at least 0
 };
 
 struct StoredAsset {
