@@ -218,7 +218,7 @@ class Run {
         return result;
     }
 
-    // Leaves the project as it was if anything fails. The ledger is that of a judged run, else empty.
+    // The ledger is that of a judged run, else empty. Nobody may write the project if it fails.
     Ledger unnest_all(host::lottie::Document& document, const std::string& input, Comp& comp,
                       const std::vector<host::model::Layer*>& nests, Work& work) {
         Record& record = work.record;
@@ -233,18 +233,17 @@ class Run {
                 ledger = unnest_judged(document, input, surroundings, comp, nests, options_);
                 record = ledger.record;
             } else {
+                document.project().undo().keep_no_history();
                 host::runner::Session session(document.project(), settings_, dialogs, limits);
                 surroundings.observe(session);
                 unnest(session, plugin_, comp, nests, options_.recursive, record);
             }
             return ledger;
         } catch (const NothingChanged&) {
-            document.project().undo().undo_all();
             refuse_faulty_content(document);
             if (windows_ == nullptr || !record.alerts.empty()) throw;
             throw Failure(ExitCode::failed, "cancelled in the dialog");
         } catch (const Failure&) {
-            document.project().undo().undo_all();
             refuse_faulty_content(document);
             throw;
         }

@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "model/host_rules.h"
 #include "scene.h"
 
@@ -126,6 +128,44 @@ TEST(UndoJournal, the_snapshot_number_is_the_same_all_through_a_group_and_never_
     EXPECT_EQ(journal.step_for_snapshot(), inside);
     journal.close_all_groups();
     EXPECT_NE(journal.step_for_snapshot(), inside);
+}
+
+TEST(UndoJournal, without_history_steps_are_named_as_before_and_nothing_is_kept) {
+    const auto kept = std::make_shared<int>(0);
+    UndoJournal journal;
+    const auto change = [&] { journal.note([kept] { ++*kept; }); };
+    change();
+    EXPECT_EQ(kept.use_count(), 2);
+    journal.keep_no_history();
+    EXPECT_EQ(kept.use_count(), 1);
+    change();
+    journal.begin_group("Empty");
+    journal.note_beside([kept] { ++*kept; });
+    journal.end_group();
+    journal.begin_group("Group");
+    const std::uint64_t number = journal.step_for_snapshot();
+    change();
+    change();
+    EXPECT_EQ(journal.step_for_snapshot(), number);
+    journal.end_group();
+    EXPECT_NE(journal.step_for_snapshot(), number);
+    EXPECT_EQ(journal.step_names(), (Names{"", "", "Group"}));
+    EXPECT_EQ(kept.use_count(), 1);
+    EXPECT_FALSE(journal.can_undo());
+    EXPECT_EQ(error_of([&] { journal.undo(); }), ErrorKind::not_allowed);
+    journal.undo_all();
+    EXPECT_EQ(*kept, 0);
+}
+
+TEST(UndoJournal, an_open_group_keeps_its_history) {
+    UndoJournal journal;
+    Counter counter{journal};
+    journal.begin_group("Group");
+    EXPECT_EQ(error_of([&] { journal.keep_no_history(); }), ErrorKind::not_allowed);
+    counter.set(1);
+    journal.end_group();
+    journal.undo();
+    EXPECT_EQ(counter.number, 0);
 }
 
 }  // namespace

@@ -78,13 +78,12 @@ void Stream::require_layer_unlocked() const {
 StreamData& Stream::writable() {
     UndoJournal& journal = owner_->project().undo();
     const std::uint64_t step = journal.step_for_snapshot();
-    const bool is_first = touched_in_step_ != step;
-    if (is_first) {
+    if (touched_in_step_ != step) {
         touched_in_step_ = step;
         journal.note([this, old = data_] { restore(old); });
     }
-    if (is_first || data_.use_count() > 1) data_ = std::make_shared<StreamData>(*data_);
-    return const_cast<StreamData&>(*data_);  // made by the line above in this step and shared with nobody
+    if (data_.use_count() > 1) data_ = std::make_shared<StreamData>(*data_);
+    return const_cast<StreamData&>(*data_);  // made by the line above and shared with nobody since
 }
 
 void Stream::restore(const std::shared_ptr<const StreamData>& data) {

@@ -16,7 +16,7 @@ void UndoJournal::close(bool keep_if_empty) {
     if (--depth_ > 0) return;
     if (open_has_changes_ || keep_if_empty) {
         names_.push_back(std::move(open_name_));
-        steps_.push_back(std::move(open_));
+        if (keeps_history_) steps_.push_back(std::move(open_));
     } else if (!steps_.empty()) {
         for (auto& inverse : open_) steps_.back().push_back(std::move(inverse));
     }
@@ -40,25 +40,17 @@ int UndoJournal::close_all_groups() {
     return count;
 }
 
-void UndoJournal::note(std::function<void()> inverse) {
-    if (undoing_) return;
+void UndoJournal::note_change() {
     if (depth_ > 0) {
-        open_.push_back(std::move(inverse));
         open_has_changes_ = true;
         return;
     }
     names_.emplace_back();
-    steps_.emplace_back();
-    steps_.back().push_back(std::move(inverse));
+    if (keeps_history_) steps_.emplace_back();
 }
 
-void UndoJournal::note_beside(std::function<void()> inverse) {
-    if (undoing_) return;
-    if (depth_ > 0) {
-        open_.push_back(std::move(inverse));
-    } else if (!steps_.empty()) {
-        steps_.back().push_back(std::move(inverse));
-    }
+void UndoJournal::keep(std::function<void()> inverse) {
+    (depth_ > 0 ? open_ : steps_.back()).push_back(std::move(inverse));
 }
 
 std::uint64_t UndoJournal::step_for_snapshot() {
@@ -84,6 +76,12 @@ void UndoJournal::undo_all() {
 void UndoJournal::clear() {
     if (depth_ > 0) throw Error(ErrorKind::not_allowed, "An undo group is open.");
     names_.clear();
+    steps_.clear();
+}
+
+void UndoJournal::keep_no_history() {
+    if (depth_ > 0) throw Error(ErrorKind::not_allowed, "An undo group is open.");
+    keeps_history_ = false;
     steps_.clear();
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace host::model {
@@ -24,23 +25,35 @@ class UndoJournal {
     int close_all_groups();
 
     // Notes how to take a change back. Outside a group each note is a step of its own. Ignored while undoing.
-    void note(std::function<void()> inverse);
+    template <class Inverse>
+    void note(Inverse inverse) {
+        if (undoing_) return;
+        note_change();
+        if (keeps_history_) keep(std::move(inverse));
+    }
 
     // The same for a change that makes no step: outside a group, or in one that has nothing else, it joins the newest
     // step, and is forgotten when there is none.
-    void note_beside(std::function<void()> inverse);
+    template <class Inverse>
+    void note_beside(Inverse inverse) {
+        if (undoing_ || (depth_ == 0 && steps_.empty())) return;
+        if (keeps_history_) keep(std::move(inverse));
+    }
 
     // A number that changes whenever a new undoable step begins: who has noted its whole old state under this number
     // need not do so again. Never 0. Outside groups it changes with every call.
     std::uint64_t step_for_snapshot();
 
     const std::vector<std::string>& step_names() const { return names_; }  // oldest first; "" for single edits
-    bool can_undo() const { return !names_.empty(); }
+    bool can_undo() const { return !steps_.empty(); }
     void undo();  // takes the newest step back; throws not_allowed when there is none or a group is open
     void undo_all();
     // Forgets every step: what stands now is the beginning. For readers, once a project is built. Throws not_allowed
     // while a group is open.
     void clear();
+    // For who will never go back: from now on steps are only named, and what they noted is not kept, nor are the steps
+    // so far. Throws not_allowed while a group is open.
+    void keep_no_history();
 
   private:
     friend class UndoScope;
@@ -48,16 +61,19 @@ class UndoJournal {
 
     void open(std::string name);
     void close(bool keep_if_empty);
+    void note_change();
+    void keep(std::function<void()> inverse);  // in the open step, else in the newest
 
     const HostRules* rules_;
     int depth_ = 0;
     bool undoing_ = false;
+    bool keeps_history_ = true;
     std::uint64_t step_number_ = 1;
     std::string open_name_;
     Step open_;
     bool open_has_changes_ = false;  // of its own, not only beside
     std::vector<std::string> names_;
-    std::vector<Step> steps_;
+    std::vector<Step> steps_;  // as many as names, or none without history
 };
 
 // Makes one step of all that a single operation notes; inside a group it joins that group. Leaves no step if nothing
