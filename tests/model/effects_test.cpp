@@ -31,6 +31,21 @@ TEST(Effects, are_appended_with_default_values_and_a_free_name) {
     EXPECT_FALSE(first.parameter(0).can_vary_over_time());
 }
 
+TEST(Effects, parameters_of_equal_value_share_data_and_change_apart) {
+    Scene scene;
+    const int key = install_tint(scene.project)->key;
+    Stream& one = scene.layer("L").apply_effect(key).parameter(testing::kTintNumber);
+    Stream& other = scene.layer("M").apply_effect(key).parameter(testing::kTintNumber);
+    EXPECT_EQ(&one.data(), &other.data());
+    one.set_static_value(value(1));
+    EXPECT_EQ(other.value_at({}), value(50));
+    other.insert_keyframe({});
+    EXPECT_EQ(one.keyframe_count(), 0u);
+    scene.project.undo().undo();
+    scene.project.undo().undo();
+    EXPECT_EQ(one.value_at({}), value(50));
+}
+
 TEST(Effects, undo_takes_them_off_again) {
     Scene scene;
     const int key = install_tint(scene.project)->key;

@@ -48,7 +48,8 @@ class ContentReader {
     std::shared_ptr<const model::StreamData> read_property(const Tree::Node& node, StreamType type,
                                                            const model::Value& missing) {
         read_properties_.insert(&node);
-        return parse_property(context_, node, type, missing).data();
+        const ParsedProperty property = parse_property(context_, node, type, missing);
+        return property.is_still() ? store_.project->still_data(property.static_value) : property.data();
     }
 
     void read_effects() {

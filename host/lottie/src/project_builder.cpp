@@ -201,7 +201,7 @@ class ProjectBuilder {
         stored.layers.resize(scanned.list.size());
         for (std::size_t i = 0; i < scanned.list.size(); ++i) make_layer(scanned, i, store_.comps[index]);
         link_layers(scanned, stored, outline_);
-        scanned.list = {};
+        scanned.list = std::vector<ScannedLayer>();  // gives the memory back
     }
 
     void make_layer(const ScannedComp& comp, std::size_t index, const std::shared_ptr<StoredComp>& stored_comp) {

@@ -38,6 +38,7 @@ struct ParsedProperty {
     model::Value static_value;
     std::string expression_text;
 
+    bool is_still() const { return keys.empty() && expression_text.empty(); }
     std::shared_ptr<const model::StreamData> data() const;
 };
 

@@ -13,8 +13,7 @@ Effect::Effect(Layer& owner, std::shared_ptr<const EffectKind> kind, std::string
     : owner_(&owner), kind_(std::move(kind)), name_(std::move(name)) {
     parameters_.reserve(kind_->parameters.size());
     for (const EffectParameter& parameter : kind_->parameters) {
-        auto data = std::make_shared<StreamData>();
-        data->static_value = parameter.default_value;
+        auto data = owner.project().still_data(parameter.default_value);
         auto stream = std::make_unique<Stream>(owner, parameter.type, parameter.name, std::move(data));
         stream->set_can_vary(parameter.can_vary && parameter.type != StreamType::no_data);
         parameters_.push_back(std::move(stream));

@@ -148,9 +148,7 @@ Stream& Layer::stream(int number) {
 
 void Layer::set_own_stream(int number, const Value& value) {
     const StreamKind& kind = stream_kind(number);
-    auto data = std::make_shared<StreamData>();
-    data->static_value = value;
-    streams_.push_back({number, std::make_unique<Stream>(*this, kind.type, kind.name, std::move(data))});
+    streams_.push_back({number, std::make_unique<Stream>(*this, kind.type, kind.name, project().still_data(value))});
 }
 
 std::vector<Stream*> Layer::expression_streams() {

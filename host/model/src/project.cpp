@@ -5,13 +5,15 @@
 #include "expression_rewrite.h"
 #include "layer_parameter_index.h"
 #include "model/error.h"
+#include "still_data.h"
 
 namespace host::model {
 
 Project::Project(HostRules rules)
     : rules_(std::move(rules)),
       expressions_(std::make_unique<ExpressionIndex>(*this)),
-      layer_parameters_(std::make_unique<LayerParameterIndex>()) {
+      layer_parameters_(std::make_unique<LayerParameterIndex>()),
+      still_data_(std::make_unique<StillData>()) {
     owned_items_.push_back(std::make_unique<Item>(*this, ++last_item_id_, ItemType::folder, "Root"));
     root_ = owned_items_.back().get();
     items_by_id_.add(*root_);
@@ -191,6 +193,10 @@ std::shared_ptr<const EffectKind> Project::install_effect(EffectKind kind) {
 std::shared_ptr<const EffectKind> Project::effect_kind(int key) const {
     if (key < 1 || static_cast<std::size_t>(key) > effect_kinds_.size()) return nullptr;
     return effect_kinds_[static_cast<std::size_t>(key) - 1];
+}
+
+std::shared_ptr<const StreamData> Project::still_data(const Value& value) {
+    return still_data_->of(value);
 }
 
 // What the user looks at

@@ -23,6 +23,7 @@ namespace host::model {
 
 class ExpressionIndex;
 class LayerParameterIndex;
+class StillData;
 
 // Which panel the user works in; it decides what "active" and "selected" mean.
 enum class ActivePanel { none, timeline, project };
@@ -79,6 +80,9 @@ class Project {
     // Broken expressions that quote `old_name` get `new_name` there, if they then work. Undoable.
     void auto_fix_expressions(std::string_view old_name, std::string_view new_name);
 
+    // For readers: a stream's data without keyframes and expression, which streams of equal value share.
+    std::shared_ptr<const StreamData> still_data(const Value& value);
+
     LayerId next_layer_id() { return ++last_layer_id_; }
     LayerId newest_layer_id() const { return last_layer_id_; }  // 0 before the first layer
     Layer* layer_by_id(LayerId id) const;                       // living ones; null if none
@@ -119,6 +123,7 @@ class Project {
     std::vector<std::unique_ptr<Effect>> retired_effects_;  // taken back by undo; handles may still mean them
     std::unique_ptr<ExpressionIndex> expressions_;
     std::unique_ptr<LayerParameterIndex> layer_parameters_;
+    std::unique_ptr<StillData> still_data_;
     Sequence<Item> walk_;
     ActivePanel panel_ = ActivePanel::timeline;
     Comp* open_comp_ = nullptr;
