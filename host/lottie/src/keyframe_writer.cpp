@@ -22,7 +22,7 @@ class KeyframeWriter {
     KeyframeWriter(const WriteContext& context, const StreamNow& now, std::size_t numbers)
         : context_(context),
           now_(now),
-          keys_(now.data.keyframes),
+          keys_(now.data.keyframes.to_vector()),
           numbers_(numbers),
           eases_(static_cast<std::size_t>(model::temporal_dimensions(now.type))) {}
 
@@ -80,7 +80,7 @@ class KeyframeWriter {
   protected:
     const WriteContext& context_;
     const StreamNow& now_;
-    const std::vector<Keyframe>& keys_;
+    const std::vector<Keyframe> keys_;
     std::size_t numbers_;
     std::size_t eases_;
 };

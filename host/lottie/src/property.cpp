@@ -211,8 +211,10 @@ void ReadContext::fail(const Tree::Node& at, const std::string& fault) const {
 std::shared_ptr<const model::StreamData> ParsedProperty::data() const {
     auto data = std::make_shared<model::StreamData>();
     data->static_value = keys.empty() ? static_value : keys.front().key.value;
-    data->keyframes.reserve(keys.size());
-    for (const ParsedKey& parsed : keys) data->keyframes.push_back(parsed.key);
+    std::vector<Keyframe> keyframes;
+    keyframes.reserve(keys.size());
+    for (const ParsedKey& parsed : keys) keyframes.push_back(parsed.key);
+    data->keyframes = keyframes;
     data->expression = expression_text;
     data->expression_enabled = !expression_text.empty();
     return data;

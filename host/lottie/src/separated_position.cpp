@@ -28,8 +28,8 @@ using ReadDimensions = std::array<std::shared_ptr<const StreamData>, 3>;
 bool have_same_shape(const StreamData& a, const StreamData& b) {
     if (a.keyframes.size() != b.keyframes.size()) return false;
     for (std::size_t i = 0; i < a.keyframes.size(); ++i) {
-        const Keyframe& one = a.keyframes[i];
-        const Keyframe& other = b.keyframes[i];
+        const Keyframe one = a.keyframes[i];
+        const Keyframe other = b.keyframes[i];
         if (one.time != other.time || one.out != other.out) return false;
         if (i + 1 == a.keyframes.size() || one.out == Interpolation::hold) continue;
         const auto shape = [](const Keyframe& from, const Keyframe& to) {
@@ -48,7 +48,7 @@ bool have_same_shape(const StreamData& a, const StreamData& b) {
 
 // Keyframes of the dimension `lead`, moved along all of them: straight segments with the lead's eases.
 std::vector<Keyframe> combine(const ReadDimensions& dimensions, const StreamData& lead) {
-    std::vector<Keyframe> keyframes = lead.keyframes;
+    std::vector<Keyframe> keyframes = lead.keyframes.to_vector();
     for (std::size_t i = 0; i < keyframes.size(); ++i) {
         for (std::size_t d = 0; d < dimensions.size(); ++d) {
             const StreamData& data = *dimensions[d];
@@ -131,21 +131,22 @@ bool has_tangents(const StreamData& position) {
 
 Dimensions separate(const StreamData& position) {
     Dimensions dimensions;
-    const std::vector<Keyframe>& all = position.keyframes;
+    const std::vector<Keyframe> all = position.keyframes.to_vector();
     for (std::size_t d = 0; d < dimensions.size(); ++d) {
         StreamData& data = dimensions[d];
         data.static_value.n[0] = all.empty() ? position.static_value.n[d] : all.front().value.n[d];
         const bool moves = std::any_of(all.begin(), all.end(),
                                        [&](const Keyframe& key) { return key.value.n[d] != data.static_value.n[0]; });
         if (!moves) continue;
-        data.keyframes = all;
-        for (Keyframe& key : data.keyframes) key.value = {{key.value.n[d], 0, 0, 0}};
+        std::vector<Keyframe> own = all;
+        for (Keyframe& key : own) key.value = {{key.value.n[d], 0, 0, 0}};
         for (std::size_t i = 0; i + 1 < all.size(); ++i) {
-            const double share = measure(StreamType::one_d, 0, data.keyframes[i], data.keyframes[i + 1]).way /
+            const double share = measure(StreamType::one_d, 0, own[i], own[i + 1]).way /
                                  measure(StreamType::three_d_spatial, 0, all[i], all[i + 1]).way;
-            data.keyframes[i].ease_out[0].speed *= share;
-            data.keyframes[i + 1].ease_in[0].speed *= share;
+            own[i].ease_out[0].speed *= share;
+            own[i + 1].ease_in[0].speed *= share;
         }
+        data.keyframes = own;
     }
     return dimensions;
 }

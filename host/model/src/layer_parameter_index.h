@@ -46,7 +46,7 @@ std::shared_ptr<const StreamData> with_mapped_layers(const std::shared_ptr<const
         value.n[0] = next;
     };
     apply(mapped->static_value);
-    for (Keyframe& keyframe : mapped->keyframes) apply(keyframe.value);
+    mapped->keyframes.for_each([&apply](Keyframe& keyframe) { apply(keyframe.value); });
     return changed ? mapped : data;
 }
 

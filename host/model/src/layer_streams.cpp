@@ -178,12 +178,12 @@ void Layer::drop_third_dimension() {
                 const double depth = numbered.number == kScale ? 100 : 0;
                 Value value = data.static_value;
                 value.n[2] = depth;
-                std::vector<Keyframe> keyframes = data.keyframes;
-                for (Keyframe& keyframe : keyframes) {
+                KeyframeList keyframes = data.keyframes;
+                keyframes.for_each([depth](Keyframe& keyframe) {
                     keyframe.value.n[2] = depth;
                     keyframe.tangent_in.n[2] = 0;
                     keyframe.tangent_out.n[2] = 0;
-                }
+                });
                 if (value != data.static_value || keyframes != data.keyframes) stream.replace(value, keyframes);
                 break;
             }

@@ -15,10 +15,6 @@ namespace {
 
 constexpr std::uint32_t kSpatialFlags = kSpatialContinuous | kSpatialAutoBezier | kRoving;
 
-bool is_before(const Keyframe& keyframe, Time t) {
-    return keyframe.time < t;
-}
-
 // A keyframe at a new time: linear, nothing set.
 Keyframe plain_keyframe(Time t, const Value& value) {
     Keyframe keyframe;
@@ -28,13 +24,12 @@ Keyframe plain_keyframe(Time t, const Value& value) {
 }
 
 Value value_of(const StreamData& data, StreamType type, Time t) {
-    const auto& keyframes = data.keyframes;
+    const KeyframeList& keyframes = data.keyframes;
     if (keyframes.empty()) return data.static_value;
-    const auto after = std::upper_bound(keyframes.begin(), keyframes.end(), t,
-                                        [](Time time, const Keyframe& keyframe) { return time < keyframe.time; });
-    if (after == keyframes.begin()) return keyframes.front().value;
-    if (after == keyframes.end() || (after - 1)->time == t) return (after - 1)->value;
-    return interpolate(type, *(after - 1), *after, t);
+    const std::size_t next = keyframes.count_before(t);
+    if (next == keyframes.size()) return keyframes[next - 1].value;
+    if (next == 0 || keyframes.time(next) == t) return keyframes[next].value;
+    return interpolate(type, keyframes[next - 1], keyframes[next], t);
 }
 
 }  // namespace
@@ -108,27 +103,25 @@ void Stream::set_static_value(const Value& value) {
     changed(false);
 }
 
-const Keyframe& Stream::keyframe(std::size_t index) const {
+Keyframe Stream::keyframe(std::size_t index) const {
     if (index >= data_->keyframes.size()) throw Error(ErrorKind::bad_argument, "There is no keyframe of that index.");
     return data_->keyframes[index];
 }
 
 std::size_t Stream::insert_keyframe(Time t) {
     require_keyframes_possible();
-    const auto& now = data_->keyframes;
-    const auto place = std::lower_bound(now.begin(), now.end(), t, is_before);
-    const auto index = static_cast<std::size_t>(place - now.begin());
-    if (place != now.end() && place->time == t) return index;
+    const KeyframeList& now = data_->keyframes;
+    const std::size_t index = now.count_before(t);
+    if (index < now.size() && now.time(index) == t) return index;
     const Keyframe keyframe = plain_keyframe(t, value_at(t));
-    auto& keyframes = writable().keyframes;
-    keyframes.insert(keyframes.begin() + static_cast<std::ptrdiff_t>(index), keyframe);
+    writable().keyframes.insert(index, keyframe);
     changed(false);
     return index;
 }
 
 void Stream::set_keyframe(std::size_t index, const Keyframe& keyframe) {
     require_keyframes_possible();
-    const Keyframe& old = this->keyframe(index);
+    const Keyframe old = this->keyframe(index);
     if (keyframe.time != old.time) throw Error(ErrorKind::bad_argument, "A keyframe cannot be moved to another time.");
     Keyframe next = keyframe;
     if (!is_spatial(type_) && (next.flags & kSpatialFlags & ~old.flags) != 0) {
@@ -136,7 +129,7 @@ void Stream::set_keyframe(std::size_t index, const Keyframe& keyframe) {
     }
     if (index == 0 || index + 1 == keyframe_count()) next.flags &= ~std::uint32_t{kRoving};
     if (next == old) return;
-    writable().keyframes[index] = next;
+    writable().keyframes.set(index, next);
     changed(false);
 }
 
@@ -146,7 +139,7 @@ void Stream::add_keyframes(const std::vector<std::pair<Time, Value>>& batch) {
     auto sorted = batch;
     std::stable_sort(sorted.begin(), sorted.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
     std::vector<Keyframe> merged;
-    const auto& keyframes = data_->keyframes;
+    const std::vector<Keyframe> keyframes = data_->keyframes.to_vector();
     merged.reserve(keyframes.size() + sorted.size());
     auto old = keyframes.begin();
     for (const auto& [time, value] : sorted) {
@@ -159,11 +152,11 @@ void Stream::add_keyframes(const std::vector<std::pair<Time, Value>>& batch) {
     }
     merged.insert(merged.end(), old, keyframes.end());
     if (merged == keyframes) return;
-    writable().keyframes = std::move(merged);
+    writable().keyframes = merged;
     changed(false);
 }
 
-void Stream::replace(Value static_value, std::vector<Keyframe> keyframes) {
+void Stream::replace(Value static_value, KeyframeList keyframes) {
     StreamData& data = writable();
     data.static_value = static_value;
     data.keyframes = std::move(keyframes);

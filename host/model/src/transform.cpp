@@ -191,8 +191,8 @@ void rewrite(Stream& stream, ChangeKeyframe change_keyframe) {
     Keyframe still;
     still.value = data.static_value;
     change_keyframe(still);
-    std::vector<Keyframe> keyframes = data.keyframes;
-    for (Keyframe& keyframe : keyframes) change_keyframe(keyframe);
+    KeyframeList keyframes = data.keyframes;
+    keyframes.for_each(change_keyframe);
     if (still.value != data.static_value || keyframes != data.keyframes) {
         stream.replace(still.value, std::move(keyframes));
     }

@@ -22,7 +22,7 @@ int keyframe_count(HostState& host, StreamRef ref) {
     return keeps_keys_in_followers(host, *ref.stream) ? 0 : static_cast<int>(ref.stream->keyframe_count());
 }
 
-const Keyframe& keyframe(const HostState& host, StreamRef ref, AEGP_KeyframeIndex index) {
+Keyframe keyframe(const HostState& host, StreamRef ref, AEGP_KeyframeIndex index) {
     require_keyframes_here(host, *ref.stream);
     if (index < 0) refuse_argument("There is no keyframe " + std::to_string(index) + ".");
     return ref.stream->keyframe(static_cast<std::size_t>(index));
@@ -66,7 +66,7 @@ void require_spatial(const Stream& stream) {
 std::tuple<OrNull<NewValue>, OrNull<NewValue>> tangents(HostState& host, Caller, StreamRef ref,
                                                         AEGP_KeyframeIndex index) {
     require_spatial(*ref.stream);
-    const Keyframe& k = keyframe(host, ref, index);
+    const Keyframe k = keyframe(host, ref, index);
     return {{{ref, k.tangent_in}}, {{ref, k.tangent_out}}};
 }
 
@@ -98,7 +98,7 @@ model::Ease from_plugin(const AEGP_KeyframeEase& ease) {
 
 std::tuple<OrNull<AEGP_KeyframeEase>, OrNull<AEGP_KeyframeEase>> ease(HostState& host, StreamRef ref,
                                                                       AEGP_KeyframeIndex index, A_long dimension) {
-    const Keyframe& k = keyframe(host, ref, index);
+    const Keyframe k = keyframe(host, ref, index);
     const std::size_t place = ease_place(*ref.stream, dimension);
     return {{to_plugin(k.ease_in[place])}, {to_plugin(k.ease_out[place])}};
 }
@@ -126,7 +126,7 @@ void set_flag(HostState& host, StreamRef ref, AEGP_KeyframeIndex index, AEGP_Key
 }
 
 std::tuple<OrNull<int>, OrNull<int>> interpolation(HostState& host, StreamRef ref, AEGP_KeyframeIndex index) {
-    const Keyframe& k = keyframe(host, ref, index);
+    const Keyframe k = keyframe(host, ref, index);
     return {{static_cast<int>(k.in)}, {static_cast<int>(k.out)}};
 }
 

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "model/keyframe_list.h"
 #include "model/value.h"
 
 namespace host::model {
@@ -17,7 +18,7 @@ class Layer;
 // The whole content of a stream. Immutable while shared: equal pointers mean "not changed since".
 struct StreamData {
     Value static_value;
-    std::vector<Keyframe> keyframes;  // ascending, distinct times
+    KeyframeList keyframes;           // ascending, distinct times
     std::string expression;           // any bytes; empty for none
     bool expression_enabled = false;  // the user's switch; a broken expression keeps it
 };
@@ -57,7 +58,7 @@ class Stream {
 
     // Keyframes. Indices out of range throw bad_argument; a stream that cannot vary throws not_allowed.
     std::size_t keyframe_count() const { return data_->keyframes.size(); }
-    const Keyframe& keyframe(std::size_t index) const;
+    Keyframe keyframe(std::size_t index) const;
     // Makes a keyframe with the value the stream has there, or finds the one that exists; returns its index.
     std::size_t insert_keyframe(Time t);
     // Changes one keyframe in place; another time throws bad_argument. Spatial and roving flags on a stream that is not
@@ -67,7 +68,7 @@ class Stream {
     // Adds many at once in one undo entry; at a time already keyed only the value is replaced.
     void add_keyframes(const std::vector<std::pair<Time, Value>>& batch);
     // Replaces all keyframes and the static value (compensation).
-    void replace(Value static_value, std::vector<Keyframe> keyframes);
+    void replace(Value static_value, KeyframeList keyframes);
 
     // Expressions. State: enabled by the user and not broken.
     bool has_expression() const { return !data_->expression.empty(); }
