@@ -163,4 +163,13 @@ Value interpolate(StreamType type, const Keyframe& a, const Keyframe& b, Time t)
     return v;
 }
 
+Value value_at(const StreamData& data, StreamType type, Time t) {
+    const KeyframeList& keyframes = data.keyframes;
+    if (keyframes.empty()) return data.static_value;
+    const std::size_t next = keyframes.count_before(t);
+    if (next == keyframes.size()) return keyframes[next - 1].value;
+    if (next == 0 || keyframes.time(next) == t) return keyframes[next].value;
+    return interpolate(type, keyframes[next - 1], keyframes[next], t);
+}
+
 }  // namespace host::model

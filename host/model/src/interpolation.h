@@ -1,11 +1,15 @@
 // The value between two keyframes.
 #pragma once
 
+#include "model/stream.h"
 #include "model/value.h"
 
 namespace host::model {
 
 // a.time <= t < b.time
 Value interpolate(StreamType type, const Keyframe& a, const Keyframe& b, Time t);
+
+// Of the stream's data, its expression ignored.
+Value value_at(const StreamData& data, StreamType type, Time t);
 
 }  // namespace host::model

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "expression_index.h"
+#include "interpolation.h"
 #include "layer_parameter_index.h"
 #include "model/comp.h"
 #include "model/error.h"
@@ -10,6 +11,12 @@
 #include "stream_kinds.h"
 
 namespace host::model {
+namespace {
+
+// That a file gives a layer: the transform of one that is flat.
+constexpr std::size_t kUsualStreams = 5;
+
+}  // namespace
 
 // Loading
 
@@ -38,7 +45,9 @@ void Layer::ensure_loaded() {
 }
 
 void Layer::attach_all() {
-    for (NumberedStream& numbered : streams_) attach(*numbered.stream);
+    for (NumberedStream& numbered : streams_) {
+        if (numbered.stream != nullptr) attach(*numbered.stream);
+    }
     for (const auto& effect : effects_) {
         effect->attached_ = true;
         for (const auto& parameter : effect->parameters_) attach(*parameter);
@@ -65,19 +74,17 @@ void Layer::detach(Stream& stream) {
 
 void Layer::load_stream(int number, std::shared_ptr<const StreamData> data, bool separated) {
     if (!is_stream_number(number)) throw Error(ErrorKind::bad_argument, "There is no layer stream of that number.");
-    const StreamKind& kind = stream_kind(number);
-    auto stream = std::make_unique<Stream>(*this, kind.type, kind.name, std::move(data));
-    stream->set_separated(separated);
-    stream->mark_loaded();
-    for (NumberedStream& numbered : streams_) {
-        if (numbered.number != number) continue;
-        detach(*numbered.stream);
-        numbered.stream = std::move(stream);
-        attach(*numbered.stream);
-        return;
+    if (data == nullptr) data = project().still_data({});
+    if (streams_.empty()) streams_.reserve(kUsualStreams);
+    auto place = std::find_if(streams_.begin(), streams_.end(),
+                              [number](const NumberedStream& numbered) { return numbered.number == number; });
+    if (place == streams_.end()) {
+        place = streams_.emplace(place);
+    } else if (place->stream != nullptr) {
+        detach(*place->stream);
     }
-    streams_.push_back({number, std::move(stream)});
-    attach(*streams_.back().stream);
+    *place = {number, separated, std::move(data)};
+    if (!place->loaded->expression.empty()) made(*place);  // which the indexes have to know
 }
 
 void Layer::load_effect(std::unique_ptr<Effect> effect) {
@@ -98,8 +105,10 @@ void Layer::copy_content(const Layer& original) {
     content_ = original.content_;
     if (original.awaits_loading()) return;
     content_loaded_ = original.content_loaded_;
+    streams_.reserve(original.streams_.size());
     for (const NumberedStream& numbered : original.streams_) {
-        streams_.push_back({numbered.number, std::make_unique<Stream>(*this, *numbered.stream)});
+        streams_.push_back({numbered.number, numbered.separated, numbered.loaded});
+        if (numbered.stream != nullptr) streams_.back().stream = std::make_unique<Stream>(*this, *numbered.stream);
     }
     for (const auto& effect : original.effects_) effects_.push_back(std::make_unique<Effect>(*this, *effect));
     for (const auto& stream : original.other_streams_) {
@@ -119,36 +128,50 @@ void Layer::map_layer_parameters(const std::function<LayerId(LayerId)>& map) {
 
 // Streams
 
-Stream* Layer::find_stream(int number) const {
+const Stream* Layer::existing_stream(int number) const {
     for (const NumberedStream& numbered : streams_) {
         if (numbered.number == number) return numbered.stream.get();
     }
     return nullptr;
 }
 
-const Stream* Layer::existing_stream(int number) const {
-    return find_stream(number);
-}
-
 bool Layer::is_stream_legal(int number) const {
     return is_stream_number(number) && is_stream_legal_for(number, *this);
 }
 
-Stream& Layer::stream(int number) {
+Layer::NumberedStream& Layer::numbered_stream(int number) {
     if (!is_stream_number(number)) throw Error(ErrorKind::bad_argument, "There is no layer stream of that number.");
     ensure_loaded();
-    if (Stream* stream = find_stream(number)) return *stream;
-    const StreamKind& kind = stream_kind(number);
-    streams_.push_back({number, std::make_unique<Stream>(*this, kind.type, kind.name, default_stream_data(number))});
-    Stream& stream = *streams_.back().stream;
-    stream.mark_loaded();
-    attach(stream);
-    return stream;
+    for (NumberedStream& numbered : streams_) {
+        if (numbered.number == number) return numbered;
+    }
+    streams_.push_back({number, false, default_stream_data(number)});
+    return streams_.back();
+}
+
+Stream& Layer::made(NumberedStream& numbered) {
+    if (numbered.stream == nullptr) {
+        const StreamKind& kind = stream_kind(numbered.number);
+        numbered.stream = std::make_unique<Stream>(*this, kind.type, kind.name, std::move(numbered.loaded));
+        numbered.stream->set_separated(numbered.separated);
+        numbered.stream->mark_loaded();
+        attach(*numbered.stream);
+    }
+    return *numbered.stream;
+}
+
+Stream& Layer::stream(int number) {
+    return made(numbered_stream(number));
+}
+
+Value Layer::stream_value(int number, Time t) {
+    return value_at(numbered_stream(number).data(), stream_kind(number).type, t);
 }
 
 void Layer::set_own_stream(int number, const Value& value) {
     const StreamKind& kind = stream_kind(number);
-    streams_.push_back({number, std::make_unique<Stream>(*this, kind.type, kind.name, project().still_data(value))});
+    auto stream = std::make_unique<Stream>(*this, kind.type, kind.name, project().still_data(value));
+    streams_.push_back({.number = number, .stream = std::move(stream)});
 }
 
 std::vector<Stream*> Layer::expression_streams() {
@@ -157,7 +180,7 @@ std::vector<Stream*> Layer::expression_streams() {
     const auto add = [&all](Stream& stream) {
         if (stream.can_vary_over_time()) all.push_back(&stream);
     };
-    for (const NumberedStream& numbered : streams_) add(*numbered.stream);
+    for (NumberedStream& numbered : streams_) add(made(numbered));
     for (const auto& effect : effects_) {
         for (const auto& parameter : effect->parameters_) add(*parameter);
     }
@@ -168,9 +191,8 @@ std::vector<Stream*> Layer::expression_streams() {
 // A 2D layer lies in the plane: no depth, turned about one axis only.
 void Layer::drop_third_dimension() {
     ensure_loaded();
-    for (const NumberedStream& numbered : streams_) {
-        Stream& stream = *numbered.stream;
-        const StreamData& data = stream.data();
+    for (NumberedStream& numbered : streams_) {
+        const StreamData& data = numbered.data();
         switch (numbered.number) {
             case kAnchorPoint:
             case kPosition:
@@ -184,14 +206,18 @@ void Layer::drop_third_dimension() {
                     keyframe.tangent_in.n[2] = 0;
                     keyframe.tangent_out.n[2] = 0;
                 });
-                if (value != data.static_value || keyframes != data.keyframes) stream.replace(value, keyframes);
+                if (value != data.static_value || keyframes != data.keyframes) {
+                    made(numbered).replace(value, keyframes);
+                }
                 break;
             }
             case kRotateX:
             case kRotateY:
             case kOrientation:
-                if (stream.has_expression()) stream.replace_expression_text({});
-                if (!data.keyframes.empty() || data.static_value != Value{}) stream.replace({}, {});
+                if (!data.expression.empty()) made(numbered).replace_expression_text({});
+                if (!numbered.data().keyframes.empty() || numbered.data().static_value != Value{}) {
+                    made(numbered).replace({}, {});
+                }
                 break;
             default:
                 break;

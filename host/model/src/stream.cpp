@@ -23,15 +23,6 @@ Keyframe plain_keyframe(Time t, const Value& value) {
     return keyframe;
 }
 
-Value value_of(const StreamData& data, StreamType type, Time t) {
-    const KeyframeList& keyframes = data.keyframes;
-    if (keyframes.empty()) return data.static_value;
-    const std::size_t next = keyframes.count_before(t);
-    if (next == keyframes.size()) return keyframes[next - 1].value;
-    if (next == 0 || keyframes.time(next) == t) return keyframes[next].value;
-    return interpolate(type, keyframes[next - 1], keyframes[next], t);
-}
-
 }  // namespace
 
 Stream::Stream(Layer& owner, StreamType type, std::string name, std::shared_ptr<const StreamData> data)
@@ -58,7 +49,7 @@ bool Stream::is_time_varying() const {
 }
 
 Value Stream::value_at(Time t) const {
-    return value_of(*data_, type_, t);
+    return model::value_at(*data_, type_, t);
 }
 
 void Stream::require_keyframes_possible() const {

@@ -37,10 +37,10 @@ struct Pose {
     explicit Pose(Layer& layer) {
         const Time now = layer.comp().current_time() - layer.offset();
         const auto point = [&](int number) {
-            const Value value = layer.stream(number).value_at(now);
+            const Value value = layer.stream_value(number, now);
             return Point{value.n[0], value.n[1], value.n[2]};
         };
-        const auto number = [&](int stream) { return layer.stream(stream).value_at(now).n[0]; };
+        const auto number = [&](int stream) { return layer.stream_value(stream, now).n[0]; };
         position = point(kPosition);
         rotation = number(kRotation);
         turned[2] = rotation;

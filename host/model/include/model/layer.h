@@ -127,6 +127,8 @@ class Layer {
     bool is_stream_legal(int number) const;
     // Streams that do not apply exist hidden, with their default value. Throws bad_argument for unknown numbers.
     Stream& stream(int number);
+    // What stream(number).value_at(t) would be; leaves a stream unmade that nobody has asked for.
+    Value stream_value(int number, Time t);
     // Every stream of the layer that may carry an expression, effects and the file's own ones included.
     std::vector<Stream*> expression_streams();
 
@@ -159,7 +161,8 @@ class Layer {
     // tag is the file format's, to find it again.
     Stream& load_other_stream(std::string name, std::shared_ptr<const StreamData> data);
     const std::vector<std::unique_ptr<Stream>>& other_streams() const { return other_streams_; }
-    // The stream if it was loaded or made; null otherwise. For writers.
+    // The stream if somebody asked for it or it has an expression; null otherwise: it is then as it was loaded, or was
+    // never set. For writers.
     const Stream* existing_stream(int number) const;
     const std::vector<std::unique_ptr<Effect>>& loaded_effects() const { return effects_; }
 
@@ -181,9 +184,14 @@ class Layer {
         Time in_point;
         Time duration;
     };
+    // Most streams of most layers are never asked for.
     struct NumberedStream {
-        int number;
-        std::unique_ptr<Stream> stream;
+        int number = 0;
+        bool separated = false;
+        std::shared_ptr<const StreamData> loaded = nullptr;  // until the stream is made
+        std::unique_ptr<Stream> stream = nullptr;
+
+        const StreamData& data() const { return stream != nullptr ? stream->data() : *loaded; }
     };
     using Place = std::uint32_t Layer::*;  // where a layer keeps its position in a list of another object
 
@@ -215,7 +223,8 @@ class Layer {
     void copy_content(const Layer& original);
     void map_layer_parameters(const std::function<LayerId(LayerId)>& map);  // no undo; for new layers
     void set_own_stream(int number, const Value& value);                    // one the host makes
-    Stream* find_stream(int number) const;
+    NumberedStream& numbered_stream(int number);                            // there with its default if it was not
+    Stream& made(NumberedStream& numbered);
 
     Comp* comp_;
     LayerId id_;
