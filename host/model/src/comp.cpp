@@ -57,10 +57,10 @@ void Comp::enter(Layer& layer, int index) {
     layer.alive_ = true;
     layer.link_to_source();
     if (layer.state_.parent != nullptr) {
-        Layer::link(layer.state_.parent->children_, layer, &Layer::place_in_children_);
+        Layer::link(layer.state_.parent->made_extras().children, layer, &Layer::place_in_children_);
     }
     if (layer.state_.matte != nullptr) {
-        Layer::link(layer.state_.matte->matte_users_, layer, &Layer::place_in_matte_users_);
+        Layer::link(layer.state_.matte->made_extras().matte_users, layer, &Layer::place_in_matte_users_);
     }
     if (names_ != nullptr) names_->add(layer);
     if (layer.awaits_loading()) layer.set_content(layer.content_);
@@ -70,10 +70,10 @@ void Comp::leave(Layer& layer) {
     set_selection_rank(layer, 0);
     if (names_ != nullptr) names_->remove(layer);
     if (layer.state_.parent != nullptr) {
-        Layer::unlink(layer.state_.parent->children_, layer, &Layer::place_in_children_);
+        Layer::unlink(layer.state_.parent->made_extras().children, layer, &Layer::place_in_children_);
     }
     if (layer.state_.matte != nullptr) {
-        Layer::unlink(layer.state_.matte->matte_users_, layer, &Layer::place_in_matte_users_);
+        Layer::unlink(layer.state_.matte->made_extras().matte_users, layer, &Layer::place_in_matte_users_);
     }
     layer.unlink_from_source();
     layer.alive_ = false;

@@ -55,11 +55,12 @@ void Item::set_name(std::string name) {
         std::vector<Stream*> streams;
     };
     std::vector<Meant> meant;
-    for (const auto& [comp_id, count] : using_comps_) {
-        Comp& comp_of_users = *project_->items_by_id_.find(comp_id)->comp();
-        const Layer* layer = comp_of_users.layer_named(name_);
+    std::map<ItemId, Comp*> using_comps;
+    for (const Layer* layer : users_) using_comps.emplace(layer->comp().id(), &layer->comp());
+    for (const auto& [comp_id, comp_of_users] : using_comps) {
+        const Layer* layer = comp_of_users->layer_named(name_);
         if (layer == nullptr || layer->source() != this || !layer->own_name().empty()) continue;
-        meant.push_back({&comp_of_users, expressions.streams_naming(comp_of_users, name_)});
+        meant.push_back({comp_of_users, expressions.streams_naming(*comp_of_users, name_)});
     }
     std::vector<Stream*> naming_comp;
     if (comp() != nullptr && project_->comp_named(name_) == comp())

@@ -25,6 +25,16 @@ int Layer::index() const {
     return LayerStack::index_of(stack_node_);
 }
 
+const Layer::Extras& Layer::extras() const {
+    static const Extras kNone;
+    return extras_ != nullptr ? *extras_ : kNone;
+}
+
+Layer::Extras& Layer::made_extras() {
+    if (extras_ == nullptr) extras_ = std::make_unique<Extras>();
+    return *extras_;
+}
+
 void Layer::require_alive() const {
     if (!alive_) throw Error(ErrorKind::bad_argument, "The layer has been deleted.");
 }
@@ -120,14 +130,14 @@ void Layer::set_flag(LayerFlag flag, bool on) {
 void Layer::release_dependents() {
     const Parenting parenting =
         project().rules().deleting_a_parent_compensates ? Parenting::keep_place : Parenting::keep_local_values;
-    const std::vector<Layer*> children = children_;
+    const std::vector<Layer*> children = this->children();
     if (parenting == Parenting::keep_place && !children.empty()) {
         // Reading streams can fail, so it comes before any change.
         for (Layer* child : children) child->ensure_loaded();
         for (Layer* above = this; above != nullptr; above = above->parent()) above->ensure_loaded();
     }
     for (Layer* child : children) child->reparent(nullptr, parenting);
-    const std::vector<Layer*> users = matte_users_;
+    const std::vector<Layer*> users = matte_users();
     for (Layer* user : users) {
         user->writable_state();
         user->change_matte(nullptr, MatteType::none);

@@ -22,37 +22,41 @@ void Layer::unlink(std::vector<Layer*>& list, Layer& layer, Place place) {
 
 void Layer::change_parent(Layer* parent) {
     if (parent == state_.parent) return;
-    if (state_.parent != nullptr && alive_) unlink(state_.parent->children_, *this, &Layer::place_in_children_);
+    if (state_.parent != nullptr && alive_)
+        unlink(state_.parent->made_extras().children, *this, &Layer::place_in_children_);
     state_.parent = parent;
-    if (parent != nullptr && alive_) link(parent->children_, *this, &Layer::place_in_children_);
+    if (parent != nullptr && alive_) link(parent->made_extras().children, *this, &Layer::place_in_children_);
 }
 
 void Layer::change_matte(Layer* matte, MatteType type) {
     state_.matte_type = type;
     if (matte == state_.matte) return;
-    if (state_.matte != nullptr && alive_) unlink(state_.matte->matte_users_, *this, &Layer::place_in_matte_users_);
+    if (state_.matte != nullptr && alive_)
+        unlink(state_.matte->made_extras().matte_users, *this, &Layer::place_in_matte_users_);
     state_.matte = matte;
-    if (matte != nullptr && alive_) link(matte->matte_users_, *this, &Layer::place_in_matte_users_);
+    if (matte != nullptr && alive_) link(matte->made_extras().matte_users, *this, &Layer::place_in_matte_users_);
 }
 
 void Layer::link_to_source() {
     if (source_ == nullptr) return;
     link(source_->users_, *this, &Layer::place_in_source_users_);
-    ++source_->using_comps_[comp_->id()];
+    if (Comp* nested = source_->comp()) ++nested->using_comps_[comp_->id()];
 }
 
 void Layer::unlink_from_source() {
     if (source_ == nullptr) return;
     unlink(source_->users_, *this, &Layer::place_in_source_users_);
-    const auto count = source_->using_comps_.find(comp_->id());
-    if (--count->second == 0) source_->using_comps_.erase(count);
+    if (Comp* nested = source_->comp()) {
+        const auto count = nested->using_comps_.find(comp_->id());
+        if (--count->second == 0) nested->using_comps_.erase(count);
+    }
 }
 
 void Layer::require_possible_parent(const Layer& parent) const {
     if (&parent == this) throw Error(ErrorKind::bad_argument, "A layer cannot be its own parent.");
     if (!parent.is_alive()) throw Error(ErrorKind::bad_argument, "The parent has been deleted.");
     if (parent.comp_ != comp_) throw Error(ErrorKind::bad_argument, "A parent has to be in the same composition.");
-    if (children_.empty()) return;
+    if (children().empty()) return;
     for (const Layer* above = parent.parent(); above != nullptr; above = above->parent()) {
         if (above == this)
             throw Error(ErrorKind::bad_argument, "A layer cannot have one of its descendants as parent.");

@@ -35,8 +35,10 @@ void Layer::ensure_loaded() {
     } catch (...) {
         loading_ = false;
         streams_.clear();
-        effects_.clear();
-        other_streams_.clear();
+        if (extras_ != nullptr) {
+            extras_->effects.clear();
+            extras_->other_streams.clear();
+        }
         throw;
     }
     loading_ = false;
@@ -48,11 +50,11 @@ void Layer::attach_all() {
     for (NumberedStream& numbered : streams_) {
         if (numbered.stream != nullptr) attach(*numbered.stream);
     }
-    for (const auto& effect : effects_) {
+    for (const auto& effect : extras().effects) {
         effect->attached_ = true;
         for (const auto& parameter : effect->parameters_) attach(*parameter);
     }
-    for (const auto& stream : other_streams_) attach(*stream);
+    for (const auto& stream : extras().other_streams) attach(*stream);
 }
 
 // While the layer loads, or is not in its composition yet, streams wait for attach_all().
@@ -89,16 +91,16 @@ void Layer::load_stream(int number, std::shared_ptr<const StreamData> data, bool
 
 void Layer::load_effect(std::unique_ptr<Effect> effect) {
     for (const auto& parameter : effect->parameters_) parameter->mark_loaded();
-    effects_.push_back(std::move(effect));
+    made_extras().effects.push_back(std::move(effect));
     if (!loading_) attach_all();
 }
 
 Stream& Layer::load_other_stream(std::string name, std::shared_ptr<const StreamData> data) {
     auto stream = std::make_unique<Stream>(*this, StreamType::arbitrary, std::move(name), std::move(data));
     stream->mark_loaded();
-    other_streams_.push_back(std::move(stream));
-    attach(*other_streams_.back());
-    return *other_streams_.back();
+    made_extras().other_streams.push_back(std::move(stream));
+    attach(*made_extras().other_streams.back());
+    return *made_extras().other_streams.back();
 }
 
 void Layer::copy_content(const Layer& original) {
@@ -110,14 +112,15 @@ void Layer::copy_content(const Layer& original) {
         streams_.push_back({numbered.number, numbered.separated, numbered.loaded});
         if (numbered.stream != nullptr) streams_.back().stream = std::make_unique<Stream>(*this, *numbered.stream);
     }
-    for (const auto& effect : original.effects_) effects_.push_back(std::make_unique<Effect>(*this, *effect));
-    for (const auto& stream : original.other_streams_) {
-        other_streams_.push_back(std::make_unique<Stream>(*this, *stream));
+    for (const auto& effect : original.extras().effects)
+        made_extras().effects.push_back(std::make_unique<Effect>(*this, *effect));
+    for (const auto& stream : original.extras().other_streams) {
+        made_extras().other_streams.push_back(std::make_unique<Stream>(*this, *stream));
     }
 }
 
 void Layer::map_layer_parameters(const std::function<LayerId(LayerId)>& map) {
-    for (const auto& effect : effects_) {
+    for (const auto& effect : extras().effects) {
         for (const auto& parameter : effect->parameters_) {
             if (parameter->type() != StreamType::layer_id) continue;
             parameter->data_ = with_mapped_layers(parameter->data_, map);
@@ -181,10 +184,10 @@ std::vector<Stream*> Layer::expression_streams() {
         if (stream.can_vary_over_time()) all.push_back(&stream);
     };
     for (NumberedStream& numbered : streams_) add(made(numbered));
-    for (const auto& effect : effects_) {
+    for (const auto& effect : extras().effects) {
         for (const auto& parameter : effect->parameters_) add(*parameter);
     }
-    for (const auto& stream : other_streams_) add(*stream);
+    for (const auto& stream : extras().other_streams) add(*stream);
     return all;
 }
 
@@ -229,13 +232,14 @@ void Layer::drop_third_dimension() {
 
 std::size_t Layer::effect_count() {
     ensure_loaded();
-    return effects_.size();
+    return extras().effects.size();
 }
 
 Effect& Layer::effect(std::size_t index) {
     ensure_loaded();
-    if (index >= effects_.size()) throw Error(ErrorKind::bad_argument, "The layer has no effect of that index.");
-    return *effects_[index];
+    if (index >= extras().effects.size())
+        throw Error(ErrorKind::bad_argument, "The layer has no effect of that index.");
+    return *extras().effects[index];
 }
 
 Effect& Layer::apply_effect(int kind_key) {
@@ -247,19 +251,19 @@ Effect& Layer::apply_effect(int kind_key) {
     if (kind == nullptr) throw Error(ErrorKind::bad_argument, "No effect of that key is installed.");
     ensure_loaded();
     const auto is_taken = [this](const std::string& name) {
-        return std::any_of(effects_.begin(), effects_.end(),
+        return std::any_of(extras().effects.begin(), extras().effects.end(),
                            [&](const auto& effect) { return effect->name() == name; });
     };
     std::string name = kind->display_name;
     for (int number = 2; is_taken(name); ++number) name = kind->display_name + " " + std::to_string(number);
-    effects_.push_back(std::make_unique<Effect>(*this, std::move(kind), std::move(name)));
+    made_extras().effects.push_back(std::make_unique<Effect>(*this, std::move(kind), std::move(name)));
     attach_all();
     project().undo().note([this] {
-        for (const auto& parameter : effects_.back()->parameters_) detach(*parameter);
-        project().retired_effects_.push_back(std::move(effects_.back()));
-        effects_.pop_back();
+        for (const auto& parameter : made_extras().effects.back()->parameters_) detach(*parameter);
+        project().retired_effects_.push_back(std::move(made_extras().effects.back()));
+        made_extras().effects.pop_back();
     });
-    return *effects_.back();
+    return *made_extras().effects.back();
 }
 
 }  // namespace host::model

@@ -78,6 +78,7 @@ class Comp : public Item {
 
     std::vector<std::unique_ptr<Layer>> owned_;  // living and deleted
     LayerStack stack_;
+    std::map<ItemId, int> using_comps_;          // how many layers in each composition have this one as their source
     mutable std::unique_ptr<LayerNames> names_;  // made at first need
     Selection selection_;
     std::uint64_t last_selection_rank_ = 0;

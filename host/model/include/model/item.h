@@ -91,7 +91,6 @@ class Item {
     PixelAspect aspect_;
     FootageFacts footage_;
     std::vector<Layer*> users_;
-    std::map<ItemId, int> using_comps_;  // how many layers in each composition have this source
     Sequence<Item>::Node* walk_node_ = nullptr;
     std::shared_ptr<const FormatData> format_data_;
 };

@@ -102,7 +102,7 @@ class Layer {
 
     // Parents
     Layer* parent() const { return state_.parent; }
-    const std::vector<Layer*>& children() const { return children_; }  // living; order unspecified
+    const std::vector<Layer*>& children() const { return extras().children; }  // living; order unspecified
     void set_parent(Layer* parent,
                     Parenting parenting);  // throws bad_argument for itself, a descendant, another composition
 
@@ -110,7 +110,7 @@ class Layer {
     Layer* matte() const { return state_.matte; }
     MatteType matte_type() const { return state_.matte_type; }
     void set_matte(Layer* matte, MatteType type);  // throws bad_argument for itself, another composition
-    const std::vector<Layer*>& matte_users() const { return matte_users_; }  // living; order unspecified
+    const std::vector<Layer*>& matte_users() const { return extras().matte_users; }  // living; order unspecified
 
     // Timing. Composition time = offset + stretch x layer time.
     double stretch() const { return stretch_; }
@@ -160,11 +160,11 @@ class Layer {
     // A stream inside something the model does not take apart (shapes, masks, text): only its expression matters. The
     // tag is the file format's, to find it again.
     Stream& load_other_stream(std::string name, std::shared_ptr<const StreamData> data);
-    const std::vector<std::unique_ptr<Stream>>& other_streams() const { return other_streams_; }
+    const std::vector<std::unique_ptr<Stream>>& other_streams() const { return extras().other_streams; }
     // The stream if somebody asked for it or it has an expression; null otherwise: it is then as it was loaded, or was
     // never set. For writers.
     const Stream* existing_stream(int number) const;
-    const std::vector<std::unique_ptr<Effect>>& loaded_effects() const { return effects_; }
+    const std::vector<std::unique_ptr<Effect>>& loaded_effects() const { return extras().effects; }
 
   private:
     friend class Comp;
@@ -177,9 +177,9 @@ class Layer {
     struct State {
         std::string name;
         std::uint32_t flags = kVideoActive | kAudioActive | kEffectsActive;
+        MatteType matte_type = MatteType::none;
         Layer* parent = nullptr;
         Layer* matte = nullptr;
-        MatteType matte_type = MatteType::none;
         Time offset;
         Time in_point;
         Time duration;
@@ -193,7 +193,17 @@ class Layer {
 
         const StreamData& data() const { return stream != nullptr ? stream->data() : *loaded; }
     };
+    // What most layers have none of.
+    struct Extras {
+        std::vector<Layer*> children;
+        std::vector<Layer*> matte_users;
+        std::vector<std::unique_ptr<Effect>> effects;
+        std::vector<std::unique_ptr<Stream>> other_streams;
+    };
     using Place = std::uint32_t Layer::*;  // where a layer keeps its position in a list of another object
+
+    const Extras& extras() const;
+    Extras& made_extras();
 
     void require_alive() const;
     void require_editable() const;  // alive, and not locked where HostRules refuse that
@@ -228,13 +238,13 @@ class Layer {
 
     Comp* comp_;
     LayerId id_;
+    LayerId copied_from_ = 0;
     LayerKind kind_;
     bool alive_ = false;
     bool content_loaded_ = false;
     bool loading_ = false;
     Item* source_;
     double stretch_ = 1;
-    LayerId copied_from_ = 0;
     State state_;
     std::uint64_t touched_in_step_ = 0;
     std::uint64_t selection_rank_ = 0;  // 0 = not selected
@@ -242,12 +252,9 @@ class Layer {
     std::uint32_t place_in_children_ = 0;
     std::uint32_t place_in_matte_users_ = 0;
     std::uint32_t place_in_source_users_ = 0;
-    std::vector<Layer*> children_;
-    std::vector<Layer*> matte_users_;
     std::shared_ptr<const LayerContent> content_;
     std::vector<NumberedStream> streams_;
-    std::vector<std::unique_ptr<Effect>> effects_;
-    std::vector<std::unique_ptr<Stream>> other_streams_;
+    std::unique_ptr<Extras> extras_;  // null for none
 };
 
 }  // namespace host::model
