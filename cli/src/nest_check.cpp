@@ -5,10 +5,13 @@
 
 #include "audit/alone.h"
 #include "cli/trial.h"
-#include "render/comparison.h"
+#include "render/apart.h"
 
 namespace cli {
 namespace {
+
+// Of the processor's time, for the pictures of one nest; real files take a few.
+constexpr int kMostSeconds = 120;
 
 // The frames that findings name, as the renderer counts them.
 std::vector<int> frames_of(const std::vector<host::audit::Finding>& findings, double first_frame) {
@@ -41,9 +44,9 @@ NestTrial check_nest(host::lottie::Document& document, const host::audit::Animat
 Proven prove(const host::audit::Animation& before, const host::audit::Animation& after, const std::string& composition,
              const std::vector<host::audit::Finding>& findings) {
     const double first = host::audit::first_frame(before, composition);
-    const host::render::Animation old_look(composition_alone(before, composition));
-    const host::render::Animation new_look(composition_alone(after, composition));
-    auto comparison = compare(old_look, new_look, frames_of(findings, first));
+    auto comparison =
+        host::render::compare_apart(composition_alone(before, composition), composition_alone(after, composition),
+                                    frames_of(findings, first), kMostSeconds);
     const Proof proof{comparison.looks_equal, first + comparison.worst_frame,
                       comparison.worst.mean,  comparison.worst.share_beyond_8,
                       comparison.worst.ssim,  static_cast<std::size_t>(comparison.frames)};

@@ -27,6 +27,8 @@ TEST(Animation, a_frame_drawn_twice_is_the_same_picture) {
     EXPECT_EQ(animation.frame(5, 64, 64).pixels, animation.frame(5, 64, 64).pixels);
 }
 
-TEST(Animation, a_text_that_is_no_animation_is_refused) { EXPECT_THROW(Animation("{}"), std::runtime_error); }
+TEST(Animation, a_text_that_is_no_animation_is_refused) {
+    EXPECT_THROW(Animation("{}"), std::runtime_error);
+}
 
 }  // namespace

@@ -54,7 +54,7 @@ struct Proven {
 };
 
 // Draws the composition before and after; the frames of the findings are among those compared. Throws
-// std::runtime_error with one sentence when the renderer refuses one of the animations.
+// std::runtime_error with one sentence when the renderer refuses one of the animations, crashes, or does not end.
 Proven prove(const host::audit::Animation& before, const host::audit::Animation& after, const std::string& composition,
              const std::vector<host::audit::Finding>& findings);
 
