@@ -149,10 +149,10 @@ monster.json from the process's start to its end, output thrown away; the best o
 
 ## Memory, and time of the largest projects
 
-A process that does nothing has {nothing:.1f} MiB. Of large files it is the layers that count, not the bytes: with layers of 230
-bytes that all come out of their nest, the result alone is twice the input, and beside it stand the text, the script with four
-statements for each layer that the plug-in writes, each layer as an object with the way back for undo, and the transforms that
-clearing a parent in place has to read. {memory_floor(results["memory"])}
+A process that does nothing has {nothing:.1f} MiB, most of them pages of the program and its libraries. Of large files it is
+the layers that count, not the bytes: with layers of 230 bytes that all come out of their nest, the result alone is twice the
+input, and beside it stand the text, the script with four statements for each layer that the plug-in writes, each layer as two
+objects (in its nest and copied) with a source, and the transforms that clearing a parent in place has to read. {memory_floor(results["memory"])}
 
 {memory_table}
 

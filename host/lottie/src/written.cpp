@@ -10,7 +10,7 @@ namespace {
 // Of copied text: as long as what there is so far.
 constexpr std::size_t kShortestBlock = 256;
 constexpr std::size_t kLongestBlock = std::size_t{64} << 10;
-constexpr std::size_t kWorthPointingAt = 2048;
+constexpr std::size_t kWorthPointingAt = 256;
 
 }  // namespace
 
