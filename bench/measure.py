@@ -19,7 +19,7 @@ class Counts:
     """Instructions of one process, in all and by who ran them."""
     total: int = 0
     by_share: dict = field(default_factory=dict)
-    # The plug-in's steps from item to item: how many calls, and what the host needs to answer them.
+    # The plug-in's walks: how many calls, and what the host needs to answer them.
     walk_calls: int = 0
     walk: int = 0
 
@@ -41,8 +41,12 @@ def share_of(object_file, function):
     return "engine" if re.match(r"duk_|host::script::", function) else "host"
 
 
+# With these the plug-in goes through all items, and through all selected layers, again for each nest.
+WALKS = ["GetNextProjItem", "GetItemID", "GetNewCollectionFromCompSelection", "GetCollectionItemByIndex", "GetLayerIndex"]
+
+
 def is_step_of_a_walk(function):
-    return "SlotFunction<" in function and re.search(r"::AEGP_(GetNextProjItem|GetItemID),", function) is not None
+    return "SlotFunction<" in function and re.search(rf"::AEGP_({'|'.join(WALKS)}),", function) is not None
 
 
 def read_callgrind(path):

@@ -28,7 +28,7 @@ def animations(results):
 
 
 def without_walks(found):
-    """What is left without the plug-in's own code and the host's answers to its steps from item to item."""
+    """What is left without the plug-in's own code and the host's answers to its walks."""
     return found["total"] - found[PLUGIN] - found["walk"]
 
 
@@ -120,11 +120,13 @@ each layer that comes out (for depth, each level). The largest N is counted by `
 
 {growth(results["growth"])}
 
-Two families cannot be in proportion, because the plug-in's own calls are not: to write a composition's number into a script it
-walks all items from the first one (`AEGP_GetNextProjItem` and `AEGP_GetItemID`), once or twice for each nest and once for each
-layer without a parent where the composition is not selected. With N nests that each have an item, these are walks of N² / 2
-steps. The host answers each step with as many instructions in a large project as in a small one, and all that is not steps
-stays in proportion:
+Two families cannot be in proportion, because the plug-in's own calls are not. For each nest it asks all selected layers for
+their places (`AEGP_GetNewCollectionFromCompSelection`, `AEGP_GetCollectionItemByIndex`, `AEGP_GetLayerIndex`), and to write a
+composition's number into a script it walks all items from the first one (`AEGP_GetNextProjItem`, `AEGP_GetItemID`), once or twice
+for each nest and once for each layer without a parent where the composition is not selected. With N nests these are walks of
+N² / 2 steps and more. The host answers each step with as many instructions in a large project as in a small one, or nearly (a
+layer's place is looked up in a tree), and all that is not steps stays in proportion. Depth is counted to 10,000: at 100,000 the
+walks alone would be ten thousand million steps.
 
 {walks(results["growth"])}
 
@@ -152,7 +154,8 @@ monster.json from the process's start to its end, output thrown away; the best o
 A process that does nothing has {nothing:.1f} MiB, most of them pages of the program and its libraries. Of large files it is
 the layers that count, not the bytes: with layers of 230 bytes that all come out of their nest, the result alone is twice the
 input, and beside it stand the text, the script with four statements for each layer that the plug-in writes, each layer as two
-objects (in its nest and copied) with a source, and the transforms that clearing a parent in place has to read. {memory_floor(results["memory"])}
+objects (in its nest and copied) with a source, and the transforms that clearing a parent in place has to read.
+{memory_floor(results["memory"])}
 
 {memory_table}
 
