@@ -36,11 +36,20 @@ Word packed_flags(const Keyframe& keyframe) {
     return static_cast<Word>(keyframe.in) | static_cast<Word>(keyframe.out) << 2 | Word{keyframe.flags} << 4;
 }
 
-void put(Word*& to, double number) {
-    *to++ = std::bit_cast<Word>(number);
-}
-void take(const Word*& from, double& number) {
-    number = std::bit_cast<double>(*from++);
+// Those that a list of this shape keeps, in their order.
+template <class Shape, class AnyKeyframe, class Visit>
+void visit_numbers(const Shape& shape, AnyKeyframe& keyframe, Visit visit) {
+    for (std::size_t i = 0; i < shape.values; ++i) visit(keyframe.value.n[i]);
+    for (std::size_t i = 0; i < shape.eases; ++i) {
+        visit(keyframe.ease_in[i].speed);
+        visit(keyframe.ease_in[i].influence);
+        visit(keyframe.ease_out[i].speed);
+        visit(keyframe.ease_out[i].influence);
+    }
+    for (std::size_t i = 0; i < shape.tangents; ++i) {
+        visit(keyframe.tangent_in.n[i]);
+        visit(keyframe.tangent_out.n[i]);
+    }
 }
 
 }  // namespace
@@ -64,17 +73,7 @@ KeyframeList::KeyframeList(const std::vector<Keyframe>& keyframes)
 void KeyframeList::pack(const Keyframe& keyframe, Word* to) const {
     *to++ = static_cast<Word>(keyframe.time.ticks);
     *to++ = packed_flags(keyframe);
-    for (std::size_t i = 0; i < shape_.values; ++i) put(to, keyframe.value.n[i]);
-    for (std::size_t i = 0; i < shape_.eases; ++i) {
-        put(to, keyframe.ease_in[i].speed);
-        put(to, keyframe.ease_in[i].influence);
-        put(to, keyframe.ease_out[i].speed);
-        put(to, keyframe.ease_out[i].influence);
-    }
-    for (std::size_t i = 0; i < shape_.tangents; ++i) {
-        put(to, keyframe.tangent_in.n[i]);
-        put(to, keyframe.tangent_out.n[i]);
-    }
+    visit_numbers(shape_, keyframe, [&to](double number) { *to++ = std::bit_cast<Word>(number); });
 }
 
 Keyframe KeyframeList::operator[](std::size_t index) const {
@@ -85,17 +84,7 @@ Keyframe KeyframeList::operator[](std::size_t index) const {
     keyframe.in = static_cast<Interpolation>(flags & 3);
     keyframe.out = static_cast<Interpolation>(flags >> 2 & 3);
     keyframe.flags = static_cast<std::uint32_t>(flags >> 4);
-    for (std::size_t i = 0; i < shape_.values; ++i) take(from, keyframe.value.n[i]);
-    for (std::size_t i = 0; i < shape_.eases; ++i) {
-        take(from, keyframe.ease_in[i].speed);
-        take(from, keyframe.ease_in[i].influence);
-        take(from, keyframe.ease_out[i].speed);
-        take(from, keyframe.ease_out[i].influence);
-    }
-    for (std::size_t i = 0; i < shape_.tangents; ++i) {
-        take(from, keyframe.tangent_in.n[i]);
-        take(from, keyframe.tangent_out.n[i]);
-    }
+    visit_numbers(shape_, keyframe, [&from](double& number) { number = std::bit_cast<double>(*from++); });
     return keyframe;
 }
 
