@@ -45,7 +45,7 @@ TEST(TypicalRequest, makes_exactly_the_approved_calls) {
 
     std::string trace;
     for (const std::string& line : whole.trace()) trace += line + "\n";
-    std::ofstream("typical_request.trace", std::ios::binary) << trace;  // beside the test program, to look at a difference
+    std::ofstream(testing::TempDir() + "typical_request.trace", std::ios::binary) << trace;  // to look at a difference
     EXPECT_EQ(trace, end_to_end::read_file(GOLDEN "/typical_request.trace"));
 }
 

@@ -29,7 +29,7 @@ TEST(GoldenJournals, of_a_run_with_a_refused_call_replays) {
     Recording refused(EXFLATE_MODULE);
     refused.faults.fail_call(1, 3, host::suites::FaultInjector::Lasting::once, "AEGP_SetLayerParent");
     EXPECT_EQ(refused.run().error, 3);
-    std::ofstream("refused_parent.journal", std::ios::binary) << refused.text();  // beside the test program, to be kept
+    std::ofstream(testing::TempDir() + "refused_parent.journal", std::ios::binary) << refused.text();  // to be kept
     EXPECT_EQ(words(refused.replay(golden("refused_parent.journal"))), "same");
 }
 
@@ -37,7 +37,7 @@ TEST(GoldenJournals, of_a_run_without_a_suite_replays) {
     Recording refused(EXFLATE_MODULE);
     refused.faults.fail_acquisition(1, 1, host::suites::FaultInjector::Lasting::once, "AEGP_StreamSuite4");
     EXPECT_EQ(refused.run().error, 516);
-    std::ofstream("missing_suite.journal", std::ios::binary) << refused.text();  // beside the test program, to be kept
+    std::ofstream(testing::TempDir() + "missing_suite.journal", std::ios::binary) << refused.text();  // to be kept
     EXPECT_EQ(words(refused.replay(golden("missing_suite.journal"))), "same");
 }
 
