@@ -1,6 +1,6 @@
 // The host's basic types: fixed-width numbers, error codes, times, colours, memory handles.
-#ifndef EXFLATE_AEGP_A_H_
-#define EXFLATE_AEGP_A_H_
+#ifndef AEGP_A_H_
+#define AEGP_A_H_
 
 #include <stdint.h>
 
@@ -98,4 +98,4 @@ typedef struct A_Version {
 // Memory owned by the host; reached through the memory suite only.
 typedef struct _Up_OpaqueMem** AEGP_MemHandle;
 
-#endif  // EXFLATE_AEGP_A_H_
+#endif  // AEGP_A_H_

@@ -1,6 +1,6 @@
 // Which system the host runs on: AE_OS_WIN or AE_OS_MAC; elsewhere neither, and everything is laid out as on macOS.
-#ifndef EXFLATE_AEGP_AECONFIG_H_
-#define EXFLATE_AEGP_AECONFIG_H_
+#ifndef AEGP_AECONFIG_H_
+#define AEGP_AECONFIG_H_
 
 #if defined(_WIN32)
 #define AE_OS_WIN 1
@@ -8,4 +8,4 @@
 #define AE_OS_MAC 1
 #endif
 
-#endif  // EXFLATE_AEGP_AECONFIG_H_
+#endif  // AEGP_AECONFIG_H_

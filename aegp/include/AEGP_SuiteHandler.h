@@ -1,6 +1,6 @@
 // The suite handler: acquires each suite on its first use and releases all it holds when it goes.
-#ifndef EXFLATE_AEGP_AEGP_SUITEHANDLER_H_
-#define EXFLATE_AEGP_AEGP_SUITEHANDLER_H_
+#ifndef AEGP_SUITEHANDLER_H_
+#define AEGP_SUITEHANDLER_H_
 
 #include <stddef.h>
 
@@ -40,4 +40,4 @@ class AEGP_SuiteHandler {
     const void* tables_[kSuiteCount] = {};  // null: not acquired
 };
 
-#endif  // EXFLATE_AEGP_AEGP_SUITEHANDLER_H_
+#endif  // AEGP_SUITEHANDLER_H_

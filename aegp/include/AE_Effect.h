@@ -1,6 +1,6 @@
 // The effect side of the host's interface, as far as general plug-ins name it.
-#ifndef EXFLATE_AEGP_AE_EFFECT_H_
-#define EXFLATE_AEGP_AE_EFFECT_H_
+#ifndef AEGP_AE_EFFECT_H_
+#define AEGP_AE_EFFECT_H_
 
 #include "A.h"
 
@@ -135,4 +135,4 @@ enum {
     PF_Xfer_NUM_MODES,
 };
 
-#endif  // EXFLATE_AEGP_AE_EFFECT_H_
+#endif  // AEGP_AE_EFFECT_H_

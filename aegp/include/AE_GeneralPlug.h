@@ -1,6 +1,6 @@
 // Everything a general plug-in talks to the host with: types, suites of today, and the older suites.
-#ifndef EXFLATE_AEGP_AE_GENERALPLUG_H_
-#define EXFLATE_AEGP_AE_GENERALPLUG_H_
+#ifndef AEGP_AE_GENERALPLUG_H_
+#define AEGP_AE_GENERALPLUG_H_
 
 #include "A.h"
 #include "AE_Effect.h"
@@ -38,4 +38,4 @@
 
 #include "AE_GeneralPlugOld.h"
 
-#endif  // EXFLATE_AEGP_AE_GENERALPLUG_H_
+#endif  // AEGP_AE_GENERALPLUG_H_

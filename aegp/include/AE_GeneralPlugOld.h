@@ -1,6 +1,6 @@
 // Suites that newer versions have superseded; the host still answers to them.
-#ifndef EXFLATE_AEGP_AE_GENERALPLUGOLD_H_
-#define EXFLATE_AEGP_AE_GENERALPLUGOLD_H_
+#ifndef AEGP_AE_GENERALPLUGOLD_H_
+#define AEGP_AE_GENERALPLUGOLD_H_
 
 #include "aegp_suites/names_and_versions.h"
 
@@ -24,4 +24,4 @@
 
 #include "aegp_types/older_values.h"
 
-#endif  // EXFLATE_AEGP_AE_GENERALPLUGOLD_H_
+#endif  // AEGP_AE_GENERALPLUGOLD_H_

@@ -1,6 +1,6 @@
 // Import and export plug-ins: the types that footage and registration name.
-#ifndef EXFLATE_AEGP_AE_IO_H_
-#define EXFLATE_AEGP_AE_IO_H_
+#ifndef AEGP_AE_IO_H_
+#define AEGP_AE_IO_H_
 
 #include "A.h"
 
@@ -8,4 +8,4 @@ typedef A_long AEIO_FileType;
 typedef struct AEIO_ModuleInfo AEIO_ModuleInfo;
 typedef struct _AEIO_FunctionBlock4 AEIO_FunctionBlock4;
 
-#endif  // EXFLATE_AEGP_AE_IO_H_
+#endif  // AEGP_AE_IO_H_

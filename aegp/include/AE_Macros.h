@@ -1,6 +1,6 @@
 // Small helpers: clearing a record, and the chain of guarded calls.
-#ifndef EXFLATE_AEGP_AE_MACROS_H_
-#define EXFLATE_AEGP_AE_MACROS_H_
+#ifndef AEGP_AE_MACROS_H_
+#define AEGP_AE_MACROS_H_
 
 #include <string.h>
 
@@ -26,4 +26,4 @@
         }                        \
     } while (0)
 
-#endif  // EXFLATE_AEGP_AE_MACROS_H_
+#endif  // AEGP_AE_MACROS_H_

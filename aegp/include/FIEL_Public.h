@@ -1,6 +1,6 @@
 // The label that says how the fields of footage are interlaced.
-#ifndef EXFLATE_AEGP_FIEL_PUBLIC_H_
-#define EXFLATE_AEGP_FIEL_PUBLIC_H_
+#ifndef AEGP_FIEL_PUBLIC_H_
+#define AEGP_FIEL_PUBLIC_H_
 
 #include <stdint.h>
 
@@ -30,4 +30,4 @@ typedef struct FIEL_Label {
 } FIEL_Label;
 #pragma pack(pop)
 
-#endif  // EXFLATE_AEGP_FIEL_PUBLIC_H_
+#endif  // AEGP_FIEL_PUBLIC_H_

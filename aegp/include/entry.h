@@ -1,6 +1,6 @@
 // DllExport, which makes the entry point visible to the host when everything else is hidden.
-#ifndef EXFLATE_AEGP_ENTRY_H_
-#define EXFLATE_AEGP_ENTRY_H_
+#ifndef AEGP_ENTRY_H_
+#define AEGP_ENTRY_H_
 
 #include "AEConfig.h"
 
@@ -10,4 +10,4 @@
 #define DllExport __attribute__((visibility("default")))
 #endif
 
-#endif  // EXFLATE_AEGP_ENTRY_H_
+#endif  // AEGP_ENTRY_H_

@@ -1,6 +1,6 @@
 // The words of the layout checks. Only names that the interface itself publishes may be given to them.
-#ifndef EXFLATE_AEGP_LAYOUT_CHECKS_H_
-#define EXFLATE_AEGP_LAYOUT_CHECKS_H_
+#ifndef AEGP_LAYOUT_CHECKS_H_
+#define AEGP_LAYOUT_CHECKS_H_
 
 #include <stddef.h>
 
@@ -36,4 +36,4 @@ constexpr bool same_text(const char* a, const char* b) {
 
 }  // namespace layout
 
-#endif  // EXFLATE_AEGP_LAYOUT_CHECKS_H_
+#endif  // AEGP_LAYOUT_CHECKS_H_

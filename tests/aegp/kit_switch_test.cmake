@@ -1,4 +1,4 @@
-# Makes a stand-in kit of our own headers, marked by a macro, and builds the room with EXFLATE_SDK_DIR set to it.
+# Makes a stand-in kit of our own headers, marked by a macro, and builds the room with AEGP_SDK_DIR set to it.
 cmake_minimum_required(VERSION 3.24)
 
 set(project "${CMAKE_CURRENT_LIST_DIR}/kit_switch")
@@ -8,7 +8,7 @@ set(code_of_the_kit 1999)
 function(configure build sdk_dir result output)
   execute_process(
     COMMAND "${CMAKE_COMMAND}" -S "${project}" -B "${build}" -G "${GENERATOR}" -DCMAKE_CXX_COMPILER=${COMPILER}
-      -DROOT=${ROOT} -DEXFLATE_WERROR=ON -DEXFLATE_SDK_DIR=${sdk_dir}
+      -DROOT=${ROOT} -DEXFLATE_WERROR=ON -DAEGP_SDK_DIR=${sdk_dir}
     RESULT_VARIABLE code OUTPUT_VARIABLE text ERROR_VARIABLE text)
   string(REGEX REPLACE "[ \n]+" " " text "${text}")
   set(${result} "${code}" PARENT_SCOPE)
@@ -64,7 +64,7 @@ endif()
 # With folders that are no kit.
 file(MAKE_DIRECTORY "${WORK}/empty")
 configure("${WORK}/without" "${WORK}/empty" code output)
-if(code EQUAL 0 OR NOT output MATCHES "EXFLATE_SDK_DIR is '[^']*/empty', but Headers/AE_GeneralPlug.h is not in that folder")
+if(code EQUAL 0 OR NOT output MATCHES "AEGP_SDK_DIR is '[^']*/empty', but Headers/AE_GeneralPlug.h is not in that folder")
   message(FATAL_ERROR "an empty folder was not refused in a clear sentence:\n${output}")
 endif()
 file(REMOVE "${kit}/Util/MissingSuiteError.cpp")

@@ -1,6 +1,6 @@
 // The basic suite: the one table a plug-in is given, from which it acquires every other.
-#ifndef EXFLATE_AEGP_SP_SPBASIC_H_
-#define EXFLATE_AEGP_SP_SPBASIC_H_
+#ifndef AEGP_SP_SPBASIC_H_
+#define AEGP_SP_SPBASIC_H_
 
 #include <stddef.h>
 
@@ -22,4 +22,4 @@ typedef struct SPBasicSuite {
     SPErr (*Undefined)(void);
 } SPBasicSuite;
 
-#endif  // EXFLATE_AEGP_SP_SPBASIC_H_
+#endif  // AEGP_SP_SPBASIC_H_

@@ -1,6 +1,6 @@
 // Basic types of the suite mechanism.
-#ifndef EXFLATE_AEGP_SP_SPTYPES_H_
-#define EXFLATE_AEGP_SP_SPTYPES_H_
+#ifndef AEGP_SP_SPTYPES_H_
+#define AEGP_SP_SPTYPES_H_
 
 #include <stdint.h>
 
@@ -18,4 +18,4 @@ typedef uint8 SPBoolean;
 
 typedef int32 SPErr;
 
-#endif  // EXFLATE_AEGP_SP_SPTYPES_H_
+#endif  // AEGP_SP_SPTYPES_H_

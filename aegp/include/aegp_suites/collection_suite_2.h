@@ -1,6 +1,6 @@
 // Collections of selected things. Dispose of what the host or NewCollection made.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_COLLECTION_SUITE_2_H_
-#define EXFLATE_AEGP_AEGP_SUITES_COLLECTION_SUITE_2_H_
+#ifndef AEGP_SUITES_COLLECTION_SUITE_2_H_
+#define AEGP_SUITES_COLLECTION_SUITE_2_H_
 
 #include "aegp_types/collection.h"
 #include "aegp_types/handles.h"
@@ -15,4 +15,4 @@ typedef struct AEGP_CollectionSuite2 {
     A_Err (*AEGP_CollectionErase)(AEGP_Collection2H collectionH, A_u_long index_firstL, A_u_long index_lastL);
 } AEGP_CollectionSuite2;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_COLLECTION_SUITE_2_H_
+#endif  // AEGP_SUITES_COLLECTION_SUITE_2_H_

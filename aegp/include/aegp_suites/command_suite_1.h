@@ -1,6 +1,6 @@
 // Menu commands.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_COMMAND_SUITE_1_H_
-#define EXFLATE_AEGP_AEGP_SUITES_COMMAND_SUITE_1_H_
+#ifndef AEGP_SUITES_COMMAND_SUITE_1_H_
+#define AEGP_SUITES_COMMAND_SUITE_1_H_
 
 #include "aegp_types/command.h"
 
@@ -15,4 +15,4 @@ typedef struct AEGP_CommandSuite1 {
     A_Err (*AEGP_DoCommand)(AEGP_Command command);
 } AEGP_CommandSuite1;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_COMMAND_SUITE_1_H_
+#endif  // AEGP_SUITES_COMMAND_SUITE_1_H_

@@ -1,6 +1,6 @@
 // Compositions, version 11: names in UTF-16; the newest suite declared here, from host 14.2 on.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_11_H_
-#define EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_11_H_
+#ifndef AEGP_SUITES_COMP_SUITE_11_H_
+#define AEGP_SUITES_COMP_SUITE_11_H_
 
 #include "aegp_types/color.h"
 #include "aegp_types/comp.h"
@@ -65,4 +65,4 @@ typedef struct AEGP_CompSuite11 {
     A_Err (*AEGP_ReorderCompSelection)(AEGP_CompH compH, A_long index);
 } AEGP_CompSuite11;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_11_H_
+#endif  // AEGP_SUITES_COMP_SUITE_11_H_

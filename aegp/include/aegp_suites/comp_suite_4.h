@@ -1,6 +1,6 @@
 // Compositions, version 4: names of 8-bit characters.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_4_H_
-#define EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_4_H_
+#ifndef AEGP_SUITES_COMP_SUITE_4_H_
+#define AEGP_SUITES_COMP_SUITE_4_H_
 
 #include "aegp_types/color.h"
 #include "aegp_types/comp.h"
@@ -45,4 +45,4 @@ typedef struct AEGP_CompSuite4 {
     A_Err (*AEGP_GetCompFrameDuration)(AEGP_CompH compH, A_Time* timeP);
 } AEGP_CompSuite4;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_4_H_
+#endif  // AEGP_SUITES_COMP_SUITE_4_H_

@@ -1,6 +1,6 @@
 // Compositions, version 6: names of 8-bit characters.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_6_H_
-#define EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_6_H_
+#ifndef AEGP_SUITES_COMP_SUITE_6_H_
+#define AEGP_SUITES_COMP_SUITE_6_H_
 
 #include "aegp_types/color.h"
 #include "aegp_types/comp.h"
@@ -52,4 +52,4 @@ typedef struct AEGP_CompSuite6 {
                                          AEGP_StreamRefH* streamPH);
 } AEGP_CompSuite6;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_6_H_
+#endif  // AEGP_SUITES_COMP_SUITE_6_H_

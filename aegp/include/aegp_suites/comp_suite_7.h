@@ -1,6 +1,6 @@
 // Compositions, version 7: names in UTF-16.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_7_H_
-#define EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_7_H_
+#ifndef AEGP_SUITES_COMP_SUITE_7_H_
+#define AEGP_SUITES_COMP_SUITE_7_H_
 
 #include "aegp_types/color.h"
 #include "aegp_types/comp.h"
@@ -53,4 +53,4 @@ typedef struct AEGP_CompSuite7 {
                                          AEGP_StreamRefH* streamPH);
 } AEGP_CompSuite7;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_COMP_SUITE_7_H_
+#endif  // AEGP_SUITES_COMP_SUITE_7_H_

@@ -1,6 +1,6 @@
 // Effects on layers, and the installed ones.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_EFFECT_SUITE_3_H_
-#define EXFLATE_AEGP_AEGP_SUITES_EFFECT_SUITE_3_H_
+#ifndef AEGP_SUITES_EFFECT_SUITE_3_H_
+#define AEGP_SUITES_EFFECT_SUITE_3_H_
 
 #include "AE_Effect.h"
 #include "aegp_types/effect.h"
@@ -34,4 +34,4 @@ typedef struct AEGP_EffectSuite3 {
     A_Err (*AEGP_DuplicateEffect)(AEGP_EffectRefH original_effect_refH, AEGP_EffectRefH* duplicate_effect_refPH);
 } AEGP_EffectSuite3;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_EFFECT_SUITE_3_H_
+#endif  // AEGP_SUITES_EFFECT_SUITE_3_H_

@@ -1,6 +1,6 @@
 // Footage. What a project has adopted must not be disposed of.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_FOOTAGE_SUITE_5_H_
-#define EXFLATE_AEGP_AEGP_SUITES_FOOTAGE_SUITE_5_H_
+#ifndef AEGP_SUITES_FOOTAGE_SUITE_5_H_
+#define AEGP_SUITES_FOOTAGE_SUITE_5_H_
 
 #include "AE_IO.h"
 #include "aegp_types/color.h"
@@ -41,4 +41,4 @@ typedef struct AEGP_FootageSuite5 {
     A_Err (*AEGP_GetFootageSequenceImportOptions)(AEGP_FootageH footageH, AEGP_FileSequenceImportOptions* optionsP);
 } AEGP_FootageSuite5;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_FOOTAGE_SUITE_5_H_
+#endif  // AEGP_SUITES_FOOTAGE_SUITE_5_H_

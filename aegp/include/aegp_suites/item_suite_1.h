@@ -1,6 +1,6 @@
 // Items of the project, version 1: the walk starts from any item; names of 8-bit characters.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_1_H_
-#define EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_1_H_
+#ifndef AEGP_SUITES_ITEM_SUITE_1_H_
+#define AEGP_SUITES_ITEM_SUITE_1_H_
 
 #include "aegp_types/color.h"
 #include "aegp_types/handles.h"
@@ -31,4 +31,4 @@ typedef struct AEGP_ItemSuite1 {
                                          const AEGP_SoundDataFormat* sound_formatP, AEGP_SoundDataH* new_sound_dataPH);
 } AEGP_ItemSuite1;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_1_H_
+#endif  // AEGP_SUITES_ITEM_SUITE_1_H_

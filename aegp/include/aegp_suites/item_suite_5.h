@@ -1,6 +1,6 @@
 // Items of the project, version 5: with comments.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_5_H_
-#define EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_5_H_
+#ifndef AEGP_SUITES_ITEM_SUITE_5_H_
+#define AEGP_SUITES_ITEM_SUITE_5_H_
 
 #include "aegp_types/handles.h"
 #include "aegp_types/item.h"
@@ -30,4 +30,4 @@ typedef struct AEGP_ItemSuite5 {
     A_Err (*AEGP_SetItemComment)(AEGP_ItemH itemH, const char* commentZ);
 } AEGP_ItemSuite5;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_5_H_
+#endif  // AEGP_SUITES_ITEM_SUITE_5_H_

@@ -1,6 +1,6 @@
 // Items of the project, version 6: walks one project from its first item; with labels.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_6_H_
-#define EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_6_H_
+#ifndef AEGP_SUITES_ITEM_SUITE_6_H_
+#define AEGP_SUITES_ITEM_SUITE_6_H_
 
 #include "aegp_types/handles.h"
 #include "aegp_types/item.h"
@@ -34,4 +34,4 @@ typedef struct AEGP_ItemSuite6 {
     A_Err (*AEGP_SetItemLabel)(AEGP_ItemH itemH, AEGP_LabelID label);
 } AEGP_ItemSuite6;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_6_H_
+#endif  // AEGP_SUITES_ITEM_SUITE_6_H_

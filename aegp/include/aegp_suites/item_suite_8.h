@@ -1,6 +1,6 @@
 // Items of the project, version 8: names in UTF-16.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_8_H_
-#define EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_8_H_
+#ifndef AEGP_SUITES_ITEM_SUITE_8_H_
+#define AEGP_SUITES_ITEM_SUITE_8_H_
 
 #include "aegp_types/handles.h"
 #include "aegp_types/item.h"
@@ -35,4 +35,4 @@ typedef struct AEGP_ItemSuite8 {
     A_Err (*AEGP_GetItemMRUView)(AEGP_ItemH itemH, AEGP_ItemViewP* mru_viewP);
 } AEGP_ItemSuite8;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_ITEM_SUITE_8_H_
+#endif  // AEGP_SUITES_ITEM_SUITE_8_H_

@@ -1,6 +1,6 @@
 // Keyframes. Changing their number makes the indices of the others stale.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_KEYFRAME_SUITE_4_H_
-#define EXFLATE_AEGP_AEGP_SUITES_KEYFRAME_SUITE_4_H_
+#ifndef AEGP_SUITES_KEYFRAME_SUITE_4_H_
+#define AEGP_SUITES_KEYFRAME_SUITE_4_H_
 
 #include "aegp_types/handles.h"
 #include "aegp_types/keyframe.h"
@@ -45,4 +45,4 @@ typedef struct AEGP_KeyframeSuite4 {
     A_Err (*AEGP_EndAddKeyframes)(A_Boolean addB, AEGP_AddKeyframesInfoH akH);
 } AEGP_KeyframeSuite4;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_KEYFRAME_SUITE_4_H_
+#endif  // AEGP_SUITES_KEYFRAME_SUITE_4_H_

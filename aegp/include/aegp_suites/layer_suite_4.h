@@ -1,6 +1,6 @@
 // Layers, version 4: names of 8-bit characters in buffers of AEGP_MAX_LAYER_NAME_SIZE.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_4_H_
-#define EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_4_H_
+#ifndef AEGP_SUITES_LAYER_SUITE_4_H_
+#define AEGP_SUITES_LAYER_SUITE_4_H_
 
 #include "aegp_types/handles.h"
 #include "aegp_types/layer.h"
@@ -58,4 +58,4 @@ typedef struct AEGP_LayerSuite4 {
     A_Err (*AEGP_DuplicateLayer)(AEGP_LayerH orig_layerH, AEGP_LayerH* duplicate_layerPH);
 } AEGP_LayerSuite4;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_4_H_
+#endif  // AEGP_SUITES_LAYER_SUITE_4_H_

@@ -1,6 +1,6 @@
 // Layers, version 5: names of 8-bit characters in buffers of AEGP_MAX_LAYER_NAME_SIZE.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_5_H_
-#define EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_5_H_
+#ifndef AEGP_SUITES_LAYER_SUITE_5_H_
+#define AEGP_SUITES_LAYER_SUITE_5_H_
 
 #include "aegp_types/handles.h"
 #include "aegp_types/layer.h"
@@ -59,4 +59,4 @@ typedef struct AEGP_LayerSuite5 {
     A_Err (*AEGP_GetLayerFromLayerID)(AEGP_CompH parent_compH, AEGP_LayerIDVal id, AEGP_LayerH* layerPH);
 } AEGP_LayerSuite5;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_5_H_
+#endif  // AEGP_SUITES_LAYER_SUITE_5_H_

@@ -1,6 +1,6 @@
 // Layers, version 6: names in UTF-16, in memory handles.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_6_H_
-#define EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_6_H_
+#ifndef AEGP_SUITES_LAYER_SUITE_6_H_
+#define AEGP_SUITES_LAYER_SUITE_6_H_
 
 #include "aegp_types/handles.h"
 #include "aegp_types/layer.h"
@@ -60,4 +60,4 @@ typedef struct AEGP_LayerSuite6 {
     A_Err (*AEGP_GetLayerFromLayerID)(AEGP_CompH parent_compH, AEGP_LayerIDVal id, AEGP_LayerH* layerPH);
 } AEGP_LayerSuite6;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_6_H_
+#endif  // AEGP_SUITES_LAYER_SUITE_6_H_

@@ -1,6 +1,6 @@
 // Layers, version 7: names in UTF-16, in memory handles.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_7_H_
-#define EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_7_H_
+#ifndef AEGP_SUITES_LAYER_SUITE_7_H_
+#define AEGP_SUITES_LAYER_SUITE_7_H_
 
 #include "aegp_types/handles.h"
 #include "aegp_types/item.h"
@@ -63,4 +63,4 @@ typedef struct AEGP_LayerSuite7 {
     A_Err (*AEGP_SetLayerLabel)(AEGP_LayerH layerH, AEGP_LabelID label);
 } AEGP_LayerSuite7;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_LAYER_SUITE_7_H_
+#endif  // AEGP_SUITES_LAYER_SUITE_7_H_

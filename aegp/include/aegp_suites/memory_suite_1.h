@@ -1,6 +1,6 @@
 // Memory handles. Each lock wants an unlock, each handle from the host wants freeing.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_MEMORY_SUITE_1_H_
-#define EXFLATE_AEGP_AEGP_SUITES_MEMORY_SUITE_1_H_
+#ifndef AEGP_SUITES_MEMORY_SUITE_1_H_
+#define AEGP_SUITES_MEMORY_SUITE_1_H_
 
 #include "aegp_types/handles.h"
 #include "aegp_types/memory.h"
@@ -17,4 +17,4 @@ typedef struct AEGP_MemorySuite1 {
     A_Err (*AEGP_GetMemStats)(AEGP_PluginID plugin_id, A_long* countPL, A_long* sizePL);
 } AEGP_MemorySuite1;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_MEMORY_SUITE_1_H_
+#endif  // AEGP_SUITES_MEMORY_SUITE_1_H_

@@ -1,6 +1,6 @@
 // Names and version integers for AcquireSuite. The integer is rarely the number in the table's name.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_NAMES_AND_VERSIONS_H_
-#define EXFLATE_AEGP_AEGP_SUITES_NAMES_AND_VERSIONS_H_
+#ifndef AEGP_SUITES_NAMES_AND_VERSIONS_H_
+#define AEGP_SUITES_NAMES_AND_VERSIONS_H_
 
 #define kAEGPCommandSuite "AEGP Command Suite"
 #define kAEGPCommandSuiteVersion1 1
@@ -88,4 +88,4 @@
 #define kAEGPEffectSuiteVersion4 4
 #define kAEGPEffectSuiteVersion5 5
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_NAMES_AND_VERSIONS_H_
+#endif  // AEGP_SUITES_NAMES_AND_VERSIONS_H_

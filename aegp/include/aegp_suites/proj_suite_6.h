@@ -1,6 +1,6 @@
 // Projects, version 6: AEGP_TimeDisplay3.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_PROJ_SUITE_6_H_
-#define EXFLATE_AEGP_AEGP_SUITES_PROJ_SUITE_6_H_
+#ifndef AEGP_SUITES_PROJ_SUITE_6_H_
+#define AEGP_SUITES_PROJ_SUITE_6_H_
 
 #include "aegp_types/handles.h"
 #include "aegp_types/project.h"
@@ -22,4 +22,4 @@ typedef struct AEGP_ProjSuite6 {
     A_Err (*AEGP_SetProjectBitDepth)(AEGP_ProjectH projectH, AEGP_ProjBitDepth bit_depth);
 } AEGP_ProjSuite6;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_PROJ_SUITE_6_H_
+#endif  // AEGP_SUITES_PROJ_SUITE_6_H_

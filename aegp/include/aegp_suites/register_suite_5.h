@@ -1,6 +1,6 @@
 // Registration of hooks; legal only while the entry point runs.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_REGISTER_SUITE_5_H_
-#define EXFLATE_AEGP_AEGP_SUITES_REGISTER_SUITE_5_H_
+#ifndef AEGP_SUITES_REGISTER_SUITE_5_H_
+#define AEGP_SUITES_REGISTER_SUITE_5_H_
 
 #include "AE_IO.h"
 #include "PR_Public.h"
@@ -39,4 +39,4 @@ typedef struct AEGP_RegisterSuite5 {
     A_Err (*AEGP_RegisterPresetLocalizationString)(const A_char* english_nameZ, const A_char* localized_nameZ);
 } AEGP_RegisterSuite5;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_REGISTER_SUITE_5_H_
+#endif  // AEGP_SUITES_REGISTER_SUITE_5_H_

@@ -1,6 +1,6 @@
 // Streams, version 4: expressions are 8-bit text.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_STREAM_SUITE_4_H_
-#define EXFLATE_AEGP_AEGP_SUITES_STREAM_SUITE_4_H_
+#ifndef AEGP_SUITES_STREAM_SUITE_4_H_
+#define AEGP_SUITES_STREAM_SUITE_4_H_
 
 #include "AE_Effect.h"
 #include "aegp_types/handles.h"
@@ -42,4 +42,4 @@ typedef struct AEGP_StreamSuite4 {
                                      AEGP_StreamRefH* dup_streamPH);
 } AEGP_StreamSuite4;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_STREAM_SUITE_4_H_
+#endif  // AEGP_SUITES_STREAM_SUITE_4_H_

@@ -1,6 +1,6 @@
 // Messages, undo groups, palettes, consoles.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_UTILITY_SUITE_3_H_
-#define EXFLATE_AEGP_AEGP_SUITES_UTILITY_SUITE_3_H_
+#ifndef AEGP_SUITES_UTILITY_SUITE_3_H_
+#define AEGP_SUITES_UTILITY_SUITE_3_H_
 
 #include "aegp_types/color.h"
 #include "aegp_types/handles.h"
@@ -35,4 +35,4 @@ typedef struct AEGP_UtilitySuite3 {
     A_Err (*AEGP_WriteToDebugLog)(const A_char* subsystemZ, const A_char* event_typeZ, const A_char* infoZ);
 } AEGP_UtilitySuite3;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_UTILITY_SUITE_3_H_
+#endif  // AEGP_SUITES_UTILITY_SUITE_3_H_

@@ -1,6 +1,6 @@
 // Messages, undo groups, palettes, scripts, plug-in paths.
-#ifndef EXFLATE_AEGP_AEGP_SUITES_UTILITY_SUITE_6_H_
-#define EXFLATE_AEGP_AEGP_SUITES_UTILITY_SUITE_6_H_
+#ifndef AEGP_SUITES_UTILITY_SUITE_6_H_
+#define AEGP_SUITES_UTILITY_SUITE_6_H_
 
 #include "aegp_types/color.h"
 #include "aegp_types/handles.h"
@@ -45,4 +45,4 @@ typedef struct AEGP_UtilitySuite6 {
                                  AEGP_MemHandle* unicode_pathPH);
 } AEGP_UtilitySuite6;
 
-#endif  // EXFLATE_AEGP_AEGP_SUITES_UTILITY_SUITE_6_H_
+#endif  // AEGP_SUITES_UTILITY_SUITE_6_H_

@@ -1,6 +1,6 @@
 // Collections: what a selection holds.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_COLLECTION_H_
-#define EXFLATE_AEGP_AEGP_TYPES_COLLECTION_H_
+#ifndef AEGP_TYPES_COLLECTION_H_
+#define AEGP_TYPES_COLLECTION_H_
 
 #include "aegp_types/effect.h"
 #include "aegp_types/keyframe.h"
@@ -95,4 +95,4 @@ typedef struct AEGP_CollectionItemV2 {
     AEGP_StreamRefH stream_refH;
 } AEGP_CollectionItemV2;
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_COLLECTION_H_
+#endif  // AEGP_TYPES_COLLECTION_H_

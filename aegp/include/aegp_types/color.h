@@ -1,6 +1,6 @@
 // Colours as the host's palettes, solids and streams keep them: alpha first, 0 to 1.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_COLOR_H_
-#define EXFLATE_AEGP_AEGP_TYPES_COLOR_H_
+#ifndef AEGP_TYPES_COLOR_H_
+#define AEGP_TYPES_COLOR_H_
 
 #include "A.h"
 
@@ -11,4 +11,4 @@ typedef struct AEGP_ColorVal {
     A_FpLong blueF;
 } AEGP_ColorVal;
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_COLOR_H_
+#endif  // AEGP_TYPES_COLOR_H_

@@ -1,6 +1,6 @@
 // Commands and menus.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_COMMAND_H_
-#define EXFLATE_AEGP_AEGP_TYPES_COMMAND_H_
+#ifndef AEGP_TYPES_COMMAND_H_
+#define AEGP_TYPES_COMMAND_H_
 
 #include "A.h"
 
@@ -48,4 +48,4 @@ enum {
     AEGP_WindType_OTHER,
 };
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_COMMAND_H_
+#endif  // AEGP_TYPES_COMMAND_H_

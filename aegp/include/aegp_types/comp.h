@@ -1,6 +1,6 @@
 // Compositions.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_COMP_H_
-#define EXFLATE_AEGP_AEGP_TYPES_COMP_H_
+#ifndef AEGP_TYPES_COMP_H_
+#define AEGP_TYPES_COMP_H_
 
 #include "A.h"
 
@@ -24,4 +24,4 @@ enum {
     AEGP_CompFlag_RESERVED_3 = 1 << 10,
 };
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_COMP_H_
+#endif  // AEGP_TYPES_COMP_H_

@@ -1,6 +1,6 @@
 // Effects: the installed ones and those on layers.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_EFFECT_H_
-#define EXFLATE_AEGP_AEGP_TYPES_EFFECT_H_
+#ifndef AEGP_TYPES_EFFECT_H_
+#define AEGP_TYPES_EFFECT_H_
 
 #include "AE_Effect.h"
 
@@ -23,4 +23,4 @@ enum {
     AEGP_EffectFlags_MISSING = 1 << 3,
 };
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_EFFECT_H_
+#endif  // AEGP_TYPES_EFFECT_H_

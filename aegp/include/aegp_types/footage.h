@@ -1,6 +1,6 @@
 // Footage: how it is read and interpreted.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_FOOTAGE_H_
-#define EXFLATE_AEGP_AEGP_TYPES_FOOTAGE_H_
+#ifndef AEGP_TYPES_FOOTAGE_H_
+#define AEGP_TYPES_FOOTAGE_H_
 
 #include "A.h"
 #include "AE_IO.h"
@@ -91,4 +91,4 @@ enum {
     AEGP_InterpretationStyle_NO_DIALOG_NO_GUESS,
 };
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_FOOTAGE_H_
+#endif  // AEGP_TYPES_FOOTAGE_H_

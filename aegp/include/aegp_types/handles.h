@@ -1,6 +1,6 @@
 // Handles, identifiers and the plug-in's own reference constants.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_HANDLES_H_
-#define EXFLATE_AEGP_AEGP_TYPES_HANDLES_H_
+#ifndef AEGP_TYPES_HANDLES_H_
+#define AEGP_TYPES_HANDLES_H_
 
 #include "A.h"
 
@@ -40,4 +40,4 @@ typedef A_long AEGP_LayerIDVal;
 typedef A_long AEGP_MaskIDVal;
 #define AEGP_MaskIDVal_NONE 0
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_HANDLES_H_
+#endif  // AEGP_TYPES_HANDLES_H_

@@ -1,6 +1,6 @@
 // The functions a plug-in registers with the host. They are C functions: no exception may leave them.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_HOOK_H_
-#define EXFLATE_AEGP_AEGP_TYPES_HOOK_H_
+#ifndef AEGP_TYPES_HOOK_H_
+#define AEGP_TYPES_HOOK_H_
 
 #include "aegp_types/command.h"
 #include "aegp_types/handles.h"
@@ -24,4 +24,4 @@ typedef A_Err (*AEGP_AboutStringHook)(AEGP_GlobalRefcon plugin_refconP, AEGP_Abo
 typedef A_Err (*AEGP_AboutHook)(AEGP_GlobalRefcon plugin_refconP, AEGP_AboutRefcon refconP);
 typedef A_Err (*AEGP_IdleHook)(AEGP_GlobalRefcon plugin_refconP, AEGP_IdleRefcon refconP, A_long* max_sleepPL);
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_HOOK_H_
+#endif  // AEGP_TYPES_HOOK_H_

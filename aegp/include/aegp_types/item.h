@@ -1,6 +1,6 @@
 // Items of the project: folders, compositions, footage.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_ITEM_H_
-#define EXFLATE_AEGP_AEGP_TYPES_ITEM_H_
+#ifndef AEGP_TYPES_ITEM_H_
+#define AEGP_TYPES_ITEM_H_
 
 #include "A.h"
 
@@ -52,4 +52,4 @@ enum {
     AEGP_Label_NUMTYPES,
 };
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_ITEM_H_
+#endif  // AEGP_TYPES_ITEM_H_

@@ -1,6 +1,6 @@
 // Keyframes: interpolation, easing, flags.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_KEYFRAME_H_
-#define EXFLATE_AEGP_AEGP_TYPES_KEYFRAME_H_
+#ifndef AEGP_TYPES_KEYFRAME_H_
+#define AEGP_TYPES_KEYFRAME_H_
 
 #include "A.h"
 
@@ -44,4 +44,4 @@ enum {
     AEGP_KeyframeFlag_ROVING = 1 << 4,
 };
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_KEYFRAME_H_
+#endif  // AEGP_TYPES_KEYFRAME_H_

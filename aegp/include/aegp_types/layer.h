@@ -1,6 +1,6 @@
 // Layers: flags, kinds, quality, transfer modes, and the two clocks.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_LAYER_H_
-#define EXFLATE_AEGP_AEGP_TYPES_LAYER_H_
+#ifndef AEGP_TYPES_LAYER_H_
+#define AEGP_TYPES_LAYER_H_
 
 #include "AE_Effect.h"
 
@@ -86,4 +86,4 @@ typedef struct AEGP_LayerTransferMode {
     AEGP_TrackMatte track_matte;
 } AEGP_LayerTransferMode;
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_LAYER_H_
+#endif  // AEGP_TYPES_LAYER_H_

@@ -1,6 +1,6 @@
 // The host's memory handles.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_MEMORY_H_
-#define EXFLATE_AEGP_AEGP_TYPES_MEMORY_H_
+#ifndef AEGP_TYPES_MEMORY_H_
+#define AEGP_TYPES_MEMORY_H_
 
 #include "A.h"
 
@@ -14,4 +14,4 @@ enum {
 // 32 bits wide even in a 64-bit host.
 typedef A_u_long AEGP_MemSize;
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_MEMORY_H_
+#endif  // AEGP_TYPES_MEMORY_H_

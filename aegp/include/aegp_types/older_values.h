@@ -1,6 +1,6 @@
 // Older forms of values and collection items. No suite declared here takes them.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_OLDER_VALUES_H_
-#define EXFLATE_AEGP_AEGP_TYPES_OLDER_VALUES_H_
+#ifndef AEGP_TYPES_OLDER_VALUES_H_
+#define AEGP_TYPES_OLDER_VALUES_H_
 
 #include "aegp_types/collection.h"
 
@@ -49,4 +49,4 @@ typedef struct AEGP_CollectionItem {
     } u;
 } AEGP_CollectionItem;
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_OLDER_VALUES_H_
+#endif  // AEGP_TYPES_OLDER_VALUES_H_

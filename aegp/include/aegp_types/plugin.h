@@ -1,6 +1,6 @@
 // The plug-in as the host sees it: its entry point and the folders it may live in.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_PLUGIN_H_
-#define EXFLATE_AEGP_AEGP_TYPES_PLUGIN_H_
+#ifndef AEGP_TYPES_PLUGIN_H_
+#define AEGP_TYPES_PLUGIN_H_
 
 #include "SPBasic.h"
 #include "aegp_types/handles.h"
@@ -27,4 +27,4 @@ typedef struct AEGP_ErrReportState {
     A_long reservedAL[12];
 } AEGP_ErrReportState;
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_PLUGIN_H_
+#endif  // AEGP_TYPES_PLUGIN_H_

@@ -1,6 +1,6 @@
 // Projects: bit depth, platform, and how times are displayed.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_PROJECT_H_
-#define EXFLATE_AEGP_AEGP_TYPES_PROJECT_H_
+#ifndef AEGP_TYPES_PROJECT_H_
+#define AEGP_TYPES_PROJECT_H_
 
 #include "A.h"
 
@@ -68,4 +68,4 @@ typedef struct AEGP_TimeDisplay3 {
     AEGP_FramesDisplayMode frames_display_mode;
 } AEGP_TimeDisplay3;
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_PROJECT_H_
+#endif  // AEGP_TYPES_PROJECT_H_

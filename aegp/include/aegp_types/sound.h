@@ -1,6 +1,6 @@
 // The format of sound data.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_SOUND_H_
-#define EXFLATE_AEGP_AEGP_TYPES_SOUND_H_
+#ifndef AEGP_TYPES_SOUND_H_
+#define AEGP_TYPES_SOUND_H_
 
 #include "A.h"
 
@@ -20,4 +20,4 @@ typedef struct AEGP_SoundDataFormat {
     A_long num_channelsL;
 } AEGP_SoundDataFormat;
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_SOUND_H_
+#endif  // AEGP_TYPES_SOUND_H_

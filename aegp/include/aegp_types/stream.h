@@ -1,6 +1,6 @@
 // Streams: which ones a layer and a mask have, and their values.
-#ifndef EXFLATE_AEGP_AEGP_TYPES_STREAM_H_
-#define EXFLATE_AEGP_AEGP_TYPES_STREAM_H_
+#ifndef AEGP_TYPES_STREAM_H_
+#define AEGP_TYPES_STREAM_H_
 
 #include "aegp_types/color.h"
 #include "aegp_types/handles.h"
@@ -149,4 +149,4 @@ typedef struct AEGP_StreamValue2 {
     AEGP_StreamVal2 val;
 } AEGP_StreamValue2;
 
-#endif  // EXFLATE_AEGP_AEGP_TYPES_STREAM_H_
+#endif  // AEGP_TYPES_STREAM_H_
