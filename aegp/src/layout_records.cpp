@@ -188,36 +188,16 @@ CHECK_UNSIGNED(AEGP_InterpretationStyle);
 CHECK_UNSIGNED(AEGP_HookPriority);
 CHECK_UNSIGNED(AEGP_GetPathTypes);
 
-CHECK_SIZE(A_Time, 8, 4);
-CHECK_FIELD(A_Time, value, 0);
-CHECK_FIELD(A_Time, scale, 4);
+// By its place, because include/ is not on the path when the kit's headers are.
+#define RECORD(structure, size, alignment) CHECK_SIZE(structure, size, alignment);
+#define FIELD(structure, member, offset, name) CHECK_FIELD(structure, member, offset);
+#define FIELD_IF(structure, member, offset, name, type) CHECK_FIELD(structure, member, offset);
+#include "../include/records.def"
 
-CHECK_SIZE(A_Ratio, 8, 4);
-CHECK_FIELD(A_Ratio, num, 0);
-CHECK_FIELD(A_Ratio, den, 4);
-
-CHECK_SIZE(A_FloatPoint, 16, 8);
-CHECK_FIELD(A_FloatPoint, x, 0);
-CHECK_FIELD(A_FloatPoint, y, 8);
-
-CHECK_SIZE(A_FloatRect, 32, 8);
-CHECK_FIELD(A_FloatRect, left, 0);
-CHECK_FIELD(A_FloatRect, top, 8);
-CHECK_FIELD(A_FloatRect, right, 16);
-CHECK_FIELD(A_FloatRect, bottom, 24);
-
-CHECK_SIZE(A_Matrix4, 128, 8);
-CHECK_FIELD(A_Matrix4, mat, 0);
-
-CHECK_SIZE(A_Color, 32, 8);
-CHECK_FIELD(A_Color, alpha, 0);
-CHECK_FIELD(A_Color, red, 8);
-CHECK_FIELD(A_Color, green, 16);
-CHECK_FIELD(A_Color, blue, 24);
-
-CHECK_SIZE(A_Version, 4, 2);
-CHECK_FIELD(A_Version, majorS, 0);
-CHECK_FIELD(A_Version, minorS, 2);
+// Unions inside records.
+CHECK_SIZE(decltype(AEGP_StreamCollectionItem::u), 24, 8);
+CHECK_SIZE(decltype(AEGP_CollectionItemV2::u), 40, 8);
+CHECK_SIZE(decltype(AEGP_CollectionItem::u), 40, 8);
 
 CHECK_SIZE(SPBasicSuite, 56, 8);
 CHECK_FIELD(SPBasicSuite, AcquireSuite, 0);
@@ -227,64 +207,6 @@ CHECK_FIELD(SPBasicSuite, AllocateBlock, 24);
 CHECK_FIELD(SPBasicSuite, FreeBlock, 32);
 CHECK_FIELD(SPBasicSuite, ReallocateBlock, 40);
 CHECK_FIELD(SPBasicSuite, Undefined, 48);
-
-CHECK_SIZE(FIEL_Label, 18, 2);
-CHECK_FIELD(FIEL_Label, signature, 0);
-CHECK_FIELD(FIEL_Label, version, 4);
-CHECK_FIELD(FIEL_Label, type, 6);
-CHECK_FIELD(FIEL_Label, order, 10);
-CHECK_FIELD(FIEL_Label, reserved, 14);
-
-CHECK_SIZE(AEGP_ColorVal, 32, 8);
-CHECK_FIELD(AEGP_ColorVal, alphaF, 0);
-CHECK_FIELD(AEGP_ColorVal, redF, 8);
-CHECK_FIELD(AEGP_ColorVal, greenF, 16);
-CHECK_FIELD(AEGP_ColorVal, blueF, 24);
-
-CHECK_SIZE(AEGP_TimeDisplay2, 12, 4);
-CHECK_FIELD(AEGP_TimeDisplay2, time_display_type, 0);
-CHECK_FIELD(AEGP_TimeDisplay2, timebaseC, 1);
-CHECK_FIELD(AEGP_TimeDisplay2, non_drop_30B, 2);
-CHECK_FIELD(AEGP_TimeDisplay2, frames_per_footC, 3);
-CHECK_FIELD(AEGP_TimeDisplay2, starting_frameL, 4);
-CHECK_FIELD(AEGP_TimeDisplay2, auto_timecode_baseB, 8);
-
-CHECK_SIZE(AEGP_TimeDisplay3, 7, 1);
-CHECK_FIELD(AEGP_TimeDisplay3, display_mode, 0);
-CHECK_FIELD(AEGP_TimeDisplay3, footage_display_mode, 1);
-CHECK_FIELD(AEGP_TimeDisplay3, display_dropframeB, 2);
-CHECK_FIELD(AEGP_TimeDisplay3, use_feet_framesB, 3);
-CHECK_FIELD(AEGP_TimeDisplay3, timebaseC, 4);
-CHECK_FIELD(AEGP_TimeDisplay3, frames_per_footC, 5);
-CHECK_FIELD(AEGP_TimeDisplay3, frames_display_mode, 6);
-
-CHECK_SIZE(AEGP_SoundDataFormat, 24, 8);
-CHECK_FIELD(AEGP_SoundDataFormat, sample_rateF, 0);
-CHECK_FIELD(AEGP_SoundDataFormat, encoding, 8);
-CHECK_FIELD(AEGP_SoundDataFormat, bytes_per_sampleL, 12);
-CHECK_FIELD(AEGP_SoundDataFormat, num_channelsL, 16);
-
-CHECK_SIZE(AEGP_DownsampleFactor, 4, 2);
-CHECK_FIELD(AEGP_DownsampleFactor, xS, 0);
-CHECK_FIELD(AEGP_DownsampleFactor, yS, 2);
-
-CHECK_SIZE(AEGP_LayerTransferMode, 12, 4);
-CHECK_FIELD(AEGP_LayerTransferMode, mode, 0);
-CHECK_FIELD(AEGP_LayerTransferMode, flags, 4);
-CHECK_FIELD(AEGP_LayerTransferMode, track_matte, 8);
-
-CHECK_SIZE(AEGP_TwoDVal, 16, 8);
-CHECK_FIELD(AEGP_TwoDVal, x, 0);
-CHECK_FIELD(AEGP_TwoDVal, y, 8);
-
-CHECK_SIZE(AEGP_ThreeDVal, 24, 8);
-CHECK_FIELD(AEGP_ThreeDVal, x, 0);
-CHECK_FIELD(AEGP_ThreeDVal, y, 8);
-CHECK_FIELD(AEGP_ThreeDVal, z, 16);
-
-CHECK_SIZE(AEGP_KeyframeEase, 16, 8);
-CHECK_FIELD(AEGP_KeyframeEase, speedF, 0);
-CHECK_FIELD(AEGP_KeyframeEase, influenceF, 8);
 
 CHECK_SIZE(AEGP_StreamVal2, 32, 8);
 CHECK_FIELD(AEGP_StreamVal2, four_d, 0);
@@ -303,99 +225,6 @@ CHECK_SIZE(AEGP_StreamValue2, 40, 8);
 CHECK_FIELD(AEGP_StreamValue2, streamH, 0);
 CHECK_FIELD(AEGP_StreamValue2, val, 8);
 
-CHECK_SIZE(AEGP_AlphaLabel, 8, 4);
-CHECK_FIELD(AEGP_AlphaLabel, flags, 0);
-CHECK_FIELD(AEGP_AlphaLabel, redCu, 4);
-CHECK_FIELD(AEGP_AlphaLabel, greenCu, 5);
-CHECK_FIELD(AEGP_AlphaLabel, blueCu, 6);
-
-CHECK_SIZE(AEGP_LoopBehavior, 8, 4);
-CHECK_FIELD(AEGP_LoopBehavior, loops, 0);
-CHECK_FIELD(AEGP_LoopBehavior, reserved, 4);
-
-CHECK_SIZE(AEGP_FootageInterp, 72, 8);
-CHECK_FIELD(AEGP_FootageInterp, il, 0);
-CHECK_FIELD(AEGP_FootageInterp, al, 20);
-CHECK_FIELD(AEGP_FootageInterp, pd, 28);
-CHECK_FIELD(AEGP_FootageInterp, loop, 32);
-CHECK_FIELD(AEGP_FootageInterp, pix_aspect_ratio, 40);
-CHECK_FIELD(AEGP_FootageInterp, native_fpsF, 48);
-CHECK_FIELD(AEGP_FootageInterp, conform_fpsF, 56);
-CHECK_FIELD(AEGP_FootageInterp, depthL, 64);
-CHECK_FIELD(AEGP_FootageInterp, motion_dB, 68);
-
-CHECK_SIZE(AEGP_FootageLayerKey, 76, 4);
-CHECK_FIELD(AEGP_FootageLayerKey, layer_idL, 0);
-CHECK_FIELD(AEGP_FootageLayerKey, layer_indexL, 4);
-CHECK_FIELD(AEGP_FootageLayerKey, nameAC, 8);
-CHECK_FIELD(AEGP_FootageLayerKey, layer_draw_style, 72);
-
-CHECK_SIZE(AEGP_FileSequenceImportOptions, 12, 4);
-CHECK_FIELD(AEGP_FileSequenceImportOptions, all_in_folderB, 0);
-CHECK_FIELD(AEGP_FileSequenceImportOptions, force_alphabeticalB, 1);
-CHECK_FIELD(AEGP_FileSequenceImportOptions, start_frameL, 4);
-CHECK_FIELD(AEGP_FileSequenceImportOptions, end_frameL, 8);
-
-CHECK_SIZE(AEGP_ErrReportState, 48, 4);
-CHECK_FIELD(AEGP_ErrReportState, reservedAL, 0);
-
-CHECK_SIZE(AEGP_LayerCollectionItem, 8, 8);
-CHECK_FIELD(AEGP_LayerCollectionItem, layerH, 0);
-
-CHECK_SIZE(AEGP_MaskCollectionItem, 16, 8);
-CHECK_FIELD(AEGP_MaskCollectionItem, layerH, 0);
-CHECK_FIELD(AEGP_MaskCollectionItem, index, 8);
-
-CHECK_SIZE(AEGP_EffectCollectionItem, 16, 8);
-CHECK_FIELD(AEGP_EffectCollectionItem, layerH, 0);
-CHECK_FIELD(AEGP_EffectCollectionItem, index, 8);
-
-CHECK_SIZE(AEGP_MaskStreamCollectionItem, 24, 8);
-CHECK_FIELD(AEGP_MaskStreamCollectionItem, mask, 0);
-CHECK_FIELD(AEGP_MaskStreamCollectionItem, mask_stream, 16);
-
-CHECK_SIZE(AEGP_EffectStreamCollectionItem, 24, 8);
-CHECK_FIELD(AEGP_EffectStreamCollectionItem, effect, 0);
-CHECK_FIELD(AEGP_EffectStreamCollectionItem, param_index, 16);
-
-CHECK_SIZE(AEGP_LayerStreamCollectionItem, 16, 8);
-CHECK_FIELD(AEGP_LayerStreamCollectionItem, layerH, 0);
-CHECK_FIELD(AEGP_LayerStreamCollectionItem, layer_stream, 8);
-
-CHECK_SIZE(AEGP_StreamCollectionItem, 32, 8);
-CHECK_FIELD(AEGP_StreamCollectionItem, type, 0);
-CHECK_FIELD(AEGP_StreamCollectionItem, u, 8);
-CHECK_SIZE(decltype(AEGP_StreamCollectionItem::u), 24, 8);
-CHECK_FIELD(AEGP_StreamCollectionItem, u.layer_stream, 8);
-CHECK_FIELD(AEGP_StreamCollectionItem, u.mask_stream, 8);
-CHECK_FIELD(AEGP_StreamCollectionItem, u.effect_stream, 8);
-
-CHECK_SIZE(AEGP_MaskVertexCollectionItem, 24, 8);
-CHECK_FIELD(AEGP_MaskVertexCollectionItem, mask_sel, 0);
-CHECK_FIELD(AEGP_MaskVertexCollectionItem, index, 16);
-
-CHECK_SIZE(AEGP_KeyframeCollectionItem, 40, 8);
-CHECK_FIELD(AEGP_KeyframeCollectionItem, stream_coll, 0);
-CHECK_FIELD(AEGP_KeyframeCollectionItem, index, 32);
-
-CHECK_SIZE(AEGP_CollectionItemV2, 56, 8);
-CHECK_FIELD(AEGP_CollectionItemV2, type, 0);
-CHECK_FIELD(AEGP_CollectionItemV2, u, 8);
-CHECK_SIZE(decltype(AEGP_CollectionItemV2::u), 40, 8);
-CHECK_FIELD(AEGP_CollectionItemV2, u.layer, 8);
-CHECK_FIELD(AEGP_CollectionItemV2, u.mask, 8);
-CHECK_FIELD(AEGP_CollectionItemV2, u.effect, 8);
-CHECK_FIELD(AEGP_CollectionItemV2, u.stream, 8);
-CHECK_FIELD(AEGP_CollectionItemV2, u.mask_vertex, 8);
-CHECK_FIELD(AEGP_CollectionItemV2, u.keyframe, 8);
-CHECK_FIELD(AEGP_CollectionItemV2, stream_refH, 48);
-
-CHECK_SIZE(AEGP_MarkerVal, 1344, 1);
-CHECK_FIELD(AEGP_MarkerVal, nameAC, 0);
-CHECK_FIELD(AEGP_MarkerVal, urlAC, 64);
-CHECK_FIELD(AEGP_MarkerVal, targetAC, 1088);
-CHECK_FIELD(AEGP_MarkerVal, chapterAC, 1216);
-
 CHECK_SIZE(AEGP_StreamVal, 32, 8);
 CHECK_FIELD(AEGP_StreamVal, four_d, 0);
 CHECK_FIELD(AEGP_StreamVal, three_d, 0);
@@ -412,14 +241,3 @@ CHECK_FIELD(AEGP_StreamVal, text_documentH, 0);
 CHECK_SIZE(AEGP_StreamValue, 40, 8);
 CHECK_FIELD(AEGP_StreamValue, streamH, 0);
 CHECK_FIELD(AEGP_StreamValue, val, 8);
-
-CHECK_SIZE(AEGP_CollectionItem, 48, 8);
-CHECK_FIELD(AEGP_CollectionItem, type, 0);
-CHECK_FIELD(AEGP_CollectionItem, u, 8);
-CHECK_SIZE(decltype(AEGP_CollectionItem::u), 40, 8);
-CHECK_FIELD(AEGP_CollectionItem, u.layer, 8);
-CHECK_FIELD(AEGP_CollectionItem, u.mask, 8);
-CHECK_FIELD(AEGP_CollectionItem, u.effect, 8);
-CHECK_FIELD(AEGP_CollectionItem, u.stream, 8);
-CHECK_FIELD(AEGP_CollectionItem, u.mask_vertex, 8);
-CHECK_FIELD(AEGP_CollectionItem, u.keyframe, 8);

@@ -43,8 +43,10 @@ foreach(unit layout_records layout_suites layout_values layout_edition)
 endforeach()
 
 # The checks' own numbers.
-must_stop(layout_records src/layout_records.cpp "CHECK_SIZE(AEGP_FootageInterp, 72, 8)" "CHECK_SIZE(AEGP_FootageInterp, 71, 8)"
+must_stop(layout_records include/records.def "RECORD(AEGP_FootageInterp, 72, 8)" "RECORD(AEGP_FootageInterp, 71, 8)"
   "AEGP_FootageInterp is not laid out as the host's")
+must_stop(layout_records include/records.def "FIELD_IF(AEGP_CollectionItemV2, stream_refH, 48," "FIELD_IF(AEGP_CollectionItemV2, stream_refH, 40,"
+  "AEGP_CollectionItemV2::stream_refH is not where the host has it")
 must_stop(layout_suites src/layout_suites.cpp "(LayerSuite, 7, 13, 48)" "(LayerSuite, 7, 13, 49)"
   "AEGP_LayerSuite7 is not laid out as the host's")
 must_stop(layout_suites include/suites.def "SLOT(AEGP_StreamSuite4, 13," "SLOT(AEGP_StreamSuite4, 14,"
