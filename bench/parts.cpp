@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "lottie/document.h"
+#include "document/document.h"
 #include "model/project.h"
-#include "script/dialog_driver.h"
 #include "script/engine.h"
 #include "script/settings.h"
+#include "scriptui/dialog_driver.h"
 
 namespace {
 
@@ -33,19 +33,21 @@ void count_layers(benchmark::State& state) {
 
 void read(benchmark::State& state) {
     const std::string text = animation(static_cast<int>(state.range(0)));
-    for (auto _ : state) benchmark::DoNotOptimize(host::lottie::Document::read(text));
+    for (auto _ : state) benchmark::DoNotOptimize(lottie::document::Document::read(text));
     count_layers(state);
 }
 
 void write_after_one_change(benchmark::State& state) {
-    const host::lottie::Document document = host::lottie::Document::read(animation(static_cast<int>(state.range(0))));
+    const lottie::document::Document document =
+        lottie::document::Document::read(animation(static_cast<int>(state.range(0))));
     document.main_comp().layer_at(0).rename("another");
     for (auto _ : state) benchmark::DoNotOptimize(document.write());
     count_layers(state);
 }
 
 void move_each_layer_to_the_top(benchmark::State& state) {
-    const host::lottie::Document document = host::lottie::Document::read(animation(static_cast<int>(state.range(0))));
+    const lottie::document::Document document =
+        lottie::document::Document::read(animation(static_cast<int>(state.range(0))));
     model::Comp& comp = document.main_comp();
     for (auto _ : state) {
         for (int i = 0; i < comp.layer_count(); ++i) comp.layer_at(i).move_to(0);
@@ -55,7 +57,8 @@ void move_each_layer_to_the_top(benchmark::State& state) {
 }
 
 void find_each_layer_by_name(benchmark::State& state) {
-    const host::lottie::Document document = host::lottie::Document::read(animation(static_cast<int>(state.range(0))));
+    const lottie::document::Document document =
+        lottie::document::Document::read(animation(static_cast<int>(state.range(0))));
     const model::Comp& comp = document.main_comp();
     for (auto _ : state) {
         for (int i = 1; i <= comp.layer_count(); ++i)
@@ -65,7 +68,8 @@ void find_each_layer_by_name(benchmark::State& state) {
 }
 
 void repair_after_renaming_each_layer(benchmark::State& state) {
-    const host::lottie::Document document = host::lottie::Document::read(animation(static_cast<int>(state.range(0))));
+    const lottie::document::Document document =
+        lottie::document::Document::read(animation(static_cast<int>(state.range(0))));
     model::Comp& comp = document.main_comp();
     const int count = comp.layer_count();
     for (int i = 0; i < count; ++i)
@@ -83,12 +87,13 @@ void repair_after_renaming_each_layer(benchmark::State& state) {
     count_layers(state);
 }
 
-class NobodyThere : public host::script::DialogDriver {
-    void drive(host::script::Window&) override {}
+class NobodyThere : public host::scriptui::DialogDriver {
+    void drive(host::scriptui::Window&) override {}
 };
 
 void run_a_script_of_one_statement_for_each_layer(benchmark::State& state) {
-    const host::lottie::Document document = host::lottie::Document::read(animation(static_cast<int>(state.range(0))));
+    const lottie::document::Document document =
+        lottie::document::Document::read(animation(static_cast<int>(state.range(0))));
     std::string script;
     for (int i = 1; i <= document.main_comp().layer_count(); ++i)
         script += "app.project.item(1).layer(" + std::to_string(i) + ").name;";

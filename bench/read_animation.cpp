@@ -8,7 +8,7 @@
 #include <sstream>
 #include <string_view>
 
-#include "lottie/document.h"
+#include "document/document.h"
 #include "runner/plugin_module.h"
 
 int main(int argc, char** argv) {
@@ -23,7 +23,7 @@ int main(int argc, char** argv) {
         std::ifstream in(argv[1], std::ios::binary);
         std::ostringstream bytes;
         bytes << in.rdbuf();
-        const host::lottie::Document document = host::lottie::Document::read(std::move(bytes).str());
+        const lottie::document::Document document = lottie::document::Document::read(std::move(bytes).str());
         if (option == "--write") {
             std::ofstream out(argv[3], std::ios::binary);
             out << document.write();

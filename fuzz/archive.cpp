@@ -1,9 +1,9 @@
 // Any bytes as a packed file: refused with a sentence, or animations that can be changed and packed again.
-#include "archive/archive.h"
+#include "packed/archive.h"
 
 #include "harness.h"
 
-using namespace host::archive;
+using namespace lottie::packed;
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string bytes(fuzz::text_of(data, size));

@@ -1,13 +1,13 @@
 // Any bytes as an animation: refused with a sentence, or read, looked into and written again with the very same bytes;
 // and what is written after changes can be read.
+#include "document/document.h"
 #include "harness.h"
-#include "lottie/document.h"
 #include "model/error.h"
 
 namespace {
 
-using host::lottie::Document;
-using host::lottie::InputError;
+using lottie::document::Document;
+using lottie::document::InputError;
 
 // Reads what is only read when asked for. A fault inside one layer does not hide the others.
 void look_into(host::model::Layer& layer) {

@@ -6,19 +6,19 @@
 #include <chrono>
 
 #include "Exflate.h"
+#include "document/document.h"
 #include "embedded_jsx.h"
 #include "harness.h"
-#include "lottie/document.h"
 #include "model/error.h"
 #include "runner/utf8_locale.h"
-#include "script/dialog_driver.h"
 #include "script/engine.h"
 #include "script/settings.h"
+#include "scriptui/dialog_driver.h"
 #include "suites/suite_host.h"
 
 namespace {
 
-using host::lottie::Document;
+using lottie::document::Document;
 
 class Input {
   public:
@@ -97,7 +97,7 @@ void run(host::model::Project& project, const std::string& dialog_result) {
     using host::suites::SuiteHost;
     using Visit = SuiteHost::Visit;
     Settings settings = Settings::in_memory();
-    ScriptedDriver driver;
+    host::scriptui::ScriptedDriver driver;
     Engine engine(project, settings, driver, {},
                   {.memory = std::size_t{4} << 20, .time = std::chrono::milliseconds(20)});
     const std::string_view dialog = find_embedded_file("mainPanel.jsx", nullptr);
@@ -129,7 +129,7 @@ void run(host::model::Project& project, const std::string& dialog_result) {
 void expect_readable(std::string text) {
     try {
         (void)Document::read(std::move(text));
-    } catch (const host::lottie::InputError& error) {
+    } catch (const lottie::document::InputError& error) {
         fuzz::require(false, error.what());
     }
 }

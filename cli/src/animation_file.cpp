@@ -10,10 +10,10 @@
 
 namespace cli {
 
-using host::archive::Archive;
-using host::archive::ArchiveError;
-using host::archive::Form;
-using host::lottie::Written;
+using lottie::document::Written;
+using lottie::packed::Archive;
+using lottie::packed::ArchiveError;
+using lottie::packed::Form;
 
 AnimationFile::AnimationFile(const std::string& file, const std::string& id) : name_(shown_name(file)) {
     std::string bytes = read_input(file);

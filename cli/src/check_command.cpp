@@ -17,7 +17,7 @@ namespace {
 using host::model::Comp;
 using host::model::Layer;
 
-std::vector<Layer*> nests_to_check(const host::lottie::Document& document, const CheckOptions& options) {
+std::vector<Layer*> nests_to_check(const lottie::document::Document& document, const CheckOptions& options) {
     if (!options.layers.empty()) return find_nests(find_composition(document, options.composition), options.layers);
     if (!options.composition.empty()) return nests_of(find_composition(document, options.composition));
     std::vector<Layer*> nests;
@@ -28,7 +28,7 @@ std::vector<Layer*> nests_to_check(const host::lottie::Document& document, const
     return nests;
 }
 
-void add_proof(const host::audit::Animation& before, NestTrial& trial) {
+void add_proof(const lottie::looks::Animation& before, NestTrial& trial) {
     CheckedNest& nest = trial.nest;
     try {
         nest.proof = prove(before, trial.after, nest.composition, nest.report.findings).proof;
@@ -41,8 +41,8 @@ void add_proof(const host::audit::Animation& before, NestTrial& trial) {
 void check_animation(std::string text, const CheckOptions& options, const host::runner::PluginModule& plugin,
                      CheckedFile& checked) {
     checked.bytes = text.size();
-    host::lottie::Document document = parse_input(std::move(text));
-    const host::audit::Animation before(document.text());
+    lottie::document::Document document = parse_input(std::move(text));
+    const lottie::looks::Animation before(document.text());
     const host::script::Limits limits = script_limits(options.script_time);
     for (Layer* nest : nests_to_check(document, options)) {
         NestTrial trial = check_nest(document, before, plugin, options.answers, limits, *nest);
@@ -104,13 +104,13 @@ std::string report(const std::vector<CheckedFile>& files, CheckFormat format) {
 
 ExitCode code_of(const CheckedFile& file) {
     if (file.failure) return file.failure->code();
-    return file.verdict() == host::audit::Verdict::changes ? ExitCode::look_changes : ExitCode::done;
+    return file.verdict() == lottie::looks::Verdict::changes ? ExitCode::look_changes : ExitCode::done;
 }
 
 }  // namespace
 
-host::audit::Verdict CheckedFile::verdict() const {
-    auto worst = host::audit::Verdict::exact;
+lottie::looks::Verdict CheckedFile::verdict() const {
+    auto worst = lottie::looks::Verdict::exact;
     for (const CheckedNest& nest : nests) worst = std::max(worst, nest.report.verdict);
     return worst;
 }

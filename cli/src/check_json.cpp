@@ -8,7 +8,7 @@ namespace {
 
 constexpr int kVersion = 1;
 
-void add_finding(JsonWriter& json, const host::audit::Finding& finding) {
+void add_finding(JsonWriter& json, const lottie::looks::Finding& finding) {
     constexpr const char* kWeights[] = {"harmless", "slight", "change"};
     json.begin_object();
     json.add("code", std::string(code(finding.reason)));

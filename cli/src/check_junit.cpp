@@ -5,8 +5,8 @@
 namespace cli {
 namespace {
 
-using host::audit::Verdict;
-using host::audit::Weight;
+using lottie::looks::Verdict;
+using lottie::looks::Weight;
 
 // Characters that XML cannot hold become U+FFFD.
 std::string escaped(const std::string& text) {

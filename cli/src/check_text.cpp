@@ -7,9 +7,9 @@
 namespace cli {
 namespace {
 
-using host::audit::Finding;
-using host::audit::Verdict;
-using host::audit::Weight;
+using lottie::looks::Finding;
+using lottie::looks::Verdict;
+using lottie::looks::Weight;
 
 std::string growth(const CheckedFile& file, const CheckedNest& nest) {
     const auto before = static_cast<double>(file.bytes);
@@ -41,7 +41,7 @@ void add_nest(std::string& text, const CheckedFile& file, const CheckedNest& nes
             std::string(name(nest.report.verdict)) + " (" + counted(nest.layers, "layer") + ", " + growth(file, nest) +
             ")\n";
     for (const Finding& finding : nest.report.findings) {
-        if (finding.reason != host::audit::Reason::size) add_finding(text, finding);
+        if (finding.reason != lottie::looks::Reason::size) add_finding(text, finding);
     }
     if (nest.proof) text += "      " + proof_line(*nest.proof) + "\n";
     if (!nest.proof_problem.empty()) text += "      no pictures: " + printable(nest.proof_problem) + "\n";

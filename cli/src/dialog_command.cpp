@@ -27,7 +27,7 @@ void fill(host::model::Project& project) {
     outer.select(outer.stack().to_vector());
 }
 
-void run_command(host::script::Settings& settings, host::script::DialogDriver& dialogs) {
+void run_command(host::script::Settings& settings, host::scriptui::DialogDriver& dialogs) {
     const host::runner::PluginModule plugin = load_plugin();
     host::model::Project project;
     fill(project);
@@ -45,7 +45,7 @@ ExitCode draw_dialog(const DialogOptions& options, const Console& console) {
         host::script::Settings settings =
             options.first_use ? host::script::Settings::in_memory() : open_settings(console).in_memory_copy();
         draw_dialog_picture({options.picture, options.scale, options.actions},
-                            [&](host::script::DialogDriver& dialogs) { run_command(settings, dialogs); });
+                            [&](host::scriptui::DialogDriver& dialogs) { run_command(settings, dialogs); });
         return ExitCode::done;
     } catch (const Failure& failure) {
         console.say(Tone::error, "exflate", failure.what());

@@ -4,8 +4,8 @@
 namespace cli {
 namespace {
 
-using host::script::Element;
-using host::script::Window;
+using host::scriptui::Element;
+using host::scriptui::Window;
 
 constexpr const char* kCopyAttributes = "Copy pre-comp attributes to layers";
 constexpr const char* kDiscardAttributes = "Discard pre-comp attributes";

@@ -12,9 +12,9 @@ namespace cli {
 namespace {
 
 namespace fs = std::filesystem;
-namespace dialog = host::dialog;
+namespace dialog = desktop;
 
-// Beside this command: ../host/dialog in a build tree, ../lib/exflate when installed.
+// Beside this command: ../desktop in a build tree, ../lib/exflate when installed.
 fs::path find_module() {
     std::error_code error;
     const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path().parent_path();
@@ -41,16 +41,16 @@ Function module_function(const char* name) {
 
 }  // namespace
 
-std::unique_ptr<host::script::DialogDriver> open_dialog_windows() {
+std::unique_ptr<host::scriptui::DialogDriver> open_dialog_windows() {
     std::string problem;
-    std::unique_ptr<host::script::DialogDriver> windows(
+    std::unique_ptr<host::scriptui::DialogDriver> windows(
         module_function<dialog::OpenDesktop>(dialog::kOpenDesktop)(problem));
     if (windows == nullptr) throw Failure(ExitCode::failed, problem);
     return windows;
 }
 
 void draw_dialog_picture(const dialog::PictureOrder& order,
-                         const std::function<void(host::script::DialogDriver&)>& show_dialog) {
+                         const std::function<void(host::scriptui::DialogDriver&)>& show_dialog) {
     std::string problem;
     if (!module_function<dialog::DrawPicture>(dialog::kDrawPicture)(order, show_dialog, problem)) {
         throw Failure(ExitCode::failed, problem);

@@ -5,7 +5,7 @@
 
 #include "cli/failure.h"
 #include "cli/file_io.h"
-#include "lottie/input_error.h"
+#include "document/input_error.h"
 
 namespace cli {
 
@@ -23,7 +23,7 @@ std::string read_input(const std::string& file) {
 
 namespace {
 
-Failure bad_input(const host::lottie::InputError& error) {
+Failure bad_input(const lottie::document::InputError& error) {
     std::string place;
     if (error.line() > 0) place = ':' + std::to_string(error.line()) + ':' + std::to_string(error.column());
     return {ExitCode::bad_input, error.what(), std::move(place)};
@@ -31,16 +31,16 @@ Failure bad_input(const host::lottie::InputError& error) {
 
 }  // namespace
 
-host::lottie::Document parse_input(std::string text) {
+lottie::document::Document parse_input(std::string text) {
     try {
-        return host::lottie::Document::read(std::move(text));
-    } catch (const host::lottie::InputError& error) {
+        return lottie::document::Document::read(std::move(text));
+    } catch (const lottie::document::InputError& error) {
         throw bad_input(error);
     }
 }
 
-void refuse_faulty_content(const host::lottie::Document& document) {
-    if (const host::lottie::InputError* fault = document.content_fault()) throw bad_input(*fault);
+void refuse_faulty_content(const lottie::document::Document& document) {
+    if (const lottie::document::InputError* fault = document.content_fault()) throw bad_input(*fault);
 }
 
 void prepare_folder(const std::string& folder) {

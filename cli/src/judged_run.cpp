@@ -11,11 +11,11 @@
 namespace cli {
 namespace {
 
-using host::audit::Animation;
-using host::audit::NestReport;
-using host::audit::Verdict;
 using host::model::Comp;
 using host::model::Layer;
+using lottie::looks::Animation;
+using lottie::looks::NestReport;
+using lottie::looks::Verdict;
 
 using Layers = std::vector<Layer*>;
 
@@ -49,8 +49,8 @@ std::string main_reason(const NestReport& report) {
 
 class JudgedRun {
   public:
-    JudgedRun(host::lottie::Document& document, const std::string& text, const Surroundings& surroundings, Comp& comp,
-              const RunOptions& options)
+    JudgedRun(lottie::document::Document& document, const std::string& text, const Surroundings& surroundings,
+              Comp& comp, const RunOptions& options)
         : document_(document),
           surroundings_(surroundings),
           comp_(comp),
@@ -136,7 +136,7 @@ class JudgedRun {
                                                   " would change: " + main_reason(report));
     }
 
-    host::lottie::Document& document_;
+    lottie::document::Document& document_;
     const Surroundings& surroundings_;
     Comp& comp_;
     const RunOptions& options_;
@@ -153,7 +153,7 @@ bool is_judged(const RunOptions& options) {
     return options.strict || options.only_exact || options.max_growth;
 }
 
-Ledger unnest_judged(host::lottie::Document& document, const std::string& text, const Surroundings& surroundings,
+Ledger unnest_judged(lottie::document::Document& document, const std::string& text, const Surroundings& surroundings,
                      Comp& comp, Layers nests, const RunOptions& options) {
     return JudgedRun(document, text, surroundings, comp, options).run(std::move(nests));
 }

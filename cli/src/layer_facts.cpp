@@ -11,7 +11,7 @@ namespace cli {
 
 using host::model::LayerKind;
 
-const char* type_of(const host::lottie::Document& document, const host::model::Layer& layer) {
+const char* type_of(const lottie::document::Document& document, const host::model::Layer& layer) {
     switch (layer.kind()) {
         case LayerKind::light:
             return "light";
@@ -27,7 +27,7 @@ const char* type_of(const host::lottie::Document& document, const host::model::L
     if (is_nest(layer)) return "nest";
     if (layer.has_flag(host::model::kIsNull)) return "null";
     if (layer.source() != nullptr && layer.source()->footage().is_solid) return "solid";
-    switch (document.facts(layer).value_or(host::lottie::LayerFacts{}).type) {
+    switch (document.facts(layer).value_or(lottie::document::LayerFacts{}).type) {
         case 2:
             return "image";
         case 6:

@@ -3,12 +3,12 @@
 
 #include <string>
 
-#include "lottie/document.h"
+#include "document/document.h"
 
 namespace cli {
 
 // "nest", "solid", "image", "null", "shape", "text", "audio", "data", "footage", "camera", "light".
-const char* type_of(const host::lottie::Document& document, const host::model::Layer& layer);
+const char* type_of(const lottie::document::Document& document, const host::model::Layer& layer);
 
 // Composition time in frames, to a thousandth of a frame.
 double frames(const host::model::Comp& comp, host::model::Time time);

@@ -14,7 +14,7 @@ using host::model::Layer;
 
 class JsonList {
   public:
-    JsonList(JsonWriter& json, const host::lottie::Document& document) : json_(json), document_(document) {}
+    JsonList(JsonWriter& json, const lottie::document::Document& document) : json_(json), document_(document) {}
 
     // `id` of an animation among others; without one nothing is said of it.
     void list(const std::string& file, const std::string& id) {
@@ -70,12 +70,12 @@ class JsonList {
     }
 
     JsonWriter& json_;
-    const host::lottie::Document& document_;
+    const lottie::document::Document& document_;
 };
 
 }  // namespace
 
-std::string tree_json(const std::string& file, const host::lottie::Document& document) {
+std::string tree_json(const std::string& file, const lottie::document::Document& document) {
     JsonWriter json;
     JsonList(json, document).list(file, "");
     return json.text();

@@ -17,7 +17,7 @@ constexpr int kDeepestIndent = 16;
 
 class Tree {
   public:
-    explicit Tree(const host::lottie::Document& document) : document_(document) {}
+    explicit Tree(const lottie::document::Document& document) : document_(document) {}
 
     // Nothing for a composition that has been shown.
     void add(const Comp& comp) {
@@ -70,7 +70,7 @@ class Tree {
         }
     }
 
-    const host::lottie::Document& document_;
+    const lottie::document::Document& document_;
     std::unordered_set<const Comp*> shown_;
     std::deque<const Comp*> below_;
     std::string text_;
@@ -78,7 +78,7 @@ class Tree {
 
 }  // namespace
 
-std::string tree_text(const std::string& file, const host::lottie::Document& document) {
+std::string tree_text(const std::string& file, const lottie::document::Document& document) {
     Tree tree(document);
     tree.add(document.main_comp());
     // What the main composition does not reach.

@@ -3,9 +3,9 @@
 
 #include <cmath>
 
-#include "audit/alone.h"
 #include "cli/trial.h"
-#include "render/apart.h"
+#include "looks/alone.h"
+#include "pictures/apart.h"
 
 namespace cli {
 namespace {
@@ -14,7 +14,7 @@ namespace {
 constexpr int kMostSeconds = 120;
 
 // The frames that findings name, as the renderer counts them.
-std::vector<int> frames_of(const std::vector<host::audit::Finding>& findings, double first_frame) {
+std::vector<int> frames_of(const std::vector<lottie::looks::Finding>& findings, double first_frame) {
     std::vector<int> frames;
     for (const auto& finding : findings) {
         if (finding.frame) frames.push_back(static_cast<int>(std::lround(*finding.frame - first_frame)));
@@ -24,7 +24,7 @@ std::vector<int> frames_of(const std::vector<host::audit::Finding>& findings, do
 
 }  // namespace
 
-NestTrial check_nest(host::lottie::Document& document, const host::audit::Animation& before,
+NestTrial check_nest(lottie::document::Document& document, const lottie::looks::Animation& before,
                      const host::runner::PluginModule& plugin, const DialogAnswers& answers,
                      const host::script::Limits& limits, host::model::Layer& nest) {
     host::model::Comp& comp = nest.comp();
@@ -36,17 +36,17 @@ NestTrial check_nest(host::lottie::Document& document, const host::audit::Animat
     const Trial trial = try_unnesting(document, plugin, answers, limits, comp, {&nest});
     take_back(document);
     checked.bytes_after = trial.after.size();
-    host::audit::Animation after(trial.after);
+    lottie::looks::Animation after(trial.after);
     checked.report = judge(before, after, trial.change).front();
     return {std::move(checked), std::move(after)};
 }
 
-Proven prove(const host::audit::Animation& before, const host::audit::Animation& after, const std::string& composition,
-             const std::vector<host::audit::Finding>& findings) {
-    const double first = host::audit::first_frame(before, composition);
+Proven prove(const lottie::looks::Animation& before, const lottie::looks::Animation& after,
+             const std::string& composition, const std::vector<lottie::looks::Finding>& findings) {
+    const double first = lottie::looks::first_frame(before, composition);
     auto comparison =
-        host::render::compare_apart(composition_alone(before, composition), composition_alone(after, composition),
-                                    frames_of(findings, first), kMostSeconds);
+        lottie::pictures::compare_apart(composition_alone(before, composition), composition_alone(after, composition),
+                                        frames_of(findings, first), kMostSeconds);
     const Proof proof{comparison.looks_equal, first + comparison.worst_frame,
                       comparison.worst.mean,  comparison.worst.share_beyond_8,
                       comparison.worst.ssim,  static_cast<std::size_t>(comparison.frames)};

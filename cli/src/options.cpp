@@ -207,7 +207,7 @@ void declare_picture(CLI::App& app, DialogOptions& options) {
     // Called for each occurrence, in the order of the arguments.
     app.add_option_function<std::string>("--click",
                                          [&options](const std::string& control) {
-                                             options.actions.push_back({host::script::Action::Kind::click, control});
+                                             options.actions.push_back({host::scriptui::Action::Kind::click, control});
                                          })
         ->allow_extra_args(false)
         ->trigger_on_parse();
@@ -217,7 +217,7 @@ void declare_picture(CLI::App& app, DialogOptions& options) {
                const std::size_t equals = words.find('=');
                if (equals == std::string::npos) throw CLI::ValidationError("--type needs CONTROL=TEXT");
                options.actions.push_back(
-                   {host::script::Action::Kind::type, words.substr(0, equals), words.substr(equals + 1)});
+                   {host::scriptui::Action::Kind::type, words.substr(0, equals), words.substr(equals + 1)});
            })
         ->allow_extra_args(false)
         ->trigger_on_parse();

@@ -5,7 +5,6 @@
 #include <filesystem>
 #include <utility>
 
-#include "audit/alone.h"
 #include "cli/animation_file.h"
 #include "cli/documents.h"
 #include "cli/file_io.h"
@@ -16,19 +15,20 @@
 #include "cli/summary.h"
 #include "cli/trial.h"
 #include "layer_facts.h"
+#include "looks/alone.h"
 
 namespace cli {
 namespace {
 
-using host::audit::Origin;
-using host::audit::Verdict;
 using host::model::Comp;
 using host::model::Layer;
+using lottie::looks::Origin;
+using lottie::looks::Verdict;
 using Tone = Console::Tone;
 
 constexpr int kGain = 4;  // what differs a little shall be seen
 
-std::vector<StackLayer> stack_of(const host::lottie::Document& document, const Comp& comp) {
+std::vector<StackLayer> stack_of(const lottie::document::Document& document, const Comp& comp) {
     std::vector<StackLayer> stack;
     for (const Layer* layer : comp.stack().to_vector()) {
         StackLayer& shown = stack.emplace_back();
@@ -47,7 +47,7 @@ std::optional<WorstFrame> worst_frame(const Proven& proven) {
                       png(difference_picture(proven.before, proven.after, kGain))};
 }
 
-void add_pictures(const host::audit::Animation& before, NestTrial& trial, ReportedNest& nest) {
+void add_pictures(const lottie::looks::Animation& before, NestTrial& trial, ReportedNest& nest) {
     try {
         const Proven proven = prove(before, trial.after, trial.nest.composition, trial.nest.report.findings);
         trial.nest.proof = proven.proof;
@@ -92,7 +92,7 @@ class Reporter {
         report_.width = comp_.width();
         report_.height = comp_.height();
         report_.frame_rate = comp_.frame_rate();
-        report_.first_frame = host::audit::first_frame(before_, report_.composition);
+        report_.first_frame = lottie::looks::first_frame(before_, report_.composition);
         report_.bytes_before = text_.size();
         report_.before = composition_alone(before_, report_.composition);
         report_.stack_before = stack_of(document_, comp_);
@@ -119,9 +119,9 @@ class Reporter {
         }
         report_.bytes_after = trial.after.size();
         report_.messages = std::move(trial.record.reports);
-        for (const host::script::Alert& alert : trial.record.alerts) report_.messages.push_back(alert.message);
+        for (const host::scriptui::Alert& alert : trial.record.alerts) report_.messages.push_back(alert.message);
         report_.messages.insert(report_.messages.end(), trial.record.log.begin(), trial.record.log.end());
-        compare_with(host::audit::Animation(trial.after));
+        compare_with(lottie::looks::Animation(trial.after));
     }
 
     void take_unchanged() {
@@ -138,7 +138,7 @@ class Reporter {
         if (origin.kind == Origin::Kind::copied) layer.type = inner_stacks_.at(origin.nest).at(origin.layer).type;
     }
 
-    void compare_with(const host::audit::Animation& after) {
+    void compare_with(const lottie::looks::Animation& after) {
         report_.after = composition_alone(after, report_.composition);
         try {
             const Proven proven = prove(before_, after, report_.composition, findings_);
@@ -154,12 +154,12 @@ class Reporter {
     const AnimationFile& input_;
     const std::string& text_;
     const host::script::Limits limits_;
-    host::lottie::Document document_;
-    host::audit::Animation before_;
+    lottie::document::Document document_;
+    lottie::looks::Animation before_;
     Comp& comp_;
     std::vector<Layer*> nests_;
     std::map<std::size_t, std::vector<StackLayer>> inner_stacks_;  // by the nest's place
-    std::vector<host::audit::Finding> findings_;
+    std::vector<lottie::looks::Finding> findings_;
     Report report_;
 };
 

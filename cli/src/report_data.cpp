@@ -6,7 +6,7 @@
 namespace cli {
 namespace {
 
-using host::audit::Origin;
+using lottie::looks::Origin;
 
 constexpr std::size_t kMostPictures = 1'000'000;  // bytes in the page; those of later nests are left out
 
@@ -34,7 +34,7 @@ class Data {
         add_composition(report);
         json_.add("bytes_before", report.bytes_before);
         json_.add("bytes_after", report.bytes_after);
-        json_.add("verdict", host::audit::name(report.verdict()));
+        json_.add("verdict", lottie::looks::name(report.verdict()));
         add_pictures(report.proof, report.worst, report.proof_problem);
         json_.key("nests");
         json_.begin_array();

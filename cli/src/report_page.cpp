@@ -63,8 +63,8 @@ std::string filled(std::string_view page, const std::map<std::string, std::strin
 
 }  // namespace
 
-host::audit::Verdict Report::verdict() const {
-    auto worst_verdict = host::audit::Verdict::exact;
+lottie::looks::Verdict Report::verdict() const {
+    auto worst_verdict = lottie::looks::Verdict::exact;
     for (const ReportedNest& nest : nests) worst_verdict = std::max(worst_verdict, nest.checked.report.verdict);
     return worst_verdict;
 }

@@ -40,8 +40,8 @@ struct Work {
 
 // One animation as it will stand in its file, and what that points at.
 struct Animated {
-    std::optional<host::lottie::Document> document = {};  // of a plain file
-    host::lottie::Written written = {};
+    std::optional<lottie::document::Document> document = {};  // of a plain file
+    lottie::document::Written written = {};
 };
 
 class Run {
@@ -147,16 +147,16 @@ class Run {
         const bool is_changed =
             std::any_of(works.begin(), works.end(), [](const Work& work) { return work.idle.empty(); });
         const std::string output = output_for(file);
-        std::vector<host::lottie::Written> texts;
+        std::vector<lottie::document::Written> texts;
         for (Animated& animation : animations) texts.push_back(std::move(animation.written));
-        const host::lottie::Written bytes = input.with(std::move(texts));
+        const lottie::document::Written bytes = input.with(std::move(texts));
         if (is_changed || !options_.in_place) write(output, bytes.pieces());
 
         const std::string shown_output = output == kStandardStream ? "" : output;
         for (const Work& work : works) tell_work(work, input.form() ? "" : shown_output);
         if (!is_changed || !input.form()) return;
         tell_packed(console_, shown_name(file), {input.byte_count(), bytes.size()}, shown_output);
-        if (input.form() == host::archive::Form::tgs && input.byte_count() <= kMostStickerBytes &&
+        if (input.form() == lottie::packed::Form::tgs && input.byte_count() <= kMostStickerBytes &&
             bytes.size() > kMostStickerBytes) {
             tell_too_large(console_, shown_name(file), bytes.size());
         }
@@ -203,7 +203,7 @@ class Run {
         return alone;
     }
 
-    host::lottie::Written unnest_in(host::lottie::Document& document, Work& work) {
+    lottie::document::Written unnest_in(lottie::document::Document& document, Work& work) {
         Comp& comp = find_composition(document, options_.composition);
         const auto nests = options_.layers.empty() ? nests_of(comp) : find_nests(comp, options_.layers);
         work.composition = comp.name();
@@ -212,18 +212,18 @@ class Run {
             return document.write_in_pieces();
         }
         work.ledger = unnest_all(document, document.text(), comp, nests, work);
-        host::lottie::Written result = document.write_in_pieces();
+        lottie::document::Written result = document.write_in_pieces();
         refuse_faulty_content(document);
         work.sizes = {document.text().size(), result.size()};
         return result;
     }
 
     // The ledger is that of a judged run, else empty. Nobody may write the project if it fails.
-    Ledger unnest_all(host::lottie::Document& document, const std::string& input, Comp& comp,
+    Ledger unnest_all(lottie::document::Document& document, const std::string& input, Comp& comp,
                       const std::vector<host::model::Layer*>& nests, Work& work) {
         Record& record = work.record;
         DialogOperator answers(options_.answers);
-        host::script::DialogDriver& dialogs = windows_ != nullptr ? *windows_ : answers;
+        host::scriptui::DialogDriver& dialogs = windows_ != nullptr ? *windows_ : answers;
         const host::script::Limits limits = script_limits(options_.script_time);
         const Surroundings surroundings{plugin_, settings_, dialogs, limits,
                                         [&](host::runner::Session& session) { journal_.observe(session, work.label); }};
@@ -266,7 +266,7 @@ class Run {
     const Console& console_;
     const host::runner::PluginModule& plugin_;
     host::script::Settings& settings_;
-    std::unique_ptr<host::script::DialogDriver> windows_;  // null: the flags answer
+    std::unique_ptr<host::scriptui::DialogDriver> windows_;  // null: the flags answer
     RunJournal journal_;
 };
 

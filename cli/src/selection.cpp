@@ -86,7 +86,7 @@ std::vector<Layer*> new_nests_of(const Comp& comp, host::model::LayerId newest_b
     return nests;
 }
 
-Comp& find_composition(const host::lottie::Document& document, const std::string& name_or_id) {
+Comp& find_composition(const lottie::document::Document& document, const std::string& name_or_id) {
     if (name_or_id.empty()) return document.main_comp();
     std::vector<Comp*> found;
     std::vector<std::string> names;

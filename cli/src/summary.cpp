@@ -44,7 +44,7 @@ std::string ledger_line(const LedgerEntry& entry) {
 }  // namespace
 
 void tell_messages(const Console& console, const std::string& file, const Record& record) {
-    for (const host::script::Alert& alert : record.alerts) {
+    for (const host::scriptui::Alert& alert : record.alerts) {
         console.say(Tone::warning, file, (alert.title.empty() ? "" : alert.title + ": ") + alert.message);
     }
     for (const std::string& report : record.reports) console.say(Tone::warning, file, "the plug-in says: " + report);

@@ -11,11 +11,11 @@
 namespace cli {
 namespace {
 
-using host::audit::Origin;
-using host::audit::StackChange;
 using host::model::Comp;
 using host::model::Layer;
 using host::model::LayerId;
+using lottie::looks::Origin;
+using lottie::looks::StackChange;
 
 // Where each layer stood before the run.
 class PlacesBefore {
@@ -60,7 +60,7 @@ class PlacesBefore {
 
 }  // namespace
 
-Trial try_unnesting(host::lottie::Document& document, const Surroundings& surroundings, Comp& comp,
+Trial try_unnesting(lottie::document::Document& document, const Surroundings& surroundings, Comp& comp,
                     const std::vector<Layer*>& nests) {
     auto& undo = document.project().undo();
     const std::size_t steps_before = undo.step_names().size();
@@ -82,7 +82,7 @@ Trial try_unnesting(host::lottie::Document& document, const Surroundings& surrou
     return trial;
 }
 
-Trial try_unnesting(host::lottie::Document& document, const host::runner::PluginModule& plugin,
+Trial try_unnesting(lottie::document::Document& document, const host::runner::PluginModule& plugin,
                     const DialogAnswers& answers, const host::script::Limits& limits, Comp& comp,
                     const std::vector<Layer*>& nests) {
     auto settings = host::script::Settings::in_memory();
@@ -90,7 +90,7 @@ Trial try_unnesting(host::lottie::Document& document, const host::runner::Plugin
     return try_unnesting(document, {plugin, settings, dialogs, limits}, comp, nests);
 }
 
-void take_back(host::lottie::Document& document) {
+void take_back(lottie::document::Document& document) {
     document.project().undo().undo();
 }
 

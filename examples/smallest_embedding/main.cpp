@@ -4,15 +4,15 @@
 #include <iostream>
 #include <iterator>
 
-#include "lottie/document.h"
+#include "document/document.h"
 #include "runner/session.h"
 #include "runner/utf8_locale.h"
 
 namespace {
 
 // Presses nothing, so every dialog of the plug-in counts as cancelled.
-struct NobodyThere : host::script::DialogDriver {
-    void drive(host::script::Window&) override {}
+struct NobodyThere : host::scriptui::DialogDriver {
+    void drive(host::scriptui::Window&) override {}
 };
 
 }  // namespace
@@ -21,7 +21,7 @@ int main(int argc, char** argv) try {
     if (argc != 3) throw std::runtime_error("usage: smallest_embedding PLUG-IN FILE");
     host::runner::use_utf8_locale();
     std::ifstream file(argv[2]);
-    auto document = host::lottie::Document::read({std::istreambuf_iterator<char>(file), {}});
+    auto document = lottie::document::Document::read({std::istreambuf_iterator<char>(file), {}});
     auto settings = host::script::Settings::in_memory();
     NobodyThere nobody;
 

@@ -6,7 +6,7 @@
 #include <map>
 
 #include "animations.h"
-#include "audit/finding.h"
+#include "looks/finding.h"
 #include "result.h"
 #include "sandbox.h"
 
@@ -102,7 +102,7 @@ TEST(CheckJson, every_code_is_documented_for_programs_and_for_designers) {
     for (const char* file : {CHECK_JSON_DOCUMENT, WHAT_CHANGES_DOCUMENT}) {
         std::ifstream stream(file);
         const std::string document{std::istreambuf_iterator<char>(stream), {}};
-        for (const auto reason : host::audit::all_reasons()) {
+        for (const auto reason : lottie::looks::all_reasons()) {
             EXPECT_THAT(document, HasSubstr("`" + std::string(code(reason)) + "`")) << file;
         }
     }
@@ -148,8 +148,8 @@ std::string read_xml(const Sandbox& sandbox, const std::string& xml) {
         "import sys, xml.etree.ElementTree as tree\n"
         "for e in tree.fromstring(sys.stdin.buffer.read()).iter():\n"
         "    print(e.tag, *(f'{k}={v!a}' for k, v in e.attrib.items()), ascii((e.text or '').strip()))\n";
-    const Finished finished =
-        sandbox.run("/usr/bin/env", {.arguments = {"python3", "-c", program}, .input = xml, .environment = {}, .out_file = {}});
+    const Finished finished = sandbox.run(
+        "/usr/bin/env", {.arguments = {"python3", "-c", program}, .input = xml, .environment = {}, .out_file = {}});
     EXPECT_EQ(finished.exit_code, 0) << finished.err << xml;
     return finished.out;
 }

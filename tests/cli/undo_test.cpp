@@ -8,7 +8,7 @@
 #include "cli/dialog_operator.h"
 #include "cli/selection.h"
 #include "cli/unnest.h"
-#include "lottie/document.h"
+#include "document/document.h"
 #include "runner/utf8_locale.h"
 
 using cli::DialogAnswers;
@@ -18,7 +18,7 @@ namespace {
 // Un-nests, takes everything back, and returns what is then written.
 std::string run_and_take_back(const std::string& text, const DialogAnswers& answers, bool recursive) {
     host::runner::use_utf8_locale();
-    auto document = host::lottie::Document::read(text);
+    auto document = lottie::document::Document::read(text);
     auto settings = host::script::Settings::in_memory();
     cli::DialogOperator dialogs(answers);
     const host::runner::PluginModule module(EXFLATE_MODULE);

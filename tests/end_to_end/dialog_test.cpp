@@ -8,7 +8,7 @@ namespace {
 using end_to_end::click;
 using end_to_end::type;
 using end_to_end::WholeRun;
-using host::script::Action;
+using host::scriptui::Action;
 using testing::ElementsAre;
 using testing::IsEmpty;
 

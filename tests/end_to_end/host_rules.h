@@ -101,7 +101,7 @@ struct OneRun {
         return rules;
     }
 
-    host::runner::Outcome on(const std::vector<int>& selected, std::vector<host::script::Action> actions = {}) {
+    host::runner::Outcome on(const std::vector<int>& selected, std::vector<host::scriptui::Action> actions = {}) {
         actions.push_back(click("Ok"));
         return whole.run(comp, selected, actions);
     }

@@ -234,7 +234,7 @@ TEST(LockedNest, stays_when_it_refuses_edits_unless_its_source_is_deleted_with_i
     EXPECT_THAT(edits.stack(), ElementsAre("Above", "Wheel", "Cart", "Below"));
 
     for (const auto& actions :
-         std::vector<std::vector<host::script::Action>>{{}, {click("Keep pre-comp in composition")}}) {
+         std::vector<std::vector<host::scriptui::Action>>{{}, {click("Keep pre-comp in composition")}}) {
         OneRun refuses(one_nest(), refuse);
         const std::string before = lock(refuses);
         const auto outcome = refuses.on({1}, actions);

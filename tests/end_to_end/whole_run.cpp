@@ -10,7 +10,7 @@
 namespace end_to_end {
 
 WholeRun::WholeRun(std::string animation, host::model::HostRules rules)
-    : document_(host::lottie::Document::read(std::move(animation), rules)),
+    : document_(lottie::document::Document::read(std::move(animation), rules)),
       module_(PLUGIN_MODULE),
       session_(document_.project(), settings_, driver_) {
     host::runner::use_utf8_locale();
@@ -19,21 +19,21 @@ WholeRun::WholeRun(std::string animation, host::model::HostRules rules)
 }
 
 host::runner::Outcome WholeRun::run(host::model::Comp& comp, const std::vector<int>& selected,
-                                    const std::vector<host::script::Action>& actions) {
+                                    const std::vector<host::scriptui::Action>& actions) {
     std::vector<host::model::Layer*> layers;
     for (const int index : selected) layers.push_back(&comp.layer_at(index));
     document_.project().open_comp(&comp);
     comp.select(layers);
-    for (const host::script::Action& action : actions) driver_.add(action);
+    for (const host::scriptui::Action& action : actions) driver_.add(action);
     return session_.run_command(session_.menu_items().at(0).command);
 }
 
-host::script::Action click(std::string control) {
-    return {host::script::Action::Kind::click, std::move(control), {}};
+host::scriptui::Action click(std::string control) {
+    return {host::scriptui::Action::Kind::click, std::move(control), {}};
 }
 
-host::script::Action type(std::string control, std::string text) {
-    return {host::script::Action::Kind::type, std::move(control), std::move(text)};
+host::scriptui::Action type(std::string control, std::string text) {
+    return {host::scriptui::Action::Kind::type, std::move(control), std::move(text)};
 }
 
 std::string read_file(const std::string& path) {

@@ -8,7 +8,7 @@
 
 #include "model/host_rules.h"
 #include "scene.h"
-#include "script/dialog_driver.h"
+#include "scriptui/dialog_driver.h"
 
 namespace faults {
 
@@ -27,7 +27,7 @@ struct Choices {
     bool fix_random = false;
 
     bool start_a_run() const { return !cancel && prefix.size() <= 50; }
-    std::vector<host::script::Action> actions() const;
+    std::vector<host::scriptui::Action> actions() const;
 };
 
 struct Scenario {

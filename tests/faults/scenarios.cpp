@@ -291,8 +291,8 @@ std::vector<Scenario> make_scenarios() {
 
 }  // namespace
 
-std::vector<host::script::Action> Choices::actions() const {
-    using host::script::Action;
+std::vector<host::scriptui::Action> Choices::actions() const {
+    using host::scriptui::Action;
     const auto click = [](const char* control) { return Action{Action::Kind::click, control, {}}; };
     if (cancel) return {click("Cancel")};
     std::vector<Action> actions;

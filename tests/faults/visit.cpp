@@ -150,7 +150,7 @@ Visit visit(const host::runner::PluginModule& module, const Scenario& scenario, 
     scenario.build(scene);
     scene.project.undo().clear();
     host::script::Settings settings = host::script::Settings::in_memory();
-    host::script::ScriptedDriver driver(scenario.choices.actions());
+    host::scriptui::ScriptedDriver driver(scenario.choices.actions());
     host::runner::Session session(scene.project, settings, driver);
     approach(session, module, scenario, scene);
 

@@ -6,7 +6,7 @@
 #include <stdexcept>
 
 #include "runner/utf8_locale.h"
-#include "script/dialog_driver.h"
+#include "scriptui/dialog_driver.h"
 
 namespace test {
 namespace {
@@ -25,8 +25,8 @@ constexpr const char* kAnimation =
     R"("st":0,"bm":0},{"ddd":0,"ind":2,"ty":4,"nm":"Back","sr":1,"ks":{},"ao":0,"shapes":[],"ip":0,"op":50,"st":0,)"
     R"("bm":0}],"markers":[]})";
 
-struct PressesOk : host::script::DialogDriver {
-    void drive(host::script::Window& window) override { window.click(window.control("Ok")); }
+struct PressesOk : host::scriptui::DialogDriver {
+    void drive(host::scriptui::Window& window) override { window.click(window.control("Ok")); }
 };
 
 }  // namespace
@@ -44,7 +44,7 @@ Recording::Recording(const std::string& module) : module_(module) {
 
 host::runner::Outcome Recording::run() {
     text_.clear();
-    host::lottie::Document document = host::lottie::Document::read(kAnimation);
+    lottie::document::Document document = lottie::document::Document::read(kAnimation);
     host::script::Settings settings = host::script::Settings::in_memory();
     PressesOk dialogs;
     journal::Writer writer([this](std::string_view line) { text_ += line; });

@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
+#include "document/document.h"
 #include "journal/journal.h"
 #include "journal/replay.h"
 #include "journal/writer.h"
-#include "lottie/document.h"
 #include "runner/plugin_module.h"
 #include "runner/session.h"
 #include "suites/fault_injector.h"

@@ -1,12 +1,12 @@
 // A dialog driver that works no control, so that every dialog counts as cancelled.
 #pragma once
 
-#include "script/dialog_driver.h"
+#include "scriptui/dialog_driver.h"
 
 namespace test {
 
-struct NobodyThere : host::script::DialogDriver {
-    void drive(host::script::Window&) override {}
+struct NobodyThere : host::scriptui::DialogDriver {
+    void drive(host::scriptui::Window&) override {}
 };
 
 }  // namespace test

@@ -7,7 +7,7 @@
 namespace script_test {
 namespace {
 
-using host::script::DialogError;
+using host::scriptui::DialogError;
 using testing::HasSubstr;
 
 // A dialog whose handlers write down what they are told.

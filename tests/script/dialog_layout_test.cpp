@@ -7,8 +7,8 @@
 namespace script_test {
 namespace {
 
-using host::script::Align;
-using host::script::Orientation;
+using host::scriptui::Align;
+using host::scriptui::Orientation;
 using testing::ElementsAre;
 using testing::HasSubstr;
 

@@ -2,18 +2,18 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "script/dialog/control_sizes.h"
-#include "script/dialog/lay_out.h"
+#include "scriptui/control_sizes.h"
+#include "scriptui/lay_out.h"
 #include "world.h"
 
 namespace script_test {
 namespace {
 
-using host::script::Frame;
+using host::scriptui::Frame;
 using testing::HasSubstr;
 
 // Ten pixels for each byte, twenty for each line.
-class TenByTwenty : public host::script::TextMeasure {
+class TenByTwenty : public host::scriptui::TextMeasure {
   public:
     double width(std::string_view line) const override { return 10 * static_cast<double>(line.size()); }
     double line_height() const override { return 20; }
@@ -21,7 +21,7 @@ class TenByTwenty : public host::script::TextMeasure {
 
 class MeasuringDriver : public TestDriver {
   public:
-    const host::script::TextMeasure& text_measure() const override { return measure_; }
+    const host::scriptui::TextMeasure& text_measure() const override { return measure_; }
 
   private:
     TenByTwenty measure_;

@@ -11,7 +11,7 @@
 namespace script_test {
 namespace {
 
-using host::script::Align;
+using host::scriptui::Align;
 
 struct OptionsDialog : World {
     using World::World;
@@ -72,16 +72,16 @@ const char* word(Align align) {
     return "bottom";
 }
 
-std::string words(const host::script::Alignment& alignment) {
+std::string words(const host::scriptui::Alignment& alignment) {
     return std::string(word(alignment.first)) + (alignment.second ? std::string(" ") + word(*alignment.second) : "");
 }
 
 // One line for each element, with all that the script says of it.
-void tell(const host::script::Element& element, const std::string& indent, std::string& out) {
-    const host::script::Layout& layout = element.layout();
+void tell(const host::scriptui::Element& element, const std::string& indent, std::string& out) {
+    const host::scriptui::Layout& layout = element.layout();
     out += indent + std::string(type_name(element.type())) + " '" + element.text() + "'";
     if (element.is_container()) {
-        out += layout.orientation == host::script::Orientation::row ? " row [" : " column [";
+        out += layout.orientation == host::scriptui::Orientation::row ? " row [" : " column [";
         out += words(layout.align_children) + "] " + std::to_string(std::lround(layout.spacing)) + " [";
         for (const double margin : layout.margins) out += " " + std::to_string(std::lround(margin));
         out += " ]";
@@ -140,7 +140,7 @@ TEST(OptionsDialog, saved_deleting_opens_with_keeping_unticked_and_grey) {
         const std::string all = told(w);
         EXPECT_THAT(all, testing::HasSubstr("'Delete source after exflating' on\n"));
         EXPECT_THAT(all, testing::HasSubstr("'Keep pre-comp in composition' grey\n"));
-        EXPECT_THROW(click(w, "optionKeepInComp"), host::script::DialogError);
+        EXPECT_THROW(click(w, "optionKeepInComp"), host::scriptui::DialogError);
         click(w, "optionDeleteSource");
         click(w, "optionKeepInComp");
         EXPECT_TRUE(w.control("optionKeepInComp").value());
@@ -158,7 +158,7 @@ TEST(OptionsDialog, at_most_one_of_deleting_and_keeping_can_be_ticked_by_clicks)
                 EXPECT_TRUE(w.control(first).is_enabled());
                 EXPECT_FALSE(w.control(second).value());
             }
-            EXPECT_THROW(click(w, second), host::script::DialogError);
+            EXPECT_THROW(click(w, second), host::scriptui::DialogError);
         });
     }
 }

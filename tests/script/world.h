@@ -8,23 +8,23 @@
 #include <vector>
 
 #include "model/project.h"
-#include "script/dialog_driver.h"
 #include "script/engine.h"
 #include "script/settings.h"
+#include "scriptui/dialog_driver.h"
 
 namespace script_test {
 
-using host::script::Action;
-using host::script::Alert;
 using host::script::Engine;
 using host::script::Limits;
 using host::script::Outcome;
-using host::script::ScriptedDriver;
 using host::script::Settings;
-using host::script::Window;
+using host::scriptui::Action;
+using host::scriptui::Alert;
+using host::scriptui::ScriptedDriver;
+using host::scriptui::Window;
 
 // Does with each dialog what the test says.
-class TestDriver : public host::script::DialogDriver {
+class TestDriver : public host::scriptui::DialogDriver {
   public:
     std::function<void(Window&)> act;
     int dialogs = 0;

@@ -62,7 +62,7 @@ LayerState state_of(Layer& layer) {
 
 }  // namespace
 
-void Answerer::drive(host::script::Window& window) {
+void Answerer::drive(host::scriptui::Window& window) {
     window.control("prefixInput").set_text(choices_.prefix);
     window.control("Copy pre-comp attributes to layers").set_value(choices_.copy_attributes);
     window.control("Delete source after exflating").set_value(choices_.delete_source);
@@ -74,7 +74,7 @@ void Answerer::drive(host::script::Window& window) {
 
 Stage::Stage(const World& world)
     : text_(world.animation()),
-      document_(host::lottie::Document::read(text_)),
+      document_(lottie::document::Document::read(text_)),
       session_(document_.project(), settings_, answerer_) {
     if (session_.start(plugin()).has_failed()) throw std::runtime_error("the plug-in does not start");
 }

@@ -4,21 +4,21 @@
 #include <string>
 #include <vector>
 
-#include "lottie/document.h"
+#include "document/document.h"
 #include "promise.h"
 #include "runner/session.h"
-#include "script/dialog_driver.h"
 #include "script/settings.h"
+#include "scriptui/dialog_driver.h"
 #include "state.h"
 #include "world.h"
 
 namespace small_worlds {
 
 // Gives the dialog exactly the chosen values, those that a hand could not combine among them.
-class Answerer : public host::script::DialogDriver {
+class Answerer : public host::scriptui::DialogDriver {
   public:
     void set_choices(Choices choices) { choices_ = std::move(choices); }
-    void drive(host::script::Window& window) override;
+    void drive(host::scriptui::Window& window) override;
 
   private:
     Choices choices_;
@@ -46,7 +46,7 @@ class Stage {
     std::string difference(const std::vector<int>& selected_places, const Choices& choices);
 
     const std::string text_;
-    host::lottie::Document document_;
+    lottie::document::Document document_;
     host::script::Settings settings_ = host::script::Settings::in_memory();
     Answerer answerer_;
     host::runner::Session session_;

@@ -1,5 +1,5 @@
-// contact_sheet BEFORE AFTER PICTURE FRAME...: frames of two animations as one PNG, the first animation above the second,
-// and how far each pair differs on standard output.
+// contact_sheet BEFORE AFTER PICTURE FRAME...: frames of two animations as one PNG, the first animation above the
+// second, and how far each pair differs on standard output.
 #include <algorithm>
 #include <charconv>
 #include <cstdio>
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "render/animation.h"
+#include "pictures/animation.h"
 
 namespace {
 
@@ -19,10 +19,10 @@ constexpr int kFrameWidth = 400;  // pixels
 constexpr int kGap = 8;
 constexpr std::uint32_t kPaper = 0xff606060;
 
-host::render::Animation load(const char* file) {
+lottie::pictures::Animation load(const char* file) {
     std::ifstream in(file, std::ios::binary);
     if (!in) throw std::runtime_error(std::string(file) + ": cannot be read");
-    return host::render::Animation(std::string(std::istreambuf_iterator<char>(in), {}));
+    return lottie::pictures::Animation(std::string(std::istreambuf_iterator<char>(in), {}));
 }
 
 int to_frame(const char* text) {
@@ -34,11 +34,11 @@ int to_frame(const char* text) {
 }
 
 void draw_sheet(char** argv, const std::vector<int>& frames) {
-    const host::render::Animation before = load(argv[1]);
-    const host::render::Animation after = load(argv[2]);
+    const lottie::pictures::Animation before = load(argv[1]);
+    const lottie::pictures::Animation after = load(argv[2]);
     const int height = kFrameWidth * before.height() / std::max(1, before.width());
     const int columns = static_cast<int>(frames.size());
-    host::render::Picture sheet(columns * (kFrameWidth + kGap) + kGap, 2 * (height + kGap) + kGap, kPaper);
+    lottie::pictures::Picture sheet(columns * (kFrameWidth + kGap) + kGap, 2 * (height + kGap) + kGap, kPaper);
     for (int i = 0; i < columns; ++i) {
         const int frame = frames[static_cast<std::size_t>(i)];
         const auto above = over_white(before.frame(frame, kFrameWidth, height));

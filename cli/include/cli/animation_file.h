@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "archive/archive.h"
-#include "lottie/written.h"
+#include "document/written.h"
+#include "packed/archive.h"
 
 namespace cli {
 
@@ -21,8 +21,8 @@ class AnimationFile {
     AnimationFile(const std::string& file, const std::string& id);
 
     // Of a .lottie file, even with one animation in it: its animations have names.
-    bool is_collection() const { return form() == host::archive::Form::lottie; }
-    std::optional<host::archive::Form> form() const;  // none of a plain file
+    bool is_collection() const { return form() == lottie::packed::Form::lottie; }
+    std::optional<lottie::packed::Form> form() const;  // none of a plain file
     std::size_t byte_count() const { return byte_count_; }
 
     // The chosen animations; at least one.
@@ -37,16 +37,16 @@ class AnimationFile {
 
     // The file's bytes with `texts` in the place of the chosen animations, in the same form. They point at what the
     // texts of a plain file point at. Throws Failure (failed).
-    host::lottie::Written with(std::vector<host::lottie::Written> texts) const;
+    lottie::document::Written with(std::vector<lottie::document::Written> texts) const;
 
   private:
     void choose(const std::string& id);
-    const host::archive::PackedAnimation& packed(std::size_t i) const { return archive_->animations()[chosen_[i]]; }
+    const lottie::packed::PackedAnimation& packed(std::size_t i) const { return archive_->animations()[chosen_[i]]; }
 
     std::string name_;
     std::size_t byte_count_;
     std::string plain_;
-    std::optional<host::archive::Archive> archive_;
+    std::optional<lottie::packed::Archive> archive_;
     std::vector<std::size_t> chosen_;
 };
 

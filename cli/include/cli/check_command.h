@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "audit/audit.h"
 #include "cli/console.h"
 #include "cli/failure.h"
 #include "cli/nest_check.h"
 #include "cli/options.h"
+#include "looks/audit.h"
 
 namespace cli {
 
@@ -20,7 +20,7 @@ struct CheckedFile {
     std::vector<CheckedNest> nests;
     std::optional<Failure> failure;  // then `nests` holds what was checked until then
 
-    host::audit::Verdict verdict() const;  // the worst
+    lottie::looks::Verdict verdict() const;  // the worst
 };
 
 // For people, for programs (docs/check-json.md), and for build servers.

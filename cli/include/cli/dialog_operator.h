@@ -2,17 +2,17 @@
 #pragma once
 
 #include "cli/dialog_answers.h"
-#include "script/dialog_driver.h"
+#include "scriptui/dialog_driver.h"
 
 namespace cli {
 
 // Brings every control into the wanted state, whatever the dialog remembered, and presses "Ok". A dialog without those
 // controls ends with an error of its script.
-class DialogOperator : public host::script::DialogDriver {
+class DialogOperator : public host::scriptui::DialogDriver {
   public:
     explicit DialogOperator(DialogAnswers answers) : answers_(std::move(answers)) {}
 
-    void drive(host::script::Window& window) override;
+    void drive(host::scriptui::Window& window) override;
 
   private:
     DialogAnswers answers_;

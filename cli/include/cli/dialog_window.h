@@ -4,18 +4,18 @@
 #include <functional>
 #include <memory>
 
-#include "dialog/dialog_module.h"
-#include "script/dialog_driver.h"
+#include "desktop/dialog_module.h"
+#include "scriptui/dialog_driver.h"
 
 namespace cli {
 
 // Shows dialogs and alerts on the desktop. Throws Failure: usage when this build has no windows, failed when there is
 // no desktop.
-std::unique_ptr<host::script::DialogDriver> open_dialog_windows();
+std::unique_ptr<host::scriptui::DialogDriver> open_dialog_windows();
 
 // Draws what `show_dialog` brings up. Throws Failure: usage when this build has no windows or an action cannot be done,
 // failed when the picture cannot be written.
-void draw_dialog_picture(const host::dialog::PictureOrder& order,
-                         const std::function<void(host::script::DialogDriver&)>& show_dialog);
+void draw_dialog_picture(const desktop::PictureOrder& order,
+                         const std::function<void(host::scriptui::DialogDriver&)>& show_dialog);
 
 }  // namespace cli

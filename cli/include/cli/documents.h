@@ -4,7 +4,7 @@
 #include <string>
 
 #include "cli/file_io.h"
-#include "lottie/document.h"
+#include "document/document.h"
 
 namespace cli {
 
@@ -15,10 +15,10 @@ std::string shown_name(const std::string& file);
 std::string read_input(const std::string& file);
 
 // Throws Failure (bad input, with its place).
-host::lottie::Document parse_input(std::string text);
+lottie::document::Document parse_input(std::string text);
 
 // Throws Failure (bad input, with its place) if a fault inside some layer was met: a run may have passed over it.
-void refuse_faulty_content(const host::lottie::Document& document);
+void refuse_faulty_content(const lottie::document::Document& document);
 
 // The folder for results, made if it is missing. Throws Failure (failed).
 void prepare_folder(const std::string& folder);

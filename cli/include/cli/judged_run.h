@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "audit/audit.h"
 #include "cli/options.h"
 #include "cli/trial.h"
+#include "looks/audit.h"
 
 namespace cli {
 
@@ -15,7 +15,7 @@ namespace cli {
 struct LedgerEntry {
     std::size_t number = 0;  // in the stack when its turn came, from 1
     std::string name;
-    host::audit::Verdict verdict = host::audit::Verdict::exact;
+    lottie::looks::Verdict verdict = lottie::looks::Verdict::exact;
     std::size_t layers = 0;          // that came out, or would have
     std::optional<long long> bytes;  // that the file grew, or would have; null when several came out in one run
     std::string kept_because;        // empty: it was un-nested
@@ -32,7 +32,7 @@ bool is_judged(const RunOptions& options);
 // With --only-exact or --max-growth the nests are un-nested one by one, top first, each judged as the file stands then;
 // else all together as in a plain run. `text` is the input. Throws Failure (look_changes) under --strict; as
 // try_unnesting() otherwise. After a Failure the project is in between: take everything back.
-Ledger unnest_judged(host::lottie::Document& document, const std::string& text, const Surroundings& surroundings,
+Ledger unnest_judged(lottie::document::Document& document, const std::string& text, const Surroundings& surroundings,
                      host::model::Comp& comp, std::vector<host::model::Layer*> nests, const RunOptions& options);
 
 }  // namespace cli

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "audit/animation.h"
-#include "audit/audit.h"
 #include "cli/dialog_answers.h"
-#include "lottie/document.h"
-#include "render/picture.h"
+#include "document/document.h"
+#include "looks/animation.h"
+#include "looks/audit.h"
+#include "pictures/picture.h"
 #include "runner/plugin_module.h"
 #include "script/engine.h"
 
@@ -32,30 +32,30 @@ struct CheckedNest {
     std::size_t number = 0;       // in the stack, from 1
     std::size_t layers = 0;       // that come out
     std::size_t bytes_after = 0;  // of the file, this nest alone un-nested
-    host::audit::NestReport report;
+    lottie::looks::NestReport report;
     std::optional<Proof> proof;
     std::string proof_problem;  // why there is no proof although one was asked for
 };
 
 struct NestTrial {
     CheckedNest nest;
-    host::audit::Animation after;
+    lottie::looks::Animation after;
 };
 
 // Un-nests the nest alone, judges, and puts it back. Throws Failure as try_unnesting() does.
-NestTrial check_nest(host::lottie::Document& document, const host::audit::Animation& before,
+NestTrial check_nest(lottie::document::Document& document, const lottie::looks::Animation& before,
                      const host::runner::PluginModule& plugin, const DialogAnswers& answers,
                      const host::script::Limits& limits, host::model::Layer& nest);
 
 struct Proven {
     Proof proof;
-    host::render::Picture before;  // the frame where they are furthest apart
-    host::render::Picture after;
+    lottie::pictures::Picture before;  // the frame where they are furthest apart
+    lottie::pictures::Picture after;
 };
 
 // Draws the composition before and after; the frames of the findings are among those compared. Throws
 // std::runtime_error with one sentence when the renderer refuses one of the animations, crashes, or does not end.
-Proven prove(const host::audit::Animation& before, const host::audit::Animation& after, const std::string& composition,
-             const std::vector<host::audit::Finding>& findings);
+Proven prove(const lottie::looks::Animation& before, const lottie::looks::Animation& after,
+             const std::string& composition, const std::vector<lottie::looks::Finding>& findings);
 
 }  // namespace cli

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cli/dialog_answers.h"
-#include "script/dialog_driver.h"
+#include "scriptui/dialog_driver.h"
 
 namespace cli {
 
@@ -42,7 +42,7 @@ struct DialogOptions {
     std::string picture;  // the file
     double scale = 1;
     bool first_use = false;  // as if nothing had been remembered
-    std::vector<host::script::Action> actions;
+    std::vector<host::scriptui::Action> actions;
 };
 
 enum class CheckFormat { text, json, junit };

@@ -6,9 +6,9 @@
 #include <string>
 #include <vector>
 
-#include "audit/audit.h"
 #include "cli/nest_check.h"
 #include "cli/options.h"
+#include "looks/audit.h"
 
 namespace cli {
 
@@ -19,7 +19,7 @@ struct StackLayer {
     double in = 0;
     double out = 0;
     bool is_off = false;
-    host::audit::Origin origin;  // of a layer after the run
+    lottie::looks::Origin origin;  // of a layer after the run
 };
 
 // The frame at which before and after are furthest apart, as PNG files.
@@ -55,7 +55,7 @@ struct Report {
     std::vector<StackLayer> stack_after;
     std::vector<std::string> messages;  // of the plug-in and the host during the run
 
-    host::audit::Verdict verdict() const;  // the worst
+    lottie::looks::Verdict verdict() const;  // the worst
 };
 
 // The program that plays animations in the page, and the licence that it comes under.

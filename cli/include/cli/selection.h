@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "cli/failure.h"
-#include "lottie/document.h"
+#include "document/document.h"
 #include "model/project.h"
 
 namespace cli {
@@ -28,7 +28,7 @@ std::vector<host::model::Layer*> new_nests_of(const host::model::Comp& comp, hos
 
 // The composition of that id, else of that name; the main one for an empty text. Throws NothingFits if there is
 // none, near names being suggested, and Failure (usage) if several have the name.
-host::model::Comp& find_composition(const host::lottie::Document& document, const std::string& name_or_id);
+host::model::Comp& find_composition(const lottie::document::Document& document, const std::string& name_or_id);
 
 // The nests that the texts mean, in their order, each once: "#3" is the third layer of the stack, anything else all
 // nests of that name. Throws NothingFits for no such layer and for a layer that is no nest.

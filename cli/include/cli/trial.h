@@ -5,20 +5,20 @@
 #include <string>
 #include <vector>
 
-#include "audit/audit.h"
 #include "cli/dialog_answers.h"
 #include "cli/unnest.h"
-#include "lottie/document.h"
+#include "document/document.h"
+#include "looks/audit.h"
 #include "runner/plugin_module.h"
-#include "script/dialog_driver.h"
 #include "script/engine.h"
 #include "script/settings.h"
+#include "scriptui/dialog_driver.h"
 
 namespace cli {
 
 struct Trial {
     std::string after;  // the animation as it would be written
-    host::audit::StackChange change;
+    lottie::looks::StackChange change;
     Record record;
 };
 
@@ -26,7 +26,7 @@ struct Trial {
 struct Surroundings {
     const host::runner::PluginModule& plugin;
     host::script::Settings& settings;
-    host::script::DialogDriver& dialogs;
+    host::scriptui::DialogDriver& dialogs;
     const host::script::Limits& limits;
     std::function<void(host::runner::Session&)> observe = [](host::runner::Session&) {
     };  // each session, before it starts
@@ -34,15 +34,15 @@ struct Surroundings {
 
 // Un-nests the nests of one composition in one run and leaves the project that way. Throws Failure as unnest() does,
 // and for faults in the input's content; the project is then as it was before.
-Trial try_unnesting(host::lottie::Document& document, const Surroundings& surroundings, host::model::Comp& comp,
+Trial try_unnesting(lottie::document::Document& document, const Surroundings& surroundings, host::model::Comp& comp,
                     const std::vector<host::model::Layer*>& nests);
 
 // The same with a dialog that is answered so, and nothing remembered of it.
-Trial try_unnesting(host::lottie::Document& document, const host::runner::PluginModule& plugin,
+Trial try_unnesting(lottie::document::Document& document, const host::runner::PluginModule& plugin,
                     const DialogAnswers& answers, const host::script::Limits& limits, host::model::Comp& comp,
                     const std::vector<host::model::Layer*>& nests);
 
 // Takes the newest trial back.
-void take_back(host::lottie::Document& document);
+void take_back(lottie::document::Document& document);
 
 }  // namespace cli

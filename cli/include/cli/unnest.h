@@ -16,7 +16,7 @@ struct Record {
     std::size_t layers_made = 0;      // that are in the composition and were not before
     std::size_t sources_deleted = 0;  // nested compositions
     std::size_t sources_kept = 0;
-    std::vector<host::script::Alert> alerts;
+    std::vector<host::scriptui::Alert> alerts;
     std::vector<std::string> reports;
     std::vector<std::string> log;
 };

@@ -17,11 +17,12 @@ using What = suites::PluginCall::What;
 
 }  // namespace
 
-Session::Session(model::Project& project, script::Settings& settings, script::DialogDriver& dialogs,
+Session::Session(model::Project& project, script::Settings& settings, scriptui::DialogDriver& dialogs,
                  const script::Limits& limits)
     : project_(project),
       engine_(
-          project, settings, dialogs, [this](const script::Alert& alert) { current_.alerts.push_back(alert); }, limits),
+          project, settings, dialogs, [this](const scriptui::Alert& alert) { current_.alerts.push_back(alert); },
+          limits),
       suites_(project, {.run_script = [this](std::string_view text) { return run_script(text); },
                         .report =
                             [this, &dialogs](std::string_view plugin, std::string_view text) {

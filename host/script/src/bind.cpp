@@ -52,9 +52,9 @@ model::Layer& Call::self_layer() {
     return living_self<model::Layer>(*this, Kind::layer, "layer");
 }
 
-Element& Call::self_element() {
+scriptui::Element& Call::self_element() {
     duk_push_this(ctx);
-    auto* element = static_cast<Element*>(target_of(ctx, -1, Kind::element));
+    auto* element = static_cast<scriptui::Element*>(target_of(ctx, -1, Kind::element));
     duk_pop(ctx);
     if (element == nullptr) fail("called on something that is no dialog element");
     return *element;

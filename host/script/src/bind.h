@@ -24,7 +24,7 @@ class Call {
     model::Item& self_item();
     model::Comp& self_comp();
     model::Layer& self_layer();
-    Element& self_element();
+    scriptui::Element& self_element();
 
     // Arguments. Those that are missing are undefined.
     bool given(duk_idx_t i) { return !duk_is_null_or_undefined(ctx, i); }

@@ -7,7 +7,7 @@
 
 #include "host.h"
 #include "programs.h"
-#include "script/dialog/window.h"
+#include "scriptui/window.h"
 #include "text.h"
 
 namespace host::script {
@@ -49,8 +49,8 @@ duk_ret_t set_up(duk_context* ctx, void* programs) {
 
 class Engine::Impl {
   public:
-    Impl(model::Project& project, Settings& settings, DialogDriver& driver, std::function<void(const Alert&)> on_alert,
-         const Limits& limits)
+    Impl(model::Project& project, Settings& settings, scriptui::DialogDriver& driver,
+         std::function<void(const scriptui::Alert&)> on_alert, const Limits& limits)
         : host_(project, settings, driver, std::move(on_alert), limits) {
         if (duk_safe_call(host_.heap.context(), set_up, &programs_, 0, 1) != DUK_EXEC_SUCCESS) {
             throw std::runtime_error("the script engine did not start: " + describe_error(host_.heap.context()));
@@ -84,8 +84,8 @@ class Engine::Impl {
     Programs programs_;
 };
 
-Engine::Engine(model::Project& project, Settings& settings, DialogDriver& driver,
-               std::function<void(const Alert&)> on_alert, Limits limits)
+Engine::Engine(model::Project& project, Settings& settings, scriptui::DialogDriver& driver,
+               std::function<void(const scriptui::Alert&)> on_alert, Limits limits)
     : impl_(std::make_unique<Impl>(project, settings, driver, std::move(on_alert), limits)) {}
 
 Engine::~Engine() = default;

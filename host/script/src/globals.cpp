@@ -53,7 +53,7 @@ constexpr std::string_view kStandardObjects[] = {
 
 duk_ret_t alert(Call& call) {
     if (duk_is_undefined(call.ctx, 0)) call.fail("alert() needs a message");
-    Alert shown{call.display_text(0), "Script Alert"};
+    scriptui::Alert shown{call.display_text(0), "Script Alert"};
     if (call.given(1)) shown.title = call.display_text(1);
     shown.is_error = call.boolean(2);
     const RunClock::Switched waiting(call.host.heap.clock(), false);

@@ -74,8 +74,8 @@ ClassId class_of(const model::Layer& layer) {
 
 }  // namespace
 
-Host::Host(model::Project& the_project, Settings& the_settings, DialogDriver& the_driver,
-           std::function<void(const Alert&)> the_on_alert, const Limits& limits)
+Host::Host(model::Project& the_project, Settings& the_settings, scriptui::DialogDriver& the_driver,
+           std::function<void(const scriptui::Alert&)> the_on_alert, const Limits& limits)
     : project(the_project),
       settings(the_settings),
       driver(the_driver),
@@ -88,7 +88,7 @@ Host::~Host() {
     heap.close();
 }
 
-void Host::show(const Alert& alert) {
+void Host::show(const scriptui::Alert& alert) {
     if (on_alert) on_alert(alert);
     driver.show(alert);
 }
@@ -193,7 +193,7 @@ void Host::forget_object(const void* target, const void* heap_object) {
     objects_.erase(known);
     if (const auto window = windows.find(target); window != windows.end()) {
         // Their objects are garbage too, but new elements may get the same addresses before those are finalized.
-        window->second->for_each([&](const Element& element) {
+        window->second->for_each([&](const scriptui::Element& element) {
             objects_.erase(&element);
             --dialog_elements;
         });

@@ -16,9 +16,9 @@
 #include "model/item.h"
 #include "model/layer.h"
 #include "model/project.h"
-#include "script/dialog_driver.h"
 #include "script/engine.h"
 #include "script/settings.h"
+#include "scriptui/dialog_driver.h"
 
 namespace host::script {
 
@@ -86,15 +86,15 @@ class ScriptEnded : public std::runtime_error {
 
 class Host {
   public:
-    Host(model::Project& the_project, Settings& the_settings, DialogDriver& the_driver,
-         std::function<void(const Alert&)> the_on_alert, const Limits& limits);
+    Host(model::Project& the_project, Settings& the_settings, scriptui::DialogDriver& the_driver,
+         std::function<void(const scriptui::Alert&)> the_on_alert, const Limits& limits);
     ~Host();
     static Host& of(duk_context* ctx) { return Heap::of(ctx).host(); }
 
     model::Project& project;
     Settings& settings;
-    DialogDriver& driver;
-    const std::function<void(const Alert&)> on_alert;
+    scriptui::DialogDriver& driver;
+    const std::function<void(const scriptui::Alert&)> on_alert;
     Heap heap;
 
     // Undo groups the running script has opened and not closed.
@@ -102,7 +102,7 @@ class Host {
     // Line of the statement that threw last; 0 if no statement was running.
     int throw_line = 0;
 
-    void show(const Alert& alert);
+    void show(const scriptui::Alert& alert);
 
     void begin_run();
     void end_run();
@@ -118,15 +118,15 @@ class Host {
     void push_prototype(duk_context* ctx, ClassId class_id);
     void forget_object(const void* target, const void* heap_object);
 
-    EventSink& handlers() { return *handlers_; }
+    scriptui::EventSink& handlers() { return *handlers_; }
     // Windows live as long as a script holds them or one of their elements.
-    std::unordered_map<const void*, std::unique_ptr<Window>> windows;  // by the address that objects hold
+    std::unordered_map<const void*, std::unique_ptr<scriptui::Window>> windows;  // by the address that objects hold
     std::size_t dialog_elements = 0;
 
   private:
     void keep_for_a_while(duk_context* ctx, duk_idx_t object);
 
-    std::unique_ptr<EventSink> handlers_;
+    std::unique_ptr<scriptui::EventSink> handlers_;
     // Engine objects that the stash keeps alive.
     void* finalizer_ = nullptr;
     void* recent_ = nullptr;  // an array with the objects made last

@@ -8,22 +8,22 @@
 
 #include "model/project.h"
 #include "runner/plugin_module.h"
-#include "script/dialog_driver.h"
 #include "script/engine.h"
 #include "script/settings.h"
+#include "scriptui/dialog_driver.h"
 #include "suites/suite_host.h"
 
 namespace host::runner {
 
 // What came of one visit to the plug-ins.
 struct Outcome {
-    A_Err error = A_Err_NONE;            // the first code other than 0 that a hook or the entry point gave
-    bool has_thrown = false;             // an exception left the plug-in; `error` is set as well
-    bool is_enabled = true;              // false: the command is disabled and no command hook was asked
-    bool is_handled = false;             // some command hook said so
-    bool scripts_took_too_long = false;  // one was ended, and those after it were not run: the work is not complete
-    std::vector<script::Alert> alerts;   // that scripts showed
-    std::vector<std::string> reports;    // boxes that the plug-in showed through the host
+    A_Err error = A_Err_NONE;             // the first code other than 0 that a hook or the entry point gave
+    bool has_thrown = false;              // an exception left the plug-in; `error` is set as well
+    bool is_enabled = true;               // false: the command is disabled and no command hook was asked
+    bool is_handled = false;              // some command hook said so
+    bool scripts_took_too_long = false;   // one was ended, and those after it were not run: the work is not complete
+    std::vector<scriptui::Alert> alerts;  // that scripts showed
+    std::vector<std::string> reports;     // boxes that the plug-in showed through the host
     std::vector<std::string> log;  // a sentence for each failed suite call, failed script, hook that failed or threw,
                                    // and group of undo left open
     std::vector<std::string> undo_steps;  // names of the steps that the visit added, oldest first
@@ -35,7 +35,7 @@ struct Outcome {
 class Session {
   public:
     // Everything given must outlive the session.
-    Session(model::Project& project, script::Settings& settings, script::DialogDriver& dialogs,
+    Session(model::Project& project, script::Settings& settings, scriptui::DialogDriver& dialogs,
             const script::Limits& limits = {});
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;

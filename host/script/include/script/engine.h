@@ -14,10 +14,13 @@ namespace host::model {
 class Project;
 }
 
-namespace host::script {
-
+namespace host::scriptui {
 struct Alert;
 class DialogDriver;
+}  // namespace host::scriptui
+
+namespace host::script {
+
 class Settings;
 
 // How a run ended. `result` is the text of the last statement's value: empty for undefined and after a failure.
@@ -44,8 +47,8 @@ class Engine {
   public:
     // Everything given here must outlive the engine. The driver shows alerts, `on_alert` is told of them before. Throws
     // std::runtime_error when there is no memory to start with.
-    Engine(model::Project& project, Settings& settings, DialogDriver& driver,
-           std::function<void(const Alert&)> on_alert, Limits limits = {});
+    Engine(model::Project& project, Settings& settings, scriptui::DialogDriver& driver,
+           std::function<void(const scriptui::Alert&)> on_alert, Limits limits = {});
     ~Engine();
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;

@@ -22,20 +22,20 @@ std::size_t index_of_word(Call& call, const char* what, duk_idx_t i, const std::
     call.fail(std::string("unknown ") + what + " \"" + word + "\"");
 }
 
-Align align_argument(Call& call, duk_idx_t i, bool may_be_horizontal, bool may_be_vertical) {
-    const auto align = static_cast<Align>(index_of_word(call, "alignment", i, kAligns));
-    const bool is_horizontal_only = align == Align::left || align == Align::right;
-    const bool is_vertical_only = align == Align::top || align == Align::bottom;
+scriptui::Align align_argument(Call& call, duk_idx_t i, bool may_be_horizontal, bool may_be_vertical) {
+    const auto align = static_cast<scriptui::Align>(index_of_word(call, "alignment", i, kAligns));
+    const bool is_horizontal_only = align == scriptui::Align::left || align == scriptui::Align::right;
+    const bool is_vertical_only = align == scriptui::Align::top || align == scriptui::Align::bottom;
     if ((is_horizontal_only && !may_be_horizontal) || (is_vertical_only && !may_be_vertical)) {
         call.fail("an alignment in two words is horizontal, then vertical");
     }
     return align;
 }
 
-Alignment alignment_argument(Call& call) {
+scriptui::Alignment alignment_argument(Call& call) {
     if (!duk_is_array(call.ctx, 0)) return {align_argument(call, 0, true, true), {}};
     if (duk_get_length(call.ctx, 0) != 2) call.fail("an alignment is one word or an array of two");
-    Alignment alignment;
+    scriptui::Alignment alignment;
     duk_get_prop_index(call.ctx, 0, 0);
     alignment.first = align_argument(call, -1, true, false);
     duk_get_prop_index(call.ctx, 0, 1);
@@ -43,7 +43,7 @@ Alignment alignment_argument(Call& call) {
     return alignment;
 }
 
-duk_ret_t give_alignment(Call& call, const Alignment& alignment) {
+duk_ret_t give_alignment(Call& call, const scriptui::Alignment& alignment) {
     const std::string_view first = kAligns[static_cast<std::size_t>(alignment.first)];
     if (!alignment.second) return call.give(first);
     const duk_idx_t array = duk_push_array(call.ctx);
@@ -62,7 +62,7 @@ duk_ret_t get_alignment(Call& call) {
 }
 
 duk_ret_t set_alignment(Call& call) {
-    Element& element = call.self_element();
+    scriptui::Element& element = call.self_element();
     element.layout().alignment = alignment_argument(call);
     return call.nothing();
 }
@@ -72,8 +72,9 @@ duk_ret_t get_orientation(Call& call) {
 }
 
 duk_ret_t set_orientation(Call& call) {
-    Element& container = self_container(call);
-    container.layout().orientation = static_cast<Orientation>(index_of_word(call, "orientation", 0, kOrientations));
+    scriptui::Element& container = self_container(call);
+    container.layout().orientation =
+        static_cast<scriptui::Orientation>(index_of_word(call, "orientation", 0, kOrientations));
     return call.nothing();
 }
 
@@ -82,7 +83,7 @@ duk_ret_t get_align_children(Call& call) {
 }
 
 duk_ret_t set_align_children(Call& call) {
-    Element& container = self_container(call);
+    scriptui::Element& container = self_container(call);
     container.layout().align_children = alignment_argument(call);
     return call.nothing();
 }
@@ -92,9 +93,9 @@ duk_ret_t get_justify(Call& call) {
 }
 
 duk_ret_t set_justify(Call& call) {
-    Element& element = call.self_element();
-    const Align align = align_argument(call, 0, true, false);
-    if (align == Align::fill) call.fail("texts cannot be justified on both sides");
+    scriptui::Element& element = call.self_element();
+    const scriptui::Align align = align_argument(call, 0, true, false);
+    if (align == scriptui::Align::fill) call.fail("texts cannot be justified on both sides");
     element.set_justification(align);
     return call.nothing();
 }

@@ -38,30 +38,30 @@ constexpr const char* kElements =
     DUK_HIDDEN_SYMBOL("elements");  // on containers: an array that keeps the children's objects
 constexpr const char* kWindow = DUK_HIDDEN_SYMBOL("window");  // on elements: keeps the window's object
 
-int depth_of(const Element& element) {
+int depth_of(const scriptui::Element& element) {
     int depth = 0;
-    for (const Element* above = element.parent(); above != nullptr; above = above->parent()) ++depth;
+    for (const scriptui::Element* above = element.parent(); above != nullptr; above = above->parent()) ++depth;
     return depth;
 }
 
 // add(type, bounds, text, {name, ...}); containers have no text to speak of, so theirs may be left out.
 duk_ret_t add(Call& call) {
-    Element& container = self_container(call);
+    scriptui::Element& container = self_container(call);
     const std::string wanted = call.text(0);
-    const auto type = element_type(wanted);
-    if (!type || type == ElementType::window) call.fail("dialogs have no element of type \"" + wanted + "\"");
+    const auto type = scriptui::element_type(wanted);
+    if (!type || type == scriptui::ElementType::window) call.fail("dialogs have no element of type \"" + wanted + "\"");
     const bool text_is_left_out = duk_is_object(call.ctx, 2) != 0;
     const Creation creation = read_creation(call, 1, text_is_left_out ? -1 : 2, text_is_left_out ? 2 : 3);
     if (depth_of(container) >= kDeepest) call.fail("dialog elements are nested too deeply");
     count_new_element(call);
-    Element& element = container.add_child(*type);
+    scriptui::Element& element = container.add_child(*type);
     creation.apply_to(element);
     attach_object(call, element);
     return 1;
 }
 
 duk_ret_t find_element(Call& call) {
-    const Element& container = self_container(call);
+    const scriptui::Element& container = self_container(call);
     push_element(call, container.find_named(call.text(0)));
     return 1;
 }
@@ -76,7 +76,7 @@ bool has_own_property(Call& call, duk_idx_t object, const std::string& name) {
 
 // Makes the element's object, on top of the stack, a property of another object under the element's name. A name never
 // hides a property that is there already, but for one that is there only to complain.
-void set_under_name(Call& call, duk_idx_t owner, const Element& element) {
+void set_under_name(Call& call, duk_idx_t owner, const scriptui::Element& element) {
     if (element.name().empty()) return;
     const bool may_hide = is_missing_member(element.name()) && !has_own_property(call, owner, element.name());
     push_text(call.ctx, element.name());
@@ -90,7 +90,7 @@ void set_under_name(Call& call, duk_idx_t owner, const Element& element) {
 
 // A new array each time, so that scripts cannot take elements out; with the names of the children as properties.
 duk_ret_t children(Call& call) {
-    const Element& container = self_container(call);
+    const scriptui::Element& container = self_container(call);
     const duk_idx_t array = duk_push_array(call.ctx);
     duk_uarridx_t index = 0;
     for (const auto& child : container.children()) {
@@ -106,7 +106,7 @@ duk_ret_t spacing(Call& call) {
 }
 
 duk_ret_t set_spacing(Call& call) {
-    Element& container = self_container(call);
+    scriptui::Element& container = self_container(call);
     container.layout().spacing = call.number(0);
     return call.nothing();
 }
@@ -131,8 +131,8 @@ void read_property(Call& call, Creation& creation) {
 
 }  // namespace
 
-Element& self_container(Call& call) {
-    Element& element = call.self_element();
+scriptui::Element& self_container(Call& call) {
+    scriptui::Element& element = call.self_element();
     if (!element.is_container()) call.fail("called on something that is no container");
     return element;
 }
@@ -147,7 +147,7 @@ void count_new_element(Call& call) {
     ++call.host.dialog_elements;
 }
 
-void attach_object(Call& call, Element& element) {
+void attach_object(Call& call, scriptui::Element& element) {
     push_element(call, element.parent());
     const duk_idx_t parent = duk_get_top_index(call.ctx);
     push_element(call, &element);
@@ -184,7 +184,7 @@ Creation read_creation(Call& call, duk_idx_t bounds, duk_idx_t text, duk_idx_t p
     return creation;
 }
 
-void Creation::apply_to(Element& element) const {
+void Creation::apply_to(scriptui::Element& element) const {
     element.set_text(text);
     element.set_name(name);
     element.set_multiline(is_multiline);

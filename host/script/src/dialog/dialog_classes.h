@@ -10,16 +10,16 @@
 
 #include "bind.h"
 #include "host.h"
-#include "script/dialog/window.h"
+#include "scriptui/window.h"
 
 namespace host::script {
 
 // Calls the functions that scripts keep as onClick, onChange, ... on the elements' objects.
-class HandlerCaller : public EventSink {
+class HandlerCaller : public scriptui::EventSink {
   public:
     explicit HandlerCaller(Host& host) : host_(host) {}
     // An error in a handler is shown as an alert. Throws ScriptEnded when the script's time is up.
-    Answer fire(Element& element, Event event) override;
+    Answer fire(scriptui::Element& element, scriptui::Event event) override;
 
   private:
     Host& host_;
@@ -32,13 +32,13 @@ inline constexpr int kDeepest = 250;
 // Called before an element is made; an error when there are too many.
 void count_new_element(Call& call);
 
-void push_element(Call& call, const Element* element);
+void push_element(Call& call, const scriptui::Element* element);
 // The element an argument stands for; null when it is none.
-Element* element_argument(Call& call, duk_idx_t i);
-Window& self_window(Call& call);
-Element& self_container(Call& call);
+scriptui::Element* element_argument(Call& call, duk_idx_t i);
+scriptui::Window& self_window(Call& call);
+scriptui::Element& self_container(Call& call);
 // Puts a new element's object where scripts look for it: into the parent's children and under its name.
-void attach_object(Call& call, Element& element);
+void attach_object(Call& call, scriptui::Element& element);
 // What add() and Window() say about a new element, read before it is made: bad values make none.
 struct Creation {
     std::optional<std::array<double, 4>> bounds;  // left, top, right, bottom
@@ -47,7 +47,7 @@ struct Creation {
     bool is_multiline = false;
     bool is_read_only = false;
 
-    void apply_to(Element& element) const;
+    void apply_to(scriptui::Element& element) const;
 };
 // From the arguments with these numbers; there is no text when that is -1.
 Creation read_creation(Call& call, duk_idx_t bounds, duk_idx_t text, duk_idx_t properties);

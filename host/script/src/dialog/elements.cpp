@@ -73,28 +73,29 @@ constexpr ClassTable kClasses[] = {
     {ClassId::radio_button, nullptr, ClassId::element, nullptr, {}, kValueProperties},
 };
 
-constexpr std::pair<std::string_view, Event> kNotifications[] = {
-    {"onClick", Event::click}, {"onChange", Event::change}, {"onChanging", Event::changing},
-    {"onShow", Event::show},   {"onClose", Event::close},
+constexpr std::pair<std::string_view, scriptui::Event> kNotifications[] = {
+    {"onClick", scriptui::Event::click},       {"onChange", scriptui::Event::change},
+    {"onChanging", scriptui::Event::changing}, {"onShow", scriptui::Event::show},
+    {"onClose", scriptui::Event::close},
 };
 
-ClassId class_of(ElementType type) {
+ClassId class_of(scriptui::ElementType type) {
     switch (type) {
-        case ElementType::window:
+        case scriptui::ElementType::window:
             return ClassId::window;
-        case ElementType::group:
+        case scriptui::ElementType::group:
             return ClassId::group;
-        case ElementType::panel:
+        case scriptui::ElementType::panel:
             return ClassId::panel;
-        case ElementType::static_text:
+        case scriptui::ElementType::static_text:
             return ClassId::static_text;
-        case ElementType::edit_text:
+        case scriptui::ElementType::edit_text:
             return ClassId::edit_text;
-        case ElementType::button:
+        case scriptui::ElementType::button:
             return ClassId::button;
-        case ElementType::checkbox:
+        case scriptui::ElementType::checkbox:
             return ClassId::checkbox;
-        case ElementType::radio_button:
+        case scriptui::ElementType::radio_button:
             break;
     }
     return ClassId::radio_button;
@@ -102,11 +103,13 @@ ClassId class_of(ElementType type) {
 
 // As if the user had caused the event: the usual one of the control, or the one named.
 duk_ret_t notify(Call& call) {
-    Element& element = call.self_element();
-    Event event = element.type() == ElementType::edit_text ? Event::change : Event::click;
+    scriptui::Element& element = call.self_element();
+    scriptui::Event event =
+        element.type() == scriptui::ElementType::edit_text ? scriptui::Event::change : scriptui::Event::click;
     if (call.given(0)) {
         const std::string name = call.text(0);
-        const auto* found = std::ranges::find(kNotifications, name, &std::pair<std::string_view, Event>::first);
+        const auto* found =
+            std::ranges::find(kNotifications, name, &std::pair<std::string_view, scriptui::Event>::first);
         if (found == std::end(kNotifications)) call.fail("unknown event \"" + name + "\"");
         event = found->second;
     }
@@ -115,8 +118,9 @@ duk_ret_t notify(Call& call) {
 }
 
 duk_ret_t type(Call& call) {
-    const Element& element = call.self_element();
-    return call.give(element.type() == ElementType::window ? std::string_view("dialog") : type_name(element.type()));
+    const scriptui::Element& element = call.self_element();
+    return call.give(element.type() == scriptui::ElementType::window ? std::string_view("dialog")
+                                                                     : scriptui::type_name(element.type()));
 }
 
 duk_ret_t name(Call& call) {
@@ -128,7 +132,7 @@ duk_ret_t text(Call& call) {
 }
 
 duk_ret_t set_text(Call& call) {
-    Element& element = call.self_element();
+    scriptui::Element& element = call.self_element();
     element.set_text(call.text(0));
     return call.nothing();
 }
@@ -138,7 +142,7 @@ duk_ret_t enabled(Call& call) {
 }
 
 duk_ret_t set_enabled(Call& call) {
-    Element& element = call.self_element();
+    scriptui::Element& element = call.self_element();
     element.set_enabled(call.boolean(0));
     return call.nothing();
 }
@@ -148,19 +152,19 @@ duk_ret_t visible(Call& call) {
 }
 
 duk_ret_t set_visible(Call& call) {
-    Element& element = call.self_element();
+    scriptui::Element& element = call.self_element();
     element.set_visible(call.boolean(0));
     return call.nothing();
 }
 
 duk_ret_t active(Call& call) {
-    const Element& element = call.self_element();
+    const scriptui::Element& element = call.self_element();
     return call.give(element.window().focus() == &element);
 }
 
 duk_ret_t set_active(Call& call) {
-    Element& element = call.self_element();
-    Window& window = element.window();
+    scriptui::Element& element = call.self_element();
+    scriptui::Window& window = element.window();
     if (call.boolean(0)) {
         window.set_focus(&element);
     } else if (window.focus() == &element) {
@@ -179,8 +183,8 @@ duk_ret_t window(Call& call) {
     return 1;
 }
 
-Element& self_with_value(Call& call) {
-    Element& element = call.self_element();
+scriptui::Element& self_with_value(Call& call) {
+    scriptui::Element& element = call.self_element();
     if (!element.has_value()) call.fail("called on an element without a value");
     return element;
 }
@@ -190,7 +194,7 @@ duk_ret_t value(Call& call) {
 }
 
 duk_ret_t set_value(Call& call) {
-    Element& element = self_with_value(call);
+    scriptui::Element& element = self_with_value(call);
     element.set_value(call.boolean(0));
     return call.nothing();
 }
@@ -200,7 +204,7 @@ duk_ret_t help_tip(Call& call) {
 }
 
 duk_ret_t set_help_tip(Call& call) {
-    Element& element = call.self_element();
+    scriptui::Element& element = call.self_element();
     element.set_help_tip(call.text(0));
     return call.nothing();
 }
@@ -210,20 +214,20 @@ duk_ret_t characters(Call& call) {
 }
 
 duk_ret_t set_characters(Call& call) {
-    Element& element = call.self_element();
+    scriptui::Element& element = call.self_element();
     element.set_characters(std::max(0, call.whole_number(0)));
     return call.nothing();
 }
 
 }  // namespace
 
-void push_element(Call& call, const Element* element) {
+void push_element(Call& call, const scriptui::Element* element) {
     call.host.push_object(call.ctx, Kind::element, element != nullptr ? class_of(element->type()) : ClassId::element,
                           element);
 }
 
-Element* element_argument(Call& call, duk_idx_t i) {
-    return static_cast<Element*>(target_of(call.ctx, i, Kind::element));
+scriptui::Element* element_argument(Call& call, duk_idx_t i) {
+    return static_cast<scriptui::Element*>(target_of(call.ctx, i, Kind::element));
 }
 
 void define_elements(duk_context* ctx) {

@@ -5,26 +5,26 @@ namespace host::script {
 
 namespace {
 
-const char* handler_name(Event event) {
+const char* handler_name(scriptui::Event event) {
     switch (event) {
-        case Event::click:
+        case scriptui::Event::click:
             return "onClick";
-        case Event::changing:
+        case scriptui::Event::changing:
             return "onChanging";
-        case Event::change:
+        case scriptui::Event::change:
             return "onChange";
-        case Event::show:
+        case scriptui::Event::show:
             return "onShow";
-        case Event::close:
+        case scriptui::Event::close:
             break;
     }
     return "onClose";
 }
 
 struct Firing {
-    Element& element;
-    Event event;
-    EventSink::Answer answer = EventSink::Answer::no_handler;
+    scriptui::Element& element;
+    scriptui::Event event;
+    scriptui::EventSink::Answer answer = scriptui::EventSink::Answer::no_handler;
 };
 
 duk_ret_t call_handler(duk_context* ctx, void* pointer) {
@@ -33,16 +33,16 @@ duk_ret_t call_handler(duk_context* ctx, void* pointer) {
     push_element(call, &firing.element);
     duk_get_prop_string(ctx, -1, handler_name(firing.event));
     if (!duk_is_callable(ctx, -1)) return 0;
-    firing.answer = EventSink::Answer::handled;
+    firing.answer = scriptui::EventSink::Answer::handled;
     duk_insert(ctx, -2);
     duk_call_method(ctx, 0);
-    if (duk_is_boolean(ctx, -1) && !duk_get_boolean(ctx, -1)) firing.answer = EventSink::Answer::refused;
+    if (duk_is_boolean(ctx, -1) && !duk_get_boolean(ctx, -1)) firing.answer = scriptui::EventSink::Answer::refused;
     return 0;
 }
 
 }  // namespace
 
-EventSink::Answer HandlerCaller::fire(Element& element, Event event) {
+scriptui::EventSink::Answer HandlerCaller::fire(scriptui::Element& element, scriptui::Event event) {
     duk_context* ctx = host_.heap.context();
     Firing firing{element, event};
     const RunClock::Switched running(host_.heap.clock(), true);
@@ -51,7 +51,7 @@ EventSink::Answer HandlerCaller::fire(Element& element, Event event) {
         duk_pop(ctx);
         return firing.answer;
     }
-    const Alert error{describe_error(ctx), "Script Error", true};
+    const scriptui::Alert error{describe_error(ctx), "Script Error", true};
     if (host_.heap.must_end()) throw ScriptEnded();
     const RunClock::Switched waiting(host_.heap.clock(), false);
     host_.show(error);

@@ -1,6 +1,6 @@
 // What scripts know as a container's `layout`: element.layout.layout(true) lays the window out anew.
 #include "dialog/dialog_classes.h"
-#include "script/dialog/lay_out.h"
+#include "scriptui/lay_out.h"
 
 namespace host::script {
 
@@ -22,16 +22,16 @@ duk_ret_t layout(Call& call) {
     duk_push_this(call.ctx);
     if (!duk_is_object(call.ctx, -1)) call.fail("called on something that is no layout");
     duk_get_prop_string(call.ctx, -1, kContainer);
-    const Element* container = element_argument(call, -1);
+    const scriptui::Element* container = element_argument(call, -1);
     if (container == nullptr) call.fail("called on something that is no layout");
-    lay_out(container->window(), call.host.driver.text_measure());
+    scriptui::lay_out(container->window(), call.host.driver.text_measure());
     return call.nothing();
 }
 
 }  // namespace
 
 duk_ret_t get_layout(Call& call) {
-    const Element& container = self_container(call);
+    const scriptui::Element& container = self_container(call);
     const duk_idx_t manager = duk_push_object(call.ctx);
     push_element(call, &container);
     duk_put_prop_string(call.ctx, manager, kContainer);

@@ -46,8 +46,8 @@ ClassId class_of(Measure measure) {
 }
 
 // Nothing while neither a script nor the layout has decided it.
-std::optional<Numbers> read(const Element& element, Measure measure) {
-    const Layout& layout = element.layout();
+std::optional<Numbers> read(const scriptui::Element& element, Measure measure) {
+    const scriptui::Layout& layout = element.layout();
     const auto& frame = element.frame();
     const auto pair = [](const std::array<double, 2>& two) { return Numbers{two[0], two[1], 0, 0}; };
     switch (measure) {
@@ -75,8 +75,8 @@ std::optional<Numbers> read(const Element& element, Measure measure) {
 }
 
 // An element that has its frame takes place and size at once; other elements stay where they are.
-void write(Element& element, Measure measure, const Numbers& n) {
-    Layout& layout = element.layout();
+void write(scriptui::Element& element, Measure measure, const Numbers& n) {
+    scriptui::Layout& layout = element.layout();
     switch (measure) {
         case Measure::preferred_size:
             layout.preferred_size = {n[0], n[1]};
@@ -104,14 +104,14 @@ void write(Element& element, Measure measure, const Numbers& n) {
     if (!element.frame()) return;
     const auto [left, top] = layout.location.value_or(std::array{element.frame()->left, element.frame()->top});
     const auto [width, height] = layout.size.value_or(std::array{element.frame()->width, element.frame()->height});
-    element.set_frame(Frame{left, top, width, height});
+    element.set_frame(scriptui::Frame{left, top, width, height});
 }
 
 constexpr const char* kElement = DUK_HIDDEN_SYMBOL("element");
 constexpr const char* kMeasure = DUK_HIDDEN_SYMBOL("measure");
 
 duk_ret_t give(Call& call, Measure measure) {
-    const Element& element = call.self_element();
+    const scriptui::Element& element = call.self_element();
     if (!read(element, measure)) return call.nothing();
     const duk_idx_t view = duk_push_object(call.ctx);
     push_element(call, &element);
@@ -125,7 +125,7 @@ duk_ret_t give(Call& call, Measure measure) {
 
 // The element and the measure that `this` writes through to.
 struct View {
-    Element& element;
+    scriptui::Element& element;
     Measure measure;
 };
 
@@ -133,7 +133,7 @@ View self_view(Call& call) {
     duk_push_this(call.ctx);
     if (!duk_is_object(call.ctx, -1)) call.fail("called on something that is no measure");
     duk_get_prop_string(call.ctx, -1, kElement);
-    Element* element = element_argument(call, -1);
+    scriptui::Element* element = element_argument(call, -1);
     if (element == nullptr) call.fail("called on something that is no measure");
     duk_get_prop_string(call.ctx, -2, kMeasure);
     return {*element, static_cast<Measure>(duk_get_int(call.ctx, -1))};
@@ -190,7 +190,7 @@ std::optional<Numbers> numbers_argument(Call& call, duk_idx_t i, Measure measure
     return Numbers{(*box)[0], (*box)[1], (*box)[0] + (*box)[2], (*box)[1] + (*box)[3]};
 }
 
-duk_ret_t take(Call& call, duk_idx_t i, Element& element, Measure measure, const char* what) {
+duk_ret_t take(Call& call, duk_idx_t i, scriptui::Element& element, Measure measure, const char* what) {
     const auto numbers = numbers_argument(call, i, measure);
     if (!numbers) call.fail(std::string(what) + " cannot be read from that value");
     write(element, measure, *numbers);

@@ -1,6 +1,6 @@
 // The script class Window.
 #include "dialog/dialog_classes.h"
-#include "script/dialog/lay_out.h"
+#include "scriptui/lay_out.h"
 
 namespace host::script {
 
@@ -38,10 +38,10 @@ duk_ret_t construct(Call& call) {
 
     const Creation creation = read_creation(call, 2, 1, 3);
     count_new_element(call);
-    auto owned = std::make_unique<Window>(call.host.handlers());
-    Window& window = *owned;
+    auto owned = std::make_unique<scriptui::Window>(call.host.handlers());
+    scriptui::Window& window = *owned;
     creation.apply_to(window);
-    call.host.windows.emplace(static_cast<const Element*>(&window), std::move(owned));
+    call.host.windows.emplace(static_cast<const scriptui::Element*>(&window), std::move(owned));
     // From here on the window goes when its object goes.
     push_element(call, &window);
     return 1;
@@ -50,21 +50,21 @@ duk_ret_t construct(Call& call) {
 // Closes a window that is left by an exception.
 class ClosedAtLast {
   public:
-    explicit ClosedAtLast(Window& window) : window_(window) {}
+    explicit ClosedAtLast(scriptui::Window& window) : window_(window) {}
     ~ClosedAtLast() {
-        if (window_.is_open()) window_.close_without_asking(kDialogCancelled);
+        if (window_.is_open()) window_.close_without_asking(scriptui::kDialogCancelled);
     }
     ClosedAtLast(const ClosedAtLast&) = delete;
     ClosedAtLast& operator=(const ClosedAtLast&) = delete;
 
   private:
-    Window& window_;
+    scriptui::Window& window_;
 };
 
 duk_ret_t show(Call& call) {
-    Window& window = self_window(call);
+    scriptui::Window& window = self_window(call);
     if (window.is_open()) call.fail("the dialog is already shown");
-    if (!window.frame()) lay_out(window, call.host.driver.text_measure());
+    if (!window.frame()) scriptui::lay_out(window, call.host.driver.text_measure());
     const ClosedAtLast guard(window);
     window.open();
     if (window.is_open()) {
@@ -72,12 +72,12 @@ duk_ret_t show(Call& call) {
         call.host.driver.drive(window);
     }
     if (window.is_open()) window.close_box();
-    if (window.is_open()) window.close_without_asking(kDialogCancelled);
+    if (window.is_open()) window.close_without_asking(scriptui::kDialogCancelled);
     return call.give(window.result());
 }
 
 duk_ret_t close(Call& call) {
-    Window& window = self_window(call);
+    scriptui::Window& window = self_window(call);
     window.close(call.given(0) ? call.whole_number(0) : 0);
     return call.nothing();
 }
@@ -92,15 +92,15 @@ duk_ret_t default_element(Call& call) {
     return 1;
 }
 
-Element* own_element_or_null(Call& call, const Window& window) {
-    Element* element = element_argument(call, 0);
+scriptui::Element* own_element_or_null(Call& call, const scriptui::Window& window) {
+    scriptui::Element* element = element_argument(call, 0);
     if (element == nullptr && call.given(0)) call.fail("an element or null was expected");
     if (element != nullptr && &element->window() != &window) call.fail("the element is in another window");
     return element;
 }
 
 duk_ret_t set_default_element(Call& call) {
-    Window& window = self_window(call);
+    scriptui::Window& window = self_window(call);
     window.set_default_element(own_element_or_null(call, window));
     return call.nothing();
 }
@@ -111,16 +111,16 @@ duk_ret_t cancel_element(Call& call) {
 }
 
 duk_ret_t set_cancel_element(Call& call) {
-    Window& window = self_window(call);
+    scriptui::Window& window = self_window(call);
     window.set_cancel_element(own_element_or_null(call, window));
     return call.nothing();
 }
 
 }  // namespace
 
-Window& self_window(Call& call) {
-    Element& element = call.self_element();
-    if (element.type() != ElementType::window) call.fail("called on something that is no window");
+scriptui::Window& self_window(Call& call) {
+    scriptui::Element& element = call.self_element();
+    if (element.type() != scriptui::ElementType::window) call.fail("called on something that is no window");
     return element.window();
 }
 

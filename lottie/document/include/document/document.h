@@ -1,0 +1,59 @@
+// A Lottie animation as a project, and back.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "document/input_error.h"
+#include "document/written.h"
+#include "model/project.h"
+
+namespace lottie::document {
+
+// What the file says of a layer beyond what the model holds.
+struct LayerFacts {
+    std::optional<std::int64_t> ind;  // the number that other layers know it by
+    int type = 0;                     // the file's `ty`: 0 composition, 1 solid, 2 image, 3 null, 4 shape, 5 text, ...
+};
+
+// Keeps the text it was read from: what the project did not change is written with the very same bytes.
+class Document {
+  public:
+    // Throws InputError when the text is no animation or one that cannot be worked with. Faults deep inside a layer are
+    // found when the layer's content is first asked for: host::model::Error, with a JSON pointer in its sentence.
+    static Document read(std::string text, host::model::HostRules rules = {});
+    Document(Document&&) noexcept;
+    Document& operator=(Document&&) noexcept;
+    ~Document();
+
+    // The text that was read. It and the project live as long as the document.
+    const std::string& text() const;
+    host::model::Project& project() const;
+    host::model::Comp& main_comp() const;
+
+    // The first fault found inside a layer so far, null if none: whoever got a host::model::Error for it may have
+    // passed over it.
+    const InputError* content_fault() const;
+
+    // The project as an animation. With nothing changed, or everything undone, the text that was read.
+    std::string write() const;
+    // The same, pointing into the document.
+    Written write_in_pieces() const;
+
+    // Null for layers that are not in the file: made by the host, or copied there.
+    std::optional<LayerFacts> facts(const host::model::Layer& layer) const;
+    // The asset id of a nested composition; empty for the main one and for those that the host made.
+    std::string comp_id(const host::model::Comp& comp) const;
+    // JSON pointer of the object in the text that was read (for the main composition: the whole document, ""); null for
+    // what is not in the file.
+    std::optional<std::string> pointer(const host::model::Comp& comp) const;
+    std::optional<std::string> pointer(const host::model::Layer& layer) const;
+
+  private:
+    explicit Document(std::unique_ptr<struct Store> store);
+    std::unique_ptr<struct Store> store_;
+};
+
+}  // namespace lottie::document

@@ -1,0 +1,109 @@
+// What an expression asks of its surroundings, told from its text.
+#include "expression_use.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+
+#include "model/expression_tokens.h"
+
+namespace lottie::looks {
+namespace {
+
+using host::model::Token;
+using host::model::TokenKind;
+
+bool is_one_of(std::string_view word, std::initializer_list<std::string_view> words) {
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+bool is_number(const std::string& word) {
+    return !word.empty() && word.front() >= '0' && word.front() <= '9';
+}
+
+class Reader {
+  public:
+    explicit Reader(std::string_view text) : tokens_(host::model::tokenize(text)) {}
+
+    ExpressionUse read() {
+        for (std::size_t i = 0; i < tokens_.size(); ++i) {
+            if (tokens_[i].kind != TokenKind::word) continue;
+            if (is_member(i)) {
+                read_member(i);
+            } else {
+                read_name(i);
+            }
+        }
+        return use_;
+    }
+
+  private:
+    bool is_mark(std::size_t i, std::string_view mark) const {
+        return i < tokens_.size() && tokens_[i].kind == TokenKind::mark && tokens_[i].text == mark;
+    }
+    bool is_member(std::size_t i) const { return i > 0 && (is_mark(i - 1, ".") || is_mark(i - 1, "?.")); }
+    bool is_call(std::size_t i) const { return is_mark(i + 1, "("); }
+    std::string_view owner(std::size_t i) const {
+        return i >= 2 && tokens_[i - 2].kind == TokenKind::word ? std::string_view(tokens_[i - 2].text)
+                                                                : std::string_view();
+    }
+
+    void read_name(std::size_t i) {
+        const std::string& word = tokens_[i].text;
+        if (word == "time") use_.reads_time = true;
+        if (word == "index") use_.reads_index = true;
+        if (!is_call(i)) return;
+        if (is_one_of(word, {"wiggle", "valueAtTime", "velocityAtTime", "speedAtTime", "posterizeTime"})) {
+            use_.reads_time = true;
+        }
+        if (is_one_of(word, {"key", "nearestKey"})) use_.is_relative_to_keys = true;
+        if (is_one_of(word, {"random", "gaussRandom", "wiggle"})) use_.is_random = true;
+        if (word == "seedRandom") use_.is_seeded = true;
+        if (word == "comp") read_composition(i);
+    }
+
+    void read_member(std::size_t i) {
+        const std::string& word = tokens_[i].text;
+        const std::string_view of = owner(i);
+        if (word == "layer" && is_call(i)) {
+            read_layer(i);
+        } else if (of == "thisComp") {
+            use_.composition_members.push_back(word);
+        } else if (of == "thisLayer" && word == "index") {
+            use_.reads_index = true;
+        } else if (is_call(i) && is_one_of(word, {"wiggle", "valueAtTime", "velocityAtTime", "speedAtTime"})) {
+            use_.reads_time = true;
+            use_.is_random = use_.is_random || word == "wiggle";
+        } else if (is_call(i) && is_one_of(word, {"key", "nearestKey"})) {
+            use_.is_relative_to_keys = true;
+        }
+    }
+
+    void read_layer(std::size_t i) {
+        if (i + 3 >= tokens_.size() || !is_mark(i + 3, ")")) {
+            use_.has_computed_layer = true;
+        } else if (tokens_[i + 2].kind == TokenKind::string) {
+            return;  // a name: looked at with all other names
+        } else if (is_number(tokens_[i + 2].text)) {
+            use_.layer_numbers.push_back(std::strtod(tokens_[i + 2].text.c_str(), nullptr));
+        } else {
+            use_.has_computed_layer = true;
+        }
+    }
+
+    void read_composition(std::size_t i) {
+        const bool is_literal = i + 2 < tokens_.size() && tokens_[i + 2].kind == TokenKind::string;
+        use_.compositions.push_back(is_literal ? tokens_[i + 2].text : std::string());
+    }
+
+    std::vector<Token> tokens_;
+    ExpressionUse use_;
+};
+
+}  // namespace
+
+ExpressionUse read_expression(std::string_view text) {
+    return Reader(text).read();
+}
+
+}  // namespace lottie::looks

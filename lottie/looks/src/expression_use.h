@@ -1,0 +1,24 @@
+// What an expression asks of its surroundings, told from its text.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lottie::looks {
+
+struct ExpressionUse {
+    bool reads_time = false;
+    bool is_relative_to_keys = false;  // also asks when keyframes are: moved with them, it mostly computes the same
+    bool reads_index = false;
+    bool is_random = false;
+    bool is_seeded = false;
+    bool has_computed_layer = false;               // layer(...) with anything but a literal
+    std::vector<std::string> composition_members;  // of thisComp, layers aside: "width", "numLayers", ...
+    std::vector<double> layer_numbers;             // layer(3)
+    std::vector<std::string> compositions;         // comp("Name")
+};
+
+ExpressionUse read_expression(std::string_view text);
+
+}  // namespace lottie::looks

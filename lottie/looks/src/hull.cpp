@@ -1,0 +1,118 @@
+// Convex polygons, and the upright rectangles around them.
+#include "hull.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <numbers>
+
+namespace lottie::looks {
+namespace {
+
+// Positive when `c` lies on the inner side of the edge from `a` to `b`.
+double side(Point a, Point b, Point c) {
+    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
+}
+
+Point crossing(Point p, Point q, double side_p, double side_q) {
+    const double part = side_p / (side_p - side_q);
+    return {p.x + (q.x - p.x) * part, p.y + (q.y - p.y) * part};
+}
+
+// Adds the points to one half of the outline, leaving out those that lie within it.
+template <class Points>
+void add_half(Hull& hull, const Points& points) {
+    const std::size_t first = hull.size();
+    for (const Point& point : points) {
+        while (hull.size() >= first + 2 && side(hull[hull.size() - 2], hull.back(), point) <= 0) hull.pop_back();
+        hull.push_back(point);
+    }
+    hull.pop_back();  // the other half begins with it
+}
+
+}  // namespace
+
+Hull hull_of(std::vector<Point> points) {
+    std::erase_if(points, [](Point p) { return !std::isfinite(p.x) || !std::isfinite(p.y); });
+    std::sort(points.begin(), points.end(), [](Point a, Point b) { return a.x < b.x || (a.x == b.x && a.y < b.y); });
+    const auto last =
+        std::unique(points.begin(), points.end(), [](Point a, Point b) { return a.x == b.x && a.y == b.y; });
+    points.erase(last, points.end());
+    if (points.size() < 2) return points;
+    Hull hull;
+    add_half(hull, points);
+    std::reverse(points.begin(), points.end());
+    add_half(hull, points);
+    return hull;
+}
+
+Hull hull_of(const Box& box) {
+    if (box.right <= box.left || box.bottom <= box.top) return {};
+    return hull_of({{box.left, box.top}, {box.right, box.top}, {box.right, box.bottom}, {box.left, box.bottom}});
+}
+
+Hull united(const Hull& a, const Hull& b) {
+    std::vector<Point> points = a;
+    points.insert(points.end(), b.begin(), b.end());
+    return hull_of(std::move(points));
+}
+
+Hull cut(const Hull& a, const Hull& b) {
+    if (a.size() < 3 || b.size() < 3) return {};
+    Hull rest = a;
+    for (std::size_t i = 0; i < b.size(); ++i) {
+        const Point from = b[i];
+        const Point to = b[(i + 1) % b.size()];
+        Hull next;
+        for (std::size_t k = 0; k < rest.size(); ++k) {
+            const Point p = rest[k];
+            const Point q = rest[(k + 1) % rest.size()];
+            const double side_p = side(from, to, p);
+            const double side_q = side(from, to, q);
+            if (side_p >= 0) next.push_back(p);
+            if ((side_p > 0 && side_q < 0) || (side_p < 0 && side_q > 0)) {
+                next.push_back(crossing(p, q, side_p, side_q));
+            }
+        }
+        rest = std::move(next);
+    }
+    return hull_of(std::move(rest));
+}
+
+Hull grown(const Hull& hull, double by) {
+    if (by <= 0) return hull;
+    constexpr int kCorners = 8;  // of the polygon around a circle
+    constexpr double kTurn = std::numbers::pi / kCorners;
+    const double reach = by / std::cos(kTurn);
+    std::vector<Point> points;
+    for (const Point& corner : hull) {
+        for (int i = 0; i < kCorners; ++i) {
+            const double angle = kTurn * (2 * i + 1);
+            points.push_back({corner.x + reach * std::cos(angle), corner.y + reach * std::sin(angle)});
+        }
+    }
+    return hull_of(std::move(points));
+}
+
+Hull mapped(const Hull& hull, const Matrix& matrix) {
+    std::vector<Point> points;
+    for (const Point& corner : hull) points.push_back(matrix.map(corner));
+    return hull_of(std::move(points));
+}
+
+double area(const Hull& hull) {
+    double twice = 0;
+    for (std::size_t i = 2; i < hull.size(); ++i) twice += side(hull[0], hull[i - 1], hull[i]);
+    return twice / 2;
+}
+
+Box around(const Hull& hull) {
+    if (hull.empty()) return {};
+    Box box{hull[0].x, hull[0].y, hull[0].x, hull[0].y};
+    for (const Point& p : hull) {
+        box = {std::min(box.left, p.x), std::min(box.top, p.y), std::max(box.right, p.x), std::max(box.bottom, p.y)};
+    }
+    return box;
+}
+
+}  // namespace lottie::looks

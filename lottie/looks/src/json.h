@@ -1,0 +1,26 @@
+// Reading members of the animation's JSON with what players take for missing ones.
+#pragma once
+
+#include <rapidjson/document.h>
+
+#include <string>
+#include <string_view>
+
+namespace lottie::looks {
+
+using Json = rapidjson::Value;
+
+// Null when `object` is no object or has no such member.
+const Json* member(const Json& object, const char* name);
+
+double number_member(const Json& object, const char* name, double missing);
+bool has_number(const Json& object, const char* name);
+std::string text_member(const Json& object, const char* name);
+
+// Players take numbers other than 0 and true alike.
+bool is_truthy(const Json& object, const char* name);
+
+// The elements of an array member; an empty range for anything else.
+Json::ConstArray array_member(const Json& object, const char* name);
+
+}  // namespace lottie::looks

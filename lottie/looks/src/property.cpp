@@ -1,0 +1,194 @@
+// A number or point of the animation over time, as players evaluate it.
+#include "property.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace lottie::looks {
+namespace {
+
+constexpr int kPathSteps = 150;  // as the reference player measures the length of a path
+
+Values numbers(const Json* json, const Values& missing) {
+    Values values = missing;
+    if (json == nullptr) return values;
+    if (json->IsNumber()) values[0] = json->GetDouble();
+    if (!json->IsArray()) return values;
+    for (rapidjson::SizeType i = 0; i < json->Size() && i < values.size(); ++i) {
+        if ((*json)[i].IsNumber()) values[i] = (*json)[i].GetDouble();
+    }
+    return values;
+}
+
+// One coordinate of an ease handle; a missing dimension takes the first.
+Values handle(const Json& key, const char* name, const char* coordinate, double missing) {
+    Values values;
+    values.fill(missing);
+    const Json* side = member(key, name);
+    const Json* json = side == nullptr ? nullptr : member(*side, coordinate);
+    if (json == nullptr) return values;
+    if (json->IsNumber()) values.fill(json->GetDouble());
+    if (!json->IsArray() || json->Empty() || !(*json)[0].IsNumber()) return values;
+    values.fill((*json)[0].GetDouble());
+    return numbers(json, values);
+}
+
+double cubic(double p1, double p2, double u) {
+    const double v = 1 - u;
+    return 3 * v * v * u * p1 + 3 * v * u * u * p2 + u * u * u;
+}
+
+// How far the value has come when `x` of the time has passed.
+double eased(double x, double out_x, double out_y, double in_x, double in_y) {
+    if (out_x == out_y && in_x == in_y) return x;
+    double low = 0;
+    double high = 1;
+    for (int i = 0; i < 50; ++i) {
+        const double middle = (low + high) / 2;
+        (cubic(out_x, in_x, middle) < x ? low : high) = middle;
+    }
+    return cubic(out_y, in_y, (low + high) / 2);
+}
+
+Values path_point(const Values& from, const Values& to, const Values& out, const Values& in, double u) {
+    Values point{};
+    const double v = 1 - u;
+    for (std::size_t i = 0; i < point.size(); ++i) {
+        point[i] = v * v * v * from[i] + 3 * v * v * u * (from[i] + out[i]) + 3 * v * u * u * (to[i] + in[i]) +
+                   u * u * u * to[i];
+    }
+    return point;
+}
+
+double distance(const Values& a, const Values& b) {
+    return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
+}
+
+// The point that lies the given share of the path's length behind its start.
+Values along_path(const Values& from, const Values& to, const Values& out, const Values& in, double share) {
+    std::array<double, kPathSteps + 1> lengths{};
+    Values previous = from;
+    for (int i = 1; i <= kPathSteps; ++i) {
+        const Values point = path_point(from, to, out, in, static_cast<double>(i) / kPathSteps);
+        lengths[static_cast<std::size_t>(i)] = lengths[static_cast<std::size_t>(i - 1)] + distance(previous, point);
+        previous = point;
+    }
+    const double wanted = share * lengths.back();
+    std::size_t step = 1;
+    while (step < kPathSteps && lengths[step] < wanted) ++step;
+    const double span = lengths[step] - lengths[step - 1];
+    const double rest = span > 0 ? (wanted - lengths[step - 1]) / span : 0;
+    return path_point(from, to, out, in, (static_cast<double>(step - 1) + rest) / kPathSteps);
+}
+
+bool is_zero(const Values& values) {
+    return values == Values{};
+}
+
+}  // namespace
+
+bool is_keyed(const Json& property) {
+    const Json* value = member(property, "k");
+    return value != nullptr && value->IsArray() && !value->Empty() && (*value)[0].IsObject() &&
+           member((*value)[0], "t") != nullptr;
+}
+
+double ease_between(const Json& key, double share) {
+    return eased(share, handle(key, "o", "x", 0)[0], handle(key, "o", "y", 0)[0], handle(key, "i", "x", 1)[0],
+                 handle(key, "i", "y", 1)[0]);
+}
+
+Property::Property(const Json* json, const Values& missing) : fixed_(missing) {
+    if (json == nullptr) return;
+    const Json* text = member(*json, "x");
+    has_expression_ = text != nullptr && text->IsString();
+    if (is_truthy(*json, "s") && text != nullptr && text->IsObject()) {
+        for (const char* name : {"x", "y", "z"}) separated_.emplace_back(member(*json, name), Values{});
+        for (const Property& dimension : separated_) {
+            has_expression_ = has_expression_ || dimension.has_expression();
+            key_times_.insert(key_times_.end(), dimension.key_times_.begin(), dimension.key_times_.end());
+        }
+        std::sort(key_times_.begin(), key_times_.end());
+    } else if (is_keyed(*json)) {
+        read_keys(*member(*json, "k"));
+    } else {
+        fixed_ = numbers(member(*json, "k"), missing);
+    }
+}
+
+void Property::read_keys(const Json& keys) {
+    for (const Json& json : keys.GetArray()) {
+        Key key;
+        key.time = number_member(json, "t", 0);
+        const Values before = keys_.empty() ? fixed_ : keys_.back().end;
+        key.value = numbers(member(json, "s"), before);
+        if (!keys_.empty() && member(json, "s") != nullptr) keys_.back().end = key.value;
+        key.end = numbers(member(json, "e"), key.value);
+        key.is_hold = is_truthy(json, "h");
+        key.out_x = handle(json, "o", "x", 0);
+        key.out_y = handle(json, "o", "y", 0);
+        key.in_x = handle(json, "i", "x", 1);
+        key.in_y = handle(json, "i", "y", 1);
+        key.out_tangent = numbers(member(json, "to"), {});
+        key.in_tangent = numbers(member(json, "ti"), {});
+        key.has_path = member(json, "to") != nullptr;
+        keys_.push_back(key);
+        key_times_.push_back(key.time);
+    }
+}
+
+Values Property::in_segment(const Key& key, double span, double frame) const {
+    if (key.is_hold || span <= 0) return key.value;
+    const double x = (frame - key.time) / span;
+    if (key.has_path) {
+        const double share = eased(x, key.out_x[0], key.out_y[0], key.in_x[0], key.in_y[0]);
+        if (!is_zero(key.out_tangent) || !is_zero(key.in_tangent)) {
+            return along_path(key.value, key.end, key.out_tangent, key.in_tangent, share);
+        }
+        Values point{};
+        for (std::size_t i = 0; i < point.size(); ++i) point[i] = key.value[i] + share * (key.end[i] - key.value[i]);
+        return point;
+    }
+    Values values{};
+    for (std::size_t i = 0; i < values.size(); ++i) {
+        if (key.end[i] == key.value[i]) {
+            values[i] = key.value[i];
+            continue;
+        }
+        const double share = eased(x, key.out_x[i], key.out_y[i], key.in_x[i], key.in_y[i]);
+        values[i] = key.value[i] + share * (key.end[i] - key.value[i]);
+    }
+    return values;
+}
+
+Values Property::at(double frame) const {
+    if (!separated_.empty()) {
+        Values values{};
+        for (std::size_t i = 0; i < separated_.size(); ++i) values[i] = separated_[i].at(frame)[0];
+        return values;
+    }
+    if (keys_.empty()) return fixed_;
+    if (frame < keys_.front().time) return keys_.front().value;
+    const auto next = std::upper_bound(keys_.begin(), keys_.end(), frame,
+                                       [](double time, const Key& key) { return time < key.time; });
+    const Key& key = *std::prev(next);
+    return next == keys_.end() ? key.value : in_segment(key, next->time - key.time, frame);
+}
+
+bool Property::is_animated() const {
+    if (std::any_of(separated_.begin(), separated_.end(), [](const Property& p) { return p.is_animated(); }))
+        return true;
+    return std::any_of(keys_.begin(), keys_.end(), [this](const Key& key) {
+        return key.value != keys_.front().value || key.end != key.value ||
+               (key.has_path && !(is_zero(key.out_tangent) && is_zero(key.in_tangent)));
+    });
+}
+
+std::vector<Values> Property::key_values() const {
+    std::vector<Values> values;
+    for (const double time : key_times_) values.push_back(at(time));
+    if (values.empty()) values.push_back(at(0));
+    return values;
+}
+
+}  // namespace lottie::looks

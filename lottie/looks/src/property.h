@@ -1,0 +1,59 @@
+// A number or point of the animation over time, as players evaluate it.
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "json.h"
+
+namespace lottie::looks {
+
+using Values = std::array<double, 3>;  // dimensions that a property lacks are 0
+
+class Property {
+  public:
+    // What stands for a property that the file leaves out.
+    explicit Property(const Values& value) : fixed_(value) {}
+    // `json` is a property object; null gives `missing`, as do members that are no numbers. Separated positions are
+    // read as one.
+    Property(const Json* json, const Values& missing);
+
+    Values at(double frame) const;
+    // Whether any two frames may differ, expressions left aside.
+    bool is_animated() const;
+    bool has_expression() const { return has_expression_; }
+    // Times of the keyframes, ascending in proper files.
+    const std::vector<double>& key_times() const { return key_times_; }
+    // The values that the property takes at its keyframes, or the one that it always has.
+    std::vector<Values> key_values() const;
+
+  private:
+    struct Key {
+        double time = 0;
+        Values value{};
+        Values end{};                             // of the segment that begins here
+        Values out_x{}, out_y{}, in_x{}, in_y{};  // the segment's easing by dimension
+        Values out_tangent{}, in_tangent{};       // of a path in space, relative to value and end
+        bool is_hold = false;
+        bool has_path = false;
+    };
+
+    void read_keys(const Json& keys);
+    Values in_segment(const Key& key, double span, double frame) const;
+
+    Values fixed_{};
+    std::vector<Key> keys_;
+    std::vector<Property> separated_;  // x, y and z, or empty
+    std::vector<double> key_times_;
+    bool has_expression_ = false;
+};
+
+// How far the value has come when `share` of the time from this keyframe to the next has passed; for properties with
+// one ease for all dimensions.
+double ease_between(const Json& key, double share);
+
+// Whether a property object holds keyframes, decided by its form as players do.
+bool is_keyed(const Json& property);
+
+}  // namespace lottie::looks

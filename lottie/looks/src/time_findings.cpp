@@ -1,0 +1,213 @@
+// Clock and visibility: time remap, stretch, starts, trims.
+#include <algorithm>
+#include <cmath>
+
+#include "content.h"
+#include "findings.h"
+
+namespace lottie::looks {
+namespace {
+
+constexpr double kSameTime = 0.001;  // frames; what the exporter rounds to
+
+bool matters(const SceneLayer& layer) {
+    return layer.can_draw() && !layer.is_hidden;
+}
+
+// Layers inside that look different at different frames, by themselves or through the parents they hang on.
+bool varies(Unnesting& u, std::size_t inner) {
+    return u.inside_placement().moves(inner) || changes_over_time(u.before(), u.inside().layers[inner]);
+}
+
+bool depends_on_time(Unnesting& u, const Unnesting::Copy& copy) {
+    return matters(u.inner(copy)) && varies(u, copy.inner);
+}
+
+bool any_depends_on_time(Unnesting& u) {
+    return std::any_of(u.copies().begin(), u.copies().end(),
+                       [&u](const Unnesting::Copy& copy) { return depends_on_time(u, copy); });
+}
+
+bool is_seen_before(const Unnesting& u, const SceneLayer& inner, double frame) {
+    return is_on(u.nest(), frame) && is_on(inner, u.inner_frame(frame));
+}
+
+bool is_transparent(const SceneLayer& layer, double frame) {
+    return layer.transform.opacity.at(frame)[0] <= 0;
+}
+
+struct Difference {
+    const SceneLayer* layer = nullptr;
+    double frame = 0;
+    bool was_seen = false;
+    std::size_t layers = 0;
+    bool is_tiny = false;  // times differ, whole frames do not
+};
+
+void note(Difference& difference, const SceneLayer& layer, double frame, bool was_seen) {
+    if (difference.layers++ == 0) difference = {&layer, frame, was_seen, 1, difference.is_tiny};
+}
+
+// Frames at which a layer is seen before and not after, or the other way round.
+Difference compare_visibility(Unnesting& u) {
+    Difference difference;
+    for (const Unnesting::Copy& copy : u.copies()) {
+        const SceneLayer& inner = u.inner(copy);
+        const SceneLayer& copied = u.copied(copy);
+        if (!matters(inner)) continue;
+        for (const double frame : u.stack_frames()) {
+            const bool was_seen = is_seen_before(u, inner, frame) && !is_transparent(inner, u.inner_frame(frame));
+            const bool is_seen = is_on(copied, frame) && !is_transparent(copied, frame);
+            if (was_seen == is_seen) continue;
+            note(difference, inner, frame, was_seen);
+            break;
+        }
+        if (!u.only_shifts()) continue;
+        const double from = std::max(u.nest().in, u.outer_frame(inner.in));
+        const double to = std::min(u.nest().out, u.outer_frame(inner.out));
+        if (to > from && (std::abs(from - copied.in) > kSameTime || std::abs(to - copied.out) > kSameTime)) {
+            difference.is_tiny = true;
+        }
+    }
+    return difference;
+}
+
+std::string visibility_sentence(const Difference& difference) {
+    return layers_named(difference.layer->name, difference.layers) + " " + in_number(difference.layers, "is", "are") +
+           (difference.was_seen ? " not seen any more" : " seen too early or too late") + ", first at frame " +
+           plain(difference.frame);
+}
+
+// The first layer inside whose clock now shows another time, at the first frame at which it does.
+Difference compare_clocks(Unnesting& u) {
+    Difference difference;
+    for (const Unnesting::Copy& copy : u.copies()) {
+        const SceneLayer& inner = u.inner(copy);
+        if (!depends_on_time(u, copy)) continue;
+        const double shift = u.copied(copy).start - inner.start;
+        for (const double frame : u.nest_frames()) {
+            if (!is_seen_before(u, inner, frame) || std::abs(u.inner_frame(frame) - (frame - shift)) < kSameTime)
+                continue;
+            note(difference, inner, frame, true);
+            break;
+        }
+    }
+    return difference;
+}
+
+const Json* position_of(const SceneLayer& layer) {
+    const Json* transform = member(*layer.json, "ks");
+    return transform == nullptr ? nullptr : member(*transform, "p");
+}
+
+bool is_separated(const Json* position) {
+    return position != nullptr && is_truthy(*position, "s");
+}
+
+// Keyframes travel with their layer, all by the same distance.
+Difference compare_keys(Unnesting& u) {
+    Difference difference;
+    for (const Unnesting::Copy& copy : u.copies()) {
+        const SceneLayer& inner = u.inner(copy);
+        if (!inner.can_draw()) continue;
+        const double shift = u.copied(copy).start - inner.start;
+        const Json* position = position_of(inner);
+        const Json* new_position = position_of(u.copied(copy));
+        // One property in the place of separate dimensions has other keyframes; where it leads is looked at elsewhere.
+        const bool was_joined = is_separated(position) && !is_separated(new_position);
+        const auto before = key_times(*inner.json, was_joined ? position : nullptr);
+        const auto after = key_times(*u.copied(copy).json, was_joined ? new_position : nullptr);
+        for (std::size_t i = 0; i < std::min(before.size(), after.size()); ++i) {
+            if (std::abs(before[i] + shift - after[i]) < kSameTime * 2) continue;
+            note(difference, inner, after[i], true);
+            break;
+        }
+    }
+    return difference;
+}
+
+void find_clock(Unnesting& u, const Difference& clocks) {
+    const bool is_remapped = u.has_time_remap();
+    if (!is_remapped && u.nest().stretch == 1) {
+        if (clocks.layers == 0) return;
+        u.add({Reason::start, Weight::change,
+               layers_named(clocks.layer->name, clocks.layers) + " " + in_number(clocks.layers, "runs", "run") +
+                   " at another time than before from frame " + plain(clocks.frame) + " on",
+               "copy the attributes (--copy-attributes)", clocks.layer->name, "st", clocks.frame});
+        return;
+    }
+    const Reason reason = is_remapped ? Reason::time_remap : Reason::stretch;
+    const std::string what =
+        is_remapped ? "its time remapping" : "its stretch by " + plain(u.nest().stretch * 100) + " %";
+    const std::string property = is_remapped ? "tm" : "sr";
+    if (clocks.layers == 0) {
+        const bool is_rounded = is_remapped && any_depends_on_time(u);
+        u.add({reason,
+               is_rounded ? Weight::slight : Weight::harmless,
+               what + " changes no frame that is seen" +
+                   (is_rounded ? "; players that count whole frames inside nests show its layers up to a frame apart"
+                               : ""),
+               "",
+               "",
+               property,
+               {}});
+        return;
+    }
+    u.add({reason, Weight::change,
+           what + " is lost: " + layers_named(clocks.layer->name, clocks.layers) + " " +
+               in_number(clocks.layers, "shows", "show") + " another time from frame " + plain(clocks.frame) + " on",
+           "keep this nest", clocks.layer->name, property, clocks.frame});
+}
+
+bool is_whole(double frame) {
+    return std::abs(frame - std::round(frame)) < kSameTime;
+}
+
+void find_fractional_start(Unnesting& u) {
+    const SceneLayer& nest = u.nest();
+    if (is_whole(nest.start) || u.has_time_remap()) return;
+    bool is_rounded = any_depends_on_time(u);
+    for (const Unnesting::Copy& copy : u.copies()) {
+        const SceneLayer& inner = u.inner(copy);
+        const bool ends_inside = u.outer_frame(inner.in) > nest.in || u.outer_frame(inner.out) < nest.out;
+        is_rounded = is_rounded || (matters(inner) && ends_inside);
+    }
+    u.add({Reason::fractional_start,
+           is_rounded ? Weight::slight : Weight::harmless,
+           "it starts between two frames (" + plain(nest.start) + ")" +
+               (is_rounded ? "; players that count whole frames inside nests show its layers up to a frame apart"
+                           : ", but nothing inside depends on the time"),
+           "",
+           "",
+           "st",
+           {}});
+}
+
+}  // namespace
+
+void find_time_changes(Unnesting& u) {
+    find_clock(u, compare_clocks(u));
+    find_fractional_start(u);
+    if (const Difference keys = compare_keys(u); keys.layers > 0) {
+        u.add({Reason::start, Weight::change,
+               "keyframes of " + layers_named(keys.layer->name, keys.layers) +
+                   " did not travel along, first seen at frame " + plain(keys.frame),
+               "", keys.layer->name, "t", keys.frame});
+    }
+    const Difference visibility = compare_visibility(u);
+    if (visibility.layers > 0) {
+        u.add({Reason::trim, Weight::change, visibility_sentence(visibility),
+               "trim the layer inside its composition first, or keep this nest", visibility.layer->name,
+               visibility.was_seen ? "op" : "ip", visibility.frame});
+    } else if (visibility.is_tiny) {
+        u.add({Reason::trim,
+               Weight::slight,
+               "a layer begins or ends at another time, within the same frame",
+               "",
+               "",
+               "ip",
+               {}});
+    }
+}
+
+}  // namespace lottie::looks

@@ -1,0 +1,83 @@
+// The transform of a layer over time.
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+
+#include "scene.h"
+
+namespace lottie::looks {
+namespace {
+
+const Json& transform_of(const Json& layer) {
+    static const Json kNone;
+    const Json* ks = member(layer, "ks");
+    return ks == nullptr ? kNone : *ks;
+}
+
+const Json* rotation_of(const Json& layer) {
+    const Json* flat = member(transform_of(layer), "r");
+    return flat != nullptr ? flat : member(transform_of(layer), "rz");
+}
+
+bool leaves(const Property& property, const Values& values, std::size_t from) {
+    const auto all = property.key_values();
+    return std::any_of(all.begin(), all.end(), [&](const Values& v) {
+        return !std::equal(v.begin() + static_cast<std::ptrdiff_t>(from), v.end(),
+                           values.begin() + static_cast<std::ptrdiff_t>(from));
+    });
+}
+
+}  // namespace
+
+Transform::Transform(const Json& layer)
+    : anchor(member(transform_of(layer), "a"), {}),
+      position(member(transform_of(layer), "p"), {}),
+      scale(member(transform_of(layer), "s"), {100, 100, 100}),
+      rotation(rotation_of(layer), {}),
+      turn_x(member(transform_of(layer), "rx"), {}),
+      turn_y(member(transform_of(layer), "ry"), {}),
+      orientation(member(transform_of(layer), "or"), {}),
+      opacity(member(transform_of(layer), "o"), {100, 0, 0}),
+      is_3d(is_truthy(layer, "ddd")),
+      is_auto_oriented(is_truthy(layer, "ao")) {}
+
+Matrix Transform::at(double frame) const {
+    const Values a = anchor.at(frame);
+    const Values s = scale.at(frame);
+    const Values p = position.at(frame);
+    Matrix matrix = Matrix::translation(-a[0], -a[1], a[2])
+                        .then(Matrix::scaling(s[0] / 100, s[1] / 100, is_3d ? s[2] / 100 : 1))
+                        .then(Matrix::turn_z(rotation.at(frame)[0]));
+    if (is_3d) {
+        const Values o = orientation.at(frame);
+        matrix = matrix.then(Matrix::turn_y(turn_y.at(frame)[0]))
+                     .then(Matrix::turn_x(turn_x.at(frame)[0]))
+                     .then(Matrix::turn_z(o[2]))
+                     .then(Matrix::turn_y(o[1]))
+                     .then(Matrix::turn_x(o[0]));
+    }
+    if (is_auto_oriented && position.is_animated()) {
+        const Values next = position.at(frame + 0.01);
+        const Values last = position.at(frame - 0.01);
+        const double angle = std::atan2(next[1] - last[1], next[0] - last[0]);
+        matrix = matrix.then(Matrix::turn_z(angle * 180 / std::numbers::pi));
+    }
+    return matrix.then(Matrix::translation(p[0], p[1], -p[2]));
+}
+
+bool Transform::is_animated() const {
+    const Property* all[] = {&anchor, &position, &scale, &rotation, &turn_x, &turn_y, &orientation};
+    return std::any_of(std::begin(all), std::end(all), [](const Property* p) { return p->is_animated(); });
+}
+
+bool Transform::has_expression() const {
+    const Property* all[] = {&anchor, &position, &scale, &rotation, &turn_x, &turn_y, &orientation, &opacity};
+    return std::any_of(std::begin(all), std::end(all), [](const Property* p) { return p->has_expression(); });
+}
+
+bool Transform::is_spatial() const {
+    return is_3d && (leaves(turn_x, {}, 0) || leaves(turn_y, {}, 0) || leaves(orientation, {}, 0) ||
+                     leaves(anchor, {}, 2) || leaves(position, {}, 2));
+}
+
+}  // namespace lottie::looks

@@ -1,0 +1,21 @@
+// What the two forms of archives have in common.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "packed/archive.h"
+
+namespace lottie::packed {
+
+struct Packed {
+    virtual ~Packed() = default;
+    virtual Form form() const = 0;
+    // `texts` are one for each animation, and not all as they were.
+    virtual std::string write(const std::vector<std::string>& texts) const = 0;
+
+    std::string bytes;
+    std::vector<PackedAnimation> animations;
+};
+
+}  // namespace lottie::packed

@@ -1,0 +1,58 @@
+// Scripts with windows on a display in memory, and a person in front of it.
+#pragma once
+
+#include <QDialog>
+#include <QWidget>
+#include <deque>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "desktop/desktop_dialogs.h"
+#include "model/project.h"
+#include "script/engine.h"
+#include "script/settings.h"
+
+namespace dialog_test {
+
+// What a person does with one window. The window may be gone afterwards.
+using Deeds = std::function<void(QDialog&)>;
+
+class Stage {
+  public:
+    // Runs the text, expects success, gives the result. One person after the other gets the windows as they come up; a
+    // window that is left open is a failure and is closed.
+    std::string run(std::string_view text, std::vector<Deeds> people = {});
+
+    host::script::Settings settings = host::script::Settings::in_memory();
+    std::vector<host::scriptui::Alert> alerts;
+
+  private:
+    void look_for_windows();
+
+    host::model::Project project_;
+    desktop::DesktopDialogs dialogs_;
+    host::script::Engine engine_{project_, settings, dialogs_,
+                                 [this](const host::scriptui::Alert& alert) { alerts.push_back(alert); }};
+    std::deque<Deeds> people_;
+    const QWidget* served_ = nullptr;
+    bool is_running_ = false;
+    int idle_looks_ = 0;
+};
+
+// The plug-in's options dialog.
+std::string options_dialog();
+
+// The control of that object name, or else with that text; ends the test if there is none.
+QWidget& control(QDialog& dialog, const QString& name_or_text);
+// Its place in the dialog.
+QRect place(QDialog& dialog, const QString& name_or_text);
+
+void click(QDialog& dialog, const QString& name_or_text);
+// To where the focus is.
+void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+void type(const QString& text);
+QString focused();  // the object name
+
+}  // namespace dialog_test

@@ -1,0 +1,70 @@
+// What expressions ask of their surroundings.
+#include "expression_use.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using lottie::looks::ExpressionUse;
+using lottie::looks::read_expression;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST(ExpressionUse, time_is_read_by_its_name_and_by_what_depends_on_it) {
+    for (const char* text : {"time * 2", "wiggle(1, 2)", "valueAtTime(1)", "thisProperty.velocityAtTime(0)",
+                             "posterizeTime(12); value", "$bm_mul(time, 3)"}) {
+        EXPECT_TRUE(read_expression(text).reads_time) << text;
+    }
+    for (const char* text : {"value", "a.time", "'time'", "// time\nvalue", "timeless", "wiggle"}) {
+        EXPECT_FALSE(read_expression(text).reads_time) << text;
+    }
+}
+
+TEST(ExpressionUse, asking_for_keyframes_is_noticed) {
+    EXPECT_TRUE(read_expression("value + key(1).value").is_relative_to_keys);
+    EXPECT_TRUE(read_expression("thisProperty.nearestKey(time).time").is_relative_to_keys);
+    EXPECT_FALSE(read_expression("key + 1").is_relative_to_keys);
+}
+
+TEST(ExpressionUse, the_layers_number_is_read_as_a_name_or_of_this_layer) {
+    EXPECT_TRUE(read_expression("index * 5").reads_index);
+    EXPECT_TRUE(read_expression("thisLayer.index").reads_index);
+    EXPECT_FALSE(read_expression("key(1).index").reads_index);
+    EXPECT_FALSE(read_expression("'index'").reads_index);
+}
+
+TEST(ExpressionUse, chance_and_seeds_are_told_apart) {
+    EXPECT_TRUE(read_expression("random(5)").is_random);
+    EXPECT_TRUE(read_expression("gaussRandom()").is_random);
+    EXPECT_FALSE(read_expression("seedRandom(3); value").is_random);
+    EXPECT_TRUE(read_expression("seedRandom(3); random()").is_seeded);
+    EXPECT_FALSE(read_expression("randomly").is_random);
+}
+
+TEST(ExpressionUse, layers_asked_for_by_number_or_by_something_computed) {
+    EXPECT_THAT(read_expression("thisComp.layer(3).opacity").layer_numbers, ElementsAre(3));
+    EXPECT_FALSE(read_expression("thisComp.layer(3)").has_computed_layer);
+    EXPECT_FALSE(read_expression("thisComp.layer('a')").has_computed_layer);
+    EXPECT_TRUE(read_expression("thisComp.layer(n)").has_computed_layer);
+    EXPECT_TRUE(read_expression("thisComp.layer('a' + 1)").has_computed_layer);
+}
+
+TEST(ExpressionUse, members_of_the_composition_are_listed_but_for_layers) {
+    EXPECT_THAT(read_expression("thisComp.width / thisComp.numLayers").composition_members,
+                ElementsAre("width", "numLayers"));
+    EXPECT_THAT(read_expression("thisComp.layer('a').width").composition_members, IsEmpty());
+}
+
+TEST(ExpressionUse, compositions_asked_for_by_name) {
+    EXPECT_THAT(read_expression("comp('A').layer('b'); comp(\"C\")").compositions, ElementsAre("A", "C"));
+    EXPECT_THAT(read_expression("comp(name)").compositions, ElementsAre(""));
+    EXPECT_THAT(read_expression("x.comp('A')").compositions, IsEmpty());
+}
+
+TEST(ExpressionUse, no_text_breaks_the_reading) {
+    for (const char* text : {"", "'", "layer(", "thisComp.", "comp(", "thisComp.layer(", "/*", "a.layer('b'"}) {
+        EXPECT_NO_THROW(read_expression(text)) << text;
+    }
+}
+
+}  // namespace

@@ -1,0 +1,134 @@
+// Judging what any command may have done to a stack, told by hand.
+#include "looks/audit.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "animations.h"
+
+namespace {
+
+using namespace test;
+using namespace lottie::looks;
+
+constexpr auto kKept = Origin::Kind::kept;
+constexpr auto kCopied = Origin::Kind::copied;
+
+const std::string kRed = solid(1, "red", 40, 40, "#ff0000", {{"ks", at(20, 20)}});
+const std::string kBlue = solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(40, 40)}});
+const std::string kGreen = solid(3, "green", 40, 40, "#00ff00");
+const std::string kGround = solid(20, "ground", 100, 100, "#cccccc");
+
+// The nest with these layers, and the flat animation with those in its place.
+NestReport judged_by_hand(const std::vector<std::string>& inside, const std::vector<std::string>& flat,
+                          const std::vector<Origin>& origins) {
+    Nesting nesting;
+    nesting.inside = inside;
+    StackChange change;
+    change.nests = {0};
+    change.after = origins;
+    return judge(Animation(animation(nesting)), Animation(flat_animation(flat)), change).at(0);
+}
+
+const Finding* find(const NestReport& report, Reason reason) {
+    const auto found = std::find_if(report.findings.begin(), report.findings.end(),
+                                    [reason](const Finding& finding) { return finding.reason == reason; });
+    return found == report.findings.end() ? nullptr : &*found;
+}
+
+TEST(Judge, layers_that_come_out_as_they_were_are_exact) {
+    const auto report =
+        judged_by_hand({kRed, kBlue}, {kRed, kBlue, kGround}, {{kCopied, 0, 0}, {kCopied, 1, 0}, {kKept, 1, 0}});
+    EXPECT_EQ(report.verdict, Verdict::exact);
+    EXPECT_EQ(report.name, "Nest");
+    ASSERT_EQ(report.findings.size(), 1U);
+    EXPECT_EQ(report.findings[0].reason, Reason::size);
+}
+
+TEST(Judge, a_layer_that_was_not_copied_is_lost) {
+    const auto report = judged_by_hand({kRed, kBlue}, {kRed, kGround}, {{kCopied, 0, 0}, {kKept, 1, 0}});
+    const Finding* finding = find(report, Reason::lost_layer);
+    ASSERT_NE(finding, nullptr);
+    EXPECT_EQ(finding->weight, Weight::change);
+    EXPECT_EQ(finding->sentence, "layer \"blue\" is not copied");
+    EXPECT_EQ(finding->layer, "blue");
+}
+
+TEST(Judge, a_layer_that_was_not_copied_and_draws_nothing_changes_no_look) {
+    const auto report =
+        judged_by_hand({kRed, null_layer(2, "handle")}, {kRed, kGround}, {{kCopied, 0, 0}, {kKept, 1, 0}});
+    const Finding* finding = find(report, Reason::lost_layer);
+    ASSERT_NE(finding, nullptr);
+    EXPECT_EQ(finding->weight, Weight::harmless);
+    EXPECT_EQ(report.verdict, Verdict::exact);
+}
+
+TEST(Judge, layers_in_another_order_are_told_by_the_first_that_moved) {
+    const auto report =
+        judged_by_hand({kRed, kBlue}, {kBlue, kRed, kGround}, {{kCopied, 1, 0}, {kCopied, 0, 0}, {kKept, 1, 0}});
+    const Finding* finding = find(report, Reason::order);
+    ASSERT_NE(finding, nullptr);
+    EXPECT_EQ(finding->weight, Weight::change);
+    EXPECT_EQ(finding->sentence, "layer \"red\" has another place in the stack");
+}
+
+TEST(Judge, the_order_of_layers_that_draw_nothing_does_not_matter) {
+    const auto report = judged_by_hand({kRed, null_layer(2, "handle")}, {null_layer(2, "handle"), kRed, kGround},
+                                       {{kCopied, 1, 0}, {kCopied, 0, 0}, {kKept, 1, 0}});
+    EXPECT_EQ(find(report, Reason::order), nullptr);
+    EXPECT_EQ(report.verdict, Verdict::exact);
+}
+
+TEST(Judge, several_layers_are_spoken_of_as_several) {
+    const auto report = judged_by_hand({kRed, kBlue, kGreen}, {kRed, kGround}, {{kCopied, 0, 0}, {kKept, 1, 0}});
+    EXPECT_EQ(find(report, Reason::lost_layer)->sentence, "layers \"blue\" and 1 more are not copied");
+}
+
+TEST(Judge, findings_come_in_the_order_of_the_reasons) {
+    const auto report = judged_by_hand({kRed, kBlue, kGreen}, {kBlue, kRed, kGround},
+                                       {{kCopied, 1, 0}, {kCopied, 0, 0}, {kKept, 1, 0}});
+    EXPECT_TRUE(std::is_sorted(report.findings.begin(), report.findings.end(),
+                               [](const Finding& a, const Finding& b) { return a.reason < b.reason; }));
+}
+
+TEST(Judge, a_change_that_does_not_fit_the_animations_is_refused) {
+    EXPECT_THROW(judged_by_hand({kRed}, {kRed, kGround}, {{kCopied, 0, 0}}), std::invalid_argument);
+    EXPECT_THROW(judged_by_hand({kRed}, {kRed, kGround}, {{kCopied, 7, 0}, {kKept, 1, 0}}), std::out_of_range);
+    EXPECT_THROW(judged_by_hand({kRed}, {kRed, kGround}, {{kCopied, 0, 0}, {kKept, 7, 0}}), std::out_of_range);
+    const Animation animation_before(animation({}));
+    StackChange change;
+    change.composition = "nowhere";
+    change.nests = {0};
+    EXPECT_THROW(judge(animation_before, animation_before, change), std::invalid_argument);
+    change.composition = "";
+    change.nests = {9};
+    EXPECT_THROW(judge(animation_before, animation_before, change), std::invalid_argument);
+    change.nests = {1};  // no nest
+    EXPECT_ANY_THROW(judge(animation_before, animation_before, change));
+}
+
+TEST(Judge, codes_are_unique_words_with_hyphens) {
+    std::vector<std::string_view> codes;
+    for (const Reason reason : all_reasons()) codes.push_back(code(reason));
+    for (const std::string_view text : codes) {
+        EXPECT_EQ(text.find_first_not_of("abcdefghijklmnopqrstuvwxyz-"), std::string_view::npos) << text;
+    }
+    std::sort(codes.begin(), codes.end());
+    EXPECT_EQ(std::adjacent_find(codes.begin(), codes.end()), codes.end());
+}
+
+TEST(Judge, the_verdict_is_that_of_the_weightiest_finding) {
+    Finding finding{Reason::opacity, Weight::harmless, "", "", "", "", {}};
+    EXPECT_EQ(verdict_of({}), Verdict::exact);
+    EXPECT_EQ(verdict_of({finding}), Verdict::exact);
+    Finding slight = finding;
+    slight.weight = Weight::slight;
+    EXPECT_EQ(verdict_of({finding, slight}), Verdict::equal_to_the_eye);
+    Finding change = finding;
+    change.weight = Weight::change;
+    EXPECT_EQ(verdict_of({change, slight}), Verdict::changes);
+}
+
+}  // namespace

@@ -1,0 +1,51 @@
+// Un-nesting by the real command in memory, judged and looked at.
+#include "judged.h"
+
+#include "cli/documents.h"
+#include "cli/selection.h"
+#include "cli/trial.h"
+#include "pictures/comparison.h"
+
+namespace test {
+
+const lottie::looks::Finding* Judged::find(lottie::looks::Reason reason) const {
+    for (const auto& finding : report.findings) {
+        if (finding.reason == reason) return &finding;
+    }
+    return nullptr;
+}
+
+std::string Judged::text() const {
+    constexpr const char* kWeights[] = {"harmless", "slight", "change"};
+    std::string text(name(report.verdict));
+    for (const auto& finding : report.findings) {
+        text += "\n  " + std::string(code(finding.reason)) + ", " + kWeights[static_cast<int>(finding.weight)] + ": " +
+                finding.sentence + " -> " + finding.way_out + " [" + finding.layer + "|" + finding.property + "|" +
+                (finding.frame ? std::to_string(*finding.frame) : "") + "]";
+    }
+    return text;
+}
+
+bool Judged::looks_equal() const {
+    constexpr int kSize = 200;  // pixels; enough for squares
+    const lottie::pictures::Animation old_look(before);
+    const lottie::pictures::Animation new_look(after);
+    for (int frame = 0; frame < old_look.frame_count(); ++frame) {
+        const auto apart = difference(old_look.frame(frame, kSize, kSize), new_look.frame(frame, kSize, kSize));
+        if (!lottie::pictures::looks_equal(apart)) return false;
+    }
+    return true;
+}
+
+Judged judged(const std::string& animation, const cli::DialogAnswers& answers) {
+    static const host::runner::PluginModule kPlugin(PLUGIN_MODULE);
+    lottie::document::Document document = cli::parse_input(animation);
+    host::model::Comp& comp = document.main_comp();
+    const cli::Trial trial =
+        cli::try_unnesting(document, kPlugin, answers, host::script::Limits(), comp, cli::find_nests(comp, {"Nest"}));
+    const auto reports =
+        judge(lottie::looks::Animation(animation), lottie::looks::Animation(trial.after), trial.change);
+    return {animation, trial.after, reports.at(0)};
+}
+
+}  // namespace test

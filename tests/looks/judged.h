@@ -1,0 +1,24 @@
+// Un-nesting by the real command in memory, judged and looked at.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cli/dialog_answers.h"
+#include "looks/audit.h"
+
+namespace test {
+
+struct Judged {
+    std::string before, after;
+    lottie::looks::NestReport report;
+
+    const lottie::looks::Finding* find(lottie::looks::Reason reason) const;  // null if it is not reported
+    std::string text() const;                                                // of all findings, for messages
+    bool looks_equal() const;                                                // by the pictures, at every frame
+};
+
+// Un-nests layer "Nest" of the main composition.
+Judged judged(const std::string& animation, const cli::DialogAnswers& answers = {});
+
+}  // namespace test

@@ -1,0 +1,117 @@
+// Numbers and points over time.
+#include "property.h"
+
+#include <gtest/gtest.h>
+
+#include "animations.h"
+
+namespace {
+
+using lottie::looks::Json;
+using lottie::looks::Property;
+using lottie::looks::Values;
+
+struct Read {
+    explicit Read(const std::string& json) { document.Parse(json.c_str()); }
+    Property property(const Values& missing = {}) const { return Property(&document, missing); }
+    rapidjson::Document document;
+};
+
+std::string eased_keys(const std::string& ease, const std::string& values) {
+    return R"({"a":1,"k":[{"t":10,"s":[0],)" + ease + "},{" + values + R"("t":20,"s":[100]}]})";
+}
+
+TEST(Property, a_still_one_is_a_number_or_an_array) {
+    EXPECT_EQ(Read(R"({"k":7})").property().at(3), (Values{7, 0, 0}));
+    EXPECT_EQ(Read(R"({"k":[7]})").property().at(3), (Values{7, 0, 0}));
+    EXPECT_EQ(Read(R"({"k":[1,2,3]})").property().at(3), (Values{1, 2, 3}));
+}
+
+TEST(Property, what_is_missing_is_the_default) {
+    EXPECT_EQ(Property(nullptr, {100, 100, 100}).at(0), (Values{100, 100, 100}));
+    EXPECT_EQ(Read(R"({"k":[50,60]})").property({100, 100, 100}).at(0), (Values{50, 60, 100}));
+    EXPECT_EQ(Read(R"({"k":"?"})").property({5, 0, 0}).at(0), (Values{5, 0, 0}));
+}
+
+TEST(Property, keyframes_are_told_by_their_form_not_by_the_flag) {
+    EXPECT_EQ(Read(R"({"a":0,"k":[{"t":0,"s":[1]},{"t":9,"s":[2]}]})").property().key_times().size(), 2U);
+    EXPECT_EQ(Read(R"({"a":1,"k":[4,5]})").property().at(0), (Values{4, 5, 0}));
+}
+
+TEST(Property, linear_keys_are_met_halfway_and_kept_outside) {
+    const Read read(test::keyed({{10, "0,50"}, {20, "100,0"}}));
+    EXPECT_EQ(read.property().at(15), (Values{50, 25, 0}));
+    EXPECT_EQ(read.property().at(-100), (Values{0, 50, 0}));
+    EXPECT_EQ(read.property().at(10), (Values{0, 50, 0}));
+    EXPECT_EQ(read.property().at(20), (Values{100, 0, 0}));
+    EXPECT_EQ(read.property().at(1000), (Values{100, 0, 0}));
+}
+
+TEST(Property, a_hold_jumps_at_the_next_key) {
+    const Read read(eased_keys(R"("h":1)", ""));
+    EXPECT_EQ(read.property().at(19.999)[0], 0);
+    EXPECT_EQ(read.property().at(20)[0], 100);
+}
+
+TEST(Property, an_ease_is_slow_at_both_ends_and_symmetric) {
+    const Read read(eased_keys(R"("o":{"x":[0.5],"y":[0]},"i":{"x":[0.5],"y":[1]})", ""));
+    const Property property = read.property();
+    EXPECT_NEAR(property.at(15)[0], 50, 1e-6);
+    EXPECT_NEAR(property.at(12)[0] + property.at(18)[0], 100, 1e-6);
+    // The curve through (.5, 0) and (.5, 1) at a fifth of the time: u = 0.1548, y = 3u^2 - 2u^3.
+    EXPECT_NEAR(property.at(12)[0], 6.45, 0.01);
+}
+
+TEST(Property, an_ease_may_go_beyond_its_ends) {
+    const Read read(eased_keys(R"("o":{"x":[0.3],"y":[2]},"i":{"x":[0.7],"y":[1]})", ""));
+    EXPECT_GT(read.property().at(16)[0], 100);
+}
+
+TEST(Property, each_dimension_has_its_own_ease) {
+    const Read read(
+        R"({"k":[{"t":0,"s":[0,0],"o":{"x":[0,0.9],"y":[0,0]},"i":{"x":[1,0.9],"y":[1,0]}},{"t":10,"s":[100,100]}]})");
+    const Values values = read.property().at(5);
+    EXPECT_NEAR(values[0], 50, 1e-6);
+    EXPECT_LT(values[1], 10);
+}
+
+TEST(Property, old_files_say_where_a_segment_ends) {
+    const Read read(R"({"k":[{"t":0,"s":[10],"e":[30],"o":{"x":[0],"y":[0]},"i":{"x":[1],"y":[1]}},{"t":10}]})");
+    EXPECT_EQ(read.property().at(5)[0], 20);
+    EXPECT_EQ(read.property().at(10)[0], 30);
+    EXPECT_EQ(read.property().at(99)[0], 30);
+}
+
+TEST(Property, a_path_in_space_is_walked_at_even_speed) {
+    // A quarter of a circle around the origin, nearly: half the way along it lies on the diagonal.
+    const Read read(
+        R"({"k":[{"t":0,"s":[100,0],"to":[0,55.23],"ti":[55.23,0],"o":{"x":0,"y":0},"i":{"x":1,"y":1}},{"t":10,"s":[0,100]}]})");
+    const Values middle = read.property().at(5);
+    EXPECT_NEAR(middle[0], 70.71, 0.05);
+    EXPECT_NEAR(middle[1], 70.71, 0.05);
+    const Values third = read.property().at(10.0 / 3);
+    EXPECT_NEAR(third[0], 86.6, 0.1);
+    EXPECT_NEAR(third[1], 50, 0.1);
+}
+
+TEST(Property, separated_positions_are_read_as_one) {
+    const Read read(
+        R"({"s":true,"x":{"k":[{"t":0,"s":[0],"o":{"x":[0],"y":[0]},"i":{"x":[1],"y":[1]}},{"t":10,"s":[50]}]},)"
+        R"("y":{"k":7,"x":"time"}})");
+    EXPECT_EQ(read.property().at(5), (Values{25, 7, 0}));
+    EXPECT_TRUE(read.property().is_animated());
+    EXPECT_TRUE(read.property().has_expression());
+    EXPECT_EQ(read.property().key_times(), (std::vector<double>{0, 10}));
+}
+
+TEST(Property, equal_keys_animate_nothing) {
+    EXPECT_FALSE(Read(test::keyed({{0, "5"}, {10, "5"}})).property().is_animated());
+    EXPECT_TRUE(Read(test::keyed({{0, "5"}, {10, "6"}})).property().is_animated());
+    EXPECT_FALSE(Read(test::still("5")).property().is_animated());
+}
+
+TEST(Property, a_loop_between_equal_points_animates) {
+    EXPECT_TRUE(Read(R"({"k":[{"t":0,"s":[1,1],"to":[9,0],"ti":[0,9]},{"t":5,"s":[1,1]}]})").property().is_animated());
+}
+
+}  // namespace

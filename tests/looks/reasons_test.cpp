@@ -1,0 +1,56 @@
+// Every reason, at work and harmless: what the audit says, and what the pictures show.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "cases.h"
+#include "judged.h"
+
+namespace {
+
+using namespace test;
+using lottie::looks::Verdict;
+
+class EachReason : public testing::TestWithParam<Case> {};
+
+TEST_P(EachReason, is_judged_by_what_it_does_to_the_look) {
+    const Case& one = GetParam();
+    const Judged result = judged(one.animation, one.answers);
+    const auto* finding = result.find(one.reason);
+    ASSERT_EQ(finding != nullptr, one.weight.has_value()) << result.text();
+    if (finding != nullptr) {
+        EXPECT_EQ(finding->weight, *one.weight) << result.text();
+        EXPECT_FALSE(finding->sentence.empty());
+        if (finding->weight == Weight::change) {
+            EXPECT_EQ(finding->layer, one.layer) << result.text();
+            EXPECT_EQ(finding->property, one.property) << result.text();
+            EXPECT_EQ(finding->frame, one.frame) << result.text();
+            EXPECT_FALSE(finding->way_out.empty()) << result.text();
+        }
+    }
+    if (!one.weight || *one.weight == Weight::harmless) {
+        EXPECT_EQ(result.report.verdict, Verdict::exact) << result.text();
+    }
+    if (one.pictures == Pictures::cannot_tell) return;
+    EXPECT_EQ(result.looks_equal(), one.pictures == Pictures::equal) << result.text();
+}
+
+INSTANTIATE_TEST_SUITE_P(Reasons, EachReason, testing::ValuesIn(all_cases()), [](const auto& one) {
+    std::string text(code(one.param.reason));
+    std::replace(text.begin(), text.end(), '-', '_');
+    return text + "__" + one.param.name;
+});
+
+// The command copies every layer and keeps the order; other commands may not.
+const std::set<Reason> kNotDoneByThisCommand = {Reason::lost_layer, Reason::order};
+
+TEST(Reasons, each_has_a_case) {
+    std::set<Reason> covered = kNotDoneByThisCommand;
+    for (const Case& one : all_cases()) {
+        if (one.weight) covered.insert(one.reason);
+    }
+    for (const Reason reason : lottie::looks::all_reasons()) EXPECT_TRUE(covered.contains(reason)) << code(reason);
+}
+
+}  // namespace

@@ -1,2 +1,0 @@
-// Must not build: the model knows no C interface.
-#include "AE_GeneralPlug.h"
