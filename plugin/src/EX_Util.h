@@ -63,9 +63,6 @@ A_Err move_layers_to_index(const PluginInfo* info, AEGP_Collection2H layers, int
 
 A_Err set_all_layers_to_3D(const PluginInfo* info, AEGP_Collection2H layers);
 
-// count times: the layer at index goes to the top.
-A_Err order_layers_to_top(const PluginInfo* info, AEGP_CompH comp, int index, int count);
-
 // ---- Timing (EX_Util_timing.cpp)
 
 // Gives the topmost layers.size() layers of the pre-comp layer's composition its offset, and trims them to its span.
@@ -81,14 +78,11 @@ A_Err item_use_count(const PluginInfo* info, AEGP_ItemH item, int* count);
 // Deletes the layer, then its source item, without asking who else uses it.
 A_Err delete_layer_and_source(const PluginInfo* info, AEGP_LayerH layer);
 
-// ---- Stand-ins for the pre-comp layer (EX_Util_null.cpp, EX_Util_solid.cpp)
+// ---- The null that stands in for the pre-comp layer (EX_Util_null.cpp)
 
 // Makes a null beside the pre-comp layer, named after it, with its timing, pixel aspect ratio and 3D switch.
 // *newNull also holds the null when a step after its making failed.
 A_Err create_matching_null(const PluginInfo* info, AEGP_LayerH precompLayer, AEGP_LayerH* newNull);
-
-// Makes a white solid of the pre-comp's size and pixel aspect ratio, with the layer's timing.
-A_Err create_matching_solid(const PluginInfo* info, AEGP_LayerH precompLayer, AEGP_LayerH* newSolid);
 
 // ---- Transform (EX_Util_transform.cpp)
 
@@ -126,9 +120,6 @@ A_Err reset_precomp_parents(const PluginInfo* info, AEGP_LayerH precompLayer, st
 // Parents every layer whose entry is -1 to the given layer, in that layer's composition.
 A_Err parent_unparented_to(const PluginInfo* info, AEGP_LayerH parent, std::vector<int> parents);
 
-// The composition that is the layer's source.
-A_Err get_comp_from_precomp(const PluginInfo* info, AEGP_LayerH precompLayer, AEGP_CompH* comp);
-
 // ---- Parents by script (EX_Util_reparent.cpp)
 
 // Clears, by script, the parent of every layer whose entry is -1.
@@ -156,5 +147,16 @@ A_Err modify_all_layer_names(const PluginInfo* info, AEGP_Collection2H layers, c
 // Lets the host repair expressions that name a renamed layer. The names go into the script as they are. Throws
 // std::range_error for a name that has no UTF-8 form.
 A_Err fix_all_expressions(const PluginInfo* info, const wchar_t* oldName, const wchar_t* newName);
+
+// ---- Nobody calls these: they belong to the set of operations, but no command needs them
+
+// count times: the layer at index goes to the top (EX_Util_order.cpp).
+A_Err order_layers_to_top(const PluginInfo* info, AEGP_CompH comp, int index, int count);
+
+// Makes a white solid of the pre-comp's size and pixel aspect ratio, with the layer's timing (EX_Util_solid.cpp).
+A_Err create_matching_solid(const PluginInfo* info, AEGP_LayerH precompLayer, AEGP_LayerH* newSolid);
+
+// The composition that is the layer's source (EX_Util_parents.cpp).
+A_Err get_comp_from_precomp(const PluginInfo* info, AEGP_LayerH precompLayer, AEGP_CompH* comp);
 
 #endif  // EXFLATE_PLUGIN_EX_UTIL_H_

@@ -90,6 +90,8 @@ A_Err parent_unparented_to(const PluginInfo* info, AEGP_LayerH parent, std::vect
     return missing_suite;
 }
 
+// ---- Nobody calls this
+
 A_Err get_comp_from_precomp(const PluginInfo* info, AEGP_LayerH precompLayer, AEGP_CompH* comp) try {
     AEGP_SuiteHandler suites(info->pica_basicP);
     A_Err err = A_Err_NONE;

@@ -14,18 +14,6 @@ void copyConvertStringLiteralIntoUTF16(const wchar_t* text, A_UTF16Char* out) {
     out[characters] = 0;
 }
 
-const char* copyConvertUTF16IntoStringLiteral(A_UTF16Char* /*text*/, char* /*out*/) {
-    return "testing";
-}
-
-int _sprintf(char* out, int /*size*/, const char* format, ...) {
-    va_list arguments;
-    va_start(arguments, format);
-    const int written = std::vsprintf(out, format, arguments);
-    va_end(arguments);
-    return written;
-}
-
 char* sprintf(const char* format, int count, ...) {
     std::size_t size = std::strlen(format);
     va_list arguments;
@@ -47,6 +35,20 @@ int simple_int_count(int value) {
     int digits = 1;
     for (; magnitude >= 10; magnitude /= 10) ++digits;
     return digits;
+}
+
+// ---- Nobody calls these
+
+const char* copyConvertUTF16IntoStringLiteral(A_UTF16Char* /*text*/, char* /*out*/) {
+    return "testing";
+}
+
+int _sprintf(char* out, int /*size*/, const char* format, ...) {
+    va_list arguments;
+    va_start(arguments, format);
+    const int written = std::vsprintf(out, format, arguments);
+    va_end(arguments);
+    return written;
 }
 
 A_UTF16Char* concatUTF16(const A_UTF16Char* a, const A_UTF16Char* b) {
