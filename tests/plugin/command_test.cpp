@@ -34,6 +34,14 @@ TEST_F(Command, ends_with_the_code_of_a_failed_dialog) {
     EXPECT_EQ(host.calls.size(), 1u);
 }
 
+TEST_F(Command, locks_the_result_of_its_dialog_even_when_there_is_none) {
+    host.loses_script_results = true;
+    host.fail_with = {{"LockMemHandle(null)", 11}};
+    EXPECT_EQ(run(), 11) << "the code of locking nothing";
+    EXPECT_THAT(host.calls,
+                ElementsAre("Utility6.ExecuteScript(7, DIALOG, false, result, null)", "Memory1.LockMemHandle(null)"));
+}
+
 TEST_F(Command, ends_quietly_when_the_result_is_not_seven_tokens) {
     for (const char* text : {"[]", "[true,false,false,\"\",false]", "[true,false,false,\"\",false,false,1]", "true",
                              "[1,2", "{\"a\":1}", " "}) {
@@ -257,6 +265,17 @@ TEST_F(Command, prefixes_names_with_both) {
     answer = "[false,false,false,\"fx\",true,false]";
     EXPECT_EQ(run(), A_Err_NONE);
     EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', nest_fx_a')"), 1);
+}
+
+TEST_F(Command, puts_no_underscore_for_a_prefix_of_which_the_locale_reads_nothing) {
+    answer = "[false,false,false,\"\xc3\xa9\",true,false]";
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', nest_a')"), 1);
+    main->layers = {above, nest, below};
+    answer = "[false,false,false,\"\xc3\xa9\",false,false]";
+    host.forget_calls();
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("SetLayerName"), 0) << "nothing is left to put in front";
 }
 
 TEST_F(Command, takes_escapes_in_the_prefix_as_they_stand) {

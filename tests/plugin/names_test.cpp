@@ -110,6 +110,20 @@ TEST_F(Names, unreadable_name_is_empty) {
     EXPECT_EQ(name, L"");
 }
 
+TEST_F(Names, written_in_part_before_the_failure_count_as_far_as_they_go) {
+    host.half_read_name = "ab";
+    host.fail_on = "GetLayerName";
+    std::wstring name;
+    EXPECT_EQ(get_layer_name_w(&info, fake::handle(a), &name), fake::Host::kInjected);
+    EXPECT_EQ(name, L"ab");
+    EXPECT_THAT(host.calls, ElementsAre("Layer5.GetLayerName(a, own, null)")) << "the source is not asked";
+
+    a->own_name.clear();
+    host.fail_on = "GetLayerName(a, null, source)";
+    EXPECT_EQ(get_layer_name_w(&info, fake::handle(a), &name), fake::Host::kInjected);
+    EXPECT_EQ(name, L"ab") << "the source's name too";
+}
+
 TEST_F(Names, wide_name_has_a_character_for_every_byte) {
     a->own_name = "caf\xc3\xa9!";
     EXPECT_EQ(wide_name_of(a), L"café!#");
@@ -238,6 +252,14 @@ TEST_F(Names, name_that_cannot_be_read_is_replaced_all_the_same) {
     host.refused = {"AEGP Layer Suite 11"};
     EXPECT_EQ(rename(L"q", nullptr), A_Err_NONE);
     EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, q_)");
+}
+
+TEST_F(Names, name_read_in_part_is_what_the_new_name_is_built_from) {
+    host.half_read_name = "ab";
+    host.fail_on = "GetLayerName";
+    EXPECT_EQ(rename_all(host.add_collection("layers", {a})), A_Err_NONE);
+    EXPECT_THAT(host.calls_of("SetLayerName"), ElementsAre("Layer6.SetLayerName(a, p_ab)"));
+    EXPECT_THAT(host.calls_of("ExecuteScript"), ElementsAre(repair("ab", "ab")));
 }
 
 TEST_F(Names, renaming_returns_the_writing_calls_code) {

@@ -163,6 +163,8 @@ class Host {
     std::string fail_on;                     // every call whose line contains this fails
     std::map<std::string, A_Err> fail_with;  // the same for each of these, with a code of its own
     std::set<std::string> refused;           // "AEGP Layer Suite 11"
+    std::string half_read_name;              // what the reading of a layer's name writes before it fails
+    bool loses_script_results = false;       // a script that succeeds gives a null handle
 
     // ---- Suites
 

@@ -65,11 +65,13 @@ void write_name(const std::string& name, A_char* buffer) {
 A_Err get_layer_name(AEGP_LayerH layer, A_char* layer_name, A_char* source_name) {
     const Arguments arguments = {text_of(layer), layer_name == nullptr ? "null" : "own",
                                  source_name == nullptr ? "null" : "source"};
-    return host().call("Layer5.GetLayerName", arguments, [&] {
+    const A_Err err = host().call("Layer5.GetLayerName", arguments, [&] {
         write_name(object<Layer>(layer)->own_name, layer_name);
         write_name(object<Layer>(layer)->source_name, source_name);
         return A_Err_NONE;
     });
+    if (err != A_Err_NONE) write_name(host().half_read_name, layer_name != nullptr ? layer_name : source_name);
+    return err;
 }
 
 std::string utf8(const std::u16string& text) {

@@ -70,7 +70,7 @@ A_Err execute_script(AEGP_PluginID id, const A_char* script, A_Boolean platform_
                                  error == nullptr ? "null" : "error"};
     return host().call("Utility6.ExecuteScript", arguments, [&] {
         const std::string text = host().on_script(script);
-        if (result != nullptr) {
+        if (result != nullptr && !host().loses_script_results) {
             *result = handle(host().add_memory(text));
             host().opened(text_of(*result));
         }
