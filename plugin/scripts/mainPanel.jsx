@@ -45,10 +45,9 @@ Layout of the dialog, for reading only:
 // JSON, where the script engine has none. The language is its third edition: nothing newer may be used here.
 if (typeof JSON !== "object") {
     JSON = (function () {
-        // Characters that engines drop, or read as line ends, when they stand in program text.
-        var treacherous = "\\u00ad\\u0600-\\u0604\\u070f\\u17b4\\u17b5\\u200c-\\u200f\\u2028-\\u202f\\u2060-\\u206f\\ufeff\\ufff0-\\uffff";
-        var inProgramText = new RegExp("[" + treacherous + "]", "g");
-        var inQuotes = new RegExp("[\\\\\"\\u0000-\\u001f\\u007f-\\u009f" + treacherous + "]", "g");
+        // Characters that engines drop, or read as line ends, when they stand in program text; quotes escape them too.
+        var inProgramText = /[\u00ad\u0600-\u0604\u070f\u17b4\u17b5\u200c-\u200f\u2028-\u202f\u2060-\u206f\ufeff\ufff0-\uffff]/g;
+        var inQuotes = /[\\"\u0000-\u001f\u007f-\u009f\u00ad\u0600-\u0604\u070f\u17b4\u17b5\u200c-\u200f\u2028-\u202f\u2060-\u206f\ufeff\ufff0-\uffff]/g;
         var shortEscapes = {"\b": "\\b", "\t": "\\t", "\n": "\\n", "\f": "\\f", "\r": "\\r", "\"": "\\\"", "\\": "\\\\"};
 
         function numberedEscape(character) {

@@ -200,6 +200,28 @@ A_Err exflate_layer(A_Err err, Run* run, AEGP_SuiteHandler& suites, AEGP_LayerH 
     return err;
 }
 
+// Every pre-comp layer of the selection in turn; *count becomes the number of all selected items. err is the run's so
+// far. A missing suite gets out and leaves the undo group open; any other exception becomes a code, so that it is
+// closed.
+A_Err exflate_selection(A_Err err, Run* run, AEGP_SuiteHandler& suites, A_u_long* count) try {
+    AEGP_Collection2H selection = nullptr;  // never disposed
+
+    ERR(get_selected_layers(&run->info, &selection));
+    ERR(suites.CollectionSuite2()->AEGP_GetCollectionNumItems(selection, count));
+    for (A_u_long i = 0; i < *count; ++i) {
+        AEGP_CollectionItemV2 item = {};
+        unsigned char is_precomp = 0;
+        ERR(suites.CollectionSuite2()->AEGP_GetCollectionItemByIndex(selection, i, &item));
+        ERR(is_layer_precomp(&run->info, &item, &is_precomp));
+        if (is_precomp) err = exflate_layer(err, run, suites, item.u.layer.layerH, i + 1 == *count);
+    }
+    return err;
+} catch (A_Err) {
+    throw;
+} catch (...) {
+    return A_Err_GENERIC;
+}
+
 // The script that tells the user about kept sources; empty when there is nothing to tell.
 const char* closing_alert(int not_deleted, A_u_long selected_count) {
     if (not_deleted == 1 && selected_count == 1) {
@@ -245,21 +267,12 @@ A_Err CommandHook(AEGP_GlobalRefcon /*plugin_refconP*/, AEGP_CommandRefcon /*ref
     }
 
     Run run;
-    AEGP_Collection2H selection = nullptr;  // never disposed
     A_u_long count = 0;
     run.info = {sP, S_my_id, &run.options};
     read_choices(choices, tokens, &run);
 
     ERR(suites.UtilitySuite6()->AEGP_StartUndoGroup(GetStringPtr(StrID_MenuExflate)));
-    ERR(get_selected_layers(&run.info, &selection));
-    ERR(suites.CollectionSuite2()->AEGP_GetCollectionNumItems(selection, &count));
-    for (A_u_long i = 0; i < count; ++i) {
-        AEGP_CollectionItemV2 item = {};
-        unsigned char is_precomp = 0;
-        ERR(suites.CollectionSuite2()->AEGP_GetCollectionItemByIndex(selection, i, &item));
-        ERR(is_layer_precomp(&run.info, &item, &is_precomp));
-        if (is_precomp) err = exflate_layer(err, &run, suites, item.u.layer.layerH, i + 1 == count);
-    }
+    err = exflate_selection(err, &run, suites, &count);
     ERR2(suites.UtilitySuite6()->AEGP_EndUndoGroup());
 
     // Run even when it is empty.

@@ -1,6 +1,7 @@
 // The command when calls fail or suites are missing.
 #include <algorithm>
 #include <clocale>
+#include <stdexcept>
 
 #include "command_fixture.h"
 
@@ -99,6 +100,17 @@ TEST_F(Command, lets_no_exception_out) {
     a->label = "\xf4\x90\x80\x80";
     EXPECT_EQ(run(), A_Err_GENERIC);
     std::setlocale(LC_CTYPE, "C");
+    EXPECT_EQ(host.calls.back(), "Utility6.EndUndoGroup()") << "an exception that is no code";
+}
+
+TEST_F(Command, keeps_its_own_code_when_the_end_of_the_group_fails_after_an_exception) {
+    host.on_call = [](const std::string& line) {
+        if (line == "Collection2.NewCollection(7)") throw std::runtime_error("no memory");
+    };
+    host.fail_on = "EndUndoGroup";
+    EXPECT_EQ(run(), A_Err_GENERIC);
+    EXPECT_EQ(host.count_of("EndUndoGroup"), 1);
+    EXPECT_THAT(host.calls_of("ExecuteScript(7, , false"), IsEmpty());
 }
 
 TEST_F(Command, keeps_the_first_code_when_the_end_of_the_group_fails_too) {
@@ -111,6 +123,16 @@ TEST_F(Command, returns_the_code_of_a_failed_closing_script) {
     host.fail_on = "ExecuteScript(7, , false";
     EXPECT_EQ(run(), fake::Host::kInjected);
     EXPECT_EQ(host.calls.back(), script_call(""));
+}
+
+TEST_F(Command, puts_what_was_read_of_the_precomp_layers_name_in_front) {
+    answer = "[false,false,false,\"fx\",true,false]";
+    host.half_read_name = "ne";
+    host.on_call = [this](const std::string& line) {
+        if (line == "Layer5.GetLayerIndex(nest)") host.fail_on = "GetLayerName(nest";
+    };
+    EXPECT_EQ(run(), A_Err_NONE);
+    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', ne_fx_a')"), 1);
 }
 
 TEST_F(Command, does_not_stop_at_a_precomp_layers_name_that_cannot_be_read) {
