@@ -1,9 +1,9 @@
 // The room's front door.
 #include "document/document.h"
 
-#include "document_writer.h"
-#include "project_builder.h"
-#include "store.h"
+#include "read/project_builder.h"
+#include "shared/store.h"
+#include "write/document_writer.h"
 
 namespace lottie::document {
 

@@ -1,0 +1,13 @@
+// From a text to its outline.
+#pragma once
+
+#include <string>
+
+#include "shared/outline.h"
+
+namespace lottie::document {
+
+// Reads the whole text once: every byte is checked to be JSON in UTF-8. Throws InputError.
+Outline read_outline(const std::string& text);
+
+}  // namespace lottie::document

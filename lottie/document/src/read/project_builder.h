@@ -1,0 +1,15 @@
+// From the outline of a document to a project.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "model/host_rules.h"
+#include "shared/store.h"
+
+namespace lottie::document {
+
+// Throws InputError.
+std::unique_ptr<Store> build_store(std::string text, host::model::HostRules rules);
+
+}  // namespace lottie::document

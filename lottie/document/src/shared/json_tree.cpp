@@ -1,0 +1,255 @@
+// A layer's content as a tree of slices.
+#include "shared/json_tree.h"
+
+#include <algorithm>
+#include <array>
+
+#include "shared/json_text.h"
+#include "shared/refuse.h"
+
+namespace lottie::document {
+
+namespace {
+
+bool is_blank(char c) {
+    return c == ' ' || c == '\n' || c == '\r' || c == '\t';
+}
+
+// Of numbers and what may stand between them, brackets apart.
+constexpr auto kIsOfNumbers = [] {
+    std::array<bool, 256> is{};
+    for (const char c : {'+', '-', '.', 'e', 'E', ',', ' ', '\n', '\r', '\t'}) is[static_cast<unsigned char>(c)] = true;
+    for (char c = '0'; c <= '9'; ++c) is[static_cast<unsigned char>(c)] = true;
+    return is;
+}();
+
+bool is_of_numbers(char c) {
+    return kIsOfNumbers[static_cast<unsigned char>(c)];
+}
+
+}  // namespace
+
+// Builds the tree in one pass over text that is known to be JSON; on any other it ends somewhere, inside the text.
+class JsonTreeBuilder {
+  public:
+    JsonTreeBuilder(JsonTree& tree, std::string_view text, std::uint32_t begin)
+        : tree_(tree), text_(text), at_(begin) {}
+
+    void build() {
+        do {
+            while (is_blank(here()) || here() == ',' || here() == ':') ++at_;
+            if (at_ == text_.size()) break;
+            take();
+        } while (!open_.empty());
+        while (!open_.empty()) close();  // only where the text is no JSON
+    }
+
+  private:
+    struct OpenContainer {
+        std::uint32_t node;
+        std::uint32_t last_child;
+    };
+
+    char here() const { return at_ < text_.size() ? text_[at_] : '\0'; }
+
+    void take() {
+        switch (here()) {
+            case '{':
+                return open(JsonKind::object);
+            case '[':
+                if (const std::uint32_t end = end_of_numeric_array()) {
+                    JsonNode& node = add(JsonKind::array, end);
+                    node.is_numeric = true;
+                    return;
+                }
+                return open(JsonKind::array);
+            case '}':
+            case ']':
+                ++at_;
+                if (!open_.empty()) close();
+                return;
+            case '"':
+                return take_string();
+            case 'n':
+                return take_plain(JsonKind::null);
+            case 't':
+                return take_plain(JsonKind::yes);
+            case 'f':
+                return take_plain(JsonKind::no);
+            default:
+                return take_plain(JsonKind::number);
+        }
+    }
+
+    void take_string() {
+        std::size_t end = at_ + 1;
+        while (end < text_.size() && text_[end] != '"') end += text_[end] == '\\' ? 2U : 1U;
+        const auto behind = static_cast<std::uint32_t>(std::min(end + 1, text_.size()));
+        const bool is_key = !open_.empty() && tree_.nodes_[open_.back().node].kind == JsonKind::object && key_.empty();
+        if (is_key) {
+            key_ = {at_, behind};
+            at_ = behind;
+        } else {
+            add(JsonKind::string, behind);
+        }
+    }
+
+    void take_plain(JsonKind kind) {
+        std::uint32_t end = at_ + 1;
+        while (end < text_.size() && !is_blank(text_[end]) && text_[end] != ',' && text_[end] != ']' &&
+               text_[end] != '}')
+            ++end;
+        add(kind, end);
+    }
+
+    // Adds what stands between here and `end`, and goes there.
+    JsonNode& add(JsonKind kind, std::uint32_t end) {
+        const auto index = static_cast<std::uint32_t>(tree_.nodes_.size());
+        JsonNode& node = tree_.nodes_.emplace_back();
+        node.kind = kind;
+        node.text = {at_, end};
+        node.key = key_;
+        key_ = {};
+        at_ = end;
+        if (!open_.empty()) {
+            OpenContainer& parent = open_.back();
+            if (parent.last_child == 0) {
+                tree_.nodes_[parent.node].first = index;
+            } else {
+                tree_.nodes_[parent.last_child].next = index;
+            }
+            parent.last_child = index;
+        }
+        return node;
+    }
+
+    void open(JsonKind kind) {
+        add(kind, at_ + 1);
+        open_.push_back({static_cast<std::uint32_t>(tree_.nodes_.size() - 1), 0});
+    }
+
+    void close() {
+        tree_.nodes_[open_.back().node].text.end = at_;
+        open_.pop_back();
+    }
+
+    // Behind the array that begins here, if it is a leaf; else 0. Where it is not, neither are those that are open at
+    // the place that shows it; they are remembered, so that no place is looked at more than twice.
+    std::uint32_t end_of_numeric_array() {
+        if (next_known_ < known_.size() && known_[next_known_] == at_) {
+            ++next_known_;
+            return 0;
+        }
+        starts_.clear();
+        for (std::uint32_t at = at_; at < text_.size(); ++at) {
+            const char c = text_[at];
+            if (is_of_numbers(c)) continue;
+            if (c == '[') {
+                starts_.push_back(at);
+            } else if (c == ']') {
+                starts_.pop_back();
+                if (starts_.empty()) return at + 1;
+            } else {
+                break;
+            }
+        }
+        known_.swap(starts_);
+        next_known_ = 1;
+        return 0;
+    }
+
+    JsonTree& tree_;
+    std::string_view text_;
+    std::uint32_t at_;
+    Slice key_;
+    std::vector<OpenContainer> open_;
+    std::vector<std::uint32_t> starts_;
+    std::vector<std::uint32_t> known_;  // beginnings of arrays that are no leaves
+    std::size_t next_known_ = 0;
+};
+
+JsonTree::JsonTree(const std::string& text, Slice what) : text_(text) {
+    JsonTreeBuilder(*this, std::string_view(text).substr(0, what.end), what.begin).build();
+}
+
+bool JsonTree::has_key(const JsonNode& node, std::string_view key) const {
+    return string_equals(node.key.of(text_), key);
+}
+
+const JsonNode* JsonTree::member(const JsonNode* object, std::string_view key) const {
+    if (object == nullptr || object->kind != JsonKind::object) return nullptr;
+    const JsonNode* found = nullptr;
+    for (const JsonNode* child = first(*object); child != nullptr; child = next(*child)) {
+        if (has_key(*child, key)) found = child;
+    }
+    return found != nullptr && found->kind == JsonKind::null ? nullptr : found;
+}
+
+std::vector<const JsonNode*> JsonTree::children(const JsonNode& node) const {
+    std::vector<const JsonNode*> all;
+    for (const JsonNode* child = first(node); child != nullptr; child = next(*child)) all.push_back(child);
+    return all;
+}
+
+double JsonTree::number(const JsonNode& node) const {
+    return read_number(text(node));
+}
+
+std::vector<Slice> JsonTree::number_slices(const JsonNode& node) const {
+    if (node.kind == JsonKind::number) return {node.text};
+    std::vector<Slice> slices;
+    if (!node.is_numeric) return slices;
+    constexpr std::string_view kBetween = "[], \n\r\t";
+    for (std::uint32_t at = node.text.begin; at < node.text.end;) {
+        if (kBetween.find(text_[at]) != std::string_view::npos) {
+            ++at;
+            continue;
+        }
+        const std::uint32_t begin = at;
+        while (kBetween.find(text_[at]) == std::string_view::npos) ++at;
+        slices.push_back({begin, at});
+    }
+    return slices;
+}
+
+std::vector<double> JsonTree::numbers(const JsonNode& node) const {
+    std::vector<double> values;
+    for (const Slice slice : number_slices(node)) values.push_back(read_number(slice.of(text_)));
+    return values;
+}
+
+std::string JsonTree::pointer(const JsonNode& node) const {
+    std::string path;
+    const JsonNode* at = &root();
+    while (at->text != node.text) {
+        std::size_t index = 0;
+        const JsonNode* child = first(*at);
+        while (child != nullptr && !child->text.contains(node.text)) {
+            child = next(*child);
+            ++index;
+        }
+        if (child == nullptr) break;  // a number inside a leaf
+        path += pointer_step(child->key.empty() ? std::to_string(index) : decode_string(child->key.of(text_)));
+        at = child;
+    }
+    return path;
+}
+
+const JsonNode* JsonTree::at(std::string_view pointer) const {
+    const JsonNode* at = &root();
+    while (!pointer.empty() && at != nullptr) {
+        const std::size_t end = pointer.find('/', 1);
+        const std::string_view step = pointer.substr(0, end);
+        pointer = end == std::string_view::npos ? std::string_view() : pointer.substr(end);
+        const JsonNode* found = nullptr;
+        std::size_t index = 0;
+        for (const JsonNode* child = first(*at); child != nullptr; child = next(*child), ++index) {
+            const std::string key = child->key.empty() ? std::to_string(index) : decode_string(child->key.of(text_));
+            if (pointer_step(key) == step) found = child;
+        }
+        at = found;
+    }
+    return at;
+}
+
+}  // namespace lottie::document

@@ -1,0 +1,18 @@
+// JSON pointers to what an outline lists.
+#include "shared/outline.h"
+
+namespace lottie::document {
+
+std::string Outline::asset_pointer(int asset) const {
+    return "/assets/" + std::to_string(asset);
+}
+
+std::string Outline::layers_pointer(const ScannedComp& comp) const {
+    return comp.asset < 0 ? "/layers" : asset_pointer(comp.asset) + "/layers";
+}
+
+std::string Outline::layer_pointer(const ScannedComp& comp, std::size_t layer) const {
+    return layers_pointer(comp) + "/" + std::to_string(layer);
+}
+
+}  // namespace lottie::document

@@ -1,0 +1,184 @@
+// Layers whose text is the file's, with changes.
+#include "write/layer_writer.h"
+
+#include <array>
+
+#include "edit/object_edit.h"
+#include "shared/fields.h"
+#include "shared/json_text.h"
+#include "write/effect_writer.h"
+#include "write/matte_members.h"
+#include "write/new_layer_writer.h"
+#include "write/stream_writer.h"
+
+namespace lottie::document {
+namespace {
+
+using host::model::Layer;
+
+constexpr std::array<std::string_view, kFieldCount> make_layer_order() {
+    std::array<std::string_view, kFieldCount> order;
+    for (std::size_t i = 0; i < kFieldCount; ++i) order[i] = kFieldRules[i].key;
+    return order;
+}
+constexpr std::array<std::string_view, kFieldCount> kLayerOrder = make_layer_order();
+
+struct Switch {
+    host::model::LayerFlag flag;
+    Field field;
+    std::string_view on;
+    std::string_view off;
+};
+constexpr std::array<Switch, 4> kSwitches{{{host::model::kIs3D, Field::ddd, "1", "0"},
+                                           {host::model::kAutoOrient, Field::ao, "1", "0"},
+                                           {host::model::kCollapse, Field::ct, "1", "0"},
+                                           {host::model::kMotionBlur, Field::mb, "true", "false"}}};
+
+bool has_changed_content(const Layer& layer) {
+    if (!layer.is_content_loaded()) return false;
+    for (int number = 0; number < host::model::kLayerStreamCount; ++number) {
+        const host::model::Stream* stream = layer.existing_stream(number);
+        if (stream != nullptr && stream->is_changed()) return true;
+    }
+    for (const auto& effect : layer.loaded_effects()) {
+        const auto* stored = dynamic_cast<const StoredEffect*>(effect->format_data().get());
+        if (stored == nullptr || stored->flags != effect->flags()) return true;
+        for (std::size_t i = 0; i < effect->parameter_count(); ++i) {
+            if (effect->parameter(i).is_changed()) return true;
+        }
+    }
+    for (const auto& stream : layer.other_streams()) {
+        if (stream->is_changed()) return true;
+    }
+    return false;
+}
+
+bool has_same_name(const Layer& layer, const StoredLayer& base) {
+    const std::string_view literal = base.name.of(base.comp->store->text);
+    return literal.empty() ? layer.own_name().empty() : string_equals(literal, layer.own_name());
+}
+
+class LayerEditor {
+  public:
+    LayerEditor(const WriteContext& context, Layer& layer, const StoredLayer& base, const Layer* above)
+        : context_(context),
+          layer_(layer),
+          base_(base),
+          above_(above),
+          tree_(context.store.text, base.text),
+          read_{base, tree_},
+          root_(tree_, tree_.root(), kLayerOrder) {}
+
+    void write(Written& out) {
+        edit_identity();
+        edit_matte();
+        edit_switches();
+        edit_timing();
+        edit_layer_streams(patch_, root_, context_, read_, layer_);
+        if (base_.contains_layer_parameters && !is_from_file(layer_)) layer_.effect_count();  // loads the content
+        if (layer_.is_content_loaded()) {
+            edit_effects(patch_, root_, context_, read_, layer_);
+            edit_other_expressions(patch_, tree_, layer_);
+        }
+        const host::model::Time shift = layer_.offset() - base_.offset;
+        if (shift != host::model::Time{}) shift_keyframes(patch_, context_.clock(), tree_, shift);
+        root_.apply(patch_);
+        patch_.write(context_.store.text, base_.text, out);
+    }
+
+  private:
+    void set(Field field, std::string value) { root_.set(key_of(field), std::move(value)); }
+    void remove(Field field) { root_.remove(key_of(field)); }
+
+    // `now` where the file says `before`.
+    void edit_number(Field field, std::optional<std::int64_t> before, std::optional<std::int64_t> now) {
+        if (before == now) return;
+        if (now) {
+            set(field, std::to_string(*now));
+        } else {
+            remove(field);
+        }
+    }
+
+    void edit_identity() {
+        edit_number(Field::ind, base_.ind, context_.numbers.number(layer_));
+        const Layer* parent = layer_.parent();
+        edit_number(Field::parent, base_.parent, parent == nullptr ? std::nullopt : context_.numbers.number(*parent));
+        if (!has_same_name(layer_, base_)) set(Field::nm, encode_string(layer_.display_name()));
+    }
+
+    void edit_matte() {
+        if (layer_.matte() != nullptr) {
+            if (layer_.matte_type() != base_.matte_type)
+                set(Field::tt, std::to_string(static_cast<int>(layer_.matte_type())));
+            if (names_matte(layer_, above_))
+                edit_number(Field::tp, base_.matte, context_.numbers.number(*layer_.matte()));
+        } else if (base_.uses_matte && !keeps_empty_matte(layer_, base_, above_)) {
+            remove(Field::tt);
+            remove(Field::tp);
+        }
+        const MatteMarks marks = marks_of(layer_, base_);
+        if (marks.is_matte && !base_.is_matte) set(Field::td, "1");
+        if (!marks.is_matte && base_.is_matte) remove(Field::td);
+        if (marks.is_hidden && !base_.is_hidden) set(Field::hd, "true");
+        if (!marks.is_hidden && base_.is_hidden) remove(Field::hd);
+    }
+
+    void edit_switches() {
+        for (const Switch& each : kSwitches) {
+            const bool is_on = layer_.has_flag(each.flag);
+            if (is_on != ((base_.flags & each.flag) != 0)) set(each.field, std::string(is_on ? each.on : each.off));
+        }
+    }
+
+    void edit_timing() {
+        const FrameClock& clock = context_.clock();
+        const VerbatimTimes& edges = context_.store.edges;
+        const host::model::Time in = layer_.in_point();
+        const host::model::Time out = in + layer_.duration();
+        const host::model::Time old_out = base_.in_point + base_.duration;
+        if (layer_.offset() != base_.offset) set(Field::st, clock.text(layer_.offset()));
+        if (in == base_.in_point && out == old_out) return;
+        const double move = edges.exact(clock, layer_.offset()) - edges.exact(clock, base_.offset);
+        if (in != base_.in_point)
+            set(Field::ip, edges.begin_text(clock, in, edges.exact(clock, base_.in_point) + move));
+        if (out != old_out) set(Field::op, edges.end_text(clock, out, edges.exact(clock, old_out) + move));
+    }
+
+    const WriteContext& context_;
+    Layer& layer_;
+    const StoredLayer& base_;
+    const Layer* above_;
+    JsonTree tree_;
+    ReadContext read_;
+    Patch patch_;
+    ObjectEdit root_;
+};
+
+}  // namespace
+
+bool is_untouched(const Numbering& numbers, const Layer& layer, const Layer* above) {
+    if (!is_from_file(layer)) return false;
+    const StoredLayer& base = *base_of(layer);
+    const MatteMarks marks = marks_of(layer, base);
+    const bool has_same_matte = layer.matte() == base.matte_layer && layer.matte_type() == base.matte_type;
+    const bool matte_is_told = layer.matte() != nullptr ? base.matte || above == layer.matte()
+                                                        : !base.uses_matte || keeps_empty_matte(layer, base, above);
+    return layer.flags() == base.flags && layer.offset() == base.offset && layer.in_point() == base.in_point &&
+           layer.duration() == base.duration && layer.parent() == base.parent_layer && has_same_matte &&
+           matte_is_told && marks.is_matte == base.is_matte && marks.is_hidden == base.is_hidden &&
+           has_same_name(layer, base) && numbers.number(layer) == base.ind && !has_changed_content(layer);
+}
+
+void write_layer(Written& out, const WriteContext& context, Layer& layer, const Layer* above) {
+    const StoredLayer* base = base_of(layer);
+    if (base == nullptr) {
+        out.append(new_layer_text(context, layer, above));
+    } else if (is_untouched(context.numbers, layer, above)) {
+        out.refer(base->text.of(context.store.text));
+    } else {
+        LayerEditor(context, layer, *base, above).write(out);
+    }
+}
+
+}  // namespace lottie::document
