@@ -14,6 +14,15 @@ std::string suite_key(const char* name, int32 version) {
     return std::string(name) + " " + std::to_string(version);
 }
 
+const SuiteTables& all_suites() {
+    static const SuiteTables tables = [] {
+        SuiteTables all;
+        for (const auto add : {add_shell_suites, add_project_suites, add_layer_suites, add_stream_suites}) add(all);
+        return all;
+    }();
+    return tables;
+}
+
 }  // namespace
 
 Host& host() {
@@ -140,8 +149,7 @@ void Host::closed(const std::string& entry) {
     }
 }
 
-A_Err Host::call(const std::string& function, const std::vector<std::string>& arguments,
-                 const std::function<A_Err()>& body) {
+A_Err Host::call(const std::string& function, const std::vector<std::string>& arguments) {
     std::string line = function + "(";
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         if (i > 0) line += ", ";
@@ -156,16 +164,14 @@ A_Err Host::call(const std::string& function, const std::vector<std::string>& ar
     for (const auto& [part, code] : fail_with) {
         if (line.find(part) != std::string::npos) return code;
     }
-    return body();
+    return A_Err_NONE;
 }
 
 SPErr Host::acquire(const char* name, int32 version, const void** suite) {
     const std::string key = suite_key(name, version);
     *suite = nullptr;
     if (host().refused.contains(key)) return 1;
-    for (const auto find : {shell_suite, project_suite, layer_suite, stream_suite}) {
-        if (*suite == nullptr) *suite = find(key);
-    }
+    *suite = all_suites().find(key);
     if (*suite == nullptr) return 1;
     host().acquired.push_back(key);
     ++host().held;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -172,9 +173,19 @@ class Host {
     std::vector<std::string> acquired;  // "AEGP Layer Suite 11", in order
     int held = 0;                       // acquired and not yet released
 
-    // Writes the call down, then runs the body unless a fault stands for it.
-    A_Err call(const std::string& function, const std::vector<std::string>& arguments,
-               const std::function<A_Err()>& body);
+    // Writes the call down, then runs the body unless a fault stands for it. A body without a result succeeds.
+    template <class Body>
+    A_Err call(const std::string& function, const std::vector<std::string>& arguments, const Body& body) {
+        const A_Err err = call(function, arguments);
+        if (err != A_Err_NONE) return err;
+        if constexpr (std::is_void_v<decltype(body())>) {
+            body();
+            return A_Err_NONE;
+        } else {
+            return body();
+        }
+    }
+    A_Err call(const std::string& function, const std::vector<std::string>& arguments);
 
   private:
     static SPErr acquire(const char* name, int32 version, const void** suite);
@@ -201,11 +212,29 @@ class Host {
 // The one that exists. Suite functions carry no context, so there can be only one at a time.
 Host& host();
 
-// Null for a suite that no table stands for.
-const void* shell_suite(const std::string& key);
-const void* project_suite(const std::string& key);
-const void* layer_suite(const std::string& key);
-const void* stream_suite(const std::string& key);
+// Tables by "AEGP Layer Suite 11"; slots that no test needs are null.
+class SuiteTables {
+  public:
+    template <class Suite>
+    Suite& add(const std::string& key) {
+        const auto table = std::make_shared<Suite>();
+        tables_[key] = table;
+        return *table;
+    }
+    // Null for a suite that no table stands for.
+    const void* find(const std::string& key) const {
+        const auto found = tables_.find(key);
+        return found == tables_.end() ? nullptr : found->second.get();
+    }
+
+  private:
+    std::map<std::string, std::shared_ptr<void>> tables_;
+};
+
+void add_shell_suites(SuiteTables& tables);
+void add_project_suites(SuiteTables& tables);
+void add_layer_suites(SuiteTables& tables);
+void add_stream_suites(SuiteTables& tables);
 
 // ---- Handles
 

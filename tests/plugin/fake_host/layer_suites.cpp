@@ -16,10 +16,8 @@ const char* mode_text(AEGP_LTimeMode mode) {
 
 template <int V>
 A_Err get_comp_num_layers(AEGP_CompH comp, A_long* count) {
-    return host().call(function_of("Layer", V, "GetCompNumLayers"), {text_of(comp)}, [&] {
-        *count = static_cast<A_long>(object<Comp>(comp)->layers.size());
-        return A_Err_NONE;
-    });
+    return host().call(function_of("Layer", V, "GetCompNumLayers"), {text_of(comp)},
+                       [&] { *count = static_cast<A_long>(object<Comp>(comp)->layers.size()); });
 }
 
 template <int V>
@@ -37,23 +35,18 @@ A_Err get_layer_index(AEGP_LayerH layer, A_long* index) {
     return host().call(function_of("Layer", V, "GetLayerIndex"), {text_of(layer)}, [&] {
         const std::vector<Layer*>& layers = object<Layer>(layer)->comp->layers;
         *index = static_cast<A_long>(std::find(layers.begin(), layers.end(), object<Layer>(layer)) - layers.begin());
-        return A_Err_NONE;
     });
 }
 
 template <int V>
 A_Err get_layer_source_item(AEGP_LayerH layer, AEGP_ItemH* item) {
-    return host().call(function_of("Layer", V, "GetLayerSourceItem"), {text_of(layer)}, [&] {
-        *item = handle(object<Layer>(layer)->source);
-        return A_Err_NONE;
-    });
+    return host().call(function_of("Layer", V, "GetLayerSourceItem"), {text_of(layer)},
+                       [&] { *item = handle(object<Layer>(layer)->source); });
 }
 
 A_Err get_layer_parent_comp(AEGP_LayerH layer, AEGP_CompH* comp) {
-    return host().call("Layer5.GetLayerParentComp", {text_of(layer)}, [&] {
-        *comp = handle(object<Layer>(layer)->comp);
-        return A_Err_NONE;
-    });
+    return host().call("Layer5.GetLayerParentComp", {text_of(layer)},
+                       [&] { *comp = handle(object<Layer>(layer)->comp); });
 }
 
 void write_name(const std::string& name, A_char* buffer) {
@@ -68,7 +61,6 @@ A_Err get_layer_name(AEGP_LayerH layer, A_char* layer_name, A_char* source_name)
     const A_Err err = host().call("Layer5.GetLayerName", arguments, [&] {
         write_name(object<Layer>(layer)->own_name, layer_name);
         write_name(object<Layer>(layer)->source_name, source_name);
-        return A_Err_NONE;
     });
     if (err != A_Err_NONE) write_name(host().half_read_name, layer_name != nullptr ? layer_name : source_name);
     return err;
@@ -108,7 +100,6 @@ A_Err set_layer_name(AEGP_LayerH layer, const A_UTF16Char* name) {
         renamed->written_name.clear();
         for (; *name != 0; ++name) renamed->written_name += static_cast<char16_t>(*name);
         renamed->own_name = utf8(renamed->written_name);
-        return A_Err_NONE;
     });
 }
 
@@ -117,7 +108,6 @@ A_Err set_layer_flag(AEGP_LayerH layer, AEGP_LayerFlags flag, A_Boolean value) {
     const Arguments arguments = {text_of(layer), number(flag), value ? "true" : "false"};
     return host().call(function_of("Layer", V, "SetLayerFlag"), arguments, [&] {
         if (flag == AEGP_LayerFlag_LAYER_IS_3D) object<Layer>(layer)->is_3d = value != 0;
-        return A_Err_NONE;
     });
 }
 
@@ -126,7 +116,6 @@ A_Err get_layer_in_point(AEGP_LayerH layer, AEGP_LTimeMode mode, A_Time* time) {
     return host().call(function_of("Layer", V, "GetLayerInPoint"), {text_of(layer), mode_text(mode)}, [&] {
         const Layer* asked = object<Layer>(layer);
         *time = mode == AEGP_LTimeMode_LayerTime ? asked->in_layer : asked->in_comp;
-        return A_Err_NONE;
     });
 }
 
@@ -134,7 +123,6 @@ A_Err get_layer_duration(AEGP_LayerH layer, AEGP_LTimeMode mode, A_Time* time) {
     return host().call("Layer5.GetLayerDuration", {text_of(layer), mode_text(mode)}, [&] {
         const Layer* asked = object<Layer>(layer);
         *time = mode == AEGP_LTimeMode_LayerTime ? asked->duration_layer : asked->duration_comp;
-        return A_Err_NONE;
     });
 }
 
@@ -146,15 +134,11 @@ A_Err set_layer_in_point_and_duration(AEGP_LayerH layer, AEGP_LTimeMode mode, co
         (mode == AEGP_LTimeMode_LayerTime ? trimmed->in_layer : trimmed->in_comp) = *in_point;
         trimmed->duration_layer = *duration;
         trimmed->duration_comp = *duration;
-        return A_Err_NONE;
     });
 }
 
 A_Err get_layer_offset(AEGP_LayerH layer, A_Time* offset) {
-    return host().call("Layer5.GetLayerOffset", {text_of(layer)}, [&] {
-        *offset = object<Layer>(layer)->offset;
-        return A_Err_NONE;
-    });
+    return host().call("Layer5.GetLayerOffset", {text_of(layer)}, [&] { *offset = object<Layer>(layer)->offset; });
 }
 
 A_Err set_layer_offset(AEGP_LayerH layer, const A_Time* offset) {
@@ -163,14 +147,12 @@ A_Err set_layer_offset(AEGP_LayerH layer, const A_Time* offset) {
         const auto shift = static_cast<A_u_long>(offset->value) - static_cast<A_u_long>(moved->offset.value);
         moved->offset = *offset;
         moved->in_comp.value = static_cast<A_long>(static_cast<A_u_long>(moved->in_comp.value) + shift);
-        return A_Err_NONE;
     });
 }
 
 A_Err add_layer(AEGP_ItemH item, AEGP_CompH comp, AEGP_LayerH* layer) {
     return host().call("Layer5.AddLayer", {text_of(item), text_of(comp)}, [&] {
         *layer = handle(host().add_layer_on_top(object<Comp>(comp), "added", object<Item>(item)));
-        return A_Err_NONE;
     });
 }
 
@@ -180,100 +162,71 @@ A_Err reorder_layer(AEGP_LayerH layer, A_long index) {
         std::vector<Layer*>& layers = object<Layer>(layer)->comp->layers;
         std::erase(layers, object<Layer>(layer));
         layers.insert(layers.begin() + std::min<std::ptrdiff_t>(index, std::ssize(layers)), object<Layer>(layer));
-        return A_Err_NONE;
     });
 }
 
 A_Err get_layer_object_type(AEGP_LayerH layer, AEGP_ObjectType* type) {
-    return host().call("Layer5.GetLayerObjectType", {text_of(layer)}, [&] {
-        *type = object<Layer>(layer)->object_type;
-        return A_Err_NONE;
-    });
+    return host().call("Layer5.GetLayerObjectType", {text_of(layer)},
+                       [&] { *type = object<Layer>(layer)->object_type; });
 }
 
 A_Err is_layer_3d(AEGP_LayerH layer, A_Boolean* is_3d) {
-    return host().call("Layer5.IsLayer3D", {text_of(layer)}, [&] {
-        *is_3d = object<Layer>(layer)->is_3d;
-        return A_Err_NONE;
-    });
+    return host().call("Layer5.IsLayer3D", {text_of(layer)}, [&] { *is_3d = object<Layer>(layer)->is_3d; });
 }
 
 A_Err get_layer_parent(AEGP_LayerH layer, AEGP_LayerH* parent) {
-    return host().call("Layer5.GetLayerParent", {text_of(layer)}, [&] {
-        *parent = handle(object<Layer>(layer)->parent);
-        return A_Err_NONE;
-    });
+    return host().call("Layer5.GetLayerParent", {text_of(layer)},
+                       [&] { *parent = handle(object<Layer>(layer)->parent); });
 }
 
 A_Err set_layer_parent(AEGP_LayerH layer, AEGP_LayerH parent) {
-    return host().call("Layer5.SetLayerParent", {text_of(layer), text_of(parent)}, [&] {
-        object<Layer>(layer)->parent = object<Layer>(parent);
-        return A_Err_NONE;
-    });
+    return host().call("Layer5.SetLayerParent", {text_of(layer), text_of(parent)},
+                       [&] { object<Layer>(layer)->parent = object<Layer>(parent); });
 }
 
 A_Err delete_layer(AEGP_LayerH layer) {
-    return host().call("Layer4.DeleteLayer", {text_of(layer)}, [&] {
-        std::erase(object<Layer>(layer)->comp->layers, object<Layer>(layer));
-        return A_Err_NONE;
-    });
+    return host().call("Layer4.DeleteLayer", {text_of(layer)},
+                       [&] { std::erase(object<Layer>(layer)->comp->layers, object<Layer>(layer)); });
 }
 
 }  // namespace
 
-const void* layer_suite(const std::string& key) {
-    static const AEGP_LayerSuite4 layer4 = [] {
-        AEGP_LayerSuite4 suite = {};
-        suite.AEGP_GetLayerSourceItem = get_layer_source_item<4>;
-        suite.AEGP_SetLayerFlag = set_layer_flag<4>;
-        suite.AEGP_GetLayerInPoint = get_layer_in_point<4>;
-        suite.AEGP_DeleteLayer = delete_layer;
-        return suite;
-    }();
-    static const AEGP_LayerSuite5 layer5 = [] {
-        AEGP_LayerSuite5 suite = {};
-        suite.AEGP_GetCompNumLayers = get_comp_num_layers<5>;
-        suite.AEGP_GetCompLayerByIndex = get_comp_layer_by_index<5>;
-        suite.AEGP_GetLayerIndex = get_layer_index<5>;
-        suite.AEGP_GetLayerSourceItem = get_layer_source_item<5>;
-        suite.AEGP_GetLayerParentComp = get_layer_parent_comp;
-        suite.AEGP_GetLayerName = get_layer_name;
-        suite.AEGP_SetLayerFlag = set_layer_flag<5>;
-        suite.AEGP_GetLayerInPoint = get_layer_in_point<5>;
-        suite.AEGP_GetLayerDuration = get_layer_duration;
-        suite.AEGP_SetLayerInPointAndDuration = set_layer_in_point_and_duration;
-        suite.AEGP_GetLayerOffset = get_layer_offset;
-        suite.AEGP_SetLayerOffset = set_layer_offset;
-        suite.AEGP_AddLayer = add_layer;
-        suite.AEGP_ReorderLayer = reorder_layer<5>;
-        suite.AEGP_GetLayerObjectType = get_layer_object_type;
-        suite.AEGP_IsLayer3D = is_layer_3d;
-        suite.AEGP_GetLayerParent = get_layer_parent;
-        suite.AEGP_SetLayerParent = set_layer_parent;
-        return suite;
-    }();
-    static const AEGP_LayerSuite6 layer6 = [] {
-        AEGP_LayerSuite6 suite = {};
-        suite.AEGP_GetLayerIndex = get_layer_index<6>;
-        suite.AEGP_ReorderLayer = reorder_layer<6>;
-        suite.AEGP_SetLayerName = set_layer_name;
-        return suite;
-    }();
-    static const AEGP_LayerSuite7 layer7 = [] {
-        AEGP_LayerSuite7 suite = {};
-        suite.AEGP_GetCompNumLayers = get_comp_num_layers<7>;
-        suite.AEGP_GetCompLayerByIndex = get_comp_layer_by_index<7>;
-        suite.AEGP_GetLayerSourceItem = get_layer_source_item<7>;
-        return suite;
-    }();
-    static const std::map<std::string, const void*> suites = {
-        {"AEGP Layer Suite 10", &layer4},
-        {"AEGP Layer Suite 11", &layer5},
-        {"AEGP Layer Suite 12", &layer6},
-        {"AEGP Layer Suite 13", &layer7},
-    };
-    const auto found = suites.find(key);
-    return found == suites.end() ? nullptr : found->second;
+void add_layer_suites(SuiteTables& tables) {
+    auto& layer4 = tables.add<AEGP_LayerSuite4>("AEGP Layer Suite 10");
+    layer4.AEGP_GetLayerSourceItem = get_layer_source_item<4>;
+    layer4.AEGP_SetLayerFlag = set_layer_flag<4>;
+    layer4.AEGP_GetLayerInPoint = get_layer_in_point<4>;
+    layer4.AEGP_DeleteLayer = delete_layer;
+
+    auto& layer5 = tables.add<AEGP_LayerSuite5>("AEGP Layer Suite 11");
+    layer5.AEGP_GetCompNumLayers = get_comp_num_layers<5>;
+    layer5.AEGP_GetCompLayerByIndex = get_comp_layer_by_index<5>;
+    layer5.AEGP_GetLayerIndex = get_layer_index<5>;
+    layer5.AEGP_GetLayerSourceItem = get_layer_source_item<5>;
+    layer5.AEGP_GetLayerParentComp = get_layer_parent_comp;
+    layer5.AEGP_GetLayerName = get_layer_name;
+    layer5.AEGP_SetLayerFlag = set_layer_flag<5>;
+    layer5.AEGP_GetLayerInPoint = get_layer_in_point<5>;
+    layer5.AEGP_GetLayerDuration = get_layer_duration;
+    layer5.AEGP_SetLayerInPointAndDuration = set_layer_in_point_and_duration;
+    layer5.AEGP_GetLayerOffset = get_layer_offset;
+    layer5.AEGP_SetLayerOffset = set_layer_offset;
+    layer5.AEGP_AddLayer = add_layer;
+    layer5.AEGP_ReorderLayer = reorder_layer<5>;
+    layer5.AEGP_GetLayerObjectType = get_layer_object_type;
+    layer5.AEGP_IsLayer3D = is_layer_3d;
+    layer5.AEGP_GetLayerParent = get_layer_parent;
+    layer5.AEGP_SetLayerParent = set_layer_parent;
+
+    auto& layer6 = tables.add<AEGP_LayerSuite6>("AEGP Layer Suite 12");
+    layer6.AEGP_GetLayerIndex = get_layer_index<6>;
+    layer6.AEGP_ReorderLayer = reorder_layer<6>;
+    layer6.AEGP_SetLayerName = set_layer_name;
+
+    auto& layer7 = tables.add<AEGP_LayerSuite7>("AEGP Layer Suite 13");
+    layer7.AEGP_GetCompNumLayers = get_comp_num_layers<7>;
+    layer7.AEGP_GetCompLayerByIndex = get_comp_layer_by_index<7>;
+    layer7.AEGP_GetLayerSourceItem = get_layer_source_item<7>;
 }
 
 }  // namespace fake

@@ -10,17 +10,11 @@ namespace {
 using Arguments = std::vector<std::string>;
 
 A_Err get_active_item(AEGP_ItemH* item) {
-    return host().call("Item1.GetActiveItem", {}, [&] {
-        *item = handle(host().active_item);
-        return A_Err_NONE;
-    });
+    return host().call("Item1.GetActiveItem", {}, [&] { *item = handle(host().active_item); });
 }
 
 A_Err is_item_selected(AEGP_ItemH item, A_Boolean* selected) {
-    return host().call("Item1.IsItemSelected", {text_of(item)}, [&] {
-        *selected = object<Item>(item)->selected;
-        return A_Err_NONE;
-    });
+    return host().call("Item1.IsItemSelected", {text_of(item)}, [&] { *selected = object<Item>(item)->selected; });
 }
 
 template <int V>
@@ -47,39 +41,31 @@ A_Err delete_item(AEGP_ItemH item) {
         Item* deleted = object<Item>(item);
         deleted->deleted = true;
         std::erase(host().items, deleted);
-        return A_Err_NONE;
     });
 }
 
 A_Err get_item_parent_folder(AEGP_ItemH item, AEGP_ItemH* folder) {
-    return host().call("Item5.GetItemParentFolder", {text_of(item)}, [&] {
-        *folder = handle(object<Item>(item)->folder);
-        return A_Err_NONE;
-    });
+    return host().call("Item5.GetItemParentFolder", {text_of(item)},
+                       [&] { *folder = handle(object<Item>(item)->folder); });
 }
 
 A_Err get_item_dimensions(AEGP_ItemH item, A_long* width, A_long* height) {
     return host().call("Item5.GetItemDimensions", {text_of(item)}, [&] {
         *width = object<Item>(item)->width;
         *height = object<Item>(item)->height;
-        return A_Err_NONE;
     });
 }
 
 A_Err get_item_pixel_aspect_ratio(AEGP_ItemH item, A_Ratio* ratio) {
-    return host().call("Item5.GetItemPixelAspectRatio", {text_of(item)}, [&] {
-        *ratio = object<Item>(item)->pixel_aspect_ratio;
-        return A_Err_NONE;
-    });
+    return host().call("Item5.GetItemPixelAspectRatio", {text_of(item)},
+                       [&] { *ratio = object<Item>(item)->pixel_aspect_ratio; });
 }
 
 template <int V>
 A_Err get_first_proj_item(AEGP_ProjectH project, AEGP_ItemH* item) {
     const Arguments arguments = {project == nullptr ? "null" : "project"};
-    return host().call(function_of("Item", V, "GetFirstProjItem"), arguments, [&] {
-        *item = handle(host().items.front());
-        return A_Err_NONE;
-    });
+    return host().call(function_of("Item", V, "GetFirstProjItem"), arguments,
+                       [&] { *item = handle(host().items.front()); });
 }
 
 template <int V>
@@ -98,26 +84,20 @@ A_Err get_next_proj_item(AEGP_ProjectH project, AEGP_ItemH item, AEGP_ItemH* nex
 
 template <int V>
 A_Err get_project_by_index(A_long index, AEGP_ProjectH* project) {
-    return host().call(function_of("Proj", V, "GetProjectByIndex"), {number(index)}, [&] {
-        *project = reinterpret_cast<AEGP_ProjectH>(&host());
-        return A_Err_NONE;
-    });
+    return host().call(function_of("Proj", V, "GetProjectByIndex"), {number(index)},
+                       [&] { *project = reinterpret_cast<AEGP_ProjectH>(&host()); });
 }
 
 template <int V>
 A_Err get_comp_from_item(AEGP_ItemH item, AEGP_CompH* comp) {
-    return host().call(function_of("Comp", V, "GetCompFromItem"), {text_of(item)}, [&] {
-        *comp = handle(object<Item>(item)->comp);
-        return A_Err_NONE;
-    });
+    return host().call(function_of("Comp", V, "GetCompFromItem"), {text_of(item)},
+                       [&] { *comp = handle(object<Item>(item)->comp); });
 }
 
 template <int V>
 A_Err get_item_from_comp(AEGP_CompH comp, AEGP_ItemH* item) {
-    return host().call(function_of("Comp", V, "GetItemFromComp"), {text_of(comp)}, [&] {
-        *item = handle(object<Comp>(comp)->item);
-        return A_Err_NONE;
-    });
+    return host().call(function_of("Comp", V, "GetItemFromComp"), {text_of(comp)},
+                       [&] { *item = handle(object<Comp>(comp)->item); });
 }
 
 A_Err get_new_collection_from_comp_selection(AEGP_PluginID id, AEGP_CompH comp, AEGP_Collection2H* collection) {
@@ -127,7 +107,6 @@ A_Err get_new_collection_from_comp_selection(AEGP_PluginID id, AEGP_CompH comp, 
         made->items.insert(made->items.end(), selected->other_selected.begin(), selected->other_selected.end());
         *collection = handle(made);
         host().opened(text_of(*collection));
-        return A_Err_NONE;
     });
 }
 
@@ -139,7 +118,7 @@ A_Err set_selection(AEGP_CompH comp, AEGP_Collection2H collection) {
             members += text_of(item.u.layer.layerH);
         }
     }
-    return host().call("Comp6.SetSelection", {text_of(comp), members}, [] { return A_Err_NONE; });
+    return host().call("Comp6.SetSelection", {text_of(comp), members});
 }
 
 A_Err create_null_in_comp(const A_UTF16Char* name, AEGP_CompH comp, const A_Time* duration, AEGP_LayerH* null_layer) {
@@ -147,7 +126,6 @@ A_Err create_null_in_comp(const A_UTF16Char* name, AEGP_CompH comp, const A_Time
     return host().call("Comp11.CreateNullInComp", arguments, [&] {
         Item* source = host().add_item("nullItem", AEGP_ItemType_FOOTAGE);
         *null_layer = handle(host().add_layer_on_top(object<Comp>(comp), "null", source));
-        return A_Err_NONE;
     });
 }
 
@@ -158,10 +136,8 @@ void write_interpretation(const A_Ratio& ratio, AEGP_FootageInterp* interpretati
 }
 
 A_Err get_footage_interpretation(AEGP_ItemH item, A_Boolean proxy, AEGP_FootageInterp* interpretation) {
-    return host().call("Footage5.GetFootageInterpretation", {text_of(item), proxy ? "proxy" : "main"}, [&] {
-        write_interpretation(object<Item>(item)->pixel_aspect_ratio, interpretation);
-        return A_Err_NONE;
-    });
+    return host().call("Footage5.GetFootageInterpretation", {text_of(item), proxy ? "proxy" : "main"},
+                       [&] { write_interpretation(object<Item>(item)->pixel_aspect_ratio, interpretation); });
 }
 
 A_Err set_footage_interpretation(AEGP_ItemH item, A_Boolean proxy, const AEGP_FootageInterp* interpretation) {
@@ -171,10 +147,8 @@ A_Err set_footage_interpretation(AEGP_ItemH item, A_Boolean proxy, const AEGP_Fo
     const bool only_ratio = std::memcmp(&expected, interpretation, sizeof expected) == 0;
     const Arguments arguments = {text_of(item), proxy ? "proxy" : "main", number(ratio.num) + ":" + number(ratio.den),
                                  only_ratio ? "rest as read" : "rest changed"};
-    return host().call("Footage5.SetFootageInterpretation", arguments, [&] {
-        object<Item>(item)->pixel_aspect_ratio = ratio;
-        return A_Err_NONE;
-    });
+    return host().call("Footage5.SetFootageInterpretation", arguments,
+                       [&] { object<Item>(item)->pixel_aspect_ratio = ratio; });
 }
 
 A_Err new_solid_footage(const A_char* name, A_long width, A_long height, const AEGP_ColorVal* color,
@@ -186,109 +160,70 @@ A_Err new_solid_footage(const A_char* name, A_long width, A_long height, const A
                                  number(color->redF),
                                  number(color->greenF),
                                  number(color->blueF)};
-    return host().call("Footage5.NewSolidFootage", arguments, [&] {
-        *footage = reinterpret_cast<AEGP_FootageH>(&host());
-        return A_Err_NONE;
-    });
+    return host().call("Footage5.NewSolidFootage", arguments,
+                       [&] { *footage = reinterpret_cast<AEGP_FootageH>(&host()); });
 }
 
 A_Err add_footage_to_project(AEGP_FootageH footage, AEGP_ItemH folder, AEGP_ItemH* item) {
     const Arguments arguments = {footage == nullptr ? "null" : "footage", text_of(folder)};
-    return host().call("Footage5.AddFootageToProject", arguments, [&] {
-        *item = handle(host().add_item("solidItem", AEGP_ItemType_FOOTAGE));
-        return A_Err_NONE;
-    });
-}
-
-template <class Suite>
-Suite item_suite_walk(Suite suite, decltype(Suite::AEGP_GetFirstProjItem) first,
-                      decltype(Suite::AEGP_GetNextProjItem) next) {
-    suite.AEGP_GetFirstProjItem = first;
-    suite.AEGP_GetNextProjItem = next;
-    return suite;
+    return host().call("Footage5.AddFootageToProject", arguments,
+                       [&] { *item = handle(host().add_item("solidItem", AEGP_ItemType_FOOTAGE)); });
 }
 
 }  // namespace
 
-const void* project_suite(const std::string& key) {
-    static const AEGP_ItemSuite1 item1 = [] {
-        AEGP_ItemSuite1 suite = {};
-        suite.AEGP_GetActiveItem = get_active_item;
-        suite.AEGP_IsItemSelected = is_item_selected;
-        suite.AEGP_GetItemType = get_item_type<1>;
-        suite.AEGP_DeleteItem = delete_item<1>;
-        return suite;
-    }();
-    static const AEGP_ItemSuite5 item5 = [] {
-        AEGP_ItemSuite5 suite = {};
-        suite.AEGP_GetItemID = get_item_id<5>;
-        suite.AEGP_GetItemParentFolder = get_item_parent_folder;
-        suite.AEGP_GetItemDimensions = get_item_dimensions;
-        suite.AEGP_GetItemPixelAspectRatio = get_item_pixel_aspect_ratio;
-        return suite;
-    }();
-    static const AEGP_ItemSuite6 item6 = [] {
-        AEGP_ItemSuite6 suite = {};
-        suite.AEGP_GetItemID = get_item_id<6>;
-        suite.AEGP_DeleteItem = delete_item<6>;
-        return item_suite_walk(suite, get_first_proj_item<6>, get_next_proj_item<6>);
-    }();
-    static const AEGP_ItemSuite8 item8 = [] {
-        AEGP_ItemSuite8 suite = {};
-        suite.AEGP_GetItemID = get_item_id<8>;
-        suite.AEGP_GetItemType = get_item_type<8>;
-        return item_suite_walk(suite, get_first_proj_item<8>, get_next_proj_item<8>);
-    }();
-    static const AEGP_ProjSuite5 proj5 = [] {
-        AEGP_ProjSuite5 suite = {};
-        suite.AEGP_GetProjectByIndex = get_project_by_index<5>;
-        return suite;
-    }();
-    static const AEGP_ProjSuite6 proj6 = [] {
-        AEGP_ProjSuite6 suite = {};
-        suite.AEGP_GetProjectByIndex = get_project_by_index<6>;
-        return suite;
-    }();
-    static const AEGP_CompSuite4 comp4 = [] {
-        AEGP_CompSuite4 suite = {};
-        suite.AEGP_GetCompFromItem = get_comp_from_item<4>;
-        suite.AEGP_GetItemFromComp = get_item_from_comp<4>;
-        suite.AEGP_GetNewCollectionFromCompSelection = get_new_collection_from_comp_selection;
-        return suite;
-    }();
-    static const AEGP_CompSuite6 comp6 = [] {
-        AEGP_CompSuite6 suite = {};
-        suite.AEGP_SetSelection = set_selection;
-        return suite;
-    }();
-    static const AEGP_CompSuite7 comp7 = [] {
-        AEGP_CompSuite7 suite = {};
-        suite.AEGP_GetCompFromItem = get_comp_from_item<7>;
-        return suite;
-    }();
-    static const AEGP_CompSuite11 comp11 = [] {
-        AEGP_CompSuite11 suite = {};
-        suite.AEGP_GetCompFromItem = get_comp_from_item<11>;
-        suite.AEGP_GetItemFromComp = get_item_from_comp<11>;
-        suite.AEGP_CreateNullInComp = create_null_in_comp;
-        return suite;
-    }();
-    static const AEGP_FootageSuite5 footage = [] {
-        AEGP_FootageSuite5 suite = {};
-        suite.AEGP_GetFootageInterpretation = get_footage_interpretation;
-        suite.AEGP_SetFootageInterpretation = set_footage_interpretation;
-        suite.AEGP_NewSolidFootage = new_solid_footage;
-        suite.AEGP_AddFootageToProject = add_footage_to_project;
-        return suite;
-    }();
-    static const std::map<std::string, const void*> suites = {
-        {"AEGP Item Suite 3", &item1},   {"AEGP Item Suite 7", &item5},       {"AEGP Item Suite 10", &item6},
-        {"AEGP Item Suite 13", &item8},  {"AEGP Proj Suite 8", &proj5},       {"AEGP Proj Suite 9", &proj6},
-        {"AEGP Comp Suite 9", &comp4},   {"AEGP Comp Suite 14", &comp6},      {"AEGP Comp Suite 15", &comp7},
-        {"AEGP Comp Suite 25", &comp11}, {"AEGP Footage Suite 11", &footage},
-    };
-    const auto found = suites.find(key);
-    return found == suites.end() ? nullptr : found->second;
+void add_project_suites(SuiteTables& tables) {
+    auto& item1 = tables.add<AEGP_ItemSuite1>("AEGP Item Suite 3");
+    item1.AEGP_GetActiveItem = get_active_item;
+    item1.AEGP_IsItemSelected = is_item_selected;
+    item1.AEGP_GetItemType = get_item_type<1>;
+    item1.AEGP_DeleteItem = delete_item<1>;
+
+    auto& item5 = tables.add<AEGP_ItemSuite5>("AEGP Item Suite 7");
+    item5.AEGP_GetItemID = get_item_id<5>;
+    item5.AEGP_GetItemParentFolder = get_item_parent_folder;
+    item5.AEGP_GetItemDimensions = get_item_dimensions;
+    item5.AEGP_GetItemPixelAspectRatio = get_item_pixel_aspect_ratio;
+
+    auto& item6 = tables.add<AEGP_ItemSuite6>("AEGP Item Suite 10");
+    item6.AEGP_GetItemID = get_item_id<6>;
+    item6.AEGP_DeleteItem = delete_item<6>;
+    item6.AEGP_GetFirstProjItem = get_first_proj_item<6>;
+    item6.AEGP_GetNextProjItem = get_next_proj_item<6>;
+
+    auto& item8 = tables.add<AEGP_ItemSuite8>("AEGP Item Suite 13");
+    item8.AEGP_GetItemID = get_item_id<8>;
+    item8.AEGP_GetItemType = get_item_type<8>;
+    item8.AEGP_GetFirstProjItem = get_first_proj_item<8>;
+    item8.AEGP_GetNextProjItem = get_next_proj_item<8>;
+
+    auto& proj5 = tables.add<AEGP_ProjSuite5>("AEGP Proj Suite 8");
+    proj5.AEGP_GetProjectByIndex = get_project_by_index<5>;
+
+    auto& proj6 = tables.add<AEGP_ProjSuite6>("AEGP Proj Suite 9");
+    proj6.AEGP_GetProjectByIndex = get_project_by_index<6>;
+
+    auto& comp4 = tables.add<AEGP_CompSuite4>("AEGP Comp Suite 9");
+    comp4.AEGP_GetCompFromItem = get_comp_from_item<4>;
+    comp4.AEGP_GetItemFromComp = get_item_from_comp<4>;
+    comp4.AEGP_GetNewCollectionFromCompSelection = get_new_collection_from_comp_selection;
+
+    auto& comp6 = tables.add<AEGP_CompSuite6>("AEGP Comp Suite 14");
+    comp6.AEGP_SetSelection = set_selection;
+
+    auto& comp7 = tables.add<AEGP_CompSuite7>("AEGP Comp Suite 15");
+    comp7.AEGP_GetCompFromItem = get_comp_from_item<7>;
+
+    auto& comp11 = tables.add<AEGP_CompSuite11>("AEGP Comp Suite 25");
+    comp11.AEGP_GetCompFromItem = get_comp_from_item<11>;
+    comp11.AEGP_GetItemFromComp = get_item_from_comp<11>;
+    comp11.AEGP_CreateNullInComp = create_null_in_comp;
+
+    auto& footage = tables.add<AEGP_FootageSuite5>("AEGP Footage Suite 11");
+    footage.AEGP_GetFootageInterpretation = get_footage_interpretation;
+    footage.AEGP_SetFootageInterpretation = set_footage_interpretation;
+    footage.AEGP_NewSolidFootage = new_solid_footage;
+    footage.AEGP_AddFootageToProject = add_footage_to_project;
 }
 
 }  // namespace fake
