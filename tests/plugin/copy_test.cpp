@@ -315,3 +315,22 @@ TEST_F(Copy, ends_at_the_first_failure) {
     options.fix_random_expressions = 1;
     expect_faults_end_it([&] { return copy(); });
 }
+
+TEST_F(Copy, statements_for_the_thousandth_layer_are_whole) {
+    while (inner->layers.size() < 1000) host.add_layer(inner, "more", footage);
+    while (main->layers.size() < 1010) host.add_layer_on_top(main, "copy", footage);
+    EXPECT_EQ(copy(), A_Err_NONE);
+    const std::string layer = "app.project.item(2).layer(1000)";
+    EXPECT_THAT(host.calls_of("ExecuteScript"),
+                ElementsAre(testing::HasSubstr("tempName = " + layer + ".name; allNames.push(tempName);" +  //
+                                               layer + ".name = tempName;" +                                //
+                                               layer + ".copyToComp(app.project.item(3));" +                //
+                                               layer + ".name = tempName;, false")));
+}
+
+TEST_F(Copy, goes_into_item_zero_when_the_composition_is_not_in_the_project) {
+    std::erase(host.items, main->item);
+    EXPECT_EQ(copy(), A_Err_NONE);
+    EXPECT_THAT(host.calls_of("ExecuteScript"),
+                ElementsAre(testing::HasSubstr("app.project.item(2).layer(1).copyToComp(app.project.item(0));")));
+}

@@ -2,8 +2,24 @@
 #include "Exflate.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "operation_test.h"
+
+namespace {
+
+// Read while the program starts, before any test writes them.
+const SPBasicSuite* const basic_at_start = sP;
+const AEGP_PluginID id_at_start = S_my_id;
+const AEGP_Command command_at_start = S_Exflate_cmd;
+
+}  // namespace
+
+TEST(Globals, are_zero_until_the_host_calls) {
+    EXPECT_EQ(basic_at_start, nullptr);
+    EXPECT_EQ(id_at_start, 0);
+    EXPECT_EQ(command_at_start, 0);
+}
 
 class Entry : public OperationTest {
   protected:
@@ -184,4 +200,14 @@ TEST_F(Menu, update_gives_its_selection_back) {
     host.forget_calls();
     EXPECT_EQ(update(), fake::Host::kInjected);
     EXPECT_THAT(host.open, ElementsAre("collection3")) << "a failure ends it before";
+}
+
+TEST(Outward, no_exception_of_the_host_leaves_the_plugin) {
+    SPBasicSuite throwing = {};
+    throwing.AcquireSuite = [](const char*, int32, const void**) -> SPErr { throw std::runtime_error("no host"); };
+    EXPECT_EQ(EntryPointFunc(&throwing, 114, 0, 7, nullptr), A_Err_GENERIC);
+    EXPECT_EQ(UpdateMenuHook(nullptr, nullptr, AEGP_WindType_NONE), A_Err_GENERIC);
+
+    A_Boolean handled = false;
+    EXPECT_EQ(CommandHook(nullptr, nullptr, S_Exflate_cmd, AEGP_HP_BeforeAE, false, &handled), A_Err_GENERIC);
 }

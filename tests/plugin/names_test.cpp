@@ -62,12 +62,6 @@ TEST_F(Names, without_a_buffer_are_asked_for_twice) {
     EXPECT_THAT(host.calls, ElementsAre("Layer5.GetLayerName(a, null, null)", "Layer5.GetLayerName(a, null, null)"));
 }
 
-TEST_F(Names, source_without_a_name_leaves_the_name_empty) {
-    a->own_name.clear();
-    a->source_name.clear();
-    EXPECT_EQ(wide_name_of(a), L"");
-}
-
 TEST_F(Names, code_of_the_sources_name_is_the_result) {
     a->own_name.clear();
     char name[32] = {};
@@ -124,91 +118,53 @@ TEST_F(Names, written_in_part_before_the_failure_count_as_far_as_they_go) {
     EXPECT_EQ(name, L"ab") << "the source's name too";
 }
 
-TEST_F(Names, wide_name_has_a_character_for_every_byte) {
-    a->own_name = "caf\xc3\xa9!";
-    EXPECT_EQ(wide_name_of(a), L"café!#");
-    a->own_name = "\xf0\x9f\x98\x80";
-    EXPECT_EQ(wide_name_of(a), L"\U0001F600###");
-    a->own_name = "\xe4\xb8\xad\xc3\xa9";
-    EXPECT_EQ(wide_name_of(a), L"\u4e2d\u00e9###");
-    a->own_name = "x";
-    EXPECT_EQ(wide_name_of(a), L"x");
-}
-
-TEST_F(Names, bytes_that_are_no_text_leave_what_stands_before_them) {
-    a->own_name =
-        "ab\xff"
-        "cd";
-    EXPECT_EQ(wide_name_of(a), L"ab###");
-    a->own_name =
-        "\xff"
-        "abc";
-    EXPECT_EQ(wide_name_of(a), L"####");
-}
-
 TEST_F(Names, are_read_in_the_processs_locale) {
     std::setlocale(LC_CTYPE, "C");
     a->own_name = "caf\xc3\xa9";
     EXPECT_EQ(wide_name_of(a), L"caf##");
 }
 
-TEST_F(Names, character_cut_at_byte_31_becomes_a_hash) {
-    a->own_name = std::string(30, 'x') + "\xc3\xa9";
-    EXPECT_EQ(wide_name_of(a), std::wstring(30, L'x') + L"#");
-    a->own_name = std::string(28, 'x') + "\xf0\x9f\x98\x80";
-    EXPECT_EQ(wide_name_of(a), std::wstring(28, L'x') + L"###");
-    a->own_name = std::string(29, 'x') + "\xc3\xa9";
-    EXPECT_EQ(wide_name_of(a), std::wstring(29, L'x') + L"\u00e9#") << "one that is whole";
+struct ReadCase {
+    const char* name;
+    std::string bytes;
+    std::wstring read;
+};
+
+const ReadCase kReadCases[] = {
+    {"none_at_all_is_empty", "", L""},
+    {"plain_text", "x", L"x"},
+    {"a_hash_for_each_byte_more_than_characters", "caf\xc3\xa9!", L"caf\u00e9!#"},
+    {"four_bytes", "\xf0\x9f\x98\x80", L"\U0001F600###"},
+    {"three_bytes_and_two", "\xe4\xb8\xad\xc3\xa9", L"\u4e2d\u00e9###"},
+    {"what_stands_before_bytes_that_are_no_text",
+     "ab\xff"
+     "cd",
+     L"ab###"},
+    {"nothing_before_bytes_that_are_no_text",
+     "\xff"
+     "abc",
+     L"####"},
+    {"two_bytes_cut_at_byte_31", std::string(30, 'x') + "\xc3\xa9", std::wstring(30, L'x') + L"#"},
+    {"four_bytes_cut_at_byte_31", std::string(28, 'x') + "\xf0\x9f\x98\x80", std::wstring(28, L'x') + L"###"},
+    {"two_bytes_whole_at_byte_31", std::string(29, 'x') + "\xc3\xa9", std::wstring(29, L'x') + L"\u00e9#"},
+};
+
+class WideName : public Names, public testing::WithParamInterface<ReadCase> {};
+
+TEST_P(WideName, has_a_character_for_every_byte) {
+    a->own_name = GetParam().bytes;
+    a->source_name.clear();
+    EXPECT_EQ(wide_name_of(a), GetParam().read);
 }
+
+INSTANTIATE_TEST_SUITE_P(Cases, WideName, testing::ValuesIn(kReadCases),
+                         [](const auto& read) { return read.param.name; });
 
 // ---- One layer's new name
 
 TEST_F(Names, prefix_and_suffix_go_around_the_old_name) {
     EXPECT_EQ(rename(L"pre", L"suf"), A_Err_NONE);
     EXPECT_THAT(host.calls, ElementsAre("Layer5.GetLayerName(a, own, null)", "Layer6.SetLayerName(a, pre_a_suf)"));
-}
-
-TEST_F(Names, separator_may_be_any_text) {
-    EXPECT_EQ(modify_layer_name(&info, fake::handle(a), L"pre", L"suf", L" - "), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, pre - a - suf)");
-    a->own_name = "a";
-    EXPECT_EQ(modify_layer_name(&info, fake::handle(a), L"pre", L"suf", L""), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, preasuf)");
-}
-
-TEST_F(Names, prefix_goes_in_front_of_the_sources_name_where_the_layer_has_none) {
-    a->own_name.clear();
-    EXPECT_EQ(rename(L"p", nullptr), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, p_footage)");
-}
-
-TEST_F(Names, beyond_ascii_are_written_back_as_they_were_read) {
-    a->own_name = "caf\xc3\xa9";
-    EXPECT_EQ(rename(L"\u4e2d", nullptr), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, {4e2d}_caf{e9}#)");
-}
-
-TEST_F(Names, missing_prefix_and_suffix_go_with_their_separators) {
-    EXPECT_EQ(rename(nullptr, nullptr), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, a)");
-    EXPECT_EQ(rename(L"", L""), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, a)");
-    EXPECT_EQ(modify_layer_name(&info, fake::handle(a), nullptr, L"", nullptr), A_Err_NONE);
-    EXPECT_EQ(rename(nullptr, L"suf"), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, a_suf)");
-}
-
-TEST_F(Names, new_name_is_built_from_the_first_31_bytes) {
-    a->own_name = std::string(40, 'n');
-    EXPECT_EQ(rename(L"p", nullptr), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, p_" + std::string(31, 'n') + ")");
-}
-
-TEST_F(Names, new_name_is_cut_to_255_characters_at_its_end) {
-    const std::wstring prefix(250, L'p');
-    a->own_name = "0123456789";
-    EXPECT_EQ(rename(prefix.c_str(), nullptr), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, " + std::string(250, 'p') + "_0123)");
 }
 
 TEST_F(Names, of_254_and_255_characters_are_whole_and_one_of_256_is_cut) {
@@ -221,13 +177,6 @@ TEST_F(Names, of_254_and_255_characters_are_whole_and_one_of_256_is_cut) {
     }
 }
 
-TEST_F(Names, too_long_lose_their_suffix_before_their_prefix) {
-    EXPECT_EQ(rename(std::wstring(253, L'p').c_str(), L"suffix"), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, " + std::string(253, 'p') + "_a)");
-    EXPECT_EQ(rename(std::wstring(300, L'q').c_str(), nullptr), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, " + std::string(255, 'q') + ")");
-}
-
 TEST_F(Names, cut_counts_characters_before_they_become_units) {
     std::wstring prefix(200, L'p');
     for (int i = 0; i < 54; ++i) prefix += L'\U0001F600';
@@ -237,11 +186,6 @@ TEST_F(Names, cut_counts_characters_before_they_become_units) {
     EXPECT_EQ(a->written_name[199], u'p');
     EXPECT_EQ(a->written_name[200], 0xD83D);
     EXPECT_EQ(a->written_name[254], 0xD83D) << "a half of the last one";
-}
-
-TEST_F(Names, characters_of_two_units_cost_the_names_end) {
-    EXPECT_EQ(rename(L"\U0001F600", nullptr), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, {d83d}{de00}_)");
 }
 
 TEST_F(Names, name_that_cannot_be_read_is_replaced_all_the_same) {
@@ -269,6 +213,48 @@ TEST_F(Names, renaming_returns_the_writing_calls_code) {
     host.refused = {"AEGP Layer Suite 12"};
     EXPECT_EQ(rename(L"p", nullptr), 516);
 }
+
+struct NewNameCase {
+    const char* name;
+    std::string old_name;  // the source's name is "footage"
+    const wchar_t* prefix;
+    const wchar_t* suffix;
+    const wchar_t* separator;
+    std::string new_name;
+};
+
+const std::wstring kLongPrefix(253, L'p');
+const std::wstring kLongerPrefix(300, L'p');
+
+const NewNameCase kNewNameCases[] = {
+    {"long_separator", "a", L"pre", L"suf", L" - ", "pre - a - suf"},
+    {"empty_separator", "a", L"pre", L"suf", L"", "preasuf"},
+    {"prefix_before_the_sources_name_where_the_layer_has_none", "", L"p", nullptr, L"_", "p_footage"},
+    {"beyond_ascii_as_it_was_read", "caf\xc3\xa9", L"\u4e2d", nullptr, L"_", "{4e2d}_caf{e9}#"},
+    {"neither_prefix_nor_suffix", "a", nullptr, nullptr, L"_", "a"},
+    {"empty_prefix_and_suffix", "a", L"", L"", L"_", "a"},
+    {"neither_nor_a_separator", "a", nullptr, L"", nullptr, "a"},
+    {"suffix_alone", "a", nullptr, L"suf", L"_", "a_suf"},
+    {"only_31_bytes_of_the_old_name", std::string(40, 'n'), L"p", nullptr, L"_", "p_" + std::string(31, 'n')},
+    {"cut_to_255_characters_at_its_end", "0123456789", kLongPrefix.c_str() + 3, nullptr, L"_",
+     std::string(250, 'p') + "_0123"},
+    {"suffix_is_lost_first", "a", kLongPrefix.c_str(), L"suffix", L"_", std::string(253, 'p') + "_a"},
+    {"prefix_is_lost_last", "a", kLongerPrefix.c_str(), nullptr, L"_", std::string(255, 'p')},
+    {"character_of_two_units_costs_the_end", "a", L"\U0001F600", nullptr, L"_", "{d83d}{de00}_"},
+};
+
+class NewName : public Names, public testing::WithParamInterface<NewNameCase> {};
+
+TEST_P(NewName, is_written) {
+    const NewNameCase& renaming = GetParam();
+    a->own_name = renaming.old_name;
+    EXPECT_EQ(modify_layer_name(&info, fake::handle(a), renaming.prefix, renaming.suffix, renaming.separator),
+              A_Err_NONE);
+    EXPECT_EQ(host.calls.back(), "Layer6.SetLayerName(a, " + renaming.new_name + ")");
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, NewName, testing::ValuesIn(kNewNameCases),
+                         [](const auto& renaming) { return renaming.param.name; });
 
 // ---- A collection of layers
 

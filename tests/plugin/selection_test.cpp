@@ -35,61 +35,6 @@ TEST_F(Selection, ends_at_the_first_failure) {
     expect_faults_end_it([&] { return get_selected_layers(&info, &selection); });
 }
 
-TEST_F(Selection, a_layer_that_shows_a_composition_is_a_precomp_layer) {
-    AEGP_CollectionItemV2 item = fake::layer_item(nest);
-    unsigned char is_precomp = 9;
-    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
-    EXPECT_EQ(is_precomp, 1);
-    EXPECT_THAT(host.calls, ElementsAre("Layer5.GetLayerObjectType(nest)", "Layer5.GetLayerSourceItem(nest)",
-                                        "Item1.GetItemType(inner)"));
-}
-
-TEST_F(Selection, a_layer_that_shows_footage_is_not) {
-    AEGP_CollectionItemV2 item = fake::layer_item(below);
-    unsigned char is_precomp = 9;
-    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
-    EXPECT_EQ(is_precomp, 0);
-}
-
-TEST_F(Selection, lights_cameras_texts_and_shapes_are_not_asked_for_a_source) {
-    for (const AEGP_ObjectType type :
-         {AEGP_ObjectType_LIGHT, AEGP_ObjectType_CAMERA, AEGP_ObjectType_TEXT, AEGP_ObjectType_VECTOR}) {
-        host.forget_calls();
-        nest->object_type = type;
-        AEGP_CollectionItemV2 item = fake::layer_item(nest);
-        unsigned char is_precomp = 9;
-        EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
-        EXPECT_EQ(is_precomp, 0);
-        EXPECT_THAT(host.calls, ElementsAre("Layer5.GetLayerObjectType(nest)"));
-    }
-}
-
-TEST_F(Selection, an_item_that_is_no_layer_makes_no_call) {
-    AEGP_CollectionItemV2 item = fake::layer_item(nest);
-    item.type = AEGP_CollectionItemType_MASK;
-    unsigned char is_precomp = 9;
-    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
-    EXPECT_EQ(is_precomp, 0);
-    EXPECT_THAT(host.calls, IsEmpty());
-}
-
-TEST_F(Selection, the_answer_is_no_after_every_failure) {
-    AEGP_CollectionItemV2 item = fake::layer_item(nest);
-    for (int n = 1; n <= 3; ++n) {
-        host.forget_calls();
-        host.fail_at = n;
-        unsigned char is_precomp = 9;
-        EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), fake::Host::kInjected);
-        EXPECT_EQ(is_precomp, 0);
-        EXPECT_EQ(static_cast<int>(host.calls.size()), n);
-    }
-    host.fail_at = 0;
-    host.refused = {"AEGP Layer Suite 11"};
-    unsigned char is_precomp = 9;
-    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), 516);
-    EXPECT_EQ(is_precomp, 0);
-}
-
 TEST_F(Selection, is_not_written_at_all_without_an_active_composition) {
     int place = 0;
     for (fake::Item* item : {static_cast<fake::Item*>(nullptr), footage, host.root}) {
@@ -109,34 +54,71 @@ TEST_F(Selection, may_be_empty) {
     EXPECT_THAT(host.open, ElementsAre("collection1")) << "the caller's";
 }
 
-TEST_F(Selection, a_layer_of_no_known_kind_is_not_asked_for_a_source) {
-    nest->object_type = AEGP_ObjectType_NONE;
-    AEGP_CollectionItemV2 item = fake::layer_item(nest);
-    unsigned char is_precomp = 9;
-    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
-    EXPECT_EQ(is_precomp, 0);
-    EXPECT_THAT(host.calls, ElementsAre("Layer5.GetLayerObjectType(nest)"));
+// ---- Is it a pre-comp layer?
+
+class Judging : public OperationTest {
+  protected:
+    // The answer, which is written whatever happens.
+    int is_precomp(A_Err expected = A_Err_NONE) {
+        AEGP_CollectionItemV2 item = fake::layer_item(nest);
+        item.type = type;
+        unsigned char answer = 9;
+        EXPECT_EQ(is_layer_precomp(&info, &item, &answer), expected);
+        return answer;
+    }
+
+    AEGP_CollectionItemType type = AEGP_CollectionItemType_LAYER;
+};
+
+TEST_F(Judging, a_layer_that_shows_a_composition_is_a_precomp_layer) {
+    EXPECT_EQ(is_precomp(), 1);
+    EXPECT_THAT(host.calls, ElementsAre("Layer5.GetLayerObjectType(nest)", "Layer5.GetLayerSourceItem(nest)",
+                                        "Item1.GetItemType(inner)"));
 }
 
-TEST_F(Selection, a_layer_that_shows_a_folder_is_no_precomp_layer) {
-    nest->source = host.root;
-    AEGP_CollectionItemV2 item = fake::layer_item(nest);
-    unsigned char is_precomp = 9;
-    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_NONE);
-    EXPECT_EQ(is_precomp, 0);
+TEST_F(Judging, a_layer_that_shows_footage_or_a_folder_is_not) {
+    for (fake::Item* source : {footage, host.root}) {
+        nest->source = source;
+        EXPECT_EQ(is_precomp(), 0) << source->label;
+    }
 }
 
-TEST_F(Selection, the_kind_of_a_missing_source_is_asked_all_the_same) {
+TEST_F(Judging, lights_cameras_texts_shapes_and_unknown_kinds_are_not_asked_for_a_source) {
+    for (const AEGP_ObjectType kind : {AEGP_ObjectType_LIGHT, AEGP_ObjectType_CAMERA, AEGP_ObjectType_TEXT,
+                                       AEGP_ObjectType_VECTOR, AEGP_ObjectType_NONE}) {
+        host.forget_calls();
+        nest->object_type = kind;
+        EXPECT_EQ(is_precomp(), 0) << kind;
+        EXPECT_THAT(host.calls, ElementsAre("Layer5.GetLayerObjectType(nest)"));
+    }
+}
+
+TEST_F(Judging, an_item_that_is_no_layer_makes_no_call) {
+    type = AEGP_CollectionItemType_MASK;
+    EXPECT_EQ(is_precomp(), 0);
+    EXPECT_THAT(host.calls, IsEmpty());
+}
+
+TEST_F(Judging, the_kind_of_a_missing_source_is_asked_all_the_same) {
     nest->source = nullptr;
-    AEGP_CollectionItemV2 item = fake::layer_item(nest);
-    unsigned char is_precomp = 9;
-    EXPECT_EQ(is_layer_precomp(&info, &item, &is_precomp), A_Err_PARAMETER);
-    EXPECT_EQ(is_precomp, 0);
+    EXPECT_EQ(is_precomp(A_Err_PARAMETER), 0);
     EXPECT_EQ(host.calls.back(), "Item1.GetItemType(null)");
 }
 
-TEST_F(Selection, judging_a_layer_ends_at_the_first_failure) {
+TEST_F(Judging, the_answer_is_no_after_every_failure) {
+    for (int n = 1; n <= 3; ++n) {
+        host.forget_calls();
+        host.fail_at = n;
+        EXPECT_EQ(is_precomp(fake::Host::kInjected), 0);
+        EXPECT_EQ(static_cast<int>(host.calls.size()), n);
+    }
+    host.fail_at = 0;
+    host.refused = {"AEGP Layer Suite 11"};
+    EXPECT_EQ(is_precomp(516), 0);
+}
+
+TEST_F(Judging, ends_at_the_first_failure) {
     AEGP_CollectionItemV2 item = fake::layer_item(nest);
-    unsigned char is_precomp = 9;
-    expect_faults_end_it([&] { return is_layer_precomp(&info, &item, &is_precomp); });
+    unsigned char answer = 9;
+    expect_faults_end_it([&] { return is_layer_precomp(&info, &item, &answer); });
 }

@@ -141,3 +141,14 @@ TEST_F(Source, count_is_not_written_when_a_suite_is_missing) {
     EXPECT_EQ(item_use_count(&info, fake::handle(inner->item), &count), 516);
     EXPECT_EQ(count, -5);
 }
+
+TEST_F(Source, layer_without_a_source_uses_no_item_whatever_its_number) {
+    host.add_layer(main, "light", nullptr);
+    fake::Item* unused = host.add_item("unused", AEGP_ItemType_FOOTAGE);
+    for (const A_long id : {0, 1, -2}) {
+        unused->id = id;
+        int count = 9;
+        EXPECT_EQ(item_use_count(&info, fake::handle(unused), &count), A_Err_NONE);
+        EXPECT_EQ(count, 0) << id;
+    }
+}

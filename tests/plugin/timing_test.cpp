@@ -1,5 +1,6 @@
 // Giving the copies the pre-comp layer's offset and span.
-#include <climits>
+#include <regex>
+#include <sstream>
 
 #include "operation_test.h"
 
@@ -43,71 +44,6 @@ TEST_F(Timing, shifts_a_layer_and_trims_what_then_lies_behind_the_span) {
     EXPECT_EQ(host.calls, expected);
 }
 
-TEST_F(Timing, changes_only_the_offset_of_a_layer_that_needs_no_trim) {
-    set(nest, 0, 0, 500, 100);
-    set(above, 5, 5, 10, 0);
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerOffset(above, 100/10)"), 1);
-    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
-}
-
-TEST_F(Timing, trims_the_head_by_the_in_point_from_before_the_shift) {
-    set(nest, 30, 130, 500, 100);
-    set(above, 10, 10, 40, 0);
-    above->duration_layer = {41, 10};
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.calls_of("SetLayerInPointAndDuration"),
-              std::vector<std::string>{"Layer5.SetLayerInPointAndDuration(above, comp, 130/10, 21/10)"});
-}
-
-TEST_F(Timing, leaves_the_head_of_a_layer_that_starts_with_the_precomp_layer) {
-    set(nest, 0, 100, 500, 0);
-    set(above, 0, 100, 40, 0);
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
-    above->in_comp.value = 99;
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration(above, comp, 100/10, 40/10)"), 1);
-}
-
-TEST_F(Timing, leaves_the_tail_of_a_layer_that_ends_with_the_precomp_layer) {
-    set(nest, 0, 100, 50, 0);
-    set(above, 10, 110, 40, 0);
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
-    above->duration_comp.value = 41;
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer5.SetLayerInPointAndDuration(above, comp, 110/10, 40/10)");
-}
-
-TEST_F(Timing, judges_the_tail_by_the_duration_from_before_the_head_was_trimmed) {
-    set(nest, 20, 20, 50, 0);
-    set(above, 0, 0, 60, 0);  // 0 to 60, seen through 20 to 70
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.calls_of("SetLayerInPointAndDuration"),
-              (std::vector<std::string>{"Layer5.SetLayerInPointAndDuration(above, comp, 20/10, 40/10)",
-                                        "Layer5.SetLayerInPointAndDuration(above, comp, 20/10, 50/10)"}));
-}
-
-TEST_F(Timing, keeps_scales_where_it_finds_them) {
-    set(nest, 0, 0, 50, 7);
-    nest->duration_comp = {50, 30};
-    set(above, 0, 0, 90, 3);
-    above->offset.scale = 25;
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerOffset(above, 10/25)"), 1);
-    EXPECT_EQ(host.calls.back(), "Layer5.SetLayerInPointAndDuration(above, comp, 7/10, 43/30)");
-}
-
-TEST_F(Timing, wraps_each_sum_by_itself_and_compares_signed) {
-    set(nest, 0, INT_MAX, 10, INT_MAX);
-    set(above, 0, 0, 0, 1);
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerOffset(above, -2147483648/10)"), 1);
-    // The pre-comp layer's end wraps to a negative number, which everything exceeds.
-    EXPECT_EQ(host.calls.back(), "Layer5.SetLayerInPointAndDuration(above, comp, 2147483647/10, 10/10)");
-}
-
 TEST_F(Timing, treats_as_many_layers_from_the_top_as_the_list_has_entries) {
     set(nest, 0, 0, 500, 1);
     EXPECT_EQ(match(3), A_Err_NONE);
@@ -140,27 +76,6 @@ TEST_F(Timing, trims_both_ends_in_this_order) {
     EXPECT_EQ(host.calls, expected);
 }
 
-TEST_F(Timing, judges_the_tail_by_the_duration_in_the_composition) {
-    set(nest, 0, 0, 50, 0);
-    set(above, 0, 0, 50, 0);
-    above->duration_layer.value = 500;
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
-    above->duration_layer.value = 5;
-    above->duration_comp.value = 51;
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer5.SetLayerInPointAndDuration(above, comp, 0/10, 50/10)");
-}
-
-TEST_F(Timing, takes_the_precomp_layers_span_from_the_composition) {
-    set(nest, 7, 100, 50, 0);
-    nest->duration_layer.value = 9;
-    set(above, 0, 120, 31, 0);
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.calls_of("SetLayerInPointAndDuration"),
-              std::vector<std::string>{"Layer5.SetLayerInPointAndDuration(above, comp, 120/10, 30/10)"});
-}
-
 TEST_F(Timing, uses_the_length_of_the_list_and_not_what_is_in_it) {
     set(nest, 0, 0, 500, 1);
     EXPECT_EQ(match_precomp_timing(&info, fake::handle(nest), {2, 0}), A_Err_NONE);
@@ -178,45 +93,6 @@ TEST_F(Timing, shifts_each_layer_by_its_own_offset) {
                 ElementsAre("Layer5.SetLayerOffset(above, 11/10)", "Layer5.SetLayerOffset(a, 12/10)"));
 }
 
-TEST_F(Timing, compares_values_and_not_scales) {
-    set(nest, 0, 10, 100, 0);
-    set(above, 0, 11, 20, 0);
-    above->in_comp.scale = 1000;  // far earlier, were scales looked at
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
-}
-
-TEST_F(Timing, takes_the_scale_of_a_trimmed_head_from_the_layer) {
-    set(nest, 30, 130, 500, 0);
-    nest->in_layer.scale = 77;
-    set(above, 10, 10, 40, 0);
-    above->duration_layer = {40, 25};
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration(above, comp, 130/10, 20/25)"), 1);
-}
-
-TEST_F(Timing, wraps_the_differences_and_the_layers_end_too) {
-    // The head: 0 - (INT_MAX - (-1)) wraps once, and the difference from it again.
-    set(nest, INT_MAX, 0, 500, 0);
-    set(above, -1, -1, 3, 0);
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration(above, comp, 0/10, -2147483645/10)"), 1);
-    // The layer's end wraps to a negative number, which lies before every end.
-    host.forget_calls();
-    set(nest, 0, 0, 5, 0);
-    set(above, 0, 10, INT_MAX, 0);
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerInPointAndDuration"), 0);
-    // Shifted, the layer starts at -2: the gap to the pre-comp layer's start wraps to INT_MAX.
-    host.forget_calls();
-    set(nest, 0, INT_MAX, 5, 0);
-    set(above, 0, INT_MAX, 0, 1);
-    nest->offset.value = INT_MAX;
-    above->offset.value = 0;
-    EXPECT_EQ(match(1), A_Err_NONE);
-    EXPECT_EQ(host.calls.back(), "Layer5.SetLayerInPointAndDuration(above, comp, -2/10, -2147483642/10)");
-}
-
 TEST_F(Timing, layers_changed_before_a_failure_keep_their_changes) {
     set(nest, 0, 0, 500, 10);
     main->layers = {above, a, nest};
@@ -225,3 +101,70 @@ TEST_F(Timing, layers_changed_before_a_failure_keep_their_changes) {
     EXPECT_EQ(above->offset.value, 10);
     EXPECT_EQ(host.calls.back(), "Layer5.SetLayerOffset(a, 10/1)");
 }
+
+// ---- What becomes of one layer
+
+// Times are in-point and duration, each in the layer's time and in the composition's, and the offset; of scale 10 where
+// no other stands behind them. Last come the offset, the in-points and the durations that are set.
+struct TimingCase {
+    const char* name;
+    const char* nest;
+    const char* layer;
+    const char* set;
+};
+
+const TimingCase kTimingCases[] = {
+    {"only_the_offset_changes_where_no_trim_is_needed", "0 0 500 500 100", "5 5 10 10 0", "100/10"},
+    {"head_is_judged_before_the_shift", "30 130 500 500 100", "10 10 41 40 0", "100/10; 130/10, 21/10"},
+    {"head_that_starts_with_the_precomp_layer_stays", "0 100 500 500 0", "0 100 40 40 0", "0/10"},
+    {"head_that_starts_before_it_goes", "0 100 500 500 0", "0 99 40 40 0", "0/10; 100/10, 40/10"},
+    {"tail_that_ends_with_the_precomp_layer_stays", "0 100 50 50 0", "10 110 40 40 0", "0/10"},
+    {"tail_that_ends_behind_it_goes", "0 100 50 50 0", "10 110 41 41 0", "0/10; 110/10, 40/10"},
+    // 0 to 60, seen through 20 to 70.
+    {"tail_is_judged_before_the_head_is_trimmed", "20 20 50 50 0", "0 0 60 60 0", "0/10; 20/10, 40/10; 20/10, 50/10"},
+    {"tail_is_not_judged_by_the_duration_in_the_layer", "0 0 50 50 0", "0 0 500 50 0", "0/10"},
+    {"tail_is_judged_by_the_duration_in_the_composition", "0 0 50 50 0", "0 0 5 51 0", "0/10; 0/10, 50/10"},
+    {"span_of_the_precomp_layer_is_the_compositions", "7 100 9 50 0", "0 120 31 31 0", "0/10; 120/10, 30/10"},
+    {"scales_stay_where_they_are_found", "0 0 50 50/30 7", "0 0 90 90 3/25", "10/25; 7/10, 43/30"},
+    {"trimmed_head_has_the_layers_scale", "30/77 130 500 500 0", "10 10 40/25 40 0", "0/10; 130/10, 20/25"},
+    // Far earlier, were scales looked at.
+    {"values_are_compared_and_not_scales", "0 10 100 100 0", "0 11/1000 20 20 0", "0/10"},
+    // The pre-comp layer's end wraps to a negative number, which everything exceeds.
+    {"sums_wrap_each_by_itself_and_are_compared_signed", "0 2147483647 10 10 2147483647", "0 0 0 0 1",
+     "-2147483648/10; 2147483647/10, 0/10; 2147483647/10, 10/10"},
+    // 0 - (2147483647 - (-1)) wraps once, and the difference from it again.
+    {"differences_of_the_head_wrap_too", "2147483647 0 500 500 0", "-1 -1 3 3 0", "0/10; 0/10, -2147483645/10"},
+    // It wraps to a negative number, which lies before every end.
+    {"end_of_the_layer_wraps_too", "0 0 5 5 0", "0 10 2147483647 2147483647 0", "0/10"},
+    // Shifted, the layer starts at -2: the gap to the pre-comp layer's start wraps to 2147483647.
+    {"gap_between_the_starts_wraps_too", "0 2147483647 5 5 2147483647", "0 2147483647 0 0 0",
+     "2147483647/10; -2/10, -2147483642/10"},
+};
+
+class TimingOfOneLayer : public Timing, public testing::WithParamInterface<TimingCase> {
+  protected:
+    static void set(fake::Layer* layer, const char* times) {
+        std::istringstream in(times);
+        for (A_Time* time :
+             {&layer->in_layer, &layer->in_comp, &layer->duration_layer, &layer->duration_comp, &layer->offset}) {
+            *time = {0, 10};
+            in >> time->value;
+            if (in.peek() == '/') in.ignore() >> time->scale;
+        }
+        EXPECT_TRUE(in.eof()) << times;
+    }
+};
+
+TEST_P(TimingOfOneLayer, is_set_as_expected) {
+    set(nest, GetParam().nest);
+    set(above, GetParam().layer);
+    EXPECT_EQ(match(1), A_Err_NONE);
+    const std::regex call(R"(Layer5\.Set\w+\(above, (?:comp, )?(.*)\))");
+    std::string set;
+    for (const std::string& line : host.calls_of("Layer5.Set"))
+        set += (set.empty() ? "" : "; ") + std::regex_replace(line, call, "$1");
+    EXPECT_EQ(set, GetParam().set);
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, TimingOfOneLayer, testing::ValuesIn(kTimingCases),
+                         [](const auto& timing) { return timing.param.name; });
