@@ -1,9 +1,9 @@
 // Setting, renaming and removing members of an object.
-#include "edit/object_edit.h"
+#include "document/object_edit.h"
 
 #include <algorithm>
 
-#include "shared/json_text.h"
+#include "document/json_text.h"
 
 namespace lottie::document {
 namespace {

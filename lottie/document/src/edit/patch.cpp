@@ -1,5 +1,5 @@
 // Changes to a text, collected in any order and applied in one pass.
-#include "edit/patch.h"
+#include "document/patch.h"
 
 #include <algorithm>
 

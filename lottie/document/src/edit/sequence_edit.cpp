@@ -1,5 +1,5 @@
 // Removing and inserting members of an object or elements of an array.
-#include "edit/sequence_edit.h"
+#include "document/sequence_edit.h"
 
 #include <utility>
 

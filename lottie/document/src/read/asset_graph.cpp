@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "shared/json_text.h"
+#include "document/json_text.h"
 #include "shared/layer_types.h"
 #include "shared/refuse.h"
 

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include "shared/outline.h"
+#include "document/outline.h"
 
 namespace lottie::document {
 

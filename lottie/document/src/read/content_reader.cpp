@@ -3,11 +3,11 @@
 
 #include <unordered_set>
 
+#include "document/json_text.h"
 #include "model/error.h"
 #include "read/property_reader.h"
 #include "read/separated_position.h"
 #include "shared/effect_places.h"
-#include "shared/json_text.h"
 #include "shared/stream_places.h"
 
 namespace lottie::document {

@@ -3,8 +3,8 @@
 
 #include <algorithm>
 
-#include "shared/json_text.h"
-#include "shared/json_tree.h"
+#include "document/json_text.h"
+#include "document/json_tree.h"
 #include "shared/refuse.h"
 
 namespace lottie::document {

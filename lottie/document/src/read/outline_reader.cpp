@@ -1,10 +1,10 @@
 // Reading a text once, and saying what is wrong with it as JSON.
-#include "read/outline_reader.h"
+#include "document/outline_reader.h"
 
 #include <rapidjson/reader.h>
 
+#include "document/json_text.h"
 #include "read/scanner.h"
-#include "shared/json_text.h"
 #include "shared/refuse.h"
 
 namespace lottie::document {

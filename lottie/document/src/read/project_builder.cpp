@@ -5,12 +5,12 @@
 #include <cmath>
 #include <limits>
 
+#include "document/json_text.h"
+#include "document/json_tree.h"
+#include "document/outline_reader.h"
 #include "read/asset_graph.h"
 #include "read/layer_links.h"
-#include "read/outline_reader.h"
 #include "shared/fields.h"
-#include "shared/json_text.h"
-#include "shared/json_tree.h"
 #include "shared/layer_types.h"
 #include "shared/refuse.h"
 

@@ -5,10 +5,10 @@
 #include <array>
 #include <optional>
 
+#include "document/json_text.h"
 #include "model/error.h"
 #include "model/layer.h"
 #include "shared/ease.h"
-#include "shared/json_text.h"
 #include "shared/refuse.h"
 
 namespace lottie::document {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
+#include "document/json_tree.h"
 #include "model/stream.h"
-#include "shared/json_tree.h"
 #include "shared/store.h"
 
 namespace lottie::document {

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "shared/slice.h"
+#include "document/slice.h"
 
 namespace lottie::document {
 

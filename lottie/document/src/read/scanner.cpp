@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "shared/json_text.h"
+#include "document/json_text.h"
 #include "shared/refuse.h"
 
 namespace lottie::document {

@@ -6,9 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "document/outline.h"
 #include "read/scan_stream.h"
 #include "shared/fields.h"
-#include "shared/outline.h"
 
 namespace lottie::document {
 

@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <array>
 
-#include "shared/json_text.h"
+#include "document/json_text.h"
 #include "shared/stream_places.h"
 
 namespace lottie::document {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "document/json_tree.h"
 #include "model/value.h"
-#include "shared/json_tree.h"
 
 namespace lottie::document {
 

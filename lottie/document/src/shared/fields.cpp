@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include "document/layer_members.h"
+
 namespace lottie::document {
 namespace {
 
@@ -24,6 +26,12 @@ constexpr std::array<std::uint64_t, kFieldCount> make_packed_keys() {
 }
 
 constexpr std::array<std::uint64_t, kFieldCount> kPackedKeys = make_packed_keys();
+
+constexpr std::array<std::string_view, kFieldCount> kOrder = [] {
+    std::array<std::string_view, kFieldCount> order;
+    for (std::size_t i = 0; i < kFieldCount; ++i) order[i] = kFieldRules[i].key;
+    return order;
+}();
 
 }  // namespace
 
@@ -52,6 +60,10 @@ std::string_view phrase(Expect expect) {
             break;
     }
     return "any value";
+}
+
+std::span<const std::string_view> layer_member_order() {
+    return kOrder;
 }
 
 }  // namespace lottie::document

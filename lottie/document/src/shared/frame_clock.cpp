@@ -8,7 +8,7 @@
 #include <limits>
 #include <string_view>
 
-#include "shared/json_text.h"
+#include "document/json_text.h"
 
 namespace lottie::document {
 namespace {

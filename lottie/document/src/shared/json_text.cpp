@@ -1,5 +1,5 @@
 // Strings and numbers as JSON spells them.
-#include "shared/json_text.h"
+#include "document/json_text.h"
 
 #include <array>
 #include <charconv>

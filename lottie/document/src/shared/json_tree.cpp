@@ -1,10 +1,10 @@
 // A layer's content as a tree of slices.
-#include "shared/json_tree.h"
+#include "document/json_tree.h"
 
 #include <algorithm>
 #include <array>
 
-#include "shared/json_text.h"
+#include "document/json_text.h"
 #include "shared/refuse.h"
 
 namespace lottie::document {

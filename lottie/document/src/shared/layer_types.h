@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string_view>
 
+#include "document/outline.h"
 #include "model/item.h"
 #include "model/layer.h"
-#include "shared/outline.h"
 
 namespace lottie::document {
 

@@ -1,5 +1,5 @@
 // JSON pointers to what an outline lists.
-#include "shared/outline.h"
+#include "document/outline.h"
 
 namespace lottie::document {
 

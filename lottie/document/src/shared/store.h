@@ -11,10 +11,10 @@
 #include <vector>
 
 #include "document/input_error.h"
+#include "document/outline.h"
 #include "model/format_data.h"
 #include "model/project.h"
 #include "shared/frame_clock.h"
-#include "shared/outline.h"
 #include "shared/verbatim_times.h"
 
 namespace lottie::document {

@@ -4,9 +4,9 @@
 #include <array>
 #include <string_view>
 
+#include "document/json_tree.h"
 #include "model/layer.h"
 #include "model/stream.h"
-#include "shared/json_tree.h"
 
 namespace lottie::document {
 

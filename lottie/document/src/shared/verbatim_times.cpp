@@ -5,7 +5,7 @@
 #include <cmath>
 #include <utility>
 
-#include "shared/json_text.h"
+#include "document/json_text.h"
 
 namespace lottie::document {
 namespace {

@@ -5,8 +5,8 @@
 #include <charconv>
 #include <unordered_set>
 
-#include "edit/sequence_edit.h"
-#include "shared/json_text.h"
+#include "document/json_text.h"
+#include "document/sequence_edit.h"
 #include "write/layer_writer.h"
 
 namespace lottie::document {

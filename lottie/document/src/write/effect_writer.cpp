@@ -3,9 +3,9 @@
 
 #include <array>
 
-#include "edit/object_edit.h"
+#include "document/json_text.h"
+#include "document/object_edit.h"
 #include "shared/effect_places.h"
-#include "shared/json_text.h"
 #include "write/property_writer.h"
 
 namespace lottie::document {

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "edit/patch.h"
+#include "document/patch.h"
 #include "model/layer.h"
 #include "read/property_reader.h"
 #include "write/write_context.h"

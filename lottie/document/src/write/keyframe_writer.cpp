@@ -4,9 +4,9 @@
 #include <array>
 #include <optional>
 
-#include "edit/object_edit.h"
+#include "document/json_text.h"
+#include "document/object_edit.h"
 #include "shared/ease.h"
-#include "shared/json_text.h"
 
 namespace lottie::document {
 namespace {

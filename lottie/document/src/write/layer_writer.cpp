@@ -3,9 +3,10 @@
 
 #include <array>
 
-#include "edit/object_edit.h"
+#include "document/json_text.h"
+#include "document/layer_members.h"
+#include "document/object_edit.h"
 #include "shared/fields.h"
-#include "shared/json_text.h"
 #include "write/effect_writer.h"
 #include "write/matte_members.h"
 #include "write/new_layer_writer.h"
@@ -15,13 +16,6 @@ namespace lottie::document {
 namespace {
 
 using host::model::Layer;
-
-constexpr std::array<std::string_view, kFieldCount> make_layer_order() {
-    std::array<std::string_view, kFieldCount> order;
-    for (std::size_t i = 0; i < kFieldCount; ++i) order[i] = kFieldRules[i].key;
-    return order;
-}
-constexpr std::array<std::string_view, kFieldCount> kLayerOrder = make_layer_order();
 
 struct Switch {
     host::model::LayerFlag flag;
@@ -67,7 +61,7 @@ class LayerEditor {
           above_(above),
           tree_(context.store.text, base.text),
           read_{base, tree_},
-          root_(tree_, tree_.root(), kLayerOrder) {}
+          root_(tree_, tree_.root(), layer_member_order()) {}
 
     void write(Written& out) {
         edit_identity();

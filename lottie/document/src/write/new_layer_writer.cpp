@@ -6,9 +6,9 @@
 #include <cmath>
 #include <cstdio>
 
+#include "document/json_text.h"
 #include "model/item.h"
 #include "shared/fields.h"
-#include "shared/json_text.h"
 #include "shared/layer_types.h"
 #include "write/effect_writer.h"
 #include "write/matte_members.h"

@@ -4,7 +4,7 @@
 #include <unordered_set>
 #include <utility>
 
-#include "shared/json_text.h"
+#include "document/json_text.h"
 #include "write/matte_members.h"
 
 namespace lottie::document {

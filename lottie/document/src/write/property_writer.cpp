@@ -4,8 +4,8 @@
 #include <algorithm>
 #include <array>
 
-#include "edit/object_edit.h"
-#include "shared/json_text.h"
+#include "document/json_text.h"
+#include "document/object_edit.h"
 #include "shared/stream_places.h"
 #include "write/keyframe_writer.h"
 

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <string>
 
-#include "edit/patch.h"
+#include "document/patch.h"
 #include "model/stream.h"
 #include "read/property_reader.h"
 #include "write/write_context.h"

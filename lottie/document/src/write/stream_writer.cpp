@@ -5,7 +5,7 @@
 #include <map>
 #include <memory>
 
-#include "edit/object_edit.h"
+#include "document/object_edit.h"
 #include "shared/stream_places.h"
 #include "write/position_dimensions.h"
 #include "write/property_writer.h"

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "shared/slice.h"
+#include "document/slice.h"
 
 namespace lottie::document {
 

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
+#include "document/slice.h"
 #include "document/written.h"
-#include "shared/slice.h"
 
 namespace lottie::document {
 

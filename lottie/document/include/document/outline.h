@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "shared/slice.h"
+#include "document/slice.h"
 
 namespace lottie::document {
 

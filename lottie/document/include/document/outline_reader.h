@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "shared/outline.h"
+#include "document/outline.h"
 
 namespace lottie::document {
 

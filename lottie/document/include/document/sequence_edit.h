@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "edit/patch.h"
-#include "shared/slice.h"
+#include "document/patch.h"
+#include "document/slice.h"
 
 namespace lottie::document {
 

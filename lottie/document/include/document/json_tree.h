@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "shared/outline.h"
-#include "shared/slice.h"
+#include "document/outline.h"
+#include "document/slice.h"
 
 namespace lottie::document {
 

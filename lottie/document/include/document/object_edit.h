@@ -6,8 +6,8 @@
 #include <string_view>
 #include <vector>
 
-#include "edit/sequence_edit.h"
-#include "shared/json_tree.h"
+#include "document/json_tree.h"
+#include "document/sequence_edit.h"
 
 namespace lottie::document {
 
