@@ -18,7 +18,7 @@ namespace dialog = desktop;
 fs::path find_module() {
     std::error_code error;
     const fs::path folder = fs::read_symlink("/proc/self/exe", error).parent_path().parent_path();
-    for (const fs::path& place : {folder / "host" / "dialog", folder / "lib" / "exflate"}) {
+    for (const fs::path& place : {folder / "desktop", folder / "lib" / "exflate"}) {
         if (fs::exists(place / dialog::kModuleFile, error)) return place / dialog::kModuleFile;
     }
     throw Failure(ExitCode::usage,
