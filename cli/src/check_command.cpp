@@ -17,7 +17,7 @@ namespace {
 using host::model::Comp;
 using host::model::Layer;
 
-std::vector<Layer*> nests_to_check(const lottie::document::Document& document, const CheckOptions& options) {
+std::vector<Layer*> nests_to_check(const lottie::document::Document& document, const Options& options) {
     if (!options.layers.empty()) return find_nests(find_composition(document, options.composition), options.layers);
     if (!options.composition.empty()) return nests_of(find_composition(document, options.composition));
     std::vector<Layer*> nests;
@@ -38,7 +38,7 @@ void add_proof(const lottie::looks::Animation& before, NestTrial& trial) {
 }
 
 // Throws Failure.
-void check_animation(std::string text, const CheckOptions& options, const host::runner::PluginModule& plugin,
+void check_animation(std::string text, const Options& options, const host::runner::PluginModule& plugin,
                      CheckedFile& checked) {
     checked.bytes = text.size();
     lottie::document::Document document = parse_input(std::move(text));
@@ -64,7 +64,7 @@ void check_guarded(CheckedFile& checked, Check check) {
 }
 
 // Each animation of the file. One that lacks what the options name is left out if another has it.
-std::vector<CheckedFile> check_file(const std::string& file, const CheckOptions& options,
+std::vector<CheckedFile> check_file(const std::string& file, const Options& options,
                                     const host::runner::PluginModule& plugin) {
     std::vector<CheckedFile> all;
     std::vector<CheckedFile> lacking;
@@ -115,26 +115,21 @@ lottie::looks::Verdict CheckedFile::verdict() const {
     return worst;
 }
 
-ExitCode check(const CheckOptions& options, const Console& console) {
-    try {
-        const host::runner::PluginModule plugin = load_plugin();
-        std::vector<CheckedFile> files;
-        ExitCode highest = ExitCode::done;
-        for (const std::string& file : options.files) {
-            for (CheckedFile& checked : check_file(file, options, plugin)) {
-                if (checked.failure) {
-                    console.say(Console::Tone::error, checked.name + checked.failure->place(), checked.failure->what());
-                }
-                highest = std::max(highest, code_of(checked));
-                files.push_back(std::move(checked));
+ExitCode check(const Options& options, const Console& console) {
+    const host::runner::PluginModule plugin = load_plugin();
+    std::vector<CheckedFile> files;
+    ExitCode highest = ExitCode::done;
+    for (const std::string& file : options.files) {
+        for (CheckedFile& checked : check_file(file, options, plugin)) {
+            if (checked.failure) {
+                console.say(Console::Tone::error, checked.name + checked.failure->place(), checked.failure->what());
             }
+            highest = std::max(highest, code_of(checked));
+            files.push_back(std::move(checked));
         }
-        write_result(std::string(kStandardStream), report(files, options.format));
-        return highest;
-    } catch (const Failure& failure) {
-        console.say(Console::Tone::error, "exflate", failure.what());
-        return failure.code();
     }
+    write_result(std::string(kStandardStream), report(files, options.format));
+    return highest;
 }
 
 }  // namespace cli

@@ -10,7 +10,6 @@ namespace cli {
 namespace {
 
 using host::model::Comp;
-using Tone = Console::Tone;
 
 // A composition with one nest in it, which is selected: what the command asks for before it shows its dialog.
 void fill(host::model::Project& project) {
@@ -40,17 +39,12 @@ void run_command(host::script::Settings& settings, host::scriptui::DialogDriver&
 
 }  // namespace
 
-ExitCode draw_dialog(const DialogOptions& options, const Console& console) {
-    try {
-        host::script::Settings settings =
-            options.first_use ? host::script::Settings::in_memory() : open_settings(console).in_memory_copy();
-        draw_dialog_picture({options.picture, options.scale, options.actions},
-                            [&](host::scriptui::DialogDriver& dialogs) { run_command(settings, dialogs); });
-        return ExitCode::done;
-    } catch (const Failure& failure) {
-        console.say(Tone::error, "exflate", failure.what());
-        return failure.code();
-    }
+ExitCode draw_dialog(const Options& options, const Console& console) {
+    host::script::Settings settings =
+        options.first_use ? host::script::Settings::in_memory() : open_settings(console).in_memory_copy();
+    draw_dialog_picture({options.picture, options.scale, options.actions},
+                        [&](host::scriptui::DialogDriver& dialogs) { run_command(settings, dialogs); });
+    return ExitCode::done;
 }
 
 }  // namespace cli

@@ -50,7 +50,7 @@ std::string main_reason(const NestReport& report) {
 class JudgedRun {
   public:
     JudgedRun(lottie::document::Document& document, const std::string& text, const Surroundings& surroundings,
-              Comp& comp, const RunOptions& options)
+              Comp& comp, const Options& options)
         : document_(document),
           surroundings_(surroundings),
           comp_(comp),
@@ -139,7 +139,7 @@ class JudgedRun {
     lottie::document::Document& document_;
     const Surroundings& surroundings_;
     Comp& comp_;
-    const RunOptions& options_;
+    const Options& options_;
     std::size_t input_size_;
     Animation now_;
     std::unordered_set<const Comp*> shared_;   // by several nests of the input
@@ -149,12 +149,12 @@ class JudgedRun {
 
 }  // namespace
 
-bool is_judged(const RunOptions& options) {
+bool is_judged(const Options& options) {
     return options.strict || options.only_exact || options.max_growth;
 }
 
 Ledger unnest_judged(lottie::document::Document& document, const std::string& text, const Surroundings& surroundings,
-                     Comp& comp, Layers nests, const RunOptions& options) {
+                     Comp& comp, Layers nests, const Options& options) {
     return JudgedRun(document, text, surroundings, comp, options).run(std::move(nests));
 }
 

@@ -9,8 +9,8 @@ namespace cli {
 namespace {
 
 // Throws Failure.
-std::string listing(const ListOptions& options) {
-    const AnimationFile input(options.file, "");
+std::string listing(const Options& options) {
+    const AnimationFile input(options.file(), "");
     std::vector<ListedAnimation> animations;
     for (std::size_t i = 0; i < input.count(); ++i) {
         try {
@@ -21,7 +21,7 @@ std::string listing(const ListOptions& options) {
     }
     const ListedAnimation& first = animations.front();
     if (options.json) {
-        return input.is_collection() ? trees_json(shown_name(options.file), animations)
+        return input.is_collection() ? trees_json(shown_name(options.file()), animations)
                                      : tree_json(first.label, first.document);
     }
     std::string text;
@@ -31,8 +31,8 @@ std::string listing(const ListOptions& options) {
 
 }  // namespace
 
-ExitCode list(const ListOptions& options, const Console& console) {
-    const std::string name = shown_name(options.file);
+ExitCode list(const Options& options, const Console& console) {
+    const std::string name = shown_name(options.file());
     try {
         write_result(std::string(kStandardStream), listing(options));
         return ExitCode::done;

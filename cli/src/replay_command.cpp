@@ -42,10 +42,10 @@ ExitCode tell(const Verdict& verdict, const std::string& name, const Console& co
 
 }  // namespace
 
-ExitCode replay(const ReplayOptions& options, const Console& console) {
-    const std::string name = shown_name(options.file);
+ExitCode replay(const Options& options, const Console& console) {
+    const std::string name = shown_name(options.file());
     try {
-        const std::string bytes = read_input(options.file);
+        const std::string bytes = read_input(options.file());
         const host::journal::Journal journal = journal_from(bytes);
         const host::runner::PluginModule plugin = load_plugin();
         return tell(host::journal::replay(journal, plugin.entry_point()), name, console);

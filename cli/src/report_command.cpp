@@ -65,7 +65,7 @@ std::string extension_of(const AnimationFile& input) {
 class Reporter {
   public:
     // `input` has one animation.
-    Reporter(const ReportOptions& options, const host::runner::PluginModule& plugin, const AnimationFile& input)
+    Reporter(const Options& options, const host::runner::PluginModule& plugin, const AnimationFile& input)
         : options_(options),
           plugin_(plugin),
           input_(input),
@@ -149,7 +149,7 @@ class Reporter {
         }
     }
 
-    const ReportOptions& options_;
+    const Options& options_;
     const host::runner::PluginModule& plugin_;
     const AnimationFile& input_;
     const std::string& text_;
@@ -163,9 +163,9 @@ class Reporter {
     Report report_;
 };
 
-void refuse_own_input(const ReportOptions& options) {
+void refuse_own_input(const Options& options) {
     std::error_code error;
-    if (!options.output.empty() && std::filesystem::equivalent(options.file, options.output, error)) {
+    if (!options.output.empty() && std::filesystem::equivalent(options.file(), options.output, error)) {
         throw Failure(ExitCode::usage, "the report would replace the animation: give -o another name");
     }
 }
@@ -180,7 +180,7 @@ void refuse_several(const AnimationFile& input) {
 }
 
 // Throws Failure.
-Report report_on(const AnimationFile& input, const ReportOptions& options, const host::runner::PluginModule& plugin) {
+Report report_on(const AnimationFile& input, const Options& options, const host::runner::PluginModule& plugin) {
     try {
         return Reporter(options, plugin, input).report();
     } catch (const Failure& failure) {
@@ -199,12 +199,12 @@ void tell_report(const Console& console, const Report& report, const std::string
 
 }  // namespace
 
-ExitCode report(const ReportOptions& options, const Console& console) {
+ExitCode report(const Options& options, const Console& console) {
     try {
         refuse_own_input(options);
         const Player player = load_player();
         const host::runner::PluginModule plugin = load_plugin();
-        const AnimationFile input(options.file, options.animation);
+        const AnimationFile input(options.file(), options.animation);
         refuse_several(input);
         const Report report = report_on(input, options, plugin);
         write_result(options.output.empty() ? std::string(kStandardStream) : options.output,
@@ -212,10 +212,10 @@ ExitCode report(const ReportOptions& options, const Console& console) {
         tell_report(console, report, options.output == kStandardStream ? "" : options.output);
         return report.verdict() == Verdict::changes ? ExitCode::look_changes : ExitCode::done;
     } catch (const Failure& failure) {
-        tell_failure(console, shown_name(options.file), failure);
+        tell_failure(console, shown_name(options.file()), failure);
         return failure.code();
     } catch (const std::exception& unforeseen) {  // such as running out of memory
-        tell_failure(console, shown_name(options.file), Failure(ExitCode::failed, unforeseen.what()));
+        tell_failure(console, shown_name(options.file()), Failure(ExitCode::failed, unforeseen.what()));
         return ExitCode::failed;
     }
 }

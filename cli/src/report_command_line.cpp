@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "cli/arguments/options.h"
 #include "cli/file_io.h"
-#include "cli/options.h"
 #include "cli/report_page.h"
 
 namespace cli {
@@ -28,7 +28,7 @@ std::string output_beside(const std::string& file, const std::string& extension)
 
 }  // namespace
 
-std::string run_command_line(const ReportOptions& options, const std::string& extension) {
+std::string run_command_line(const Options& options, const std::string& extension) {
     const DialogAnswers& answers = options.answers;
     // A value that begins with a dash must not be taken for an option.
     const auto option = [](const char* name, const std::string& value) { return ' ' + (name + word(value)); };
@@ -42,9 +42,9 @@ std::string run_command_line(const ReportOptions& options, const std::string& ex
     if (!answers.prefix.empty()) line += option("--prefix=", answers.prefix);
     if (answers.prepend_name) line += " --prepend-name";
     if (answers.fix_random) line += " --fix-random";
-    line += " -o " + word(output_beside(options.file, extension));
-    return line + (options.file.starts_with('-') && options.file != kStandardStream ? " -- " : " ") +
-           word(options.file);
+    line += " -o " + word(output_beside(options.file(), extension));
+    return line + (options.file().starts_with('-') && options.file() != kStandardStream ? " -- " : " ") +
+           word(options.file());
 }
 
 }  // namespace cli

@@ -46,7 +46,7 @@ struct Animated {
 
 class Run {
   public:
-    Run(const RunOptions& options, const Console& console, const host::runner::PluginModule& plugin,
+    Run(const Options& options, const Console& console, const host::runner::PluginModule& plugin,
         host::script::Settings& settings)
         : options_(options),
           console_(console),
@@ -262,7 +262,7 @@ class Run {
         write_result(output, bytes);
     }
 
-    const RunOptions& options_;
+    const Options& options_;
     const Console& console_;
     const host::runner::PluginModule& plugin_;
     host::script::Settings& settings_;
@@ -272,18 +272,13 @@ class Run {
 
 }  // namespace
 
-ExitCode run(const RunOptions& options, const Console& console) {
-    try {
-        const host::runner::PluginModule plugin = load_plugin();
-        host::script::Settings settings = open_settings(console);
-        Run run(options, console, plugin, settings);
-        const ExitCode highest = run.all_files();
-        run.finish_journal();
-        return highest;
-    } catch (const Failure& failure) {
-        console.say(Tone::error, "exflate", failure.what());
-        return failure.code();
-    }
+ExitCode run(const Options& options, const Console& console) {
+    const host::runner::PluginModule plugin = load_plugin();
+    host::script::Settings settings = open_settings(console);
+    Run run(options, console, plugin, settings);
+    const ExitCode highest = run.all_files();
+    run.finish_journal();
+    return highest;
 }
 
 }  // namespace cli

@@ -78,13 +78,6 @@ TEST(Check, a_choice_that_is_not_there_is_wrong_usage) {
     EXPECT_EQ(check(test::one_nest(), {"--layer", "Title"}).exit_code, 2);
 }
 
-TEST(Check, an_unknown_format_is_wrong_usage) {
-    const Finished finished = check(test::one_nest(), {"--format", "xml"});
-    EXPECT_EQ(finished.exit_code, 2);
-    EXPECT_EQ(finished.out, "");
-    EXPECT_THAT(finished.err, HasSubstr("--format is text, json or junit, not 'xml'"));
-}
-
 TEST(Check, the_answers_to_the_dialog_change_the_verdict) {
     EXPECT_EQ(check(test::one_nest()).exit_code, 0);
     const Finished discarded = check(test::one_nest(), {"--discard-attributes"});

@@ -212,24 +212,39 @@ TEST(RunOutput, words_of_no_terminal_have_no_colours) {
     EXPECT_THAT(finished.err, Not(HasSubstr("\033")));
 }
 
-TEST(RunOutput, help_and_version_are_what_was_asked_for) {
+TEST(RunOutput, help_and_version_go_to_standard_output) {
     const Sandbox sandbox;
-    const Finished help = exflate(sandbox, {"--help"});
-    EXPECT_EQ(help.exit_code, 0);
-    EXPECT_THAT(help.out, HasSubstr("exflate [run] FILE..."));
-    EXPECT_EQ(help.err, "");
-    const Finished version = exflate(sandbox, {"--version"});
-    EXPECT_EQ(version.exit_code, 0);
-    EXPECT_THAT(version.out, testing::MatchesRegex("exflate [0-9]+\\.[0-9]+\\.[0-9]+\n"));
+    const std::vector<std::pair<std::vector<std::string>, const char*>> asked = {
+        {{"--help"}, "Usage: exflate COMMAND"},
+        {{"help"}, "Usage: exflate COMMAND"},
+        {{"help", "check"}, "Usage: exflate check [OPTION]... FILE...\n\nEach nest"},
+        {{"check", "--help"}, "Usage: exflate check [OPTION]... FILE...\n\nEach nest"},
+        {{"check", "-h"}, "Usage: exflate check [OPTION]... FILE...\n\nOutput:"},
+        {{"--version"}, "exflate 0."},
+        {{"version"}, "exflate 0."},
+        {{"list", "-V"}, "exflate 0."}};
+    for (const auto& [arguments, text] : asked) {
+        const Finished finished = exflate(sandbox, arguments);
+        EXPECT_EQ(finished.exit_code, 0);
+        EXPECT_THAT(finished.out, HasSubstr(text));
+        EXPECT_EQ(finished.err, "");
+    }
 }
 
 TEST(RunOutput, wrong_usage_is_one_sentence_and_code_2) {
     const Sandbox sandbox;
-    const Finished finished = exflate(sandbox, {"a.json", "--delete-source", "--keep-in-comp"});
-    EXPECT_EQ(finished.exit_code, 2);
-    EXPECT_EQ(finished.out, "");
-    EXPECT_EQ(std::count(finished.err.begin(), finished.err.end(), '\n'), 1);
-    EXPECT_THAT(finished.err, testing::StartsWith("exflate: "));
+    const std::vector<std::pair<std::vector<std::string>, const char*>> wrong = {
+        {{"a.json", "--delete-source", "--keep-in-comp"}, "exflate run --help"},
+        {{"chek"}, "exflate --help"},
+        {{"check", "a.json", "--format", "xml"}, "exflate check --help"}};
+    for (const auto& [arguments, help] : wrong) {
+        const Finished finished = exflate(sandbox, arguments);
+        EXPECT_EQ(finished.exit_code, 2);
+        EXPECT_EQ(finished.out, "");
+        EXPECT_EQ(std::count(finished.err.begin(), finished.err.end(), '\n'), 1);
+        EXPECT_THAT(finished.err, testing::StartsWith("exflate: "));
+        EXPECT_THAT(finished.err, testing::EndsWith(std::string(" (see ") + help + ")\n"));
+    }
 }
 
 }  // namespace

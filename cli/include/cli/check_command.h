@@ -8,7 +8,7 @@
 #include "cli/console.h"
 #include "cli/failure.h"
 #include "cli/nest_check.h"
-#include "cli/options.h"
+#include "cli/arguments/options.h"
 #include "looks/audit.h"
 
 namespace cli {
@@ -30,6 +30,6 @@ std::string check_junit(const std::vector<CheckedFile>& files);
 
 // Every nest is un-nested by itself, judged, and put back; nothing is written but the report on standard output. The
 // highest code of all files; `changes` when a look would change.
-ExitCode check(const CheckOptions& options, const Console& console);
+ExitCode check(const Options& options, const Console& console);
 
 }  // namespace cli

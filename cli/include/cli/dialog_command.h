@@ -3,11 +3,11 @@
 
 #include "cli/console.h"
 #include "cli/failure.h"
-#include "cli/options.h"
+#include "cli/arguments/options.h"
 
 namespace cli {
 
 // Nothing that is done to the dialog is remembered.
-ExitCode draw_dialog(const DialogOptions& options, const Console& console);
+ExitCode draw_dialog(const Options& options, const Console& console);
 
 }  // namespace cli

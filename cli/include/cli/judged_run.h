@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/options.h"
+#include "cli/arguments/options.h"
 #include "cli/trial.h"
 #include "looks/audit.h"
 
@@ -27,12 +27,12 @@ struct Ledger {
 };
 
 // Whether the options ask for judging at all.
-bool is_judged(const RunOptions& options);
+bool is_judged(const Options& options);
 
 // With --only-exact or --max-growth the nests are un-nested one by one, top first, each judged as the file stands then;
 // else all together as in a plain run. `text` is the input. Throws Failure (look_changes) under --strict; as
 // try_unnesting() otherwise. After a Failure the project is in between: take everything back.
 Ledger unnest_judged(lottie::document::Document& document, const std::string& text, const Surroundings& surroundings,
-                     host::model::Comp& comp, std::vector<host::model::Layer*> nests, const RunOptions& options);
+                     host::model::Comp& comp, std::vector<host::model::Layer*> nests, const Options& options);
 
 }  // namespace cli

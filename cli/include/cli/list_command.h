@@ -6,7 +6,7 @@
 
 #include "cli/console.h"
 #include "cli/failure.h"
-#include "cli/options.h"
+#include "cli/arguments/options.h"
 #include "document/document.h"
 
 namespace cli {
@@ -27,6 +27,6 @@ struct ListedAnimation {
 // All of them for programs.
 std::string trees_json(const std::string& file, const std::vector<ListedAnimation>& animations);
 
-ExitCode list(const ListOptions& options, const Console& console);
+ExitCode list(const Options& options, const Console& console);
 
 }  // namespace cli

@@ -3,10 +3,10 @@
 
 #include "cli/console.h"
 #include "cli/failure.h"
-#include "cli/options.h"
+#include "cli/arguments/options.h"
 
 namespace cli {
 
-ExitCode replay(const ReplayOptions& options, const Console& console);
+ExitCode replay(const Options& options, const Console& console);
 
 }  // namespace cli

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "cli/nest_check.h"
-#include "cli/options.h"
+#include "cli/arguments/options.h"
 #include "looks/audit.h"
 
 namespace cli {
@@ -75,6 +75,6 @@ std::string report_page(const Report& report, const Player& player);
 std::string report_data(const Report& report, const Player& player);
 
 // The command that gives the result of the report, for a shell. `extension` is that of the result's name.
-std::string run_command_line(const ReportOptions& options, const std::string& extension);
+std::string run_command_line(const Options& options, const std::string& extension);
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-"""What the command says of itself, for comparing with it what is written by hand."""
+"""What the command says of itself, for comparing with it what shells offer and the manual tells."""
 import functools
 import os
 import re
@@ -6,7 +6,6 @@ import subprocess
 import tempfile
 
 COMMAND = os.environ["EXFLATE_COMMAND"]
-SUBCOMMANDS = ("run", "check", "report", "list", "replay", "dialog")
 
 
 def exflate(*arguments):
@@ -19,19 +18,29 @@ def help_text():
     return exflate("--help").stdout
 
 
-@functools.cache
-def all_options():
-    """Every option that the help names, short ones too."""
-    return sorted(set(re.findall(r"(?<![\w-])--?[a-z][a-z-]*", help_text())))
+def _subcommands():
+    found = re.findall(r"^  ([a-z]+) ", help_text().split("Commands:")[1].split("\n\n")[0], re.M)
+    assert {"run", "check", "version"} <= set(found)
+    return tuple(found)
 
 
-def takes(subcommand, option):
+SUBCOMMANDS = _subcommands()
+
+
+def _takes(subcommand, option):
     """Whether the subcommand knows the option. There is nothing to work on, so it ends either way."""
-    needed = ("--picture", "absent/picture.png") if subcommand == "dialog" else ("absent",)
-    done = exflate(subcommand, *needed, option)
-    return f"there is no option {option}" not in done.stderr
+    return f"there is no option {option}" not in exflate(subcommand, option).stderr
 
 
 @functools.cache
 def options_of(subcommand):
-    return {option for option in all_options() if option != "--version" and takes(subcommand, option)}
+    """Long and short; the summary's claim is tried out."""
+    listed = re.findall(r"^ +(-[a-zA-Z])?,? *(--[a-z-]+)?", exflate(subcommand, "-h").stdout, re.M)
+    options = {option for both in listed for option in both if option}
+    assert {"-h", "--help"} <= options and all(_takes(subcommand, option) for option in options), options
+    return options
+
+
+@functools.cache
+def all_options():
+    return sorted(set().union(*map(options_of, SUBCOMMANDS)))

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""The manual page, made from packaging/linux/exflate.1.in: manual_test.py PAGE VERSION"""
+"""The manual page, made from the tables of the command: manual_test.py PAGE VERSION"""
 import re
 import shutil
 import subprocess
@@ -19,22 +19,22 @@ def page():
 class Manual(unittest.TestCase):
     def test_every_option_and_subcommand_of_the_help_is_described(self):
         described = set()
-        for heading in re.findall(r"^\.TP\n(.*)$", page(), re.M):
-            described |= set(re.findall(r"(?<![\w-])--?[a-z][a-z-]*", re.sub(r"\\f.", " ", heading.replace("\\-", "-"))))
+        for heading in re.findall(r"^\.TP\n(.*)$", page().split(".SH OPTIONS")[1].split(".SH")[0], re.M):
+            described |= set(re.findall(r"(?<![\w-])--?[a-zA-Z][a-z-]*", re.sub(r"\\f.", " ", heading.replace("\\-", "-"))))
         options = set(command.all_options())
         self.assertGreater(len(options), 30)
         self.assertEqual(described, options)
         for subcommand in command.SUBCOMMANDS:
-            self.assertIn(f"\n.TP\n.B {subcommand}\n", page())
+            self.assertIn(f"\n.TP\n\\fB{subcommand}\\fR\n", page())
 
     def test_every_variable_and_exit_code_of_the_help_is_described(self):
         environment = command.help_text().split("Environment:")[1]
         for variable in re.findall(r"\b[A-Z]+_[A-Z_]+\b", environment):
-            self.assertIn(f"\n.B {variable}\n", page())
+            self.assertIn(f"\n\\fB{variable}\\fR\n", page())
         codes = re.findall(r"^  (\d)  ", command.help_text(), re.M)
         self.assertEqual(codes, ["0", "1", "2", "3", "4"])
         for code in codes:
-            self.assertIn(f"\n.TP\n.B {code}\n", page())
+            self.assertIn(f"\n.TP\n\\fB{code}\\fR\n", page())
 
     def test_the_version_is_the_commands(self):
         self.assertIn(f'.TH EXFLATE 1 "" "exflate {VERSION}"', page())

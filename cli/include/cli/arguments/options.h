@@ -1,0 +1,51 @@
+// What the options on the command line set.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/dialog_answers.h"
+#include "scriptui/dialog_driver.h"
+
+namespace cli {
+
+enum class CheckFormat { text, json, junit };
+
+// One for all commands: options that a command does not take keep their defaults.
+struct Options {
+    std::vector<std::string> files;                            // "-" is standard input; for `help`, the command
+    const std::string& file() const { return files.front(); }  // of a command that takes one
+
+    std::string output;         // empty: standard output, or what the two below say
+    std::string output_folder;  // empty: none
+    bool in_place = false;
+    unsigned jobs = 1;  // files at once
+
+    std::string animation;            // id in a .lottie file; empty: every one, for `report` the only one
+    std::string composition;          // name or id; empty: the main one, for `check` every one
+    std::vector<std::string> layers;  // names or #indices; none: every nest
+    bool recursive = false;
+    bool strict = false;               // write nothing when a look would change
+    bool only_exact = false;           // un-nest just the nests judged exact
+    std::optional<double> max_growth;  // percent of the input's size; shared nests beyond it are kept
+
+    DialogAnswers answers;
+    bool dialog = false;  // a person answers instead
+
+    CheckFormat format = CheckFormat::text;
+    bool prove = false;  // compare pictures too
+    bool json = false;
+
+    std::string picture;  // the file for the picture of the dialog
+    double scale = 1;
+    bool first_use = false;  // as if nothing had been remembered
+    std::vector<host::scriptui::Action> actions;
+
+    std::string journal;       // file for everything that the plug-in and the host say; empty: none
+    double script_time = 120;  // seconds of processor time for all scripts of one file
+
+    enum class Asks { nothing, summary, help, version } asks = Asks::nothing;
+};
+
+}  // namespace cli

@@ -1,0 +1,301 @@
+// Every option of every command. A new option is a new row here, and a member of Options that it sets.
+#include <charconv>
+#include <cstdlib>
+#include <sstream>
+#include <stdexcept>
+
+#include "cli/arguments/tables.h"
+
+namespace cli {
+namespace {
+
+constexpr std::string_view kOutput = "Output";
+constexpr std::string_view kSelection = "What to un-nest";
+constexpr std::string_view kDialog = "Choices of the plug-in's dialog";
+constexpr std::string_view kPicture = "The picture of the dialog";
+constexpr std::string_view kDiagnosis = "Limits and diagnosis";
+constexpr std::string_view kInformation = "Information";
+
+constexpr std::string_view kUnnesting = "run check report";
+
+template <class Number>
+[[noreturn]] void refuse_number(const std::string& text, Number least, Number most) {
+    std::ostringstream sentence;
+    sentence << "'" << text << "' is not a " << (std::is_integral_v<Number> ? "whole " : "") << "number from " << least
+             << " to " << most;
+    throw std::invalid_argument(sentence.str());
+}
+
+double number(const std::string& text, double least, double most) {
+    char* end = nullptr;
+    const double value = std::strtod(text.c_str(), &end);
+    // Written so that "nan" is refused.
+    if (text.empty() || *end != '\0' || !(value >= least && value <= most)) refuse_number(text, least, most);
+    return value;
+}
+
+unsigned whole_number(const std::string& text, unsigned least, unsigned most) {
+    unsigned value = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    if (error != std::errc() || stop != end || value < least || value > most) refuse_number(text, least, most);
+    return value;
+}
+
+const std::string& not_empty(const std::string& text, const char* problem) {
+    if (text.empty()) throw std::invalid_argument(problem);
+    return text;
+}
+
+CheckFormat format(const std::string& name) {
+    return name == "json" ? CheckFormat::json : name == "junit" ? CheckFormat::junit : CheckFormat::text;
+}
+
+host::scriptui::Action typing(const std::string& text) {
+    const std::size_t equals = text.find('=');
+    if (equals == std::string::npos) throw std::invalid_argument("needs CONTROL=TEXT");
+    return {host::scriptui::Action::Kind::type, text.substr(0, equals), text.substr(equals + 1)};
+}
+
+using Text = const std::string&;
+
+constexpr Option kOptions[] = {
+    {.name = "--output",
+     .letter = 'o',
+     .value = "OUT",
+     .category = kOutput,
+     .brief = "write the result to OUT",
+     .more = "The default for a single FILE is standard output, also written as -.",
+     .completion = Completion::file,
+     .commands = "run",
+     .set = [](Options& o, Text value) { o.output = value; }},
+    {.name = "--output",
+     .letter = 'o',
+     .value = "OUT",
+     .category = kOutput,
+     .brief = "write the page to OUT; default: standard output",
+     .completion = Completion::file,
+     .commands = "report",
+     .set = [](Options& o, Text value) { o.output = value; }},
+    {.name = "--out-dir",
+     .value = "DIR",
+     .category = kOutput,
+     .brief = "write each file under its own name into the folder DIR",
+     .more = "The folder is made if it is missing.",
+     .completion = Completion::folder,
+     .commands = "run",
+     .excludes = "--output --in-place",
+     .set = [](Options& o, Text value) { o.output_folder = value; }},
+    {.name = "--in-place",
+     .letter = 'i',
+     .category = kOutput,
+     .brief = "replace each file with its result",
+     .more = "Each is replaced in one step: a run that is killed leaves the old file or the new one.",
+     .commands = "run",
+     .excludes = "--output",
+     .set = [](Options& o, Text) { o.in_place = true; }},
+    {.name = "--jobs",
+     .letter = 'j',
+     .value = "N",
+     .category = kOutput,
+     .brief = "work on N files at once; default: 1",
+     .more = "Each file gets a process of its own, so a plug-in that crashes takes only its own file down. Messages "
+             "come in the order of the files, and on a colour terminal a line counts the files that are done. Files "
+             "that share a name are done one after another.",
+     .commands = "run",
+     .excludes = "--dialog --journal",
+     .set = [](Options& o, Text value) { o.jobs = whole_number(value, 1, 1024); }},
+    {.name = "--format",
+     .value = "FORMAT",
+     .category = kOutput,
+     .brief = "print the verdicts as text, json or junit; default: text",
+     .more = "json is for other programs, junit for build servers.",
+     .completion = Completion::choice,
+     .choices = "text json junit",
+     .commands = "check",
+     .set = [](Options& o, Text value) { o.format = format(value); }},
+    {.name = "--prove",
+     .category = kOutput,
+     .brief = "draw frames before and after and compare them too",
+     .more = "The verdicts then say how far apart the pictures are at the worst frame.",
+     .commands = "check",
+     .set = [](Options& o, Text) { o.prove = true; }},
+    {.name = "--json",
+     .category = kOutput,
+     .brief = "print JSON, for other programs",
+     .commands = "list",
+     .set = [](Options& o, Text) { o.json = true; }},
+
+    {.name = "--animation",
+     .value = "ID",
+     .category = kSelection,
+     .brief = "work on this animation of a .lottie file only",
+     .more = "By default run and check work on all of them, and report on the only one.",
+     .commands = kUnnesting,
+     .set = [](Options& o, Text value) { o.animation = not_empty(value, "needs the id of an animation"); }},
+    {.name = "--comp",
+     .value = "NAME|ID",
+     .category = kSelection,
+     .brief = "work in this composition",
+     .more = "By default run and report work in the main composition, and check in all of them. Animations of a "
+             ".lottie file that have no such composition are passed over, as long as one has it.",
+     .commands = kUnnesting,
+     .set = [](Options& o, Text value) { o.composition = value; }},
+    {.name = "--layer",
+     .value = "NAME|#INDEX",
+     .category = kSelection,
+     .brief = "un-nest this layer; default: every nest",
+     .more = "#INDEX is its place in the stack, as exflate list shows it.",
+     .commands = kUnnesting,
+     .repeats = true,
+     .set = [](Options& o, Text value) { o.layers.push_back(value); }},
+    {.name = "--recursive",
+     .category = kSelection,
+     .brief = "go on with the nests that come out until none is left",
+     .commands = "run",
+     .set = [](Options& o, Text) { o.recursive = true; }},
+    {.name = "--strict",
+     .category = kSelection,
+     .brief = "write nothing if the look of a nest would change",
+     .more = "The looks are judged as by exflate check.",
+     .commands = "run",
+     .set = [](Options& o, Text) { o.strict = true; }},
+    {.name = "--only-exact",
+     .category = kSelection,
+     .brief = "un-nest only nests whose look stays exact",
+     .more = "The looks are judged as by exflate check; with --recursive, as deep as that goes.",
+     .commands = "run",
+     .set = [](Options& o, Text) { o.only_exact = true; }},
+    {.name = "--max-growth",
+     .value = "PERCENT",
+     .category = kSelection,
+     .brief = "keep a shared nest if the file would grow by more than PERCENT",
+     .more = "A nest is shared if other nests use its composition too. PERCENT is of the size of the input.",
+     .commands = "run",
+     .set = [](Options& o, Text value) { o.max_growth = number(value, 0, 1e9); }},
+
+    {.name = "--copy-attributes",
+     .category = kDialog,
+     .brief = "pass a nest's transform, timing and effects on to its layers (default)",
+     .commands = kUnnesting,
+     .set = [](Options& o, Text) { o.answers.copy_attributes = true; }},
+    {.name = "--discard-attributes",
+     .category = kDialog,
+     .brief = "drop a nest's transform, timing and effects",
+     .commands = kUnnesting,
+     .excludes = "--copy-attributes",
+     .set = [](Options& o, Text) { o.answers.copy_attributes = false; }},
+    {.name = "--delete-source",
+     .category = kDialog,
+     .brief = "delete the nested composition too, unless something else uses it",
+     .commands = kUnnesting,
+     .set = [](Options& o, Text) { o.answers.delete_source = true; }},
+    {.name = "--keep-in-comp",
+     .category = kDialog,
+     .brief = "keep the nest, switched off",
+     .commands = kUnnesting,
+     .excludes = "--delete-source",
+     .set = [](Options& o, Text) { o.answers.keep_in_comp = true; }},
+    {.name = "--prefix",
+     .value = "TEXT",
+     .category = kDialog,
+     .brief = "put TEXT and _ in front of each layer's name; at most 50 bytes",
+     .commands = kUnnesting,
+     .set = [](Options& o, Text value) { o.answers.prefix = value; }},
+    {.name = "--prepend-name",
+     .category = kDialog,
+     .brief = "put the nest's name and _ in front of each layer's name",
+     .commands = kUnnesting,
+     .set = [](Options& o, Text) { o.answers.prepend_name = true; }},
+    {.name = "--fix-random",
+     .category = kDialog,
+     .brief = "give random expressions a fixed seed",
+     .commands = kUnnesting,
+     .set = [](Options& o, Text) { o.answers.fix_random = true; }},
+    {.name = "--dialog",
+     .category = kDialog,
+     .brief = "ask in the plug-in's dialog, in a window",
+     .more = "It opens with what it remembers, and alerts come in windows too.",
+     .commands = "run",
+     .excludes = "--copy-attributes --discard-attributes --delete-source --keep-in-comp --prefix --prepend-name "
+                 "--fix-random",
+     .set = [](Options& o, Text) { o.dialog = true; }},
+
+    {.name = "--picture",
+     .value = "PNG",
+     .category = kPicture,
+     .brief = "write the picture to the file PNG; required",
+     .completion = Completion::file,
+     .commands = "dialog",
+     .set = [](Options& o, Text value) { o.picture = value; }},
+    {.name = "--scale",
+     .value = "NUMBER",
+     .category = kPicture,
+     .brief = "draw at this scale, 0.5 to 8; default: 1",
+     .commands = "dialog",
+     .set = [](Options& o, Text value) { o.scale = number(value, 0.5, 8); }},
+    {.name = "--first-use",
+     .category = kPicture,
+     .brief = "show the dialog as if it remembered nothing",
+     .commands = "dialog",
+     .set = [](Options& o, Text) { o.first_use = true; }},
+    {.name = "--click",
+     .value = "CONTROL",
+     .category = kPicture,
+     .brief = "first click the control of that name or text",
+     .commands = "dialog",
+     .repeats = true,
+     .set =
+         [](Options& o, Text value) {
+             o.actions.push_back({host::scriptui::Action::Kind::click, value});
+         }},
+    {.name = "--type",
+     .value = "CONTROL=TEXT",
+     .category = kPicture,
+     .brief = "first type TEXT into that control, in place of what it holds",
+     .more = "Clicks and texts come in the order in which they are given.",
+     .commands = "dialog",
+     .repeats = true,
+     .set = [](Options& o, Text value) { o.actions.push_back(typing(value)); }},
+
+    {.name = "--journal",
+     .value = "FILE",
+     .category = kDiagnosis,
+     .brief = "record every call between plug-in and host in FILE",
+     .more = "exflate replay plays it back. After a crash it holds everything up to the crash.",
+     .completion = Completion::file,
+     .commands = "run",
+     .set = [](Options& o, Text value) { o.journal = not_empty(value, "needs the name of a file"); }},
+    {.name = "--script-time",
+     .value = "SECONDS",
+     .category = kDiagnosis,
+     .brief = "give up on a file when its scripts take longer; default: 120",
+     .more = "The limit is processor time for all scripts together; a single one may take a quarter of it.",
+     .commands = kUnnesting,
+     .set = [](Options& o, Text value) { o.script_time = number(value, 0.01, 1e6); }},
+
+    {.name = "-h",
+     .category = kInformation,
+     .brief = "list the options of the command",
+     .commands = kEveryCommand,
+     .set = [](Options& o, Text) { o.asks = Options::Asks::summary; }},
+    {.name = "--help",
+     .category = kInformation,
+     .brief = "explain the command and all its options",
+     .commands = kEveryCommand,
+     .set = [](Options& o, Text) { o.asks = Options::Asks::help; }},
+    {.name = "--version",
+     .letter = 'V',
+     .category = kInformation,
+     .brief = "show the version",
+     .commands = kEveryCommand,
+     .set = [](Options& o, Text) { o.asks = Options::Asks::version; }},
+};
+
+}  // namespace
+
+std::span<const Option> all_options() {
+    return kOptions;
+}
+
+}  // namespace cli
