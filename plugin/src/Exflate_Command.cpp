@@ -32,7 +32,7 @@ enum {
 };
 
 // What one run keeps from one selected layer to the next.
-struct Run {
+struct CommandRun {
     CommandOptions options = {};
     char prefix[kMaxPrefixBytes + 1] = {};
     PluginInfo info = {};
@@ -65,7 +65,7 @@ int length_of(const jsmntok_t& token) {
 }
 
 // The prefix is taken byte for byte: JSON escapes in it are not decoded.
-void read_choices(const char* text, const jsmntok_t* tokens, Run* run) {
+void read_choices(const char* text, const jsmntok_t* tokens, CommandRun* run) {
     const jsmntok_t& prefix = tokens[kTokenPrefix];
     std::memcpy(run->prefix, text + prefix.start, static_cast<std::size_t>(length_of(prefix)));
 
@@ -79,7 +79,7 @@ void read_choices(const char* text, const jsmntok_t* tokens, Run* run) {
 }
 
 // The pre-comp layer's name, the typed prefix, or both with "_" between them, as the choices say.
-std::wstring name_prefix(const Run& run, AEGP_LayerH precomp_layer) {
+std::wstring name_prefix(const CommandRun& run, AEGP_LayerH precomp_layer) {
     std::wstring prefix;
     if (run.options.prepend_precomp_name) {
         // A name that cannot be read is no reason to stop; this also runs after an earlier failure.
@@ -94,7 +94,8 @@ std::wstring name_prefix(const Run& run, AEGP_LayerH precomp_layer) {
 }
 
 // The null stays when it carries keyframes, and is then selected with the new layers.
-A_Err keep_null(const Run& run, AEGP_SuiteHandler& suites, AEGP_LayerH null_layer, AEGP_Collection2H new_layers) {
+A_Err keep_null(const CommandRun& run, AEGP_SuiteHandler& suites, AEGP_LayerH null_layer,
+                AEGP_Collection2H new_layers) {
     A_Err err = A_Err_NONE;
     const AEGP_CollectionItemV2 item = layer_item(null_layer);
 
@@ -103,7 +104,7 @@ A_Err keep_null(const Run& run, AEGP_SuiteHandler& suites, AEGP_LayerH null_laye
     return err;
 }
 
-A_Err drop_null(const Run& run, AEGP_LayerH null_layer, const std::vector<int>& parents) {
+A_Err drop_null(const CommandRun& run, AEGP_LayerH null_layer, const std::vector<int>& parents) {
     A_Err err = A_Err_NONE;
     ERR(reset_unparented_layers(&run.info, run.parent_comp, parents));
     ERR(delete_layer_and_source(&run.info, null_layer));
@@ -111,7 +112,8 @@ A_Err drop_null(const Run& run, AEGP_LayerH null_layer, const std::vector<int>& 
 }
 
 // Deletes the source when the pre-comp layer is all that uses it; the layer goes with it.
-A_Err delete_source_if_unused(Run* run, AEGP_SuiteHandler& suites, AEGP_LayerH precomp_layer, bool* source_deleted) {
+A_Err delete_source_if_unused(CommandRun* run, AEGP_SuiteHandler& suites, AEGP_LayerH precomp_layer,
+                              bool* source_deleted) {
     A_Err err = A_Err_NONE;
     AEGP_ItemH source_item = nullptr;
     int uses = 0;
@@ -136,7 +138,7 @@ A_Err delete_source_if_unused(Run* run, AEGP_SuiteHandler& suites, AEGP_LayerH p
     return err;
 }
 
-A_Err remove_precomp_layer(Run* run, AEGP_SuiteHandler& suites, AEGP_LayerH precomp_layer) {
+A_Err remove_precomp_layer(CommandRun* run, AEGP_SuiteHandler& suites, AEGP_LayerH precomp_layer) {
     A_Err err = A_Err_NONE;
     bool source_deleted = false;
 
@@ -148,7 +150,7 @@ A_Err remove_precomp_layer(Run* run, AEGP_SuiteHandler& suites, AEGP_LayerH prec
 }
 
 // Moves the layers of one pre-comp out into the composition that holds the pre-comp layer. err is the run's so far.
-A_Err exflate_layer(A_Err err, Run* run, AEGP_SuiteHandler& suites, AEGP_LayerH precomp_layer, bool is_last) {
+A_Err exflate_layer(A_Err err, CommandRun* run, AEGP_SuiteHandler& suites, AEGP_LayerH precomp_layer, bool is_last) {
     const PluginInfo* info = &run->info;
     const bool copy_attributes = run->options.copy_attributes;
     AEGP_LayerH null_layer = nullptr;
@@ -203,7 +205,7 @@ A_Err exflate_layer(A_Err err, Run* run, AEGP_SuiteHandler& suites, AEGP_LayerH 
 // Every pre-comp layer of the selection in turn; *count becomes the number of all selected items. err is the run's so
 // far. A missing suite gets out and leaves the undo group open; any other exception becomes a code, so that it is
 // closed.
-A_Err exflate_selection(A_Err err, Run* run, AEGP_SuiteHandler& suites, A_u_long* count) try {
+A_Err exflate_selection(A_Err err, CommandRun* run, AEGP_SuiteHandler& suites, A_u_long* count) try {
     AEGP_Collection2H selection = nullptr;  // never disposed
 
     ERR(get_selected_layers(&run->info, &selection));
@@ -266,7 +268,7 @@ A_Err CommandHook(AEGP_GlobalRefcon /*plugin_refconP*/, AEGP_CommandRefcon /*ref
         return err;
     }
 
-    Run run;
+    CommandRun run;
     A_u_long count = 0;
     run.info = {sP, S_my_id, &run.options};
     read_choices(choices, tokens, &run);

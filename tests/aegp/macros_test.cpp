@@ -7,7 +7,7 @@
 
 namespace {
 
-class Chain : public testing::Test {
+class ErrorChain : public testing::Test {
   protected:
     A_Err step(A_Err result) {
         ++steps_;
@@ -17,7 +17,7 @@ class Chain : public testing::Test {
     int steps_ = 0;
 };
 
-TEST_F(Chain, err_runs_each_call_while_all_succeed) {
+TEST_F(ErrorChain, err_runs_each_call_while_all_succeed) {
     A_Err err = A_Err_NONE;
     ERR(step(A_Err_NONE));
     ERR(step(A_Err_NONE));
@@ -25,7 +25,7 @@ TEST_F(Chain, err_runs_each_call_while_all_succeed) {
     EXPECT_EQ(err, A_Err_NONE);
 }
 
-TEST_F(Chain, err_keeps_the_failure_and_runs_nothing_after_it) {
+TEST_F(ErrorChain, err_keeps_the_failure_and_runs_nothing_after_it) {
     A_Err err = A_Err_NONE;
     ERR(step(A_Err_ALLOC));
     ERR(step(A_Err_NONE));
@@ -34,7 +34,7 @@ TEST_F(Chain, err_keeps_the_failure_and_runs_nothing_after_it) {
     EXPECT_EQ(err, A_Err_ALLOC);
 }
 
-TEST_F(Chain, err2_runs_after_a_failure_and_keeps_the_first_one) {
+TEST_F(ErrorChain, err2_runs_after_a_failure_and_keeps_the_first_one) {
     A_Err err = A_Err_ALLOC;
     A_Err err2 = A_Err_NONE;
     ERR2(step(A_Err_PARAMETER));
@@ -43,14 +43,14 @@ TEST_F(Chain, err2_runs_after_a_failure_and_keeps_the_first_one) {
     EXPECT_EQ(err2, A_Err_PARAMETER);
 }
 
-TEST_F(Chain, err2_gives_its_failure_to_a_chain_without_one) {
+TEST_F(ErrorChain, err2_gives_its_failure_to_a_chain_without_one) {
     A_Err err = A_Err_NONE;
     A_Err err2 = A_Err_NONE;
     ERR2(step(A_Err_PARAMETER));
     EXPECT_EQ(err, A_Err_PARAMETER);
 }
 
-TEST_F(Chain, err_is_one_statement_under_an_if_without_braces) {
+TEST_F(ErrorChain, err_is_one_statement_under_an_if_without_braces) {
     A_Err err = A_Err_NONE;
     if (steps_ > 0)
         ERR(step(A_Err_GENERIC));

@@ -56,14 +56,14 @@ const Accessor kAccessors[] = {
 static_assert(std::size(kAccessors) == 24);
 
 // What the host of the running test was asked, and what it refuses.
-struct Record {
+struct HostRecord {
     std::vector<Key> acquired;
     std::vector<Key> released;
     Key refused;
     Key given_without_a_table;
     char table = 0;
 };
-Record* record = nullptr;
+HostRecord* record = nullptr;
 
 SPErr acquire(const char* name, int32 version, const void** suite) {
     const Key key(name, version);
@@ -88,7 +88,7 @@ class SuiteHandler : public testing::Test {
     }
     ~SuiteHandler() override { record = nullptr; }
 
-    Record record_;
+    HostRecord record_;
     SPBasicSuite basic_ = {};
 };
 

@@ -10,24 +10,24 @@
 
 namespace {
 
-struct Slot {
+struct ListedSlot {
     std::string structure;
     size_t index;
     std::string function;
 };
 
-struct Suite {
+struct ListedSuite {
     std::string structure;
     std::string accessor;
     std::string name;
     int version;
     size_t size;
-    std::vector<Slot> slots;
+    std::vector<ListedSlot> slots;
     std::string end;
 };
 
-std::vector<Suite> listed_suites() {
-    std::vector<Suite> suites;
+std::vector<ListedSuite> listed_suites() {
+    std::vector<ListedSuite> suites;
 #define SUITE(structure, accessor, name, version) \
     suites.push_back({#structure, #accessor, name, version, sizeof(structure), {}, {}});
 #define SLOT(structure, index, function) suites.back().slots.push_back({#structure, index, #function});
@@ -59,7 +59,7 @@ TEST(SuitesDef, leaves_no_macro_behind) {
 }
 
 TEST(SuitesDef, counts_the_slots_of_each_suite_from_0_and_closes_it) {
-    for (const Suite& suite : listed_suites()) {
+    for (const ListedSuite& suite : listed_suites()) {
         SCOPED_TRACE(suite.structure);
         for (size_t i = 0; i < suite.slots.size(); ++i) {
             EXPECT_EQ(suite.slots[i].index, i);
@@ -70,22 +70,22 @@ TEST(SuitesDef, counts_the_slots_of_each_suite_from_0_and_closes_it) {
 }
 
 TEST(SuitesDef, fills_each_table_to_its_last_pointer) {
-    for (const Suite& suite : listed_suites()) {
+    for (const ListedSuite& suite : listed_suites()) {
         EXPECT_EQ(suite.slots.size() * sizeof(void*), suite.size) << suite.structure;
     }
 }
 
 TEST(SuitesDef, names_each_slot_of_a_suite_once) {
-    for (const Suite& suite : listed_suites()) {
+    for (const ListedSuite& suite : listed_suites()) {
         std::set<std::string> functions;
-        for (const Slot& slot : suite.slots) EXPECT_TRUE(functions.insert(slot.function).second) << slot.function;
+        for (const ListedSlot& slot : suite.slots) EXPECT_TRUE(functions.insert(slot.function).second) << slot.function;
     }
 }
 
 TEST(SuitesDef, names_each_suite_once_by_structure_and_by_name_and_integer) {
     std::set<std::string> structures;
     std::set<std::pair<std::string, int>> keys;
-    for (const Suite& suite : listed_suites()) {
+    for (const ListedSuite& suite : listed_suites()) {
         EXPECT_TRUE(structures.insert(suite.structure).second) << suite.structure;
         EXPECT_TRUE(keys.insert({suite.name, suite.version}).second) << suite.structure;
         EXPECT_EQ("AEGP_" + suite.accessor, suite.structure);

@@ -14,7 +14,7 @@ constexpr Part kWork = "work";
 constexpr Part kTouch = "finishing touch";
 constexpr Part kEnd = "end of the undo group";
 
-class SmallReader : public Reader {
+class SmallReader : public PartReader {
   public:
     Part part_of(const MadeCall& call) override {
         if (call.is("AEGP_StartUndoGroup")) return kStart;
@@ -43,7 +43,7 @@ Promise small_promise() {
 }
 
 Scenario two_selected_layers() {
-    return {.name = "two_selected_layers", .door = Door::command, .build = [](Scene& scene) {
+    return {.name = "two_selected_layers", .door = VisitedDoor::command, .build = [](Scene& scene) {
                 scene.project.open_comp(&scene.comp);
                 auto& first = scene.layer("First");
                 auto& second = scene.layer("Second");
@@ -51,7 +51,7 @@ Scenario two_selected_layers() {
             }};
 }
 
-Report sweep_small(const std::string& module) {
+SweepReport sweep_small(const std::string& module) {
     const Subject subject{std::filesystem::path(BAD_PLUGINS) / (module + ".so"), small_promise()};
     return sweep(subject, two_selected_layers(), {.seconds_per_visit = module == "hangs" ? 1U : 60U});
 }
@@ -83,7 +83,7 @@ const std::vector<BadPlugin> kBadPlugins = {
 class BadPlugins : public testing::TestWithParam<BadPlugin> {};
 
 TEST_P(BadPlugins, is_caught_by_its_own_check_and_by_no_other) {
-    const Report report = sweep_small(GetParam().module);
+    const SweepReport report = sweep_small(GetParam().module);
     EXPECT_THAT(report.findings, testing::Not(testing::IsEmpty()));
     EXPECT_THAT(report.findings, testing::Each(testing::StartsWith(GetParam().check + ": ")));
     EXPECT_GT(report.figures.broken, 0U);
@@ -93,7 +93,7 @@ INSTANTIATE_TEST_SUITE_P(Checks, BadPlugins, testing::ValuesIn(kBadPlugins),
                          [](const auto& plugin) { return plugin.param.module; });
 
 TEST(SmallPlugin, that_keeps_every_promise_passes) {
-    const Report report = sweep_small("keeps_every_promise");
+    const SweepReport report = sweep_small("keeps_every_promise");
     EXPECT_THAT(report.findings, testing::IsEmpty());
     EXPECT_GT(report.figures.returned, 40U);
     EXPECT_GT(report.figures.dropped, 10U);

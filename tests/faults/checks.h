@@ -10,7 +10,7 @@
 namespace faults {
 
 // A check that a visit did not pass.
-struct Finding {
+struct FailedCheck {
     std::string check;     // its id, below
     std::string sentence;  // what was seen
 };
@@ -38,10 +38,10 @@ enum class Ending { clean, returned, dropped };  // dropped: the visit went on
 struct Judgement {
     Ending ending = Ending::clean;
     std::string where;  // the part and the call of the first failure; empty if nothing failed
-    std::vector<Finding> findings;
+    std::vector<FailedCheck> findings;
 };
 
-Judgement judge(const Promise& promise, const Scenario& scenario, const Fault& fault, const Visit& visit,
-                const Visit& clean);
+Judgement judge(const Promise& promise, const Scenario& scenario, const PlannedFault& fault, const SweepVisit& visit,
+                const SweepVisit& clean);
 
 }  // namespace faults

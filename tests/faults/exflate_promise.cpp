@@ -69,7 +69,7 @@ std::vector<Rule> rules() {
     };
 }
 
-class EntryReader : public Reader {
+class EntryReader : public PartReader {
   public:
     Part part_of(const MadeCall& call) override { return call.is("AEGP_ReportInfo") ? kReport : kRegistering; }
     Part part_of_acquisition(std::string_view accessor) override {
@@ -77,16 +77,16 @@ class EntryReader : public Reader {
     }
 };
 
-class MenuReader : public Reader {
+class MenuReader : public PartReader {
   public:
     Part part_of(const MadeCall&) override { return kMenu; }
     Part part_of_acquisition(std::string_view) override { return kMenu; }
 };
 
 // Knows a run by calls that stand at one place only.
-class CommandReader : public Reader {
+class CommandReader : public PartReader {
   public:
-    explicit CommandReader(const Choices& choices) : choices_(choices) {}
+    explicit CommandReader(const DialogChoices& choices) : choices_(choices) {}
 
     Part part_of(const MadeCall& call) override {
         const Part part = read(call);
@@ -236,7 +236,7 @@ class CommandReader : public Reader {
         return kRename;
     }
 
-    const Choices& choices_;
+    const DialogChoices& choices_;
     State state_ = State::dialog;
     std::string_view last_function_;
     bool failed_ = false;
@@ -247,13 +247,13 @@ class CommandReader : public Reader {
     int pass_ = 0;
 };
 
-std::unique_ptr<Reader> make_reader(const Scenario& scenario) {
+std::unique_ptr<PartReader> make_reader(const Scenario& scenario) {
     switch (scenario.door) {
-        case Door::entry_point:
+        case VisitedDoor::entry_point:
             return std::make_unique<EntryReader>();
-        case Door::menu_update:
+        case VisitedDoor::menu_update:
             return std::make_unique<MenuReader>();
-        case Door::command:
+        case VisitedDoor::command:
             return std::make_unique<CommandReader>(scenario.choices);
     }
     throw std::logic_error("no such door");

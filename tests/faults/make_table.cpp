@@ -13,7 +13,7 @@ int main(int argc, char** argv) try {
     const faults::Subject subject{PLUGIN_MODULE, faults::exflate_promise()};
     std::vector<faults::Row> rows;
     for (const faults::Scenario& scenario : faults::scenarios()) {
-        const faults::Report report = faults::sweep(subject, scenario);
+        const faults::SweepReport report = faults::sweep(subject, scenario);
         for (const std::string& finding : report.findings) std::cerr << scenario.name << ": " << finding << '\n';
         rows.emplace_back(scenario.name, report.figures);
         std::cout << faults::row_line(scenario.name, report.figures) << std::endl;

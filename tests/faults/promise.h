@@ -36,9 +36,9 @@ struct LeftToHost {
 };
 
 // Follows a visit call by call and tells the parts.
-class Reader {
+class PartReader {
   public:
-    virtual ~Reader() = default;
+    virtual ~PartReader() = default;
     virtual Part part_of(const MadeCall& call) = 0;  // suite calls
     // The part in which a suite is asked for, before it is known for which call.
     virtual Part part_of_acquisition(std::string_view accessor) = 0;
@@ -52,7 +52,7 @@ struct Promise {
     std::vector<LeftToHost> left_to_host;
     std::vector<Part> frees_locked_memory_in;
     Part group_end;  // "" if no undo group is made; every returned failure that allows it must be followed by it
-    std::function<std::unique_ptr<Reader>(const Scenario&)> reader;
+    std::function<std::unique_ptr<PartReader>(const Scenario&)> reader;
 
     const Rule& rule(Part part) const;  // throws std::logic_error if there is none
 };

@@ -62,13 +62,13 @@ std::set<std::string> slots_in_sources() {
 }
 
 // Every scenario without a fault, and a start that fails: only then is there something to report.
-std::vector<Visit> visits(const char* module_file) {
+std::vector<SweepVisit> visits(const char* module_file) {
     const host::runner::PluginModule module(module_file);
-    std::vector<Visit> all;
+    std::vector<SweepVisit> all;
     for (const Scenario& scenario : scenarios()) all.push_back(visit(module, scenario, {}, nullptr));
     const Scenario& entry = scenarios().front();
-    EXPECT_EQ(entry.door, Door::entry_point);
-    all.push_back(visit(module, entry, {Fault::Kind::call_once, 1}, &all.front()));
+    EXPECT_EQ(entry.door, VisitedDoor::entry_point);
+    all.push_back(visit(module, entry, {PlannedFault::Kind::call_once, 1}, &all.front()));
     return all;
 }
 
@@ -82,7 +82,7 @@ TEST(Reach, the_list_of_slots_is_that_of_the_sources) {
 
 TEST(Reach, the_scenarios_call_every_listed_slot_and_no_other) {
     std::set<std::string> called;
-    for (const Visit& visit : visits(PLUGIN_MODULE))
+    for (const SweepVisit& visit : visits(PLUGIN_MODULE))
         for (const MadeCall& call : visit.calls)
             if (call.kind == MadeCall::Kind::suite) called.insert(call.words());
     EXPECT_THAT(called, ElementsAreArray(listed_slots().reached));

@@ -14,10 +14,10 @@ namespace faults {
 
 using host::model::testing::Scene;
 
-enum class Door { entry_point, menu_update, command };
+enum class VisitedDoor { entry_point, menu_update, command };
 
 // What a person chooses in the options dialog.
-struct Choices {
+struct DialogChoices {
     bool cancel = false;
     bool copy_attributes = true;
     bool delete_source = false;
@@ -32,9 +32,9 @@ struct Choices {
 
 struct Scenario {
     std::string name;  // letters, digits and "_": names the test as well
-    Door door = Door::command;
+    VisitedDoor door = VisitedDoor::command;
     std::function<void(Scene&)> build;
-    Choices choices = {};
+    DialogChoices choices = {};
     host::model::HostRules rules = {};
     // After the menus were updated once, before the visit.
     std::function<void(Scene&)> change_before_visit = [](Scene&) {};

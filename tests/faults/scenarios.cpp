@@ -211,20 +211,20 @@ using Build = void (*)(Scene&);
 Scenario at_entry(const char* name, Build build) {
     Scenario scenario;
     scenario.name = name;
-    scenario.door = Door::entry_point;
+    scenario.door = VisitedDoor::entry_point;
     scenario.build = build;
     return scenario;
 }
 
 Scenario at_menu(const char* name, Build build) {
     Scenario scenario = at_entry(name, build);
-    scenario.door = Door::menu_update;
+    scenario.door = VisitedDoor::menu_update;
     return scenario;
 }
 
-Scenario at_command(const char* name, Build build, Choices choices, HostRules rules = {}) {
+Scenario at_command(const char* name, Build build, DialogChoices choices, HostRules rules = {}) {
     Scenario scenario = at_entry(name, build);
-    scenario.door = Door::command;
+    scenario.door = VisitedDoor::command;
     scenario.choices = std::move(choices);
     scenario.rules = std::move(rules);
     return scenario;
@@ -291,7 +291,7 @@ std::vector<Scenario> make_scenarios() {
 
 }  // namespace
 
-std::vector<host::scriptui::Action> Choices::actions() const {
+std::vector<host::scriptui::Action> DialogChoices::actions() const {
     using host::scriptui::Action;
     const auto click = [](const char* control) { return Action{Action::Kind::click, control, {}}; };
     if (cancel) return {click("Cancel")};

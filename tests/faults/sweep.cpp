@@ -14,21 +14,22 @@
 namespace faults {
 namespace {
 
-std::uint64_t count_of(const Visit& clean, MadeCall::Kind kind) {
+std::uint64_t count_of(const SweepVisit& clean, MadeCall::Kind kind) {
     return of_kind(clean.calls, kind).size();
 }
 
-std::uint64_t stride_of(const Visit& clean, const Effort& effort) {
+std::uint64_t stride_of(const SweepVisit& clean, const Effort& effort) {
     if (effort.most_per_kind == 0) return 1;
     return (count_of(clean, MadeCall::Kind::suite) + effort.most_per_kind - 1) / effort.most_per_kind;
 }
 
 // Each kind begins at another n, so that together they come by more calls than one of them.
-std::vector<Fault> faults_of(const Visit& clean, std::uint64_t stride) {
-    std::vector<Fault> faults = {{}};
+std::vector<PlannedFault> faults_of(const SweepVisit& clean, std::uint64_t stride) {
+    std::vector<PlannedFault> faults = {{}};
     std::uint64_t first = 0;
-    for (const Fault::Kind kind : kSweptKinds) {
-        const bool counts_suites = kind == Fault::Kind::suite_once || kind == Fault::Kind::suite_from_then_on;
+    for (const PlannedFault::Kind kind : kSweptKinds) {
+        const bool counts_suites =
+            kind == PlannedFault::Kind::suite_once || kind == PlannedFault::Kind::suite_from_then_on;
         const std::uint64_t last = count_of(clean, counts_suites ? MadeCall::Kind::acquisition : MadeCall::Kind::suite);
         for (std::uint64_t n = 1 + first % stride; n <= last; n += stride) faults.push_back({kind, n});
         ++first;
@@ -42,16 +43,16 @@ std::string one_line(std::string text) {
     return text;
 }
 
-class Worker {
+class SweepWorker {
   public:
-    Worker(const Subject& subject, const Scenario& scenario, const Effort& effort, std::FILE* out)
+    SweepWorker(const Subject& subject, const Scenario& scenario, const Effort& effort, std::FILE* out)
         : subject_(subject), scenario_(scenario), effort_(effort), out_(out) {}
 
     void work(std::size_t first) {
         const host::runner::PluginModule module(subject_.module);
-        const Visit clean = visit(module, scenario_, {}, nullptr);
+        const SweepVisit clean = visit(module, scenario_, {}, nullptr);
         const std::uint64_t stride = stride_of(clean, effort_);
-        const std::vector<Fault> faults = faults_of(clean, stride);
+        const std::vector<PlannedFault> faults = faults_of(clean, stride);
         std::fprintf(out_, "begin %zu %zu %zu\n", static_cast<std::size_t>(stride),
                      of_kind(clean.calls, MadeCall::Kind::suite).size(),
                      of_kind(clean.calls, MadeCall::Kind::acquisition).size());
@@ -66,10 +67,10 @@ class Worker {
     }
 
   private:
-    void judge_one(const host::runner::PluginModule& module, const Fault& fault, const Visit& clean) {
+    void judge_one(const host::runner::PluginModule& module, const PlannedFault& fault, const SweepVisit& clean) {
         const Judgement judgement =
             judge(subject_.promise, scenario_, fault, visit(module, scenario_, fault, &clean), clean);
-        for (const Finding& finding : judgement.findings) {
+        for (const FailedCheck& finding : judgement.findings) {
             std::string line = finding.check + ": " + fault.words();
             if (!judgement.where.empty()) line += " (" + judgement.where + ")";
             std::fprintf(out_, "finding %s\n", one_line(line + ": " + finding.sentence).c_str());
@@ -86,7 +87,7 @@ class Worker {
 // What a worker wrote, as far as it came.
 class Reading {
   public:
-    explicit Reading(Report& report) : report_(report) {}
+    explicit Reading(SweepReport& report) : report_(report) {}
 
     void read(const std::string& line) {
         std::istringstream in(line);
@@ -146,7 +147,7 @@ class Reading {
         is_visiting_ = false;
     }
 
-    Report& report_;
+    SweepReport& report_;
     std::size_t next_ = 0;
     std::string fault_;
     bool is_visiting_ = false;
@@ -158,7 +159,7 @@ class Reading {
                             int pipe) {
     std::FILE* out = fdopen(pipe, "w");
     try {
-        Worker(subject, scenario, effort, out).work(first);
+        SweepWorker(subject, scenario, effort, out).work(first);
     } catch (const std::exception& error) {
         std::fprintf(out, "broken %s\n", one_line(error.what()).c_str());
     }
@@ -191,8 +192,8 @@ Effort usual_effort() {
     return {.most_per_kind = is_full ? 0 : kMostPerKind};
 }
 
-Report sweep(const Subject& subject, const Scenario& scenario, const Effort& effort) {
-    Report report;
+SweepReport sweep(const Subject& subject, const Scenario& scenario, const Effort& effort) {
+    SweepReport report;
     Reading reading(report);
     while (!reading.is_done()) {
         int ends[2];

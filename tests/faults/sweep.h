@@ -16,9 +16,9 @@ struct Subject {
     Promise promise;
 };
 
-inline constexpr Fault::Kind kSweptKinds[] = {
-    Fault::Kind::call_once,          Fault::Kind::call_from_then_on,   Fault::Kind::suite_once,
-    Fault::Kind::suite_from_then_on, Fault::Kind::call_then_no_suites,
+inline constexpr PlannedFault::Kind kSweptKinds[] = {
+    PlannedFault::Kind::call_once,          PlannedFault::Kind::call_from_then_on,   PlannedFault::Kind::suite_once,
+    PlannedFault::Kind::suite_from_then_on, PlannedFault::Kind::call_then_no_suites,
 };
 
 struct Figures {
@@ -33,7 +33,7 @@ struct Figures {
     Figures& operator+=(const Figures& other);
 };
 
-struct Report {
+struct SweepReport {
     Figures figures;
     std::uint64_t stride = 1;  // of the n that were taken
     // "call-swallowed: call 12 fails (moving out: LayerSuite5.AEGP_GetLayerParent): ...", one for each finding.
@@ -50,6 +50,6 @@ Effort usual_effort();
 
 // Visits run in a process of their own, which may crash. Throws std::runtime_error if the plug-in cannot be swept at
 // all.
-Report sweep(const Subject& subject, const Scenario& scenario, const Effort& effort = {});
+SweepReport sweep(const Subject& subject, const Scenario& scenario, const Effort& effort = {});
 
 }  // namespace faults

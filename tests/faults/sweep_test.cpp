@@ -29,7 +29,7 @@ class Sweep : public testing::TestWithParam<Scenario> {};
 
 TEST_P(Sweep, keeps_every_promise_whatever_call_fails) {
     const Scenario& scenario = GetParam();
-    const Report report = sweep({PLUGIN_MODULE, exflate_promise()}, scenario, usual_effort());
+    const SweepReport report = sweep({PLUGIN_MODULE, exflate_promise()}, scenario, usual_effort());
     std::cout << report.figures.visits() << " visits, stride " << report.stride << " (EXFLATE_SWEEP=full takes all)\n";
 
     for (std::size_t i = 0; i < std::min(report.findings.size(), kMostFindingsShown); ++i)
@@ -56,8 +56,8 @@ TEST(FaultTable, has_all_scenarios_in_full_and_their_totals) {
         const auto& [title, figures] = rows[i];
         EXPECT_EQ(title, scenarios()[i].name) << kRefresh;
         for (std::size_t kind = 0; kind < figures.swept.size(); ++kind) {
-            const bool counts_suites =
-                kSweptKinds[kind] == Fault::Kind::suite_once || kSweptKinds[kind] == Fault::Kind::suite_from_then_on;
+            const bool counts_suites = kSweptKinds[kind] == PlannedFault::Kind::suite_once ||
+                                       kSweptKinds[kind] == PlannedFault::Kind::suite_from_then_on;
             EXPECT_EQ(figures.swept[kind], counts_suites ? figures.acquisitions : figures.calls) << title;
         }
         EXPECT_EQ(figures.returned + figures.dropped, figures.visits()) << title;

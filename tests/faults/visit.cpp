@@ -27,21 +27,21 @@ std::uint64_t count_of(const std::vector<MadeCall>& calls, MadeCall::Kind kind, 
     }));
 }
 
-void arm(FaultInjector& injector, const Fault& fault, const Before& before, const Visit* clean) {
+void arm(FaultInjector& injector, const PlannedFault& fault, const Before& before, const SweepVisit* clean) {
     using Kind = MadeCall::Kind;
     const std::uint64_t call = before.calls + fault.n;
     const std::uint64_t acquisition = before.acquisitions + fault.n;
     switch (fault.kind) {
-        case Fault::Kind::none:
+        case PlannedFault::Kind::none:
             return;
-        case Fault::Kind::call_once:
+        case PlannedFault::Kind::call_once:
             return injector.fail_call(call, kFirstCode);
-        case Fault::Kind::call_from_then_on:
+        case PlannedFault::Kind::call_from_then_on:
             injector.fail_call(call, kFirstCode);
             return injector.fail_call(call + 1, kLaterCode, Lasting::from_then_on);
-        case Fault::Kind::suite_once:
+        case PlannedFault::Kind::suite_once:
             return injector.fail_acquisition(acquisition, kRefusedSuite);
-        case Fault::Kind::suite_from_then_on: {
+        case PlannedFault::Kind::suite_from_then_on: {
             const MadeCall* refused = of_kind(clean->calls, Kind::acquisition).at(fault.n - 1);
             std::uint64_t ordinal = count_of(before.log, Kind::acquisition, refused->accessor);
             for (const MadeCall& made : clean->calls) {
@@ -51,7 +51,7 @@ void arm(FaultInjector& injector, const Fault& fault, const Before& before, cons
             return injector.fail_acquisition(ordinal, kRefusedSuite, Lasting::from_then_on,
                                              "AEGP_" + std::string(refused->accessor));
         }
-        case Fault::Kind::call_then_no_suites: {
+        case PlannedFault::Kind::call_then_no_suites: {
             std::uint64_t acquisitions = before.acquisitions;
             std::uint64_t calls = 0;
             for (const MadeCall& made : clean->calls) {
@@ -64,13 +64,14 @@ void arm(FaultInjector& injector, const Fault& fault, const Before& before, cons
     }
 }
 
-host::runner::Outcome open_door(host::runner::Session& session, const host::runner::PluginModule& module, Door door) {
+host::runner::Outcome open_door(host::runner::Session& session, const host::runner::PluginModule& module,
+                                VisitedDoor door) {
     switch (door) {
-        case Door::entry_point:
+        case VisitedDoor::entry_point:
             return session.start(module);
-        case Door::menu_update:
+        case VisitedDoor::menu_update:
             return session.update_menus();
-        case Door::command:
+        case VisitedDoor::command:
             return session.run_command(session.menu_items().at(0).command);
     }
     throw std::logic_error("no such door");
@@ -79,7 +80,7 @@ host::runner::Outcome open_door(host::runner::Session& session, const host::runn
 // An orderly start, up to the door.
 void approach(host::runner::Session& session, const host::runner::PluginModule& module, const Scenario& scenario,
               Scene& scene) {
-    if (scenario.door == Door::entry_point) return;
+    if (scenario.door == VisitedDoor::entry_point) return;
     if (session.start(module).has_failed()) throw std::runtime_error("the plug-in does not start");
     session.update_menus();
     scenario.change_before_visit(scene);
@@ -101,7 +102,7 @@ std::string restore(Scene& scene, const host::runner::Outcome& outcome, const st
     return first_difference(before, host::model::testing::snapshot(scene.project));
 }
 
-void read_ledger(const host::suites::LedgerReport& ledger, std::uint64_t calls_before, Visit& visit) {
+void read_ledger(const host::suites::LedgerReport& ledger, std::uint64_t calls_before, SweepVisit& visit) {
     for (const host::suites::HandedOut& handle : ledger.never_disposed) {
         if (handle.made_by_call > calls_before) visit.left.push_back(handle);
     }
@@ -117,7 +118,7 @@ void read_ledger(const host::suites::LedgerReport& ledger, std::uint64_t calls_b
 
 }  // namespace
 
-std::string Fault::words() const {
+std::string PlannedFault::words() const {
     const std::string number = std::to_string(n);
     switch (kind) {
         case Kind::none:
@@ -143,8 +144,8 @@ std::vector<const MadeCall*> of_kind(const std::vector<MadeCall>& calls, MadeCal
     return found;
 }
 
-Visit visit(const host::runner::PluginModule& module, const Scenario& scenario, const Fault& fault,
-            const Visit* clean) {
+SweepVisit visit(const host::runner::PluginModule& module, const Scenario& scenario, const PlannedFault& fault,
+                 const SweepVisit* clean) {
     host::runner::use_utf8_locale();
     Scene scene(scenario.rules);
     scenario.build(scene);
@@ -157,7 +158,7 @@ Visit visit(const host::runner::PluginModule& module, const Scenario& scenario, 
     // A command is picked from a menu that was just updated; those calls are another door's.
     Before before;
     CallLog log;
-    if (scenario.door == Door::command) {
+    if (scenario.door == VisitedDoor::command) {
         session.suites().add_observer(log);
         session.update_menus();
         session.suites().remove_observer(log);
@@ -174,7 +175,7 @@ Visit visit(const host::runner::PluginModule& module, const Scenario& scenario, 
     arm(injector, fault, before, clean);
     session.suites().add_observer(visit_log);
     session.suites().add_observer(injector);
-    Visit result;
+    SweepVisit result;
     result.outcome = open_door(session, module, scenario.door);
     session.suites().remove_observer(injector);
     session.suites().remove_observer(visit_log);

@@ -11,7 +11,7 @@
 
 namespace faults {
 
-struct Fault {
+struct PlannedFault {
     enum class Kind {
         none,
         call_once,            // the n-th call
@@ -31,7 +31,7 @@ inline constexpr A_Err kFirstCode = 4711;   // the failing call
 inline constexpr A_Err kLaterCode = 4712;   // calls refused after it
 inline constexpr A_Err kRefusedSuite = 17;  // what the plug-in makes of it is its own matter
 
-struct Visit {
+struct SweepVisit {
     std::vector<MadeCall> calls;  // of the door alone
     host::runner::Outcome outcome;
     bool is_group_left_open = false;
@@ -44,7 +44,8 @@ struct Visit {
 
 // `clean` is the same scenario without a fault: it tells where calls and acquisitions stand. Null for that visit
 // itself.
-Visit visit(const host::runner::PluginModule& module, const Scenario& scenario, const Fault& fault, const Visit* clean);
+SweepVisit visit(const host::runner::PluginModule& module, const Scenario& scenario, const PlannedFault& fault,
+                 const SweepVisit* clean);
 
 // The suite calls and the acquisitions among them, in order.
 std::vector<const MadeCall*> of_kind(const std::vector<MadeCall>& calls, MadeCall::Kind kind);
