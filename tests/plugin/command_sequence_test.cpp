@@ -11,23 +11,8 @@ Lines joined(const std::vector<Lines>& parts) {
     return all;
 }
 
-Lines walk_to_inner() {
-    return {"Item5.GetItemID(inner)",
-            "Proj5.GetProjectByIndex(0)",
-            "Item6.GetFirstProjItem(project)",
-            "Item6.GetItemID(root)",
-            "Item6.GetNextProjItem(project, root)",
-            "Item6.GetItemID(footage)",
-            "Item6.GetNextProjItem(project, footage)",
-            "Item6.GetItemID(inner)"};
-}
-
-Lines walk_to_main() {
-    Lines walk = walk_to_inner();
-    walk.front() = "Item5.GetItemID(main)";
-    walk.insert(walk.end(), {"Item6.GetNextProjItem(project, inner)", "Item6.GetItemID(main)"});
-    return walk;
-}
+const Lines kWalkToInner = walk_to({"root", "footage", "inner"});
+const Lines kWalkToMain = walk_to({"root", "footage", "inner", "main"});
 
 // From the dialog to the selected layer that turns out to be a pre-comp layer.
 Lines beginning() {
@@ -72,8 +57,8 @@ Lines copied() {
     return joined(
         {{"Collection2.NewCollection(7)", "Layer5.GetLayerParentComp(nest)", "Comp4.GetItemFromComp(main)",
           "Layer5.GetLayerSourceItem(nest)", "Comp4.GetCompFromItem(inner)", "Layer5.GetCompNumLayers(inner)"},
-         walk_to_main(),
-         walk_to_inner(),
+         kWalkToMain,
+         kWalkToInner,
          {script_call("var tempName = \"\"; var allNames = [];tempName = " + layer + ".name; allNames.push(tempName);" +
                       layer + ".name = tempName;" + layer + ".copyToComp(app.project.item(3));" + layer +
                       ".name = tempName;"),
@@ -97,7 +82,7 @@ const Lines kToIndex = joined({{"Layer6.GetLayerIndex(nest)"}, kWalkOfCopies, {"
 
 Lines null_dropped() {
     return joined({{"Comp11.GetItemFromComp(main)", "Item1.IsItemSelected(main)"},
-                   walk_to_main(),
+                   kWalkToMain,
                    {"Layer5.GetCompLayerByIndex(main, 0)", script_call("app.project.item(3).layer(1).parent = null; "),
                     "Layer4.GetLayerSourceItem(null)", "Layer4.DeleteLayer(null)", "Item1.DeleteItem(nullItem)"}});
 }

@@ -94,12 +94,6 @@ TEST_F(Command, measures_the_prefix_in_bytes_as_written) {
     }
 }
 
-TEST_F(Command, renames_with_a_prefix_of_50_bytes) {
-    answer = "[false,false,false,\"" + std::string(50, 'x') + "\",false,false]";
-    EXPECT_EQ(run(), A_Err_NONE);
-    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', " + std::string(50, 'x') + "_a')"), 1);
-}
-
 TEST_F(Command, prefix_of_50_bytes_ends_there_whatever_lies_behind_it) {
     // Behind it lies the address of the host's suites: here one that begins with the letter H.
     alignas(256) unsigned char room[512] = {};
@@ -247,52 +241,50 @@ TEST_F(Command, keeping_the_precomp_layer_switches_its_video_off) {
 
 // ---- Names
 
+struct PrefixCase {
+    const char* name;
+    std::string answer;
+    const char* locale;
+    std::string new_name;  // of the copy of "a" out of "nest"; empty if it keeps its own
+};
+
+const PrefixCase kPrefixCases[] = {
+    {"of_50_bytes", "[false,false,false,\"" + std::string(50, 'x') + "\",false,false]", "C",
+     std::string(50, 'x') + "_a'"},
+    {"that_is_the_precomp_layers_name", R"([false,false,false,"",true,false])", "C", "nest_a'"},
+    {"of_name_and_typed_text", R"([false,false,false,"fx",true,false])", "C", "nest_fx_a'"},
+    {"with_escapes_as_they_stand", R"([false,false,false,"a\"b",false,false])", "C", R"(a\"b_a')"},
+    {"of_seven_tokens_without_an_array", R"(7 true false false "fx" false false)", "C", "fx_a'"},
+    {"of_choices_with_blanks_between_them", R"( [ true , false , false , "fx" , false , false ] )", "C", "fx_a'"},
+    {"as_far_as_the_locale_reads_it", "[false,false,false,\"ab\xc3\xa9\",false,false]", "C", "ab_a'"},
+    {"as_another_locale_reads_it", "[false,false,false,\"ab\xc3\xa9\",false,false]", "C.UTF-8", "ab{e9}_a'"},
+    {"without_an_underscore_where_the_locale_reads_nothing", "[false,false,false,\"\xc3\xa9\",true,false]", "C",
+     "nest_a'"},
+    {"with_one_where_it_reads_something", "[false,false,false,\"\xc3\xa9\",true,false]", "C.UTF-8", "nest_{e9}_a'"},
+    {"that_is_nothing_where_the_locale_reads_nothing", "[false,false,false,\"\xc3\xa9\",false,false]", "C", ""},
+};
+
+class Prefix : public Command, public testing::WithParamInterface<PrefixCase> {};
+
+TEST_P(Prefix, stands_in_front_of_the_new_names) {
+    answer = GetParam().answer;
+    ASSERT_NE(std::setlocale(LC_CTYPE, GetParam().locale), nullptr);
+    EXPECT_EQ(run(), A_Err_NONE);
+    std::setlocale(LC_CTYPE, "C");
+    const std::string call = "Layer6.SetLayerName(a', " + GetParam().new_name + ")";
+    EXPECT_THAT(host.calls_of("SetLayerName(a'"),
+                GetParam().new_name.empty() ? std::vector<std::string>{} : std::vector<std::string>{call});
+}
+
+INSTANTIATE_TEST_SUITE_P(Cases, Prefix, testing::ValuesIn(kPrefixCases),
+                         [](const auto& prefix) { return prefix.param.name; });
+
 TEST_F(Command, prefixes_names_with_the_typed_text) {
     answer = "[false,false,false,\"fx\",false,false]";
     EXPECT_EQ(run(), A_Err_NONE);
     EXPECT_THAT(host.calls_of("SetLayerName"),
                 ElementsAre("Layer6.SetLayerName(c', fx_c')", "Layer6.SetLayerName(b', fx_b')",
                             "Layer6.SetLayerName(a', fx_a')"));
-}
-
-TEST_F(Command, prefixes_names_with_the_precomp_layers_name) {
-    answer = "[false,false,false,\"\",true,false]";
-    EXPECT_EQ(run(), A_Err_NONE);
-    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', nest_a')"), 1);
-}
-
-TEST_F(Command, prefixes_names_with_both) {
-    answer = "[false,false,false,\"fx\",true,false]";
-    EXPECT_EQ(run(), A_Err_NONE);
-    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', nest_fx_a')"), 1);
-}
-
-TEST_F(Command, puts_no_underscore_for_a_prefix_of_which_the_locale_reads_nothing) {
-    answer = "[false,false,false,\"\xc3\xa9\",true,false]";
-    EXPECT_EQ(run(), A_Err_NONE);
-    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', nest_a')"), 1);
-    main->layers = {above, nest, below};
-    answer = "[false,false,false,\"\xc3\xa9\",false,false]";
-    host.forget_calls();
-    EXPECT_EQ(run(), A_Err_NONE);
-    EXPECT_EQ(host.count_of("SetLayerName"), 0) << "nothing is left to put in front";
-}
-
-TEST_F(Command, takes_escapes_in_the_prefix_as_they_stand) {
-    answer = "[false,false,false,\"a\\\"b\",false,false]";
-    EXPECT_EQ(run(), A_Err_NONE);
-    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', a\\\"b_a')"), 1);
-}
-
-TEST_F(Command, takes_of_a_prefix_what_the_locale_can_read) {
-    answer = "[false,false,false,\"ab\xc3\xa9\",false,false]";
-    EXPECT_EQ(run(), A_Err_NONE);
-    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', ab_a')"), 1) << "the C locale knows no such character";
-    ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
-    main->layers = {above, nest, below};
-    EXPECT_EQ(run(), A_Err_NONE);
-    std::setlocale(LC_CTYPE, "C");
-    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', ab{e9}_a')"), 1);
 }
 
 TEST_F(Command, judges_a_flag_by_its_first_letter) {
@@ -343,18 +335,6 @@ TEST_F(Command, goes_by_the_number_of_tokens_whatever_they_are) {
     EXPECT_EQ(run(), A_Err_NONE);
     EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', 2_a')"), 1);
     EXPECT_EQ(host.count_of("Layer4.DeleteLayer(nest)"), 1);
-}
-
-TEST_F(Command, goes_by_the_number_of_tokens_also_without_an_array) {
-    answer = "7 true false false \"fx\" false false";
-    EXPECT_EQ(run(), A_Err_NONE);
-    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', fx_a')"), 1);
-}
-
-TEST_F(Command, allows_blanks_between_the_choices) {
-    answer = " [ true , false , false , \"fx\" , false , false ] ";
-    EXPECT_EQ(run(), A_Err_NONE);
-    EXPECT_EQ(host.count_of("Layer6.SetLayerName(a', fx_a')"), 1);
 }
 
 TEST_F(Command, of_another_id_is_known_by_it) {

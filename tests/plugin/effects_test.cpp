@@ -172,20 +172,8 @@ TEST_F(Effects, keyed_parameter_is_the_same_afterwards) {
     point->keyframes[1].value = 4;
     point->keyframes[1].flags = 0;
     EXPECT_EQ(copy(), A_Err_NONE);
-    const std::vector<fake::Keyframe>& copies = above->effects.front()->parameters[1]->keyframes;
-    ASSERT_EQ(copies.size(), 2u);
-    for (std::size_t i = 0; i < 2; ++i) {
-        const fake::Keyframe& original = point->keyframes[i];
-        EXPECT_EQ(fake::text_of(copies[i].time), fake::text_of(original.time));
-        EXPECT_EQ(copies[i].value, original.value);
-        EXPECT_EQ(copies[i].flags, original.flags);
-        EXPECT_EQ(copies[i].in, original.in);
-        EXPECT_EQ(copies[i].out, original.out);
-        EXPECT_EQ(copies[i].in_tangent, original.in_tangent);
-        EXPECT_EQ(copies[i].out_tangent, original.out_tangent);
-        EXPECT_EQ(copies[i].in_eases, original.in_eases);
-        EXPECT_EQ(copies[i].out_eases, original.out_eases);
-    }
+    ASSERT_EQ(point->keyframes.size(), 2u);
+    expect_same(above->effects.front()->parameters[1]->keyframes, point->keyframes);
 }
 
 TEST_F(Effects, keyframe_without_flags_says_so_in_the_first_of_six_calls) {

@@ -88,6 +88,22 @@ class OperationTest : public testing::Test {
         host.fail_on.clear();
     }
 
+    static void expect_same(const std::vector<fake::Keyframe>& copies, const std::vector<fake::Keyframe>& originals) {
+        ASSERT_EQ(copies.size(), originals.size());
+        for (std::size_t i = 0; i < copies.size(); ++i) {
+            const fake::Keyframe& original = originals[i];
+            EXPECT_EQ(fake::text_of(copies[i].time), fake::text_of(original.time));
+            EXPECT_EQ(copies[i].value, original.value);
+            EXPECT_EQ(copies[i].flags, original.flags);
+            EXPECT_EQ(copies[i].in, original.in);
+            EXPECT_EQ(copies[i].out, original.out);
+            EXPECT_EQ(copies[i].in_eases, original.in_eases);
+            EXPECT_EQ(copies[i].out_eases, original.out_eases);
+            EXPECT_EQ(copies[i].in_tangent, original.in_tangent);
+            EXPECT_EQ(copies[i].out_tangent, original.out_tangent);
+        }
+    }
+
     void expect_faults_end_it(
         const std::function<A_Err()>& operation, const std::function<void()>& prepare = [] {}) {
         expect_chain(prepare, operation);
@@ -107,6 +123,17 @@ class OperationTest : public testing::Test {
     fake::Layer* nest = nullptr;
     fake::Layer* below = nullptr;
 };
+
+// The calls that find the number of the last item by walking over all of them.
+inline std::vector<std::string> walk_to(const std::vector<std::string>& items) {
+    std::vector<std::string> walk = {"Item5.GetItemID(" + items.back() + ")", "Proj5.GetProjectByIndex(0)",
+                                     "Item6.GetFirstProjItem(project)"};
+    for (const std::string& item : items) {
+        walk.push_back("Item6.GetItemID(" + item + ")");
+        if (item != items.back()) walk.push_back("Item6.GetNextProjItem(project, " + item + ")");
+    }
+    return walk;
+}
 
 using testing::ElementsAre;
 using testing::IsEmpty;
