@@ -1,5 +1,5 @@
 // Names that a mistyped one may have meant.
-#include "cli/near_names.h"
+#include "cli/shared/suggestions.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 // The nests that a run has brought to the surface.
 #include <gmock/gmock.h>
 
-#include "cli/selection.h"
+#include "cli/shared/selection.h"
 
 namespace {
 

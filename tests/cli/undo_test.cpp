@@ -5,9 +5,9 @@
 #include <iterator>
 
 #include "animations.h"
-#include "cli/dialog_operator.h"
-#include "cli/selection.h"
-#include "cli/unnest.h"
+#include "cli/shared/dialog_operator.h"
+#include "cli/shared/selection.h"
+#include "cli/shared/unnest.h"
 #include "document/document.h"
 #include "runner/utf8_locale.h"
 

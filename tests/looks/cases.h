@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "animations.h"
-#include "cli/dialog_answers.h"
+#include "cli/shared/dialog_answers.h"
 #include "looks/finding.h"
 
 namespace test {

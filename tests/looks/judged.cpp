@@ -1,9 +1,9 @@
 // Un-nesting by the real command in memory, judged and looked at.
 #include "judged.h"
 
-#include "cli/documents.h"
-#include "cli/selection.h"
-#include "cli/trial.h"
+#include "cli/shared/animation_file.h"
+#include "cli/shared/selection.h"
+#include "cli/shared/trial.h"
 #include "pictures/comparison.h"
 
 namespace test {

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "cli/dialog_answers.h"
+#include "cli/shared/dialog_answers.h"
 #include "looks/audit.h"
 
 namespace test {

@@ -10,7 +10,7 @@
 #include <string>
 #include <utility>
 
-#include "cli/failure.h"
+#include "cli/shared/failure.h"
 
 namespace cli {
 

@@ -6,14 +6,9 @@
 
 #include "cli/arguments/help.h"
 #include "cli/arguments/tables.h"
-#include "cli/check_command.h"
-#include "cli/dialog_command.h"
 #include "cli/file_io.h"
-#include "cli/list_command.h"
-#include "cli/near_names.h"
-#include "cli/replay_command.h"
-#include "cli/report_command.h"
-#include "cli/run_command.h"
+#include "cli/shared/suggestions.h"
+#include "commands.h"
 
 namespace cli {
 namespace {

@@ -5,7 +5,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-#include "cli/near_names.h"
+#include "cli/shared/suggestions.h"
 
 namespace cli {
 namespace {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "cli/dialog_answers.h"
+#include "cli/shared/dialog_answers.h"
 #include "scriptui/dialog_driver.h"
 
 namespace cli {

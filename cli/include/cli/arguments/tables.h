@@ -10,7 +10,7 @@
 
 #include "cli/arguments/options.h"
 #include "cli/console.h"
-#include "cli/failure.h"
+#include "cli/shared/failure.h"
 
 namespace cli {
 

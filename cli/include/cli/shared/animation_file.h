@@ -1,0 +1,73 @@
+// Animations from files, plain or packed, and back; every trouble is a Failure.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/file_io.h"
+#include "document/document.h"
+#include "document/written.h"
+#include "packed/archive.h"
+
+namespace cli {
+
+// A file's name in sentences; "standard input" for "-".
+std::string shown_name(const std::string& file);
+
+// The file's bytes. Throws Failure (bad input).
+std::string read_input(const std::string& file);
+
+// Throws Failure (bad input, with its place).
+lottie::document::Document parse_input(std::string text);
+
+// Throws Failure (bad input, with its place) if a fault inside some layer was met: a run may have passed over it.
+void refuse_faulty_content(const lottie::document::Document& document);
+
+// The folder for results, made if it is missing. Throws Failure (failed).
+void prepare_folder(const std::string& folder);
+
+// Writes the whole result or nothing; "-" is standard output. Throws Failure (failed).
+void write_result(std::string_view output, Pieces bytes);
+
+// What a .tgs file may have at the most to be taken as a sticker.
+constexpr std::size_t kMostStickerBytes = std::size_t{64} << 10;
+
+class AnimationFile {
+  public:
+    // Reads the file; "-" is standard input. `id` chooses one animation of a .lottie file, an empty one means all.
+    // Throws Failure: bad input, its place naming the entry at fault; usage if there is no animation of that id.
+    AnimationFile(const std::string& file, const std::string& id);
+
+    // Of a .lottie file, even with one animation in it: its animations have names.
+    bool is_collection() const { return form() == lottie::packed::Form::lottie; }
+    std::optional<lottie::packed::Form> form() const;  // none of a plain file
+    std::size_t byte_count() const { return byte_count_; }
+
+    // The chosen animations; at least one.
+    std::size_t count() const { return chosen_.size(); }
+    const std::string& text(std::size_t i) const;
+    // The same for who asks once: of a plain file there may be no text afterwards.
+    std::string take_text(std::size_t i);
+    std::string id(std::size_t i) const;     // empty where there is no choice
+    std::string place(std::size_t i) const;  // a colon and the entry for sentences; empty where there is no choice
+    // The file's name as it is in sentences, and the place.
+    std::string label(std::size_t i) const { return name_ + place(i); }
+
+    // The file's bytes with `texts` in the place of the chosen animations, in the same form. They point at what the
+    // texts of a plain file point at. Throws Failure (failed).
+    lottie::document::Written with(std::vector<lottie::document::Written> texts) const;
+
+  private:
+    void choose(const std::string& id);
+    const lottie::packed::PackedAnimation& packed(std::size_t i) const { return archive_->animations()[chosen_[i]]; }
+
+    std::string name_;
+    std::size_t byte_count_;
+    std::string plain_;
+    std::optional<lottie::packed::Archive> archive_;
+    std::vector<std::size_t> chosen_;
+};
+
+}  // namespace cli

@@ -1,0 +1,37 @@
+// Running the plug-in's command on nests, once or until none is left.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/shared/failure.h"
+#include "model/comp.h"
+#include "runner/session.h"
+
+namespace cli {
+
+// What the runs on one composition did and said.
+struct Record {
+    std::size_t nests = 0;            // that were un-nested
+    std::size_t layers_made = 0;      // that are in the composition and were not before
+    std::size_t sources_deleted = 0;  // nested compositions
+    std::size_t sources_kept = 0;
+    std::vector<host::scriptui::Alert> alerts;
+    std::vector<std::string> reports;
+    std::vector<std::string> log;
+};
+
+// The command ended well and has changed nothing: it was cancelled, or refused what the dialog was answered.
+class NothingChanged : public Failure {
+  public:
+    NothingChanged() : Failure(ExitCode::failed, "the plug-in's command changed nothing") {}
+};
+
+// Starts the plug-in and runs its command on the nests, in their order; with `recursive` again on the nests that came
+// out of them, each round in one run. What was done and said is in `record`, also after an error. Throws Failure
+// (failed) for whatever the plug-in or the host report; NothingChanged; Failure (usage) for an
+// expansion out of all proportion, before anything is run.
+void unnest(host::runner::Session& session, const host::runner::PluginModule& plugin, host::model::Comp& comp,
+            std::vector<host::model::Layer*> nests, bool recursive, Record& record);
+
+}  // namespace cli

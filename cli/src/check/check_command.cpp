@@ -1,0 +1,135 @@
+// `exflate check`: what un-nesting would do to the look.
+#include "check/checked_file.h"
+#include "commands.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "cli/file_io.h"
+#include "cli/shared/animation_file.h"
+#include "cli/shared/selection.h"
+#include "cli/shared/trial.h"
+#include "shared/installed_parts.h"
+
+namespace cli {
+namespace {
+
+using host::model::Comp;
+using host::model::Layer;
+
+std::vector<Layer*> nests_to_check(const lottie::document::Document& document, const Options& options) {
+    if (!options.layers.empty()) return find_nests(find_composition(document, options.composition), options.layers);
+    if (!options.composition.empty()) return nests_of(find_composition(document, options.composition));
+    std::vector<Layer*> nests;
+    for (const Comp* comp : document.project().comps()) {
+        const auto more = nests_of(*comp);
+        nests.insert(nests.end(), more.begin(), more.end());
+    }
+    return nests;
+}
+
+void add_proof(const lottie::looks::Animation& before, NestTrial& trial) {
+    CheckedNest& nest = trial.nest;
+    try {
+        nest.proof = prove(before, trial.after, nest.composition, nest.report.findings).proof;
+    } catch (const std::runtime_error& refused) {
+        nest.proof_problem = refused.what();
+    }
+}
+
+// Throws Failure.
+void check_animation(std::string text, const Options& options, const host::runner::PluginModule& plugin,
+                     CheckedFile& checked) {
+    checked.bytes = text.size();
+    lottie::document::Document document = parse_input(std::move(text));
+    const lottie::looks::Animation before(document.text());
+    const host::script::Limits limits = script_limits(options.script_time);
+    for (Layer* nest : nests_to_check(document, options)) {
+        NestTrial trial = check_nest(document, before, plugin, options.answers, limits, *nest);
+        if (options.prove) add_proof(before, trial);
+        checked.nests.push_back(std::move(trial.nest));
+    }
+}
+
+// `check` fills in one report, and what it throws becomes part of that.
+template <class Check>
+void check_guarded(CheckedFile& checked, Check check) {
+    try {
+        check();
+    } catch (const Failure& failure) {
+        checked.failure = failure;
+    } catch (const std::exception& unforeseen) {
+        checked.failure = Failure(ExitCode::failed, unforeseen.what());
+    }
+}
+
+// Each animation of the file. One that lacks what the options name is left out if another has it.
+std::vector<CheckedFile> check_file(const std::string& file, const Options& options,
+                                    const host::runner::PluginModule& plugin) {
+    std::vector<CheckedFile> all;
+    std::vector<CheckedFile> lacking;
+    CheckedFile whole;
+    whole.name = shown_name(file);
+    check_guarded(whole, [&] {
+        AnimationFile input(file, options.animation);
+        for (std::size_t i = 0; i < input.count(); ++i) {
+            CheckedFile checked;
+            checked.name = input.label(i);
+            bool fits = true;
+            check_guarded(checked, [&] {
+                try {
+                    check_animation(input.take_text(i), options, plugin, checked);
+                } catch (const NothingFits&) {
+                    fits = false;
+                    throw;
+                }
+            });
+            (fits ? all : lacking).push_back(std::move(checked));
+        }
+    });
+    if (whole.failure) all.push_back(std::move(whole));
+    return all.empty() ? lacking : all;
+}
+
+std::string report(const std::vector<CheckedFile>& files, CheckFormat format) {
+    switch (format) {
+        case CheckFormat::json:
+            return check_json(files);
+        case CheckFormat::junit:
+            return check_junit(files);
+        default:
+            return check_text(files);
+    }
+}
+
+ExitCode code_of(const CheckedFile& file) {
+    if (file.failure) return file.failure->code();
+    return file.verdict() == lottie::looks::Verdict::changes ? ExitCode::look_changes : ExitCode::done;
+}
+
+}  // namespace
+
+lottie::looks::Verdict CheckedFile::verdict() const {
+    auto worst = lottie::looks::Verdict::exact;
+    for (const CheckedNest& nest : nests) worst = std::max(worst, nest.report.verdict);
+    return worst;
+}
+
+ExitCode check(const Options& options, const Console& console) {
+    const host::runner::PluginModule plugin = load_plugin();
+    std::vector<CheckedFile> files;
+    ExitCode highest = ExitCode::done;
+    for (const std::string& file : options.files) {
+        for (CheckedFile& checked : check_file(file, options, plugin)) {
+            if (checked.failure) {
+                console.say(Console::Tone::error, checked.name + checked.failure->place(), checked.failure->what());
+            }
+            highest = std::max(highest, code_of(checked));
+            files.push_back(std::move(checked));
+        }
+    }
+    write_result(kStandardStream, report(files, options.format));
+    return highest;
+}
+
+}  // namespace cli

@@ -1,0 +1,29 @@
+// What `exflate check` finds in a file, and the forms in which it is told.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "check/nest_check.h"
+#include "cli/shared/failure.h"
+#include "looks/audit.h"
+
+namespace cli {
+
+// Or an animation of a file that holds several.
+struct CheckedFile {
+    std::string name;
+    std::size_t bytes = 0;  // unpacked
+    std::vector<CheckedNest> nests;
+    std::optional<Failure> failure;  // then `nests` holds what was checked until then
+
+    lottie::looks::Verdict verdict() const;  // the worst
+};
+
+// For people, for programs (docs/check-json.md), and for build servers.
+std::string check_text(const std::vector<CheckedFile>& files);
+std::string check_json(const std::vector<CheckedFile>& files);
+std::string check_junit(const std::vector<CheckedFile>& files);
+
+}  // namespace cli

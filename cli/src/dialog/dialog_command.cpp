@@ -1,0 +1,50 @@
+// `exflate dialog`: the plug-in's options dialog as a picture.
+#include "commands.h"
+
+#include "runner/session.h"
+#include "shared/dialog_window.h"
+#include "shared/installed_parts.h"
+#include "shared/settings_file.h"
+
+namespace cli {
+namespace {
+
+using host::model::Comp;
+
+// A composition with one nest in it, which is selected: what the command asks for before it shows its dialog.
+void fill(host::model::Project& project) {
+    const host::model::Time duration = host::model::from_seconds(1);
+    Comp& inner = project.add_comp("nested");
+    Comp& outer = project.add_comp("main");
+    for (Comp* comp : {&inner, &outer}) {
+        comp->load_size(100, 100);
+        comp->load_timing(25, duration);
+    }
+    outer.load_layer(host::model::LayerKind::av, &inner).load_timing({}, {}, duration, 1);
+    project.set_active_panel(host::model::ActivePanel::timeline);
+    project.open_comp(&outer);
+    outer.select(outer.stack().to_vector());
+}
+
+void run_command(host::script::Settings& settings, host::scriptui::DialogDriver& dialogs) {
+    const host::runner::PluginModule plugin = load_plugin();
+    host::model::Project project;
+    fill(project);
+    host::runner::Session session(project, settings, dialogs);
+    if (session.start(plugin).has_failed() || session.menu_items().empty()) {
+        throw Failure(ExitCode::failed, "the plug-in does not start");
+    }
+    session.run_command(session.menu_items().front().command);
+}
+
+}  // namespace
+
+ExitCode draw_dialog(const Options& options, const Console& console) {
+    host::script::Settings settings =
+        options.first_use ? host::script::Settings::in_memory() : open_settings(console).in_memory_copy();
+    draw_dialog_picture({options.picture, options.scale, options.actions},
+                        [&](host::scriptui::DialogDriver& dialogs) { run_command(settings, dialogs); });
+    return ExitCode::done;
+}
+
+}  // namespace cli

@@ -1,0 +1,221 @@
+// `exflate report`: what un-nesting does to an animation, as a page to look at.
+#include "commands.h"
+
+#include <array>
+#include <filesystem>
+#include <utility>
+
+#include "cli/file_io.h"
+#include "cli/shared/animation_file.h"
+#include "cli/shared/selection.h"
+#include "cli/shared/trial.h"
+#include "looks/alone.h"
+#include "report/report_page.h"
+#include "shared/installed_parts.h"
+#include "shared/layer_facts.h"
+#include "shared/summary.h"
+
+namespace cli {
+namespace {
+
+using host::model::Comp;
+using host::model::Layer;
+using lottie::looks::Origin;
+using lottie::looks::Verdict;
+using Tone = Console::Tone;
+
+constexpr int kGain = 4;  // what differs a little shall be seen
+
+std::vector<StackLayer> stack_of(const lottie::document::Document& document, const Comp& comp) {
+    std::vector<StackLayer> stack;
+    for (const Layer* layer : comp.stack().to_vector()) {
+        StackLayer& shown = stack.emplace_back();
+        shown.name = layer->display_name();
+        shown.type = type_of(document, *layer);
+        shown.in = frames(comp, layer->in_point());
+        shown.out = frames(comp, layer->in_point() + layer->duration());
+        shown.is_off = !layer->has_flag(host::model::kVideoActive);
+    }
+    return stack;
+}
+
+std::optional<WorstFrame> worst_frame(const Proven& proven) {
+    if (proven.proof.looks_equal) return std::nullopt;
+    return WorstFrame{png(over_white(proven.before)), png(over_white(proven.after)),
+                      png(difference_picture(proven.before, proven.after, kGain))};
+}
+
+void add_pictures(const lottie::looks::Animation& before, NestTrial& trial, ReportedNest& nest) {
+    try {
+        const Proven proven = prove(before, trial.after, trial.nest.composition, trial.nest.report.findings);
+        trial.nest.proof = proven.proof;
+        nest.worst = worst_frame(proven);
+    } catch (const std::runtime_error& refused) {
+        trial.nest.proof_problem = refused.what();
+    }
+}
+
+std::string extension_of(const AnimationFile& input) {
+    if (!input.form()) return ".json";
+    return input.is_collection() ? ".lottie" : ".tgs";
+}
+
+class Reporter {
+  public:
+    // `input` has one animation.
+    Reporter(const Options& options, const host::runner::PluginModule& plugin, const AnimationFile& input)
+        : options_(options),
+          plugin_(plugin),
+          input_(input),
+          text_(input.text(0)),
+          limits_(script_limits(options.script_time)),
+          document_(parse_input(text_)),
+          before_(text_),
+          comp_(find_composition(document_, options.composition)),
+          nests_(options.layers.empty() ? nests_of(comp_) : find_nests(comp_, options.layers)) {}
+
+    Report report() {
+        describe();
+        for (Layer* nest : nests_) check_alone(*nest);
+        unnest_together();
+        return std::move(report_);
+    }
+
+  private:
+    void describe() {
+        report_.file = input_.label(0);
+        report_.command = run_command_line(options_, extension_of(input_));
+        report_.composition = document_.comp_id(comp_);
+        report_.composition_name = comp_.name();
+        report_.width = comp_.width();
+        report_.height = comp_.height();
+        report_.frame_rate = comp_.frame_rate();
+        report_.first_frame = lottie::looks::first_frame(before_, report_.composition);
+        report_.bytes_before = text_.size();
+        report_.before = composition_alone(before_, report_.composition);
+        report_.stack_before = stack_of(document_, comp_);
+        for (const Layer* nest : nests_) {
+            inner_stacks_[static_cast<std::size_t>(nest->index())] = stack_of(document_, *nest->source()->comp());
+        }
+    }
+
+    void check_alone(Layer& layer) {
+        ReportedNest& nest = report_.nests.emplace_back();
+        NestTrial trial = check_nest(document_, before_, plugin_, options_.answers, limits_, layer);
+        add_pictures(before_, trial, nest);
+        findings_.insert(findings_.end(), trial.nest.report.findings.begin(), trial.nest.report.findings.end());
+        nest.checked = std::move(trial.nest);
+    }
+
+    void unnest_together() {
+        if (nests_.empty()) return take_unchanged();
+        Trial trial = try_unnesting(document_, plugin_, options_.answers, limits_, comp_, nests_);
+        report_.stack_after = stack_of(document_, comp_);
+        take_back(document_);
+        for (std::size_t place = 0; place < report_.stack_after.size(); ++place) {
+            set_origin(report_.stack_after[place], trial.change.after.at(place));
+        }
+        report_.bytes_after = trial.after.size();
+        report_.messages = std::move(trial.record.reports);
+        for (const host::scriptui::Alert& alert : trial.record.alerts) report_.messages.push_back(alert.message);
+        report_.messages.insert(report_.messages.end(), trial.record.log.begin(), trial.record.log.end());
+        compare_with(lottie::looks::Animation(trial.after));
+    }
+
+    void take_unchanged() {
+        report_.bytes_after = report_.bytes_before;
+        report_.after = report_.before;
+        report_.stack_after = report_.stack_before;
+        std::size_t place = 0;
+        for (StackLayer& layer : report_.stack_after) layer.origin = {Origin::Kind::kept, place++, 0};
+    }
+
+    // A copy is of its original's type.
+    void set_origin(StackLayer& layer, const Origin& origin) {
+        layer.origin = origin;
+        if (origin.kind == Origin::Kind::copied) layer.type = inner_stacks_.at(origin.nest).at(origin.layer).type;
+    }
+
+    void compare_with(const lottie::looks::Animation& after) {
+        report_.after = composition_alone(after, report_.composition);
+        try {
+            const Proven proven = prove(before_, after, report_.composition, findings_);
+            report_.proof = proven.proof;
+            report_.worst = worst_frame(proven);
+        } catch (const std::runtime_error& refused) {
+            report_.proof_problem = refused.what();
+        }
+    }
+
+    const Options& options_;
+    const host::runner::PluginModule& plugin_;
+    const AnimationFile& input_;
+    const std::string& text_;
+    const host::script::Limits limits_;
+    lottie::document::Document document_;
+    lottie::looks::Animation before_;
+    Comp& comp_;
+    std::vector<Layer*> nests_;
+    std::map<std::size_t, std::vector<StackLayer>> inner_stacks_;  // by the nest's place
+    std::vector<lottie::looks::Finding> findings_;
+    Report report_;
+};
+
+void refuse_own_input(const Options& options) {
+    std::error_code error;
+    if (!options.output.empty() && std::filesystem::equivalent(options.file(), options.output, error)) {
+        throw Failure(ExitCode::usage, "the report would replace the animation: give -o another name");
+    }
+}
+
+// A page shows one animation.
+void refuse_several(const AnimationFile& input) {
+    if (input.count() == 1) return;
+    std::string ids;
+    for (std::size_t i = 0; i < input.count(); ++i) ids += (i == 0 ? "" : ", ") + in_quotes(input.id(i));
+    throw Failure(ExitCode::usage, "holds " + counted(input.count(), "animation") +
+                                       ", and a page shows one: give --animation and its id, one of " + ids);
+}
+
+// Throws Failure.
+Report report_on(const AnimationFile& input, const Options& options, const host::runner::PluginModule& plugin) {
+    try {
+        return Reporter(options, plugin, input).report();
+    } catch (const Failure& failure) {
+        throw Failure(failure.code(), failure.what(), input.place(0) + failure.place());
+    }
+}
+
+void tell_report(const Console& console, const Report& report, const std::string& output) {
+    std::array<std::size_t, 3> counts{};
+    for (const ReportedNest& nest : report.nests) ++counts[static_cast<std::size_t>(nest.checked.report.verdict)];
+    std::string sentence = counted(report.nests.size(), "nest") + ": " + std::to_string(counts[0]) + " exact, " +
+                           std::to_string(counts[1]) + " equal to the eye, " + std::to_string(counts[2]) + " changing";
+    if (!output.empty()) sentence += "; written to " + output;
+    console.say(counts[2] == 0 ? Tone::good : Tone::warning, report.file, sentence);
+}
+
+}  // namespace
+
+ExitCode report(const Options& options, const Console& console) {
+    try {
+        refuse_own_input(options);
+        const Player player = load_player();
+        const host::runner::PluginModule plugin = load_plugin();
+        const AnimationFile input(options.file(), options.animation);
+        refuse_several(input);
+        const Report report = report_on(input, options, plugin);
+        write_result(options.output.empty() ? std::string(kStandardStream) : options.output,
+                     report_page(report, player));
+        tell_report(console, report, options.output == kStandardStream ? "" : options.output);
+        return report.verdict() == Verdict::changes ? ExitCode::look_changes : ExitCode::done;
+    } catch (const Failure& failure) {
+        tell_failure(console, shown_name(options.file()), failure);
+        return failure.code();
+    } catch (const std::exception& unforeseen) {  // such as running out of memory
+        tell_failure(console, shown_name(options.file()), Failure(ExitCode::failed, unforeseen.what()));
+        return ExitCode::failed;
+    }
+}
+
+}  // namespace cli

@@ -1,0 +1,80 @@
+// The page that `exflate report` writes.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "check/nest_check.h"
+#include "cli/arguments/options.h"
+#include "looks/audit.h"
+
+namespace cli {
+
+// A layer as the drawing of a stack shows it; times in frames of its composition.
+struct StackLayer {
+    std::string name;
+    std::string type;
+    double in = 0;
+    double out = 0;
+    bool is_off = false;
+    lottie::looks::Origin origin;  // of a layer after the run
+};
+
+// The frame at which before and after are furthest apart, as PNG files.
+struct WorstFrame {
+    std::string before;
+    std::string after;
+    std::string difference;
+};
+
+struct ReportedNest {
+    CheckedNest checked;
+    std::optional<WorstFrame> worst;  // absent where all pictures look equal
+};
+
+struct Report {
+    std::string file;         // as people call it
+    std::string command;      // that writes the animation after
+    std::string composition;  // asset id; empty for the main one
+    std::string composition_name;
+    double width = 0;
+    double height = 0;
+    double frame_rate = 0;
+    double first_frame = 0;  // of the two animations below
+    std::size_t bytes_before = 0;
+    std::size_t bytes_after = 0;
+    std::string before;  // the composition as an animation of its own
+    std::string after;   // with all chosen nests un-nested
+    std::vector<ReportedNest> nests;
+    std::optional<Proof> proof;  // of all nests together
+    std::optional<WorstFrame> worst;
+    std::string proof_problem;
+    std::vector<StackLayer> stack_before;
+    std::vector<StackLayer> stack_after;
+    std::vector<std::string> messages;  // of the plug-in and the host during the run
+
+    lottie::looks::Verdict verdict() const;  // the worst
+};
+
+// The program that plays animations in the page, and the licence that it comes under.
+struct Player {
+    std::string program;
+    std::string licence;
+};
+
+// Reads the player's two files. Throws Failure (failed) with what to do about it when it is not there.
+Player load_player();
+
+// One HTML file that asks nothing of any network. Nothing that is in the animation can become part of the page's own
+// program; the animation's expressions run shut away in a frame of their own.
+std::string report_page(const Report& report, const Player& player);
+
+// What the page's program reads: everything but the two animations, as JSON.
+std::string report_data(const Report& report, const Player& player);
+
+// The command that gives the result of the report, for a shell. `extension` is that of the result's name.
+std::string run_command_line(const Options& options, const std::string& extension);
+
+}  // namespace cli

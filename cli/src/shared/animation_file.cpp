@@ -1,0 +1,140 @@
+// Animations from files, plain or packed, and back.
+#include "cli/shared/animation_file.h"
+
+#include <utility>
+
+#include "cli/console.h"
+#include "cli/shared/failure.h"
+#include "cli/shared/suggestions.h"
+#include "document/input_error.h"
+
+namespace cli {
+
+using lottie::document::Written;
+using lottie::packed::Archive;
+using lottie::packed::ArchiveError;
+using lottie::packed::Form;
+
+AnimationFile::AnimationFile(const std::string& file, const std::string& id) : name_(shown_name(file)) {
+    std::string bytes = read_input(file);
+    byte_count_ = bytes.size();
+    if (!Archive::is_archive(bytes)) {
+        plain_ = std::move(bytes);
+    } else {
+        try {
+            archive_ = Archive::read(std::move(bytes));
+        } catch (const ArchiveError& error) {
+            throw Failure(ExitCode::bad_input, error.what(),
+                          error.entry().empty() ? "" : ':' + printable(error.entry()));
+        }
+    }
+    choose(id);
+}
+
+void AnimationFile::choose(const std::string& id) {
+    if (!is_collection()) {
+        if (!id.empty()) throw Failure(ExitCode::usage, "is no .lottie file: leave out --animation");
+        chosen_.push_back(0);
+        return;
+    }
+    std::vector<std::string> ids;
+    for (const auto& animation : archive_->animations()) {
+        if (id.empty() || animation.id == id) chosen_.push_back(ids.size());
+        ids.push_back(animation.id);
+    }
+    if (!chosen_.empty()) return;
+    throw Failure(ExitCode::usage,
+                  "there is no animation " + in_quotes(id) + did_you_mean(id, ids) + " (exflate list shows them all)");
+}
+
+std::optional<Form> AnimationFile::form() const {
+    if (!archive_) return std::nullopt;
+    return archive_->form();
+}
+
+const std::string& AnimationFile::text(std::size_t i) const {
+    return archive_ ? packed(i).text : plain_;
+}
+
+std::string AnimationFile::take_text(std::size_t i) {
+    return archive_ ? packed(i).text : std::move(plain_);
+}
+
+std::string AnimationFile::id(std::size_t i) const {
+    return archive_ ? packed(i).id : "";
+}
+
+std::string AnimationFile::place(std::size_t i) const {
+    return is_collection() ? ':' + printable(packed(i).entry) : "";
+}
+
+Written AnimationFile::with(std::vector<Written> texts) const {
+    if (!archive_) return std::move(texts.front());
+    std::vector<std::string> all;
+    for (const auto& animation : archive_->animations()) all.push_back(animation.text);
+    for (std::size_t i = 0; i < chosen_.size(); ++i) all[chosen_[i]] = texts[i].text();
+    try {
+        Written packed;
+        packed.append(archive_->write(all));
+        return packed;
+    } catch (const ArchiveError& error) {
+        throw Failure(ExitCode::failed, error.what());
+    }
+}
+
+std::string shown_name(const std::string& file) {
+    return file == kStandardStream ? "standard input" : file;
+}
+
+std::string read_input(const std::string& file) {
+    try {
+        return read_whole(file);
+    } catch (const IoError& error) {
+        throw Failure(ExitCode::bad_input, error.what());
+    }
+}
+
+namespace {
+
+Failure bad_input(const lottie::document::InputError& error) {
+    std::string place;
+    if (error.line() > 0) place = ':' + std::to_string(error.line()) + ':' + std::to_string(error.column());
+    return {ExitCode::bad_input, error.what(), std::move(place)};
+}
+
+}  // namespace
+
+lottie::document::Document parse_input(std::string text) {
+    try {
+        return lottie::document::Document::read(std::move(text));
+    } catch (const lottie::document::InputError& error) {
+        throw bad_input(error);
+    }
+}
+
+void refuse_faulty_content(const lottie::document::Document& document) {
+    if (const lottie::document::InputError* fault = document.content_fault()) throw bad_input(*fault);
+}
+
+void prepare_folder(const std::string& folder) {
+    try {
+        make_folder(folder);
+    } catch (const IoError& error) {
+        throw Failure(ExitCode::failed, "the folder '" + folder + "' " + error.what());
+    }
+}
+
+void write_result(std::string_view output, Pieces bytes) {
+    try {
+        if (output == kStandardStream) {
+            write_standard_output(bytes);
+        } else {
+            put_in_place(output, bytes);
+        }
+    } catch (const IoError& error) {
+        const std::string name = output == kStandardStream ? "standard output" : "'" + std::string(output) + "'";
+        throw Failure(ExitCode::failed, name + ' ' + error.what());
+    }
+}
+
+}  // namespace cli

@@ -1,0 +1,61 @@
+// Windows for the plug-in's dialog: the module that has them, loaded on demand.
+#include "shared/dialog_window.h"
+
+#include <dlfcn.h>
+
+#include <filesystem>
+#include <string>
+
+#include "cli/shared/failure.h"
+#include "shared/installed_parts.h"
+
+namespace cli {
+namespace {
+
+namespace fs = std::filesystem;
+namespace dialog = desktop;
+
+// Beside this command: ../desktop in a build tree, ../lib/exflate when installed.
+fs::path find_module() {
+    std::error_code error;
+    const fs::path folder = installation_folder();
+    for (const fs::path& place : {folder / "desktop", folder / "lib" / "exflate"}) {
+        if (fs::exists(place / dialog::kModuleFile, error)) return place / dialog::kModuleFile;
+    }
+    throw Failure(ExitCode::usage,
+                  "there is no dialog window beside this command (Debian: install exflate-dialog): answer the "
+                  "dialog with its flags instead");
+}
+
+// A function of the module, which stays loaded: the toolkit does not bear being taken away.
+template <class Function>
+Function module_function(const char* name) {
+    const fs::path file = find_module();
+    void* module = ::dlopen(file.c_str(), RTLD_NOW | RTLD_NODELETE);
+    if (module == nullptr) {
+        throw Failure(ExitCode::failed, std::string("the dialog window cannot be loaded: ") + ::dlerror());
+    }
+    void* function = ::dlsym(module, name);
+    if (function == nullptr) throw Failure(ExitCode::failed, "'" + file.string() + "' belongs to another build");
+    return reinterpret_cast<Function>(function);
+}
+
+}  // namespace
+
+std::unique_ptr<host::scriptui::DialogDriver> open_dialog_windows() {
+    std::string problem;
+    std::unique_ptr<host::scriptui::DialogDriver> windows(
+        module_function<dialog::OpenDesktop>(dialog::kOpenDesktop)(problem));
+    if (windows == nullptr) throw Failure(ExitCode::failed, problem);
+    return windows;
+}
+
+void draw_dialog_picture(const dialog::PictureOrder& order,
+                         const std::function<void(host::scriptui::DialogDriver&)>& show_dialog) {
+    std::string problem;
+    if (!module_function<dialog::DrawPicture>(dialog::kDrawPicture)(order, show_dialog, problem)) {
+        throw Failure(ExitCode::failed, problem);
+    }
+}
+
+}  // namespace cli

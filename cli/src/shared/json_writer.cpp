@@ -1,0 +1,70 @@
+// Indented JSON for programs.
+#include "shared/json_writer.h"
+
+#include <rapidjson/memorystream.h>
+
+#include "shared/layer_facts.h"
+
+namespace cli {
+
+std::string valid_utf8(std::string_view text) {
+    using Utf8 = rapidjson::UTF8<>;
+    std::string result;
+    std::size_t i = 0;
+    while (i < text.size()) {
+        rapidjson::MemoryStream stream(text.data() + i, text.size() - i);
+        unsigned code = 0;
+        const bool is_valid = Utf8::Decode(stream, &code);
+        const std::size_t length = is_valid ? stream.Tell() : 1;
+        if (is_valid && i + length <= text.size()) {
+            result.append(text, i, length);
+        } else {
+            result += "\xEF\xBF\xBD";
+        }
+        i += length;
+    }
+    return result;
+}
+
+void JsonWriter::add(const char* name, std::string_view text) {
+    writer_.Key(name);
+    add_element(text);
+}
+
+void JsonWriter::add_element(std::string_view text) {
+    const std::string valid = valid_utf8(text);
+    writer_.String(valid.data(), static_cast<rapidjson::SizeType>(valid.size()));
+}
+
+void JsonWriter::add(const char* name, std::size_t number) {
+    writer_.Key(name);
+    writer_.Uint64(number);
+}
+
+void JsonWriter::add(const char* name, int number) {
+    writer_.Key(name);
+    writer_.Int(number);
+}
+
+void JsonWriter::add(const char* name, bool is_true) {
+    writer_.Key(name);
+    writer_.Bool(is_true);
+}
+
+void JsonWriter::add(const char* name, double number) {
+    const std::string text = short_number(number);
+    writer_.Key(name);
+    writer_.RawValue(text.data(), text.size(), rapidjson::kNumberType);
+}
+
+void JsonWriter::add_exact(const char* name, double number) {
+    writer_.Key(name);
+    writer_.Double(number);
+}
+
+void JsonWriter::add_null(const char* name) {
+    writer_.Key(name);
+    writer_.Null();
+}
+
+}  // namespace cli

@@ -1,0 +1,131 @@
+// Running the plug-in's command on nests, once or until none is left.
+#include "cli/shared/unnest.h"
+
+#include <iterator>
+#include <unordered_map>
+#include <unordered_set>
+#include <utility>
+
+#include "cli/shared/failure.h"
+#include "cli/shared/selection.h"
+
+namespace cli {
+namespace {
+
+using host::model::Comp;
+using host::model::Layer;
+using host::runner::Outcome;
+
+using Layers = std::vector<Layer*>;
+
+// Compositions that share compositions multiply: ten levels of ten nests are 10^10 layers.
+constexpr double kMostLayers = 1'000'000;
+
+const Comp& source_of(const Layer& nest) {
+    return *nest.source()->comp();
+}
+
+// How many layers each composition comes to when all nests inside it are un-nested. Without recursion, for chains of
+// any length; as a floating number, for there is no largest one.
+class Expansion {
+  public:
+    double layers_of(const Comp& root) {
+        std::vector<const Comp*> open = {&root};
+        while (!open.empty()) {
+            const Comp* comp = open.back();
+            if (counts_.contains(comp) || count(*comp, open)) open.pop_back();
+        }
+        return counts_.at(&root);
+    }
+
+  private:
+    // False when compositions inside must be counted first; they are put on top of `open`.
+    bool count(const Comp& comp, std::vector<const Comp*>& open) {
+        const std::size_t open_before = open.size();
+        double layers = 0;
+        for (const Layer* layer : comp.stack().to_vector()) {
+            if (!is_nest(*layer)) {
+                layers += 1;
+            } else if (const auto known = counts_.find(&source_of(*layer)); known != counts_.end()) {
+                layers += known->second;
+            } else {
+                open.push_back(&source_of(*layer));
+            }
+        }
+        if (open.size() > open_before) return false;
+        counts_[&comp] = layers;
+        return true;
+    }
+
+    std::unordered_map<const Comp*, double> counts_;
+};
+
+void refuse_explosion(const Layers& nests, bool recursive) {
+    Expansion expansion;
+    double layers = 0;
+    for (const Layer* nest : nests)
+        layers += recursive ? expansion.layers_of(source_of(*nest)) : source_of(*nest).layer_count();
+    if (layers <= kMostLayers) return;
+    throw Failure(ExitCode::usage, "more than a million layers would come out: choose fewer nests with --layer" +
+                                       std::string(recursive ? " or leave out --recursive" : ""));
+}
+
+void append(auto& all, auto&& more) {
+    all.insert(all.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+}
+
+// Keeps what was said and turns an error into a failure; `what` begins the sentence.
+void judge(Outcome outcome, Record& record, const std::string& what) {
+    append(record.alerts, std::move(outcome.alerts));
+    append(record.reports, std::move(outcome.reports));
+    append(record.log, std::move(outcome.log));
+    if (outcome.scripts_took_too_long) {
+        throw Failure(ExitCode::failed,
+                      "a script took too long and was ended: either a name in the file is itself a script, or there is "
+                      "very much to do; --script-time gives more time");
+    }
+    if (!outcome.has_failed()) return;
+    throw Failure(ExitCode::failed,
+                  what + (outcome.has_thrown ? " ended with an exception"
+                                             : " failed with error " + std::to_string(outcome.error)));
+}
+
+void start(host::runner::Session& session, const host::runner::PluginModule& plugin, Record& record) {
+    judge(session.start(plugin), record, "the plug-in cannot start: its entry point");
+    if (session.menu_items().empty()) throw Failure(ExitCode::failed, "the plug-in has no command");
+}
+
+void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, Record& record) {
+    comp.select(nests);
+    const Outcome outcome = session.run_command(session.menu_items().front().command);
+    judge(outcome, record, "the plug-in's command");
+    if (!outcome.is_enabled) throw Failure(ExitCode::failed, "the plug-in's command is not available for these layers");
+    if (outcome.undo_steps.empty()) throw NothingChanged();
+    record.nests += nests.size();
+}
+
+}  // namespace
+
+void unnest(host::runner::Session& session, const host::runner::PluginModule& plugin, Comp& comp, Layers nests,
+            bool recursive, Record& record) {
+    refuse_explosion(nests, recursive);
+    start(session, plugin, record);
+    comp.project().set_active_panel(host::model::ActivePanel::timeline);
+    comp.project().open_comp(&comp);
+
+    const host::model::LayerId newest_before = comp.project().newest_layer_id();
+    std::unordered_set<const Comp*> sources;
+    while (!nests.empty()) {
+        for (const Layer* nest : nests) sources.insert(&source_of(*nest));
+        const host::model::LayerId newest = comp.project().newest_layer_id();
+        run_round(session, comp, nests, record);
+        nests = recursive ? new_nests_of(comp, newest) : Layers();  // a kept nest is not run again
+    }
+
+    for (const Layer* layer : comp.stack().to_vector()) {
+        if (layer->id() > newest_before) ++record.layers_made;
+    }
+    for (const Comp* source : sources) ++(source->is_alive() ? record.sources_kept : record.sources_deleted);
+}
+
+}  // namespace cli
