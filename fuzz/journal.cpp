@@ -1,4 +1,4 @@
-// Any bytes as a journal: damage with a place and a sentence, or records whose values read or are refused.
+// Any bytes as a journal: damage with a place and a sentence, or lines whose values read or are refused.
 #include "journal/journal.h"
 #include "harness.h"
 #include "journal/value_text.h"
@@ -7,9 +7,9 @@ namespace {
 
 using namespace host::journal;
 
-void look_into(const Record& record) {
+void look_into(const JournalLine& line) {
     try {
-        (void)record.values();
+        (void)line.values();
     } catch (const BadValue& fault) {
         fuzz::require(*fault.what() != '\0', "a refusal says why");
     }
@@ -24,6 +24,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         fuzz::require(damage->line > 0 && !damage->sentence.empty(), "damage has a place and a sentence");
         return 0;
     }
-    for (const Record& record : std::get<Journal>(result).records) look_into(record);
+    for (const JournalLine& line : std::get<Journal>(result).lines) look_into(line);
     return 0;
 }

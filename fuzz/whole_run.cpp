@@ -101,20 +101,20 @@ void run(host::model::Project& project, const std::string& dialog_result) {
     Engine engine(project, settings, driver, {},
                   {.memory = std::size_t{4} << 20, .time = std::chrono::milliseconds(20)});
     const std::string_view dialog = find_embedded_file("mainPanel.jsx", nullptr);
-    SuiteHost suites(project, {.run_script = [&](std::string_view text) -> host::suites::ScriptOutcome {
+    SuiteHost suites(project, {.run_script = [&](std::string_view text) -> host::suites::ScriptReply {
                                    if (text == dialog) return {.failed = false, .result = dialog_result, .error = {}};
-                                   Outcome outcome = engine.run(text);
+                                   ScriptResult outcome = engine.run(text);
                                    return {outcome.failed, outcome.result, outcome.error};
                                },
                                .report = {}});
     const AEGP_PluginID plugin = suites.add_plugin("plug-in");
     AEGP_GlobalRefcon refcon = nullptr;
     {
-        const Visit visit(suites, plugin, Visit::Door::entry_point);
+        const Visit visit(suites, plugin, host::suites::PluginFunction::entry_point);
         fuzz::require(EntryPointFunc(suites.basic_suite(), 114, 0, plugin, &refcon) == A_Err_NONE,
                       "the plug-in starts");
     }
-    const Visit visit(suites, plugin, Visit::Door::hook);
+    const Visit visit(suites, plugin, host::suites::PluginFunction::command_hook);
     A_Boolean handled = 0;
     // Scripts in names may delete what the command works on, so it may end with any code.
     const A_Err code = CommandHook(nullptr, nullptr, S_Exflate_cmd, AEGP_HP_BeforeAE, 0, &handled);

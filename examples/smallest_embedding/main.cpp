@@ -32,7 +32,7 @@ int main(int argc, char** argv) try {
     host::model::Comp& comp = document.main_comp();
     document.project().open_comp(&comp);
     comp.select(comp.stack().to_vector());
-    const host::runner::Outcome outcome = session.run_command(session.menu_items().at(0).command);
+    const host::runner::VisitResult outcome = session.run_command(session.menu_items().at(0).command);
     for (const std::string& sentence : outcome.log) std::cerr << sentence << '\n';
     if (outcome.has_failed()) return 1;
     std::cout << document.write();

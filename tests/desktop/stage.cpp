@@ -47,7 +47,7 @@ std::string Stage::run(std::string_view text, std::vector<Deeds> people) {
     is_running_ = true;
     idle_looks_ = 0;
     QTimer::singleShot(0, qApp, [this] { look_for_windows(); });
-    const host::script::Outcome outcome = engine_.run(text);
+    const host::script::ScriptResult outcome = engine_.run(text);
     is_running_ = false;
     QApplication::processEvents();
     EXPECT_FALSE(outcome.failed) << outcome.error;

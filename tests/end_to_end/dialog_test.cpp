@@ -21,7 +21,7 @@ constexpr const char* kAnimation =
 
 class Dialog : public testing::Test {
   protected:
-    host::runner::Outcome run(const std::vector<Action>& actions) {
+    host::runner::VisitResult run(const std::vector<Action>& actions) {
         return whole.run(whole.document().main_comp(), {0}, actions);
     }
 
@@ -46,7 +46,7 @@ class Dialog : public testing::Test {
     }
 
     WholeRun whole{kAnimation};
-    host::runner::Outcome outcome;
+    host::runner::VisitResult outcome;
 };
 
 std::string repeated(int times, const std::string& text) {

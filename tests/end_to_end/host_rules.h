@@ -101,7 +101,7 @@ struct OneRun {
         return rules;
     }
 
-    host::runner::Outcome on(const std::vector<int>& selected, std::vector<host::scriptui::Action> actions = {}) {
+    host::runner::VisitResult on(const std::vector<int>& selected, std::vector<host::scriptui::Action> actions = {}) {
         actions.push_back(click("Ok"));
         return whole.run(comp, selected, actions);
     }
@@ -121,7 +121,8 @@ struct OneRun {
 inline const auto kDiscard = click("Discard pre-comp attributes");
 
 // A failed run closes its group, changes what it changed in one step, and gives its suites back.
-inline void expect_failed_in_one_step(OneRun& run, const host::runner::Outcome& outcome, const std::string& before) {
+inline void expect_failed_in_one_step(OneRun& run, const host::runner::VisitResult& outcome,
+                                      const std::string& before) {
     EXPECT_TRUE(outcome.has_failed());
     EXPECT_FALSE(outcome.has_thrown);
     EXPECT_TRUE(outcome.is_handled);

@@ -18,8 +18,8 @@ WholeRun::WholeRun(std::string animation, host::model::HostRules rules)
     if (session_.start(module_).has_failed()) throw std::runtime_error("the plug-in does not start");
 }
 
-host::runner::Outcome WholeRun::run(host::model::Comp& comp, const std::vector<int>& selected,
-                                    const std::vector<host::scriptui::Action>& actions) {
+host::runner::VisitResult WholeRun::run(host::model::Comp& comp, const std::vector<int>& selected,
+                                        const std::vector<host::scriptui::Action>& actions) {
     std::vector<host::model::Layer*> layers;
     for (const int index : selected) layers.push_back(&comp.layer_at(index));
     document_.project().open_comp(&comp);

@@ -26,8 +26,8 @@ class WholeRun {
 
     // What a person does: selects these layers of the composition (positions from the top, 0 first), picks the command
     // and works its dialog.
-    host::runner::Outcome run(host::model::Comp& comp, const std::vector<int>& selected,
-                              const std::vector<host::scriptui::Action>& actions);
+    host::runner::VisitResult run(host::model::Comp& comp, const std::vector<int>& selected,
+                                  const std::vector<host::scriptui::Action>& actions);
 
   private:
     lottie::document::Document document_;

@@ -6,7 +6,7 @@ namespace {
 
 constexpr std::string_view kTypePrefix = "AEGP_";
 
-bool has_telling_arguments(const host::suites::Call& call) {
+bool has_telling_arguments(const host::suites::SuiteCall& call) {
     return call.accessor() == "MemorySuite1" || call.function() == "AEGP_ExecuteScript";
 }
 
@@ -17,7 +17,7 @@ std::string MadeCall::words() const {
     return "the suite " + std::string(accessor);
 }
 
-std::optional<A_Err> CallLog::before(const host::suites::Call& call) {
+std::optional<A_Err> CallLog::before(const host::suites::SuiteCall& call) {
     MadeCall made;
     made.number = call.number();
     made.accessor = call.accessor();
@@ -33,7 +33,7 @@ std::optional<A_Err> CallLog::before(const host::suites::Call& call) {
     return std::nullopt;
 }
 
-void CallLog::after(const host::suites::Call& call) {
+void CallLog::after(const host::suites::SuiteCall& call) {
     // Scripts make no calls, so the call that ends is the one that began last.
     calls_.back().result = call.result();
     calls_.back().injected = call.is_injected();

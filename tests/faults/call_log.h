@@ -30,8 +30,8 @@ struct MadeCall {
 
 class CallLog : public host::suites::Observer {
   public:
-    std::optional<A_Err> before(const host::suites::Call& call) override;
-    void after(const host::suites::Call& call) override;
+    std::optional<A_Err> before(const host::suites::SuiteCall& call) override;
+    void after(const host::suites::SuiteCall& call) override;
 
     const std::vector<MadeCall>& calls() const { return calls_; }
 

@@ -64,8 +64,8 @@ void arm(FaultInjector& injector, const PlannedFault& fault, const Before& befor
     }
 }
 
-host::runner::Outcome open_door(host::runner::Session& session, const host::runner::PluginModule& module,
-                                VisitedDoor door) {
+host::runner::VisitResult open_door(host::runner::Session& session, const host::runner::PluginModule& module,
+                                    VisitedDoor door) {
     switch (door) {
         case VisitedDoor::entry_point:
             return session.start(module);
@@ -96,7 +96,7 @@ std::string first_difference(const std::vector<std::string>& before, const std::
 }
 
 // One step back, as a person takes it, must be enough.
-std::string restore(Scene& scene, const host::runner::Outcome& outcome, const std::vector<std::string>& before) {
+std::string restore(Scene& scene, const host::runner::VisitResult& outcome, const std::vector<std::string>& before) {
     if (outcome.undo_steps.size() > 1) return std::to_string(outcome.undo_steps.size()) + " steps to take back";
     if (!outcome.undo_steps.empty()) scene.project.undo().undo();
     return first_difference(before, host::model::testing::snapshot(scene.project));

@@ -33,7 +33,7 @@ inline constexpr A_Err kRefusedSuite = 17;  // what the plug-in makes of it is i
 
 struct SweepVisit {
     std::vector<MadeCall> calls;  // of the door alone
-    host::runner::Outcome outcome;
+    host::runner::VisitResult outcome;
     bool is_group_left_open = false;
     std::vector<host::suites::HandedOut> left;   // handles made during the visit and never disposed of
     std::vector<std::uint64_t> freed_locked_by;  // numbers of the calls that freed locked memory

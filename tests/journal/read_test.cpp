@@ -49,23 +49,23 @@ std::string lines(const std::string& text) {
 TEST(ReadingAJournal, gives_each_line_with_what_it_says) {
     const std::string text = kWhole;
     const Journal journal = journal_from(text);
-    ASSERT_EQ(journal.records.size(), 14U);
+    ASSERT_EQ(journal.lines.size(), 14U);
     EXPECT_TRUE(journal.is_complete);
     EXPECT_EQ(journal.last_line, 15U);
-    const Record& call = journal.records[2];
-    EXPECT_EQ(call.kind, Record::Kind::call);
-    EXPECT_EQ(call.line, 4U);
-    EXPECT_EQ(call.number, 1U);
+    const JournalLine& call = journal.lines[2];
+    EXPECT_EQ(call.kind, JournalLine::Kind::call);
+    EXPECT_EQ(call.line_number, 4U);
+    EXPECT_EQ(call.call_number, 1U);
     EXPECT_EQ(call.slot, slot_named("SPBasicSuite.AcquireSuite"));
     ASSERT_EQ(call.values().size(), 3U);
     EXPECT_EQ(call.values()[0].text, "AEGP Memory Suite");
     EXPECT_TRUE(call.values()[2].is_word("out"));
-    EXPECT_TRUE(journal.records[9].is_injected);
-    EXPECT_EQ(journal.records[9].code, 4);
-    EXPECT_EQ(journal.records[11].text, "");
-    EXPECT_EQ(journal.records[12].door, Door::entry_point);
-    EXPECT_EQ(journal.records[12].code, 3);
-    EXPECT_FALSE(journal.records[12].has_thrown);
+    EXPECT_TRUE(journal.lines[9].is_injected);
+    EXPECT_EQ(journal.lines[9].code, 4);
+    EXPECT_EQ(journal.lines[11].values_text, "");
+    EXPECT_EQ(journal.lines[12].function, PluginFunction::entry_point);
+    EXPECT_EQ(journal.lines[12].code, 3);
+    EXPECT_FALSE(journal.lines[12].has_thrown);
 }
 
 TEST(ReadingAJournal, takes_a_journal_cut_at_any_byte) {

@@ -42,12 +42,12 @@ Recording::Recording(const std::string& module) : module_(module) {
     host::runner::use_utf8_locale();
 }
 
-host::runner::Outcome Recording::run() {
+host::runner::VisitResult Recording::run() {
     text_.clear();
     lottie::document::Document document = lottie::document::Document::read(kAnimation);
     host::script::Settings settings = host::script::Settings::in_memory();
     PressesOk dialogs;
-    journal::Writer writer([this](std::string_view line) { text_ += line; });
+    journal::JournalWriter writer([this](std::string_view line) { text_ += line; });
     writer.begin_session("small.json");
     host::runner::Session session(document.project(), settings, dialogs);
     session.suites().add_observer(faults);
@@ -57,7 +57,7 @@ host::runner::Outcome Recording::run() {
     document.project().set_active_panel(host::model::ActivePanel::timeline);
     document.project().open_comp(&comp);
     comp.select({&comp.layer_at(0)});
-    host::runner::Outcome outcome;
+    host::runner::VisitResult outcome;
     if (!session.menu_items().empty()) outcome = session.run_command(session.menu_items().front().command);
     writer.finish();
     return outcome;
@@ -77,23 +77,23 @@ std::size_t Recording::line_of(const std::string& begin) const {
     return 0;
 }
 
-journal::Verdict Recording::replay(const std::string& text) const {
+journal::ReplayVerdict Recording::replay(const std::string& text) const {
     const auto result = journal::read(text);
     if (const auto* damage = std::get_if<journal::Damage>(&result))
-        return {journal::Verdict::Kind::damaged, damage->line, damage->sentence};
+        return {journal::ReplayVerdict::Kind::damaged, damage->line, damage->sentence};
     return journal::replay(std::get<journal::Journal>(result), module_.entry_point());
 }
 
-std::string words(const journal::Verdict& verdict) {
+std::string words(const journal::ReplayVerdict& verdict) {
     const std::string rest = ' ' + std::to_string(verdict.line) + ": " + verdict.sentence;
     switch (verdict.kind) {
-        case journal::Verdict::Kind::same:
+        case journal::ReplayVerdict::Kind::same:
             return "same";
-        case journal::Verdict::Kind::same_to_cut:
+        case journal::ReplayVerdict::Kind::same_to_cut:
             return "cut" + rest;
-        case journal::Verdict::Kind::differs:
+        case journal::ReplayVerdict::Kind::differs:
             return "differs" + rest;
-        case journal::Verdict::Kind::damaged:
+        case journal::ReplayVerdict::Kind::damaged:
             return "damaged" + rest;
     }
     return "";

@@ -32,14 +32,14 @@ class Recording {
     host::suites::FaultInjector faults;  // counts from the start of the command
 
     // Starts the plug-in and picks its command over the first layer of a small animation, pressing Ok in every dialog.
-    host::runner::Outcome run();
+    host::runner::VisitResult run();
 
     const std::string& text() const { return text_; }
     std::vector<std::string> lines() const;
     // The number of the first line that begins like this; 0 if there is none.
     std::size_t line_of(const std::string& begin) const;
-    host::journal::Verdict replay() const { return replay(text_); }
-    host::journal::Verdict replay(const std::string& journal) const;
+    host::journal::ReplayVerdict replay() const { return replay(text_); }
+    host::journal::ReplayVerdict replay(const std::string& journal) const;
 
   private:
     host::runner::PluginModule module_;
@@ -47,6 +47,6 @@ class Recording {
 };
 
 // "same", "cut", "differs LINE: sentence" or "damaged LINE: sentence".
-std::string words(const host::journal::Verdict& verdict);
+std::string words(const host::journal::ReplayVerdict& verdict);
 
 }  // namespace test

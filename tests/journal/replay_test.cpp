@@ -10,7 +10,7 @@
 
 namespace {
 
-using host::journal::Verdict;
+using host::journal::ReplayVerdict;
 using test::Chosen;
 using test::Recording;
 using test::words;
@@ -69,7 +69,7 @@ TEST(AJournal, is_the_same_for_the_same_run) {
 
 TEST(AReplay, finds_nothing_when_the_plugin_does_the_same) {
     const TalkerRecording talk;
-    const Verdict verdict = talk.replay();
+    const ReplayVerdict verdict = talk.replay();
     EXPECT_EQ(words(verdict), "same");
     EXPECT_THAT(verdict.sentence, HasSubstr("in 3 visits"));
 }
@@ -148,8 +148,8 @@ TEST(AReplay, goes_as_far_as_a_cut_journal) {
          end = talk.text().find('\n', end + 1)) {
         ++line;
         if (line % 5 != 0) continue;  // a process for each
-        const Verdict verdict = talk.replay(talk.text().substr(0, end + 4));
-        EXPECT_EQ(verdict.kind, Verdict::Kind::same_to_cut) << words(verdict);
+        const ReplayVerdict verdict = talk.replay(talk.text().substr(0, end + 4));
+        EXPECT_EQ(verdict.kind, ReplayVerdict::Kind::same_to_cut) << words(verdict);
         EXPECT_EQ(verdict.line, line);
         EXPECT_EQ(verdict.sentence,
                   "the journal is cut after line " + std::to_string(line) + "; up to there the plug-in did the same");

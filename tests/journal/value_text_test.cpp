@@ -13,13 +13,13 @@ namespace {
 
 using std::string_literals::operator""s;
 
-Value only(const std::string& text) {
-    const std::vector<Value> values = parse_values(text);
+JournalValue only(const std::string& text) {
+    const std::vector<JournalValue> values = parse_values(text);
     EXPECT_EQ(values.size(), 1U) << text;
     return values.at(0);
 }
 
-std::string bytes_of(const Value& value) {
+std::string bytes_of(const JournalValue& value) {
     return value.text + std::string(value.number, '\0');
 }
 
@@ -95,19 +95,19 @@ TEST(RealNumbers, read_back_as_the_same_bits) {
 }
 
 TEST(Values, come_with_their_kinds_and_fields) {
-    const std::vector<Value> values = parse_values(R"(-3, null, layer#12, {num: 1, at: [0.5, inf]}, L"a", "b")");
+    const std::vector<JournalValue> values = parse_values(R"(-3, null, layer#12, {num: 1, at: [0.5, inf]}, L"a", "b")");
     ASSERT_EQ(values.size(), 6U);
-    EXPECT_EQ(values[0].kind, Value::Kind::number);
+    EXPECT_EQ(values[0].kind, JournalValue::Kind::number);
     EXPECT_TRUE(values[1].is_word("null"));
-    EXPECT_EQ(values[2].kind, Value::Kind::name);
+    EXPECT_EQ(values[2].kind, JournalValue::Kind::name);
     EXPECT_EQ(values[2].text, "layer");
     EXPECT_EQ(values[2].number, 12U);
     ASSERT_EQ(values[3].parts.size(), 2U);
     EXPECT_EQ(values[3].parts[0].field, "num");
     EXPECT_EQ(values[3].parts[1].field, "at");
     EXPECT_EQ(values[3].parts[1].parts.at(1).text, "inf");
-    EXPECT_EQ(values[4].kind, Value::Kind::units);
-    EXPECT_EQ(values[5].kind, Value::Kind::bytes);
+    EXPECT_EQ(values[4].kind, JournalValue::Kind::units);
+    EXPECT_EQ(values[5].kind, JournalValue::Kind::bytes);
 }
 
 }  // namespace

@@ -9,9 +9,9 @@
 
 using host::model::Comp;
 using host::model::Project;
-using host::runner::Outcome;
 using host::runner::PluginModule;
 using host::runner::Session;
+using host::runner::VisitResult;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
@@ -28,7 +28,7 @@ struct SessionOf {
         project.open_comp(&comp);
     }
 
-    Outcome start() { return session.start(module); }
+    VisitResult start() { return session.start(module); }
 
     AEGP_Command command(const std::string& text) {
         for (const auto& item : session.menu_items()) {
@@ -38,7 +38,7 @@ struct SessionOf {
     }
 
     // Starts the plug-in and picks one command.
-    Outcome run(const std::string& text) {
+    VisitResult run(const std::string& text) {
         EXPECT_FALSE(start().has_failed());
         return session.run_command(command(text));
     }
@@ -54,7 +54,7 @@ struct SessionOf {
 TEST(Session, starting_inserts_menu_items_that_are_disabled) {
     SessionOf plugin("troublemaker");
     EXPECT_THAT(plugin.session.menu_items(), IsEmpty());
-    const Outcome outcome = plugin.start();
+    const VisitResult outcome = plugin.start();
     EXPECT_EQ(outcome.error, A_Err_NONE);
     EXPECT_THAT(outcome.log, IsEmpty());
     ASSERT_FALSE(plugin.session.menu_items().empty());
@@ -72,7 +72,7 @@ TEST(Session, updating_menus_enables_what_the_hook_enables) {
 
 TEST(Session, a_failed_entry_point_drops_what_it_registered_and_keeps_what_it_said) {
     SessionOf plugin("fails_at_entry");
-    const Outcome outcome = plugin.start();
+    const VisitResult outcome = plugin.start();
     EXPECT_EQ(outcome.error, 13);
     EXPECT_THAT(outcome.reports, ElementsAre("cannot start"));
     EXPECT_THAT(outcome.log, ElementsAre("plug-in fails_at_entry: its entry point returned error 13"));
@@ -82,7 +82,7 @@ TEST(Session, a_failed_entry_point_drops_what_it_registered_and_keeps_what_it_sa
 
 TEST(Session, an_exception_from_the_entry_point_is_a_failed_start) {
     SessionOf plugin("throws_at_entry");
-    const Outcome outcome = plugin.start();
+    const VisitResult outcome = plugin.start();
     EXPECT_TRUE(outcome.has_failed());
     EXPECT_TRUE(outcome.has_thrown);
     EXPECT_THAT(outcome.log, ElementsAre("plug-in throws_at_entry: its entry point threw an exception: no start"));
@@ -90,7 +90,7 @@ TEST(Session, an_exception_from_the_entry_point_is_a_failed_start) {
 
 TEST(Session, a_command_changes_the_project_under_its_undo_group) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Add");
+    const VisitResult outcome = plugin.run("Add");
     EXPECT_EQ(outcome.error, A_Err_NONE);
     EXPECT_TRUE(outcome.is_handled);
     EXPECT_THAT(outcome.undo_steps, ElementsAre("Add"));
@@ -101,7 +101,7 @@ TEST(Session, a_command_changes_the_project_under_its_undo_group) {
 
 TEST(Session, a_disabled_command_is_refused_without_asking_anybody) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Never Enabled");
+    const VisitResult outcome = plugin.run("Never Enabled");
     EXPECT_FALSE(outcome.is_enabled);
     EXPECT_FALSE(outcome.is_handled);
     EXPECT_FALSE(outcome.has_failed());
@@ -120,10 +120,10 @@ TEST(Session, a_later_plug_in_is_told_whether_an_earlier_one_handled_the_command
     const PluginModule onlooker(std::filesystem::path(TEST_PLUGIN_FOLDER) / "onlooker.so");
     plugin.start();
     EXPECT_FALSE(plugin.session.start(onlooker).has_failed());
-    const Outcome claimed = plugin.session.run_command(plugin.command("Add"));
+    const VisitResult claimed = plugin.session.run_command(plugin.command("Add"));
     EXPECT_THAT(claimed.reports, ElementsAre("handled before"));
     EXPECT_TRUE(claimed.is_handled);
-    const Outcome unclaimed = plugin.session.run_command(plugin.command("Unclaimed"));
+    const VisitResult unclaimed = plugin.session.run_command(plugin.command("Unclaimed"));
     EXPECT_THAT(unclaimed.reports, ElementsAre("not handled before"));
     EXPECT_FALSE(unclaimed.is_handled);
 }
@@ -133,14 +133,14 @@ TEST(Session, an_earlier_plug_in_that_fails_does_not_keep_the_command_from_later
     const PluginModule onlooker(std::filesystem::path(TEST_PLUGIN_FOLDER) / "onlooker.so");
     plugin.start();
     plugin.session.start(onlooker);
-    const Outcome outcome = plugin.session.run_command(plugin.command("Throw Exception"));
+    const VisitResult outcome = plugin.session.run_command(plugin.command("Throw Exception"));
     EXPECT_THAT(outcome.reports, ElementsAre("handled before"));
     EXPECT_TRUE(outcome.has_thrown);
 }
 
 TEST(Session, an_exception_that_leaves_a_hook_is_caught_and_reported) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Throw Exception");
+    const VisitResult outcome = plugin.run("Throw Exception");
     EXPECT_TRUE(outcome.has_failed());
     EXPECT_TRUE(outcome.has_thrown);
     EXPECT_THAT(outcome.log, ElementsAre("plug-in troublemaker: its command hook threw an exception: boom"));
@@ -148,7 +148,7 @@ TEST(Session, an_exception_that_leaves_a_hook_is_caught_and_reported) {
 
 TEST(Session, a_thrown_number_is_caught_too) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Throw Number");
+    const VisitResult outcome = plugin.run("Throw Number");
     EXPECT_TRUE(outcome.has_thrown);
     EXPECT_THAT(outcome.log,
                 ElementsAre("plug-in troublemaker: its command hook threw something that is no exception"));
@@ -156,7 +156,7 @@ TEST(Session, a_thrown_number_is_caught_too) {
 
 TEST(Session, undo_groups_left_open_are_closed_and_the_edits_are_one_step) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Leave Group Open");
+    const VisitResult outcome = plugin.run("Leave Group Open");
     EXPECT_FALSE(outcome.has_failed());
     EXPECT_THAT(outcome.undo_steps, ElementsAre("Outer"));
     EXPECT_THAT(outcome.log,
@@ -169,7 +169,7 @@ TEST(Session, undo_groups_left_open_are_closed_and_the_edits_are_one_step) {
 
 TEST(Session, boxes_and_alerts_are_kept_in_full) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Talk");
+    const VisitResult outcome = plugin.run("Talk");
     EXPECT_THAT(outcome.reports, ElementsAre("a box"));
     ASSERT_EQ(outcome.alerts.size(), 1U);
     EXPECT_EQ(outcome.alerts[0].message, "a script says");
@@ -178,7 +178,7 @@ TEST(Session, boxes_and_alerts_are_kept_in_full) {
 
 TEST(Session, a_failed_call_and_a_failed_hook_are_one_sentence_each) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Bad Call");
+    const VisitResult outcome = plugin.run("Bad Call");
     EXPECT_TRUE(outcome.has_failed());
     ASSERT_EQ(outcome.log.size(), 2U);
     EXPECT_THAT(outcome.log[0], HasSubstr("LayerSuite5.AEGP_DeleteLayer: "));
@@ -187,14 +187,14 @@ TEST(Session, a_failed_call_and_a_failed_hook_are_one_sentence_each) {
 
 TEST(Session, a_failed_call_that_the_plug_in_ignores_is_logged_and_no_failure) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Ignored Bad Call");
+    const VisitResult outcome = plugin.run("Ignored Bad Call");
     EXPECT_FALSE(outcome.has_failed());
     EXPECT_THAT(outcome.log, ElementsAre(HasSubstr("AEGP_DeleteLayer")));
 }
 
 TEST(Session, changes_before_an_error_stay_until_they_are_taken_back) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Edit Then Fail");
+    const VisitResult outcome = plugin.run("Edit Then Fail");
     EXPECT_EQ(outcome.error, 7);
     EXPECT_EQ(plugin.comp.layer_count(), 1);
     plugin.project.undo().undo_all();
@@ -204,7 +204,7 @@ TEST(Session, changes_before_an_error_stay_until_they_are_taken_back) {
 TEST(Session, a_second_run_starts_with_a_clean_record) {
     SessionOf plugin("troublemaker");
     plugin.run("Bad Call");
-    const Outcome outcome = plugin.session.run_command(plugin.command("Add"));
+    const VisitResult outcome = plugin.session.run_command(plugin.command("Add"));
     EXPECT_FALSE(outcome.has_failed());
     EXPECT_THAT(outcome.log, IsEmpty());
     EXPECT_THAT(outcome.undo_steps, ElementsAre("Add"));
@@ -223,14 +223,14 @@ TEST(Session, what_was_never_given_back_can_be_asked) {
 
 TEST(Session, a_broken_script_is_quiet_for_the_plug_in_and_logged) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Broken Script");
+    const VisitResult outcome = plugin.run("Broken Script");
     EXPECT_FALSE(outcome.has_failed());
     EXPECT_THAT(outcome.log, ElementsAre(HasSubstr("a script failed: Unable to execute script at line 1.")));
 }
 
 TEST(Session, registering_outside_the_entry_point_is_refused) {
     SessionOf plugin("troublemaker");
-    const Outcome outcome = plugin.run("Register Late");
+    const VisitResult outcome = plugin.run("Register Late");
     EXPECT_TRUE(outcome.has_failed());
     EXPECT_EQ(plugin.session.suites().command_hooks().size(), 1U);
 }

@@ -30,7 +30,7 @@ struct DriverWorld {
 
     std::string run(std::vector<Action> actions) {
         for (Action& action : actions) driver.add(std::move(action));
-        const Outcome outcome = engine.run(kScript);
+        const ScriptResult outcome = engine.run(kScript);
         EXPECT_FALSE(outcome.failed) << outcome.error;
         return outcome.result;
     }

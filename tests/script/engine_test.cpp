@@ -123,7 +123,7 @@ TEST(Engine, a_text_of_many_distinct_words_and_numbers_runs) {
 
 TEST(Engine, a_run_inside_a_run_is_refused) {
     World world;
-    Outcome inside;
+    ScriptResult inside;
     world.driver.act = [&](Window&) { inside = world.engine.run("1"); };
     EXPECT_EQ(world.run("new Window('dialog').show(); 'outer'"), "outer");
     EXPECT_TRUE(inside.failed);

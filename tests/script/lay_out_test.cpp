@@ -34,7 +34,7 @@ struct LayOut : testing::Test {
     Engine engine{project, settings, driver, nullptr};
 
     std::string run(std::string_view text) {
-        const Outcome outcome = engine.run(text);
+        const ScriptResult outcome = engine.run(text);
         EXPECT_FALSE(outcome.failed) << outcome.error;
         return outcome.result;
     }

@@ -90,7 +90,7 @@ TEST(Limits, all_runs_together_have_a_limit_and_then_no_script_is_begun) {
     EXPECT_THAT(second.error("while (true) {}"), HasSubstr("ran longer than 300 ms together and were ended"));
     EXPECT_EQ(limits.time_of_all->left().count(), 0);
     for (World* world : {&first, &second}) {
-        const Outcome refused = world->engine.run("var begun = true;");
+        const ScriptResult refused = world->engine.run("var begun = true;");
         EXPECT_TRUE(refused.failed);
         EXPECT_TRUE(refused.took_too_long);
         EXPECT_EQ(refused.error, "The scripts ran longer than 300 ms together and were ended.");

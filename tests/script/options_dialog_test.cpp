@@ -302,7 +302,7 @@ TEST(OptionsDialog, json_that_is_too_deep_to_be_looked_through_is_ended) {
     limits.time = std::chrono::milliseconds(500);
     OptionsDialog world(limits);
     world.show([](Window& w) { w.press_escape(); });
-    const Outcome outcome = world.engine.run("JSON.parse(new Array(1e5).join('[') + new Array(1e5).join(']'))");
+    const ScriptResult outcome = world.engine.run("JSON.parse(new Array(1e5).join('[') + new Array(1e5).join(']'))");
     EXPECT_TRUE(outcome.took_too_long) << outcome.error;
     EXPECT_EQ(world.run("JSON.parse('[7]')[0]"), "7");
 }
@@ -326,7 +326,7 @@ TEST(OptionsDialog, runs_often_without_growing) {
     const std::string script = read_file(OPTIONS_DIALOG_SCRIPT);
     for (int i = 0; i < 300; ++i) {
         driver.add({Action::Kind::key_enter});
-        const Outcome outcome = engine.run(script);
+        const ScriptResult outcome = engine.run(script);
         ASSERT_FALSE(outcome.failed) << outcome.error;
         ASSERT_EQ(outcome.result, "[true,false,false,\"\",false,false]");
     }

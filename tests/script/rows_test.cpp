@@ -23,8 +23,8 @@ TEST_P(Row, does_what_the_same_text_does_when_it_is_compiled_whole) {
     const std::string_view text = GetParam();
     SmallProject row;
     SmallProject compiled;
-    const Outcome one = row.engine.run(text);
-    const Outcome other = compiled.engine.run(whole(text));
+    const ScriptResult one = row.engine.run(text);
+    const ScriptResult other = compiled.engine.run(whole(text));
     EXPECT_EQ(one.failed, other.failed);
     EXPECT_EQ(one.result, other.result);
     EXPECT_EQ(one.error, other.error);
@@ -74,7 +74,7 @@ TEST(Programs, a_long_row_is_ended_when_its_time_is_up) {
     World world(limits);
     std::string row = "var list = [];";
     for (int i = 0; i < 500'000; ++i) row += "list.push(" + std::to_string(i) + ");";
-    const Outcome outcome = world.engine.run(row);
+    const ScriptResult outcome = world.engine.run(row);
     EXPECT_TRUE(outcome.failed);
     EXPECT_TRUE(outcome.took_too_long);
     EXPECT_EQ(world.run("1 + 1"), "2");

@@ -88,7 +88,7 @@ TEST(SettingsObject, a_file_that_cannot_be_written_is_an_error_the_script_can_ca
     ScriptedDriver driver;
     std::vector<Alert> alerts;
     Engine engine(project, settings, driver, [&](const Alert& alert) { alerts.push_back(alert); });
-    const Outcome outcome = engine.run(
+    const ScriptResult outcome = engine.run(
         "try { app.settings.saveSetting('s', 'k', 'v'); } catch (e) { alert(e.toString()); } "
         "app.settings.getSetting('s', 'k')");
     EXPECT_FALSE(outcome.failed) << outcome.error;

@@ -84,7 +84,7 @@ TEST(Text, random_bytes_never_crash_the_engine) {
         std::string bytes(random() % 40, '\0');
         for (char& c : bytes) c = static_cast<char>(random());
         world.engine.run(bytes);
-        const Outcome quoted = world.engine.run("/*" + bytes + "*/ 'alive'");
+        const ScriptResult quoted = world.engine.run("/*" + bytes + "*/ 'alive'");
         if (bytes.find("*/") == std::string::npos) {
             EXPECT_EQ(quoted.result, "alive") << "seed " << seed << ": " << quoted.error;
         }

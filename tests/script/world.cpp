@@ -14,14 +14,14 @@ World::World(Limits limits)
           project, settings, driver, [this](const Alert& alert) { alerts.push_back(alert); }, limits) {}
 
 std::string World::run(std::string_view text) {
-    const Outcome outcome = engine.run(text);
+    const ScriptResult outcome = engine.run(text);
     EXPECT_FALSE(outcome.failed) << outcome.error;
     EXPECT_EQ(outcome.error, "");
     return outcome.result;
 }
 
 std::string World::error(std::string_view text) {
-    const Outcome outcome = engine.run(text);
+    const ScriptResult outcome = engine.run(text);
     EXPECT_TRUE(outcome.failed) << "result: " << outcome.result;
     EXPECT_EQ(outcome.result, "");
     return outcome.error;

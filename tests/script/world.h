@@ -16,7 +16,7 @@ namespace script_test {
 
 using host::script::Engine;
 using host::script::Limits;
-using host::script::Outcome;
+using host::script::ScriptResult;
 using host::script::Settings;
 using host::scriptui::Action;
 using host::scriptui::Alert;

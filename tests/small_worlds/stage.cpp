@@ -113,7 +113,7 @@ std::string Stage::difference(const std::vector<int>& selected_places, const Cho
 
     const State before = observe();
     const std::string promise = promised(before, ids, choices).text();
-    const host::runner::Outcome outcome = run_command();
+    const host::runner::VisitResult outcome = run_command();
     State after = observe();
     for (const auto& alert : outcome.alerts) after.alerts.push_back(alert.message);
     if (outcome.has_failed() || !outcome.is_handled || !outcome.log.empty()) {

@@ -42,7 +42,7 @@ class Stage {
   private:
     State observe() const;
     std::vector<int> select(const std::vector<int>& places);  // their ids
-    host::runner::Outcome run_command() { return session_.run_command(session_.menu_items().at(0).command); }
+    host::runner::VisitResult run_command() { return session_.run_command(session_.menu_items().at(0).command); }
     std::string difference(const std::vector<int>& selected_places, const Choices& choices);
 
     const std::string text_;

@@ -53,7 +53,7 @@ TEST_F(Commands, are_numbered_freshly_and_never_zero) {
 }
 
 TEST_F(Commands, start_disabled_and_belong_to_the_plug_in_being_visited) {
-    const SuiteHost::Visit visit(host, plugin, SuiteHost::Visit::Door::entry_point);
+    const SuiteHost::Visit visit(host, plugin, PluginFunction::entry_point);
     const AEGP_Command command = insert("Do it", AEGP_MENU_INSERT_AT_BOTTOM);
     const MenuItem* item = host.menu_item(command);
     ASSERT_NE(item, nullptr);
@@ -134,7 +134,7 @@ TEST_F(Commands, are_disabled_before_menus_are_updated_if_the_rules_say_so) {
 using Hooks = Commands;
 
 TEST_F(Hooks, are_registered_in_the_entry_point) {
-    const SuiteHost::Visit visit(host, plugin, SuiteHost::Visit::Door::entry_point);
+    const SuiteHost::Visit visit(host, plugin, PluginFunction::entry_point);
     EXPECT_EQ(register_command_hook(), 0);
     EXPECT_EQ(register_update_menu_hook(), 0);
     ASSERT_EQ(host.command_hooks().size(), 1U);
@@ -147,7 +147,7 @@ TEST_F(Hooks, are_registered_in_the_entry_point) {
 
 TEST_F(Hooks, are_refused_anywhere_else) {
     EXPECT_EQ(register_command_hook(), kNotAllowed);
-    const SuiteHost::Visit visit(host, plugin, SuiteHost::Visit::Door::hook);
+    const SuiteHost::Visit visit(host, plugin, PluginFunction::command_hook);
     EXPECT_EQ(register_command_hook(), kNotAllowed);
     EXPECT_EQ(register_update_menu_hook(), kNotAllowed);
     EXPECT_EQ(last_complaint(), "Hooks can be registered in the entry point only.");
@@ -156,32 +156,32 @@ TEST_F(Hooks, are_refused_anywhere_else) {
 }
 
 TEST_F(Hooks, are_refused_again_when_an_inner_visit_is_over) {
-    const SuiteHost::Visit outer(host, plugin, SuiteHost::Visit::Door::hook);
-    { const SuiteHost::Visit inner(host, plugin, SuiteHost::Visit::Door::entry_point); }
+    const SuiteHost::Visit outer(host, plugin, PluginFunction::command_hook);
+    { const SuiteHost::Visit inner(host, plugin, PluginFunction::entry_point); }
     EXPECT_EQ(register_command_hook(), kNotAllowed);
 }
 
 TEST_F(Hooks, belong_to_the_plug_in_that_is_entered) {
     const AEGP_PluginID other = host.add_plugin("Other");
     EXPECT_NE(other, plugin);
-    const SuiteHost::Visit visit(host, other, SuiteHost::Visit::Door::entry_point);
+    const SuiteHost::Visit visit(host, other, PluginFunction::entry_point);
     EXPECT_EQ(register_command_hook(), kBadArgument);
     EXPECT_EQ(register_update_menu_hook(), kBadArgument);
 }
 
 TEST_F(Hooks, for_commands_are_one_per_plug_in) {
-    const SuiteHost::Visit visit(host, plugin, SuiteHost::Visit::Door::entry_point);
+    const SuiteHost::Visit visit(host, plugin, PluginFunction::entry_point);
     EXPECT_EQ(register_command_hook(), 0);
     EXPECT_EQ(register_command_hook(), kNotAllowed);
     EXPECT_EQ(host.command_hooks().size(), 1U);
     const AEGP_PluginID other = host.add_plugin("Other");
-    const SuiteHost::Visit next(host, other, SuiteHost::Visit::Door::entry_point);
+    const SuiteHost::Visit next(host, other, PluginFunction::entry_point);
     EXPECT_EQ(registry->AEGP_RegisterCommandHook(other, AEGP_HP_BeforeAE, AEGP_Command_ALL, run_command, nullptr), 0);
     EXPECT_EQ(host.command_hooks().size(), 2U);
 }
 
 TEST_F(Hooks, are_functions) {
-    const SuiteHost::Visit visit(host, plugin, SuiteHost::Visit::Door::entry_point);
+    const SuiteHost::Visit visit(host, plugin, PluginFunction::entry_point);
     EXPECT_EQ(registry->AEGP_RegisterCommandHook(plugin, AEGP_HP_BeforeAE, 0, nullptr, nullptr), kBadArgument);
     EXPECT_EQ(registry->AEGP_RegisterUpdateMenuHook(plugin, nullptr, nullptr), kBadArgument);
 }
@@ -189,13 +189,13 @@ TEST_F(Hooks, are_functions) {
 TEST_F(Hooks, and_menu_items_go_with_a_dropped_plug_in) {
     const AEGP_PluginID other = host.add_plugin("Other");
     {
-        const SuiteHost::Visit visit(host, plugin, SuiteHost::Visit::Door::entry_point);
+        const SuiteHost::Visit visit(host, plugin, PluginFunction::entry_point);
         insert("mine", AEGP_MENU_INSERT_AT_BOTTOM);
         EXPECT_EQ(register_command_hook(), 0);
         EXPECT_EQ(register_update_menu_hook(), 0);
     }
     {
-        const SuiteHost::Visit visit(host, other, SuiteHost::Visit::Door::entry_point);
+        const SuiteHost::Visit visit(host, other, PluginFunction::entry_point);
         insert("other", AEGP_MENU_INSERT_AT_BOTTOM);
     }
     host.drop_plugin(plugin);

@@ -111,7 +111,7 @@ TEST_F(Hosts, know_plug_ins_by_name) {
 class Ported : public testing::Test {
   public:
     // What a script call answers when the port behaves like this.
-    A_Err answer(std::function<ScriptOutcome(std::string_view)> port) {
+    A_Err answer(std::function<ScriptReply(std::string_view)> port) {
         SuiteHost host(project, {.run_script = std::move(port), .report = {}});
         const void* found = nullptr;
         EXPECT_EQ(host.basic_suite()->AcquireSuite("AEGP Utility Suite", 13, &found), 0);
@@ -126,11 +126,11 @@ class Ported : public testing::Test {
 };
 
 TEST_F(Ported, exceptions_become_codes) {
-    EXPECT_EQ(answer([](std::string_view) -> ScriptOutcome { throw std::runtime_error("Broken."); }), kInternal);
+    EXPECT_EQ(answer([](std::string_view) -> ScriptReply { throw std::runtime_error("Broken."); }), kInternal);
     EXPECT_EQ(sentence, "Broken.");
-    EXPECT_EQ(answer([](std::string_view) -> ScriptOutcome { throw std::bad_alloc(); }), kOutOfMemory);
-    EXPECT_EQ(answer([](std::string_view) -> ScriptOutcome { throw 5; }), kInternal);
-    EXPECT_EQ(answer([](std::string_view) { return ScriptOutcome{}; }), 0);
+    EXPECT_EQ(answer([](std::string_view) -> ScriptReply { throw std::bad_alloc(); }), kOutOfMemory);
+    EXPECT_EQ(answer([](std::string_view) -> ScriptReply { throw 5; }), kInternal);
+    EXPECT_EQ(answer([](std::string_view) { return ScriptReply{}; }), 0);
 }
 
 TEST_F(Ported, a_missing_port_is_a_call_not_implemented) {
@@ -145,11 +145,11 @@ class Witness : public Observer {
   public:
     Witness(std::string name, std::vector<std::string>& log, std::optional<A_Err> refusal = {})
         : name_(std::move(name)), log_(log), refusal_(refusal) {}
-    std::optional<A_Err> before(const Call& call) override {
+    std::optional<A_Err> before(const SuiteCall& call) override {
         log_.push_back(name_ + " before " + std::string(call.function()));
         return refusal_;
     }
-    void after(const Call& call) override {
+    void after(const SuiteCall& call) override {
         log_.push_back(name_ + " after " + std::to_string(call.result()) + (call.is_injected() ? " injected" : ""));
     }
 
@@ -193,13 +193,13 @@ TEST_F(Hosts, take_the_refusal_of_the_first_observer_that_has_one) {
 
 TEST_F(Hosts, tell_observers_the_suite_asked_for) {
     struct Asker : Observer {
-        std::optional<A_Err> before(const Call& call) override {
+        std::optional<A_Err> before(const SuiteCall& call) override {
             asked.push_back(std::string(call.suite()) + " " + std::string(call.requested_suite()));
             numbers_ascend = numbers_ascend && call.number() > last;
             last = call.number();
             return {};
         }
-        void after(const Call&) override {}
+        void after(const SuiteCall&) override {}
         std::vector<std::string> asked;
         std::uint64_t last = 0;
         bool numbers_ascend = true;

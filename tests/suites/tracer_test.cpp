@@ -152,7 +152,7 @@ TEST(NestedTraces, end_the_inner_call_first) {
                                  [&commands](std::string_view) {
                                      AEGP_Command command = 0;
                                      EXPECT_EQ(commands->AEGP_GetUniqueCommand(&command), 0);
-                                     return ScriptOutcome{false, "done", ""};
+                                     return ScriptReply{false, "done", ""};
                                  },
                              .report = {}});
     const void* table = nullptr;

@@ -64,7 +64,7 @@ class World : public testing::Test {
     model::Item& footage;              // a 200 x 100 solid
     std::vector<std::string> scripts;  // that were run
     std::vector<std::string> reports;
-    ScriptOutcome next_script_outcome;
+    ScriptReply next_script_outcome;
     SuiteHost host;
     AEGP_PluginID plugin;
 };

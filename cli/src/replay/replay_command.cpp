@@ -9,7 +9,7 @@
 namespace cli {
 namespace {
 
-using host::journal::Verdict;
+using host::journal::ReplayVerdict;
 using Tone = Console::Tone;
 
 std::string place(std::size_t line) {
@@ -23,18 +23,18 @@ host::journal::Journal journal_from(const std::string& bytes) {
     return std::get<host::journal::Journal>(result);
 }
 
-ExitCode tell(const Verdict& verdict, const std::string& name, const Console& console) {
+ExitCode tell(const ReplayVerdict& verdict, const std::string& name, const Console& console) {
     switch (verdict.kind) {
-        case Verdict::Kind::same:
+        case ReplayVerdict::Kind::same:
             console.say(Tone::good, name, verdict.sentence);
             return ExitCode::done;
-        case Verdict::Kind::same_to_cut:
+        case ReplayVerdict::Kind::same_to_cut:
             console.say(Tone::warning, name, verdict.sentence);
             return ExitCode::done;
-        case Verdict::Kind::differs:
+        case ReplayVerdict::Kind::differs:
             console.say(Tone::error, name + place(verdict.line), verdict.sentence);
             return ExitCode::differs;
-        case Verdict::Kind::damaged:
+        case ReplayVerdict::Kind::damaged:
             break;
     }
     throw Failure(ExitCode::bad_input, "this line cannot be played: " + verdict.sentence, place(verdict.line));

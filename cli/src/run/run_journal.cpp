@@ -32,7 +32,7 @@ RunJournal::RunJournal(const std::string& file, const std::vector<std::string>& 
     } catch (const host::journal::FileError& error) {
         throw Failure(ExitCode::failed, "the journal '" + file + "' " + error.what());
     }
-    writer_ = std::make_unique<host::journal::Writer>([this](std::string_view line) { file_->write(line); });
+    writer_ = std::make_unique<host::journal::JournalWriter>([this](std::string_view line) { file_->write(line); });
 }
 
 RunJournal::~RunJournal() = default;

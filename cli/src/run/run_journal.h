@@ -28,7 +28,7 @@ class RunJournal {
   private:
     std::string name_;
     std::unique_ptr<host::journal::JournalFile> file_;
-    std::unique_ptr<host::journal::Writer> writer_;
+    std::unique_ptr<host::journal::JournalWriter> writer_;
 };
 
 }  // namespace cli

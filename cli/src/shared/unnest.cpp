@@ -14,7 +14,7 @@ namespace {
 
 using host::model::Comp;
 using host::model::Layer;
-using host::runner::Outcome;
+using host::runner::VisitResult;
 
 using Layers = std::vector<Layer*>;
 
@@ -75,7 +75,7 @@ void append(auto& all, auto&& more) {
 }
 
 // Keeps what was said and turns an error into a failure; `what` begins the sentence.
-void judge(Outcome outcome, Record& record, const std::string& what) {
+void judge(VisitResult outcome, Record& record, const std::string& what) {
     append(record.alerts, std::move(outcome.alerts));
     append(record.reports, std::move(outcome.reports));
     append(record.log, std::move(outcome.log));
@@ -97,7 +97,7 @@ void start(host::runner::Session& session, const host::runner::PluginModule& plu
 
 void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, Record& record) {
     comp.select(nests);
-    const Outcome outcome = session.run_command(session.menu_items().front().command);
+    const VisitResult outcome = session.run_command(session.menu_items().front().command);
     judge(outcome, record, "the plug-in's command");
     if (!outcome.is_enabled) throw Failure(ExitCode::failed, "the plug-in's command is not available for these layers");
     if (outcome.undo_steps.empty()) throw NothingChanged();

@@ -11,11 +11,11 @@ const Arguments& as(const void* arguments) {
     return *static_cast<const Arguments*>(arguments);
 }
 
-std::string block_text(Namer& namer, void* block) {
+std::string block_text(HandleNamer& namer, void* block) {
     return block ? namer.used(raw(block)) : "null";
 }
 
-std::string new_block_text(Namer& namer, void** block) {
+std::string new_block_text(HandleNamer& namer, void** block) {
     return namer.given(raw(*block), kBlockWord);
 }
 
@@ -66,7 +66,7 @@ void write_basic_results(Encoder& encoder, std::int32_t slot, const void* argume
 
 }  // namespace
 
-std::string arguments_text(Namer& namer, std::int32_t slot, const void* arguments) {
+std::string arguments_text(HandleNamer& namer, std::int32_t slot, const void* arguments) {
     Encoder encoder(namer, Encoder::Direction::to_host);
     if (slot < suites::kSlotCount)
         suite_codec(slot).write_arguments(encoder, arguments);
@@ -75,7 +75,7 @@ std::string arguments_text(Namer& namer, std::int32_t slot, const void* argument
     return encoder.text();
 }
 
-std::string results_text(Namer& namer, std::int32_t slot, const void* arguments) {
+std::string results_text(HandleNamer& namer, std::int32_t slot, const void* arguments) {
     Encoder encoder(namer, Encoder::Direction::to_plugin);
     if (slot < suites::kSlotCount)
         suite_codec(slot).write_results(encoder, arguments);

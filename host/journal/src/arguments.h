@@ -9,8 +9,8 @@
 
 namespace host::journal {
 
-std::string arguments_text(Namer& namer, std::int32_t slot, const void* arguments);
-std::string results_text(Namer& namer, std::int32_t slot, const void* arguments);
+std::string arguments_text(HandleNamer& namer, std::int32_t slot, const void* arguments);
+std::string results_text(HandleNamer& namer, std::int32_t slot, const void* arguments);
 
 // The tuples of the basic suite's functions.
 using AcquireArguments = std::tuple<const char*, int32, const void**>;

@@ -57,7 +57,7 @@ struct Codec<Member> {
         static_cast<void>(encoder);
     }
 
-    static void read_results(Decoder& decoder, const std::vector<Value>& results, void* raw_arguments) {
+    static void read_results(Decoder& decoder, const std::vector<JournalValue>& results, void* raw_arguments) {
         auto& arguments = *static_cast<Arguments*>(raw_arguments);
         constexpr std::size_t kResults = (0 + ... + (is_output<Member, Args> ? 1 : 0));
         if (results.size() != kResults) throw BadValue("there are more or fewer results than the function has");
@@ -105,11 +105,11 @@ struct Codec<Member> {
     }
 
     template <std::size_t I>
-    static void read_result(Decoder& decoder, const std::vector<Value>& results, std::size_t& next,
+    static void read_result(Decoder& decoder, const std::vector<JournalValue>& results, std::size_t& next,
                             Arguments& arguments) {
         using T = Argument<I>;
         if constexpr (is_output<Member, T>) {
-            const Value& result = results[next++];
+            const JournalValue& result = results[next++];
             const T argument = std::get<I>(arguments);
             if (!argument) return;
             if constexpr (std::is_same_v<T, A_char*>)
@@ -125,7 +125,7 @@ struct Codec<Member> {
     static void add_record(Encoder& encoder, const T& record, std::size_t place, const Arguments& arguments) {
         if constexpr (std::is_same_v<T, AEGP_StreamValue2>) {
             const void* stream = stream_among(arguments);
-            encoder.add(record, encoder.namer().shape(stream ? stream : record.streamH, place));
+            encoder.add(record, encoder.namer().member(stream ? stream : record.streamH, place));
         } else {
             encoder.add(record);
         }

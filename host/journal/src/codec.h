@@ -15,7 +15,7 @@ struct SlotCodec {
     void (*write_arguments)(Encoder& encoder, const void* arguments);
     void (*write_results)(Encoder& encoder, const void* arguments);  // of a call that succeeded
     // Puts results where the plug-in wants them. Throws BadValue.
-    void (*read_results)(Decoder& decoder, const std::vector<Value>& results, void* arguments);
+    void (*read_results)(Decoder& decoder, const std::vector<JournalValue>& results, void* arguments);
 };
 
 // Every slot has one; not the basic suite's functions.

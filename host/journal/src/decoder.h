@@ -17,22 +17,22 @@
 namespace host::journal {
 
 // What a decoder asks whoever uses it.
-class Giver {
+class HandleResolver {
   public:
-    virtual ~Giver() = default;
+    virtual ~HandleResolver() = default;
     // The handle of that name.
-    virtual std::uint64_t handle_of(const Name& name) = 0;
+    virtual std::uint64_t handle_of(const HandleName& name) = 0;
     // Where the memory of that name lies.
-    virtual void* memory_of(const Name& name) = 0;
+    virtual void* memory_of(const HandleName& name) = 0;
 };
 
 // All throw BadValue for a value that does not fit.
 class Decoder {
   public:
-    explicit Decoder(Giver& giver) : giver_(giver) {}
+    explicit Decoder(HandleResolver& giver) : giver_(giver) {}
 
     template <class T>
-    void read(const Value& value, T& into) {
+    void read(const JournalValue& value, T& into) {
         if constexpr (std::is_floating_point_v<T>) {
             into = real_from(value);
         } else if constexpr (std::is_arithmetic_v<T>) {
@@ -44,17 +44,17 @@ class Decoder {
         } else if constexpr (std::is_array_v<T> && std::is_same_v<std::remove_extent_t<T>, A_char>) {
             read_text(value, into, sizeof(T));
         } else if constexpr (std::is_array_v<T>) {
-            const auto& parts = composed(value, Value::Kind::list);
+            const auto& parts = composed(value, JournalValue::Kind::list);
             if (parts.size() != std::extent_v<T>) throw BadValue("a list has another length");
             for (std::size_t i = 0; i < parts.size(); ++i) read(parts[i], into[i]);
         } else {
-            Fields fields{*this, composed(value, Value::Kind::record)};
+            Fields fields{*this, composed(value, JournalValue::Kind::record)};
             std::memset(&into, 0, sizeof into);
             if constexpr (std::is_same_v<T, AEGP_StreamValue2>) {
                 fields("value", into.streamH);
-                visit_member(fields, into.val, shape_of(value));
+                visit_member(fields, into.val, member_of(value));
             } else if constexpr (std::is_same_v<T, AEGP_StreamVal2>) {
-                visit_member(fields, into, shape_of(value));
+                visit_member(fields, into, member_of(value));
             } else {
                 visit_fields(fields, into);
             }
@@ -63,22 +63,22 @@ class Decoder {
     }
 
     // Text with its zero into a buffer of that many bytes.
-    static void read_text(const Value& value, A_char* into, std::size_t room) {
-        if (value.kind != Value::Kind::bytes || value.number != 0) throw BadValue("a text is expected");
+    static void read_text(const JournalValue& value, A_char* into, std::size_t room) {
+        if (value.kind != JournalValue::Kind::bytes || value.number != 0) throw BadValue("a text is expected");
         if (value.text.size() >= room) throw BadValue("a text is longer than its room");
         if (value.text.find('\0') != std::string::npos) throw BadValue("a text has a zero in it");
         std::copy(value.text.begin(), value.text.end(), into);
         into[value.text.size()] = '\0';
     }
 
-    void read_address(const Value& value, void*& into) {
-        into = value.kind == Value::Kind::name ? giver_.memory_of({value.text, value.number}) : nullptr;
+    void read_address(const JournalValue& value, void*& into) {
+        into = value.kind == JournalValue::Kind::name ? giver_.memory_of({value.text, value.number}) : nullptr;
     }
 
   private:
     struct Fields {
         Decoder& decoder;
-        const std::vector<Value>& parts;
+        const std::vector<JournalValue>& parts;
         std::size_t next = 0;
 
         template <class T>
@@ -92,18 +92,18 @@ class Decoder {
         }
     };
 
-    static const std::vector<Value>& composed(const Value& value, Value::Kind kind) {
+    static const std::vector<JournalValue>& composed(const JournalValue& value, JournalValue::Kind kind) {
         if (value.kind != kind)
-            throw BadValue(kind == Value::Kind::list ? "a list is expected" : "a record is expected");
+            throw BadValue(kind == JournalValue::Kind::list ? "a list is expected" : "a record is expected");
         return value.parts;
     }
 
     template <class T>
-    static T whole(const Value& value) {
+    static T whole(const JournalValue& value) {
         std::int64_t number = 0;
         const char* end = value.text.data() + value.text.size();
         const auto [stop, error] = std::from_chars(value.text.data(), end, number);
-        if (value.kind != Value::Kind::number || error != std::errc() || stop != end)
+        if (value.kind != JournalValue::Kind::number || error != std::errc() || stop != end)
             throw BadValue("a whole number is expected");
         if (number < static_cast<std::int64_t>(std::numeric_limits<T>::min()) ||
             number > static_cast<std::int64_t>(std::numeric_limits<T>::max()))
@@ -111,13 +111,13 @@ class Decoder {
         return static_cast<T>(number);
     }
 
-    std::uint64_t handle(const Value& value) {
+    std::uint64_t handle(const JournalValue& value) {
         if (value.is_word("null")) return 0;
-        if (value.kind != Value::Kind::name) throw BadValue("a handle is expected");
+        if (value.kind != JournalValue::Kind::name) throw BadValue("a handle is expected");
         return giver_.handle_of({value.text, value.number});
     }
 
-    Giver& giver_;
+    HandleResolver& giver_;
 };
 
 }  // namespace host::journal

@@ -28,9 +28,9 @@ std::string excerpt(std::string_view text, std::size_t place) {
     return (begin > 0 ? "..." : "") + std::string(text.substr(begin, end - begin)) + (end < text.size() ? "..." : "");
 }
 
-std::string joined(const std::vector<Value>& parts, char open, char close) {
+std::string joined(const std::vector<JournalValue>& parts, char open, char close) {
     std::string text(1, open);
-    for (const Value& part : parts) {
+    for (const JournalValue& part : parts) {
         if (&part != &parts[0]) text += ", ";
         if (!part.field.empty()) text += part.field + ": ";
         text += text_of(part);
@@ -40,48 +40,48 @@ std::string joined(const std::vector<Value>& parts, char open, char close) {
 
 }  // namespace
 
-std::string text_of(const Value& value) {
+std::string text_of(const JournalValue& value) {
     const std::string zeros = value.number > 0 ? " + " + std::to_string(value.number) + " zeros" : "";
     switch (value.kind) {
-        case Value::Kind::word:
-        case Value::Kind::number:
+        case JournalValue::Kind::word:
+        case JournalValue::Kind::number:
             return value.text;
-        case Value::Kind::bytes:
+        case JournalValue::Kind::bytes:
             return quoted_bytes(value.text) + zeros;
-        case Value::Kind::units:
+        case JournalValue::Kind::units:
             return quoted_units(value.text) + zeros;
-        case Value::Kind::name:
+        case JournalValue::Kind::name:
             return value.text + '#' + std::to_string(value.number);
-        case Value::Kind::list:
+        case JournalValue::Kind::list:
             return joined(value.parts, '[', ']');
-        case Value::Kind::record:
+        case JournalValue::Kind::record:
             return joined(value.parts, '{', '}');
     }
     return "";
 }
 
-std::string in_words(const Record& record) {
-    const std::string values = '(' + std::string(record.text) + ')';
-    const std::string door(name_of(record.door));
-    switch (record.kind) {
-        case Record::Kind::session:
+std::string in_words(const JournalLine& line) {
+    const std::string values = '(' + std::string(line.values_text) + ')';
+    const std::string function(name_of(line.function));
+    switch (line.kind) {
+        case JournalLine::Kind::session:
             return "a new session";
-        case Record::Kind::enter:
-            return "the host to enter " + door;
-        case Record::Kind::leave:
-            return door + " to come back with " + std::to_string(record.code) + ' ' + values +
-                   (record.has_thrown ? " by an exception" : "");
-        case Record::Kind::call:
-            return "the call " + name_of_slot(record.slot) + values;
-        case Record::Kind::done:
-            return "the answer to call " + std::to_string(record.number);
-        case Record::Kind::memory:
+        case JournalLine::Kind::enter:
+            return "the host to enter " + function;
+        case JournalLine::Kind::leave:
+            return function + " to come back with " + std::to_string(line.code) + ' ' + values +
+                   (line.has_thrown ? " by an exception" : "");
+        case JournalLine::Kind::call:
+            return "the call " + name_of_slot(line.slot) + values;
+        case JournalLine::Kind::done:
+            return "the answer to call " + std::to_string(line.call_number);
+        case JournalLine::Kind::memory:
             return "memory to be told";
-        case Record::Kind::wrote: {
-            const std::vector<Value> told = record.values();
+        case JournalLine::Kind::wrote: {
+            const std::vector<JournalValue> told = line.values();
             return told.size() == 2 ? text_of(told[0]) + " to hold " + text_of(told[1]) : "memory to be written";
         }
-        case Record::Kind::end:
+        case JournalLine::Kind::end:
             return "the end";
     }
     return "";
@@ -93,8 +93,8 @@ std::string expected_got(std::string_view expected, std::string_view got) {
     return "expected " + excerpt(expected, place) + ", got " + excerpt(got, place);
 }
 
-std::string first_difference(std::string_view of_what, const std::vector<Value>& expected,
-                             const std::vector<Value>& got) {
+std::string first_difference(std::string_view of_what, const std::vector<JournalValue>& expected,
+                             const std::vector<JournalValue>& got) {
     const std::string what(of_what);
     for (std::size_t i = 0; i < std::min(expected.size(), got.size()); ++i) {
         if (expected[i] != got[i])

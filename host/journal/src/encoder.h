@@ -9,14 +9,14 @@
 #include "fields.h"
 #include "journal/value_text.h"
 #include "kinds.h"
-#include "shape.h"
+#include "value_member.h"
 
 namespace host::journal {
 
 // What an encoder asks whoever uses it. Nothing is ever null: that is written as null.
-class Namer {
+class HandleNamer {
   public:
-    virtual ~Namer() = default;
+    virtual ~HandleNamer() = default;
     // A handle that the plug-in gives to the host.
     virtual std::string used(std::uint64_t handle) = 0;
     // A handle that the host gives to the plug-in; `word` for one that is new.
@@ -24,27 +24,27 @@ class Namer {
     // An address that is the plug-in's own.
     virtual std::string own(std::uint64_t address, std::string_view word) = 0;
     // Which member holds in the value that is the call's n-th argument, from 0. `handle` says what the value is of.
-    virtual Shape shape(const void* handle, std::size_t argument) = 0;
+    virtual ValueMember member(const void* handle, std::size_t argument) = 0;
 };
 
 class Encoder {
   public:
     enum class Direction { to_host, to_plugin };
 
-    Encoder(Namer& namer, Direction direction) : namer_(namer), direction_(direction) {}
+    Encoder(HandleNamer& namer, Direction direction) : namer_(namer), direction_(direction) {}
 
-    // One more value. `shape` matters for values of streams only.
+    // One more value. `member` matters for values of streams only.
     template <class T>
-    void add(const T& value, Shape shape = Shape::none) {
+    void add(const T& value, ValueMember member = ValueMember::none) {
         separate();
-        shape_ = shape;
+        member_ = member;
         put(value);
     }
     void add_word(std::string_view word) {
         separate();
         text_ += word;
     }
-    Namer& namer() { return namer_; }
+    HandleNamer& namer() { return namer_; }
     const std::string& text() const { return text_; }
 
     // A field of the record that is being written.
@@ -102,11 +102,11 @@ class Encoder {
         } else if constexpr (std::is_same_v<T, AEGP_StreamValue2>) {
             text_ += "{value: ";
             put_handle(raw(value.streamH), kValueWord);
-            visit_member(*this, value.val, shape_);
+            visit_member(*this, value.val, member_);
             text_ += '}';
         } else if constexpr (std::is_same_v<T, AEGP_StreamVal2>) {
             text_ += '{';
-            visit_member(*this, value, shape_);
+            visit_member(*this, value, member_);
             text_ += '}';
         } else {
             text_ += '{';
@@ -121,9 +121,9 @@ class Encoder {
         return {reinterpret_cast<const char*>(units), count * sizeof *units};
     }
 
-    Namer& namer_;
+    HandleNamer& namer_;
     Direction direction_;
-    Shape shape_ = Shape::none;
+    ValueMember member_ = ValueMember::none;
     std::string text_;
 };
 

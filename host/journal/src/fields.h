@@ -7,7 +7,7 @@
 #include <type_traits>
 
 #include "AE_GeneralPlug.h"
-#include "shape.h"
+#include "value_member.h"
 
 namespace host::journal {
 
@@ -33,26 +33,26 @@ concept Is = std::same_as<std::remove_const_t<Record>, T>;
 
 // The member of a stream's value that holds.
 template <Is<AEGP_StreamVal2> R>
-void visit_member(auto& visit, R& value, Shape shape) {
-    switch (shape) {
-        case Shape::none:
+void visit_member(auto& visit, R& value, ValueMember member) {
+    switch (member) {
+        case ValueMember::none:
             break;
-        case Shape::one_d:
+        case ValueMember::one_d:
             visit("one_d", value.one_d);
             break;
-        case Shape::two_d:
+        case ValueMember::two_d:
             visit_fields(visit, value.two_d);
             break;
-        case Shape::three_d:
+        case ValueMember::three_d:
             visit_fields(visit, value.three_d);
             break;
-        case Shape::color:
+        case ValueMember::color:
             visit("color", value.color);
             break;
-        case Shape::layer_id:
+        case ValueMember::layer_id:
             visit("layer_id", value.layer_id);
             break;
-        case Shape::mask_id:
+        case ValueMember::mask_id:
             visit("mask_id", value.mask_id);
             break;
     }

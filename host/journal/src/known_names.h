@@ -13,23 +13,23 @@ class KnownNames {
   public:
     // The name of what the plug-in gives, else the next of that word.
     std::string of(std::uint64_t raw, std::string_view word) {
-        const Name& name = names_.of(raw, word);
+        const HandleName& name = names_.of(raw, word);
         raw_.insert_or_assign({name.word, name.number}, raw);
         return name.text();
     }
 
-    void bind(std::uint64_t raw, const Name& name) {
+    void bind(std::uint64_t raw, const HandleName& name) {
         names_.bind(raw, name);
         raw_.insert_or_assign({name.word, name.number}, raw);
     }
 
-    std::optional<std::uint64_t> raw_of(const Name& name) const {
+    std::optional<std::uint64_t> raw_of(const HandleName& name) const {
         const auto found = raw_.find({name.word, name.number});
         return found == raw_.end() ? std::nullopt : std::optional(found->second);
     }
 
   private:
-    Names names_;
+    HandleNames names_;
     std::map<std::pair<std::string, std::uint64_t>, std::uint64_t> raw_;
 };
 

@@ -9,31 +9,31 @@
 
 namespace host::journal {
 
-struct Name {
+struct HandleName {
     std::string word;
     std::uint64_t number;
 
     std::string text() const { return word + '#' + std::to_string(number); }
 };
 
-class Names {
+class HandleNames {
   public:
     // The name of a handle or address that was seen before, else the next of that word.
-    const Name& of(std::uint64_t raw, std::string_view word) {
+    const HandleName& of(std::uint64_t raw, std::string_view word) {
         const auto found = names_.find(raw);
         return found != names_.end() ? found->second : renew(raw, word);
     }
     // The next name of that word, for something new that may lie where something else lay before.
-    const Name& renew(std::uint64_t raw, std::string_view word) {
+    const HandleName& renew(std::uint64_t raw, std::string_view word) {
         return bind(raw, {std::string(word), ++last_[std::string(word)]});
     }
     // From now on this is the name.
-    const Name& bind(std::uint64_t raw, Name name) {
+    const HandleName& bind(std::uint64_t raw, HandleName name) {
         return names_.insert_or_assign(raw, std::move(name)).first->second;
     }
 
   private:
-    std::unordered_map<std::uint64_t, Name> names_;
+    std::unordered_map<std::uint64_t, HandleName> names_;
     std::map<std::string, std::uint64_t> last_;
 };
 

@@ -10,7 +10,7 @@
 namespace host::journal {
 namespace {
 
-using Kind = Record::Kind;
+using Kind = JournalLine::Kind;
 
 constexpr std::size_t kMostBytes = std::size_t{1} << 30;
 constexpr std::size_t kMostOpen = 64;  // visits and calls inside each other
@@ -21,9 +21,9 @@ class BadLine : public std::runtime_error {
 };
 
 // Reads one line from left to right.
-class Line {
+class LineParser {
   public:
-    explicit Line(std::string_view text) : rest_(text) {}
+    explicit LineParser(std::string_view text) : rest_(text) {}
 
     bool take(std::string_view expected) {
         if (!rest_.starts_with(expected)) return false;
@@ -61,8 +61,8 @@ class Line {
         rest_ = parser.rest();
         if (take(kRemark)) {
             ValueParser remark(rest_);
-            const std::vector<Value> sentence = remark.values_until('\0');
-            if (sentence.size() != 1 || sentence[0].kind != Value::Kind::bytes)
+            const std::vector<JournalValue> sentence = remark.values_until('\0');
+            if (sentence.size() != 1 || sentence[0].kind != JournalValue::Kind::bytes)
                 throw BadLine("a remark is not one text in quotes");
             rest_ = {};
         }
@@ -76,59 +76,60 @@ class Line {
     std::string_view rest_;
 };
 
-Door door_named(std::string_view name) {
-    for (const Door door : {Door::entry_point, Door::update_menu_hook, Door::command_hook})
-        if (name_of(door) == name) return door;
+PluginFunction plugin_function_named(std::string_view name) {
+    for (const PluginFunction function :
+         {PluginFunction::entry_point, PluginFunction::update_menu_hook, PluginFunction::command_hook})
+        if (name_of(function) == name) return function;
     throw BadLine("there is nothing in a plug-in that is called '" + std::string(name) + "'");
 }
 
-Record record_from(std::string_view text) {
-    Line line(text);
-    Record record;
-    if (text == kEnd) return record;
-    if (line.take(kSession)) {
-        record.kind = Kind::session;
-    } else if (line.take(kMemory)) {
-        record.kind = Kind::memory;
-    } else if (line.take(kWrote)) {
-        record.kind = Kind::wrote;
-    } else if (line.take(kEnter)) {
-        record.kind = Kind::enter;
-        record.door = door_named(line.until('(', "an opening bracket"));
-    } else if (line.take(kLeave)) {
-        record.kind = Kind::leave;
-        record.door = door_named(line.until(' ', "a code"));
-        line.need("= ");
-        record.code = line.number<std::int32_t>("a code");
-        record.has_thrown = line.take(kThrown);
-        line.need(" (");
-    } else if (line.take(kCall)) {
-        record.kind = Kind::call;
-        record.number = line.number<std::uint64_t>("the call's number");
-        line.need(" ");
-        const std::string_view name = line.until('(', "an opening bracket");
-        record.slot = slot_named(name);
-        if (record.slot < 0) throw BadLine("there is no function of that name and suite");
-    } else if (line.take(kDone)) {
-        record.kind = Kind::done;
-        record.number = line.number<std::uint64_t>("the call's number");
-        line.need(" = ");
-        record.code = line.number<std::int32_t>("a code");
-        record.is_injected = line.take(kInjected);
-        line.need(" (");
+JournalLine line_from(std::string_view text) {
+    LineParser parser(text);
+    JournalLine line;
+    if (text == kEnd) return line;
+    if (parser.take(kSession)) {
+        line.kind = Kind::session;
+    } else if (parser.take(kMemory)) {
+        line.kind = Kind::memory;
+    } else if (parser.take(kWrote)) {
+        line.kind = Kind::wrote;
+    } else if (parser.take(kEnter)) {
+        line.kind = Kind::enter;
+        line.function = plugin_function_named(parser.until('(', "an opening bracket"));
+    } else if (parser.take(kLeave)) {
+        line.kind = Kind::leave;
+        line.function = plugin_function_named(parser.until(' ', "a code"));
+        parser.need("= ");
+        line.code = parser.number<std::int32_t>("a code");
+        line.has_thrown = parser.take(kThrown);
+        parser.need(" (");
+    } else if (parser.take(kCall)) {
+        line.kind = Kind::call;
+        line.call_number = parser.number<std::uint64_t>("the call's number");
+        parser.need(" ");
+        const std::string_view name = parser.until('(', "an opening bracket");
+        line.slot = slot_named(name);
+        if (line.slot < 0) throw BadLine("there is no function of that name and suite");
+    } else if (parser.take(kDone)) {
+        line.kind = Kind::done;
+        line.call_number = parser.number<std::uint64_t>("the call's number");
+        parser.need(" = ");
+        line.code = parser.number<std::int32_t>("a code");
+        line.is_injected = parser.take(kInjected);
+        parser.need(" (");
     } else {
         throw BadLine("no line of a journal begins like this");
     }
-    record.text = line.values();
-    return record;
+    line.values_text = parser.values();
+    return line;
 }
 
 // Whether lines follow each other as a run makes them.
 class Order {
   public:
-    void check(const Record& record) {
+    void check(const JournalLine& line) {
         if (has_ended_) throw BadLine("nothing can follow the end");
-        switch (record.kind) {
+        switch (line.kind) {
             case Kind::session:
                 if (!open_.empty()) throw BadLine("a session cannot begin inside a visit");
                 has_session_ = true;
@@ -136,19 +137,19 @@ class Order {
             case Kind::enter:
                 if (!has_session_) throw BadLine("a session must begin first");
                 if (is_in(Kind::enter)) throw BadLine("the host is in the plug-in already");
-                open(record);
+                open(line);
                 break;
             case Kind::leave:
-                if (!is_in(Kind::enter) || open_.back().door != record.door)
+                if (!is_in(Kind::enter) || open_.back().function != line.function)
                     throw BadLine("what is left here was not entered last");
                 open_.pop_back();
                 break;
             case Kind::call:
                 if (!is_in(Kind::enter)) throw BadLine("only a plug-in that was entered calls the host");
-                open(record);
+                open(line);
                 break;
             case Kind::done:
-                if (!is_in(Kind::call) || open_.back().number != record.number)
+                if (!is_in(Kind::call) || open_.back().call_number != line.call_number)
                     throw BadLine("the call that ends here is not the last one that began");
                 open_.pop_back();
                 break;
@@ -170,14 +171,14 @@ class Order {
   private:
     struct Opened {
         Kind kind;
-        Door door;
-        std::uint64_t number;
+        PluginFunction function;
+        std::uint64_t call_number;
     };
 
     bool is_in(Kind kind) const { return !open_.empty() && open_.back().kind == kind; }
-    void open(const Record& record) {
+    void open(const JournalLine& line) {
         if (open_.size() == kMostOpen) throw BadLine("calls stand too deep in each other");
-        open_.push_back({record.kind, record.door, record.number});
+        open_.push_back({line.kind, line.function, line.call_number});
     }
 
     std::vector<Opened> open_;
@@ -191,20 +192,8 @@ std::string sentence_from(const char* reason) {
 
 }  // namespace
 
-std::string_view name_of(Door door) {
-    switch (door) {
-        case Door::entry_point:
-            return "entry_point";
-        case Door::update_menu_hook:
-            return "update_menu_hook";
-        case Door::command_hook:
-            return "command_hook";
-    }
-    return "";
-}
-
-std::vector<Value> Record::values() const {
-    return parse_values(text);
+std::vector<JournalValue> JournalLine::values() const {
+    return parse_values(values_text);
 }
 
 std::variant<Journal, Damage> read(std::string_view bytes) {
@@ -224,10 +213,10 @@ std::variant<Journal, Damage> read(std::string_view bytes) {
             continue;
         }
         try {
-            Record record = record_from(text);
-            record.line = number;
-            order.check(record);
-            journal.records.push_back(record);
+            JournalLine line = line_from(text);
+            line.line_number = number;
+            order.check(line);
+            journal.lines.push_back(line);
         } catch (const BadLine& reason) {
             return Damage{number, sentence_from(reason.what())};
         } catch (const BadValue& reason) {

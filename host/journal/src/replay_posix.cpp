@@ -12,33 +12,34 @@
 
 #include "difference.h"
 #include "journal/replay.h"
-#include "player.h"
+#include "replay_host.h"
 
 namespace host::journal {
 namespace {
 
-using Place = std::atomic<std::size_t>;
-static_assert(Place::is_always_lock_free, "two processes share it");
+using SharedIndex = std::atomic<std::size_t>;
+static_assert(SharedIndex::is_always_lock_free, "two processes share it");
 
 [[noreturn]] void give_up(const char* what) {
     throw std::runtime_error(std::string("the plug-in cannot be run: ") + what + ": " + std::strerror(errno));
 }
 
 // A number that parent and child both see.
-class SharedPlace {
+class SharedIndexPage {
   public:
-    SharedPlace() : page_(::mmap(nullptr, sizeof(Place), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)) {
+    SharedIndexPage()
+        : page_(::mmap(nullptr, sizeof(SharedIndex), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0)) {
         if (page_ == MAP_FAILED) give_up("no memory to share");
-        place_ = new (page_) Place(0);
+        place_ = new (page_) SharedIndex(0);
     }
-    ~SharedPlace() { ::munmap(page_, sizeof(Place)); }
-    SharedPlace(const SharedPlace&) = delete;
+    ~SharedIndexPage() { ::munmap(page_, sizeof(SharedIndex)); }
+    SharedIndexPage(const SharedIndexPage&) = delete;
 
-    Place& operator*() const { return *place_; }
+    SharedIndex& operator*() const { return *place_; }
 
   private:
     void* page_;
-    Place* place_;
+    SharedIndex* place_;
 };
 
 void write_all(int pipe, std::string_view bytes) {
@@ -60,24 +61,24 @@ std::string read_all(int pipe) {
 }
 
 // A verdict on its way: "KIND LINE SENTENCE" and a zero, so that half of one is not taken for one.
-std::string packed(const Verdict& verdict) {
+std::string packed(const ReplayVerdict& verdict) {
     return std::to_string(static_cast<int>(verdict.kind)) + ' ' + std::to_string(verdict.line) + ' ' +
            verdict.sentence + '\0';
 }
 
-bool unpack(std::string_view bytes, Verdict& verdict) {
+bool unpack(std::string_view bytes, ReplayVerdict& verdict) {
     if (!bytes.ends_with('\0')) return false;
     int kind = 0;
     const char* end = bytes.data() + bytes.size();
     const auto after_kind = std::from_chars(bytes.data(), end, kind).ptr;
     const auto after_line = std::from_chars(after_kind + 1, end, verdict.line).ptr;
-    verdict.kind = static_cast<Verdict::Kind>(kind);
+    verdict.kind = static_cast<ReplayVerdict::Kind>(kind);
     verdict.sentence.assign(after_line + 1, end - 1);
     return true;
 }
 
-[[noreturn]] void be_child(const Journal& journal, AEGP_PluginInitFunc entry_point, Place& place, int pipe) {
-    Player player(journal, entry_point, place, [pipe](const Verdict& verdict) {
+[[noreturn]] void be_child(const Journal& journal, AEGP_PluginInitFunc entry_point, SharedIndex& place, int pipe) {
+    ReplayHost player(journal, entry_point, place, [pipe](const ReplayVerdict& verdict) {
         write_all(pipe, packed(verdict));
         ::_exit(0);
     });
@@ -85,22 +86,23 @@ bool unpack(std::string_view bytes, Verdict& verdict) {
 }
 
 // For a child that went without a word.
-Verdict verdict_on_end(const Journal& journal, std::size_t place, int status) {
+ReplayVerdict verdict_on_end(const Journal& journal, std::size_t place, int status) {
     const std::string end = WIFSIGNALED(status) ? std::string("crashed (") + ::strsignal(WTERMSIG(status)) + ')'
                                                 : "ended the program with code " + std::to_string(WEXITSTATUS(status));
-    if (place >= journal.records.size()) {
-        return {Verdict::Kind::same_to_cut, journal.last_line,
+    if (place >= journal.lines.size()) {
+        return {ReplayVerdict::Kind::same_to_cut, journal.last_line,
                 "the journal is cut after line " + std::to_string(journal.last_line) +
                     "; up to there the plug-in did the same, and there it " + end};
     }
-    const Record& record = journal.records[place];
-    return {Verdict::Kind::differs, record.line, expected_got(in_words(record), "nothing: the plug-in " + end)};
+    const JournalLine& line = journal.lines[place];
+    return {ReplayVerdict::Kind::differs, line.line_number,
+            expected_got(in_words(line), "nothing: the plug-in " + end)};
 }
 
 }  // namespace
 
-Verdict replay(const Journal& journal, AEGP_PluginInitFunc entry_point) {
-    const SharedPlace place;
+ReplayVerdict replay(const Journal& journal, AEGP_PluginInitFunc entry_point) {
+    const SharedIndexPage place;
     int ends[2];
     if (::pipe(ends) != 0) give_up("no pipe");
     const pid_t child = ::fork();
@@ -115,7 +117,7 @@ Verdict replay(const Journal& journal, AEGP_PluginInitFunc entry_point) {
     int status = 0;
     while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
-    Verdict verdict{Verdict::Kind::same, 0, ""};
+    ReplayVerdict verdict{ReplayVerdict::Kind::same, 0, ""};
     return unpack(bytes, verdict) ? verdict : verdict_on_end(journal, *place, status);
 }
 

@@ -12,8 +12,8 @@ constexpr std::size_t kMostMemory = std::size_t{1} << 30;
 
 }  // namespace
 
-void ReplayedMemory::fill(std::uint64_t handle, const Value& content) {
-    if (content.kind != Value::Kind::bytes && content.kind != Value::Kind::units)
+void ReplayedMemory::fill(std::uint64_t handle, const JournalValue& content) {
+    if (content.kind != JournalValue::Kind::bytes && content.kind != JournalValue::Kind::units)
         throw BadValue("the content of memory is expected");
     Block& block = blocks_[handle];
     const std::size_t others = used_ - block.known.size();

@@ -15,7 +15,7 @@ namespace host::journal {
 class ReplayedMemory {
   public:
     // Content as the journal tells it. Throws BadValue for no content, and for more memory than a replay may use.
-    void fill(std::uint64_t handle, const Value& content);
+    void fill(std::uint64_t handle, const JournalValue& content);
     void forget(std::uint64_t handle);
 
     // Where it lies; the same until it is filled with another size. Throws BadValue if its content was never told.

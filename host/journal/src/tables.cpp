@@ -5,7 +5,7 @@
 #include <tuple>
 
 #include "arguments.h"
-#include "player.h"
+#include "replay_host.h"
 #include "slots.h"
 
 namespace host::journal {
@@ -14,7 +14,7 @@ namespace {
 template <class... Args>
 A_Err ask(std::int32_t slot, Args... args) noexcept {
     std::tuple<Args...> arguments(args...);
-    return Player::active()->answer(slot, &arguments);
+    return ReplayHost::active()->answer(slot, &arguments);
 }
 
 template <auto Member>

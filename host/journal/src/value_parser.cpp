@@ -84,17 +84,17 @@ std::uint32_t escaped(std::string_view& rest, bool are_units) {
 
 }  // namespace
 
-std::vector<Value> parse_values(std::string_view text) {
+std::vector<JournalValue> parse_values(std::string_view text) {
     return ValueParser(text).values_until('\0');
 }
 
-std::vector<Value> ValueParser::values_until(char close) {
-    std::vector<Value> values;
+std::vector<JournalValue> ValueParser::values_until(char close) {
+    std::vector<JournalValue> values;
     fill(values, close, false, 0);
     return values;
 }
 
-void ValueParser::fill(std::vector<Value>& into, char close, bool has_fields, int depth) {
+void ValueParser::fill(std::vector<JournalValue>& into, char close, bool has_fields, int depth) {
     const auto is_over = [&] { return close == '\0' ? rest_.empty() : take({&close, 1}); };
     while (!is_over()) {
         if (!into.empty() && !take(", ")) throw BadValue("a comma or a closing bracket is missing");
@@ -111,14 +111,14 @@ void ValueParser::fill(std::vector<Value>& into, char close, bool has_fields, in
     }
 }
 
-Value ValueParser::value(int depth) {
+JournalValue ValueParser::value(int depth) {
     if (rest_.starts_with('"') || rest_.starts_with("L\"")) return quoted();
     if (rest_.starts_with('[') || rest_.starts_with('{')) return composed(depth);
 
-    Value value;
+    JournalValue value;
     const std::string_view text = token();
     if (const std::size_t mark = text.find('#'); mark != std::string_view::npos) {
-        value.kind = Value::Kind::name;
+        value.kind = JournalValue::Kind::name;
         value.text = text.substr(0, mark);
         value.number = whole_from(text.substr(mark + 1));
         if (!is_word_text(value.text)) throw BadValue("a name has no kind");
@@ -126,25 +126,25 @@ Value ValueParser::value(int depth) {
     }
     value.text = text;
     if (is_word_text(text) && text != "inf") return value;
-    value.kind = Value::Kind::number;
+    value.kind = JournalValue::Kind::number;
     (void)real_from(value);  // for its check
     return value;
 }
 
-Value ValueParser::composed(int depth) {
+JournalValue ValueParser::composed(int depth) {
     if (depth + 1 == kMostLevels) throw BadValue("lists or records stand too deep in each other");
-    Value value;
+    JournalValue value;
     const bool is_record = take("{");
     if (!is_record) take("[");
-    value.kind = is_record ? Value::Kind::record : Value::Kind::list;
+    value.kind = is_record ? JournalValue::Kind::record : JournalValue::Kind::list;
     fill(value.parts, is_record ? '}' : ']', is_record, depth + 1);
     return value;
 }
 
-Value ValueParser::quoted() {
-    Value value;
+JournalValue ValueParser::quoted() {
+    JournalValue value;
     const bool are_units = take("L");
-    value.kind = are_units ? Value::Kind::units : Value::Kind::bytes;
+    value.kind = are_units ? JournalValue::Kind::units : JournalValue::Kind::bytes;
     take("\"");
     while (!take("\"")) {
         if (rest_.empty()) throw BadValue("a text has no closing quote");

@@ -142,15 +142,15 @@ std::string real_text(double number) {
     return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
 }
 
-double real_from(const Value& value) {
+double real_from(const JournalValue& value) {
     const std::string_view text = value.text;
     const char* end = text.data() + text.size();
-    if (value.kind == Value::Kind::number && text.starts_with("nan:") && text.size() == 20) {
+    if (value.kind == JournalValue::Kind::number && text.starts_with("nan:") && text.size() == 20) {
         std::uint64_t bits = 0;
         const auto [stop, error] = std::from_chars(text.data() + 4, end, bits, 16);
         const double number = std::bit_cast<double>(bits);
         if (error == std::errc() && stop == end && std::isnan(number)) return number;
-    } else if (value.kind == Value::Kind::number) {
+    } else if (value.kind == JournalValue::Kind::number) {
         double number = 0;
         const auto [stop, error] = std::from_chars(text.data(), end, number);
         if (error == std::errc() && stop == end && !std::isnan(number)) return number;

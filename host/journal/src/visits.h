@@ -9,12 +9,10 @@
 
 namespace host::journal {
 
-Door door_of(const suites::PluginCall& call);
-
 // entry_point(plug-in's number, its name, major, minor) = (global refcon)
 // update_menu_hook(hook, global refcon, refcon, window) = ()
 // command_hook(hook, global refcon, refcon, command, priority, already handled) = (handled)
-std::string arguments_text(Namer& namer, const suites::PluginCall& call);
-std::string results_text(Namer& namer, const suites::PluginCall& call);
+std::string arguments_text(HandleNamer& namer, const suites::PluginCall& call);
+std::string results_text(HandleNamer& namer, const suites::PluginCall& call);
 
 }  // namespace host::journal

@@ -13,7 +13,7 @@
 
 namespace host::journal {
 
-class Writer::Scribe : public Namer {
+class JournalWriter::Scribe : public HandleNamer {
   public:
     explicit Scribe(Sink sink) : sink_(std::move(sink)) { line(std::string(kFirstLine)); }
 
@@ -25,15 +25,15 @@ class Writer::Scribe : public Namer {
     void begin_session(std::string_view name) { line(std::string(kSession) + quoted_bytes(name) + ')'); }
 
     void entering(const suites::PluginCall& call) {
-        line(std::string(kEnter) + std::string(name_of(door_of(call))) + '(' + arguments_text(*this, call) + ')');
+        line(std::string(kEnter) + std::string(name_of(call.function)) + '(' + arguments_text(*this, call) + ')');
     }
 
     void left(const suites::PluginCall& call, A_Err result, bool has_thrown) {
-        line(std::string(kLeave) + std::string(name_of(door_of(call))) + " = " + std::to_string(result) +
+        line(std::string(kLeave) + std::string(name_of(call.function)) + " = " + std::to_string(result) +
              std::string(has_thrown ? kThrown : "") + " (" + results_text(*this, call) + ')');
     }
 
-    void before(const suites::Call& call) {
+    void before(const suites::SuiteCall& call) {
         call_ = &call;
         const std::int32_t slot = slot_of(call);
         if (const AEGP_MemHandle memory = handed_back_by(slot, call.raw_arguments())) tell_changes(memory);
@@ -41,7 +41,7 @@ class Writer::Scribe : public Namer {
              arguments_text(*this, slot, call.raw_arguments()) + ')');
     }
 
-    void after(const suites::Call& call) {
+    void after(const suites::SuiteCall& call) {
         call_ = &call;
         const std::int32_t slot = slot_of(call);
         const bool has_succeeded = call.result() == A_Err_NONE;
@@ -58,10 +58,12 @@ class Writer::Scribe : public Namer {
         return word == kBlockWord ? handles_.renew(handle, word).text() : handles_.of(handle, word).text();
     }
     std::string own(std::uint64_t address, std::string_view word) override { return own_.of(address, word).text(); }
-    Shape shape(const void* handle, std::size_t) override { return shape_of(call_->stream_type(handle)); }
+    ValueMember member(const void* handle, std::size_t) override {
+        return suites::value_member(call_->stream_type(handle));
+    }
 
   private:
-    static std::int32_t slot_of(const suites::Call& call) {
+    static std::int32_t slot_of(const suites::SuiteCall& call) {
         return call.slot() >= 0 ? call.slot() : basic_slot(call.function());
     }
 
@@ -96,32 +98,32 @@ class Writer::Scribe : public Namer {
     }
 
     Sink sink_;
-    Names handles_;
-    Names own_;
+    HandleNames handles_;
+    HandleNames own_;
     std::unordered_map<std::uint64_t, std::string> told_;  // contents, by memory handle
-    const suites::Call* call_ = nullptr;                   // the one being written
+    const suites::SuiteCall* call_ = nullptr;              // the one being written
 };
 
-Writer::Writer(Sink sink) : scribe_(std::make_unique<Scribe>(std::move(sink))) {}
-Writer::~Writer() = default;
+JournalWriter::JournalWriter(Sink sink) : scribe_(std::make_unique<Scribe>(std::move(sink))) {}
+JournalWriter::~JournalWriter() = default;
 
-void Writer::begin_session(std::string_view name) {
+void JournalWriter::begin_session(std::string_view name) {
     scribe_->begin_session(name);
 }
-void Writer::finish() {
+void JournalWriter::finish() {
     scribe_->line(std::string(kEnd));
 }
-void Writer::entering(const suites::PluginCall& call) {
+void JournalWriter::entering(const suites::PluginCall& call) {
     scribe_->entering(call);
 }
-void Writer::left(const suites::PluginCall& call, A_Err result, bool has_thrown) {
+void JournalWriter::left(const suites::PluginCall& call, A_Err result, bool has_thrown) {
     scribe_->left(call, result, has_thrown);
 }
-std::optional<A_Err> Writer::before(const suites::Call& call) {
+std::optional<A_Err> JournalWriter::before(const suites::SuiteCall& call) {
     scribe_->before(call);
     return std::nullopt;
 }
-void Writer::after(const suites::Call& call) {
+void JournalWriter::after(const suites::SuiteCall& call) {
     scribe_->after(call);
 }
 

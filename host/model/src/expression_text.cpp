@@ -8,20 +8,20 @@ namespace {
 
 class Finder {
   public:
-    explicit Finder(const std::vector<Token>& tokens)
+    explicit Finder(const std::vector<ExpressionToken>& tokens)
         : tokens_(tokens), layer_is_ours_(is_redefined("layer")), comp_is_ours_(is_redefined("comp")) {}
 
     std::vector<LayerReference> run() const {
         std::vector<LayerReference> found;
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
             if (!is_word(i, "layer") || !is_call_with_literal(i)) continue;
-            const Token& name = tokens_[i + 2];
+            const ExpressionToken& name = tokens_[i + 2];
             LayerReference reference{{}, name.text, name.begin, name.end};
             if (!is_mark(i, -1, ".")) {
                 if (layer_is_ours_) continue;
             } else if (is_own_comp(i)) {
                 // names a layer of the expression's own composition
-            } else if (const Token* comp = named_comp(i)) {
+            } else if (const ExpressionToken* comp = named_comp(i)) {
                 reference.comp = comp->text;
                 reference.comp_begin = comp->begin;
                 reference.comp_end = comp->end;
@@ -34,20 +34,20 @@ class Finder {
     }
 
   private:
-    bool is(std::size_t i, std::ptrdiff_t ahead, TokenKind kind, std::string_view text) const {
+    bool is(std::size_t i, std::ptrdiff_t ahead, ExpressionTokenKind kind, std::string_view text) const {
         const std::ptrdiff_t at = static_cast<std::ptrdiff_t>(i) + ahead;
         if (at < 0 || at >= static_cast<std::ptrdiff_t>(tokens_.size())) return false;
-        const Token& token = tokens_[static_cast<std::size_t>(at)];
+        const ExpressionToken& token = tokens_[static_cast<std::size_t>(at)];
         return token.kind == kind && token.text == text;
     }
     bool is_mark(std::size_t i, std::ptrdiff_t ahead, std::string_view text) const {
-        return is(i, ahead, TokenKind::mark, text);
+        return is(i, ahead, ExpressionTokenKind::mark, text);
     }
-    bool is_word(std::size_t i, std::string_view text) const { return is(i, 0, TokenKind::word, text); }
+    bool is_word(std::size_t i, std::string_view text) const { return is(i, 0, ExpressionTokenKind::word, text); }
 
     // word ( "literal" )
     bool is_call_with_literal(std::size_t i) const {
-        return is_mark(i, 1, "(") && i + 2 < tokens_.size() && tokens_[i + 2].kind == TokenKind::string &&
+        return is_mark(i, 1, "(") && i + 2 < tokens_.size() && tokens_[i + 2].kind == ExpressionTokenKind::string &&
                is_mark(i, 3, ")");
     }
 
@@ -56,14 +56,14 @@ class Finder {
     bool is_redefined(std::string_view name) const {
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
             if (!is_word(i, name) || is_mark(i, -1, ".")) continue;
-            if (!is_mark(i, 1, "(") || is(i, -1, TokenKind::word, "function")) return true;
+            if (!is_mark(i, 1, "(") || is(i, -1, ExpressionTokenKind::word, "function")) return true;
         }
         return false;
     }
 
     // thisComp . layer, where thisComp is nobody's member and not assigned to anywhere
     bool is_own_comp(std::size_t i) const {
-        if (!is(i, -2, TokenKind::word, "thisComp") || is_mark(i, -3, ".")) return false;
+        if (!is(i, -2, ExpressionTokenKind::word, "thisComp") || is_mark(i, -3, ".")) return false;
         for (std::size_t j = 0; j < tokens_.size(); ++j) {
             if (is_word(j, "thisComp") && !is_mark(j, -1, ".") && is_mark(j, 1, "=")) return false;
         }
@@ -71,14 +71,14 @@ class Finder {
     }
 
     // comp ( "literal" ) . layer
-    const Token* named_comp(std::size_t i) const {
+    const ExpressionToken* named_comp(std::size_t i) const {
         if (i < 5 || comp_is_ours_) return nullptr;
         const std::size_t comp = i - 5;
         if (!is_word(comp, "comp") || is_mark(comp, -1, ".") || !is_call_with_literal(comp)) return nullptr;
         return &tokens_[comp + 2];
     }
 
-    const std::vector<Token>& tokens_;
+    const std::vector<ExpressionToken>& tokens_;
     bool layer_is_ours_;
     bool comp_is_ours_;
 };
@@ -91,14 +91,14 @@ constexpr std::string_view kParagraphSeparator = "\xe2\x80\xa9";
 
 std::vector<LayerReference> find_layer_references(std::string_view expression) {
     if (expression.find("layer") == std::string_view::npos) return {};
-    const std::vector<Token> tokens = tokenize(expression);
+    const std::vector<ExpressionToken> tokens = tokenize_expression(expression);
     return Finder(tokens).run();
 }
 
 std::vector<std::pair<std::size_t, std::size_t>> find_quoted(std::string_view expression, std::string_view name) {
     std::vector<std::pair<std::size_t, std::size_t>> found;
-    for (const Token& token : tokenize(expression)) {
-        if (token.kind == TokenKind::string && token.text == name && expression[token.begin] != '`') {
+    for (const ExpressionToken& token : tokenize_expression(expression)) {
+        if (token.kind == ExpressionTokenKind::string && token.text == name && expression[token.begin] != '`') {
             found.emplace_back(token.begin, token.end);
         }
     }

@@ -49,7 +49,7 @@ class Lexer {
   public:
     explicit Lexer(std::string_view source) : source_(source) {}
 
-    std::vector<Token> run() {
+    std::vector<ExpressionToken> run() {
         while (at_ < source_.size()) step();
         return std::move(tokens_);
     }
@@ -83,7 +83,7 @@ class Lexer {
         }
     }
 
-    void add(TokenKind kind, std::size_t begin, std::string text) {
+    void add(ExpressionTokenKind kind, std::size_t begin, std::string text) {
         tokens_.push_back({kind, begin, at_, std::move(text)});
     }
 
@@ -95,7 +95,7 @@ class Lexer {
             ++at_;
             while (!at_end() && is_word_byte(peek())) ++at_;
         }
-        add(TokenKind::word, begin, std::string(source_.substr(begin, at_ - begin)));
+        add(ExpressionTokenKind::word, begin, std::string(source_.substr(begin, at_ - begin)));
     }
 
     void mark() {
@@ -104,7 +104,7 @@ class Lexer {
         for (const std::string_view mark : kLong) {
             if (source_.substr(at_, mark.size()) != mark) continue;
             at_ += mark.size();
-            add(TokenKind::mark, begin, mark == "?." ? "." : std::string(mark));
+            add(ExpressionTokenKind::mark, begin, mark == "?." ? "." : std::string(mark));
             return;
         }
         const char c = source_[at_++];
@@ -112,7 +112,7 @@ class Lexer {
             if (c == '{') ++braces_.back();
             if (c == '}') --braces_.back();
         }
-        add(TokenKind::mark, begin, std::string(1, c));
+        add(ExpressionTokenKind::mark, begin, std::string(1, c));
     }
 
     void quoted(char mark) {
@@ -120,14 +120,14 @@ class Lexer {
         std::string value;
         while (!at_end() && peek() != mark) {
             if (peek() == '\n' || peek() == '\r') {
-                add(TokenKind::other_text, begin, {});
+                add(ExpressionTokenKind::other_text, begin, {});
                 return;
             }
             character(value);
         }
         const bool complete = !at_end();
         if (complete) ++at_;
-        add(complete ? TokenKind::string : TokenKind::other_text, begin, std::move(value));
+        add(complete ? ExpressionTokenKind::string : ExpressionTokenKind::other_text, begin, std::move(value));
     }
 
     // From a back quote, or from the brace that ends a substitution, to the next substitution or the end.
@@ -137,7 +137,7 @@ class Lexer {
         while (!at_end()) {
             if (peek() == '`') {
                 ++at_;
-                add(is_start ? TokenKind::string : TokenKind::other_text, begin, std::move(value));
+                add(is_start ? ExpressionTokenKind::string : ExpressionTokenKind::other_text, begin, std::move(value));
                 return;
             }
             if (peek() == '$' && peek(1) == '{') {
@@ -147,7 +147,7 @@ class Lexer {
             }
             character(value);
         }
-        add(TokenKind::other_text, begin, {});
+        add(ExpressionTokenKind::other_text, begin, {});
     }
 
     // One character of a string, escapes decoded.
@@ -262,15 +262,15 @@ class Lexer {
     // A slash divides after an operand and starts a regular expression elsewhere.
     bool regex_may_start() const {
         if (tokens_.empty()) return true;
-        const Token& last = tokens_.back();
+        const ExpressionToken& last = tokens_.back();
         switch (last.kind) {
-            case TokenKind::string:
+            case ExpressionTokenKind::string:
                 return false;
-            case TokenKind::other_text:
+            case ExpressionTokenKind::other_text:
                 return source_[last.end - 1] == '{';  // start of a substitution
-            case TokenKind::mark:
+            case ExpressionTokenKind::mark:
                 return last.text != ")" && last.text != "]";
-            case TokenKind::word:
+            case ExpressionTokenKind::word:
                 break;
         }
         static constexpr std::array<std::string_view, 12> kBeforeOperand = {
@@ -297,7 +297,7 @@ class Lexer {
                 const std::size_t begin = at_;
                 at_ = i + 1;
                 while (!at_end() && is_word_byte(peek())) ++at_;
-                add(TokenKind::other_text, begin, {});
+                add(ExpressionTokenKind::other_text, begin, {});
                 return true;
             }
         }
@@ -306,13 +306,13 @@ class Lexer {
 
     std::string_view source_;
     std::size_t at_ = 0;
-    std::vector<Token> tokens_;
+    std::vector<ExpressionToken> tokens_;
     std::vector<int> braces_;  // open braces inside each substitution that is open
 };
 
 }  // namespace
 
-std::vector<Token> tokenize(std::string_view source) {
+std::vector<ExpressionToken> tokenize_expression(std::string_view source) {
     return Lexer(source).run();
 }
 

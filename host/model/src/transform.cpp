@@ -27,18 +27,18 @@ bool is_camera_or_light(const Layer& layer) {
 
 // A layer's transform streams at the composition's current time.
 struct Pose {
-    Point anchor{};
-    Point position{};
-    Point scale = {1, 1, 1};
+    Vector3 anchor{};
+    Vector3 position{};
+    Vector3 scale = {1, 1, 1};
     double rotation = 0;
-    Point orientation{};
-    Point turned{};  // X, Y and Z rotation
+    Vector3 orientation{};
+    Vector3 turned{};  // X, Y and Z rotation
 
     explicit Pose(Layer& layer) {
         const Time now = layer.comp().current_time() - layer.offset();
         const auto point = [&](int number) {
             const Value value = layer.stream_value(number, now);
-            return Point{value.n[0], value.n[1], value.n[2]};
+            return Vector3{value.n[0], value.n[1], value.n[2]};
         };
         const auto number = [&](int stream) { return layer.stream_value(stream, now).n[0]; };
         position = point(kPosition);
@@ -60,16 +60,16 @@ struct Pose {
         }
     }
 
-    Matrix turn() const { return Matrix::rotation(orientation) * Matrix::rotation(turned); }
-    Matrix matrix() const {
-        return Matrix::translation(position) * turn() * Matrix::scaling(scale) *
-               Matrix::translation({-anchor[0], -anchor[1], -anchor[2]});
+    Affine3D turn() const { return Affine3D::rotation(orientation) * Affine3D::rotation(turned); }
+    Affine3D matrix() const {
+        return Affine3D::translation(position) * turn() * Affine3D::scaling(scale) *
+               Affine3D::translation({-anchor[0], -anchor[1], -anchor[2]});
     }
 };
 
 // What a layer and all above it do to their children.
 struct Chain {
-    Matrix matrix;
+    Affine3D matrix;
     double rotation = 0;  // sum of the Z rotations, whole turns included
     double sign = 1;      // of the product of the horizontal scales
     bool has_zeros = false;
@@ -92,12 +92,12 @@ struct Chain {
 
 // What has to happen to the child's own transform.
 struct Change {
-    Matrix matrix;  // of its place
-    Matrix axes;    // the linear part, nothing in it flat
-    Matrix orient;  // 3D: put before its orientation
+    Affine3D matrix;  // of its place
+    Affine3D axes;    // the linear part, nothing in it flat
+    Affine3D orient;  // 3D: put before its orientation
     double rotation_factor = 1;
     double rotation = 0;  // 2D: degrees added after the factor
-    Point scale = {1, 1, 1};
+    Vector3 scale = {1, 1, 1};
 };
 
 // Rotation and scale of a matrix by its x axis; shear is lost.
@@ -107,14 +107,14 @@ struct Parts2D {
 };
 
 // `sign` is the wanted sign of sx. Null if the x axis vanishes.
-std::optional<Parts2D> parts_2d(const Matrix& m, double sign) {
+std::optional<Parts2D> parts_2d(const Affine3D& m, double sign) {
     const double length = std::hypot(m(0, 0), m(1, 0));
     if (length == 0) return std::nullopt;
     const double det = m(0, 0) * m(1, 1) - m(0, 1) * m(1, 0);
     return Parts2D{std::atan2(sign * m(1, 0), sign * m(0, 0)) / kDegree, sign * length, sign * det / length};
 }
 
-bool is_similarity_2d(const Matrix& m) {
+bool is_similarity_2d(const Affine3D& m) {
     const double x2 = m(0, 0) * m(0, 0) + m(1, 0) * m(1, 0);
     const double y2 = m(0, 1) * m(0, 1) + m(1, 1) * m(1, 1);
     const double dot = m(0, 0) * m(0, 1) + m(1, 0) * m(1, 1);
@@ -138,43 +138,43 @@ void find_turn_2d(Change& change, const Pose& child, double rotation_hint, doubl
     // Exact for the pose of this moment; keyframes all change by the same amount.
     const double sx = child.scale[0] == 0 ? 1 : child.scale[0];
     const double sy = child.scale[1] == 0 ? 1 : child.scale[1];
-    const Matrix wanted = change.axes * Matrix::rotation({0, 0, child.rotation}) * Matrix::scaling({sx, sy, 1});
+    const Affine3D wanted = change.axes * Affine3D::rotation({0, 0, child.rotation}) * Affine3D::scaling({sx, sy, 1});
     const auto parts = parts_2d(wanted, sign * sign_of(sx));
     if (!parts) return;
     change.rotation = nearest_turn(parts->angle - child.rotation, rotation_hint);
     change.scale = {parts->sx / sx, parts->sy / sy, 1};
 }
 
-Point column(const Matrix& m, std::size_t c) {
+Vector3 column(const Affine3D& m, std::size_t c) {
     return {m(0, c), m(1, c), m(2, c)};
 }
-double dot(const Point& a, const Point& b) {
+double dot(const Vector3& a, const Vector3& b) {
     return a[0] * b[0] + a[1] * b[1] + a[2] * b[2];
 }
-Point scaled(const Point& p, double by) {
+Vector3 scaled(const Vector3& p, double by) {
     return {p[0] * by, p[1] * by, p[2] * by};
 }
-Point cross(const Point& a, const Point& b) {
+Vector3 cross(const Vector3& a, const Vector3& b) {
     return {a[1] * b[2] - a[2] * b[1], a[2] * b[0] - a[0] * b[2], a[0] * b[1] - a[1] * b[0]};
 }
 
 void find_turn_3d(Change& change, const Pose& child) {
-    Point scale = child.scale;
+    Vector3 scale = child.scale;
     for (double& s : scale) s = s == 0 ? 1 : s;
-    const Matrix turn = child.turn();
-    const Matrix wanted = change.axes * turn * Matrix::scaling(scale);
-    const Point x = column(wanted, 0);
+    const Affine3D turn = child.turn();
+    const Affine3D wanted = change.axes * turn * Affine3D::scaling(scale);
+    const Vector3 x = column(wanted, 0);
     const double length = std::sqrt(dot(x, x));
     if (length == 0) return;
-    const Point x_axis = scaled(x, sign_of(scale[0]) / length);
-    const Point y = column(wanted, 1);
+    const Vector3 x_axis = scaled(x, sign_of(scale[0]) / length);
+    const Vector3 y = column(wanted, 1);
     const double along = dot(x_axis, y);
-    const Point y_rest = {y[0] - along * x_axis[0], y[1] - along * x_axis[1], y[2] - along * x_axis[2]};
+    const Vector3 y_rest = {y[0] - along * x_axis[0], y[1] - along * x_axis[1], y[2] - along * x_axis[2]};
     const double height = std::sqrt(dot(y_rest, y_rest));
     if (height == 0) return;
-    const Point y_axis = scaled(y_rest, sign_of(scale[1]) / height);
-    const Point z_axis = cross(x_axis, y_axis);
-    Matrix axes;
+    const Vector3 y_axis = scaled(y_rest, sign_of(scale[1]) / height);
+    const Vector3 z_axis = cross(x_axis, y_axis);
+    Affine3D axes;
     for (std::size_t row = 0; row < 3; ++row) {
         axes(row, 0) = x_axis[row];
         axes(row, 1) = y_axis[row];
@@ -198,11 +198,11 @@ void rewrite(Stream& stream, ChangeKeyframe change_keyframe) {
     }
 }
 
-void move_points(Stream& stream, const Matrix& matrix, std::size_t dimensions, double mean_scale) {
-    const auto assign = [dimensions](Value& value, const Point& to) {
+void move_points(Stream& stream, const Affine3D& matrix, std::size_t dimensions, double mean_scale) {
+    const auto assign = [dimensions](Value& value, const Vector3& to) {
         for (std::size_t d = 0; d < dimensions; ++d) value.n[d] = rounded(to[d]);
     };
-    const auto place = [](const Value& value) { return Point{value.n[0], value.n[1], value.n[2]}; };
+    const auto place = [](const Value& value) { return Vector3{value.n[0], value.n[1], value.n[2]}; };
     rewrite(stream, [&](Keyframe& keyframe) {
         assign(keyframe.value, image_of(matrix, place(keyframe.value)));
         assign(keyframe.tangent_in, image_of_direction(matrix, place(keyframe.tangent_in)));
@@ -222,16 +222,16 @@ void turn_about_z(Stream& stream, double factor, double degrees) {
     });
 }
 
-void orient(Stream& stream, const Matrix& turn) {
+void orient(Stream& stream, const Affine3D& turn) {
     if (is_linear_identity(turn, kTolerance)) return;
     rewrite(stream, [&](Keyframe& keyframe) {
         auto& n = keyframe.value.n;
-        const Point angles = rotation_angles(turn * Matrix::rotation({n[0], n[1], n[2]}));
+        const Vector3 angles = rotation_angles(turn * Affine3D::rotation({n[0], n[1], n[2]}));
         for (std::size_t d = 0; d < 3; ++d) n[d] = rounded(nearest_turn(angles[d], n[d]));
     });
 }
 
-void resize(Stream& stream, const Point& factors) {
+void resize(Stream& stream, const Vector3& factors) {
     rewrite(stream, [&](Keyframe& keyframe) {
         for (std::size_t d = 0; d < 3; ++d) {
             if (std::abs(factors[d] - 1) <= kTolerance) continue;
@@ -248,7 +248,7 @@ void compensate_for_parent(Layer& child, Layer* new_parent) {
     const Chain from(child.parent(), 0);
     const Chain to(new_parent, 1);  // what is scaled to nothing cannot be taken back
     const bool is_3d = child.is_3d();
-    const auto seen = [is_3d](const Matrix& matrix) { return is_3d ? matrix : flattened(matrix); };
+    const auto seen = [is_3d](const Affine3D& matrix) { return is_3d ? matrix : flattened(matrix); };
     const auto back = inverse(seen(to.matrix));
     if (!back) return;  // seen edge on, the new parent has no inside
     Change change;

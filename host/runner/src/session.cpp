@@ -9,11 +9,11 @@
 namespace host::runner {
 namespace {
 
+using suites::PluginFunction;
+
 // The version of the plug-in interface that this host says it is.
 constexpr A_long kInterfaceMajor = 114;
 constexpr A_long kInterfaceMinor = 0;
-
-using What = suites::PluginCall::What;
 
 }  // namespace
 
@@ -30,11 +30,11 @@ Session::Session(model::Project& project, script::Settings& settings, scriptui::
                                 dialogs.show({std::string(text), std::string(plugin)});
                             }}) {}
 
-Outcome Session::start(const PluginModule& module) {
+VisitResult Session::start(const PluginModule& module) {
     return observe([&] {
         const AEGP_PluginID id = suites_.add_plugin(module.name());
         AEGP_GlobalRefcon& refcon = global_refcons_[id];
-        const suites::PluginCall call{.what = What::entry_point,
+        const suites::PluginCall call{.function = PluginFunction::entry_point,
                                       .plugin = id,
                                       .plugin_name = module.name(),
                                       .global_refcon = &refcon,
@@ -47,11 +47,11 @@ Outcome Session::start(const PluginModule& module) {
     });
 }
 
-Outcome Session::update_menus() {
+VisitResult Session::update_menus() {
     return observe([this] { ask_update_hooks(); });
 }
 
-Outcome Session::run_command(AEGP_Command command) {
+VisitResult Session::run_command(AEGP_Command command) {
     return observe([this, command] {
         ask_update_hooks();
         const suites::MenuItem* item = suites_.menu_item(command);
@@ -64,10 +64,10 @@ void Session::ask_update_hooks() {
     suites_.prepare_menus_for_update();
     for (const suites::UpdateMenuHook& hook : suites_.update_menu_hooks()) {
         AEGP_GlobalRefcon& global = global_refcons_[hook.plugin_id];
-        const suites::PluginCall call{.what = What::update_menu_hook,
+        const suites::PluginCall call{.function = PluginFunction::update_menu_hook,
                                       .plugin = hook.plugin_id,
                                       .global_refcon = &global,
-                                      .function = reinterpret_cast<const void*>(hook.function),
+                                      .hook = reinterpret_cast<const void*>(hook.function),
                                       .refcon = hook.refcon,
                                       .window = AEGP_WindType_TIME_LAYOUT};
         visit(call, "its update-menu hook", [&] { return hook.function(global, hook.refcon, call.window); });
@@ -79,10 +79,10 @@ void Session::ask_command_hooks(AEGP_Command command) {
         if (hook.command != AEGP_Command_ALL && hook.command != command) continue;
         A_Boolean handled = 0;
         AEGP_GlobalRefcon& global = global_refcons_[hook.plugin_id];
-        const suites::PluginCall call{.what = What::command_hook,
+        const suites::PluginCall call{.function = PluginFunction::command_hook,
                                       .plugin = hook.plugin_id,
                                       .global_refcon = &global,
-                                      .function = reinterpret_cast<const void*>(hook.function),
+                                      .hook = reinterpret_cast<const void*>(hook.function),
                                       .refcon = hook.refcon,
                                       .command = command,
                                       .priority = hook.priority,
@@ -126,12 +126,12 @@ A_Err Session::visit(const suites::PluginCall& facts, const std::string& what, c
     return error;
 }
 
-Outcome Session::observe(const std::function<void()>& work) {
+VisitResult Session::observe(const std::function<void()>& work) {
     const std::size_t steps_before = project_.undo().step_names().size();
     const std::size_t diagnostics_before = suites_.diagnostics().size();
     current_ = {};
     work();
-    Outcome outcome = std::exchange(current_, {});
+    VisitResult result = std::exchange(current_, {});
 
     std::vector<std::string> failed_calls;
     const std::vector<suites::Diagnostic> diagnostics = suites_.diagnostics();
@@ -139,22 +139,22 @@ Outcome Session::observe(const std::function<void()>& work) {
         failed_calls.push_back(diagnostics[i].function + ": " + diagnostics[i].sentence);
     }
     // Causes before their consequences.
-    outcome.log.insert(outcome.log.begin(), failed_calls.begin(), failed_calls.end());
+    result.log.insert(result.log.begin(), failed_calls.begin(), failed_calls.end());
 
     const std::vector<std::string>& steps = project_.undo().step_names();
     if (steps.size() > steps_before) {
-        outcome.undo_steps.assign(steps.begin() + static_cast<std::ptrdiff_t>(steps_before), steps.end());
+        result.undo_steps.assign(steps.begin() + static_cast<std::ptrdiff_t>(steps_before), steps.end());
     }
-    return outcome;
+    return result;
 }
 
-suites::ScriptOutcome Session::run_script(std::string_view text) {
+suites::ScriptReply Session::run_script(std::string_view text) {
     if (current_.scripts_took_too_long)
         return {.failed = true, .result = {}, .error = "An earlier script took too long."};
-    script::Outcome outcome = engine_.run(text);
-    current_.scripts_took_too_long = outcome.took_too_long;
-    if (outcome.failed) current_.log.push_back("a script failed: " + outcome.error);
-    return {.failed = outcome.failed, .result = std::move(outcome.result), .error = std::move(outcome.error)};
+    script::ScriptResult result = engine_.run(text);
+    current_.scripts_took_too_long = result.took_too_long;
+    if (result.failed) current_.log.push_back("a script failed: " + result.error);
+    return {.failed = result.failed, .result = std::move(result.result), .error = std::move(result.error)};
 }
 
 }  // namespace host::runner

@@ -5,27 +5,27 @@ namespace host::script {
 
 namespace {
 
-duk_ret_t begin_undo_group(Call& call);
-duk_ret_t end_undo_group(Call& call);
+duk_ret_t begin_undo_group(ScriptCall& call);
+duk_ret_t end_undo_group(ScriptCall& call);
 
-constexpr Method kMethods[] = {
+constexpr ScriptMethod kMethods[] = {
     {"beginUndoGroup", 1, guarded<begin_undo_group>},
     {"endUndoGroup", 0, guarded<end_undo_group>},
 };
 
-constexpr ClassTable kApp = {ClassId::app, nullptr, {}, nullptr, kMethods, {}};
+constexpr ScriptClass kApp = {ClassId::app, nullptr, {}, nullptr, kMethods, {}};
 
-duk_ret_t begin_undo_group(Call& call) {
-    call.host.project.undo().begin_group(call.given(0) ? call.text(0) : std::string());
-    ++call.host.open_undo_groups;
+duk_ret_t begin_undo_group(ScriptCall& call) {
+    call.environment.project.undo().begin_group(call.given(0) ? call.text(0) : std::string());
+    ++call.environment.open_undo_groups;
     return call.nothing();
 }
 
 // Groups that a plug-in or an earlier script opened are not this script's to close.
-duk_ret_t end_undo_group(Call& call) {
-    if (call.host.open_undo_groups == 0) call.fail("endUndoGroup() without beginUndoGroup()");
-    call.host.project.undo().end_group();
-    --call.host.open_undo_groups;
+duk_ret_t end_undo_group(ScriptCall& call) {
+    if (call.environment.open_undo_groups == 0) call.fail("endUndoGroup() without beginUndoGroup()");
+    call.environment.project.undo().end_group();
+    --call.environment.open_undo_groups;
     return call.nothing();
 }
 
@@ -38,16 +38,16 @@ void define_member(duk_context* ctx, duk_idx_t object, const char* name) {
 }  // namespace
 
 void define_app(duk_context* ctx) {
-    Host& host = Host::of(ctx);
-    host.define_class(ctx, kApp);
+    ScriptEnvironment& environment = ScriptEnvironment::of(ctx);
+    environment.define_class(ctx, kApp);
     define_project(ctx);
     define_settings(ctx);
 
-    host.push_object(ctx, Kind::app, ClassId::app, &host);
+    environment.push_object(ctx, TargetKind::app, ClassId::app, &environment);
     const duk_idx_t app = duk_get_top_index(ctx);
-    host.push_object(ctx, Kind::project, ClassId::project, &host.project);
+    environment.push_object(ctx, TargetKind::project, ClassId::project, &environment.project);
     define_member(ctx, app, "project");
-    host.push_object(ctx, Kind::settings, ClassId::settings, &host.settings);
+    environment.push_object(ctx, TargetKind::settings, ClassId::settings, &environment.settings);
     define_member(ctx, app, "settings");
     duk_put_global_string(ctx, "app");
 }

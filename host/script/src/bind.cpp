@@ -20,7 +20,7 @@ std::string_view engine_text(duk_context* ctx, duk_idx_t index) {
 
 // The living target of `this`.
 template <class T>
-T& living_self(Call& call, Kind kind, const char* wanted) {
+T& living_self(ScriptCall& call, TargetKind kind, const char* wanted) {
     duk_push_this(call.ctx);
     auto* target = static_cast<T*>(target_of(call.ctx, -1, kind));
     duk_pop(call.ctx);
@@ -30,7 +30,7 @@ T& living_self(Call& call, Kind kind, const char* wanted) {
 }
 
 template <class T>
-T* living_argument(Call& call, duk_idx_t i, Kind kind) {
+T* living_argument(ScriptCall& call, duk_idx_t i, TargetKind kind) {
     auto* target = static_cast<T*>(target_of(call.ctx, i, kind));
     if (target != nullptr && !target->is_alive()) call.fail(kDeleted);
     return target;
@@ -38,35 +38,35 @@ T* living_argument(Call& call, duk_idx_t i, Kind kind) {
 
 }  // namespace
 
-model::Item& Call::self_item() {
-    return living_self<model::Item>(*this, Kind::item, "item");
+model::Item& ScriptCall::self_item() {
+    return living_self<model::Item>(*this, TargetKind::item, "item");
 }
 
-model::Comp& Call::self_comp() {
+model::Comp& ScriptCall::self_comp() {
     model::Comp* comp = self_item().comp();
     if (comp == nullptr) fail("called on something that is no composition");
     return *comp;
 }
 
-model::Layer& Call::self_layer() {
-    return living_self<model::Layer>(*this, Kind::layer, "layer");
+model::Layer& ScriptCall::self_layer() {
+    return living_self<model::Layer>(*this, TargetKind::layer, "layer");
 }
 
-scriptui::Element& Call::self_element() {
+scriptui::Element& ScriptCall::self_element() {
     duk_push_this(ctx);
-    auto* element = static_cast<scriptui::Element*>(target_of(ctx, -1, Kind::element));
+    auto* element = static_cast<scriptui::Element*>(target_of(ctx, -1, TargetKind::element));
     duk_pop(ctx);
     if (element == nullptr) fail("called on something that is no dialog element");
     return *element;
 }
 
-double Call::number(duk_idx_t i) {
+double ScriptCall::number(duk_idx_t i) {
     const double value = duk_to_number(ctx, i);
     if (!std::isfinite(value)) fail("a number was expected");
     return value;
 }
 
-int Call::whole_number(duk_idx_t i) {
+int ScriptCall::whole_number(duk_idx_t i) {
     const double value = number(i);
     if (value != std::trunc(value) || std::fabs(value) > std::numeric_limits<int>::max()) {
         fail("a whole number was expected");
@@ -74,30 +74,30 @@ int Call::whole_number(duk_idx_t i) {
     return static_cast<int>(value);
 }
 
-std::string Call::text(duk_idx_t i) {
+std::string ScriptCall::text(duk_idx_t i) {
     return to_bytes(engine_text(ctx, i));
 }
 
-std::string Call::display_text(duk_idx_t i) {
+std::string ScriptCall::display_text(duk_idx_t i) {
     return to_utf8(engine_text(ctx, i));
 }
 
-model::Item* Call::item(duk_idx_t i) {
-    return living_argument<model::Item>(*this, i, Kind::item);
+model::Item* ScriptCall::item(duk_idx_t i) {
+    return living_argument<model::Item>(*this, i, TargetKind::item);
 }
 
-model::Layer* Call::layer(duk_idx_t i) {
-    return living_argument<model::Layer>(*this, i, Kind::layer);
+model::Layer* ScriptCall::layer(duk_idx_t i) {
+    return living_argument<model::Layer>(*this, i, TargetKind::layer);
 }
 
-model::Comp& Call::comp(duk_idx_t i) {
+model::Comp& ScriptCall::comp(duk_idx_t i) {
     model::Item* found = item(i);
     model::Comp* comp = found != nullptr ? found->comp() : nullptr;
     if (comp == nullptr) fail("a composition was expected");
     return *comp;
 }
 
-void Call::push_string(std::string_view value) {
+void ScriptCall::push_string(std::string_view value) {
     push_text(ctx, value);
 }
 

@@ -8,17 +8,17 @@
 
 #include <duktape.h>
 
-#include "host.h"
+#include "environment.h"
 
 namespace host::script {
 
 // One call from a script. Errors leave as C++ exceptions, so functions may keep what needs destruction.
-class Call {
+class ScriptCall {
   public:
-    explicit Call(duk_context* context) : ctx(context), host(Host::of(context)) {}
+    explicit ScriptCall(duk_context* context) : ctx(context), environment(ScriptEnvironment::of(context)) {}
 
     duk_context* const ctx;
-    Host& host;
+    ScriptEnvironment& environment;
 
     // The object the function was called on; an error when it is something else or was deleted.
     model::Item& self_item();
@@ -45,8 +45,8 @@ class Call {
     duk_ret_t give(int value) { return duk_push_int(ctx, value), 1; }
     duk_ret_t give(std::string_view value) { return push_string(value), 1; }
     duk_ret_t give(const char* value) = delete;
-    duk_ret_t give(const model::Item* value) { return host.push_item(ctx, value), 1; }
-    duk_ret_t give(const model::Layer* value) { return host.push_layer(ctx, value), 1; }
+    duk_ret_t give(const model::Item* value) { return environment.push_item(ctx, value), 1; }
+    duk_ret_t give(const model::Layer* value) { return environment.push_layer(ctx, value), 1; }
 
     [[noreturn]] void fail(std::string_view sentence) { host::script::fail(ctx, sentence); }
 
@@ -56,10 +56,10 @@ class Call {
 
 // Makes a function for tables out of one that takes a Call. The engine's own exceptions are of a type of their own and
 // pass.
-template <duk_ret_t (*Body)(Call&)>
+template <duk_ret_t (*Body)(ScriptCall&)>
 duk_ret_t guarded(duk_context* ctx) {
     try {
-        Call call(ctx);
+        ScriptCall call(ctx);
         return Body(call);
     } catch (const std::bad_alloc&) {
         fail(ctx, "out of memory");

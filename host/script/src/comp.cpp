@@ -8,20 +8,20 @@ namespace host::script {
 
 namespace {
 
-duk_ret_t layer(Call& call);
-duk_ret_t num_layers(Call& call);
-duk_ret_t selected_layers(Call& call);
-duk_ret_t duration(Call& call);
-duk_ret_t frame_rate(Call& call);
-duk_ret_t frame_duration(Call& call);
-duk_ret_t time(Call& call);
-duk_ret_t set_time(Call& call);
+duk_ret_t layer(ScriptCall& call);
+duk_ret_t num_layers(ScriptCall& call);
+duk_ret_t selected_layers(ScriptCall& call);
+duk_ret_t duration(ScriptCall& call);
+duk_ret_t frame_rate(ScriptCall& call);
+duk_ret_t frame_duration(ScriptCall& call);
+duk_ret_t time(ScriptCall& call);
+duk_ret_t set_time(ScriptCall& call);
 
-constexpr Method kMethods[] = {
+constexpr ScriptMethod kMethods[] = {
     {"layer", 2, guarded<layer>},
 };
 
-constexpr Property kProperties[] = {
+constexpr ScriptProperty kProperties[] = {
     {"numLayers", guarded<num_layers>, nullptr},
     {"selectedLayers", guarded<selected_layers>, nullptr},
     {"duration", guarded<duration>, nullptr},
@@ -30,10 +30,10 @@ constexpr Property kProperties[] = {
     {"time", guarded<time>, guarded<set_time>},
 };
 
-constexpr ClassTable kComp = {ClassId::comp_item, "CompItem", ClassId::picture_item, nullptr, kMethods, kProperties};
+constexpr ScriptClass kComp = {ClassId::comp_item, "CompItem", ClassId::picture_item, nullptr, kMethods, kProperties};
 
 // layer(number from the top, from 1), layer(name) or layer(other layer, places below it).
-duk_ret_t layer(Call& call) {
+duk_ret_t layer(ScriptCall& call) {
     model::Comp& comp = call.self_comp();
     if (call.is_text(0)) return call.give(comp.layer_named(call.text(0)));
     int number = 0;
@@ -51,38 +51,38 @@ duk_ret_t layer(Call& call) {
     return call.give(&comp.layer_at(number - 1));
 }
 
-duk_ret_t num_layers(Call& call) {
+duk_ret_t num_layers(ScriptCall& call) {
     return call.give(call.self_comp().layer_count());
 }
 
-duk_ret_t selected_layers(Call& call) {
+duk_ret_t selected_layers(ScriptCall& call) {
     const std::vector<model::Layer*> selected = call.self_comp().selected_layers();
     const duk_idx_t array = duk_push_array(call.ctx);
     duk_uarridx_t index = 0;
     for (const model::Layer* layer : selected) {
-        call.host.push_layer(call.ctx, layer);
+        call.environment.push_layer(call.ctx, layer);
         duk_put_prop_index(call.ctx, array, index++);
     }
     return 1;
 }
 
-duk_ret_t duration(Call& call) {
+duk_ret_t duration(ScriptCall& call) {
     return call.give(seconds(call.self_comp().duration()));
 }
 
-duk_ret_t frame_rate(Call& call) {
+duk_ret_t frame_rate(ScriptCall& call) {
     return call.give(call.self_comp().frame_rate());
 }
 
-duk_ret_t frame_duration(Call& call) {
+duk_ret_t frame_duration(ScriptCall& call) {
     return call.give(seconds(call.self_comp().frame_duration()));
 }
 
-duk_ret_t time(Call& call) {
+duk_ret_t time(ScriptCall& call) {
     return call.give(seconds(call.self_comp().current_time()));
 }
 
-duk_ret_t set_time(Call& call) {
+duk_ret_t set_time(ScriptCall& call) {
     model::Comp& comp = call.self_comp();
     comp.set_current_time(model::from_seconds(call.number(0)));
     return call.nothing();
@@ -91,7 +91,7 @@ duk_ret_t set_time(Call& call) {
 }  // namespace
 
 void define_comp(duk_context* ctx) {
-    Host::of(ctx).define_class(ctx, kComp);
+    ScriptEnvironment::of(ctx).define_class(ctx, kComp);
 }
 
 }  // namespace host::script

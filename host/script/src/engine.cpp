@@ -5,7 +5,7 @@
 
 #include <duktape.h>
 
-#include "host.h"
+#include "environment.h"
 #include "programs.h"
 #include "scriptui/window.h"
 #include "text.h"
@@ -34,7 +34,7 @@ duk_ret_t run_job(duk_context* ctx, void* pointer) {
 }
 
 duk_ret_t set_up(duk_context* ctx, void* programs) {
-    Host::of(ctx).define_keeping(ctx);
+    ScriptEnvironment::of(ctx).define_keeping(ctx);
     static_cast<Programs*>(programs)->define(ctx);
     define_globals(ctx);
     define_app(ctx);
@@ -51,36 +51,36 @@ class Engine::Impl {
   public:
     Impl(model::Project& project, Settings& settings, scriptui::DialogDriver& driver,
          std::function<void(const scriptui::Alert&)> on_alert, const Limits& limits)
-        : host_(project, settings, driver, std::move(on_alert), limits) {
-        if (duk_safe_call(host_.heap.context(), set_up, &programs_, 0, 1) != DUK_EXEC_SUCCESS) {
-            throw std::runtime_error("the script engine did not start: " + describe_error(host_.heap.context()));
+        : environment_(project, settings, driver, std::move(on_alert), limits) {
+        if (duk_safe_call(environment_.heap.context(), set_up, &programs_, 0, 1) != DUK_EXEC_SUCCESS) {
+            throw std::runtime_error("the script engine did not start: " + describe_error(environment_.heap.context()));
         }
-        duk_pop(host_.heap.context());
+        duk_pop(environment_.heap.context());
     }
 
-    Outcome run(std::string_view text) {
-        if (host_.heap.clock().is_counting()) return {true, false, "", "A script is already running."};
-        if (host_.heap.is_all_time_used()) return {true, true, "", all_time_used(host_.heap.limits())};
+    ScriptResult run(std::string_view text) {
+        if (environment_.heap.clock().is_counting()) return {true, false, "", "A script is already running."};
+        if (environment_.heap.is_all_time_used()) return {true, true, "", all_time_used(environment_.heap.limits())};
         if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
 
-        duk_context* ctx = host_.heap.context();
-        host_.begin_run();
+        duk_context* ctx = environment_.heap.context();
+        environment_.begin_run();
         Job job{programs_, text, {}};
-        Outcome outcome;
+        ScriptResult outcome;
         if (duk_safe_call(ctx, run_job, &job, 0, 1) == DUK_EXEC_SUCCESS) {
             duk_pop(ctx);
             outcome.result = std::move(job.result);
         } else {
             outcome.failed = true;
-            outcome.took_too_long = host_.heap.time_is_up();
+            outcome.took_too_long = environment_.heap.time_is_up();
             outcome.error = describe_error(ctx);
         }
-        host_.end_run();
+        environment_.end_run();
         return outcome;
     }
 
   private:
-    Host host_;
+    ScriptEnvironment environment_;
     Programs programs_;
 };
 
@@ -90,7 +90,7 @@ Engine::Engine(model::Project& project, Settings& settings, scriptui::DialogDriv
 
 Engine::~Engine() = default;
 
-Outcome Engine::run(std::string_view text) {
+ScriptResult Engine::run(std::string_view text) {
     return impl_->run(text);
 }
 

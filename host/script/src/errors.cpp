@@ -3,7 +3,7 @@
 
 #include <duktape.h>
 
-#include "host.h"
+#include "environment.h"
 #include "text.h"
 
 namespace host::script {
@@ -40,22 +40,22 @@ std::string all_time_used(const Limits& limits) {
 }
 
 std::string describe_error(duk_context* ctx) {
-    Host& host = Host::of(ctx);
+    ScriptEnvironment& environment = ScriptEnvironment::of(ctx);
     Description description;
-    description.line = host.throw_line;
+    description.line = environment.throw_line;
     if (duk_safe_call(ctx, read_error, &description, 1, 1) != DUK_EXEC_SUCCESS) {
         description.reason = "an error that cannot be told as text was thrown";
     }
     duk_pop(ctx);
 
-    if (host.heap.time_is_up()) {
-        const auto own = host.heap.limits().time;
-        description.reason = host.heap.clock().limit() < own
-                                 ? all_time_used(host.heap.limits())
+    if (environment.heap.time_is_up()) {
+        const auto own = environment.heap.limits().time;
+        description.reason = environment.heap.clock().limit() < own
+                                 ? all_time_used(environment.heap.limits())
                                  : "The script ran longer than " + std::to_string(own.count()) + " ms and was ended.";
-    } else if (host.heap.is_out_of_memory()) {
-        description.reason =
-            "The script ran out of memory; it may use " + std::to_string(host.heap.limits().memory >> 20) + " MiB.";
+    } else if (environment.heap.is_out_of_memory()) {
+        description.reason = "The script ran out of memory; it may use " +
+                             std::to_string(environment.heap.limits().memory >> 20) + " MiB.";
     }
     return "Unable to execute script at line " + std::to_string(description.line) + ". " + description.reason;
 }

@@ -8,10 +8,10 @@ namespace host::script {
 
 namespace {
 
-duk_ret_t alert(Call& call);
-duk_ret_t is_valid(Call& call);
+duk_ret_t alert(ScriptCall& call);
+duk_ret_t is_valid(ScriptCall& call);
 
-constexpr Method kFunctions[] = {
+constexpr ScriptMethod kFunctions[] = {
     {"alert", 3, guarded<alert>},
     {"isValid", 1, guarded<is_valid>},
 };
@@ -51,21 +51,21 @@ constexpr std::string_view kStandardObjects[] = {
     "unescape",
 };
 
-duk_ret_t alert(Call& call) {
+duk_ret_t alert(ScriptCall& call) {
     if (duk_is_undefined(call.ctx, 0)) call.fail("alert() needs a message");
     scriptui::Alert shown{call.display_text(0), "Script Alert"};
     if (call.given(1)) shown.title = call.display_text(1);
     shown.is_error = call.boolean(2);
-    const RunClock::Switched waiting(call.host.heap.clock(), false);
-    call.host.show(shown);
+    const RunClock::Switched waiting(call.environment.heap.clock(), false);
+    call.environment.show(shown);
     return call.nothing();
 }
 
-duk_ret_t is_valid(Call& call) {
-    if (const auto* item = static_cast<model::Item*>(target_of(call.ctx, 0, Kind::item))) {
+duk_ret_t is_valid(ScriptCall& call) {
+    if (const auto* item = static_cast<model::Item*>(target_of(call.ctx, 0, TargetKind::item))) {
         return call.give(item->is_alive());
     }
-    if (const auto* layer = static_cast<model::Layer*>(target_of(call.ctx, 0, Kind::layer))) {
+    if (const auto* layer = static_cast<model::Layer*>(target_of(call.ctx, 0, TargetKind::layer))) {
         return call.give(layer->is_alive());
     }
     return call.give(duk_is_object(call.ctx, 0) != 0);
@@ -73,13 +73,13 @@ duk_ret_t is_valid(Call& call) {
 
 // Runs whenever anything is thrown; notes the line of the innermost statement.
 duk_ret_t note_line(duk_context* ctx) {
-    Host& host = Host::of(ctx);
-    host.throw_line = 0;
-    for (duk_int_t level = -1; host.throw_line == 0; --level) {
+    ScriptEnvironment& environment = ScriptEnvironment::of(ctx);
+    environment.throw_line = 0;
+    for (duk_int_t level = -1; environment.throw_line == 0; --level) {
         duk_inspect_callstack_entry(ctx, level);
         if (!duk_is_object(ctx, -1)) break;
         duk_get_prop_string(ctx, -1, "lineNumber");
-        host.throw_line = duk_get_int_default(ctx, -1, 0);
+        environment.throw_line = duk_get_int_default(ctx, -1, 0);
         duk_pop_2(ctx);
     }
     duk_dup(ctx, 0);
@@ -112,7 +112,7 @@ void remove_all_but_standard_objects(duk_context* ctx) {
 void define_globals(duk_context* ctx) {
     note_lines_of_errors(ctx);
     remove_all_but_standard_objects(ctx);
-    for (const Method& function : kFunctions) {
+    for (const ScriptMethod& function : kFunctions) {
         duk_push_c_function(ctx, function.function, function.arity);
         duk_put_global_string(ctx, function.name);
     }

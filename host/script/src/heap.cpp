@@ -53,7 +53,8 @@ const char* stack_now() {
 
 }  // namespace
 
-Heap::Heap(const Limits& limits, Host& host) : host_(host), limits_(limits), allowed_(limits.memory) {
+Heap::Heap(const Limits& limits, ScriptEnvironment& environment)
+    : environment_(environment), limits_(limits), allowed_(limits.memory) {
     ctx_ = duk_create_heap(allocate, reallocate, release, this, die);
     if (ctx_ == nullptr) throw std::runtime_error("there is no memory to start the script engine");
 }

@@ -11,20 +11,20 @@
 
 namespace host::script {
 
-class Host;
+class ScriptEnvironment;
 
 // Owns the Duktape heap. Its address is the heap's user data, so it stays where it was made.
 class Heap {
   public:
     // Throws std::runtime_error when there is no memory for an empty environment.
-    Heap(const Limits& limits, Host& host);
+    Heap(const Limits& limits, ScriptEnvironment& environment);
     ~Heap();
     Heap(const Heap&) = delete;
     Heap& operator=(const Heap&) = delete;
 
     static Heap& of(duk_context* ctx);
     duk_context* context() const { return ctx_; }
-    Host& host() const { return host_; }
+    ScriptEnvironment& environment() const { return environment_; }
     RunClock& clock() { return clock_; }
     bool time_is_up() const { return clock_.time_is_up(); }
 
@@ -48,7 +48,7 @@ class Heap {
     static void release(void* self, void* block);
     bool may_grow_by(std::size_t bytes);
 
-    Host& host_;
+    ScriptEnvironment& environment_;
     RunClock clock_;
     const Limits limits_;
     std::size_t allowed_;  // in this run

@@ -5,70 +5,70 @@ namespace host::script {
 
 namespace {
 
-duk_ret_t remove(Call& call);
-duk_ret_t name(Call& call);
-duk_ret_t set_name(Call& call);
-duk_ret_t id(Call& call);
-duk_ret_t type_name(Call& call);
-duk_ret_t parent_folder(Call& call);
-duk_ret_t width(Call& call);
-duk_ret_t height(Call& call);
-duk_ret_t pixel_aspect(Call& call);
-duk_ret_t folder_item(Call& call);
-duk_ret_t folder_num_items(Call& call);
+duk_ret_t remove(ScriptCall& call);
+duk_ret_t name(ScriptCall& call);
+duk_ret_t set_name(ScriptCall& call);
+duk_ret_t id(ScriptCall& call);
+duk_ret_t type_name(ScriptCall& call);
+duk_ret_t parent_folder(ScriptCall& call);
+duk_ret_t width(ScriptCall& call);
+duk_ret_t height(ScriptCall& call);
+duk_ret_t pixel_aspect(ScriptCall& call);
+duk_ret_t folder_item(ScriptCall& call);
+duk_ret_t folder_num_items(ScriptCall& call);
 
-constexpr Method kItemMethods[] = {
+constexpr ScriptMethod kItemMethods[] = {
     {"remove", 0, guarded<remove>},
 };
 
-constexpr Property kItemProperties[] = {
+constexpr ScriptProperty kItemProperties[] = {
     {"name", guarded<name>, guarded<set_name>},
     {"id", guarded<id>, nullptr},
     {"typeName", guarded<type_name>, nullptr},
     {"parentFolder", guarded<parent_folder>, nullptr},
 };
 
-constexpr Method kFolderMethods[] = {
+constexpr ScriptMethod kFolderMethods[] = {
     {"item", 1, guarded<folder_item>},
 };
 
-constexpr Property kFolderProperties[] = {
+constexpr ScriptProperty kFolderProperties[] = {
     {"numItems", guarded<folder_num_items>, nullptr},
 };
 
-constexpr Property kPictureProperties[] = {
+constexpr ScriptProperty kPictureProperties[] = {
     {"width", guarded<width>, nullptr},
     {"height", guarded<height>, nullptr},
     {"pixelAspect", guarded<pixel_aspect>, nullptr},
 };
 
-constexpr ClassTable kItem = {ClassId::item, nullptr, {}, nullptr, kItemMethods, kItemProperties};
-constexpr ClassTable kPictureItem = {ClassId::picture_item, nullptr, ClassId::item, nullptr, {}, kPictureProperties};
-constexpr ClassTable kFolderItem = {ClassId::folder_item, "FolderItem",     ClassId::item, nullptr,
-                                    kFolderMethods,       kFolderProperties};
-constexpr ClassTable kFootageItem = {ClassId::footage_item, "FootageItem", ClassId::picture_item, nullptr, {}, {}};
+constexpr ScriptClass kItem = {ClassId::item, nullptr, {}, nullptr, kItemMethods, kItemProperties};
+constexpr ScriptClass kPictureItem = {ClassId::picture_item, nullptr, ClassId::item, nullptr, {}, kPictureProperties};
+constexpr ScriptClass kFolderItem = {ClassId::folder_item, "FolderItem",     ClassId::item, nullptr,
+                                     kFolderMethods,       kFolderProperties};
+constexpr ScriptClass kFootageItem = {ClassId::footage_item, "FootageItem", ClassId::picture_item, nullptr, {}, {}};
 
-duk_ret_t remove(Call& call) {
+duk_ret_t remove(ScriptCall& call) {
     model::Item& item = call.self_item();
-    call.host.project.delete_item(item);
+    call.environment.project.delete_item(item);
     return call.nothing();
 }
 
-duk_ret_t name(Call& call) {
+duk_ret_t name(ScriptCall& call) {
     return call.give(std::string_view(call.self_item().name()));
 }
 
-duk_ret_t set_name(Call& call) {
+duk_ret_t set_name(ScriptCall& call) {
     model::Item& item = call.self_item();
     item.set_name(call.text(0));
     return call.nothing();
 }
 
-duk_ret_t id(Call& call) {
+duk_ret_t id(ScriptCall& call) {
     return call.give(call.self_item().id());
 }
 
-duk_ret_t type_name(Call& call) {
+duk_ret_t type_name(ScriptCall& call) {
     switch (call.self_item().type()) {
         case model::ItemType::folder:
             return call.give(std::string_view("Folder"));
@@ -80,24 +80,24 @@ duk_ret_t type_name(Call& call) {
     return call.give(std::string_view("Footage"));
 }
 
-duk_ret_t parent_folder(Call& call) {
+duk_ret_t parent_folder(ScriptCall& call) {
     return call.give(call.self_item().parent_folder());
 }
 
-duk_ret_t width(Call& call) {
+duk_ret_t width(ScriptCall& call) {
     return call.give(call.self_item().width());
 }
 
-duk_ret_t height(Call& call) {
+duk_ret_t height(ScriptCall& call) {
     return call.give(call.self_item().height());
 }
 
-duk_ret_t pixel_aspect(Call& call) {
+duk_ret_t pixel_aspect(ScriptCall& call) {
     const model::PixelAspect aspect = call.self_item().pixel_aspect();
     return call.give(static_cast<double>(aspect.num) / aspect.den);
 }
 
-duk_ret_t folder_item(Call& call) {
+duk_ret_t folder_item(ScriptCall& call) {
     const auto& contents = call.self_item().folder_contents();
     const int number = call.whole_number(0);
     if (number < 1 || static_cast<std::size_t>(number) > contents.size()) {
@@ -107,18 +107,18 @@ duk_ret_t folder_item(Call& call) {
     return call.give(contents[static_cast<std::size_t>(number) - 1]);
 }
 
-duk_ret_t folder_num_items(Call& call) {
+duk_ret_t folder_num_items(ScriptCall& call) {
     return call.give(static_cast<int>(call.self_item().folder_contents().size()));
 }
 
 }  // namespace
 
 void define_items(duk_context* ctx) {
-    Host& host = Host::of(ctx);
-    host.define_class(ctx, kItem);
-    host.define_class(ctx, kPictureItem);
-    host.define_class(ctx, kFolderItem);
-    host.define_class(ctx, kFootageItem);
+    ScriptEnvironment& environment = ScriptEnvironment::of(ctx);
+    environment.define_class(ctx, kItem);
+    environment.define_class(ctx, kPictureItem);
+    environment.define_class(ctx, kFolderItem);
+    environment.define_class(ctx, kFootageItem);
 }
 
 }  // namespace host::script

@@ -5,35 +5,35 @@ namespace host::script {
 
 namespace {
 
-duk_ret_t copy_to_comp(Call& call);
-duk_ret_t move_after(Call& call);
-duk_ret_t move_before(Call& call);
-duk_ret_t move_to_beginning(Call& call);
-duk_ret_t move_to_end(Call& call);
-duk_ret_t remove(Call& call);
-duk_ret_t set_parent_with_jump(Call& call);
-duk_ret_t name(Call& call);
-duk_ret_t set_name(Call& call);
-duk_ret_t is_name_set(Call& call);
-duk_ret_t id(Call& call);
-duk_ret_t index(Call& call);
-duk_ret_t containing_comp(Call& call);
-duk_ret_t parent(Call& call);
-duk_ret_t set_parent(Call& call);
-duk_ret_t source(Call& call);
-duk_ret_t null_layer(Call& call);
-duk_ret_t in_point(Call& call);
-duk_ret_t set_in_point(Call& call);
-duk_ret_t out_point(Call& call);
-duk_ret_t set_out_point(Call& call);
-duk_ret_t start_time(Call& call);
-duk_ret_t set_start_time(Call& call);
+duk_ret_t copy_to_comp(ScriptCall& call);
+duk_ret_t move_after(ScriptCall& call);
+duk_ret_t move_before(ScriptCall& call);
+duk_ret_t move_to_beginning(ScriptCall& call);
+duk_ret_t move_to_end(ScriptCall& call);
+duk_ret_t remove(ScriptCall& call);
+duk_ret_t set_parent_with_jump(ScriptCall& call);
+duk_ret_t name(ScriptCall& call);
+duk_ret_t set_name(ScriptCall& call);
+duk_ret_t is_name_set(ScriptCall& call);
+duk_ret_t id(ScriptCall& call);
+duk_ret_t index(ScriptCall& call);
+duk_ret_t containing_comp(ScriptCall& call);
+duk_ret_t parent(ScriptCall& call);
+duk_ret_t set_parent(ScriptCall& call);
+duk_ret_t source(ScriptCall& call);
+duk_ret_t null_layer(ScriptCall& call);
+duk_ret_t in_point(ScriptCall& call);
+duk_ret_t set_in_point(ScriptCall& call);
+duk_ret_t out_point(ScriptCall& call);
+duk_ret_t set_out_point(ScriptCall& call);
+duk_ret_t start_time(ScriptCall& call);
+duk_ret_t set_start_time(ScriptCall& call);
 template <model::LayerFlag Flag>
-duk_ret_t flag(Call& call);
+duk_ret_t flag(ScriptCall& call);
 template <model::LayerFlag Flag>
-duk_ret_t set_flag(Call& call);
+duk_ret_t set_flag(ScriptCall& call);
 
-constexpr Method kMethods[] = {
+constexpr ScriptMethod kMethods[] = {
     {"copyToComp", 1, guarded<copy_to_comp>},
     {"moveAfter", 1, guarded<move_after>},
     {"moveBefore", 1, guarded<move_before>},
@@ -43,7 +43,7 @@ constexpr Method kMethods[] = {
     {"setParentWithJump", 1, guarded<set_parent_with_jump>},
 };
 
-constexpr Property kProperties[] = {
+constexpr ScriptProperty kProperties[] = {
     {"name", guarded<name>, guarded<set_name>},
     {"isNameSet", guarded<is_name_set>, nullptr},
     {"id", guarded<id>, nullptr},
@@ -60,7 +60,7 @@ constexpr Property kProperties[] = {
     {"nullLayer", guarded<null_layer>, nullptr},
 };
 
-constexpr Property kAvProperties[] = {
+constexpr ScriptProperty kAvProperties[] = {
     {"source", guarded<source>, nullptr},
     {"threeDLayer", guarded<flag<model::kIs3D>>, guarded<set_flag<model::kIs3D>>},
     {"adjustmentLayer", guarded<flag<model::kAdjustment>>, guarded<set_flag<model::kAdjustment>>},
@@ -69,7 +69,7 @@ constexpr Property kAvProperties[] = {
 };
 
 // Bases before what is built on them.
-constexpr ClassTable kClasses[] = {
+constexpr ScriptClass kClasses[] = {
     {ClassId::layer, nullptr, {}, nullptr, kMethods, kProperties},
     {ClassId::av_layer, "AVLayer", ClassId::layer, nullptr, {}, kAvProperties},
     {ClassId::text_layer, "TextLayer", ClassId::av_layer, nullptr, {}, {}},
@@ -78,21 +78,21 @@ constexpr ClassTable kClasses[] = {
     {ClassId::light_layer, "LightLayer", ClassId::layer, nullptr, {}, {}},
 };
 
-duk_ret_t copy_to_comp(Call& call) {
+duk_ret_t copy_to_comp(ScriptCall& call) {
     model::Layer& original = call.self_layer();
     call.comp(0).copy_layer_here(original);
     return call.nothing();
 }
 
 // The other layer of a move: in the same composition.
-model::Layer& neighbour(Call& call, const model::Layer& moved) {
+model::Layer& neighbour(ScriptCall& call, const model::Layer& moved) {
     model::Layer* other = call.layer(0);
     if (other == nullptr) call.fail("a layer was expected");
     if (&other->comp() != &moved.comp()) call.fail("the layer is in another composition");
     return *other;
 }
 
-duk_ret_t move_after(Call& call) {
+duk_ret_t move_after(ScriptCall& call) {
     model::Layer& layer = call.self_layer();
     const model::Layer& other = neighbour(call, layer);
     if (&other == &layer) return call.nothing();
@@ -100,7 +100,7 @@ duk_ret_t move_after(Call& call) {
     return call.nothing();
 }
 
-duk_ret_t move_before(Call& call) {
+duk_ret_t move_before(ScriptCall& call) {
     model::Layer& layer = call.self_layer();
     const model::Layer& other = neighbour(call, layer);
     if (&other == &layer) return call.nothing();
@@ -108,117 +108,117 @@ duk_ret_t move_before(Call& call) {
     return call.nothing();
 }
 
-duk_ret_t move_to_beginning(Call& call) {
+duk_ret_t move_to_beginning(ScriptCall& call) {
     call.self_layer().move_to(0);
     return call.nothing();
 }
 
-duk_ret_t move_to_end(Call& call) {
+duk_ret_t move_to_end(ScriptCall& call) {
     call.self_layer().move_to(-1);
     return call.nothing();
 }
 
-duk_ret_t remove(Call& call) {
+duk_ret_t remove(ScriptCall& call) {
     call.self_layer().remove();
     return call.nothing();
 }
 
-void change_parent(Call& call, model::Parenting parenting) {
+void change_parent(ScriptCall& call, model::Parenting parenting) {
     model::Layer& child = call.self_layer();
     model::Layer* new_parent = call.layer(0);
     if (new_parent == nullptr && call.given(0)) call.fail("a layer or null was expected");
     if (new_parent != child.parent()) child.set_parent(new_parent, parenting);
 }
 
-duk_ret_t set_parent_with_jump(Call& call) {
+duk_ret_t set_parent_with_jump(ScriptCall& call) {
     change_parent(call, model::Parenting::keep_local_values);
     return call.nothing();
 }
 
-duk_ret_t name(Call& call) {
+duk_ret_t name(ScriptCall& call) {
     return call.give(std::string_view(call.self_layer().display_name()));
 }
 
-duk_ret_t set_name(Call& call) {
+duk_ret_t set_name(ScriptCall& call) {
     model::Layer& layer = call.self_layer();
     layer.rename(call.text(0));
     return call.nothing();
 }
 
-duk_ret_t is_name_set(Call& call) {
+duk_ret_t is_name_set(ScriptCall& call) {
     return call.give(!call.self_layer().own_name().empty());
 }
 
-duk_ret_t id(Call& call) {
+duk_ret_t id(ScriptCall& call) {
     return call.give(call.self_layer().id());
 }
 
-duk_ret_t index(Call& call) {
+duk_ret_t index(ScriptCall& call) {
     return call.give(call.self_layer().index() + 1);
 }
 
-duk_ret_t containing_comp(Call& call) {
+duk_ret_t containing_comp(ScriptCall& call) {
     return call.give(&call.self_layer().comp());
 }
 
-duk_ret_t parent(Call& call) {
+duk_ret_t parent(ScriptCall& call) {
     return call.give(call.self_layer().parent());
 }
 
-duk_ret_t set_parent(Call& call) {
+duk_ret_t set_parent(ScriptCall& call) {
     if (duk_is_undefined(call.ctx, 0)) call.fail("a layer or null was expected");
     change_parent(call, model::Parenting::keep_place);
     return call.nothing();
 }
 
-duk_ret_t source(Call& call) {
+duk_ret_t source(ScriptCall& call) {
     return call.give(call.self_layer().source());
 }
 
-duk_ret_t null_layer(Call& call) {
+duk_ret_t null_layer(ScriptCall& call) {
     return call.give(call.self_layer().has_flag(model::kIsNull));
 }
 
-duk_ret_t in_point(Call& call) {
+duk_ret_t in_point(ScriptCall& call) {
     return call.give(seconds(call.self_layer().in_point()));
 }
 
 // The out-point stays.
-duk_ret_t set_in_point(Call& call) {
+duk_ret_t set_in_point(ScriptCall& call) {
     model::Layer& layer = call.self_layer();
     const model::Time in = model::from_seconds(call.number(0));
     layer.set_in_point_and_duration(in, layer.in_point() + layer.duration() - in);
     return call.nothing();
 }
 
-duk_ret_t out_point(Call& call) {
+duk_ret_t out_point(ScriptCall& call) {
     const model::Layer& layer = call.self_layer();
     return call.give(seconds(layer.in_point() + layer.duration()));
 }
 
-duk_ret_t set_out_point(Call& call) {
+duk_ret_t set_out_point(ScriptCall& call) {
     model::Layer& layer = call.self_layer();
     layer.set_in_point_and_duration(layer.in_point(), model::from_seconds(call.number(0)) - layer.in_point());
     return call.nothing();
 }
 
-duk_ret_t start_time(Call& call) {
+duk_ret_t start_time(ScriptCall& call) {
     return call.give(seconds(call.self_layer().offset()));
 }
 
-duk_ret_t set_start_time(Call& call) {
+duk_ret_t set_start_time(ScriptCall& call) {
     model::Layer& layer = call.self_layer();
     layer.set_offset(model::from_seconds(call.number(0)));
     return call.nothing();
 }
 
 template <model::LayerFlag Flag>
-duk_ret_t flag(Call& call) {
+duk_ret_t flag(ScriptCall& call) {
     return call.give(call.self_layer().has_flag(Flag));
 }
 
 template <model::LayerFlag Flag>
-duk_ret_t set_flag(Call& call) {
+duk_ret_t set_flag(ScriptCall& call) {
     model::Layer& layer = call.self_layer();
     layer.set_flag(Flag, call.boolean(0));
     return call.nothing();
@@ -227,7 +227,7 @@ duk_ret_t set_flag(Call& call) {
 }  // namespace
 
 void define_layers(duk_context* ctx) {
-    for (const ClassTable& table : kClasses) Host::of(ctx).define_class(ctx, table);
+    for (const ScriptClass& table : kClasses) ScriptEnvironment::of(ctx).define_class(ctx, table);
 }
 
 }  // namespace host::script

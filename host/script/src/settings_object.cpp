@@ -7,17 +7,17 @@ namespace host::script {
 
 namespace {
 
-duk_ret_t have_setting(Call& call);
-duk_ret_t get_setting(Call& call);
-duk_ret_t save_setting(Call& call);
+duk_ret_t have_setting(ScriptCall& call);
+duk_ret_t get_setting(ScriptCall& call);
+duk_ret_t save_setting(ScriptCall& call);
 
-constexpr Method kMethods[] = {
+constexpr ScriptMethod kMethods[] = {
     {"haveSetting", 3, guarded<have_setting>},
     {"getSetting", 3, guarded<get_setting>},
     {"saveSetting", 4, guarded<save_setting>},
 };
 
-constexpr ClassTable kSettings = {ClassId::settings, nullptr, {}, nullptr, kMethods, {}};
+constexpr ScriptClass kSettings = {ClassId::settings, nullptr, {}, nullptr, kMethods, {}};
 
 // The files the application keeps its preferences in; a member's place is its number. The first is the usual one.
 constexpr std::array kPreferenceTypes = {
@@ -33,7 +33,7 @@ constexpr std::array kPreferenceTypes = {
 constexpr std::size_t kLongestValue = 1999;  // bytes
 
 // Where a setting stands: sections of the unusual files carry the file's name in front.
-std::string section_of(Call& call, duk_idx_t type_argument) {
+std::string section_of(ScriptCall& call, duk_idx_t type_argument) {
     std::string section = call.text(0);
     if (!call.given(type_argument)) return section;
     const int type = call.whole_number(type_argument);
@@ -44,36 +44,36 @@ std::string section_of(Call& call, duk_idx_t type_argument) {
     return std::string(kPreferenceTypes[static_cast<std::size_t>(type)]) + ": " + section;
 }
 
-void check_length(Call& call, const std::string& value) {
+void check_length(ScriptCall& call, const std::string& value) {
     if (value.size() > kLongestValue) {
         call.fail("the value of a setting is longer than " + std::to_string(kLongestValue) + " bytes");
     }
 }
 
-duk_ret_t have_setting(Call& call) {
-    const std::string* value = call.host.settings.find(section_of(call, 2), call.text(1));
+duk_ret_t have_setting(ScriptCall& call) {
+    const std::string* value = call.environment.settings.find(section_of(call, 2), call.text(1));
     return call.give(value != nullptr && !value->empty());
 }
 
-duk_ret_t get_setting(Call& call) {
+duk_ret_t get_setting(ScriptCall& call) {
     const std::string key = call.text(1);
-    const std::string* value = call.host.settings.find(section_of(call, 2), key);
+    const std::string* value = call.environment.settings.find(section_of(call, 2), key);
     if (value == nullptr) call.fail("there is no setting \"" + key + "\" in section \"" + call.text(0) + "\"");
     check_length(call, *value);
     return call.give(std::string_view(*value));
 }
 
-duk_ret_t save_setting(Call& call) {
+duk_ret_t save_setting(ScriptCall& call) {
     const std::string value = call.text(2);
     check_length(call, value);
-    call.host.settings.save(section_of(call, 3), call.text(1), value);
+    call.environment.settings.save(section_of(call, 3), call.text(1), value);
     return call.nothing();
 }
 
 }  // namespace
 
 void define_settings(duk_context* ctx) {
-    Host::of(ctx).define_class(ctx, kSettings);
+    ScriptEnvironment::of(ctx).define_class(ctx, kSettings);
     const duk_idx_t types = duk_push_object(ctx);
     for (std::size_t i = 0; i < kPreferenceTypes.size(); ++i) {
         duk_push_string(ctx, kPreferenceTypes[i]);

@@ -31,9 +31,9 @@ std::string in_quotes(std::string_view text) {
 }
 
 // Takes tokens off the front of a line.
-class Line {
+class SettingsLine {
   public:
-    explicit Line(std::string_view text) : rest_(text) {}
+    explicit SettingsLine(std::string_view text) : rest_(text) {}
 
     bool is_at_end() {
         skip_blanks();
@@ -89,7 +89,7 @@ class Line {
 };
 
 // False when the line is neither empty, a comment, a header nor a value below a header.
-bool read_line(Line line, Settings::Sections& sections, Settings::Section*& current) {
+bool read_line(SettingsLine line, Settings::Sections& sections, Settings::Section*& current) {
     if (line.is_at_end() || line.take('#')) return true;
     if (line.take('[')) {
         const auto name = line.take_quoted();
@@ -121,7 +121,7 @@ ReadSettings read_settings(std::string_view text) {
     Settings::Section* current = nullptr;
     for (int number = 1; !text.empty(); ++number) {
         const auto end = text.find('\n');
-        if (!read_line(Line(text.substr(0, end)), read.sections, current)) {
+        if (!read_line(SettingsLine(text.substr(0, end)), read.sections, current)) {
             read.damaged_line = number;
             read.sections.clear();
             return read;

@@ -24,8 +24,8 @@ namespace {
 }
 
 // A call that a signal interrupted is made again.
-template <class Call>
-int uninterrupted(Call call) {
+template <class ScriptCall>
+int uninterrupted(ScriptCall call) {
     for (;;) {
         const int result = call();
         if (result >= 0 || errno != EINTR) return result;

@@ -30,16 +30,17 @@ constexpr SlotFacts kUndefined = named("Undefined");
 // Runs `body(host)` as one call; all its C arguments are given for the observers.
 template <class Body, class... Args>
 SPErr call(const SlotFacts& slot, std::string_view requested_suite, Body body, Args... args) noexcept {
-    struct Packed {
+    struct BoundCall {
         std::tuple<Args...> arguments;  // first: the text reads them from the front
         Body body;
     } packed{std::tuple<Args...>(args...), body};
     static constexpr CallText text{
         [](const HostState& host, const void* raw) {
-            return ArgumentText<false, Args...>::arguments(host, &static_cast<const Packed*>(raw)->arguments);
+            return ArgumentText<false, Args...>::arguments(host, &static_cast<const BoundCall*>(raw)->arguments);
         },
         [](const HostState&, const void*) { return std::string(); }};  // addresses mean nothing to anybody
-    const Entry entry{slot, true, [](HostState& host, void* raw) { static_cast<Packed*>(raw)->body(host); }, text};
+    const SlotEntry entry{slot, true, [](HostState& host, void* raw) { static_cast<BoundCall*>(raw)->body(host); },
+                          text};
     return dispatch({entry, &packed, requested_suite});
 }
 

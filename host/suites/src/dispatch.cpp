@@ -80,7 +80,7 @@ class Running {
 }  // namespace
 
 A_Err run_watched(HostState& host, const Invocation& invocation, std::uint64_t number) {
-    Call call(host, invocation, number);
+    SuiteCall call(host, invocation, number);
     std::optional<A_Err> refusal;
     for (Observer* observer : host.observers)
         if (const auto code = observer->before(call); code && *code != A_Err_NONE && !refusal) refusal = code;
@@ -106,50 +106,50 @@ A_Err dispatch(const Invocation& invocation) noexcept try {
     return kInternal;
 }
 
-Call::Call(HostState& host, const Invocation& invocation, std::uint64_t number)
+SuiteCall::SuiteCall(HostState& host, const Invocation& invocation, std::uint64_t number)
     : host_(&host), invocation_(&invocation), number_(number) {}
 
-std::string_view Call::suite() const {
+std::string_view SuiteCall::suite() const {
     return invocation_->entry.slot.suite;
 }
-std::string_view Call::accessor() const {
+std::string_view SuiteCall::accessor() const {
     return invocation_->entry.slot.accessor;
 }
-std::string_view Call::function() const {
+std::string_view SuiteCall::function() const {
     return invocation_->entry.slot.function;
 }
-std::string_view Call::requested_suite() const {
+std::string_view SuiteCall::requested_suite() const {
     return invocation_->requested_suite;
 }
-bool Call::is_basic() const {
+bool SuiteCall::is_basic() const {
     return invocation_->entry.slot.ordinal < 0;
 }
-bool Call::is_implemented() const {
+bool SuiteCall::is_implemented() const {
     return invocation_->entry.is_implemented;
 }
-std::string Call::arguments() const {
+std::string SuiteCall::arguments() const {
     return invocation_->entry.text.arguments(*host_, invocation_->arguments);
 }
-int Call::slot() const {
+int SuiteCall::slot() const {
     return invocation_->entry.slot.ordinal;
 }
-const void* Call::raw_arguments() const {
+const void* SuiteCall::raw_arguments() const {
     return invocation_->arguments;
 }
 
-std::optional<std::span<const std::byte>> Call::memory(AEGP_MemHandle handle) const {
+std::optional<std::span<const std::byte>> SuiteCall::memory(AEGP_MemHandle handle) const {
     const MemoryBlock* block = host_->ledger.memory_behind(raw(handle));
     if (!block) return std::nullopt;
     return std::span(static_cast<const std::byte*>(block->data()), block->size());
 }
 
-AEGP_StreamType Call::stream_type(const void* handle) const {
+AEGP_StreamType SuiteCall::stream_type(const void* handle) const {
     const StreamRef* ref = host_->ledger.stream_behind(raw(handle));
     const bool is_known = ref && still_exists(*ref);
     return is_known ? static_cast<AEGP_StreamType>(ref->stream->type()) : AEGP_StreamType_NO_DATA;
 }
 
-std::string Call::outputs() const {
+std::string SuiteCall::outputs() const {
     return result_ == A_Err_NONE ? invocation_->entry.text.outputs(*host_, invocation_->arguments) : std::string();
 }
 

@@ -16,7 +16,7 @@ struct CallText {
 };
 
 // What is the same for every call of one function.
-struct Entry {
+struct SlotEntry {
     const SlotFacts& slot;
     bool is_implemented;
     void (*run)(HostState& host, void* arguments);
@@ -24,7 +24,7 @@ struct Entry {
 };
 
 struct Invocation {
-    const Entry& entry;
+    const SlotEntry& entry;
     void* arguments;                     // a tuple of the C arguments
     std::string_view requested_suite{};  // see Call
 };

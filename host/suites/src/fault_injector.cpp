@@ -17,7 +17,7 @@ void FaultInjector::restart() {
     *this = FaultInjector();
 }
 
-std::optional<A_Err> FaultInjector::before(const Call& call) {
+std::optional<A_Err> FaultInjector::before(const SuiteCall& call) {
     const bool acquisition = call.is_basic() && call.function() == "AcquireSuite";
     if (call.is_basic() && !acquisition) return std::nullopt;
     ++(acquisition ? acquisitions_ : calls_);

@@ -54,12 +54,12 @@ struct Collection {
 struct KeyframeBatch {
     static constexpr HandleKind kKind = HandleKind::keyframe_batch;
     using Handle = AEGP_AddKeyframesInfoH;
-    struct Entry {
+    struct Pending {
         model::Time time;  // as in keyframes
         std::optional<model::Value> value;
     };
     StreamRef stream;
-    std::vector<Entry> entries;
+    std::vector<Pending> entries;
 };
 
 struct SolidFootage {

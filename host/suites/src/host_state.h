@@ -33,7 +33,7 @@ struct HostState {
 
     Provenance now;  // the call that is running
     std::uint64_t calls = 0;
-    Ledger ledger;
+    HandleLedger ledger;
 
     AEGP_PluginID caller = 0;
     bool in_entry_point = false;

@@ -54,7 +54,7 @@ void end_batch(HostState& host, bool add, HandleOf<KeyframeBatch> handle) {
     const model::Stream& stream = *batch.stream.stream;
     std::vector<std::pair<model::Time, model::Value>> keyframes;
     keyframes.reserve(batch.entries.size());
-    for (const KeyframeBatch::Entry& entry : batch.entries)
+    for (const KeyframeBatch::Pending& entry : batch.entries)
         keyframes.emplace_back(entry.time, entry.value ? *entry.value : stream.value_at(entry.time));
     batch.stream.stream->add_keyframes(keyframes);
 }

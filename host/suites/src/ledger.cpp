@@ -83,33 +83,33 @@ void refuse_handle(RawHandle handle, HandleKind wanted) {
     refuse_argument("The " + name + " handle comes from another session.");
 }
 
-RawHandle Ledger::handle_of(std::uint32_t place) const {
-    const Record& record = records_[place];
-    return encode({record.kind, place, record.generation, host_});
+RawHandle HandleLedger::handle_of(std::uint32_t place) const {
+    const LedgerEntry& entry = entries_[place];
+    return encode({entry.kind, place, entry.generation, host_});
 }
 
-RawHandle Ledger::add(HandleKind kind, Held held) {
+RawHandle HandleLedger::add(HandleKind kind, Held held) {
     ++handed_out_[kind];
     if (free_.size() <= kQuarantine) {
-        records_.push_back({kind, 1, false, now_, {}, std::move(held)});
-        return handle_of(static_cast<std::uint32_t>(records_.size() - 1));
+        entries_.push_back({kind, 1, false, now_, {}, std::move(held)});
+        return handle_of(static_cast<std::uint32_t>(entries_.size() - 1));
     }
     const std::uint32_t place = free_.front();
     free_.pop_front();
-    Record& record = records_[place];
-    record = {kind, static_cast<std::uint16_t>(record.generation + 1), false, now_, {}, std::move(held)};
+    LedgerEntry& entry = entries_[place];
+    entry = {kind, static_cast<std::uint16_t>(entry.generation + 1), false, now_, {}, std::move(held)};
     return handle_of(place);
 }
 
-std::optional<std::uint32_t> Ledger::place_of(RawHandle handle) const {
+std::optional<std::uint32_t> HandleLedger::place_of(RawHandle handle) const {
     const auto parts = decode(handle);
-    if (!parts || parts->host != host_ || parts->index >= records_.size()) return std::nullopt;
-    const Record& record = records_[parts->index];
-    if (record.kind != parts->kind || record.generation != parts->generation) return std::nullopt;
+    if (!parts || parts->host != host_ || parts->index >= entries_.size()) return std::nullopt;
+    const LedgerEntry& entry = entries_[parts->index];
+    if (entry.kind != parts->kind || entry.generation != parts->generation) return std::nullopt;
     return parts->index;
 }
 
-std::uint32_t Ledger::known_place(RawHandle handle, HandleKind kind) const {
+std::uint32_t HandleLedger::known_place(RawHandle handle, HandleKind kind) const {
     require_handle(handle, kind, host_);
     const auto place = place_of(handle);
     if (!place)
@@ -117,89 +117,89 @@ std::uint32_t Ledger::known_place(RawHandle handle, HandleKind kind) const {
     return *place;
 }
 
-Misuse Ledger::misuse(const Record& record) const {
-    return {record.kind, record.made.call, full_name(*record.made.slot), now_.call, full_name(*now_.slot)};
+Misuse HandleLedger::misuse(const LedgerEntry& entry) const {
+    return {entry.kind, entry.made.call, full_name(*entry.made.slot), now_.call, full_name(*now_.slot)};
 }
 
-std::uint32_t Ledger::living_place(RawHandle handle, HandleKind kind) {
+std::uint32_t HandleLedger::living_place(RawHandle handle, HandleKind kind) {
     const std::uint32_t place = known_place(handle, kind);
-    const Record& record = records_[place];
-    if (!record.is_alive()) {
-        used_after_disposal_.push_back(misuse(record));
-        refuse_argument("The " + std::string(name_of(kind)) + " made " + by(record.made) + " was disposed of " +
-                        by(record.disposed) + ".");
+    const LedgerEntry& entry = entries_[place];
+    if (!entry.is_alive()) {
+        used_after_disposal_.push_back(misuse(entry));
+        refuse_argument("The " + std::string(name_of(kind)) + " made " + by(entry.made) + " was disposed of " +
+                        by(entry.disposed) + ".");
     }
     return place;
 }
 
-std::uint32_t Ledger::disposable_place(RawHandle handle, HandleKind kind) {
+std::uint32_t HandleLedger::disposable_place(RawHandle handle, HandleKind kind) {
     const std::uint32_t place = known_place(handle, kind);
-    const Record& record = records_[place];
-    if (!record.is_alive()) {
-        disposed_twice_.push_back(misuse(record));
-        refuse_argument("The " + std::string(name_of(kind)) + " made " + by(record.made) + " was already disposed of " +
-                        by(record.disposed) + ".");
+    const LedgerEntry& entry = entries_[place];
+    if (!entry.is_alive()) {
+        disposed_twice_.push_back(misuse(entry));
+        refuse_argument("The " + std::string(name_of(kind)) + " made " + by(entry.made) + " was already disposed of " +
+                        by(entry.disposed) + ".");
     }
-    if (record.adopted) refuse_state("The stream made " + by(record.made) + " belongs to a collection.");
+    if (entry.adopted) refuse_state("The stream made " + by(entry.made) + " belongs to a collection.");
     return place;
 }
 
-void Ledger::retire(std::uint32_t place) {
-    records_[place].held = std::monostate{};
-    records_[place].disposed = now_;
+void HandleLedger::retire(std::uint32_t place) {
+    entries_[place].held = std::monostate{};
+    entries_[place].disposed = now_;
     free_.push_back(place);
 }
 
-void Ledger::adopt_stream(RawHandle handle) {
-    records_[disposable_place(handle, HandleKind::stream)].adopted = true;
+void HandleLedger::adopt_stream(RawHandle handle) {
+    entries_[disposable_place(handle, HandleKind::stream)].adopted = true;
 }
 
-void Ledger::dispose_adopted_stream(RawHandle handle) {
+void HandleLedger::dispose_adopted_stream(RawHandle handle) {
     retire(living_place(handle, HandleKind::stream));
 }
 
-void Ledger::note_freed_while_locked(RawHandle handle) {
-    freed_while_locked_.push_back(misuse(records_[living_place(handle, HandleKind::memory)]));
+void HandleLedger::note_freed_while_locked(RawHandle handle) {
+    freed_while_locked_.push_back(misuse(entries_[living_place(handle, HandleKind::memory)]));
 }
 
-const StreamRef* Ledger::stream_behind(RawHandle handle) const {
+const StreamRef* HandleLedger::stream_behind(RawHandle handle) const {
     const auto place = place_of(handle);
     if (!place) return nullptr;
-    const Held& held = records_[*place].held;
+    const Held& held = entries_[*place].held;
     if (const ValueRef* value = std::get_if<ValueRef>(&held)) return &value->of;
     if (const auto* batch = std::get_if<std::unique_ptr<KeyframeBatch>>(&held)) return &(*batch)->stream;
     return std::get_if<StreamRef>(&held);
 }
 
-const MemoryBlock* Ledger::memory_behind(RawHandle handle) const {
+const MemoryBlock* HandleLedger::memory_behind(RawHandle handle) const {
     const auto place = place_of(handle);
     if (!place) return nullptr;
-    const auto* block = std::get_if<std::unique_ptr<MemoryBlock>>(&records_[*place].held);
+    const auto* block = std::get_if<std::unique_ptr<MemoryBlock>>(&entries_[*place].held);
     return block ? block->get() : nullptr;
 }
 
-std::string Ledger::describe(RawHandle handle) const {
+std::string HandleLedger::describe(RawHandle handle) const {
     if (handle == 0) return "null";
     const auto parts = decode(handle);
     if (!parts || parts->host != host_) return "foreign handle";
     const std::string name = std::string(name_of(parts->kind)) + " " + std::to_string(parts->index);
     const auto place = place_of(handle);
-    if (!place || !records_[*place].is_alive()) return "dead " + name;
-    return name + " (" + std::visit(Describe{}, records_[*place].held) + ")";
+    if (!place || !entries_[*place].is_alive()) return "dead " + name;
+    return name + " (" + std::visit(Describe{}, entries_[*place].held) + ")";
 }
 
-std::vector<void*> Ledger::blocks() const {
+std::vector<void*> HandleLedger::blocks() const {
     std::vector<void*> all;
     for (const auto& [block, made] : blocks_) all.push_back(block);
     return all;
 }
 
-LedgerReport Ledger::report() const {
+LedgerReport HandleLedger::report() const {
     LedgerReport report{handed_out_, {}, disposed_twice_, freed_while_locked_, used_after_disposal_};
-    for (const Record& record : records_)
-        if (record.is_alive() && !record.adopted)
+    for (const LedgerEntry& entry : entries_)
+        if (entry.is_alive() && !entry.adopted)
             report.never_disposed.push_back(
-                {record.kind, record.made.call, full_name(*record.made.slot), std::visit(Describe{}, record.held)});
+                {entry.kind, entry.made.call, full_name(*entry.made.slot), std::visit(Describe{}, entry.held)});
     for (const auto& [block, made] : blocks_)
         report.never_disposed.push_back({HandleKind::block, made.call, full_name(*made.slot), "a block"});
     std::sort(report.never_disposed.begin(), report.never_disposed.end(),

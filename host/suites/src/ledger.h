@@ -24,10 +24,10 @@ struct Provenance {
     std::uint64_t call = 0;
 };
 
-class Ledger {
+class HandleLedger {
   public:
     // `host` goes into the handles, so that those of another host are told apart.
-    Ledger(std::uint8_t host, const Provenance& now) : host_(host), now_(now) {}
+    HandleLedger(std::uint8_t host, const Provenance& now) : host_(host), now_(now) {}
 
     template <class T>
     typename T::Handle record(T thing) {
@@ -38,20 +38,20 @@ class Ledger {
     // sentence, for a handle that is null, foreign, of another kind or dead.
     template <class T>
     T& find(RawHandle handle) {
-        return unwrap<T>(records_[living_place(handle, T::kKind)].held);
+        return unwrap<T>(entries_[living_place(handle, T::kKind)].held);
     }
 
     // As find(), for a thing about to be disposed of: a dead one counts as disposed of twice.
     template <class T>
     T& find_to_dispose(RawHandle handle) {
-        return unwrap<T>(records_[disposable_place(handle, T::kKind)].held);
+        return unwrap<T>(entries_[disposable_place(handle, T::kKind)].held);
     }
 
     // Takes the thing out and the handle's life with it. Throws as find() does.
     template <class T>
     T dispose(RawHandle handle) {
         const std::uint32_t place = disposable_place(handle, T::kKind);
-        T thing = std::move(unwrap<T>(records_[place].held));
+        T thing = std::move(unwrap<T>(entries_[place].held));
         retire(place);
         return thing;
     }
@@ -85,7 +85,7 @@ class Ledger {
         std::variant<std::monostate, StreamRef, ValueRef, EffectRef, std::unique_ptr<Collection>,
                      std::unique_ptr<MemoryBlock>, std::unique_ptr<KeyframeBatch>, std::unique_ptr<SolidFootage>>;
 
-    struct Record {
+    struct LedgerEntry {
         HandleKind kind;
         std::uint16_t generation;
         bool adopted;
@@ -123,11 +123,11 @@ class Ledger {
     std::uint32_t living_place(RawHandle handle, HandleKind kind);
     std::uint32_t disposable_place(RawHandle handle, HandleKind kind);
     void retire(std::uint32_t place);
-    Misuse misuse(const Record& record) const;
+    Misuse misuse(const LedgerEntry& entry) const;
 
     std::uint8_t host_;
     const Provenance& now_;
-    std::deque<Record> records_;
+    std::deque<LedgerEntry> entries_;
     std::deque<std::uint32_t> free_;  // places of dead records, longest dead first
     std::unordered_map<void*, Provenance> blocks_;
     std::map<HandleKind, std::uint64_t> handed_out_;

@@ -56,9 +56,9 @@ template <auto Body, class Arguments>
 struct Runner {
     using Traits = BodyTraits<decltype(Body)>;
     using Parameters = typename Traits::Parameters;
-    using Outcome = typename Results<typename Traits::Return>::Tuple;
+    using ResultTuple = typename Results<typename Traits::Return>::Tuple;
     static constexpr std::size_t kInputs = std::tuple_size_v<Parameters>;
-    static constexpr std::size_t kOutputs = std::tuple_size_v<Outcome>;
+    static constexpr std::size_t kOutputs = std::tuple_size_v<ResultTuple>;
     static_assert(kInputs + kOutputs == std::tuple_size_v<Arguments>, "the body leaves arguments unused or wants more");
 
     static void run(HostState& host, void* raw_arguments) {
@@ -72,7 +72,7 @@ struct Runner {
         // Braces take the arguments from left to right, so that the first bad one is the one complained about.
         std::tuple<std::tuple_element_t<I, Parameters>...> taken{
             Take<std::tuple_element_t<I, Parameters>>::from(host, std::get<I>(arguments))...};
-        (require_result<std::tuple_element_t<O, Outcome>>(std::get<kInputs + O>(arguments)), ...);
+        (require_result<std::tuple_element_t<O, ResultTuple>>(std::get<kInputs + O>(arguments)), ...);
         const auto call = [&host](auto&&... inputs) {
             static_cast<void>(host);
             if constexpr (Traits::kTakesHost)
@@ -83,8 +83,8 @@ struct Runner {
         if constexpr (kOutputs == 0) {
             std::apply(call, std::move(taken));
         } else {
-            Outcome outcome(std::apply(call, std::move(taken)));
-            (give(host, std::move(std::get<O>(outcome)), std::get<kInputs + O>(arguments)), ...);
+            ResultTuple results(std::apply(call, std::move(taken)));
+            (give(host, std::move(std::get<O>(results)), std::get<kInputs + O>(arguments)), ...);
         }
     }
 };
@@ -96,9 +96,9 @@ struct SlotFunction;
 template <class Suite, class... Args, A_Err (*Suite::*Member)(Args...), auto Body>
 struct SlotFunction<Member, Body> {
     static A_Err call(Args... args) noexcept {
-        static constexpr Entry kEntry{kSlots[slot_ordinal<Member>], true,
-                                      &detail::Runner<Body, std::tuple<Args...>>::run,
-                                      ArgumentText<records_are_inputs<Member>, Args...>::text};
+        static constexpr SlotEntry kEntry{kSlots[slot_ordinal<Member>], true,
+                                          &detail::Runner<Body, std::tuple<Args...>>::run,
+                                          ArgumentText<records_are_inputs<Member>, Args...>::text};
         std::tuple<Args...> arguments(args...);
         return dispatch({kEntry, &arguments});
     }

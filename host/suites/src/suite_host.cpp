@@ -44,13 +44,12 @@ const std::string& SuiteHost::plugin_name(AEGP_PluginID id) const {
     return state_->plugin_name(id);
 }
 
-SuiteHost::Visit::Visit(SuiteHost& host, AEGP_PluginID id, Door door)
+SuiteHost::Visit::Visit(SuiteHost& host, AEGP_PluginID id, PluginFunction function)
     : state_(host.state_.get()),
       previous_caller_(std::exchange(state_->caller, id)),
-      previous_in_entry_point_(std::exchange(state_->in_entry_point, door == Door::entry_point)) {}
+      previous_in_entry_point_(std::exchange(state_->in_entry_point, function == PluginFunction::entry_point)) {}
 
-SuiteHost::Visit::Visit(SuiteHost& host, const PluginCall& call)
-    : Visit(host, call.plugin, call.what == PluginCall::What::entry_point ? Door::entry_point : Door::hook) {
+SuiteHost::Visit::Visit(SuiteHost& host, const PluginCall& call) : Visit(host, call.plugin, call.function) {
     for (Observer* observer : state_->observers) observer->entering(call);
 }
 

@@ -3,14 +3,14 @@
 
 namespace host::suites {
 
-std::optional<A_Err> Tracer::before(const Call& call) {
+std::optional<A_Err> Tracer::before(const SuiteCall& call) {
     if (shows(call))
         begun_.push_back(std::string(call.accessor()) + "." + std::string(call.function()) + "(" + call.arguments() +
                          ")");
     return std::nullopt;
 }
 
-void Tracer::after(const Call& call) {
+void Tracer::after(const SuiteCall& call) {
     if (!shows(call)) return;
     std::string line = std::move(begun_.back()) + " = " + std::to_string(call.result());
     begun_.pop_back();

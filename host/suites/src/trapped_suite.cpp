@@ -18,8 +18,8 @@ struct Trap;
 template <class Suite, class... Args, A_Err (*Suite::*Member)(Args...)>
 struct Trap<Member> {
     static A_Err call(Args... args) noexcept {
-        static constexpr Entry kEntry{kSlots[slot_ordinal<Member>], false, &not_implemented,
-                                      ArgumentText<false, Args...>::text};
+        static constexpr SlotEntry kEntry{kSlots[slot_ordinal<Member>], false, &not_implemented,
+                                          ArgumentText<false, Args...>::text};
         std::tuple<Args...> arguments(args...);
         return dispatch({kEntry, &arguments});
     }

@@ -27,7 +27,7 @@ void end_undo_group(HostState& host) {
 std::tuple<OrNull<NarrowText>, OrNull<NarrowText>> execute_script(HostState& host, Caller, std::string_view text,
                                                                   bool) {
     if (!host.ports.run_script) refuse_as_unsupported("This session runs no scripts.");
-    ScriptOutcome outcome = host.ports.run_script(text);
+    ScriptReply outcome = host.ports.run_script(text);
     if (outcome.failed && host.project.rules().failing_script_is_an_error) refuse_state(outcome.error);
     return {{{"script result", outcome.failed ? std::string() : std::move(outcome.result)}},
             {{"script error", outcome.failed ? std::move(outcome.error) : std::string()}}};

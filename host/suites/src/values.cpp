@@ -6,6 +6,7 @@
 
 #include "model/error.h"
 #include "numbers.h"
+#include "suites/value_member.h"
 
 namespace host::suites {
 
@@ -13,67 +14,43 @@ using model::StreamType;
 
 namespace {
 
-enum class Layout { none, three, two, one, color, layer_id, mask_id };
-
-Layout layout(StreamType type) {
-    switch (type) {
-        case StreamType::three_d_spatial:
-        case StreamType::three_d:
-            return Layout::three;
-        case StreamType::two_d_spatial:
-        case StreamType::two_d:
-            return Layout::two;
-        case StreamType::one_d:
-            return Layout::one;
-        case StreamType::color:
-            return Layout::color;
-        case StreamType::layer_id:
-            return Layout::layer_id;
-        case StreamType::mask_id:
-            return Layout::mask_id;
-        case StreamType::no_data:
-        case StreamType::arbitrary:
-        case StreamType::marker:
-        case StreamType::mask:
-        case StreamType::text_document:
-            break;
-    }
-    return Layout::none;
+ValueMember member_of(StreamType type) {
+    return value_member(static_cast<AEGP_StreamType>(type));
 }
 
 }  // namespace
 
 bool has_numbers(StreamType type) {
-    return layout(type) != Layout::none;
+    return member_of(type) != ValueMember::none;
 }
 bool have_same_layout(StreamType a, StreamType b) {
-    return layout(a) == layout(b);
+    return member_of(a) == member_of(b);
 }
 
 AEGP_StreamVal2 to_plugin(const model::Value& value, StreamType type) {
     const auto& n = value.n;
     AEGP_StreamVal2 out;
     std::memset(&out, 0, sizeof out);
-    switch (layout(type)) {
-        case Layout::three:
+    switch (member_of(type)) {
+        case ValueMember::three_d:
             out.three_d = {n[0], n[1], n[2]};
             break;
-        case Layout::two:
+        case ValueMember::two_d:
             out.two_d = {n[0], n[1]};
             break;
-        case Layout::one:
+        case ValueMember::one_d:
             out.one_d = n[0];
             break;
-        case Layout::color:
+        case ValueMember::color:
             out.color = {n[3], n[0], n[1], n[2]};
             break;
-        case Layout::layer_id:
+        case ValueMember::layer_id:
             out.layer_id = static_cast<AEGP_LayerIDVal>(n[0]);
             break;
-        case Layout::mask_id:
+        case ValueMember::mask_id:
             out.mask_id = static_cast<AEGP_MaskIDVal>(n[0]);
             break;
-        case Layout::none:
+        case ValueMember::none:
             break;
     }
     return out;
@@ -81,26 +58,26 @@ AEGP_StreamVal2 to_plugin(const model::Value& value, StreamType type) {
 
 model::Value from_plugin(const AEGP_StreamVal2& value, StreamType type) {
     model::Value out;
-    switch (layout(type)) {
-        case Layout::three:
+    switch (member_of(type)) {
+        case ValueMember::three_d:
             out.n = {value.three_d.x, value.three_d.y, value.three_d.z, 0};
             break;
-        case Layout::two:
+        case ValueMember::two_d:
             out.n = {value.two_d.x, value.two_d.y, 0, 0};
             break;
-        case Layout::one:
+        case ValueMember::one_d:
             out.n = {value.one_d, 0, 0, 0};
             break;
-        case Layout::color:
+        case ValueMember::color:
             out.n = {value.color.redF, value.color.greenF, value.color.blueF, value.color.alphaF};
             break;
-        case Layout::layer_id:
+        case ValueMember::layer_id:
             out.n = {static_cast<double>(value.layer_id), 0, 0, 0};
             break;
-        case Layout::mask_id:
+        case ValueMember::mask_id:
             out.n = {static_cast<double>(value.mask_id), 0, 0, 0};
             break;
-        case Layout::none:
+        case ValueMember::none:
             break;
     }
     for (const double n : out.n)
@@ -109,20 +86,20 @@ model::Value from_plugin(const AEGP_StreamVal2& value, StreamType type) {
 }
 
 std::string describe(const AEGP_StreamVal2& value, StreamType type) {
-    switch (layout(type)) {
-        case Layout::three:
+    switch (member_of(type)) {
+        case ValueMember::three_d:
             return number_list({value.three_d.x, value.three_d.y, value.three_d.z});
-        case Layout::two:
+        case ValueMember::two_d:
             return number_list({value.two_d.x, value.two_d.y});
-        case Layout::one:
+        case ValueMember::one_d:
             return number_text(value.one_d);
-        case Layout::color:
+        case ValueMember::color:
             return "rgba" + number_list({value.color.redF, value.color.greenF, value.color.blueF, value.color.alphaF});
-        case Layout::layer_id:
+        case ValueMember::layer_id:
             return "layer id " + std::to_string(value.layer_id);
-        case Layout::mask_id:
+        case ValueMember::mask_id:
             return "mask id " + std::to_string(value.mask_id);
-        case Layout::none:
+        case ValueMember::none:
             break;
     }
     return "no data";

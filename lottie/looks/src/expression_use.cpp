@@ -10,8 +10,8 @@
 namespace lottie::looks {
 namespace {
 
-using host::model::Token;
-using host::model::TokenKind;
+using host::model::ExpressionToken;
+using host::model::ExpressionTokenKind;
 
 bool is_one_of(std::string_view word, std::initializer_list<std::string_view> words) {
     return std::find(words.begin(), words.end(), word) != words.end();
@@ -23,11 +23,11 @@ bool is_number(const std::string& word) {
 
 class Reader {
   public:
-    explicit Reader(std::string_view text) : tokens_(host::model::tokenize(text)) {}
+    explicit Reader(std::string_view text) : tokens_(host::model::tokenize_expression(text)) {}
 
     ExpressionUse read() {
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
-            if (tokens_[i].kind != TokenKind::word) continue;
+            if (tokens_[i].kind != ExpressionTokenKind::word) continue;
             if (is_member(i)) {
                 read_member(i);
             } else {
@@ -39,13 +39,13 @@ class Reader {
 
   private:
     bool is_mark(std::size_t i, std::string_view mark) const {
-        return i < tokens_.size() && tokens_[i].kind == TokenKind::mark && tokens_[i].text == mark;
+        return i < tokens_.size() && tokens_[i].kind == ExpressionTokenKind::mark && tokens_[i].text == mark;
     }
     bool is_member(std::size_t i) const { return i > 0 && (is_mark(i - 1, ".") || is_mark(i - 1, "?.")); }
     bool is_call(std::size_t i) const { return is_mark(i + 1, "("); }
     std::string_view owner(std::size_t i) const {
-        return i >= 2 && tokens_[i - 2].kind == TokenKind::word ? std::string_view(tokens_[i - 2].text)
-                                                                : std::string_view();
+        return i >= 2 && tokens_[i - 2].kind == ExpressionTokenKind::word ? std::string_view(tokens_[i - 2].text)
+                                                                          : std::string_view();
     }
 
     void read_name(std::size_t i) {
@@ -82,7 +82,7 @@ class Reader {
     void read_layer(std::size_t i) {
         if (i + 3 >= tokens_.size() || !is_mark(i + 3, ")")) {
             use_.has_computed_layer = true;
-        } else if (tokens_[i + 2].kind == TokenKind::string) {
+        } else if (tokens_[i + 2].kind == ExpressionTokenKind::string) {
             return;  // a name: looked at with all other names
         } else if (is_number(tokens_[i + 2].text)) {
             use_.layer_numbers.push_back(std::strtod(tokens_[i + 2].text.c_str(), nullptr));
@@ -92,11 +92,11 @@ class Reader {
     }
 
     void read_composition(std::size_t i) {
-        const bool is_literal = i + 2 < tokens_.size() && tokens_[i + 2].kind == TokenKind::string;
+        const bool is_literal = i + 2 < tokens_.size() && tokens_[i + 2].kind == ExpressionTokenKind::string;
         use_.compositions.push_back(is_literal ? tokens_[i + 2].text : std::string());
     }
 
-    std::vector<Token> tokens_;
+    std::vector<ExpressionToken> tokens_;
     ExpressionUse use_;
 };
 

@@ -11,11 +11,11 @@
 #include <variant>
 
 #include "journal/journal.h"
-#include "player.h"
+#include "replay_host.h"
 
 namespace {
 
-using host::journal::Verdict;
+using host::journal::ReplayVerdict;
 
 [[noreturn]] void end_with(int code, const std::string& sentence) {
     std::puts(sentence.c_str());
@@ -23,15 +23,15 @@ using host::journal::Verdict;
     std::_Exit(code);
 }
 
-[[noreturn]] void tell(const Verdict& verdict) {
+[[noreturn]] void tell(const ReplayVerdict& verdict) {
     const std::string place = "line " + std::to_string(verdict.line) + ": " + verdict.sentence;
     switch (verdict.kind) {
-        case Verdict::Kind::same:
-        case Verdict::Kind::same_to_cut:
+        case ReplayVerdict::Kind::same:
+        case ReplayVerdict::Kind::same_to_cut:
             end_with(0, verdict.sentence);
-        case Verdict::Kind::differs:
+        case ReplayVerdict::Kind::differs:
             end_with(1, place);
-        case Verdict::Kind::damaged:
+        case ReplayVerdict::Kind::damaged:
             break;
     }
     end_with(3, place);
@@ -56,5 +56,5 @@ int main(int count, char** arguments) {
     if (const auto* damage = std::get_if<host::journal::Damage>(&result)) end_with(3, damage->sentence);
     const auto& journal = std::get<host::journal::Journal>(result);
     std::atomic<std::size_t> place = 0;
-    host::journal::Player(journal, entry_point_of(arguments[1]), place, tell).play();
+    host::journal::ReplayHost(journal, entry_point_of(arguments[1]), place, tell).play();
 }

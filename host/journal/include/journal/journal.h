@@ -9,16 +9,14 @@
 #include <vector>
 
 #include "journal/value.h"
+#include "suites/plugin_function.h"
 
 namespace host::journal {
 
-// What the host calls in a plug-in.
-enum class Door : std::uint8_t { entry_point, update_menu_hook, command_hook };
-
-std::string_view name_of(Door door);  // "entry_point"
+using suites::PluginFunction;
 
 // One line.
-struct Record {
+struct JournalLine {
     enum class Kind : std::uint8_t {
         session,  // a new project: every plug-in is entered anew; values: its name
         enter,    // the host is about to call the plug-in; values: arguments
@@ -31,16 +29,16 @@ struct Record {
     };
 
     Kind kind = Kind::end;
-    Door door = Door::entry_point;  // enter and leave
-    bool is_injected = false;       // done: an observer refused the call
-    bool has_thrown = false;        // leave: by an exception
-    std::int32_t slot = -1;         // call: see slot_named()
-    std::int32_t code = 0;          // done and leave
-    std::uint64_t number = 0;       // call and done: of the call, from 1 in each session
-    std::size_t line = 0;           // from 1
-    std::string_view text;          // of the values; inside the bytes that were read
+    PluginFunction function = PluginFunction::entry_point;  // enter and leave
+    bool is_injected = false;                               // done: an observer refused the call
+    bool has_thrown = false;                                // leave: by an exception
+    std::int32_t slot = -1;                                 // call: see slot_named()
+    std::int32_t code = 0;                                  // done and leave
+    std::uint64_t call_number = 0;                          // call and done: counts from 1 in each session
+    std::size_t line_number = 0;                            // from 1
+    std::string_view values_text;                           // inside the bytes that were read
 
-    std::vector<Value> values() const;
+    std::vector<JournalValue> values() const;
 };
 
 // Where a function stands among all slots of all suites, the basic suite's functions following them; -1 if there is
@@ -48,7 +46,7 @@ struct Record {
 std::int32_t slot_named(std::string_view full_name);
 
 struct Journal {
-    std::vector<Record> records;
+    std::vector<JournalLine> lines;
     bool is_complete = false;   // false: cut, by a crash or on its way here
     std::size_t last_line = 0;  // the last whole one
 };

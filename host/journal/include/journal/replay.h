@@ -9,7 +9,7 @@
 
 namespace host::journal {
 
-struct Verdict {
+struct ReplayVerdict {
     enum class Kind {
         same,         // from the first line to the last
         same_to_cut,  // as far as the journal goes
@@ -25,6 +25,6 @@ struct Verdict {
 // Enters the plug-in as often as the journal says, answers its calls as they were answered then, and compares all it
 // does. The plug-in runs in a child process that ends with the first difference: what it does to itself, crashes
 // included, stays there. Throws std::runtime_error if there can be no child.
-Verdict replay(const Journal& journal, AEGP_PluginInitFunc entry_point);
+ReplayVerdict replay(const Journal& journal, AEGP_PluginInitFunc entry_point);
 
 }  // namespace host::journal

@@ -8,7 +8,7 @@
 
 namespace host::journal {
 
-struct Value {
+struct JournalValue {
     enum class Kind {
         word,    // null, out, table, pointer
         number,  // whole or not; as it was written
@@ -20,12 +20,12 @@ struct Value {
     };
 
     Kind kind = Kind::word;
-    std::string text;          // the word or number; bytes; UTF-16 units as bytes, low byte first; a name's word
-    std::uint64_t number = 0;  // of a name; how many zero bytes follow bytes or units
-    std::string field;         // what the record around it calls it; empty outside of records
-    std::vector<Value> parts;  // of a list or record
+    std::string text;                 // the word or number; bytes; UTF-16 units as bytes, low byte first; a name's word
+    std::uint64_t number = 0;         // of a name; how many zero bytes follow bytes or units
+    std::string field;                // what the record around it calls it; empty outside of records
+    std::vector<JournalValue> parts;  // of a list or record
 
-    bool operator==(const Value&) const = default;
+    bool operator==(const JournalValue&) const = default;
     bool is_word(std::string_view word) const { return kind == Kind::word && text == word; }
 };
 

@@ -17,7 +17,7 @@ class BadValue : public std::runtime_error {
 };
 
 // "a, b, c" without brackets around; throws BadValue. At most 64 values a level, 8 levels.
-std::vector<Value> parse_values(std::string_view text);
+std::vector<JournalValue> parse_values(std::string_view text);
 
 // Reads values from the front of a text.
 class ValueParser {
@@ -25,16 +25,16 @@ class ValueParser {
     explicit ValueParser(std::string_view text) : rest_(text) {}
 
     // Values up to `close`, which is taken too; '\0' means the end of the text. Throws BadValue.
-    std::vector<Value> values_until(char close);
+    std::vector<JournalValue> values_until(char close);
     std::string_view rest() const { return rest_; }
 
   private:
-    Value value(int depth);
-    Value composed(int depth);
-    Value quoted();
+    JournalValue value(int depth);
+    JournalValue composed(int depth);
+    JournalValue quoted();
     std::string_view token();
     bool take(std::string_view expected);
-    void fill(std::vector<Value>& into, char close, bool has_fields, int depth);
+    void fill(std::vector<JournalValue>& into, char close, bool has_fields, int depth);
 
     std::string_view rest_;
 };
@@ -49,6 +49,6 @@ std::string content_text(std::string_view bytes);
 // The shortest text that reads back as the same number, whatever it is.
 std::string real_text(double number);
 // Throws BadValue.
-double real_from(const Value& value);
+double real_from(const JournalValue& value);
 
 }  // namespace host::journal

@@ -12,13 +12,13 @@ namespace host::journal {
 
 // To be added to the observers of each session's host. Each line goes to the sink, with its end, before what it tells
 // of can bring the program down: a call before it runs, its answer before the plug-in sees it.
-class Writer : public suites::Observer {
+class JournalWriter : public suites::Observer {
   public:
     using Sink = std::function<void(std::string_view line)>;
 
     // Writes the first line. The sink must not throw.
-    explicit Writer(Sink sink);
-    ~Writer() override;
+    explicit JournalWriter(Sink sink);
+    ~JournalWriter() override;
 
     // A new project: plug-ins are entered anew. The name is for people.
     void begin_session(std::string_view name);
@@ -27,8 +27,8 @@ class Writer : public suites::Observer {
 
     void entering(const suites::PluginCall& call) override;
     void left(const suites::PluginCall& call, A_Err result, bool has_thrown) override;
-    std::optional<A_Err> before(const suites::Call& call) override;
-    void after(const suites::Call& call) override;
+    std::optional<A_Err> before(const suites::SuiteCall& call) override;
+    void after(const suites::SuiteCall& call) override;
 
   private:
     class Scribe;

@@ -8,21 +8,21 @@
 
 namespace host::model {
 
-enum class TokenKind {
+enum class ExpressionTokenKind {
     word,        // identifiers, keywords, numbers
     string,      // a complete literal in ' or ", or a template without substitutions
     other_text,  // pieces of templates with substitutions, regular expressions, unfinished strings
     mark,        // one character of punctuation; "=>", "?." and "==" are one token
 };
 
-struct Token {
-    TokenKind kind;
+struct ExpressionToken {
+    ExpressionTokenKind kind;
     std::size_t begin;
     std::size_t end;
     std::string text;  // of words and marks: the source; of strings: the decoded value
 };
 
 // Any bytes will do; what is no valid source gives some tokens nonetheless.
-std::vector<Token> tokenize(std::string_view source);
+std::vector<ExpressionToken> tokenize_expression(std::string_view source);
 
 }  // namespace host::model

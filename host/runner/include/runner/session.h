@@ -16,7 +16,7 @@
 namespace host::runner {
 
 // What came of one visit to the plug-ins.
-struct Outcome {
+struct VisitResult {
     A_Err error = A_Err_NONE;             // the first code other than 0 that a hook or the entry point gave
     bool has_thrown = false;              // an exception left the plug-in; `error` is set as well
     bool is_enabled = true;               // false: the command is disabled and no command hook was asked
@@ -41,15 +41,15 @@ class Session {
     Session& operator=(const Session&) = delete;
 
     // Calls the plug-in's entry point; once for each plug-in. If it fails, what it registered is dropped.
-    Outcome start(const PluginModule& module);
+    VisitResult start(const PluginModule& module);
 
     // Asks the update-menu hooks, as when a menu is about to be drawn.
-    Outcome update_menus();
+    VisitResult update_menus();
 
     // What a person does who picks the command from its menu: menus are updated, a disabled command is refused, else
     // every command hook is asked in order of registration and told whether one before it handled the command. Changes
     // stay in the project even after an error, as undo steps that the caller may take back.
-    Outcome run_command(AEGP_Command command);
+    VisitResult run_command(AEGP_Command command);
 
     const std::vector<suites::MenuItem>& menu_items() const { return suites_.menu_items(); }
     suites::SuiteHost& suites() { return suites_; }  // observers, what was handed out and never given back, suites held
@@ -59,14 +59,14 @@ class Session {
     void ask_update_hooks();
     void ask_command_hooks(AEGP_Command command);
     // Runs `work` and gathers everything that came of it.
-    Outcome observe(const std::function<void()>& work);
-    suites::ScriptOutcome run_script(std::string_view text);
+    VisitResult observe(const std::function<void()>& work);
+    suites::ScriptReply run_script(std::string_view text);
 
     model::Project& project_;
     script::Engine engine_;
     suites::SuiteHost suites_;
     std::map<AEGP_PluginID, AEGP_GlobalRefcon> global_refcons_;  // what each plug-in left for its hooks
-    Outcome current_;                                            // of the visit under way
+    VisitResult current_;                                        // of the visit under way
 };
 
 }  // namespace host::runner

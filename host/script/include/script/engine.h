@@ -25,7 +25,7 @@ class Settings;
 
 // How a run ended. `result` is the text of the last statement's value: empty for undefined and after a failure.
 // `error` is for people: "Unable to execute script at line N. " and the reason. Both are UTF-8.
-struct Outcome {
+struct ScriptResult {
     bool failed = false;
     bool took_too_long = false;  // it was ended for that, or not begun; `failed` is set as well
     std::string result;
@@ -57,7 +57,7 @@ class Engine {
     // before an error have taken effect, a syntax error anywhere means that none was run. A byte-order mark at the
     // start is passed over; bytes that are not UTF-8 survive the way into the project and back. An error in a dialog's
     // event handler is shown as an alert and leaves the dialog open, as does the application.
-    Outcome run(std::string_view text);
+    ScriptResult run(std::string_view text);
 
   private:
     class Impl;

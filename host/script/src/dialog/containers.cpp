@@ -8,18 +8,18 @@ namespace host::script {
 
 namespace {
 
-duk_ret_t add(Call& call);
-duk_ret_t find_element(Call& call);
-duk_ret_t children(Call& call);
-duk_ret_t spacing(Call& call);
-duk_ret_t set_spacing(Call& call);
+duk_ret_t add(ScriptCall& call);
+duk_ret_t find_element(ScriptCall& call);
+duk_ret_t children(ScriptCall& call);
+duk_ret_t spacing(ScriptCall& call);
+duk_ret_t set_spacing(ScriptCall& call);
 
-constexpr Method kContainerMethods[] = {
+constexpr ScriptMethod kContainerMethods[] = {
     {"add", 4, guarded<add>},
     {"findElement", 1, guarded<find_element>},
 };
 
-constexpr Property kContainerProperties[] = {
+constexpr ScriptProperty kContainerProperties[] = {
     {"children", guarded<children>, nullptr},
     {"orientation", guarded<get_orientation>, guarded<set_orientation>},
     {"alignChildren", guarded<get_align_children>, guarded<set_align_children>},
@@ -28,7 +28,7 @@ constexpr Property kContainerProperties[] = {
     {"layout", guarded<get_layout>, nullptr},
 };
 
-constexpr ClassTable kClasses[] = {
+constexpr ScriptClass kClasses[] = {
     {ClassId::container, nullptr, ClassId::element, nullptr, kContainerMethods, kContainerProperties},
     {ClassId::group, nullptr, ClassId::container, nullptr, {}, {}},
     {ClassId::panel, nullptr, ClassId::container, nullptr, {}, {}},
@@ -45,7 +45,7 @@ int depth_of(const scriptui::Element& element) {
 }
 
 // add(type, bounds, text, {name, ...}); containers have no text to speak of, so theirs may be left out.
-duk_ret_t add(Call& call) {
+duk_ret_t add(ScriptCall& call) {
     scriptui::Element& container = self_container(call);
     const std::string wanted = call.text(0);
     const auto type = scriptui::element_type(wanted);
@@ -60,13 +60,13 @@ duk_ret_t add(Call& call) {
     return 1;
 }
 
-duk_ret_t find_element(Call& call) {
+duk_ret_t find_element(ScriptCall& call) {
     const scriptui::Element& container = self_container(call);
     push_element(call, container.find_named(call.text(0)));
     return 1;
 }
 
-bool has_own_property(Call& call, duk_idx_t object, const std::string& name) {
+bool has_own_property(ScriptCall& call, duk_idx_t object, const std::string& name) {
     push_text(call.ctx, name);
     duk_get_prop_desc(call.ctx, object, 0);
     const bool has = duk_is_object(call.ctx, -1) != 0;
@@ -76,7 +76,7 @@ bool has_own_property(Call& call, duk_idx_t object, const std::string& name) {
 
 // Makes the element's object, on top of the stack, a property of another object under the element's name. A name never
 // hides a property that is there already, but for one that is there only to complain.
-void set_under_name(Call& call, duk_idx_t owner, const scriptui::Element& element) {
+void set_under_name(ScriptCall& call, duk_idx_t owner, const scriptui::Element& element) {
     if (element.name().empty()) return;
     const bool may_hide = is_missing_member(element.name()) && !has_own_property(call, owner, element.name());
     push_text(call.ctx, element.name());
@@ -89,7 +89,7 @@ void set_under_name(Call& call, duk_idx_t owner, const scriptui::Element& elemen
 }
 
 // A new array each time, so that scripts cannot take elements out; with the names of the children as properties.
-duk_ret_t children(Call& call) {
+duk_ret_t children(ScriptCall& call) {
     const scriptui::Element& container = self_container(call);
     const duk_idx_t array = duk_push_array(call.ctx);
     duk_uarridx_t index = 0;
@@ -101,11 +101,11 @@ duk_ret_t children(Call& call) {
     return 1;
 }
 
-duk_ret_t spacing(Call& call) {
+duk_ret_t spacing(ScriptCall& call) {
     return call.give(self_container(call).layout().spacing);
 }
 
-duk_ret_t set_spacing(Call& call) {
+duk_ret_t set_spacing(ScriptCall& call) {
     scriptui::Element& container = self_container(call);
     container.layout().spacing = call.number(0);
     return call.nothing();
@@ -116,7 +116,7 @@ constexpr std::string_view kOnlyFalse[] = {"borderless",     "independent", "max
                                            "minimizeButton", "noecho",      "resizeable"};
 
 // One of the creation properties: its name and, on top of the stack, its value.
-void read_property(Call& call, Creation& creation) {
+void read_property(ScriptCall& call, Creation& creation) {
     const std::string key = call.text(-2);
     if (key == "name") {
         if (call.given(-1)) creation.name = call.text(-1);
@@ -131,23 +131,23 @@ void read_property(Call& call, Creation& creation) {
 
 }  // namespace
 
-scriptui::Element& self_container(Call& call) {
+scriptui::Element& self_container(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
     if (!element.is_container()) call.fail("called on something that is no container");
     return element;
 }
 
-void count_new_element(Call& call) {
-    if (call.host.dialog_elements >= kMostElements) {
+void count_new_element(ScriptCall& call) {
+    if (call.environment.dialog_elements >= kMostElements) {
         // Windows are garbage in circles. What has a finalizer goes in the second round.
         duk_gc(call.ctx, 0);
         duk_gc(call.ctx, 0);
-        if (call.host.dialog_elements >= kMostElements) call.fail("too many dialog elements");
+        if (call.environment.dialog_elements >= kMostElements) call.fail("too many dialog elements");
     }
-    ++call.host.dialog_elements;
+    ++call.environment.dialog_elements;
 }
 
-void attach_object(Call& call, scriptui::Element& element) {
+void attach_object(ScriptCall& call, scriptui::Element& element) {
     push_element(call, element.parent());
     const duk_idx_t parent = duk_get_top_index(call.ctx);
     push_element(call, &element);
@@ -169,7 +169,7 @@ void attach_object(Call& call, scriptui::Element& element) {
     set_under_name(call, parent, element);
 }
 
-Creation read_creation(Call& call, duk_idx_t bounds, duk_idx_t text, duk_idx_t properties) {
+Creation read_creation(ScriptCall& call, duk_idx_t bounds, duk_idx_t text, duk_idx_t properties) {
     Creation creation;
     if (call.given(bounds)) creation.bounds = bounds_argument(call, bounds);
     if (text >= 0 && call.given(text)) creation.text = call.text(text);
@@ -196,7 +196,7 @@ void Creation::apply_to(scriptui::Element& element) const {
 }
 
 void define_containers(duk_context* ctx) {
-    for (const ClassTable& table : kClasses) Host::of(ctx).define_class(ctx, table);
+    for (const ScriptClass& table : kClasses) ScriptEnvironment::of(ctx).define_class(ctx, table);
 }
 
 }  // namespace host::script

@@ -7,31 +7,31 @@ namespace host::script {
 
 namespace {
 
-duk_ret_t notify(Call& call);
-duk_ret_t type(Call& call);
-duk_ret_t name(Call& call);
-duk_ret_t text(Call& call);
-duk_ret_t set_text(Call& call);
-duk_ret_t enabled(Call& call);
-duk_ret_t set_enabled(Call& call);
-duk_ret_t visible(Call& call);
-duk_ret_t set_visible(Call& call);
-duk_ret_t active(Call& call);
-duk_ret_t set_active(Call& call);
-duk_ret_t parent(Call& call);
-duk_ret_t window(Call& call);
-duk_ret_t value(Call& call);
-duk_ret_t set_value(Call& call);
-duk_ret_t help_tip(Call& call);
-duk_ret_t set_help_tip(Call& call);
-duk_ret_t characters(Call& call);
-duk_ret_t set_characters(Call& call);
+duk_ret_t notify(ScriptCall& call);
+duk_ret_t type(ScriptCall& call);
+duk_ret_t name(ScriptCall& call);
+duk_ret_t text(ScriptCall& call);
+duk_ret_t set_text(ScriptCall& call);
+duk_ret_t enabled(ScriptCall& call);
+duk_ret_t set_enabled(ScriptCall& call);
+duk_ret_t visible(ScriptCall& call);
+duk_ret_t set_visible(ScriptCall& call);
+duk_ret_t active(ScriptCall& call);
+duk_ret_t set_active(ScriptCall& call);
+duk_ret_t parent(ScriptCall& call);
+duk_ret_t window(ScriptCall& call);
+duk_ret_t value(ScriptCall& call);
+duk_ret_t set_value(ScriptCall& call);
+duk_ret_t help_tip(ScriptCall& call);
+duk_ret_t set_help_tip(ScriptCall& call);
+duk_ret_t characters(ScriptCall& call);
+duk_ret_t set_characters(ScriptCall& call);
 
-constexpr Method kElementMethods[] = {
+constexpr ScriptMethod kElementMethods[] = {
     {"notify", 1, guarded<notify>},
 };
 
-constexpr Property kElementProperties[] = {
+constexpr ScriptProperty kElementProperties[] = {
     {"type", guarded<type>, nullptr},
     {"name", guarded<name>, nullptr},
     {"text", guarded<text>, guarded<set_text>},
@@ -50,21 +50,21 @@ constexpr Property kElementProperties[] = {
     {"bounds", guarded<get_bounds>, guarded<set_bounds>},
 };
 
-constexpr Property kValueProperties[] = {
+constexpr ScriptProperty kValueProperties[] = {
     {"value", guarded<value>, guarded<set_value>},
 };
 
-constexpr Property kTextProperties[] = {
+constexpr ScriptProperty kTextProperties[] = {
     {"justify", guarded<get_justify>, guarded<set_justify>},
 };
 
-constexpr Property kEditTextProperties[] = {
+constexpr ScriptProperty kEditTextProperties[] = {
     {"justify", guarded<get_justify>, guarded<set_justify>},
     {"characters", guarded<characters>, guarded<set_characters>},
 };
 
 // Bases before what is built on them.
-constexpr ClassTable kClasses[] = {
+constexpr ScriptClass kClasses[] = {
     {ClassId::element, nullptr, {}, nullptr, kElementMethods, kElementProperties},
     {ClassId::static_text, nullptr, ClassId::element, nullptr, {}, kTextProperties},
     {ClassId::edit_text, nullptr, ClassId::element, nullptr, {}, kEditTextProperties},
@@ -102,7 +102,7 @@ ClassId class_of(scriptui::ElementType type) {
 }
 
 // As if the user had caused the event: the usual one of the control, or the one named.
-duk_ret_t notify(Call& call) {
+duk_ret_t notify(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
     scriptui::Event event =
         element.type() == scriptui::ElementType::edit_text ? scriptui::Event::change : scriptui::Event::click;
@@ -117,52 +117,52 @@ duk_ret_t notify(Call& call) {
     return call.nothing();
 }
 
-duk_ret_t type(Call& call) {
+duk_ret_t type(ScriptCall& call) {
     const scriptui::Element& element = call.self_element();
     return call.give(element.type() == scriptui::ElementType::window ? std::string_view("dialog")
                                                                      : scriptui::type_name(element.type()));
 }
 
-duk_ret_t name(Call& call) {
+duk_ret_t name(ScriptCall& call) {
     return call.give(std::string_view(call.self_element().name()));
 }
 
-duk_ret_t text(Call& call) {
+duk_ret_t text(ScriptCall& call) {
     return call.give(std::string_view(call.self_element().text()));
 }
 
-duk_ret_t set_text(Call& call) {
+duk_ret_t set_text(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
     element.set_text(call.text(0));
     return call.nothing();
 }
 
-duk_ret_t enabled(Call& call) {
+duk_ret_t enabled(ScriptCall& call) {
     return call.give(call.self_element().is_enabled());
 }
 
-duk_ret_t set_enabled(Call& call) {
+duk_ret_t set_enabled(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
     element.set_enabled(call.boolean(0));
     return call.nothing();
 }
 
-duk_ret_t visible(Call& call) {
+duk_ret_t visible(ScriptCall& call) {
     return call.give(call.self_element().is_visible());
 }
 
-duk_ret_t set_visible(Call& call) {
+duk_ret_t set_visible(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
     element.set_visible(call.boolean(0));
     return call.nothing();
 }
 
-duk_ret_t active(Call& call) {
+duk_ret_t active(ScriptCall& call) {
     const scriptui::Element& element = call.self_element();
     return call.give(element.window().focus() == &element);
 }
 
-duk_ret_t set_active(Call& call) {
+duk_ret_t set_active(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
     scriptui::Window& window = element.window();
     if (call.boolean(0)) {
@@ -173,47 +173,47 @@ duk_ret_t set_active(Call& call) {
     return call.nothing();
 }
 
-duk_ret_t parent(Call& call) {
+duk_ret_t parent(ScriptCall& call) {
     push_element(call, call.self_element().parent());
     return 1;
 }
 
-duk_ret_t window(Call& call) {
+duk_ret_t window(ScriptCall& call) {
     push_element(call, &call.self_element().window());
     return 1;
 }
 
-scriptui::Element& self_with_value(Call& call) {
+scriptui::Element& self_with_value(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
     if (!element.has_value()) call.fail("called on an element without a value");
     return element;
 }
 
-duk_ret_t value(Call& call) {
+duk_ret_t value(ScriptCall& call) {
     return call.give(self_with_value(call).value());
 }
 
-duk_ret_t set_value(Call& call) {
+duk_ret_t set_value(ScriptCall& call) {
     scriptui::Element& element = self_with_value(call);
     element.set_value(call.boolean(0));
     return call.nothing();
 }
 
-duk_ret_t help_tip(Call& call) {
+duk_ret_t help_tip(ScriptCall& call) {
     return call.give(std::string_view(call.self_element().help_tip()));
 }
 
-duk_ret_t set_help_tip(Call& call) {
+duk_ret_t set_help_tip(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
     element.set_help_tip(call.text(0));
     return call.nothing();
 }
 
-duk_ret_t characters(Call& call) {
+duk_ret_t characters(ScriptCall& call) {
     return call.give(call.self_element().characters());
 }
 
-duk_ret_t set_characters(Call& call) {
+duk_ret_t set_characters(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
     element.set_characters(std::max(0, call.whole_number(0)));
     return call.nothing();
@@ -221,17 +221,17 @@ duk_ret_t set_characters(Call& call) {
 
 }  // namespace
 
-void push_element(Call& call, const scriptui::Element* element) {
-    call.host.push_object(call.ctx, Kind::element, element != nullptr ? class_of(element->type()) : ClassId::element,
-                          element);
+void push_element(ScriptCall& call, const scriptui::Element* element) {
+    call.environment.push_object(call.ctx, TargetKind::element,
+                                 element != nullptr ? class_of(element->type()) : ClassId::element, element);
 }
 
-scriptui::Element* element_argument(Call& call, duk_idx_t i) {
-    return static_cast<scriptui::Element*>(target_of(call.ctx, i, Kind::element));
+scriptui::Element* element_argument(ScriptCall& call, duk_idx_t i) {
+    return static_cast<scriptui::Element*>(target_of(call.ctx, i, TargetKind::element));
 }
 
 void define_elements(duk_context* ctx) {
-    for (const ClassTable& table : kClasses) Host::of(ctx).define_class(ctx, table);
+    for (const ScriptClass& table : kClasses) ScriptEnvironment::of(ctx).define_class(ctx, table);
 }
 
 }  // namespace host::script

@@ -29,7 +29,7 @@ struct Firing {
 
 duk_ret_t call_handler(duk_context* ctx, void* pointer) {
     auto& firing = *static_cast<Firing*>(pointer);
-    Call call(ctx);
+    ScriptCall call(ctx);
     push_element(call, &firing.element);
     duk_get_prop_string(ctx, -1, handler_name(firing.event));
     if (!duk_is_callable(ctx, -1)) return 0;
@@ -43,18 +43,18 @@ duk_ret_t call_handler(duk_context* ctx, void* pointer) {
 }  // namespace
 
 scriptui::EventSink::Answer HandlerCaller::fire(scriptui::Element& element, scriptui::Event event) {
-    duk_context* ctx = host_.heap.context();
+    duk_context* ctx = environment_.heap.context();
     Firing firing{element, event};
-    const RunClock::Switched running(host_.heap.clock(), true);
+    const RunClock::Switched running(environment_.heap.clock(), true);
     duk_require_stack(ctx, 1);
     if (duk_safe_call(ctx, call_handler, &firing, 0, 1) == DUK_EXEC_SUCCESS) {
         duk_pop(ctx);
         return firing.answer;
     }
     const scriptui::Alert error{describe_error(ctx), "Script Error", true};
-    if (host_.heap.must_end()) throw ScriptEnded();
-    const RunClock::Switched waiting(host_.heap.clock(), false);
-    host_.show(error);
+    if (environment_.heap.must_end()) throw ScriptEnded();
+    const RunClock::Switched waiting(environment_.heap.clock(), false);
+    environment_.show(error);
     return Answer::handled;
 }
 

@@ -10,23 +10,23 @@ namespace host::script {
 namespace {
 
 template <std::size_t N>
-duk_ret_t number(Call& call);
+duk_ret_t number(ScriptCall& call);
 template <std::size_t N>
-duk_ret_t set_number(Call& call);
+duk_ret_t set_number(ScriptCall& call);
 
 template <std::size_t N>
-constexpr Property named(const char* name) {
+constexpr ScriptProperty named(const char* name) {
     return {name, guarded<number<N>>, guarded<set_number<N>>};
 }
 
-constexpr Property kDimension[] = {named<0>("width"), named<1>("height"), named<0>("0"), named<1>("1")};
-constexpr Property kPoint[] = {named<0>("x"), named<1>("y"), named<0>("0"), named<1>("1")};
-constexpr Property kEdges[] = {
+constexpr ScriptProperty kDimension[] = {named<0>("width"), named<1>("height"), named<0>("0"), named<1>("1")};
+constexpr ScriptProperty kPoint[] = {named<0>("x"), named<1>("y"), named<0>("0"), named<1>("1")};
+constexpr ScriptProperty kEdges[] = {
     named<0>("left"), named<1>("top"), named<2>("right"), named<3>("bottom"),
     named<0>("0"),    named<1>("1"),   named<2>("2"),     named<3>("3"),
 };
 
-constexpr ClassTable kClasses[] = {
+constexpr ScriptClass kClasses[] = {
     {ClassId::dimension, nullptr, {}, nullptr, {}, kDimension},
     {ClassId::point, nullptr, {}, nullptr, {}, kPoint},
     {ClassId::edges, nullptr, {}, nullptr, {}, kEdges},
@@ -110,7 +110,7 @@ void write(scriptui::Element& element, Measure measure, const Numbers& n) {
 constexpr const char* kElement = DUK_HIDDEN_SYMBOL("element");
 constexpr const char* kMeasure = DUK_HIDDEN_SYMBOL("measure");
 
-duk_ret_t give(Call& call, Measure measure) {
+duk_ret_t give(ScriptCall& call, Measure measure) {
     const scriptui::Element& element = call.self_element();
     if (!read(element, measure)) return call.nothing();
     const duk_idx_t view = duk_push_object(call.ctx);
@@ -118,7 +118,7 @@ duk_ret_t give(Call& call, Measure measure) {
     duk_put_prop_string(call.ctx, view, kElement);
     duk_push_int(call.ctx, static_cast<int>(measure));
     duk_put_prop_string(call.ctx, view, kMeasure);
-    call.host.push_prototype(call.ctx, class_of(measure));
+    call.environment.push_prototype(call.ctx, class_of(measure));
     duk_set_prototype(call.ctx, view);
     return 1;
 }
@@ -129,7 +129,7 @@ struct View {
     Measure measure;
 };
 
-View self_view(Call& call) {
+View self_view(ScriptCall& call) {
     duk_push_this(call.ctx);
     if (!duk_is_object(call.ctx, -1)) call.fail("called on something that is no measure");
     duk_get_prop_string(call.ctx, -1, kElement);
@@ -140,13 +140,13 @@ View self_view(Call& call) {
 }
 
 template <std::size_t N>
-duk_ret_t number(Call& call) {
+duk_ret_t number(ScriptCall& call) {
     const View view = self_view(call);
     return call.give(read(view.element, view.measure).value_or(Numbers{})[N]);
 }
 
 template <std::size_t N>
-duk_ret_t set_number(Call& call) {
+duk_ret_t set_number(ScriptCall& call) {
     const double value = call.number(0);
     const View view = self_view(call);
     Numbers numbers = read(view.element, view.measure).value_or(Numbers{});
@@ -156,7 +156,7 @@ duk_ret_t set_number(Call& call) {
 }
 
 // The numbers under these names, if the object at `i` has them all.
-std::optional<Numbers> named_numbers(Call& call, duk_idx_t i, std::initializer_list<const char*> names) {
+std::optional<Numbers> named_numbers(ScriptCall& call, duk_idx_t i, std::initializer_list<const char*> names) {
     Numbers numbers{};
     std::size_t n = 0;
     for (const char* name : names) {
@@ -167,7 +167,7 @@ std::optional<Numbers> named_numbers(Call& call, duk_idx_t i, std::initializer_l
     return numbers;
 }
 
-std::optional<Numbers> numbers_argument(Call& call, duk_idx_t i, Measure measure) {
+std::optional<Numbers> numbers_argument(ScriptCall& call, duk_idx_t i, Measure measure) {
     if (measure == Measure::margins && duk_is_number(call.ctx, i)) {
         Numbers same;
         same.fill(call.number(i));
@@ -190,7 +190,7 @@ std::optional<Numbers> numbers_argument(Call& call, duk_idx_t i, Measure measure
     return Numbers{(*box)[0], (*box)[1], (*box)[0] + (*box)[2], (*box)[1] + (*box)[3]};
 }
 
-duk_ret_t take(Call& call, duk_idx_t i, scriptui::Element& element, Measure measure, const char* what) {
+duk_ret_t take(ScriptCall& call, duk_idx_t i, scriptui::Element& element, Measure measure, const char* what) {
     const auto numbers = numbers_argument(call, i, measure);
     if (!numbers) call.fail(std::string(what) + " cannot be read from that value");
     write(element, measure, *numbers);
@@ -199,57 +199,57 @@ duk_ret_t take(Call& call, duk_idx_t i, scriptui::Element& element, Measure meas
 
 }  // namespace
 
-duk_ret_t get_preferred_size(Call& call) {
+duk_ret_t get_preferred_size(ScriptCall& call) {
     return give(call, Measure::preferred_size);
 }
-duk_ret_t set_preferred_size(Call& call) {
+duk_ret_t set_preferred_size(ScriptCall& call) {
     return take(call, 0, call.self_element(), Measure::preferred_size, "preferredSize");
 }
-duk_ret_t get_minimum_size(Call& call) {
+duk_ret_t get_minimum_size(ScriptCall& call) {
     return give(call, Measure::minimum_size);
 }
-duk_ret_t set_minimum_size(Call& call) {
+duk_ret_t set_minimum_size(ScriptCall& call) {
     return take(call, 0, call.self_element(), Measure::minimum_size, "minimumSize");
 }
-duk_ret_t get_maximum_size(Call& call) {
+duk_ret_t get_maximum_size(ScriptCall& call) {
     return give(call, Measure::maximum_size);
 }
-duk_ret_t set_maximum_size(Call& call) {
+duk_ret_t set_maximum_size(ScriptCall& call) {
     return take(call, 0, call.self_element(), Measure::maximum_size, "maximumSize");
 }
-duk_ret_t get_size(Call& call) {
+duk_ret_t get_size(ScriptCall& call) {
     return give(call, Measure::size);
 }
-duk_ret_t set_size(Call& call) {
+duk_ret_t set_size(ScriptCall& call) {
     return take(call, 0, call.self_element(), Measure::size, "size");
 }
-duk_ret_t get_location(Call& call) {
+duk_ret_t get_location(ScriptCall& call) {
     return give(call, Measure::location);
 }
-duk_ret_t set_location(Call& call) {
+duk_ret_t set_location(ScriptCall& call) {
     return take(call, 0, call.self_element(), Measure::location, "location");
 }
-duk_ret_t get_bounds(Call& call) {
+duk_ret_t get_bounds(ScriptCall& call) {
     return give(call, Measure::bounds);
 }
-duk_ret_t set_bounds(Call& call) {
+duk_ret_t set_bounds(ScriptCall& call) {
     return take(call, 0, call.self_element(), Measure::bounds, "bounds");
 }
-duk_ret_t get_margins(Call& call) {
+duk_ret_t get_margins(ScriptCall& call) {
     return give(call, Measure::margins);
 }
-duk_ret_t set_margins(Call& call) {
+duk_ret_t set_margins(ScriptCall& call) {
     return take(call, 0, call.self_element(), Measure::margins, "margins");
 }
 
-std::array<double, 4> bounds_argument(Call& call, duk_idx_t i) {
+std::array<double, 4> bounds_argument(ScriptCall& call, duk_idx_t i) {
     const auto bounds = numbers_argument(call, i, Measure::bounds);
     if (!bounds) call.fail("bounds cannot be read from that value");
     return *bounds;
 }
 
 void define_measures(duk_context* ctx) {
-    for (const ClassTable& table : kClasses) Host::of(ctx).define_class(ctx, table);
+    for (const ScriptClass& table : kClasses) ScriptEnvironment::of(ctx).define_class(ctx, table);
 }
 
 }  // namespace host::script

@@ -36,7 +36,7 @@ bool is_missing_member(std::string_view name) {
 
 void define_missing(duk_context* ctx) {
     for (std::size_t i = 0; i < std::size(kMissing); ++i) {
-        Host::of(ctx).push_prototype(ctx, kMissing[i].class_id);
+        ScriptEnvironment::of(ctx).push_prototype(ctx, kMissing[i].class_id);
         duk_push_lstring(ctx, kMissing[i].member.data(), kMissing[i].member.size());
         for (int arity = 0; arity < 2; ++arity) {  // the getter, then the setter
             duk_push_c_function(ctx, complain, arity);

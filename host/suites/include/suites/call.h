@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "AE_GeneralPlug.h"
+#include "suites/plugin_function.h"
 
 namespace host::suites {
 
@@ -16,10 +17,10 @@ struct HostState;
 struct Invocation;
 
 // Lives as long as the call. Text is made only when asked for.
-class Call {
+class SuiteCall {
   public:
-    Call(HostState& host, const Invocation& invocation, std::uint64_t number);
-    Call(const Call&) = delete;
+    SuiteCall(HostState& host, const Invocation& invocation, std::uint64_t number);
+    SuiteCall(const SuiteCall&) = delete;
 
     std::string_view suite() const;     // the table's type: "AEGP_LayerSuite5", or "SPBasicSuite"
     std::string_view accessor() const;  // the same without its prefix: "LayerSuite5"
@@ -61,11 +62,9 @@ class Call {
     std::string complaint_;
 };
 
-// One call of the host into a plug-in. What stands behind a pointer is valid as long as the visit.
+// One call of the host into a plug-in. The pointers are valid for the duration of the call.
 struct PluginCall {
-    enum class What : std::uint8_t { entry_point, update_menu_hook, command_hook };
-
-    What what;
+    PluginFunction function;
     AEGP_PluginID plugin;
     std::string_view plugin_name = {};
     AEGP_GlobalRefcon* global_refcon = nullptr;  // what the plug-in left for its hooks; the entry point sets it
@@ -73,7 +72,7 @@ struct PluginCall {
     A_long major = 0;
     A_long minor = 0;
     // A hook's.
-    const void* function = nullptr;
+    const void* hook = nullptr;
     const void* refcon = nullptr;
     AEGP_WindowType window = AEGP_WindType_NONE;  // update-menu hook
     AEGP_Command command = 0;                     // command hook, like the rest
@@ -91,8 +90,8 @@ class Observer {
     virtual void left(const PluginCall&, A_Err /*result*/, bool /*has_thrown*/) {}
     // A code other than 0 is returned to the plug-in instead of running the call; the first observer that gives one
     // decides.
-    virtual std::optional<A_Err> before(const Call& call) = 0;
-    virtual void after(const Call& call) = 0;
+    virtual std::optional<A_Err> before(const SuiteCall& call) = 0;
+    virtual void after(const SuiteCall& call) = 0;
 };
 
 }  // namespace host::suites

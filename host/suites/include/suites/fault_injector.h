@@ -26,8 +26,8 @@ class FaultInjector : public Observer {
     // The failed calls, as "LayerSuite5.AEGP_DeleteLayer" or "AcquireSuite AEGP_LayerSuite5".
     const std::vector<std::string>& fired() const { return fired_; }
 
-    std::optional<A_Err> before(const Call& call) override;
-    void after(const Call&) override {}
+    std::optional<A_Err> before(const SuiteCall& call) override;
+    void after(const SuiteCall&) override {}
 
   private:
     struct Fault {

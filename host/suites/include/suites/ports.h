@@ -7,7 +7,7 @@
 
 namespace host::suites {
 
-struct ScriptOutcome {
+struct ScriptReply {
     bool failed = false;
     std::string result;  // text of the last statement's value; empty if the script failed
     std::string error;   // why it failed
@@ -16,7 +16,7 @@ struct ScriptOutcome {
 // A port left empty makes the calls that need it fail as not implemented. Exceptions that leave a port become error
 // codes.
 struct Ports {
-    std::function<ScriptOutcome(std::string_view text)> run_script;                   // UTF-8
+    std::function<ScriptReply(std::string_view text)> run_script;                     // UTF-8
     std::function<void(std::string_view plugin_name, std::string_view text)> report;  // a message box of the plug-in
 };
 

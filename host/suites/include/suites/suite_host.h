@@ -62,8 +62,7 @@ class SuiteHost {
     // While it lives, calls are taken to come from that plug-in. Register calls are legal only in the entry point.
     class Visit {
       public:
-        enum class Door { entry_point, hook };
-        Visit(SuiteHost& host, AEGP_PluginID id, Door door);
+        Visit(SuiteHost& host, AEGP_PluginID id, PluginFunction function);
         // The same, told to the observers: now, and when the plug-in came back.
         Visit(SuiteHost& host, const PluginCall& call);
         ~Visit();

@@ -21,14 +21,14 @@ class Tracer : public Observer {
 
     void show_basic_suite(bool show) { show_basic_suite_ = show; }  // acquisitions, releases, blocks; off at first
 
-    std::optional<A_Err> before(const Call& call) override;
-    void after(const Call& call) override;
+    std::optional<A_Err> before(const SuiteCall& call) override;
+    void after(const SuiteCall& call) override;
 
     const std::vector<std::string>& lines() const { return lines_; }
     void clear() { lines_.clear(); }
 
   private:
-    bool shows(const Call& call) const { return show_basic_suite_ || !call.is_basic(); }
+    bool shows(const SuiteCall& call) const { return show_basic_suite_ || !call.is_basic(); }
 
     Sink sink_;
     bool show_basic_suite_ = false;

@@ -23,7 +23,7 @@
 namespace host::script {
 
 // What a script object stands for; tells apart what its hidden pointer points to.
-enum class Kind : int { none, app, project, settings, item, layer, element };
+enum class TargetKind : int { none, app, project, settings, item, layer, element };
 
 enum class ClassId : int {
     app,
@@ -57,25 +57,25 @@ enum class ClassId : int {
     count
 };
 
-struct Method {
+struct ScriptMethod {
     const char* name;
     duk_idx_t arity;
     duk_c_function function;
 };
 
-struct Property {
+struct ScriptProperty {
     const char* name;
     duk_c_function get;
     duk_c_function set;  // null: assigning is an error
 };
 
-struct ClassTable {
+struct ScriptClass {
     ClassId id;
     const char* name;  // of the global constructor; null for none
     std::optional<ClassId> base;
     duk_c_function construct;  // null: scripts cannot make instances
-    std::span<const Method> methods;
-    std::span<const Property> properties;
+    std::span<const ScriptMethod> methods;
+    std::span<const ScriptProperty> properties;
 };
 
 // Ends a driver's work after the script has used up its time.
@@ -84,12 +84,12 @@ class ScriptEnded : public std::runtime_error {
     ScriptEnded() : std::runtime_error("the script has used up its time") {}
 };
 
-class Host {
+class ScriptEnvironment {
   public:
-    Host(model::Project& the_project, Settings& the_settings, scriptui::DialogDriver& the_driver,
-         std::function<void(const scriptui::Alert&)> the_on_alert, const Limits& limits);
-    ~Host();
-    static Host& of(duk_context* ctx) { return Heap::of(ctx).host(); }
+    ScriptEnvironment(model::Project& the_project, Settings& the_settings, scriptui::DialogDriver& the_driver,
+                      std::function<void(const scriptui::Alert&)> the_on_alert, const Limits& limits);
+    ~ScriptEnvironment();
+    static ScriptEnvironment& of(duk_context* ctx) { return Heap::of(ctx).environment(); }
 
     model::Project& project;
     Settings& settings;
@@ -109,10 +109,10 @@ class Host {
 
     // First of all definitions: what push_object() needs.
     void define_keeping(duk_context* ctx);
-    void define_class(duk_context* ctx, const ClassTable& table);
+    void define_class(duk_context* ctx, const ScriptClass& table);
 
     // Pushes the object that stands for `target`: always the same one as long as scripts hold it. Null pushes null.
-    void push_object(duk_context* ctx, Kind kind, ClassId class_id, const void* target);
+    void push_object(duk_context* ctx, TargetKind kind, ClassId class_id, const void* target);
     void push_item(duk_context* ctx, const model::Item* item);
     void push_layer(duk_context* ctx, const model::Layer* layer);
     void push_prototype(duk_context* ctx, ClassId class_id);
@@ -136,7 +136,7 @@ class Host {
 };
 
 // The pointer inside the object at `index`, if it is of that kind; else null.
-void* target_of(duk_context* ctx, duk_idx_t index, Kind kind);
+void* target_of(duk_context* ctx, duk_idx_t index, TargetKind kind);
 
 // Makes an error object of the sentence and throws it.
 [[noreturn]] void fail(duk_context* ctx, std::string_view sentence);

@@ -1,5 +1,5 @@
 // The host as a journal tells it, for one plug-in: visits, and what stops a replay.
-#include "player.h"
+#include "replay_host.h"
 
 #include <cstdlib>
 #include <utility>
@@ -10,10 +10,10 @@
 namespace host::journal {
 namespace {
 
-Player* the_player = nullptr;
+ReplayHost* active_host = nullptr;
 
 template <class Number>
-Number number_from(Decoder& decoder, const Value& value) {
+Number number_from(Decoder& decoder, const JournalValue& value) {
     Number number = 0;
     decoder.read(value, number);
     return number;
@@ -25,87 +25,89 @@ std::string counted(std::size_t count, const std::string& noun) {
 
 }  // namespace
 
-Player::Player(const Journal& journal, AEGP_PluginInitFunc entry_point, std::atomic<std::size_t>& place, Stop stop)
+ReplayHost::ReplayHost(const Journal& journal, AEGP_PluginInitFunc entry_point, std::atomic<std::size_t>& place,
+                       Stop stop)
     : journal_(journal), entry_point_(entry_point), place_(place), stop_(std::move(stop)) {
-    the_player = this;
+    active_host = this;
 }
 
-Player::~Player() {
-    the_player = nullptr;
+ReplayHost::~ReplayHost() {
+    active_host = nullptr;
 }
 
-Player* Player::active() {
-    return the_player;
+ReplayHost* ReplayHost::active() {
+    return active_host;
 }
 
-void Player::stop(Verdict::Kind kind, std::size_t line, std::string sentence) {
+void ReplayHost::stop(ReplayVerdict::Kind kind, std::size_t line, std::string sentence) {
     stop_({kind, line, std::move(sentence)});
     std::abort();  // not reached
 }
 
-void Player::stop_at_cut() {
-    stop(Verdict::Kind::same_to_cut, journal_.last_line,
+void ReplayHost::stop_at_cut() {
+    stop(ReplayVerdict::Kind::same_to_cut, journal_.last_line,
          "the journal is cut after line " + std::to_string(journal_.last_line) +
              "; up to there the plug-in did the same");
 }
 
-void Player::differ(const std::string& sentence) {
-    stop(Verdict::Kind::differs, here().line, sentence);
+void ReplayHost::differ(const std::string& sentence) {
+    stop(ReplayVerdict::Kind::differs, here().line_number, sentence);
 }
 
-void Player::play() {
+void ReplayHost::play() {
     std::size_t calls = 0;
     std::size_t visits = 0;
-    for (const Record& record : journal_.records) {
-        if (record.kind == Record::Kind::call) ++calls;
-        if (record.kind == Record::Kind::enter) ++visits;
+    for (const JournalLine& line : journal_.lines) {
+        if (line.kind == JournalLine::Kind::call) ++calls;
+        if (line.kind == JournalLine::Kind::enter) ++visits;
     }
     try {
         while (!is_over()) {
-            if (here().kind == Record::Kind::enter)
+            if (here().kind == JournalLine::Kind::enter)
                 visit();
             else
                 go_on();
         }
     } catch (const std::exception& problem) {
-        stop(Verdict::Kind::damaged, is_over() ? journal_.last_line : here().line, problem.what());
+        stop(ReplayVerdict::Kind::damaged, is_over() ? journal_.last_line : here().line_number, problem.what());
     }
     if (!journal_.is_complete) stop_at_cut();
-    stop(Verdict::Kind::same, journal_.last_line,
+    stop(ReplayVerdict::Kind::same, journal_.last_line,
          "the plug-in did the same: " + counted(calls, "call") + " in " + counted(visits, "visit"));
 }
 
 template <class Pointer>
-Pointer Player::own_pointer(const Value& value) const {
+Pointer ReplayHost::own_pointer(const JournalValue& value) const {
     if (value.is_word("null")) return nullptr;
-    const auto known = value.kind == Value::Kind::name ? own_.raw_of({value.text, value.number}) : std::nullopt;
+    const auto known = value.kind == JournalValue::Kind::name ? own_.raw_of({value.text, value.number}) : std::nullopt;
     if (!known) throw BadValue(text_of(value) + " is nothing that the plug-in ever gave");
     return from_raw<Pointer>(*known);
 }
 
-void Player::visit() {
-    const Door door = here().door;
-    const std::vector<Value> arguments = here().values();
+void ReplayHost::visit() {
+    const PluginFunction function = here().function;
+    const std::vector<JournalValue> arguments = here().values();
     constexpr std::size_t kArguments[] = {4, 4, 6};
-    if (arguments.size() != kArguments[static_cast<std::size_t>(door)])
+    if (arguments.size() != kArguments[static_cast<std::size_t>(function)])
         throw BadValue("a visit has more or fewer arguments than this one");
     AEGP_GlobalRefcon refcon = nullptr;
     A_Boolean handled = 0;
     A_Err error = A_Err_NONE;
     bool has_thrown = false;
     try {
-        error = enter(door, arguments, refcon, handled);
+        error = enter(function, arguments, refcon, handled);
     } catch (const BadValue&) {
         throw;  // ours: no line of the plug-in has run
     } catch (...) {
         has_thrown = true;
     }
-    check_return(door, error, has_thrown, refcon, handled);
+    check_return(function, error, has_thrown, refcon, handled);
 }
 
-A_Err Player::enter(Door door, const std::vector<Value>& arguments, AEGP_GlobalRefcon& refcon, A_Boolean& handled) {
+A_Err ReplayHost::enter(PluginFunction function, const std::vector<JournalValue>& arguments, AEGP_GlobalRefcon& refcon,
+                        A_Boolean& handled) {
     Decoder decoder(*this);
-    if (door == Door::entry_point) {
+    if (function == PluginFunction::entry_point) {
         if (!plugin_name_.empty() && plugin_name_ != arguments[1].text)
             throw BadValue("a second plug-in is entered; a replay has one");
         plugin_name_ = arguments[1].text;
@@ -116,7 +118,7 @@ A_Err Player::enter(Door door, const std::vector<Value>& arguments, AEGP_GlobalR
         return entry_point_(replay_basic_suite(), major, minor, id, &refcon);
     }
     refcon = own_pointer<AEGP_GlobalRefcon>(arguments[1]);
-    if (door == Door::update_menu_hook) {
+    if (function == PluginFunction::update_menu_hook) {
         const auto hook = own_pointer<AEGP_UpdateMenuHook>(arguments[0]);
         const auto hook_refcon = own_pointer<AEGP_UpdateMenuRefcon>(arguments[2]);
         const auto window = number_from<AEGP_WindowType>(decoder, arguments[3]);
@@ -134,19 +136,20 @@ A_Err Player::enter(Door door, const std::vector<Value>& arguments, AEGP_GlobalR
     return hook(refcon, hook_refcon, command, priority, already_handled, &handled);
 }
 
-void Player::check_return(Door door, A_Err error, bool has_thrown, AEGP_GlobalRefcon refcon, A_Boolean handled) {
+void ReplayHost::check_return(PluginFunction function, A_Err error, bool has_thrown, AEGP_GlobalRefcon refcon,
+                              A_Boolean handled) {
     need_line();
     Encoder results(*this, Encoder::Direction::to_host);
-    if (door == Door::entry_point) results.add(refcon);
-    if (door == Door::command_hook) results.add(handled);
-    const bool is_leaving = here().kind == Record::Kind::leave;
+    if (function == PluginFunction::entry_point) results.add(refcon);
+    if (function == PluginFunction::command_hook) results.add(handled);
+    const bool is_leaving = here().kind == JournalLine::Kind::leave;
     // The code of an exception is the host's, not the plug-in's.
     if (is_leaving && here().has_thrown == has_thrown && (has_thrown || here().code == error) &&
         here().values() == parse_values(results.text())) {
         go_on();
         return;
     }
-    const std::string got = is_leaving ? "" : std::string(name_of(door)) + " coming back with ";
+    const std::string got = is_leaving ? "" : std::string(name_of(function)) + " coming back with ";
     const std::string code = has_thrown ? "an exception" : std::to_string(error);
     differ(expected_got(in_words(here()), got + code + " (" + results.text() + ')'));
 }

@@ -17,17 +17,17 @@
 
 namespace host::journal {
 
-class Player : private Namer, private Giver {
+class ReplayHost : private HandleNamer, private HandleResolver {
   public:
     // Hears the verdict. It must not return: a plug-in cannot be stopped where it stands, only its process can.
-    using Stop = std::function<void(const Verdict& verdict)>;
+    using Stop = std::function<void(const ReplayVerdict& verdict)>;
 
     // `place` follows the replay: the record that is played next. One player lives at a time.
-    Player(const Journal& journal, AEGP_PluginInitFunc entry_point, std::atomic<std::size_t>& place, Stop stop);
-    ~Player() override;
-    Player(const Player&) = delete;
+    ReplayHost(const Journal& journal, AEGP_PluginInitFunc entry_point, std::atomic<std::size_t>& place, Stop stop);
+    ~ReplayHost() override;
+    ReplayHost(const ReplayHost&) = delete;
 
-    static Player* active();
+    static ReplayHost* active();
 
     [[noreturn]] void play();
 
@@ -36,10 +36,10 @@ class Player : private Namer, private Giver {
 
   private:
     // The journal
-    bool is_over() const { return place_ == journal_.records.size(); }
-    const Record& here() const { return journal_.records[place_]; }
+    bool is_over() const { return place_ == journal_.lines.size(); }
+    const JournalLine& here() const { return journal_.lines[place_]; }
     void go_on() { ++place_; }
-    [[noreturn]] void stop(Verdict::Kind kind, std::size_t line, std::string sentence);
+    [[noreturn]] void stop(ReplayVerdict::Kind kind, std::size_t line, std::string sentence);
     [[noreturn]] void stop_at_cut();
     [[noreturn]] void differ(const std::string& sentence);
     // Stops unless there is a line to compare with.
@@ -49,27 +49,29 @@ class Player : private Namer, private Giver {
 
     // Visits
     void visit();
-    A_Err enter(Door door, const std::vector<Value>& arguments, AEGP_GlobalRefcon& refcon, A_Boolean& handled);
-    void check_return(Door door, A_Err error, bool has_thrown, AEGP_GlobalRefcon refcon, A_Boolean handled);
+    A_Err enter(PluginFunction function, const std::vector<JournalValue>& arguments, AEGP_GlobalRefcon& refcon,
+                A_Boolean& handled);
+    void check_return(PluginFunction function, A_Err error, bool has_thrown, AEGP_GlobalRefcon refcon,
+                      A_Boolean handled);
     template <class Pointer>
-    Pointer own_pointer(const Value& value) const;
+    Pointer own_pointer(const JournalValue& value) const;
 
     // Calls
     void check_written(AEGP_MemHandle memory);
     void check_call(std::int32_t slot, const void* arguments);
     A_Err give_answer(std::int32_t slot, void* arguments);
-    void give_results(std::int32_t slot, const std::vector<Value>& results, void* arguments);
+    void give_results(std::int32_t slot, const std::vector<JournalValue>& results, void* arguments);
     void give_suite(void* arguments);
-    void* make_block(void* old_block, std::size_t size, const std::vector<Value>& results);
+    void* make_block(void* old_block, std::size_t size, const std::vector<JournalValue>& results);
     void take_back(std::int32_t slot, void* arguments);
     void tell_memory();
 
     std::string used(std::uint64_t handle) override;
     std::string given(std::uint64_t handle, std::string_view word) override;
     std::string own(std::uint64_t address, std::string_view word) override;
-    Shape shape(const void* handle, std::size_t argument) override;
-    std::uint64_t handle_of(const Name& name) override;
-    void* memory_of(const Name& name) override;
+    ValueMember member(const void* handle, std::size_t argument) override;
+    std::uint64_t handle_of(const HandleName& name) override;
+    void* memory_of(const HandleName& name) override;
 
     const Journal& journal_;
     AEGP_PluginInitFunc entry_point_;
@@ -82,7 +84,7 @@ class Player : private Namer, private Giver {
     ReplayedMemory memory_;
     std::map<std::string, std::uint64_t> words_;  // a number for each kind of handle
     std::string plugin_name_;                     // of the one plug-in in the journal
-    std::vector<Value> expected_;                 // arguments of the call that is being compared
+    std::vector<JournalValue> expected_;          // arguments of the call that is being compared
 };
 
 }  // namespace host::journal

@@ -1,5 +1,5 @@
 // What the functions of one engine reach: the project and the ports, the classes, and the objects scripts hold.
-#include "host.h"
+#include "environment.h"
 
 #include "dialog/dialog_classes.h"
 #include "text.h"
@@ -19,7 +19,8 @@ constexpr duk_uarridx_t kRecentObjects = 32;
 duk_ret_t forget_finalized(duk_context* ctx) {
     // The object may only inherit its target; forget_object() compares, so that does no harm.
     duk_get_prop_literal(ctx, 0, HOST_TARGET);
-    if (const void* target = duk_get_pointer(ctx, -1)) Host::of(ctx).forget_object(target, duk_get_heapptr(ctx, 0));
+    if (const void* target = duk_get_pointer(ctx, -1))
+        ScriptEnvironment::of(ctx).forget_object(target, duk_get_heapptr(ctx, 0));
     return 0;
 }
 
@@ -33,7 +34,7 @@ duk_ret_t refuse_to_assign(duk_context* ctx) {
     fail(ctx, std::string("\"") + duk_safe_to_string(ctx, -1) + "\" is read-only");
 }
 
-void define_property(duk_context* ctx, duk_idx_t object, const Property& property) {
+void define_property(duk_context* ctx, duk_idx_t object, const ScriptProperty& property) {
     duk_push_string(ctx, property.name);
     duk_push_c_function(ctx, property.get, 0);
     duk_push_c_function(ctx, property.set != nullptr ? property.set : refuse_to_assign, 1);
@@ -74,8 +75,9 @@ ClassId class_of(const model::Layer& layer) {
 
 }  // namespace
 
-Host::Host(model::Project& the_project, Settings& the_settings, scriptui::DialogDriver& the_driver,
-           std::function<void(const scriptui::Alert&)> the_on_alert, const Limits& limits)
+ScriptEnvironment::ScriptEnvironment(model::Project& the_project, Settings& the_settings,
+                                     scriptui::DialogDriver& the_driver,
+                                     std::function<void(const scriptui::Alert&)> the_on_alert, const Limits& limits)
     : project(the_project),
       settings(the_settings),
       driver(the_driver),
@@ -84,29 +86,29 @@ Host::Host(model::Project& the_project, Settings& the_settings, scriptui::Dialog
       handlers_(std::make_unique<HandlerCaller>(*this)) {}
 
 // Finalizers run while the heap closes and use the members below it.
-Host::~Host() {
+ScriptEnvironment::~ScriptEnvironment() {
     heap.close();
 }
 
-void Host::show(const scriptui::Alert& alert) {
+void ScriptEnvironment::show(const scriptui::Alert& alert) {
     if (on_alert) on_alert(alert);
     driver.show(alert);
 }
 
-void Host::begin_run() {
+void ScriptEnvironment::begin_run() {
     throw_line = 0;
     heap.begin_run();
 }
 
-void Host::end_run() {
+void ScriptEnvironment::end_run() {
     heap.end_run();
     for (; open_undo_groups > 0; --open_undo_groups) project.undo().end_group();
 }
 
-void Host::define_class(duk_context* ctx, const ClassTable& table) {
+void ScriptEnvironment::define_class(duk_context* ctx, const ScriptClass& table) {
     const duk_idx_t prototype = duk_push_object(ctx);
-    for (const Property& property : table.properties) define_property(ctx, prototype, property);
-    for (const Method& method : table.methods) {
+    for (const ScriptProperty& property : table.properties) define_property(ctx, prototype, property);
+    for (const ScriptMethod& method : table.methods) {
         duk_push_string(ctx, method.name);
         duk_push_c_function(ctx, method.function, method.arity);
         duk_def_prop(ctx, prototype, DUK_DEFPROP_HAVE_VALUE | DUK_DEFPROP_SET_WRITABLE | DUK_DEFPROP_SET_CONFIGURABLE);
@@ -133,11 +135,11 @@ void Host::define_class(duk_context* ctx, const ClassTable& table) {
     duk_pop_2(ctx);
 }
 
-void Host::push_prototype(duk_context* ctx, ClassId class_id) {
+void ScriptEnvironment::push_prototype(duk_context* ctx, ClassId class_id) {
     duk_push_heapptr(ctx, prototypes_[static_cast<std::size_t>(class_id)]);
 }
 
-void Host::push_object(duk_context* ctx, Kind kind, ClassId class_id, const void* target) {
+void ScriptEnvironment::push_object(duk_context* ctx, TargetKind kind, ClassId class_id, const void* target) {
     if (target == nullptr) {
         duk_push_null(ctx);
         return;
@@ -157,18 +159,18 @@ void Host::push_object(duk_context* ctx, Kind kind, ClassId class_id, const void
     duk_push_heapptr(ctx, finalizer_);
     duk_set_finalizer(ctx, object);
     objects_.emplace(target, duk_get_heapptr(ctx, object));
-    if (kind == Kind::item || kind == Kind::layer) keep_for_a_while(ctx, object);
+    if (kind == TargetKind::item || kind == TargetKind::layer) keep_for_a_while(ctx, object);
 }
 
 // Scripts name the same few layers and compositions again and again without holding them.
-void Host::keep_for_a_while(duk_context* ctx, duk_idx_t object) {
+void ScriptEnvironment::keep_for_a_while(duk_context* ctx, duk_idx_t object) {
     duk_push_heapptr(ctx, recent_);
     duk_dup(ctx, object);
     duk_put_prop_index(ctx, -2, next_recent_++ % kRecentObjects);
     duk_pop(ctx);
 }
 
-void Host::define_keeping(duk_context* ctx) {
+void ScriptEnvironment::define_keeping(duk_context* ctx) {
     duk_push_global_stash(ctx);
     duk_push_c_function(ctx, forget_finalized, 1);
     finalizer_ = duk_get_heapptr(ctx, -1);
@@ -179,15 +181,15 @@ void Host::define_keeping(duk_context* ctx) {
     duk_pop(ctx);
 }
 
-void Host::push_item(duk_context* ctx, const model::Item* item) {
-    push_object(ctx, Kind::item, item != nullptr ? class_of(*item) : ClassId::item, item);
+void ScriptEnvironment::push_item(duk_context* ctx, const model::Item* item) {
+    push_object(ctx, TargetKind::item, item != nullptr ? class_of(*item) : ClassId::item, item);
 }
 
-void Host::push_layer(duk_context* ctx, const model::Layer* layer) {
-    push_object(ctx, Kind::layer, layer != nullptr ? class_of(*layer) : ClassId::layer, layer);
+void ScriptEnvironment::push_layer(duk_context* ctx, const model::Layer* layer) {
+    push_object(ctx, TargetKind::layer, layer != nullptr ? class_of(*layer) : ClassId::layer, layer);
 }
 
-void Host::forget_object(const void* target, const void* heap_object) {
+void ScriptEnvironment::forget_object(const void* target, const void* heap_object) {
     const auto known = objects_.find(target);
     if (known == objects_.end() || known->second != heap_object) return;
     objects_.erase(known);
@@ -201,7 +203,7 @@ void Host::forget_object(const void* target, const void* heap_object) {
     }
 }
 
-void* target_of(duk_context* ctx, duk_idx_t index, Kind kind) {
+void* target_of(duk_context* ctx, duk_idx_t index, TargetKind kind) {
     if (!duk_is_object(ctx, index)) return nullptr;
     duk_get_prop_literal(ctx, index, HOST_KIND);
     const bool matches = duk_get_int_default(ctx, -1, 0) == static_cast<int>(kind);

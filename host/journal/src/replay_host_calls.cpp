@@ -6,7 +6,7 @@
 #include "arguments.h"
 #include "difference.h"
 #include "memory_slots.h"
-#include "player.h"
+#include "replay_host.h"
 #include "tables.h"
 
 namespace host::journal {
@@ -16,21 +16,21 @@ constexpr std::size_t kMostBlock = std::size_t{1} << 30;
 
 }  // namespace
 
-A_Err Player::answer(std::int32_t slot, void* arguments) noexcept {
+A_Err ReplayHost::answer(std::int32_t slot, void* arguments) noexcept {
     if (std::this_thread::get_id() != thread_) return A_Err_WRONG_THREAD;  // no journal tells of such calls
     try {
         if (const AEGP_MemHandle memory = handed_back_by(slot, arguments)) check_written(memory);
         check_call(slot, arguments);
         return give_answer(slot, arguments);
     } catch (const std::exception& problem) {
-        stop(Verdict::Kind::damaged, is_over() ? journal_.last_line : here().line, problem.what());
+        stop(ReplayVerdict::Kind::damaged, is_over() ? journal_.last_line : here().line_number, problem.what());
     }
 }
 
-void Player::check_written(AEGP_MemHandle memory) {
+void ReplayHost::check_written(AEGP_MemHandle memory) {
     const std::uint64_t handle = raw(memory);
     const bool has_changed = memory_.has_changed(handle);
-    const bool is_told = !is_over() && here().kind == Record::Kind::wrote;
+    const bool is_told = !is_over() && here().kind == JournalLine::Kind::wrote;
     if (!has_changed && !is_told) return;
     need_line();
     const std::string got =
@@ -42,26 +42,26 @@ void Player::check_written(AEGP_MemHandle memory) {
     go_on();
 }
 
-void Player::check_call(std::int32_t slot, const void* arguments) {
+void ReplayHost::check_call(std::int32_t slot, const void* arguments) {
     need_line();
-    const bool is_that_function = here().kind == Record::Kind::call && here().slot == slot;
-    expected_ = is_that_function ? here().values() : std::vector<Value>();
+    const bool is_that_function = here().kind == JournalLine::Kind::call && here().slot == slot;
+    expected_ = is_that_function ? here().values() : std::vector<JournalValue>();
     const std::string text = arguments_text(*this, slot, arguments);
     if (!is_that_function) differ(expected_got(in_words(here()), "the call " + name_of_slot(slot) + '(' + text + ')'));
-    if (text != here().text) {
+    if (text != here().values_text) {
         // The same values may be written in more than one way.
-        if (const std::vector<Value> got = parse_values(text); got != expected_)
+        if (const std::vector<JournalValue> got = parse_values(text); got != expected_)
             differ(first_difference(name_of_slot(slot) + ", argument", expected_, got));
     }
     go_on();
 }
 
-A_Err Player::give_answer(std::int32_t slot, void* arguments) {
+A_Err ReplayHost::give_answer(std::int32_t slot, void* arguments) {
     for (;;) {
         need_line();
-        if (here().kind == Record::Kind::memory)
+        if (here().kind == JournalLine::Kind::memory)
             tell_memory();
-        else if (here().kind == Record::Kind::enter)
+        else if (here().kind == JournalLine::Kind::enter)
             visit();
         else
             break;
@@ -78,14 +78,15 @@ A_Err Player::give_answer(std::int32_t slot, void* arguments) {
     return code;
 }
 
-void Player::tell_memory() {
-    const std::vector<Value> told = here().values();
-    if (told.size() != 2 || told[0].kind != Value::Kind::name) throw BadValue("memory and its content are expected");
+void ReplayHost::tell_memory() {
+    const std::vector<JournalValue> told = here().values();
+    if (told.size() != 2 || told[0].kind != JournalValue::Kind::name)
+        throw BadValue("memory and its content are expected");
     memory_.fill(handle_of({told[0].text, told[0].number}), told[1]);
     go_on();
 }
 
-void Player::give_results(std::int32_t slot, const std::vector<Value>& results, void* arguments) {
+void ReplayHost::give_results(std::int32_t slot, const std::vector<JournalValue>& results, void* arguments) {
     if (slot < suites::kSlotCount) {
         Decoder decoder(*this);
         suite_codec(slot).read_results(decoder, results, arguments);
@@ -104,15 +105,16 @@ void Player::give_results(std::int32_t slot, const std::vector<Value>& results, 
     }
 }
 
-void Player::give_suite(void* arguments) {
+void ReplayHost::give_suite(void* arguments) {
     const auto& [name, version, suite] = *static_cast<AcquireArguments*>(arguments);
     const void* table = name ? replay_table(name, version) : nullptr;
     if (!suite || !table) throw BadValue("a suite was acquired that this program does not know");
     *suite = table;
 }
 
-void* Player::make_block(void* old_block, std::size_t size, const std::vector<Value>& results) {
-    if (results.size() != 1 || results[0].kind != Value::Kind::name) throw BadValue("the name of a block is expected");
+void* ReplayHost::make_block(void* old_block, std::size_t size, const std::vector<JournalValue>& results) {
+    if (results.size() != 1 || results[0].kind != JournalValue::Kind::name)
+        throw BadValue("the name of a block is expected");
     if (size > kMostBlock) throw BadValue("the plug-in was given more than a gigabyte of memory");
     void* block = std::realloc(old_block, size > 0 ? size : 1);
     if (!block) throw std::bad_alloc();
@@ -120,28 +122,28 @@ void* Player::make_block(void* old_block, std::size_t size, const std::vector<Va
     return block;
 }
 
-void Player::take_back(std::int32_t slot, void* arguments) {
+void ReplayHost::take_back(std::int32_t slot, void* arguments) {
     if (slot == kFreeMemory || slot == kResizeMemory) memory_.forget(raw(handed_back_by(slot, arguments)));
 }
 
-std::string Player::used(std::uint64_t handle) {
+std::string ReplayHost::used(std::uint64_t handle) {
     return handles_.of(handle, kUnknownWord);
 }
 
-std::string Player::given(std::uint64_t handle, std::string_view word) {
+std::string ReplayHost::given(std::uint64_t handle, std::string_view word) {
     return handles_.of(handle, word);
 }
 
-std::string Player::own(std::uint64_t address, std::string_view word) {
+std::string ReplayHost::own(std::uint64_t address, std::string_view word) {
     return own_.of(address, word);
 }
 
-Shape Player::shape(const void*, std::size_t argument) {
-    return argument < expected_.size() ? shape_of(expected_[argument]) : Shape::none;
+ValueMember ReplayHost::member(const void*, std::size_t argument) {
+    return argument < expected_.size() ? member_of(expected_[argument]) : ValueMember::none;
 }
 
-// A number in the shape of a pointer that no program can follow, one for each name.
-std::uint64_t Player::handle_of(const Name& name) {
+// A number in the member of a pointer that no program can follow, one for each name.
+std::uint64_t ReplayHost::handle_of(const HandleName& name) {
     if (const auto known = handles_.raw_of(name)) return *known;
     const auto [word, is_new] = words_.emplace(name.word, words_.size() + 1);
     if (word->second > 0xFF || name.number >> 40 != 0) throw BadValue("there are too many handles");
@@ -150,7 +152,7 @@ std::uint64_t Player::handle_of(const Name& name) {
     return handle;
 }
 
-void* Player::memory_of(const Name& name) {
+void* ReplayHost::memory_of(const HandleName& name) {
     return memory_.address_of(handle_of(name));
 }
 
