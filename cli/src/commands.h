@@ -11,6 +11,9 @@ namespace cli {
 // not stop the others.
 ExitCode run(const Options& options, const Console& console);
 
+// Makes flat what keeps its look that way, and writes. As run(); `look_changes` where a nest had to stay.
+ExitCode flatten(const Options& options, const Console& console);
+
 // What un-nesting would do to the look. Every nest is un-nested by itself, judged, and put back; nothing is written but
 // the verdicts on standard output. The highest code of all files; `look_changes` when a look would change.
 ExitCode check(const Options& options, const Console& console);

@@ -62,6 +62,17 @@ constexpr Command kCommands[] = {
                     "un-nest the layer \"intro\" if its look stays exact"}}},
      .run = run,
      .problem = output_problem},
+    {.name = "flatten",
+     .operands = "FILE...",
+     .completion = Completion::animation,
+     .brief = "make files flat that look the same",
+     .more = "From the innermost composition outward each nest is un-nested as by run, what that loses is mended, and "
+             "the look is judged as by check. A nest stays where it is needed for the look, and the reason is given. "
+             "Compositions that nothing shows any more are left out.",
+     .examples = {{{"flatten animation.json -o flat.json", "make it flat and say what stays nested"},
+                   {"flatten -i *.json", "flatten many files in place"}}},
+     .run = flatten,
+     .problem = output_problem},
     {.name = "check",
      .operands = "FILE...",
      .completion = Completion::animation,

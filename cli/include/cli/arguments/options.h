@@ -30,6 +30,8 @@ struct Options {
     bool only_exact = false;           // un-nest just the nests judged exact
     std::optional<double> max_growth;  // percent of the input's size; shared nests beyond it are kept
 
+    bool keep_unused = false;          // compositions that nothing shows any more
+
     DialogAnswers answers;
     bool dialog = false;  // a person answers instead
 

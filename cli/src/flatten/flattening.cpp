@@ -1,0 +1,160 @@
+// Making an animation flat, from the innermost composition outward, as far as it keeps its look.
+#include "cli/flatten/flattening.h"
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <set>
+
+#include "cli/shared/animation_file.h"
+#include "cli/shared/selection.h"
+#include "cli/shared/trial.h"
+#include "mend/mend.h"
+#include "mend/workbench.h"
+
+namespace cli {
+namespace {
+
+using lottie::looks::Animation;
+using lottie::looks::NestReport;
+using lottie::looks::Verdict;
+using lottie::mend::Mending;
+using lottie::mend::Workbench;
+
+// One composition with nests, on the bench.
+class CompositionWork {
+  public:
+    CompositionWork(Workbench& bench, std::size_t composition, const host::runner::PluginModule& plugin,
+                    const Options& options, const host::script::Limits& limits)
+        : bench_(bench),
+          composition_(composition),
+          plugin_(plugin),
+          options_(options),
+          limits_(limits),
+          before_(bench.alone(composition)),
+          document_(parse_input(before_)),
+          comp_(find_composition(document_, bench.id(composition))),
+          before_look_(before_) {}
+
+    std::vector<FlattenedNest> work() {
+        Places places;
+        for (const Workbench::Nest& nest : bench_.nests(composition_)) {
+            places.insert(nest.place);
+            FlattenedNest& entry = entries_.emplace_back();
+            entry.composition = bench_.id(composition_);
+            entry.composition_name = bench_.name(composition_);
+            entry.number = nest.place + 1;
+            entry.name = nest.name;
+        }
+        bool is_alone = false;  // each was tried by itself
+        while (!places.empty()) {
+            Attempt attempt = try_together(places);
+            const Places changing = attempt.changing();
+            if (changing.empty()) {
+                bench_.put_back(composition_, attempt.text);
+                break;
+            }
+            take_back(document_);
+            // What a run does to other layers is reported of each of its nests.
+            if (changing == places && places.size() > 1 && !is_alone) {
+                is_alone = true;
+                for (const std::size_t place : changing) {
+                    if (try_alone(place)) places.erase(place);
+                }
+            } else {
+                for (const std::size_t place : changing) {
+                    keep(place);
+                    places.erase(place);
+                }
+            }
+        }
+        return std::move(entries_);
+    }
+
+  private:
+    using Places = std::set<std::size_t>;
+
+    struct Attempt {
+        std::string text;
+        std::vector<NestReport> reports;
+        bool exact_only = false;
+
+        Places changing() const {
+            Places places;
+            for (const NestReport& report : reports) {
+                if (report.verdict == Verdict::changes || (exact_only && report.verdict != Verdict::exact))
+                    places.insert(report.nest);
+            }
+            return places;
+        }
+    };
+
+    // Leaves the project as the run did.
+    Attempt try_together(const Places& places) {
+        std::vector<host::model::Layer*> nests;
+        const auto stack = comp_.stack().to_vector();
+        for (const std::size_t place : places) nests.push_back(stack.at(place));
+        const Trial trial = try_unnesting(document_, plugin_, DialogAnswers(), limits_, comp_, nests);
+        Attempt attempt{trial.after, judge(before_look_, Animation(trial.after), trial.change), false};
+        std::optional<Mending> mending;
+        while (!attempt.changing().empty()) {
+            if (!mending) mending.emplace(before_, trial.after, trial.change);
+            if (!mending->answer(attempt.reports)) break;
+            attempt.text = mending->text();
+            attempt.reports = judge(before_look_, Animation(attempt.text), mending->change());
+        }
+        for (const NestReport& report : attempt.reports) {
+            FlattenedNest& entry = entry_at(report.nest);
+            entry.verdict = report.verdict;
+            entry.findings = report.findings;
+            entry.mended = mending ? mending->mended(report.nest) : std::vector<lottie::looks::Reason>();
+        }
+        return attempt;
+    }
+
+    // Whether the nest must stay.
+    bool try_alone(std::size_t place) {
+        const Attempt attempt = try_together({place});
+        take_back(document_);
+        if (attempt.changing().empty()) return false;
+        keep(place);
+        return true;
+    }
+
+    FlattenedNest& entry_at(std::size_t place) {
+        return *std::find_if(entries_.begin(), entries_.end(),
+                             [&](const FlattenedNest& entry) { return entry.number == place + 1; });
+    }
+    void keep(std::size_t place) { entry_at(place).is_kept = true; }
+
+    Workbench& bench_;
+    std::size_t composition_;
+    const host::runner::PluginModule& plugin_;
+    const Options& options_;
+    const host::script::Limits& limits_;
+    std::string before_;
+    lottie::document::Document document_;
+    host::model::Comp& comp_;
+    Animation before_look_;
+    std::vector<FlattenedNest> entries_;
+};
+
+}  // namespace
+
+Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options) {
+    parse_input(text);  // tells what is wrong with the whole
+    const host::script::Limits limits = script_limits(options.script_time);
+    Workbench bench(text);
+    Flattened flattened;
+    for (const std::size_t composition : bench.innermost_first()) {
+        if (bench.nests(composition).empty()) continue;
+        for (FlattenedNest& nest : CompositionWork(bench, composition, plugin, options, limits).work())
+            flattened.nests.push_back(std::move(nest));
+    }
+    for (const std::size_t composition : bench.innermost_first())
+        flattened.nests_left += bench.nests(composition).size();
+    flattened.text = bench.text(options.keep_unused);
+    return flattened;
+}
+
+}  // namespace cli

@@ -1,0 +1,37 @@
+// Mending what an un-nesting loses, where a flat file can hold it.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "looks/audit.h"
+
+namespace lottie::mend {
+
+// One un-nesting of nests of one composition, and what is done to its result so that the look is kept. Layers that are
+// not mended keep their bytes.
+class Mending {
+  public:
+    // The animation before and after, and what the run did; all are copied. Both texts must have been read as projects.
+    Mending(std::string before, std::string after, looks::StackChange change);
+    ~Mending();
+
+    // Answers what makes looks change, each nest with the remedies for the reasons that are found. False when there is
+    // no further remedy for any of them: then nothing was done. To be called again with reports on the mended result,
+    // for one remedy can bring to light what another one is for.
+    bool answer(const std::vector<looks::NestReport>& reports);
+
+    // The mended animation.
+    std::string text() const;
+    // The same as the run's, with the layers that mending made.
+    looks::StackChange change() const;
+    // The reasons that a nest was mended for so far, in their order; the nest by its place in the stack before.
+    std::vector<looks::Reason> mended(std::size_t nest) const;
+
+  private:
+    std::unique_ptr<struct Progress> progress_;
+};
+
+}  // namespace lottie::mend

@@ -1,0 +1,48 @@
+// A layer as text, with members that can be read and set.
+#pragma once
+
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "document/json_tree.h"
+#include "document/patch.h"
+
+namespace lottie::mend {
+
+class LayerText {
+  public:
+    // `where` is the layer's object in `text`, which must outlive this.
+    LayerText(const std::string& text, document::Slice where) : text_(text), where_(where) {}
+    // A layer that nobody else holds.
+    explicit LayerText(std::string own);
+    LayerText(const LayerText&) = delete;
+
+    // As it is now; empty if there is none.
+    std::string_view member(std::string_view key) const;
+    std::optional<double> number(std::string_view key) const;
+    double number(std::string_view key, double missing) const { return number(key).value_or(missing); }
+    bool is_set(std::string_view key) const;  // true, or a number other than 0
+
+    // `value` is JSON.
+    void set(std::string_view key, std::string value);
+    void set_number(std::string_view key, double value);
+    void remove(std::string_view key);
+
+    // As it was, for looking deeper.
+    const document::JsonTree& tree() const;
+
+    bool is_changed() const { return !changes_.empty(); }
+    document::Slice where() const { return where_; }
+    std::string text() const;
+
+  private:
+    std::string own_;
+    const std::string& text_;
+    document::Slice where_;
+    mutable std::optional<document::JsonTree> tree_;  // made when somebody looks inside
+    std::map<std::string, std::optional<std::string>, std::less<>> changes_;
+};
+
+}  // namespace lottie::mend

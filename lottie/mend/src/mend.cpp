@@ -1,0 +1,80 @@
+// Which remedy answers which reason.
+#include "mend/mend.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+#include "remedies.h"
+
+namespace lottie::mend {
+namespace {
+
+using looks::Reason;
+
+struct Remedy {
+    Reason reason;
+    void (*apply)(Unnested&, Nest&);
+};
+
+// In the order in which they are tried; of several for one reason the next one only when the first was not enough.
+constexpr Remedy kRemedies[] = {
+    {Reason::matte_split, mend_matte_split},
+    {Reason::trim, mend_trim},
+    {Reason::parent, mend_parent},
+    {Reason::parent, mend_place},
+    {Reason::place, mend_place},
+    {Reason::shear, mend_place},
+    {Reason::auto_orient, mend_place},
+    {Reason::children, mend_children},
+    {Reason::lost_link, mend_lost_link},
+};
+
+}  // namespace
+
+struct Progress {
+    Progress(std::string before, std::string after, looks::StackChange change)
+        : unnested(std::move(before), std::move(after), std::move(change)) {}
+
+    Unnested unnested;
+    std::map<std::size_t, std::set<const Remedy*>> applied;  // by nest
+};
+
+Mending::Mending(std::string before, std::string after, looks::StackChange change)
+    : progress_(std::make_unique<Progress>(std::move(before), std::move(after), std::move(change))) {}
+Mending::~Mending() = default;
+
+bool Mending::answer(const std::vector<looks::NestReport>& reports) {
+    bool is_any = false;
+    for (const looks::NestReport& report : reports) {
+        for (const looks::Finding& finding : report.findings) {
+            if (finding.weight != looks::Weight::change) continue;
+            for (const Remedy& remedy : kRemedies) {
+                if (remedy.reason != finding.reason || !progress_->applied[report.nest].insert(&remedy).second)
+                    continue;
+                remedy.apply(progress_->unnested, progress_->unnested.nest_at(report.nest));
+                is_any = true;
+                break;
+            }
+        }
+    }
+    return is_any;
+}
+
+std::string Mending::text() const {
+    return progress_->unnested.text();
+}
+
+looks::StackChange Mending::change() const {
+    return progress_->unnested.change();
+}
+
+std::vector<Reason> Mending::mended(std::size_t nest) const {
+    std::set<Reason> reasons;
+    if (const auto found = progress_->applied.find(nest); found != progress_->applied.end()) {
+        for (const Remedy* remedy : found->second) reasons.insert(remedy->reason);
+    }
+    return {reasons.begin(), reasons.end()};
+}
+
+}  // namespace lottie::mend

@@ -1,0 +1,192 @@
+// Nests of one composition before the run, and the composition after it: what all remedies work on.
+#include "unnested.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "document/json_text.h"
+#include "document/outline_reader.h"
+#include "document/sequence_edit.h"
+
+namespace lottie::mend {
+namespace {
+
+using document::Outline;
+using document::ScannedComp;
+using document::ScannedLayer;
+using looks::Origin;
+
+const ScannedComp& comp_named(const Outline& outline, const std::string& text, const std::string& id) {
+    if (id.empty()) return outline.comps.front();
+    for (const ScannedComp& comp : outline.comps) {
+        if (comp.asset < 0) continue;
+        const auto& token = outline.assets[static_cast<std::size_t>(comp.asset)].id;
+        if (document::string_equals(token.text.of(text), id)) return comp;
+    }
+    throw std::invalid_argument("the animation has no composition of that id");
+}
+
+std::optional<std::size_t> layer_of(const ScannedComp& comp, std::optional<std::int64_t> number, std::size_t not_this) {
+    if (!number) return std::nullopt;
+    for (std::size_t i = 0; i < comp.list.size(); ++i) {
+        if (i != not_this && comp.list[i].ind == number) return i;
+    }
+    return std::nullopt;
+}
+
+std::size_t place_in(const ScannedComp& comp, const ScannedLayer& layer) {
+    return static_cast<std::size_t>(&layer - comp.list.data());
+}
+
+}  // namespace
+
+Unnested::Unnested(std::string before, std::string after, looks::StackChange change)
+    : before_text_(std::move(before)),
+      after_text_(std::move(after)),
+      change_(std::move(change)),
+      before_(document::read_outline(before_text_)),
+      after_(document::read_outline(after_text_)),
+      comp_before_(&comp_named(before_, before_text_, change_.composition)),
+      comp_after_(&comp_named(after_, after_text_, change_.composition)) {
+    for (const ScannedLayer& layer : comp_before_->list) stack_.emplace_back(before_text_, layer);
+    for (std::size_t i = 0; i < comp_after_->list.size(); ++i) {
+        const ScannedLayer& layer = comp_after_->list[i];
+        result_.push_back({std::make_unique<LayerText>(after_text_, layer.text), change_.after.at(i)});
+        largest_number_ = std::max({largest_number_, layer.ind.value_or(0), layer.parent.value_or(0)});
+        const Origin& origin = result_.back().origin;
+        if (origin.kind == Origin::Kind::kept && !is_unnested(origin.layer))
+            stack_.at(origin.layer).now = result_.back().layer.get();
+    }
+    for (const std::size_t place : change_.nests) read_nest(place);
+}
+
+void Unnested::read_nest(std::size_t place) {
+    KeptLayer& layer = stack_.at(place);
+    auto nest = std::make_unique<Nest>(place, layer);
+    const ScannedComp& inside =
+        comp_named(before_, before_text_, document::decode_string(layer.facts.ref_id.of(before_text_)));
+    for (std::size_t i = 0; i < inside.list.size(); ++i) nest->copies.emplace_back(before_text_, i, inside.list[i]);
+    for (Entry& entry : result_) {
+        if (entry.origin.kind == Origin::Kind::copied && entry.origin.nest == place)
+            nest->copies.at(entry.origin.layer).now = entry.layer.get();
+    }
+    find_stand_in(*nest);
+    nests_.push_back(std::move(nest));
+}
+
+// The layer that the run made and hung copies of this nest on.
+void Unnested::find_stand_in(Nest& nest) {
+    for (const Copy& copy : nest.copies) {
+        if (copy.now == nullptr) continue;
+        const auto parent = copy.now->number("parent");
+        if (!parent) continue;
+        for (Entry& entry : result_) {
+            if (entry.origin.kind == Origin::Kind::made && entry.layer->number("ind") == parent) {
+                nest.stand_in = entry.layer.get();
+                return;
+            }
+        }
+    }
+}
+
+Nest& Unnested::nest_at(std::size_t place) {
+    for (const auto& nest : nests_) {
+        if (nest->place == place) return *nest;
+    }
+    throw std::invalid_argument("that layer was not un-nested");
+}
+
+bool Unnested::is_unnested(std::size_t place) const {
+    return std::find(change_.nests.begin(), change_.nests.end(), place) != change_.nests.end();
+}
+
+std::optional<std::size_t> Unnested::parent_in_stack(const ScannedLayer& layer) const {
+    return layer_of(*comp_before_, layer.parent, place_in(*comp_before_, layer));
+}
+
+std::optional<std::size_t> Unnested::parent_inside(const Nest& nest, const ScannedLayer& layer) const {
+    if (!layer.parent) return std::nullopt;
+    for (const Copy& copy : nest.copies) {
+        if (&copy.facts != &layer && copy.facts.ind == layer.parent) return copy.inner;
+    }
+    return std::nullopt;
+}
+
+// Below the layers out of the nest, but never between a matte and what it is for.
+std::size_t Unnested::insert_place_below(const Nest& nest) const {
+    std::size_t place = 0;
+    for (std::size_t i = 0; i < result_.size(); ++i) {
+        const Origin& origin = result_[i].origin;
+        const bool is_copy = origin.kind == Origin::Kind::copied && origin.nest == nest.place;
+        const bool was_above = origin.kind == Origin::Kind::kept && origin.layer < nest.place;
+        if (is_copy || was_above) place = i + 1;
+    }
+    while (place < result_.size() && result_[place].layer->number("tt", 0) != 0) ++place;
+    return place;
+}
+
+std::int64_t Unnested::stand_in(Nest& nest) {
+    if (nest.stand_in == nullptr) {
+        const LayerText& layer = nest.layer.before;
+        std::string text = "{\"ddd\":" + std::string(layer.is_set("ddd") ? "1" : "0") +
+                           ",\"ind\":" + std::to_string(++largest_number_) + ",\"ty\":3";
+        const auto add = [&](std::string_view key) {
+            if (const auto value = layer.member(key); !value.empty())
+                text += ",\"" + std::string(key) + "\":" + std::string(value);
+        };
+        add("nm");
+        text += ",\"sr\":1";
+        for (const char* key : {"ks", "ao", "ip", "op", "st"}) add(key);
+        text += ",\"bm\":0}";
+        const auto place = static_cast<std::ptrdiff_t>(insert_place_below(nest));
+        const auto entry = result_.insert(result_.begin() + place, {std::make_unique<LayerText>(std::move(text)), {}});
+        nest.stand_in = entry->layer.get();
+    }
+    if (const auto parent = parent_in_stack(nest.facts())) {
+        const std::int64_t number = is_unnested(*parent) ? stand_in(nest_at(*parent)) : number_of(*stack_[*parent].now);
+        nest.stand_in->set("parent", std::to_string(number));
+    }
+    return number_of(*nest.stand_in);
+}
+
+std::vector<LayerText*> Unnested::order() const {
+    std::vector<LayerText*> layers;
+    for (const Entry& entry : result_) layers.push_back(entry.layer.get());
+    return layers;
+}
+
+std::size_t Unnested::place_of(const LayerText& layer) const {
+    const auto found =
+        std::find_if(result_.begin(), result_.end(), [&](const Entry& entry) { return entry.layer.get() == &layer; });
+    return static_cast<std::size_t>(found - result_.begin());
+}
+
+std::int64_t Unnested::number_of(LayerText& layer) {
+    if (const auto number = layer.number("ind")) return static_cast<std::int64_t>(*number);
+    layer.set("ind", std::to_string(++largest_number_));
+    return largest_number_;
+}
+
+std::string Unnested::text() const {
+    std::vector<document::Slice> units;
+    for (const ScannedLayer& layer : comp_after_->list) units.push_back(layer.text);
+    const std::string separator = document::SequenceEdit(after_text_, comp_after_->layers, units).separator();
+    std::string layers = "[";
+    for (const Entry& entry : result_) {
+        if (layers.size() > 1) layers += separator;
+        layers += entry.layer->text();
+    }
+    document::Patch patch;
+    patch.replace(comp_after_->layers, layers + "]");
+    document::Written out;
+    patch.write(after_text_, {0, static_cast<std::uint32_t>(after_text_.size())}, out);
+    return out.text();
+}
+
+looks::StackChange Unnested::change() const {
+    looks::StackChange change{change_.composition, change_.nests, {}};
+    for (const Entry& entry : result_) change.after.push_back(entry.origin);
+    return change;
+}
+
+}  // namespace lottie::mend

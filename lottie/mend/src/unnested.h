@@ -1,0 +1,102 @@
+// Nests of one composition before the run, and the composition after it: what all remedies work on.
+#pragma once
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "document/outline.h"
+#include "layer_text.h"
+#include "looks/audit.h"
+
+namespace lottie::mend {
+
+// A layer of the composition as it was, and as it is now; of an un-nested nest without the latter.
+struct KeptLayer {
+    KeptLayer(const std::string& text, const document::ScannedLayer& layer) : facts(layer), before(text, layer.text) {}
+
+    const document::ScannedLayer& facts;  // before
+    LayerText before;
+    LayerText* now = nullptr;
+};
+
+// A layer out of a nest.
+struct Copy {
+    Copy(const std::string& text, std::size_t place, const document::ScannedLayer& layer)
+        : inner(place), facts(layer), before(text, layer.text) {}
+
+    std::size_t inner;                    // place in the nest's composition
+    const document::ScannedLayer& facts;  // of the layer inside, before
+    LayerText before;
+    LayerText* now = nullptr;  // null if it was not copied
+
+    // How far the run moved it in time, in frames.
+    double shift() const { return now->number("st", 0) - facts.start; }
+};
+
+struct Nest {
+    Nest(std::size_t at, KeptLayer& kept) : place(at), layer(kept) {}
+
+    std::size_t place;  // in the stack before
+    KeptLayer& layer;
+    std::deque<Copy> copies;        // one for each layer of its composition, in the order of that
+    LayerText* stand_in = nullptr;  // a null with its transform; null if the run left none
+
+    const document::ScannedLayer& facts() const { return layer.facts; }
+    // Its clock, as long as there is no time remapping.
+    double outer_frame(double inner) const { return facts().start + facts().stretch * inner; }
+};
+
+class Unnested {
+  public:
+    Unnested(std::string before, std::string after, looks::StackChange change);
+    Unnested(const Unnested&) = delete;
+
+    std::deque<KeptLayer>& stack() { return stack_; }  // before
+    std::vector<std::unique_ptr<Nest>>& nests() { return nests_; }
+    Nest& nest_at(std::size_t place);
+    bool is_unnested(std::size_t place) const;
+    // The layer of the stack before, or of a nest's composition, that its `parent` names; null if there is none.
+    std::optional<std::size_t> parent_in_stack(const document::ScannedLayer& layer) const;
+    std::optional<std::size_t> parent_inside(const Nest& nest, const document::ScannedLayer& layer) const;
+
+    // The number by which layers of the result can hang on what the nest was. Makes a null with its transform and its
+    // parent where the run left none.
+    std::int64_t stand_in(Nest& nest);
+
+    // The layers of the result, top to bottom.
+    std::vector<LayerText*> order() const;
+    std::size_t place_of(const LayerText& layer) const;  // in the result
+    // The number that `layer` has in the result; gives it one if it has none.
+    std::int64_t number_of(LayerText& layer);
+
+    std::string text() const;
+    looks::StackChange change() const;
+
+  private:
+    struct Entry {
+        std::unique_ptr<LayerText> layer;
+        looks::Origin origin;
+    };
+
+    void read_nest(std::size_t place);
+    void find_stand_in(Nest& nest);
+    std::size_t insert_place_below(const Nest& nest) const;
+
+    std::string before_text_;
+    std::string after_text_;
+    looks::StackChange change_;
+    document::Outline before_;
+    document::Outline after_;
+    const document::ScannedComp* comp_before_;
+    const document::ScannedComp* comp_after_;
+    std::deque<KeptLayer> stack_;
+    std::vector<std::unique_ptr<Nest>> nests_;
+    std::vector<Entry> result_;
+    std::int64_t largest_number_ = 0;
+};
+
+}  // namespace lottie::mend

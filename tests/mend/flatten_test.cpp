@@ -1,0 +1,52 @@
+// What flattening gives of whole animations.
+#include "cli/flatten/flattening.h"
+
+#include <gtest/gtest.h>
+
+#include "cases.h"
+#include "judged.h"
+
+namespace {
+
+using namespace test;
+
+const host::runner::PluginModule& plugin() {
+    static const host::runner::PluginModule kPlugin(PLUGIN_MODULE);
+    return kPlugin;
+}
+
+class EachCase : public testing::TestWithParam<Case> {};
+
+TEST_P(EachCase, looks_the_same_however_much_of_it_became_flat) {
+    const cli::Flattened flat = cli::flatten_animation(GetParam().animation, plugin(), {});
+    const bool is_flat = flat.nests_left == 0;
+    for (const cli::FlattenedNest& nest : flat.nests) {
+        if (!nest.is_kept) {
+            EXPECT_NE(nest.verdict, lottie::looks::Verdict::changes);
+        }
+    }
+    EXPECT_EQ(is_flat,
+              std::none_of(flat.nests.begin(), flat.nests.end(), [](const auto& nest) { return nest.is_kept; }));
+    if (GetParam().pictures == Pictures::cannot_tell) return;
+    EXPECT_TRUE((Judged{GetParam().animation, flat.text, {}}).looks_equal()) << flat.text;
+}
+
+TEST_P(EachCase, changes_nothing_the_second_time) {
+    const cli::Flattened once = cli::flatten_animation(GetParam().animation, plugin(), {});
+    const cli::Flattened twice = cli::flatten_animation(once.text, plugin(), {});
+    EXPECT_EQ(twice.text, once.text);
+    EXPECT_EQ(cli::flatten_animation(GetParam().animation, plugin(), {}).text, once.text);
+}
+
+INSTANTIATE_TEST_SUITE_P(Reasons, EachCase, testing::ValuesIn(all_cases()), [](const auto& one) {
+    std::string text(code(one.param.reason));
+    std::replace(text.begin(), text.end(), '-', '_');
+    return text + "__" + one.param.name;
+});
+
+TEST(Flatten, an_animation_without_nests_keeps_its_bytes) {
+    const std::string text = flat_animation({red(), blue()});
+    EXPECT_EQ(cli::flatten_animation(text, plugin(), {}).text, text);
+}
+
+}  // namespace

@@ -1,0 +1,82 @@
+// Animations in which a remedy is needed, and others, as close as possible, in which it must not or need not be
+// applied.
+#include "scenes.h"
+
+#include "cases.h"
+
+namespace test {
+namespace {
+
+using lottie::looks::Reason;
+
+std::string spun(double from, double to) {
+    return transform({{"p", still("[50,50,0]")},
+                      {"a", still("[50,50,0]")},
+                      {"r", keyed({{0, std::to_string(from)}, {19, std::to_string(to)}})}});
+}
+
+std::string carried_by_a_spinning_null(const Members& nest) {
+    Nesting nesting;
+    nesting.above = {null_layer(30, "carrier", {{"ks", spun(0, 45)}})};
+    nesting.nest = nest;
+    nesting.nest["parent"] = "30";
+    return animation(nesting);
+}
+
+std::string with_a_child(const Members& nest) {
+    Nesting nesting;
+    nesting.nest = nest;
+    nesting.below = {solid(19, "child", 20, 20, "#00aa00", {{"ks", at(5, 5)}, {"parent", "10"}}),
+                     solid(20, "ground", 100, 100, "#cccccc")};
+    return animation(nesting);
+}
+
+const std::string kMatte = solid(1, "matte", 30, 30, "#000000", {{"ks", at(25, 25)}, {"td", "1"}});
+const std::string kMatted = solid(2, "matted", 60, 60, "#ff0000", {{"ks", at(10, 10)}, {"tt", "1"}});
+
+std::vector<Scene> trim_scenes() {
+    return {
+        {Reason::trim, "a layer that begins before its nest and ends before it", Outcome::mended,
+         animation({.nest = {{"ip", "6"}, {"op", "15"}},
+                    .inside = {red({{"ks", at(20, 20)}, {"ip", "-10"}, {"op", "12"}}), blue()}})},
+        {Reason::trim, "a layer that the nest never shows", Outcome::mended,
+         animation({.nest = {{"op", "10"}}, .inside = {red({{"ks", at(20, 20)}, {"ip", "12"}}), blue()}})},
+        {Reason::trim, "layers that are on all the time", Outcome::untouched, animation({})},
+    };
+}
+
+std::vector<Scene> place_scenes() {
+    return {
+        {Reason::parent, "a nest on a spinning null", Outcome::mended, carried_by_a_spinning_null({})},
+        {Reason::parent, "a spinning nest on a spinning null", Outcome::mended,
+         carried_by_a_spinning_null({{"ks", spun(90, 0)}})},
+        {Reason::parent, "a nest on a null that stays at the corner", Outcome::untouched,
+         animation({.above = {null_layer(30, "carrier")}, .nest = {{"parent", "30"}}})},
+        {Reason::shear, "a squeezed nest with a turned layer", Outcome::mended,
+         animation({.nest = {{"ks", transform({{"s", still("[100,50,100]")}})}},
+                    .inside = {solid(1, "red", 40, 40, "#ff0000",
+                                     {{"ks", transform({{"p", still("[50,20,0]")}, {"r", still("45")}})}})}})},
+        {Reason::shear, "a squeezed nest with an upright layer", Outcome::untouched,
+         animation({.nest = {{"ks", transform({{"s", still("[100,50,100]")}})}}})},
+        {Reason::children, "a layer on a nest that moves", Outcome::mended, with_a_child({{"ks", moving_transform()}})},
+        {Reason::children, "a layer on a nest that never moves", Outcome::untouched, with_a_child({})},
+    };
+}
+
+std::vector<Scene> matte_scenes() {
+    return {
+        {Reason::matte_split, "a matte inside", Outcome::mended,
+         inside({kMatte, kMatted, solid(3, "blue", 40, 40, "#0000ff")})},
+    };
+}
+
+}  // namespace
+
+std::vector<Scene> all_scenes() {
+    std::vector<Scene> all;
+    for (auto&& scenes : {trim_scenes(), place_scenes(), matte_scenes()})
+        all.insert(all.end(), scenes.begin(), scenes.end());
+    return all;
+}
+
+}  // namespace test
