@@ -1,6 +1,5 @@
 // The host's basic types: fixed-width numbers, error codes, times, colours, memory handles.
-#ifndef AEGP_A_H_
-#define AEGP_A_H_
+#pragma once
 
 #include <stdint.h>
 
@@ -97,5 +96,3 @@ typedef struct A_Version {
 
 // Memory owned by the host; reached through the memory suite only.
 typedef struct _Up_OpaqueMem** AEGP_MemHandle;
-
-#endif  // AEGP_A_H_

@@ -1,11 +1,8 @@
 // Which system the host runs on: AE_OS_WIN or AE_OS_MAC; elsewhere neither, and everything is laid out as on macOS.
-#ifndef AEGP_AECONFIG_H_
-#define AEGP_AECONFIG_H_
+#pragma once
 
 #if defined(_WIN32)
 #define AE_OS_WIN 1
 #elif defined(__APPLE__)
 #define AE_OS_MAC 1
 #endif
-
-#endif  // AEGP_AECONFIG_H_

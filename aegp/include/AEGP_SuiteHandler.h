@@ -1,6 +1,5 @@
 // The suite handler: acquires each suite on its first use and releases all it holds when it goes.
-#ifndef AEGP_SUITEHANDLER_H_
-#define AEGP_SUITEHANDLER_H_
+#pragma once
 
 #include <stddef.h>
 
@@ -39,5 +38,3 @@ class AEGP_SuiteHandler {
     const SPBasicSuite* basic_;
     const void* tables_[kSuiteCount] = {};  // null: not acquired
 };
-
-#endif  // AEGP_SUITEHANDLER_H_

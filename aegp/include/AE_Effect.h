@@ -1,6 +1,5 @@
 // The effect side of the host's interface, as far as general plug-ins name it.
-#ifndef AEGP_AE_EFFECT_H_
-#define AEGP_AE_EFFECT_H_
+#pragma once
 
 #include "A.h"
 
@@ -134,5 +133,3 @@ enum {
     PF_Xfer_RESERVED1,
     PF_Xfer_NUM_MODES,
 };
-
-#endif  // AEGP_AE_EFFECT_H_

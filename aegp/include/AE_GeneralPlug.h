@@ -1,6 +1,5 @@
 // Everything a general plug-in talks to the host with: types, suites of today, and the older suites.
-#ifndef AEGP_AE_GENERALPLUG_H_
-#define AEGP_AE_GENERALPLUG_H_
+#pragma once
 
 #include "A.h"
 #include "AE_Effect.h"
@@ -37,5 +36,3 @@
 #include "aegp_suites/utility_suite_6.h"
 
 #include "AE_GeneralPlugOld.h"
-
-#endif  // AEGP_AE_GENERALPLUG_H_

@@ -1,6 +1,5 @@
 // Suites that newer versions have superseded; the host still answers to them.
-#ifndef AEGP_AE_GENERALPLUGOLD_H_
-#define AEGP_AE_GENERALPLUGOLD_H_
+#pragma once
 
 #include "aegp_suites/names_and_versions.h"
 
@@ -23,5 +22,3 @@
 #include "aegp_suites/utility_suite_3.h"
 
 #include "aegp_types/older_values.h"
-
-#endif  // AEGP_AE_GENERALPLUGOLD_H_

@@ -1,11 +1,8 @@
 // Import and export plug-ins: the types that footage and registration name.
-#ifndef AEGP_AE_IO_H_
-#define AEGP_AE_IO_H_
+#pragma once
 
 #include "A.h"
 
 typedef A_long AEIO_FileType;
 typedef struct AEIO_ModuleInfo AEIO_ModuleInfo;
 typedef struct _AEIO_FunctionBlock4 AEIO_FunctionBlock4;
-
-#endif  // AEGP_AE_IO_H_

@@ -1,6 +1,5 @@
 // Small helpers: clearing a record, and the chain of guarded calls.
-#ifndef AEGP_AE_MACROS_H_
-#define AEGP_AE_MACROS_H_
+#pragma once
 
 #include <string.h>
 
@@ -25,5 +24,3 @@
             err = err2;          \
         }                        \
     } while (0)
-
-#endif  // AEGP_AE_MACROS_H_

@@ -1,6 +1,5 @@
 // The label that says how the fields of footage are interlaced.
-#ifndef AEGP_FIEL_PUBLIC_H_
-#define AEGP_FIEL_PUBLIC_H_
+#pragma once
 
 #include <stdint.h>
 
@@ -29,5 +28,3 @@ typedef struct FIEL_Label {
     uint32_t reserved;
 } FIEL_Label;
 #pragma pack(pop)
-
-#endif  // AEGP_FIEL_PUBLIC_H_

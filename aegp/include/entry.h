@@ -1,6 +1,5 @@
 // DllExport, which makes the entry point visible to the host when everything else is hidden.
-#ifndef AEGP_ENTRY_H_
-#define AEGP_ENTRY_H_
+#pragma once
 
 #include "AEConfig.h"
 
@@ -9,5 +8,3 @@
 #else
 #define DllExport __attribute__((visibility("default")))
 #endif
-
-#endif  // AEGP_ENTRY_H_

@@ -1,6 +1,5 @@
 // The words of the layout checks. Only names that the interface itself publishes may be given to them.
-#ifndef AEGP_LAYOUT_CHECKS_H_
-#define AEGP_LAYOUT_CHECKS_H_
+#pragma once
 
 #include <stddef.h>
 
@@ -35,5 +34,3 @@ constexpr bool same_text(const char* a, const char* b) {
 }
 
 }  // namespace layout
-
-#endif  // AEGP_LAYOUT_CHECKS_H_

@@ -3,8 +3,7 @@
 // Each takes the run's PluginInfo first and returns the host's error code, 0 for success. Unless said otherwise the
 // first failing host call ends the operation, its code is the result, and nothing already done is undone. A suite that
 // cannot be acquired gives the code of the suite handler. Handles belong to the host.
-#ifndef EXFLATE_PLUGIN_EX_UTIL_H_
-#define EXFLATE_PLUGIN_EX_UTIL_H_
+#pragma once
 
 #include <string>
 #include <vector>
@@ -158,5 +157,3 @@ A_Err create_matching_solid(const PluginInfo* info, AEGP_LayerH precompLayer, AE
 
 // The composition that is the layer's source (EX_Util_parents.cpp).
 A_Err get_comp_from_precomp(const PluginInfo* info, AEGP_LayerH precompLayer, AEGP_CompH* comp);
-
-#endif  // EXFLATE_PLUGIN_EX_UTIL_H_

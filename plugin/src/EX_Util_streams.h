@@ -1,6 +1,5 @@
 // The keyframe attributes that transform and effect copying carry over in the same way.
-#ifndef EXFLATE_PLUGIN_EX_UTIL_STREAMS_H_
-#define EXFLATE_PLUGIN_EX_UTIL_STREAMS_H_
+#pragma once
 
 #include "AEGP_SuiteHandler.h"
 #include "PluginInfo.h"
@@ -13,5 +12,3 @@ A_Err copy_interpolation(AEGP_SuiteHandler& suites, AEGP_StreamRefH source, AEGP
 A_Err copy_spatial_tangents(const PluginInfo* info, AEGP_SuiteHandler& suites, AEGP_StreamRefH source,
                             AEGP_KeyframeIndex source_index, AEGP_StreamRefH destination,
                             AEGP_KeyframeIndex destination_index);
-
-#endif  // EXFLATE_PLUGIN_EX_UTIL_STREAMS_H_

@@ -1,6 +1,5 @@
 // The plug-in's outward functions: the entry point and the two callbacks. No exception of any kind leaves them.
-#ifndef EXFLATE_PLUGIN_EXFLATE_H_
-#define EXFLATE_PLUGIN_EXFLATE_H_
+#pragma once
 
 #include "AE_GeneralPlug.h"
 #include "entry.h"
@@ -22,5 +21,3 @@ A_Err UpdateMenuHook(AEGP_GlobalRefcon plugin_refconP, AEGP_UpdateMenuRefcon ref
 // Called for every menu command; runs the whole command when it is ours and nobody has handled it.
 A_Err CommandHook(AEGP_GlobalRefcon plugin_refconP, AEGP_CommandRefcon refconP, AEGP_Command command,
                   AEGP_HookPriority hook_priority, A_Boolean already_handledB, A_Boolean* handledPB);
-
-#endif  // EXFLATE_PLUGIN_EXFLATE_H_

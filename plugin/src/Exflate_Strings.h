@@ -1,6 +1,5 @@
 // The texts that the shell shows to the user.
-#ifndef EXFLATE_PLUGIN_EXFLATE_STRINGS_H_
-#define EXFLATE_PLUGIN_EXFLATE_STRINGS_H_
+#pragma once
 
 enum {
     StrID_None,
@@ -20,5 +19,3 @@ extern const TableString g_strs[];
 
 // The text of the row at position id. Static; the id is not checked.
 const char* GetStringPtr(int id);
-
-#endif  // EXFLATE_PLUGIN_EXFLATE_STRINGS_H_

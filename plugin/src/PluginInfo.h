@@ -1,6 +1,5 @@
 // The two records that travel with every operation: the way to the host, and the choices of the run.
-#ifndef EXFLATE_PLUGIN_PLUGININFO_H_
-#define EXFLATE_PLUGIN_PLUGININFO_H_
+#pragma once
 
 #include "AE_GeneralPlug.h"
 
@@ -20,5 +19,3 @@ struct PluginInfo {
     AEGP_PluginID plugin_id;
     CommandOptions* options;  // null outside a run
 };
-
-#endif  // EXFLATE_PLUGIN_PLUGININFO_H_

@@ -1,6 +1,5 @@
 // The scripts that the plug-in carries inside itself.
-#ifndef EXFLATE_PLUGIN_EMBEDDED_JSX_H_
-#define EXFLATE_PLUGIN_EMBEDDED_JSX_H_
+#pragma once
 
 #include <cstdint>
 
@@ -16,5 +15,3 @@ extern const EmbeddedFile embedded_files[];
 // The contents of the first row of exactly that name, and its size in *size unless size is null. Null if there is no
 // such row; *size is then left alone. The text belongs to the program image.
 const char* find_embedded_file(const char* name, unsigned long* size);
-
-#endif  // EXFLATE_PLUGIN_EMBEDDED_JSX_H_

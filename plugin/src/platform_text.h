@@ -1,7 +1,6 @@
 // Conversions that lean on the platform: its locale, its string services, the width of its wchar_t. Which unit carries
 // them is chosen at build.
-#ifndef EXFLATE_PLUGIN_PLATFORM_TEXT_H_
-#define EXFLATE_PLUGIN_PLATFORM_TEXT_H_
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -29,5 +28,3 @@ std::wstring wide_text(const char* narrow);
 
 // Throws std::range_error for a wide character above 0x10FFFF.
 std::string utf8_text(const std::wstring& text);
-
-#endif  // EXFLATE_PLUGIN_PLATFORM_TEXT_H_

@@ -1,6 +1,5 @@
 // Text helpers: formatted text, the host's UTF-16 texts. They hold no state.
-#ifndef EXFLATE_PLUGIN_STRING_UTIL_H_
-#define EXFLATE_PLUGIN_STRING_UTIL_H_
+#pragma once
 
 #include <cstdio>
 
@@ -37,5 +36,3 @@ int utf16Size(const A_UTF16Char* text);
 
 // A new UTF-16 copy by copyConvertStringLiteralIntoUTF16. The caller frees it with array delete.
 A_UTF16Char* initUTF16(const wchar_t* text);
-
-#endif  // EXFLATE_PLUGIN_STRING_UTIL_H_

@@ -1,6 +1,5 @@
 // Text as UTF-16 units, on any platform: what platform_text.h promises, for where wchar_t is such a unit.
-#ifndef EXFLATE_PLUGIN_UTF16_TEXT_H_
-#define EXFLATE_PLUGIN_UTF16_TEXT_H_
+#pragma once
 
 #include <cstddef>
 #include <string>
@@ -25,5 +24,3 @@ std::u16string padded_from_utf8(std::string_view bytes);
 std::string to_utf8(std::u16string_view text);
 
 }  // namespace utf16
-
-#endif  // EXFLATE_PLUGIN_UTF16_TEXT_H_

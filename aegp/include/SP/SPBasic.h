@@ -1,6 +1,5 @@
 // The basic suite: the one table a plug-in is given, from which it acquires every other.
-#ifndef AEGP_SP_SPBASIC_H_
-#define AEGP_SP_SPBASIC_H_
+#pragma once
 
 #include <stddef.h>
 
@@ -21,5 +20,3 @@ typedef struct SPBasicSuite {
     SPErr (*ReallocateBlock)(void* block, size_t newSize, void** newblock);
     SPErr (*Undefined)(void);
 } SPBasicSuite;
-
-#endif  // AEGP_SP_SPBASIC_H_

@@ -1,6 +1,5 @@
 // Basic types of the suite mechanism.
-#ifndef AEGP_SP_SPTYPES_H_
-#define AEGP_SP_SPTYPES_H_
+#pragma once
 
 #include <stdint.h>
 
@@ -17,5 +16,3 @@ typedef uint8 SPBoolean;
 #endif
 
 typedef int32 SPErr;
-
-#endif  // AEGP_SP_SPTYPES_H_

@@ -1,6 +1,5 @@
 // Collections of selected things. Dispose of what the host or NewCollection made.
-#ifndef AEGP_SUITES_COLLECTION_SUITE_2_H_
-#define AEGP_SUITES_COLLECTION_SUITE_2_H_
+#pragma once
 
 #include "aegp_types/collection.h"
 #include "aegp_types/handles.h"
@@ -14,5 +13,3 @@ typedef struct AEGP_CollectionSuite2 {
     A_Err (*AEGP_CollectionPushBack)(AEGP_Collection2H collectionH, const AEGP_CollectionItemV2* collection_itemP);
     A_Err (*AEGP_CollectionErase)(AEGP_Collection2H collectionH, A_u_long index_firstL, A_u_long index_lastL);
 } AEGP_CollectionSuite2;
-
-#endif  // AEGP_SUITES_COLLECTION_SUITE_2_H_

@@ -1,6 +1,5 @@
 // Menu commands.
-#ifndef AEGP_SUITES_COMMAND_SUITE_1_H_
-#define AEGP_SUITES_COMMAND_SUITE_1_H_
+#pragma once
 
 #include "aegp_types/command.h"
 
@@ -14,5 +13,3 @@ typedef struct AEGP_CommandSuite1 {
     A_Err (*AEGP_CheckMarkMenuCommand)(AEGP_Command command, A_Boolean checkB);
     A_Err (*AEGP_DoCommand)(AEGP_Command command);
 } AEGP_CommandSuite1;
-
-#endif  // AEGP_SUITES_COMMAND_SUITE_1_H_

@@ -1,6 +1,5 @@
 // Compositions, version 11: names in UTF-16; the newest suite declared here, from host 14.2 on.
-#ifndef AEGP_SUITES_COMP_SUITE_11_H_
-#define AEGP_SUITES_COMP_SUITE_11_H_
+#pragma once
 
 #include "aegp_types/color.h"
 #include "aegp_types/comp.h"
@@ -64,5 +63,3 @@ typedef struct AEGP_CompSuite11 {
     A_Err (*AEGP_SetCompDisplayDropFrame)(AEGP_CompH compH, A_Boolean dropFrameB);
     A_Err (*AEGP_ReorderCompSelection)(AEGP_CompH compH, A_long index);
 } AEGP_CompSuite11;
-
-#endif  // AEGP_SUITES_COMP_SUITE_11_H_

@@ -1,6 +1,5 @@
 // Compositions, version 4: names of 8-bit characters.
-#ifndef AEGP_SUITES_COMP_SUITE_4_H_
-#define AEGP_SUITES_COMP_SUITE_4_H_
+#pragma once
 
 #include "aegp_types/color.h"
 #include "aegp_types/comp.h"
@@ -44,5 +43,3 @@ typedef struct AEGP_CompSuite4 {
     A_Err (*AEGP_DuplicateComp)(AEGP_CompH compH, AEGP_CompH* new_compPH);
     A_Err (*AEGP_GetCompFrameDuration)(AEGP_CompH compH, A_Time* timeP);
 } AEGP_CompSuite4;
-
-#endif  // AEGP_SUITES_COMP_SUITE_4_H_

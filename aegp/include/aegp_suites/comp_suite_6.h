@@ -1,6 +1,5 @@
 // Compositions, version 6: names of 8-bit characters.
-#ifndef AEGP_SUITES_COMP_SUITE_6_H_
-#define AEGP_SUITES_COMP_SUITE_6_H_
+#pragma once
 
 #include "aegp_types/color.h"
 #include "aegp_types/comp.h"
@@ -51,5 +50,3 @@ typedef struct AEGP_CompSuite6 {
     A_Err (*AEGP_GetNewCompMarkerStream)(AEGP_PluginID aegp_plugin_id, AEGP_CompH parent_compH,
                                          AEGP_StreamRefH* streamPH);
 } AEGP_CompSuite6;
-
-#endif  // AEGP_SUITES_COMP_SUITE_6_H_

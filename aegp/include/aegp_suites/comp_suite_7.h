@@ -1,6 +1,5 @@
 // Compositions, version 7: names in UTF-16.
-#ifndef AEGP_SUITES_COMP_SUITE_7_H_
-#define AEGP_SUITES_COMP_SUITE_7_H_
+#pragma once
 
 #include "aegp_types/color.h"
 #include "aegp_types/comp.h"
@@ -52,5 +51,3 @@ typedef struct AEGP_CompSuite7 {
     A_Err (*AEGP_GetNewCompMarkerStream)(AEGP_PluginID aegp_plugin_id, AEGP_CompH parent_compH,
                                          AEGP_StreamRefH* streamPH);
 } AEGP_CompSuite7;
-
-#endif  // AEGP_SUITES_COMP_SUITE_7_H_

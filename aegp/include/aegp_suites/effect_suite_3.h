@@ -1,6 +1,5 @@
 // Effects on layers, and the installed ones.
-#ifndef AEGP_SUITES_EFFECT_SUITE_3_H_
-#define AEGP_SUITES_EFFECT_SUITE_3_H_
+#pragma once
 
 #include "AE_Effect.h"
 #include "aegp_types/effect.h"
@@ -33,5 +32,3 @@ typedef struct AEGP_EffectSuite3 {
     A_Err (*AEGP_GetEffectCategory)(AEGP_InstalledEffectKey installed_effect_key, A_char* categoryZ);
     A_Err (*AEGP_DuplicateEffect)(AEGP_EffectRefH original_effect_refH, AEGP_EffectRefH* duplicate_effect_refPH);
 } AEGP_EffectSuite3;
-
-#endif  // AEGP_SUITES_EFFECT_SUITE_3_H_

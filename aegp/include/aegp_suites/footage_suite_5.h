@@ -1,6 +1,5 @@
 // Footage. What a project has adopted must not be disposed of.
-#ifndef AEGP_SUITES_FOOTAGE_SUITE_5_H_
-#define AEGP_SUITES_FOOTAGE_SUITE_5_H_
+#pragma once
 
 #include "AE_IO.h"
 #include "aegp_types/color.h"
@@ -40,5 +39,3 @@ typedef struct AEGP_FootageSuite5 {
     A_Err (*AEGP_GetFootageSoundDataFormat)(AEGP_FootageH footageH, AEGP_SoundDataFormat* sound_formatP);
     A_Err (*AEGP_GetFootageSequenceImportOptions)(AEGP_FootageH footageH, AEGP_FileSequenceImportOptions* optionsP);
 } AEGP_FootageSuite5;
-
-#endif  // AEGP_SUITES_FOOTAGE_SUITE_5_H_

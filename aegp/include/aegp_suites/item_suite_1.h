@@ -1,6 +1,5 @@
 // Items of the project, version 1: the walk starts from any item; names of 8-bit characters.
-#ifndef AEGP_SUITES_ITEM_SUITE_1_H_
-#define AEGP_SUITES_ITEM_SUITE_1_H_
+#pragma once
 
 #include "aegp_types/color.h"
 #include "aegp_types/handles.h"
@@ -30,5 +29,3 @@ typedef struct AEGP_ItemSuite1 {
     A_Err (*AEGP_RenderNewItemSoundData)(AEGP_ItemH itemH, const A_Time* start_timePT, const A_Time* durationPT,
                                          const AEGP_SoundDataFormat* sound_formatP, AEGP_SoundDataH* new_sound_dataPH);
 } AEGP_ItemSuite1;
-
-#endif  // AEGP_SUITES_ITEM_SUITE_1_H_

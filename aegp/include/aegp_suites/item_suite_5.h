@@ -1,6 +1,5 @@
 // Items of the project, version 5: with comments.
-#ifndef AEGP_SUITES_ITEM_SUITE_5_H_
-#define AEGP_SUITES_ITEM_SUITE_5_H_
+#pragma once
 
 #include "aegp_types/handles.h"
 #include "aegp_types/item.h"
@@ -29,5 +28,3 @@ typedef struct AEGP_ItemSuite5 {
     A_Err (*AEGP_GetItemComment)(AEGP_ItemH itemH, A_u_long buf_sizeLu, char* commentZ);
     A_Err (*AEGP_SetItemComment)(AEGP_ItemH itemH, const char* commentZ);
 } AEGP_ItemSuite5;
-
-#endif  // AEGP_SUITES_ITEM_SUITE_5_H_

@@ -1,6 +1,5 @@
 // Items of the project, version 6: walks one project from its first item; with labels.
-#ifndef AEGP_SUITES_ITEM_SUITE_6_H_
-#define AEGP_SUITES_ITEM_SUITE_6_H_
+#pragma once
 
 #include "aegp_types/handles.h"
 #include "aegp_types/item.h"
@@ -33,5 +32,3 @@ typedef struct AEGP_ItemSuite6 {
     A_Err (*AEGP_GetItemLabel)(AEGP_ItemH itemH, AEGP_LabelID* labelP);
     A_Err (*AEGP_SetItemLabel)(AEGP_ItemH itemH, AEGP_LabelID label);
 } AEGP_ItemSuite6;
-
-#endif  // AEGP_SUITES_ITEM_SUITE_6_H_

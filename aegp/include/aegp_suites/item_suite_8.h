@@ -1,6 +1,5 @@
 // Items of the project, version 8: names in UTF-16.
-#ifndef AEGP_SUITES_ITEM_SUITE_8_H_
-#define AEGP_SUITES_ITEM_SUITE_8_H_
+#pragma once
 
 #include "aegp_types/handles.h"
 #include "aegp_types/item.h"
@@ -34,5 +33,3 @@ typedef struct AEGP_ItemSuite8 {
     A_Err (*AEGP_SetItemLabel)(AEGP_ItemH itemH, AEGP_LabelID label);
     A_Err (*AEGP_GetItemMRUView)(AEGP_ItemH itemH, AEGP_ItemViewP* mru_viewP);
 } AEGP_ItemSuite8;
-
-#endif  // AEGP_SUITES_ITEM_SUITE_8_H_

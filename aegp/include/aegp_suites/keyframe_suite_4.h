@@ -1,6 +1,5 @@
 // Keyframes. Changing their number makes the indices of the others stale.
-#ifndef AEGP_SUITES_KEYFRAME_SUITE_4_H_
-#define AEGP_SUITES_KEYFRAME_SUITE_4_H_
+#pragma once
 
 #include "aegp_types/handles.h"
 #include "aegp_types/keyframe.h"
@@ -44,5 +43,3 @@ typedef struct AEGP_KeyframeSuite4 {
     A_Err (*AEGP_SetAddKeyframe)(AEGP_AddKeyframesInfoH akH, A_long key_indexL, const AEGP_StreamValue2* valueP);
     A_Err (*AEGP_EndAddKeyframes)(A_Boolean addB, AEGP_AddKeyframesInfoH akH);
 } AEGP_KeyframeSuite4;
-
-#endif  // AEGP_SUITES_KEYFRAME_SUITE_4_H_

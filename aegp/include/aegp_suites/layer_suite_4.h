@@ -1,6 +1,5 @@
 // Layers, version 4: names of 8-bit characters in buffers of AEGP_MAX_LAYER_NAME_SIZE.
-#ifndef AEGP_SUITES_LAYER_SUITE_4_H_
-#define AEGP_SUITES_LAYER_SUITE_4_H_
+#pragma once
 
 #include "aegp_types/handles.h"
 #include "aegp_types/layer.h"
@@ -57,5 +56,3 @@ typedef struct AEGP_LayerSuite4 {
     A_Err (*AEGP_DeleteLayer)(AEGP_LayerH layerH);
     A_Err (*AEGP_DuplicateLayer)(AEGP_LayerH orig_layerH, AEGP_LayerH* duplicate_layerPH);
 } AEGP_LayerSuite4;
-
-#endif  // AEGP_SUITES_LAYER_SUITE_4_H_

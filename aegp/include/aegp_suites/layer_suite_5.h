@@ -1,6 +1,5 @@
 // Layers, version 5: names of 8-bit characters in buffers of AEGP_MAX_LAYER_NAME_SIZE.
-#ifndef AEGP_SUITES_LAYER_SUITE_5_H_
-#define AEGP_SUITES_LAYER_SUITE_5_H_
+#pragma once
 
 #include "aegp_types/handles.h"
 #include "aegp_types/layer.h"
@@ -58,5 +57,3 @@ typedef struct AEGP_LayerSuite5 {
     A_Err (*AEGP_DuplicateLayer)(AEGP_LayerH orig_layerH, AEGP_LayerH* duplicate_layerPH);
     A_Err (*AEGP_GetLayerFromLayerID)(AEGP_CompH parent_compH, AEGP_LayerIDVal id, AEGP_LayerH* layerPH);
 } AEGP_LayerSuite5;
-
-#endif  // AEGP_SUITES_LAYER_SUITE_5_H_

@@ -1,6 +1,5 @@
 // Layers, version 6: names in UTF-16, in memory handles.
-#ifndef AEGP_SUITES_LAYER_SUITE_6_H_
-#define AEGP_SUITES_LAYER_SUITE_6_H_
+#pragma once
 
 #include "aegp_types/handles.h"
 #include "aegp_types/layer.h"
@@ -59,5 +58,3 @@ typedef struct AEGP_LayerSuite6 {
     A_Err (*AEGP_DuplicateLayer)(AEGP_LayerH orig_layerH, AEGP_LayerH* duplicate_layerPH);
     A_Err (*AEGP_GetLayerFromLayerID)(AEGP_CompH parent_compH, AEGP_LayerIDVal id, AEGP_LayerH* layerPH);
 } AEGP_LayerSuite6;
-
-#endif  // AEGP_SUITES_LAYER_SUITE_6_H_

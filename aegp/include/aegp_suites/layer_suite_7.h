@@ -1,6 +1,5 @@
 // Layers, version 7: names in UTF-16, in memory handles.
-#ifndef AEGP_SUITES_LAYER_SUITE_7_H_
-#define AEGP_SUITES_LAYER_SUITE_7_H_
+#pragma once
 
 #include "aegp_types/handles.h"
 #include "aegp_types/item.h"
@@ -62,5 +61,3 @@ typedef struct AEGP_LayerSuite7 {
     A_Err (*AEGP_GetLayerLabel)(AEGP_LayerH layerH, AEGP_LabelID* labelP);
     A_Err (*AEGP_SetLayerLabel)(AEGP_LayerH layerH, AEGP_LabelID label);
 } AEGP_LayerSuite7;
-
-#endif  // AEGP_SUITES_LAYER_SUITE_7_H_

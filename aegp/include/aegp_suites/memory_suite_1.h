@@ -1,6 +1,5 @@
 // Memory handles. Each lock wants an unlock, each handle from the host wants freeing.
-#ifndef AEGP_SUITES_MEMORY_SUITE_1_H_
-#define AEGP_SUITES_MEMORY_SUITE_1_H_
+#pragma once
 
 #include "aegp_types/handles.h"
 #include "aegp_types/memory.h"
@@ -16,5 +15,3 @@ typedef struct AEGP_MemorySuite1 {
     A_Err (*AEGP_SetMemReportingOn)(A_Boolean turn_OnB);
     A_Err (*AEGP_GetMemStats)(AEGP_PluginID plugin_id, A_long* countPL, A_long* sizePL);
 } AEGP_MemorySuite1;
-
-#endif  // AEGP_SUITES_MEMORY_SUITE_1_H_

@@ -1,6 +1,5 @@
 // Names and version integers for AcquireSuite. The integer is rarely the number in the table's name.
-#ifndef AEGP_SUITES_NAMES_AND_VERSIONS_H_
-#define AEGP_SUITES_NAMES_AND_VERSIONS_H_
+#pragma once
 
 #define kAEGPCommandSuite "AEGP Command Suite"
 #define kAEGPCommandSuiteVersion1 1
@@ -87,5 +86,3 @@
 #define kAEGPEffectSuiteVersion3 3
 #define kAEGPEffectSuiteVersion4 4
 #define kAEGPEffectSuiteVersion5 5
-
-#endif  // AEGP_SUITES_NAMES_AND_VERSIONS_H_

@@ -1,6 +1,5 @@
 // Projects, version 6: AEGP_TimeDisplay3.
-#ifndef AEGP_SUITES_PROJ_SUITE_6_H_
-#define AEGP_SUITES_PROJ_SUITE_6_H_
+#pragma once
 
 #include "aegp_types/handles.h"
 #include "aegp_types/project.h"
@@ -21,5 +20,3 @@ typedef struct AEGP_ProjSuite6 {
     A_Err (*AEGP_GetProjectBitDepth)(AEGP_ProjectH projectH, AEGP_ProjBitDepth* bit_depthP);
     A_Err (*AEGP_SetProjectBitDepth)(AEGP_ProjectH projectH, AEGP_ProjBitDepth bit_depth);
 } AEGP_ProjSuite6;
-
-#endif  // AEGP_SUITES_PROJ_SUITE_6_H_

@@ -1,6 +1,5 @@
 // Registration of hooks; legal only while the entry point runs.
-#ifndef AEGP_SUITES_REGISTER_SUITE_5_H_
-#define AEGP_SUITES_REGISTER_SUITE_5_H_
+#pragma once
 
 #include "AE_IO.h"
 #include "PR_Public.h"
@@ -38,5 +37,3 @@ typedef struct AEGP_RegisterSuite5 {
                                              PR_ArtisanEntryPoints* entry_funcs);
     A_Err (*AEGP_RegisterPresetLocalizationString)(const A_char* english_nameZ, const A_char* localized_nameZ);
 } AEGP_RegisterSuite5;
-
-#endif  // AEGP_SUITES_REGISTER_SUITE_5_H_

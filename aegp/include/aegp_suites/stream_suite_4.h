@@ -1,6 +1,5 @@
 // Streams, version 4: expressions are 8-bit text.
-#ifndef AEGP_SUITES_STREAM_SUITE_4_H_
-#define AEGP_SUITES_STREAM_SUITE_4_H_
+#pragma once
 
 #include "AE_Effect.h"
 #include "aegp_types/handles.h"
@@ -41,5 +40,3 @@ typedef struct AEGP_StreamSuite4 {
     A_Err (*AEGP_DuplicateStreamRef)(AEGP_PluginID aegp_plugin_id, AEGP_StreamRefH streamH,
                                      AEGP_StreamRefH* dup_streamPH);
 } AEGP_StreamSuite4;
-
-#endif  // AEGP_SUITES_STREAM_SUITE_4_H_

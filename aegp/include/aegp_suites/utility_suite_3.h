@@ -1,6 +1,5 @@
 // Messages, undo groups, palettes, consoles.
-#ifndef AEGP_SUITES_UTILITY_SUITE_3_H_
-#define AEGP_SUITES_UTILITY_SUITE_3_H_
+#pragma once
 
 #include "aegp_types/color.h"
 #include "aegp_types/handles.h"
@@ -34,5 +33,3 @@ typedef struct AEGP_UtilitySuite3 {
     A_Err (*AEGP_WriteToOSConsole)(const A_char* textZ);
     A_Err (*AEGP_WriteToDebugLog)(const A_char* subsystemZ, const A_char* event_typeZ, const A_char* infoZ);
 } AEGP_UtilitySuite3;
-
-#endif  // AEGP_SUITES_UTILITY_SUITE_3_H_

@@ -1,6 +1,5 @@
 // Messages, undo groups, palettes, scripts, plug-in paths.
-#ifndef AEGP_SUITES_UTILITY_SUITE_6_H_
-#define AEGP_SUITES_UTILITY_SUITE_6_H_
+#pragma once
 
 #include "aegp_types/color.h"
 #include "aegp_types/handles.h"
@@ -44,5 +43,3 @@ typedef struct AEGP_UtilitySuite6 {
     A_Err (*AEGP_GetPluginPaths)(AEGP_PluginID aegp_plugin_id, AEGP_GetPathTypes path_type,
                                  AEGP_MemHandle* unicode_pathPH);
 } AEGP_UtilitySuite6;
-
-#endif  // AEGP_SUITES_UTILITY_SUITE_6_H_

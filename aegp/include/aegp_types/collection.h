@@ -1,6 +1,5 @@
 // Collections: what a selection holds.
-#ifndef AEGP_TYPES_COLLECTION_H_
-#define AEGP_TYPES_COLLECTION_H_
+#pragma once
 
 #include "aegp_types/effect.h"
 #include "aegp_types/keyframe.h"
@@ -94,5 +93,3 @@ typedef struct AEGP_CollectionItemV2 {
     } u;
     AEGP_StreamRefH stream_refH;
 } AEGP_CollectionItemV2;
-
-#endif  // AEGP_TYPES_COLLECTION_H_

@@ -1,6 +1,5 @@
 // Colours as the host's palettes, solids and streams keep them: alpha first, 0 to 1.
-#ifndef AEGP_TYPES_COLOR_H_
-#define AEGP_TYPES_COLOR_H_
+#pragma once
 
 #include "A.h"
 
@@ -10,5 +9,3 @@ typedef struct AEGP_ColorVal {
     A_FpLong greenF;
     A_FpLong blueF;
 } AEGP_ColorVal;
-
-#endif  // AEGP_TYPES_COLOR_H_

@@ -1,6 +1,5 @@
 // Commands and menus.
-#ifndef AEGP_TYPES_COMMAND_H_
-#define AEGP_TYPES_COMMAND_H_
+#pragma once
 
 #include "A.h"
 
@@ -47,5 +46,3 @@ enum {
     AEGP_WindType_EFFECT,
     AEGP_WindType_OTHER,
 };
-
-#endif  // AEGP_TYPES_COMMAND_H_

@@ -1,6 +1,5 @@
 // Compositions.
-#ifndef AEGP_TYPES_COMP_H_
-#define AEGP_TYPES_COMP_H_
+#pragma once
 
 #include "A.h"
 
@@ -23,5 +22,3 @@ enum {
     AEGP_CompFlag_SHOW_GRAPH = 1 << 9,
     AEGP_CompFlag_RESERVED_3 = 1 << 10,
 };
-
-#endif  // AEGP_TYPES_COMP_H_

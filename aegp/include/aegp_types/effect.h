@@ -1,6 +1,5 @@
 // Effects: the installed ones and those on layers.
-#ifndef AEGP_TYPES_EFFECT_H_
-#define AEGP_TYPES_EFFECT_H_
+#pragma once
 
 #include "AE_Effect.h"
 
@@ -22,5 +21,3 @@ enum {
     AEGP_EffectFlags_AUDIO_TOO = 1 << 2,
     AEGP_EffectFlags_MISSING = 1 << 3,
 };
-
-#endif  // AEGP_TYPES_EFFECT_H_

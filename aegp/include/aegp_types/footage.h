@@ -1,6 +1,5 @@
 // Footage: how it is read and interpreted.
-#ifndef AEGP_TYPES_FOOTAGE_H_
-#define AEGP_TYPES_FOOTAGE_H_
+#pragma once
 
 #include "A.h"
 #include "AE_IO.h"
@@ -90,5 +89,3 @@ enum {
     AEGP_InterpretationStyle_DIALOG_OK,
     AEGP_InterpretationStyle_NO_DIALOG_NO_GUESS,
 };
-
-#endif  // AEGP_TYPES_FOOTAGE_H_

@@ -1,6 +1,5 @@
 // Handles, identifiers and the plug-in's own reference constants.
-#ifndef AEGP_TYPES_HANDLES_H_
-#define AEGP_TYPES_HANDLES_H_
+#pragma once
 
 #include "A.h"
 
@@ -39,5 +38,3 @@ typedef A_long AEGP_LayerIDVal;
 
 typedef A_long AEGP_MaskIDVal;
 #define AEGP_MaskIDVal_NONE 0
-
-#endif  // AEGP_TYPES_HANDLES_H_

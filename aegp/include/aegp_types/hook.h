@@ -1,6 +1,5 @@
 // The functions a plug-in registers with the host. They are C functions: no exception may leave them.
-#ifndef AEGP_TYPES_HOOK_H_
-#define AEGP_TYPES_HOOK_H_
+#pragma once
 
 #include "aegp_types/command.h"
 #include "aegp_types/handles.h"
@@ -23,5 +22,3 @@ typedef A_Err (*AEGP_VersionHook)(AEGP_GlobalRefcon plugin_refconP, AEGP_Version
 typedef A_Err (*AEGP_AboutStringHook)(AEGP_GlobalRefcon plugin_refconP, AEGP_AboutStringRefcon refconP, A_char* aboutZ);
 typedef A_Err (*AEGP_AboutHook)(AEGP_GlobalRefcon plugin_refconP, AEGP_AboutRefcon refconP);
 typedef A_Err (*AEGP_IdleHook)(AEGP_GlobalRefcon plugin_refconP, AEGP_IdleRefcon refconP, A_long* max_sleepPL);
-
-#endif  // AEGP_TYPES_HOOK_H_

@@ -1,6 +1,5 @@
 // Items of the project: folders, compositions, footage.
-#ifndef AEGP_TYPES_ITEM_H_
-#define AEGP_TYPES_ITEM_H_
+#pragma once
 
 #include "A.h"
 
@@ -51,5 +50,3 @@ enum {
     AEGP_Label_16,
     AEGP_Label_NUMTYPES,
 };
-
-#endif  // AEGP_TYPES_ITEM_H_

@@ -1,6 +1,5 @@
 // Keyframes: interpolation, easing, flags.
-#ifndef AEGP_TYPES_KEYFRAME_H_
-#define AEGP_TYPES_KEYFRAME_H_
+#pragma once
 
 #include "A.h"
 
@@ -43,5 +42,3 @@ enum {
     AEGP_KeyframeFlag_SPATIAL_AUTOBEZIER = 1 << 3,
     AEGP_KeyframeFlag_ROVING = 1 << 4,
 };
-
-#endif  // AEGP_TYPES_KEYFRAME_H_

@@ -1,6 +1,5 @@
 // Layers: flags, kinds, quality, transfer modes, and the two clocks.
-#ifndef AEGP_TYPES_LAYER_H_
-#define AEGP_TYPES_LAYER_H_
+#pragma once
 
 #include "AE_Effect.h"
 
@@ -85,5 +84,3 @@ typedef struct AEGP_LayerTransferMode {
     AEGP_TransferFlags flags;
     AEGP_TrackMatte track_matte;
 } AEGP_LayerTransferMode;
-
-#endif  // AEGP_TYPES_LAYER_H_

@@ -1,6 +1,5 @@
 // The host's memory handles.
-#ifndef AEGP_TYPES_MEMORY_H_
-#define AEGP_TYPES_MEMORY_H_
+#pragma once
 
 #include "A.h"
 
@@ -13,5 +12,3 @@ enum {
 
 // 32 bits wide even in a 64-bit host.
 typedef A_u_long AEGP_MemSize;
-
-#endif  // AEGP_TYPES_MEMORY_H_

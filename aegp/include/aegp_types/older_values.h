@@ -1,6 +1,5 @@
 // Older forms of values and collection items. No suite declared here takes them.
-#ifndef AEGP_TYPES_OLDER_VALUES_H_
-#define AEGP_TYPES_OLDER_VALUES_H_
+#pragma once
 
 #include "aegp_types/collection.h"
 
@@ -48,5 +47,3 @@ typedef struct AEGP_CollectionItem {
         AEGP_KeyframeCollectionItem keyframe;
     } u;
 } AEGP_CollectionItem;
-
-#endif  // AEGP_TYPES_OLDER_VALUES_H_

@@ -1,6 +1,5 @@
 // The plug-in as the host sees it: its entry point and the folders it may live in.
-#ifndef AEGP_TYPES_PLUGIN_H_
-#define AEGP_TYPES_PLUGIN_H_
+#pragma once
 
 #include "SPBasic.h"
 #include "aegp_types/handles.h"
@@ -26,5 +25,3 @@ enum {
 typedef struct AEGP_ErrReportState {
     A_long reservedAL[12];
 } AEGP_ErrReportState;
-
-#endif  // AEGP_TYPES_PLUGIN_H_

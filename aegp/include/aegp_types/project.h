@@ -1,6 +1,5 @@
 // Projects: bit depth, platform, and how times are displayed.
-#ifndef AEGP_TYPES_PROJECT_H_
-#define AEGP_TYPES_PROJECT_H_
+#pragma once
 
 #include "A.h"
 
@@ -67,5 +66,3 @@ typedef struct AEGP_TimeDisplay3 {
     A_char frames_per_footC;
     AEGP_FramesDisplayMode frames_display_mode;
 } AEGP_TimeDisplay3;
-
-#endif  // AEGP_TYPES_PROJECT_H_

@@ -1,6 +1,5 @@
 // The format of sound data.
-#ifndef AEGP_TYPES_SOUND_H_
-#define AEGP_TYPES_SOUND_H_
+#pragma once
 
 #include "A.h"
 
@@ -19,5 +18,3 @@ typedef struct AEGP_SoundDataFormat {
     A_long bytes_per_sampleL;
     A_long num_channelsL;
 } AEGP_SoundDataFormat;
-
-#endif  // AEGP_TYPES_SOUND_H_

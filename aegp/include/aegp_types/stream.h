@@ -1,6 +1,5 @@
 // Streams: which ones a layer and a mask have, and their values.
-#ifndef AEGP_TYPES_STREAM_H_
-#define AEGP_TYPES_STREAM_H_
+#pragma once
 
 #include "aegp_types/color.h"
 #include "aegp_types/handles.h"
@@ -148,5 +147,3 @@ typedef struct AEGP_StreamValue2 {
     AEGP_StreamRefH streamH;
     AEGP_StreamVal2 val;
 } AEGP_StreamValue2;
-
-#endif  // AEGP_TYPES_STREAM_H_
