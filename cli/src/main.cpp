@@ -11,11 +11,11 @@ namespace {
 using cli::Console;
 using cli::ExitCode;
 
-ExitCode obey(const cli::Request& request, const Console& console) {
+ExitCode handle(const cli::Request& request, const Console& console) {
     return request.command->run(request.options, console);
 }
 
-ExitCode obey(const cli::UsageProblem& problem, const Console& console) {
+ExitCode handle(const cli::UsageProblem& problem, const Console& console) {
     console.say(Console::Tone::error, "exflate", problem.sentence + " (see " + problem.help + ")");
     return ExitCode::usage;
 }
@@ -31,9 +31,9 @@ int main(int argc, char** argv) {
                         "the system has no UTF-8 locale; names beyond ASCII may suffer");
         }
         const auto request = cli::parse_arguments({argv + 1, argv + argc});
-        return static_cast<int>(std::visit([&](const auto& what) { return obey(what, console); }, request));
+        return static_cast<int>(std::visit([&](const auto& what) { return handle(what, console); }, request));
     } catch (const cli::Failure& failure) {
-        console.say(Console::Tone::error, "exflate", failure.what());
+        print_failure(console, "exflate", failure);
         return static_cast<int>(failure.code());
     } catch (const std::exception& problem) {
         console.say(Console::Tone::error, "exflate", problem.what());

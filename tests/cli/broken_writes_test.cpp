@@ -233,10 +233,10 @@ TEST(BrokenWritesThemselves, know_every_call_of_a_write) {
     std::vector<std::string> calls = calls_made(sandbox);
     calls.resize(static_cast<std::size_t>(calls_until_done(calls)));
     calls.erase(calls.begin(), calls.begin() + calls_before_reading(calls));
-    EXPECT_THAT(calls, ElementsAre("fstat", "read", "read", "close",                           // the input
-                                   "stat", "lstat",                                            // what is there
+    EXPECT_THAT(calls, ElementsAre("fstat", "read", "read", "close",                            // the input
+                                   "stat", "lstat",                                             // what is there
                                    "mkostemp", "writev", "fchown", "fchmod", "fsync", "close",  // the new file
-                                   "rename", "open", "fsync", "close"));                       // its place
+                                   "rename", "open", "fsync", "close"));                        // its place
 }
 
 // ---- the settings file ----

@@ -41,7 +41,8 @@ std::string endless_names(int layers, int nests) {
 }
 
 const std::string kSentence =
-    "a.json: a script took too long and was ended: either a name in the file is itself a script, or there is very much "
+    "a.json: a script took too long and was ended: either a name in the file is itself a script, or there is a great "
+    "deal "
     "to do; --script-time gives more time\n";
 
 TEST(EndlessName, ends_the_run_with_an_error_and_leaves_the_input_alone) {

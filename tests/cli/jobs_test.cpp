@@ -15,7 +15,7 @@ using testing::StartsWith;
 
 namespace {
 
-// Twenty files, of which some take long, some hold no nest and some are no animations.
+// Twenty files, of which some take long, some have no nests and some are not animations.
 std::vector<std::string> many_files(const Sandbox& sandbox) {
     std::vector<std::string> names;
     for (int i = 0; i < 20; ++i) {
@@ -70,7 +70,7 @@ TEST(Jobs, a_file_named_twice_is_done_twice_one_after_the_other) {
     const Finished expected = exflate(one, arguments({"run", "-i"}, files));
     const Finished finished = exflate(several, arguments({"run", "-i", "--jobs", "3"}, files));
     EXPECT_EQ(finished.err, expected.err);
-    EXPECT_THAT(expected.err, HasSubstr("holds no nest"));
+    EXPECT_THAT(expected.err, HasSubstr("has no nests"));
     EXPECT_EQ(several.read("a.json"), one.read("a.json"));
 }
 

@@ -107,7 +107,7 @@ TEST(RunOutput, without_a_nest_the_input_is_written_unchanged) {
     const Finished finished = exflate(sandbox, {sandbox.write("a.json", text)});
     EXPECT_EQ(finished.exit_code, 0);
     EXPECT_EQ(finished.out, text);
-    EXPECT_EQ(finished.err, "a.json: composition \"Main\" holds no nest: nothing to do\n");
+    EXPECT_EQ(finished.err, "a.json: composition \"Main\" has no nests: nothing to do\n");
 }
 
 TEST(RunOutput, without_a_nest_a_file_in_place_is_left_alone) {

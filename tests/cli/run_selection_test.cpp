@@ -107,7 +107,7 @@ TEST(RunSelection, an_unknown_layer_is_answered_with_near_nests) {
 TEST(RunSelection, a_layer_that_is_no_nest_is_refused) {
     for (const char* layer : {"Title", "#1"}) {
         expect_usage(run(test::one_nest(), {"--layer", layer}),
-                     "layer #1 \"Title\" is no nest: its source is no composition (exflate list shows them all)");
+                     "layer #1 \"Title\" is not a nest: its source is not a composition (exflate list shows them all)");
     }
 }
 

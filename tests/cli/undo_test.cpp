@@ -23,7 +23,7 @@ std::string run_and_take_back(const std::string& text, const DialogAnswers& answ
     cli::DialogOperator dialogs(answers);
     const host::runner::PluginModule module(EXFLATE_MODULE);
     host::runner::Session session(document.project(), settings, dialogs);
-    cli::Record record;
+    cli::UnnestRecord record;
     cli::unnest(session, module, document.main_comp(), cli::nests_of(document.main_comp()), recursive, record);
     EXPECT_NE(document.write(), text);
     document.project().undo().undo_all();

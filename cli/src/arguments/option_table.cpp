@@ -144,7 +144,7 @@ constexpr Option kOptions[] = {
      .category = kSelection,
      .brief = "work in this composition",
      .more = "By default run and report work in the main composition, and check in all of them. Animations of a "
-             ".lottie file that have no such composition are passed over, as long as one has it.",
+             ".lottie file that have no such composition are skipped, as long as one has it.",
      .commands = kUnnesting,
      .set = [](Options& o, Text value) { o.composition = value; }},
     {.name = "--layer",

@@ -10,14 +10,14 @@
 namespace cli {
 namespace {
 
-using Arguments = std::span<const std::string>;
+using ArgumentList = std::span<const std::string>;
 constexpr const char* kNoOperand = "name a file, or - for standard input";
 
 using Result = std::variant<Request, UsageProblem>;
 
 class Parser {
   public:
-    Parser(const Command& command, Arguments arguments)
+    Parser(const Command& command, ArgumentList arguments)
         : command_(command), known_(options_of(command)), rest_(arguments) {}
 
     // Throws std::invalid_argument with a sentence.
@@ -141,12 +141,12 @@ class Parser {
 
     const Command& command_;
     const std::vector<const Option*> known_;
-    Arguments rest_;
+    ArgumentList rest_;
     Options options_;
     std::vector<const Option*> given_;
 };
 
-Result read(const Command& command, Arguments arguments) {
+Result read(const Command& command, ArgumentList arguments) {
     try {
         return Parser(command, arguments).parse();
     } catch (const std::invalid_argument& problem) {
@@ -167,7 +167,7 @@ std::variant<Request, UsageProblem> parse_arguments(const std::vector<std::strin
     if (arguments.empty()) return UsageProblem{kNoOperand, "exflate --help"};
     const std::string& first = arguments.front();
     if (first == "-h" || first == "--help") return read(*find_command("help"), {});
-    if (const Command* command = find_command(first)) return read(*command, Arguments(arguments).subspan(1));
+    if (const Command* command = find_command(first)) return read(*command, ArgumentList(arguments).subspan(1));
     if (const std::string suggestion = command_suggestion(first); !suggestion.empty()) {
         return UsageProblem{"'" + first + "' is neither a command nor a file" + suggestion, "exflate --help"};
     }

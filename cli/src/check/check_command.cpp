@@ -79,7 +79,7 @@ std::vector<CheckedFile> check_file(const std::string& file, const Options& opti
             check_guarded(checked, [&] {
                 try {
                     check_animation(input.take_text(i), options, plugin, checked);
-                } catch (const NothingFits&) {
+                } catch (const SelectionNotFound&) {
                     fits = false;
                     throw;
                 }
@@ -121,9 +121,7 @@ ExitCode check(const Options& options, const Console& console) {
     ExitCode highest = ExitCode::done;
     for (const std::string& file : options.files) {
         for (CheckedFile& checked : check_file(file, options, plugin)) {
-            if (checked.failure) {
-                console.say(Console::Tone::error, checked.name + checked.failure->place(), checked.failure->what());
-            }
+            if (checked.failure) print_failure(console, checked.name, *checked.failure);
             highest = std::max(highest, code_of(checked));
             files.push_back(std::move(checked));
         }

@@ -1,4 +1,4 @@
-// What `exflate check` finds in a file, and the forms in which it is told.
+// What `exflate check` finds in a file, and the forms in which it is printed.
 #pragma once
 
 #include <optional>
@@ -11,7 +11,7 @@
 
 namespace cli {
 
-// Or an animation of a file that holds several.
+// A file, or one animation of a .lottie file.
 struct CheckedFile {
     std::string name;
     std::size_t bytes = 0;  // unpacked

@@ -11,7 +11,7 @@ namespace cli {
 namespace {
 
 // Of the processor's time, for the pictures of one nest; real files take a few.
-constexpr int kMostSeconds = 120;
+constexpr int kMaxSeconds = 120;
 
 // The frames that findings name, as the renderer counts them.
 std::vector<int> frames_of(const std::vector<lottie::looks::Finding>& findings, double first_frame) {
@@ -34,7 +34,7 @@ NestTrial check_nest(lottie::document::Document& document, const lottie::looks::
     checked.number = static_cast<std::size_t>(nest.index()) + 1;
     checked.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
     const Trial trial = try_unnesting(document, plugin, answers, limits, comp, {&nest});
-    take_back(document);
+    undo_trial(document);
     checked.bytes_after = trial.after.size();
     lottie::looks::Animation after(trial.after);
     checked.report = judge(before, after, trial.change).front();
@@ -46,7 +46,7 @@ Proven prove(const lottie::looks::Animation& before, const lottie::looks::Animat
     const double first = lottie::looks::first_frame(before, composition);
     auto comparison =
         lottie::pictures::compare_apart(composition_alone(before, composition), composition_alone(after, composition),
-                                        frames_of(findings, first), kMostSeconds);
+                                        frames_of(findings, first), kMaxSeconds);
     const Proof proof{comparison.looks_equal, first + comparison.worst_frame,
                       comparison.worst.mean,  comparison.worst.share_beyond_8,
                       comparison.worst.ssim,  static_cast<std::size_t>(comparison.frames)};

@@ -10,7 +10,6 @@
 #include "cli/shared/animation_file.h"
 #include "pictures/apart.h"
 #include "shared/installed_parts.h"
-#include "shared/summary.h"
 
 namespace cli {
 namespace {
@@ -20,7 +19,7 @@ using lottie::looks::Weight;
 using Tone = Console::Tone;
 
 // Of the processor's time, for the pictures of one animation.
-constexpr int kMostSeconds = 120;
+constexpr int kMaxSeconds = 120;
 
 std::string reasons(const std::vector<lottie::looks::Reason>& mended) {
     std::string list;
@@ -64,10 +63,10 @@ class Flatten {
         try {
             return flatten_and_write(file);
         } catch (const Failure& failure) {
-            tell_failure(console_, shown_name(file), failure);
+            print_failure(console_, shown_name(file), failure);
             return failure.code();
         } catch (const std::exception& unforeseen) {  // such as running out of memory
-            tell_failure(console_, shown_name(file), Failure(ExitCode::failed, unforeseen.what()));
+            print_failure(console_, shown_name(file), Failure(ExitCode::failed, unforeseen.what()));
             return ExitCode::failed;
         }
     }
@@ -95,7 +94,7 @@ class Flatten {
     // How far apart the pictures of the whole are.
     std::string proof(const std::string& before, const std::string& after) const {
         try {
-            const auto apart = lottie::pictures::compare_apart(before, after, {}, kMostSeconds);
+            const auto apart = lottie::pictures::compare_apart(before, after, {}, kMaxSeconds);
             char text[160];
             std::snprintf(text, sizeof text,
                           "pictures %s: %d frames, worst frame %d: mean difference %.3f, %.2f %% of pixels, SSIM %.4f",

@@ -54,7 +54,7 @@ class CompositionWork {
                 bench_.put_back(composition_, attempt.text);
                 break;
             }
-            take_back(document_);
+            undo_trial(document_);
             // What a run does to other layers is reported of each of its nests.
             if (changing == places && places.size() > 1 && !is_alone) {
                 is_alone = true;
@@ -115,7 +115,7 @@ class CompositionWork {
     // Whether the nest must stay.
     bool try_alone(std::size_t place) {
         const Attempt attempt = try_together({place});
-        take_back(document_);
+        undo_trial(document_);
         if (attempt.changing().empty()) return false;
         keep(place);
         return true;

@@ -32,12 +32,11 @@ std::string listing(const Options& options) {
 }  // namespace
 
 ExitCode list(const Options& options, const Console& console) {
-    const std::string name = shown_name(options.file());
     try {
         write_result(kStandardStream, listing(options));
         return ExitCode::done;
     } catch (const Failure& failure) {
-        console.say(Console::Tone::error, name + failure.place(), failure.what());
+        print_failure(console, shown_name(options.file()), failure);
         return failure.code();
     }
 }

@@ -16,9 +16,9 @@ using host::model::Layer;
 // Deeper nests are listed on their own instead of further to the right.
 constexpr int kDeepestIndent = 16;
 
-class Tree {
+class TreeListing {
   public:
-    explicit Tree(const lottie::document::Document& document) : document_(document) {}
+    explicit TreeListing(const lottie::document::Document& document) : document_(document) {}
 
     // Nothing for a composition that has been shown.
     void add(const Comp& comp) {
@@ -80,7 +80,7 @@ class Tree {
 }  // namespace
 
 std::string tree_text(const std::string& file, const lottie::document::Document& document) {
-    Tree tree(document);
+    TreeListing tree(document);
     tree.add(document.main_comp());
     // What the main composition does not reach.
     for (const Comp* comp : document.project().comps()) tree.add(*comp);

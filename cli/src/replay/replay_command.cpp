@@ -50,7 +50,7 @@ ExitCode replay(const Options& options, const Console& console) {
         const host::runner::PluginModule plugin = load_plugin();
         return tell(host::journal::replay(journal, plugin.entry_point()), name, console);
     } catch (const Failure& failure) {
-        console.say(Tone::error, name + failure.place(), failure.what());
+        print_failure(console, name, failure);
         return failure.code();
     } catch (const std::exception& unforeseen) {
         console.say(Tone::error, name, unforeseen.what());

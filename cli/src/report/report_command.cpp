@@ -13,7 +13,6 @@
 #include "report/report_page.h"
 #include "shared/installed_parts.h"
 #include "shared/layer_facts.h"
-#include "shared/summary.h"
 
 namespace cli {
 namespace {
@@ -24,7 +23,7 @@ using lottie::looks::Origin;
 using lottie::looks::Verdict;
 using Tone = Console::Tone;
 
-constexpr int kGain = 4;  // what differs a little shall be seen
+constexpr int kGain = 4;  // so that small differences show
 
 std::vector<StackLayer> stack_of(const lottie::document::Document& document, const Comp& comp) {
     std::vector<StackLayer> stack;
@@ -111,7 +110,7 @@ class Reporter {
         if (nests_.empty()) return take_unchanged();
         Trial trial = try_unnesting(document_, plugin_, options_.answers, limits_, comp_, nests_);
         report_.stack_after = stack_of(document_, comp_);
-        take_back(document_);
+        undo_trial(document_);
         for (std::size_t place = 0; place < report_.stack_after.size(); ++place) {
             set_origin(report_.stack_after[place], trial.change.after.at(place));
         }
@@ -186,7 +185,7 @@ Report report_on(const AnimationFile& input, const Options& options, const host:
     }
 }
 
-void tell_report(const Console& console, const Report& report, const std::string& output) {
+void print_report(const Console& console, const Report& report, const std::string& output) {
     std::array<std::size_t, 3> counts{};
     for (const ReportedNest& nest : report.nests) ++counts[static_cast<std::size_t>(nest.checked.report.verdict)];
     std::string sentence = counted(report.nests.size(), "nest") + ": " + std::to_string(counts[0]) + " exact, " +
@@ -200,20 +199,20 @@ void tell_report(const Console& console, const Report& report, const std::string
 ExitCode report(const Options& options, const Console& console) {
     try {
         refuse_own_input(options);
-        const Player player = load_player();
+        const AnimationPlayer player = load_player();
         const host::runner::PluginModule plugin = load_plugin();
         const AnimationFile input(options.file(), options.animation);
         refuse_several(input);
         const Report report = report_on(input, options, plugin);
         write_result(options.output.empty() ? std::string(kStandardStream) : options.output,
                      report_page(report, player));
-        tell_report(console, report, options.output == kStandardStream ? "" : options.output);
+        print_report(console, report, options.output == kStandardStream ? "" : options.output);
         return report.verdict() == Verdict::changes ? ExitCode::look_changes : ExitCode::done;
     } catch (const Failure& failure) {
-        tell_failure(console, shown_name(options.file()), failure);
+        print_failure(console, shown_name(options.file()), failure);
         return failure.code();
     } catch (const std::exception& unforeseen) {  // such as running out of memory
-        tell_failure(console, shown_name(options.file()), Failure(ExitCode::failed, unforeseen.what()));
+        print_failure(console, shown_name(options.file()), Failure(ExitCode::failed, unforeseen.what()));
         return ExitCode::failed;
     }
 }

@@ -8,7 +8,7 @@ namespace {
 
 using lottie::looks::Origin;
 
-constexpr std::size_t kMostPictures = 1'000'000;  // bytes in the page; those of later nests are left out
+constexpr std::size_t kMaxPictures = 1'000'000;  // bytes in the page; those of later nests are left out
 
 std::string base64(std::string_view bytes) {
     constexpr const char* kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -24,9 +24,9 @@ std::string base64(std::string_view bytes) {
     return text;
 }
 
-class Data {
+class ReportData {
   public:
-    std::string write(const Report& report, const Player& player) {
+    std::string write(const Report& report, const AnimationPlayer& player) {
         json_.begin_object();
         json_.add("version", kVersion);
         json_.add("file", report.file);
@@ -81,7 +81,7 @@ class Data {
     void add_worst(const std::optional<WorstFrame>& worst) {
         if (!worst) return;
         picture_bytes_ += (worst->before.size() + worst->after.size() + worst->difference.size()) / 3 * 4;
-        if (picture_bytes_ > kMostPictures) return;
+        if (picture_bytes_ > kMaxPictures) return;
         json_.key("worst");
         json_.begin_object();
         json_.add("before", "data:image/png;base64," + base64(worst->before));
@@ -120,8 +120,8 @@ class Data {
 
 }  // namespace
 
-std::string report_data(const Report& report, const Player& player) {
-    return Data().write(report, player);
+std::string report_data(const Report& report, const AnimationPlayer& player) {
+    return ReportData().write(report, player);
 }
 
 }  // namespace cli

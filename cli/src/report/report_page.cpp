@@ -69,7 +69,7 @@ lottie::looks::Verdict Report::verdict() const {
     return worst_verdict;
 }
 
-std::string report_page(const Report& report, const Player& player) {
+std::string report_page(const Report& report, const AnimationPlayer& player) {
     const std::string data = as_data(report_data(report, player));
     return filled(file_named("page.html"), {{"nonce", nonce_for(data)},
                                             {"page.css", file_named("page.css")},

@@ -59,20 +59,20 @@ struct Report {
 };
 
 // The program that plays animations in the page, and the licence that it comes under.
-struct Player {
+struct AnimationPlayer {
     std::string program;
     std::string licence;
 };
 
 // Reads the player's two files. Throws Failure (failed) with what to do about it when it is not there.
-Player load_player();
+AnimationPlayer load_player();
 
 // One HTML file that asks nothing of any network. Nothing that is in the animation can become part of the page's own
 // program; the animation's expressions run shut away in a frame of their own.
-std::string report_page(const Report& report, const Player& player);
+std::string report_page(const Report& report, const AnimationPlayer& player);
 
 // What the page's program reads: everything but the two animations, as JSON.
-std::string report_data(const Report& report, const Player& player);
+std::string report_data(const Report& report, const AnimationPlayer& player);
 
 // The command that gives the result of the report, for a shell. `extension` is that of the result's name.
 std::string run_command_line(const Options& options, const std::string& extension);

@@ -21,7 +21,7 @@ std::string read_part(const fs::path& file) {
 
 }  // namespace
 
-Player load_player() {
+AnimationPlayer load_player() {
     const fs::path program = find_part(
         "EXFLATE_PLAYER", "player/lottie.min.js", "share/exflate/player/lottie.min.js", "the page's player",
         "run tools/setup test and build again, or set EXFLATE_PLAYER to the file lottie.min.js of the package "

@@ -1,4 +1,4 @@
-// Un-nesting with an eye on the looks and on the size of the file.
+// Un-nesting that judges the look of each nest and the size of the file.
 #include "run/judged_run.h"
 
 #include <algorithm>
@@ -24,7 +24,7 @@ void append(auto& all, const auto& more) {
 }
 
 // Compositions are counted at the end, each once.
-void add(Record& all, const Record& one) {
+void add(UnnestRecord& all, const UnnestRecord& one) {
     all.nests += one.nests;
     all.layers_made += one.layers_made;
     append(all.alerts, one.alerts);
@@ -32,12 +32,12 @@ void add(Record& all, const Record& one) {
     append(all.log, one.log);
 }
 
-LedgerEntry entry_for(const Layer& nest) {
-    LedgerEntry entry;
-    entry.number = static_cast<std::size_t>(nest.index()) + 1;
-    entry.name = nest.display_name();
-    entry.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
-    return entry;
+JudgedNest unjudged(const Layer& nest) {
+    JudgedNest judged;
+    judged.number = static_cast<std::size_t>(nest.index()) + 1;
+    judged.name = nest.display_name();
+    judged.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
+    return judged;
 }
 
 // The first reason of the greatest weight.
@@ -49,20 +49,20 @@ std::string main_reason(const NestReport& report) {
 
 class JudgedRun {
   public:
-    JudgedRun(lottie::document::Document& document, const std::string& text, const Surroundings& surroundings,
-              Comp& comp, const Options& options)
+    JudgedRun(lottie::document::Document& document, const std::string& text, const RunContext& context, Comp& comp,
+              const Options& options)
         : document_(document),
-          surroundings_(surroundings),
+          context_(context),
           comp_(comp),
           options_(options),
-          input_size_(text.size()),
-          now_(text) {
+          input_bytes_(text.size()),
+          current_(text) {
         for (const Comp* source : document.project().comps()) {
             if (source->users().size() > 1) shared_.insert(source);
         }
     }
 
-    Ledger run(Layers nests) {
+    std::vector<JudgedNest> run(Layers nests, UnnestRecord& record) {
         const bool one_by_one = options_.only_exact || options_.max_growth;
         while (!nests.empty()) {
             const host::model::LayerId newest = comp_.project().newest_layer_id();
@@ -74,59 +74,60 @@ class JudgedRun {
             nests = options_.recursive ? new_nests_of(comp_, newest) : Layers();
         }
         for (const Comp* source : sources_) {
-            ++(source->is_alive() ? ledger_.record.sources_kept : ledger_.record.sources_deleted);
+            ++(source->is_alive() ? record_.sources_kept : record_.sources_deleted);
         }
-        return std::move(ledger_);
+        record = std::move(record_);
+        return std::move(judged_);
     }
 
   private:
     void run_one(Layer& nest) {
         if (!nest.is_alive()) return;  // gone with a composition that an earlier run deleted
-        LedgerEntry entry = entry_for(nest);
+        JudgedNest judged = unjudged(nest);
         const Comp* source = nest.source()->comp();
-        const Trial trial = try_unnesting(document_, surroundings_, comp_, {&nest});
+        const Trial trial = try_unnesting(document_, context_, comp_, {&nest});
         Animation after(trial.after);
-        const NestReport report = judge(now_, after, trial.change).front();
-        entry.verdict = report.verdict;
-        entry.bytes = static_cast<long long>(after.byte_count()) - static_cast<long long>(now_.byte_count());
+        const NestReport report = judge(current_, after, trial.change).front();
+        judged.verdict = report.verdict;
+        judged.bytes = static_cast<long long>(after.byte_count()) - static_cast<long long>(current_.byte_count());
         if (options_.only_exact && report.verdict != Verdict::exact) {
-            entry.kept_because = main_reason(report);
+            judged.kept_because = main_reason(report);
         } else if (shared_.contains(source) && is_too_large(after.byte_count())) {
-            entry.kept_because = "the file would grow beyond the limit, and other nests share its composition";
+            judged.kept_because = "the file would grow beyond the limit, and other nests share its composition";
         }
-        if (entry.kept_because.empty()) {
+        if (judged.kept_because.empty()) {
             refuse_change(report);
-            now_ = std::move(after);
+            current_ = std::move(after);
             sources_.insert(source);
-            add(ledger_.record, trial.record);
+            add(record_, trial.record);
         } else {
-            take_back(document_);
+            undo_trial(document_);
         }
-        ledger_.entries.push_back(std::move(entry));
+        judged_.push_back(std::move(judged));
     }
 
     void run_together(const Layers& nests) {
-        std::vector<LedgerEntry> entries;
+        std::vector<JudgedNest> together;
         for (const Layer* nest : nests) {
-            entries.push_back(entry_for(*nest));
+            together.push_back(unjudged(*nest));
             sources_.insert(nest->source()->comp());
         }
-        const Trial trial = try_unnesting(document_, surroundings_, comp_, nests);
+        const Trial trial = try_unnesting(document_, context_, comp_, nests);
         Animation after(trial.after);
-        for (const NestReport& report : judge(now_, after, trial.change)) {
+        for (const NestReport& report : judge(current_, after, trial.change)) {
             refuse_change(report);
-            for (LedgerEntry& entry : entries) {
-                if (entry.number == report.nest + 1) entry.verdict = report.verdict;
+            for (JudgedNest& judged : together) {
+                if (judged.number == report.nest + 1) judged.verdict = report.verdict;
             }
         }
-        now_ = std::move(after);
-        add(ledger_.record, trial.record);
-        std::move(entries.begin(), entries.end(), std::back_inserter(ledger_.entries));
+        current_ = std::move(after);
+        add(record_, trial.record);
+        std::move(together.begin(), together.end(), std::back_inserter(judged_));
     }
 
     bool is_too_large(std::size_t bytes) const {
         return options_.max_growth &&
-               static_cast<double>(bytes) > static_cast<double>(input_size_) * (1 + *options_.max_growth / 100);
+               static_cast<double>(bytes) > static_cast<double>(input_bytes_) * (1 + *options_.max_growth / 100);
     }
 
     void refuse_change(const NestReport& report) const {
@@ -137,14 +138,15 @@ class JudgedRun {
     }
 
     lottie::document::Document& document_;
-    const Surroundings& surroundings_;
+    const RunContext& context_;
     Comp& comp_;
     const Options& options_;
-    std::size_t input_size_;
-    Animation now_;
+    std::size_t input_bytes_;
+    Animation current_;
     std::unordered_set<const Comp*> shared_;   // by several nests of the input
     std::unordered_set<const Comp*> sources_;  // of what was un-nested
-    Ledger ledger_;
+    std::vector<JudgedNest> judged_;
+    UnnestRecord record_;
 };
 
 }  // namespace
@@ -153,9 +155,10 @@ bool is_judged(const Options& options) {
     return options.strict || options.only_exact || options.max_growth;
 }
 
-Ledger unnest_judged(lottie::document::Document& document, const std::string& text, const Surroundings& surroundings,
-                     Comp& comp, Layers nests, const Options& options) {
-    return JudgedRun(document, text, surroundings, comp, options).run(std::move(nests));
+std::vector<JudgedNest> unnest_judged(lottie::document::Document& document, const std::string& text,
+                                      const RunContext& context, Comp& comp, Layers nests, const Options& options,
+                                      UnnestRecord& record) {
+    return JudgedRun(document, text, context, comp, options).run(std::move(nests), record);
 }
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// Un-nesting with an eye on the looks and on the size of the file.
+// Un-nesting that judges the look of each nest and the size of the file.
 #pragma once
 
 #include <optional>
@@ -12,7 +12,7 @@
 namespace cli {
 
 // What became of one nest.
-struct LedgerEntry {
+struct JudgedNest {
     std::size_t number = 0;  // in the stack when its turn came, from 1
     std::string name;
     lottie::looks::Verdict verdict = lottie::looks::Verdict::exact;
@@ -21,18 +21,16 @@ struct LedgerEntry {
     std::string kept_because;        // empty: it was un-nested
 };
 
-struct Ledger {
-    std::vector<LedgerEntry> entries;  // in the order of the runs
-    Record record;                     // of all runs together
-};
-
-// Whether the options ask for judging at all.
+// Whether the options ask for that.
 bool is_judged(const Options& options);
 
 // With --only-exact or --max-growth the nests are un-nested one by one, top first, each judged as the file stands then;
-// else all together as in a plain run. `text` is the input. Throws Failure (look_changes) under --strict; as
-// try_unnesting() otherwise. After a Failure the project is in between: take everything back.
-Ledger unnest_judged(lottie::document::Document& document, const std::string& text, const Surroundings& surroundings,
-                     host::model::Comp& comp, std::vector<host::model::Layer*> nests, const Options& options);
+// otherwise all together as in a plain run. `text` is the input. Returns the nests in the order of the runs, and puts
+// what all runs did and said into `record`. Throws Failure (look_changes) under --strict; as try_unnesting() otherwise.
+// After a Failure only part of the work may be done: nobody may write the project.
+std::vector<JudgedNest> unnest_judged(lottie::document::Document& document, const std::string& text,
+                                      const RunContext& context, host::model::Comp& comp,
+                                      std::vector<host::model::Layer*> nests, const Options& options,
+                                      UnnestRecord& record);
 
 }  // namespace cli

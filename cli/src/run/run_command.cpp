@@ -15,10 +15,10 @@
 #include "cli/workers.h"
 #include "run/judged_run.h"
 #include "run/run_journal.h"
+#include "run/summary.h"
 #include "shared/dialog_window.h"
 #include "shared/installed_parts.h"
 #include "shared/settings_file.h"
-#include "shared/summary.h"
 
 namespace cli {
 namespace {
@@ -28,17 +28,17 @@ using host::model::Comp;
 using Tone = Console::Tone;
 
 // What was done with one animation of a file.
-struct Work {
+struct AnimationResult {
     std::string label;
     std::string composition = {};
-    Record record = {};
-    Ledger ledger = {};     // of a judged run, else empty
-    Sizes sizes = {};       // of the text, unpacked
-    std::string idle = {};  // why there was nothing to do; empty: the animation was changed
+    UnnestRecord record = {};
+    std::vector<JudgedNest> judged = {};  // of a judged run
+    Sizes sizes = {};                     // of the text, unpacked
+    std::string skip_reason = {};         // empty: the animation was changed
 };
 
-// One animation as it will stand in its file, and what that points at.
-struct Animated {
+// One animation as it will be in its file, and what the text points at.
+struct WrittenAnimation {
     std::optional<lottie::document::Document> document = {};  // of a plain file
     lottie::document::Written written = {};
 };
@@ -56,18 +56,18 @@ class Run {
     }
 
     ExitCode one_file(const std::string& file) {
-        std::vector<Work> works;
+        std::vector<AnimationResult> results;
         try {
-            unnest_and_write(file, works);
+            unnest_and_write(file, results);
             return ExitCode::done;
         } catch (const Failure& failure) {
-            return tell(file, works, failure);
+            return print_problem(file, results, failure);
         } catch (const std::exception& unforeseen) {  // such as running out of memory
-            return tell(file, works, Failure(ExitCode::failed, unforeseen.what()));
+            return print_problem(file, results, Failure(ExitCode::failed, unforeseen.what()));
         }
     }
 
-    // Several at once where the options say so. Files that meet in one are done one after another.
+    // Several at once if the options say so; one after another if two of them share a file.
     ExitCode all_files() {
         const std::size_t count = options_.files.size();
         if (options_.jobs > 1 && count > 1 && !have_files_in_common()) return files_at_once();
@@ -100,8 +100,8 @@ class Run {
                                     console_.show_progress("");
                                     console_.pass_on(ended.said);
                                     if (!ended.code) {
-                                        tell_failure(console_, shown_name(options_.files[i]),
-                                                     Failure(ExitCode::failed, ended.problem));
+                                        print_failure(console_, shown_name(options_.files[i]),
+                                                      Failure(ExitCode::failed, ended.problem));
                                     }
                                     highest = std::max(highest, ended.code.value_or(ExitCode::failed));
                                     console_.show_progress(line);
@@ -115,7 +115,7 @@ class Run {
         return highest;
     }
 
-    // All that the run reads or writes beside its journal.
+    // Everything that the run reads or writes besides its journal.
     std::vector<std::string> other_files() const {
         std::vector<std::string> files = {find_plugin().string()};
         for (const std::string& file : options_.files) {
@@ -125,122 +125,119 @@ class Run {
         return files;
     }
 
-    ExitCode tell(const std::string& file, const std::vector<Work>& works, const Failure& failure) const {
-        for (const Work& work : works) {
-            tell_what_was_said(work);
-            if (failure.code() == ExitCode::failed) tell_log(console_, work.label, work.record);
+    ExitCode print_problem(const std::string& file, const std::vector<AnimationResult>& results,
+                           const Failure& failure) const {
+        for (const AnimationResult& result : results) {
+            print_messages_of(result);
+            if (failure.code() == ExitCode::failed) print_log(console_, result.label, result.record);
         }
-        tell_failure(console_, shown_name(file), failure);
+        print_failure(console_, shown_name(file), failure);
         return failure.code();
     }
 
-    // Nothing that a person has seen in a window.
-    void tell_what_was_said(const Work& work) const {
-        if (windows_ == nullptr) tell_messages(console_, work.label, work.record);
+    // Not if a person has seen them in a window.
+    void print_messages_of(const AnimationResult& result) const {
+        if (windows_ == nullptr) print_messages(console_, result.label, result.record);
     }
 
-    // All animations of the file, or after a Failure none. `works` has an entry for each that was begun.
-    void unnest_and_write(const std::string& file, std::vector<Work>& works) {
+    // All animations of the file, or after a Failure none. `results` has an entry for each that was begun.
+    void unnest_and_write(const std::string& file, std::vector<AnimationResult>& results) {
         AnimationFile input(file, options_.animation);
-        std::vector<Animated> animations = unnest_each(input, works);
-        const bool is_changed =
-            std::any_of(works.begin(), works.end(), [](const Work& work) { return work.idle.empty(); });
+        std::vector<WrittenAnimation> animations = unnest_each(input, results);
+        const bool is_changed = std::any_of(results.begin(), results.end(),
+                                            [](const AnimationResult& result) { return result.skip_reason.empty(); });
         const std::string output = output_for(file);
         std::vector<lottie::document::Written> texts;
-        for (Animated& animation : animations) texts.push_back(std::move(animation.written));
+        for (WrittenAnimation& animation : animations) texts.push_back(std::move(animation.written));
         const lottie::document::Written bytes = input.with(std::move(texts));
         if (is_changed || !options_.in_place) write(output, bytes.pieces());
 
         const std::string shown_output = output == kStandardStream ? "" : output;
-        for (const Work& work : works) tell_work(work, input.form() ? "" : shown_output);
+        for (const AnimationResult& result : results) print_result(result, input.form() ? "" : shown_output);
         if (!is_changed || !input.form()) return;
-        tell_packed(console_, shown_name(file), {input.byte_count(), bytes.size()}, shown_output);
-        if (input.form() == lottie::packed::Form::tgs && input.byte_count() <= kMostStickerBytes &&
-            bytes.size() > kMostStickerBytes) {
-            tell_too_large(console_, shown_name(file), bytes.size());
+        print_packed(console_, shown_name(file), {input.byte_count(), bytes.size()}, shown_output);
+        if (input.form() == lottie::packed::Form::tgs && input.byte_count() <= kMaxStickerBytes &&
+            bytes.size() > kMaxStickerBytes) {
+            print_too_large(console_, shown_name(file), bytes.size());
         }
     }
 
-    void tell_work(const Work& work, const std::string& output) const {
-        if (!work.idle.empty()) return console_.say(Tone::plain, work.label, work.idle);
-        tell_what_was_said(work);
-        tell_log(console_, work.label, work.record);
-        tell_ledger(console_, work.label, work.ledger);
-        tell_success(console_, work.label, work.composition, work.record, work.sizes, output);
+    void print_result(const AnimationResult& result, const std::string& output) const {
+        if (!result.skip_reason.empty()) return console_.say(Tone::plain, result.label, result.skip_reason);
+        print_messages_of(result);
+        print_log(console_, result.label, result.record);
+        print_judged_nests(console_, result.label, result.judged);
+        print_success(console_, result.label, result.composition, result.record, result.sizes, output);
     }
 
     // The animations after it. One that lacks what the options name stays as it was if another has it.
-    std::vector<Animated> unnest_each(AnimationFile& input, std::vector<Work>& works) {
-        std::vector<Animated> animations;
-        std::optional<Failure> lack;  // of the first one that lacks something
-        bool one_fits = false;
+    std::vector<WrittenAnimation> unnest_each(AnimationFile& input, std::vector<AnimationResult>& results) {
+        std::vector<WrittenAnimation> animations;
+        std::optional<Failure> first_missing;
+        bool any_matches = false;
         for (std::size_t i = 0; i < input.count(); ++i) {
-            Work& work = works.emplace_back(Work{.label = input.label(i)});
+            AnimationResult& result = results.emplace_back(AnimationResult{.label = input.label(i)});
             try {
-                animations.push_back(unnest_one(input, i, work));
-                one_fits = true;
-            } catch (const NothingFits& nothing) {
-                if (!lack) lack = Failure(nothing.code(), nothing.what(), input.place(i));
-                work.idle = std::string("passed over: ") + nothing.what();
+                animations.push_back(unnest_one(input, i, result));
+                any_matches = true;
+            } catch (const SelectionNotFound& missing) {
+                if (!first_missing) first_missing = Failure(missing.code(), missing.what(), input.place(i));
+                result.skip_reason = std::string("skipped: ") + missing.what();
                 animations.emplace_back().written.append(input.text(i));
             } catch (const Failure& failure) {
                 throw Failure(failure.code(), failure.what(), input.place(i) + failure.place());
             }
         }
-        if (!one_fits) throw *lack;
+        if (!any_matches) throw *first_missing;
         return animations;
     }
 
-    // The animation after it; as it was if it has no nest. Throws Failure; NothingFits before anything is run.
-    Animated unnest_one(AnimationFile& input, std::size_t i, Work& work) {
-        Animated animated;
-        animated.document = parse_input(input.take_text(i));
-        animated.written = unnest_in(*animated.document, work);
-        if (!input.form()) return animated;
-        Animated alone;  // packing wants the text; a document is kept for no longer than it must be
-        alone.written.append(animated.written.text());
-        return alone;
+    // The animation after it; as it was if it has no nest. Throws Failure; SelectionNotFound before anything is run.
+    WrittenAnimation unnest_one(AnimationFile& input, std::size_t i, AnimationResult& result) {
+        WrittenAnimation animation;
+        animation.document = parse_input(input.take_text(i));
+        animation.written = unnest_in(*animation.document, result);
+        if (!input.form()) return animation;
+        WrittenAnimation text_only;  // packing needs the text; a document is kept for no longer than it must be
+        text_only.written.append(animation.written.text());
+        return text_only;
     }
 
-    lottie::document::Written unnest_in(lottie::document::Document& document, Work& work) {
+    lottie::document::Written unnest_in(lottie::document::Document& document, AnimationResult& result) {
         Comp& comp = find_composition(document, options_.composition);
         const auto nests = options_.layers.empty() ? nests_of(comp) : find_nests(comp, options_.layers);
-        work.composition = comp.name();
+        result.composition = comp.name();
         if (nests.empty()) {
-            work.idle = "composition " + in_quotes(comp.name()) + " holds no nest: nothing to do";
+            result.skip_reason = "composition " + in_quotes(comp.name()) + " has no nests: nothing to do";
             return document.write_in_pieces();
         }
-        work.ledger = unnest_all(document, document.text(), comp, nests, work);
-        lottie::document::Written result = document.write_in_pieces();
+        unnest_all(document, comp, nests, result);
+        lottie::document::Written written = document.write_in_pieces();
         refuse_faulty_content(document);
-        work.sizes = {document.text().size(), result.size()};
-        return result;
+        result.sizes = {document.text().size(), written.size()};
+        return written;
     }
 
-    // The ledger is that of a judged run, else empty. Nobody may write the project if it fails.
-    Ledger unnest_all(lottie::document::Document& document, const std::string& input, Comp& comp,
-                      const std::vector<host::model::Layer*>& nests, Work& work) {
-        Record& record = work.record;
+    // Nobody may write the project if it fails.
+    void unnest_all(lottie::document::Document& document, Comp& comp, const std::vector<host::model::Layer*>& nests,
+                    AnimationResult& result) {
         DialogOperator answers(options_.answers);
         host::scriptui::DialogDriver& dialogs = windows_ != nullptr ? *windows_ : answers;
         const host::script::Limits limits = script_limits(options_.script_time);
-        const Surroundings surroundings{plugin_, settings_, dialogs, limits,
-                                        [&](host::runner::Session& session) { journal_.observe(session, work.label); }};
-        Ledger ledger;
+        const RunContext context{plugin_, settings_, dialogs, limits,
+                                 [&](host::runner::Session& session) { journal_.observe(session, result.label); }};
         try {
             if (is_judged(options_)) {
-                ledger = unnest_judged(document, input, surroundings, comp, nests, options_);
-                record = ledger.record;
+                result.judged = unnest_judged(document, document.text(), context, comp, nests, options_, result.record);
             } else {
                 document.project().undo().keep_no_history();
                 host::runner::Session session(document.project(), settings_, dialogs, limits);
-                surroundings.observe(session);
-                unnest(session, plugin_, comp, nests, options_.recursive, record);
+                context.observe(session);
+                unnest(session, plugin_, comp, nests, options_.recursive, result.record);
             }
-            return ledger;
         } catch (const NothingChanged&) {
             refuse_faulty_content(document);
-            if (windows_ == nullptr || !record.alerts.empty()) throw;
+            if (windows_ == nullptr || !result.record.alerts.empty()) throw;
             throw Failure(ExitCode::failed, "cancelled in the dialog");
         } catch (const Failure&) {
             refuse_faulty_content(document);

@@ -33,7 +33,7 @@ AnimationFile::AnimationFile(const std::string& file, const std::string& id) : n
 
 void AnimationFile::choose(const std::string& id) {
     if (!is_collection()) {
-        if (!id.empty()) throw Failure(ExitCode::usage, "is no .lottie file: leave out --animation");
+        if (!id.empty()) throw Failure(ExitCode::usage, "is not a .lottie file: leave out --animation");
         chosen_.push_back(0);
         return;
     }

@@ -1,4 +1,4 @@
-// Works the plug-in's options dialog in the place of a person.
+// Works the plug-in's options dialog in place of a person.
 #include "cli/shared/dialog_operator.h"
 
 namespace cli {
@@ -19,7 +19,7 @@ constexpr const char* kOk = "Ok";
 void set_tick(Window& window, const char* text, bool wanted) {
     Element& box = window.control(text);
     if (box.value() == wanted) return;
-    // Two boxes that grey each other can both be grey when what the dialog remembers was changed by another hand.
+    // Two boxes that grey each other can both be grey when what the dialog remembers was edited by hand.
     box.set_enabled(true);
     window.click(box);
 }

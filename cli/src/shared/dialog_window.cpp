@@ -27,7 +27,7 @@ fs::path find_module() {
                   "dialog with its flags instead");
 }
 
-// A function of the module, which stays loaded: the toolkit does not bear being taken away.
+// A function of the module, which stays loaded: the toolkit cannot be unloaded.
 template <class Function>
 Function module_function(const char* name) {
     const fs::path file = find_module();

@@ -15,7 +15,7 @@ namespace {
 using host::model::Comp;
 using host::model::Layer;
 
-constexpr std::string_view kLookUp = " (exflate list shows them all)";
+constexpr std::string_view kSeeList = " (exflate list shows them all)";
 
 // The number in "#12"; nothing for any other text.
 std::optional<int> stack_number(std::string_view text) {
@@ -27,18 +27,18 @@ std::optional<int> stack_number(std::string_view text) {
     return number;
 }
 
-NothingFits no_nest(const Layer& layer) {
-    return NothingFits{"layer #" + std::to_string(layer.index() + 1) + " " + in_quotes(layer.display_name()) +
-                       " is no nest: its source is no composition" + std::string(kLookUp)};
+SelectionNotFound not_a_nest(const Layer& layer) {
+    return SelectionNotFound{"layer #" + std::to_string(layer.index() + 1) + " " + in_quotes(layer.display_name()) +
+                             " is not a nest: its source is not a composition" + std::string(kSeeList)};
 }
 
 Layer& layer_at(const Comp& comp, int number) {
     if (number < 1 || number > comp.layer_count()) {
-        throw NothingFits("composition " + in_quotes(comp.name()) + " has no layer #" + std::to_string(number) +
-                          ", only " + counted(static_cast<std::size_t>(comp.layer_count()), "layer"));
+        throw SelectionNotFound("composition " + in_quotes(comp.name()) + " has no layer #" + std::to_string(number) +
+                                ", only " + counted(static_cast<std::size_t>(comp.layer_count()), "layer"));
     }
     Layer& layer = comp.layer_at(number - 1);
-    if (!is_nest(layer)) throw no_nest(layer);
+    if (!is_nest(layer)) throw not_a_nest(layer);
     return layer;
 }
 
@@ -55,10 +55,10 @@ std::vector<Layer*> nests_named(const Comp& comp, const std::string& name) {
             other = layer;
         }
     }
-    if (found.empty() && other != nullptr) throw no_nest(*other);
+    if (found.empty() && other != nullptr) throw not_a_nest(*other);
     if (found.empty()) {
-        throw NothingFits("composition " + in_quotes(comp.name()) + " has no layer named " + in_quotes(name) +
-                          did_you_mean(name, nest_names) + std::string(kLookUp));
+        throw SelectionNotFound("composition " + in_quotes(comp.name()) + " has no layer named " + in_quotes(name) +
+                                did_you_mean(name, nest_names) + std::string(kSeeList));
     }
     return found;
 }
@@ -98,8 +98,8 @@ Comp& find_composition(const lottie::document::Document& document, const std::st
         if (!id.empty()) names.push_back(id);
     }
     if (found.empty()) {
-        throw NothingFits("there is no composition " + in_quotes(name_or_id) + did_you_mean(name_or_id, names) +
-                          std::string(kLookUp));
+        throw SelectionNotFound("there is no composition " + in_quotes(name_or_id) + did_you_mean(name_or_id, names) +
+                                std::string(kSeeList));
     }
     if (found.size() > 1) {
         std::string ways;

@@ -7,7 +7,7 @@
 namespace cli {
 
 // The settings file in the user's configuration folder; in memory when there is no such folder. What is wrong
-// with the file is told as a warning.
+// with the file is printed as a warning.
 host::script::Settings open_settings(const Console& console);
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// Names that a mistyped one may have meant.
+// What a mistyped name may have meant.
 #include "cli/shared/suggestions.h"
 
 #include <algorithm>
@@ -11,7 +11,7 @@
 namespace cli {
 namespace {
 
-constexpr std::size_t kMostSuggestions = 3;
+constexpr std::size_t kMaxSuggestions = 3;
 
 char lower(char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -40,7 +40,7 @@ std::size_t edit_distance(std::string_view a, std::string_view b) {
     return last[b.size()];
 }
 
-std::vector<std::string> near_names(std::string_view typed, const std::vector<std::string>& names) {
+std::vector<std::string> suggestions(std::string_view typed, const std::vector<std::string>& names) {
     const std::size_t reach = std::max<std::size_t>(2, typed.size() / 3);
     std::set<std::pair<std::size_t, std::string>> near;
     for (const std::string& name : names) {
@@ -48,19 +48,19 @@ std::vector<std::string> near_names(std::string_view typed, const std::vector<st
         const std::size_t shorter = std::min(name.size(), typed.size());
         if (longer - shorter > reach) continue;
         const std::size_t distance = edit_distance(typed, name);
-        // A name of which nothing is left after the edits is not near.
+        // A name that would be replaced as a whole is not near.
         if (distance <= reach && distance < longer) near.emplace(distance, name);
     }
     std::vector<std::string> result;
     for (const auto& [distance, name] : near) {
-        if (result.size() == kMostSuggestions) break;
+        if (result.size() == kMaxSuggestions) break;
         result.push_back(name);
     }
     return result;
 }
 
 std::string did_you_mean(std::string_view typed, const std::vector<std::string>& names) {
-    const std::vector<std::string> near = near_names(typed, names);
+    const std::vector<std::string> near = suggestions(typed, names);
     if (near.empty()) return "";
     std::string text = "; did you mean ";
     for (std::size_t i = 0; i < near.size(); ++i) {

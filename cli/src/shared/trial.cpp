@@ -68,17 +68,17 @@ host::script::Limits script_limits(double seconds) {
     return limits;
 }
 
-Trial try_unnesting(lottie::document::Document& document, const Surroundings& surroundings, Comp& comp,
+Trial try_unnesting(lottie::document::Document& document, const RunContext& context, Comp& comp,
                     const std::vector<Layer*>& nests) {
     auto& undo = document.project().undo();
     const std::size_t steps_before = undo.step_names().size();
     const PlacesBefore places(comp, nests);
     const std::string id = document.comp_id(comp);
-    host::runner::Session session(document.project(), surroundings.settings, surroundings.dialogs, surroundings.limits);
-    surroundings.observe(session);
+    host::runner::Session session(document.project(), context.settings, context.dialogs, context.limits);
+    context.observe(session);
     Trial trial;
     try {
-        unnest(session, surroundings.plugin, comp, nests, false, trial.record);
+        unnest(session, context.plugin, comp, nests, false, trial.record);
         trial.after = document.write();
         refuse_faulty_content(document);
     } catch (const Failure&) {
@@ -98,7 +98,7 @@ Trial try_unnesting(lottie::document::Document& document, const host::runner::Pl
     return try_unnesting(document, {plugin, settings, dialogs, limits}, comp, nests);
 }
 
-void take_back(lottie::document::Document& document) {
+void undo_trial(lottie::document::Document& document) {
     document.project().undo().undo();
 }
 

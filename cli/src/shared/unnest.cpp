@@ -19,7 +19,7 @@ using host::runner::VisitResult;
 using Layers = std::vector<Layer*>;
 
 // Compositions that share compositions multiply: ten levels of ten nests are 10^10 layers.
-constexpr double kMostLayers = 1'000'000;
+constexpr double kMaxLayers = 1'000'000;
 
 const Comp& source_of(const Layer& nest) {
     return *nest.source()->comp();
@@ -60,12 +60,12 @@ class Expansion {
     std::unordered_map<const Comp*, double> counts_;
 };
 
-void refuse_explosion(const Layers& nests, bool recursive) {
+void refuse_too_many_layers(const Layers& nests, bool recursive) {
     Expansion expansion;
     double layers = 0;
     for (const Layer* nest : nests)
         layers += recursive ? expansion.layers_of(source_of(*nest)) : source_of(*nest).layer_count();
-    if (layers <= kMostLayers) return;
+    if (layers <= kMaxLayers) return;
     throw Failure(ExitCode::usage, "more than a million layers would come out: choose fewer nests with --layer" +
                                        std::string(recursive ? " or leave out --recursive" : ""));
 }
@@ -75,14 +75,14 @@ void append(auto& all, auto&& more) {
 }
 
 // Keeps what was said and turns an error into a failure; `what` begins the sentence.
-void judge(VisitResult outcome, Record& record, const std::string& what) {
+void keep_and_check(VisitResult outcome, UnnestRecord& record, const std::string& what) {
     append(record.alerts, std::move(outcome.alerts));
     append(record.reports, std::move(outcome.reports));
     append(record.log, std::move(outcome.log));
     if (outcome.scripts_took_too_long) {
         throw Failure(ExitCode::failed,
                       "a script took too long and was ended: either a name in the file is itself a script, or there is "
-                      "very much to do; --script-time gives more time");
+                      "a great deal to do; --script-time gives more time");
     }
     if (!outcome.has_failed()) return;
     throw Failure(ExitCode::failed,
@@ -90,15 +90,15 @@ void judge(VisitResult outcome, Record& record, const std::string& what) {
                                              : " failed with error " + std::to_string(outcome.error)));
 }
 
-void start(host::runner::Session& session, const host::runner::PluginModule& plugin, Record& record) {
-    judge(session.start(plugin), record, "the plug-in cannot start: its entry point");
+void start(host::runner::Session& session, const host::runner::PluginModule& plugin, UnnestRecord& record) {
+    keep_and_check(session.start(plugin), record, "the plug-in cannot start: its entry point");
     if (session.menu_items().empty()) throw Failure(ExitCode::failed, "the plug-in has no command");
 }
 
-void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, Record& record) {
+void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, UnnestRecord& record) {
     comp.select(nests);
     const VisitResult outcome = session.run_command(session.menu_items().front().command);
-    judge(outcome, record, "the plug-in's command");
+    keep_and_check(outcome, record, "the plug-in's command");
     if (!outcome.is_enabled) throw Failure(ExitCode::failed, "the plug-in's command is not available for these layers");
     if (outcome.undo_steps.empty()) throw NothingChanged();
     record.nests += nests.size();
@@ -107,8 +107,8 @@ void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, 
 }  // namespace
 
 void unnest(host::runner::Session& session, const host::runner::PluginModule& plugin, Comp& comp, Layers nests,
-            bool recursive, Record& record) {
-    refuse_explosion(nests, recursive);
+            bool recursive, UnnestRecord& record) {
+    refuse_too_many_layers(nests, recursive);
     start(session, plugin, record);
     comp.project().set_active_panel(host::model::ActivePanel::timeline);
     comp.project().open_comp(&comp);

@@ -1,4 +1,4 @@
-// Animations from files, plain or packed, and back; every trouble is a Failure.
+// Animations from files, plain or packed, and back; every error is a Failure.
 #pragma once
 
 #include <cstddef>
@@ -31,8 +31,8 @@ void prepare_folder(const std::string& folder);
 // Writes the whole result or nothing; "-" is standard output. Throws Failure (failed).
 void write_result(std::string_view output, Pieces bytes);
 
-// What a .tgs file may have at the most to be taken as a sticker.
-constexpr std::size_t kMostStickerBytes = std::size_t{64} << 10;
+// Larger .tgs files are not accepted as stickers.
+constexpr std::size_t kMaxStickerBytes = std::size_t{64} << 10;
 
 class AnimationFile {
   public:
@@ -40,7 +40,7 @@ class AnimationFile {
     // Throws Failure: bad input, its place naming the entry at fault; usage if there is no animation of that id.
     AnimationFile(const std::string& file, const std::string& id);
 
-    // Of a .lottie file, even with one animation in it: its animations have names.
+    // Whether it is a .lottie file, even one with a single animation: its animations have names.
     bool is_collection() const { return form() == lottie::packed::Form::lottie; }
     std::optional<lottie::packed::Form> form() const;  // none of a plain file
     std::size_t byte_count() const { return byte_count_; }
@@ -48,7 +48,7 @@ class AnimationFile {
     // The chosen animations; at least one.
     std::size_t count() const { return chosen_.size(); }
     const std::string& text(std::size_t i) const;
-    // The same for who asks once: of a plain file there may be no text afterwards.
+    // The same, once: a plain file may have no text afterwards.
     std::string take_text(std::size_t i);
     std::string id(std::size_t i) const;     // empty where there is no choice
     std::string place(std::size_t i) const;  // a colon and the entry for sentences; empty where there is no choice

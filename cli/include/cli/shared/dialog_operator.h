@@ -1,4 +1,4 @@
-// Works the plug-in's options dialog in the place of a person.
+// Works the plug-in's options dialog in place of a person.
 #pragma once
 
 #include "cli/shared/dialog_answers.h"

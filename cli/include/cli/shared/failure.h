@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+#include "cli/console.h"
+
 namespace cli {
 
 // 1: a look changes (check), the plug-in did something else (replay).
@@ -23,5 +25,9 @@ class Failure : public std::runtime_error {
     ExitCode code_;
     std::string place_;
 };
+
+inline void print_failure(const Console& console, const std::string& file, const Failure& failure) {
+    console.say(Console::Tone::error, file + failure.place(), failure.what());
+}
 
 }  // namespace cli

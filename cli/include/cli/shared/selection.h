@@ -11,9 +11,9 @@
 namespace cli {
 
 // The animation has no such composition, layer or nest; another one of the same file may have it.
-class NothingFits : public Failure {
+class SelectionNotFound : public Failure {
   public:
-    explicit NothingFits(const std::string& sentence) : Failure(ExitCode::usage, sentence) {}
+    explicit SelectionNotFound(const std::string& sentence) : Failure(ExitCode::usage, sentence) {}
 };
 
 // Whether the layer's source is a composition, so that it can be un-nested.
@@ -26,12 +26,12 @@ std::vector<host::model::Layer*> nests_of(const host::model::Comp& comp);
 // with the number of new layers.
 std::vector<host::model::Layer*> new_nests_of(const host::model::Comp& comp, host::model::LayerId newest_before);
 
-// The composition of that id, else of that name; the main one for an empty text. Throws NothingFits if there is
+// The composition of that id, else of that name; the main one for an empty text. Throws SelectionNotFound if there is
 // none, near names being suggested, and Failure (usage) if several have the name.
 host::model::Comp& find_composition(const lottie::document::Document& document, const std::string& name_or_id);
 
 // The nests that the texts mean, in their order, each once: "#3" is the third layer of the stack, anything else all
-// nests of that name. Throws NothingFits for no such layer and for a layer that is no nest.
+// nests of that name. Throws SelectionNotFound for no such layer and for a layer that is no nest.
 std::vector<host::model::Layer*> find_nests(const host::model::Comp& comp, const std::vector<std::string>& texts);
 
 }  // namespace cli

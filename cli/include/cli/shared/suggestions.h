@@ -1,4 +1,4 @@
-// Names that a mistyped one may have meant.
+// What a mistyped name may have meant.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ namespace cli {
 std::size_t edit_distance(std::string_view a, std::string_view b);
 
 // The few names within reach of `typed` (a third of its length, at least 2), nearest first, each once.
-std::vector<std::string> near_names(std::string_view typed, const std::vector<std::string>& names);
+std::vector<std::string> suggestions(std::string_view typed, const std::vector<std::string>& names);
 
 // `; did you mean "A" or "B"?`, or nothing when no name is near.
 std::string did_you_mean(std::string_view typed, const std::vector<std::string>& names);

@@ -19,15 +19,15 @@ namespace cli {
 struct Trial {
     std::string after;  // the animation as it would be written
     lottie::looks::StackChange change;
-    Record record;
+    UnnestRecord record;
 };
 
 // What the scripts of one file may use, for every engine that works on it. Seconds of the processor's time for all of
 // them together; one may take a quarter of it.
 host::script::Limits script_limits(double seconds);
 
-// What a run meets besides the project; everything must outlive it.
-struct Surroundings {
+// What a run needs besides the project; all of it must outlive the run.
+struct RunContext {
     const host::runner::PluginModule& plugin;
     host::script::Settings& settings;
     host::scriptui::DialogDriver& dialogs;
@@ -38,15 +38,15 @@ struct Surroundings {
 
 // Un-nests the nests of one composition in one run and leaves the project that way. Throws Failure as unnest() does,
 // and for faults in the input's content; the project is then as it was before.
-Trial try_unnesting(lottie::document::Document& document, const Surroundings& surroundings, host::model::Comp& comp,
+Trial try_unnesting(lottie::document::Document& document, const RunContext& context, host::model::Comp& comp,
                     const std::vector<host::model::Layer*>& nests);
 
-// The same with a dialog that is answered so, and nothing remembered of it.
+// The same with the dialog answered like this, and nothing remembered of it.
 Trial try_unnesting(lottie::document::Document& document, const host::runner::PluginModule& plugin,
                     const DialogAnswers& answers, const host::script::Limits& limits, host::model::Comp& comp,
                     const std::vector<host::model::Layer*>& nests);
 
-// Takes the newest trial back.
-void take_back(lottie::document::Document& document);
+// Undoes the newest trial.
+void undo_trial(lottie::document::Document& document);
 
 }  // namespace cli

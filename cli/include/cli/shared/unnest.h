@@ -11,7 +11,7 @@
 namespace cli {
 
 // What the runs on one composition did and said.
-struct Record {
+struct UnnestRecord {
     std::size_t nests = 0;            // that were un-nested
     std::size_t layers_made = 0;      // that are in the composition and were not before
     std::size_t sources_deleted = 0;  // nested compositions
@@ -32,6 +32,6 @@ class NothingChanged : public Failure {
 // (failed) for whatever the plug-in or the host report; NothingChanged; Failure (usage) for an
 // expansion out of all proportion, before anything is run.
 void unnest(host::runner::Session& session, const host::runner::PluginModule& plugin, host::model::Comp& comp,
-            std::vector<host::model::Layer*> nests, bool recursive, Record& record);
+            std::vector<host::model::Layer*> nests, bool recursive, UnnestRecord& record);
 
 }  // namespace cli

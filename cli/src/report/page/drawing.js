@@ -5,8 +5,8 @@ const drawing = (() => {
   const kWidth = 1000;
   const kPanel = 430; // of one stack
   const kTop = 26;
-  const kMostOpen = 100; // layers that are drawn without folding
-  const kMostRows = 400;
+  const kMaxOpen = 100; // layers that are drawn without folding
+  const kMaxRows = 400;
   const kHues = 8;
 
   const number = (value) => String(Math.round(value * 1000) / 1000);
@@ -91,8 +91,8 @@ const drawing = (() => {
       }
       start = end;
     }
-    if (rows.length <= kMostRows) return rows;
-    const rest = rows.splice(kMostRows - 1).flatMap((row) => row.layers);
+    if (rows.length <= kMaxRows) return rows;
+    const rest = rows.splice(kMaxRows - 1).flatMap((row) => row.layers);
     rows.push({ layers: rest, isFold: true });
     return rows;
   }
@@ -230,7 +230,7 @@ const drawing = (() => {
   function fillSection(data) {
     const stacks = told(data);
     const place = document.getElementById("drawing");
-    const isLarge = Math.max(stacks.before.length, stacks.after.length) > kMostOpen;
+    const isLarge = Math.max(stacks.before.length, stacks.after.length) > kMaxOpen;
     document.getElementById("layers-summary").textContent = summary(stacks);
     fillLegend(stacks);
     place.append(draw(data, stacks, isLarge));

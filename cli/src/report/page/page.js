@@ -42,7 +42,7 @@
     setVerdict(byId("verdict"), data.verdict);
     byId("summary").textContent = data.nests.length
       ? `${counted(data.nests.length, "nest")} of composition ${quoted(composition.name)}: ${parts.join(", ")}.`
-      : `Composition ${quoted(composition.name)} holds no nest: nothing to un-nest.`;
+      : `Composition ${quoted(composition.name)} has no nests: nothing to un-nest.`;
     const facts = [
       ["Composition", `${number(composition.width)} × ${number(composition.height)}, ${number(composition.frame_rate)} frames a second`],
       ["Layers", `${number(data.stack_before.length)} → ${number(data.stack_after.length)}`],

@@ -1,11 +1,11 @@
-// Names that a mistyped one may have meant.
+// What a mistyped name may have meant.
 #include "cli/shared/suggestions.h"
 
 #include <gmock/gmock.h>
 
 using cli::did_you_mean;
 using cli::edit_distance;
-using cli::near_names;
+using cli::suggestions;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
@@ -27,20 +27,20 @@ TEST(EditDistance, upper_and_lower_case_are_equal) {
     EXPECT_EQ(edit_distance("INTRO", "intro"), 0U);
 }
 
-TEST(NearNames, the_nearest_stands_first_and_far_ones_are_left_out) {
-    EXPECT_THAT(near_names("Intor", {"Outro comp", "Intros", "Intro", "Background"}), ElementsAre("Intro", "Intros"));
+TEST(Suggestions, the_nearest_stands_first_and_far_ones_are_left_out) {
+    EXPECT_THAT(suggestions("Intor", {"Outro comp", "Intros", "Intro", "Background"}), ElementsAre("Intro", "Intros"));
 }
 
-TEST(NearNames, each_name_is_suggested_once_and_at_most_three) {
-    EXPECT_THAT(near_names("layer", {"layer 1", "layer 1", "layer 2", "layer 3", "layer 4"}),
+TEST(Suggestions, each_name_is_suggested_once_and_at_most_three) {
+    EXPECT_THAT(suggestions("layer", {"layer 1", "layer 1", "layer 2", "layer 3", "layer 4"}),
                 ElementsAre("layer 1", "layer 2", "layer 3"));
 }
 
-TEST(NearNames, a_short_name_with_nothing_in_common_is_not_near) {
-    EXPECT_THAT(near_names("x", {"y", "ab", ""}), IsEmpty());
+TEST(Suggestions, a_short_name_with_nothing_in_common_is_not_near) {
+    EXPECT_THAT(suggestions("x", {"y", "ab", ""}), IsEmpty());
 }
 
-TEST(NearNames, the_question_joins_them) {
+TEST(Suggestions, the_question_joins_them) {
     EXPECT_EQ(did_you_mean("Intor", {"Intro", "Intro2", "Into"}), "; did you mean \"Into\", \"Intro\" or \"Intro2\"?");
     EXPECT_EQ(did_you_mean("Intor", {"Intro"}), "; did you mean \"Intro\"?");
     EXPECT_EQ(did_you_mean("Intor", {"Background"}), "");

@@ -1,5 +1,5 @@
-// What people are told about one file, on standard error.
-#include "shared/summary.h"
+// What `exflate run` says about one file, on standard error.
+#include "run/summary.h"
 
 #include <cstdio>
 
@@ -10,7 +10,7 @@ namespace {
 
 using Tone = Console::Tone;
 
-std::string sources(const Record& record) {
+std::string sources(const UnnestRecord& record) {
     const std::string noun = "nested composition";
     if (record.sources_deleted == 0) return counted(record.sources_kept, noun) + " kept";
     if (record.sources_kept == 0) return counted(record.sources_deleted, noun) + " deleted";
@@ -29,55 +29,51 @@ std::string written_to(const std::string& output) {
     return output.empty() ? "" : "; written to " + output;
 }
 
-std::string ledger_line(const LedgerEntry& entry) {
-    std::string line = "nest #" + std::to_string(entry.number) + " " + in_quotes(entry.name) + " " +
-                       (entry.kept_because.empty() ? "un-nested" : "kept") + ": " + std::string(name(entry.verdict)) +
-                       ", " + counted(entry.layers, "layer");
-    if (entry.bytes) {
+std::string judged_nest_line(const JudgedNest& nest) {
+    std::string line = "nest #" + std::to_string(nest.number) + " " + in_quotes(nest.name) + " " +
+                       (nest.kept_because.empty() ? "un-nested" : "kept") + ": " + std::string(name(nest.verdict)) +
+                       ", " + counted(nest.layers, "layer");
+    if (nest.bytes) {
         char text[40];
-        std::snprintf(text, sizeof text, ", %+lld bytes", *entry.bytes);
+        std::snprintf(text, sizeof text, ", %+lld bytes", *nest.bytes);
         line += text;
     }
-    return line + (entry.kept_because.empty() ? "" : "; " + entry.kept_because);
+    return line + (nest.kept_because.empty() ? "" : "; " + nest.kept_because);
 }
 
 }  // namespace
 
-void tell_messages(const Console& console, const std::string& file, const Record& record) {
+void print_messages(const Console& console, const std::string& file, const UnnestRecord& record) {
     for (const host::scriptui::Alert& alert : record.alerts) {
         console.say(Tone::warning, file, (alert.title.empty() ? "" : alert.title + ": ") + alert.message);
     }
     for (const std::string& report : record.reports) console.say(Tone::warning, file, "the plug-in says: " + report);
 }
 
-void tell_success(const Console& console, const std::string& file, const std::string& composition, const Record& record,
-                  Sizes sizes, const std::string& output) {
+void print_success(const Console& console, const std::string& file, const std::string& composition,
+                   const UnnestRecord& record, Sizes sizes, const std::string& output) {
     std::string sentence = counted(record.nests, "nest") + " of composition " + in_quotes(composition) +
                            " un-nested, " + counted(record.layers_made, "layer") + " made, " + sources(record) + ", " +
                            growth(sizes);
     console.say(Tone::good, file, sentence + written_to(output));
 }
 
-void tell_packed(const Console& console, const std::string& file, Sizes sizes, const std::string& output) {
+void print_packed(const Console& console, const std::string& file, Sizes sizes, const std::string& output) {
     console.say(Tone::good, file, "packed, " + growth(sizes) + written_to(output));
 }
 
-void tell_too_large(const Console& console, const std::string& file, std::size_t bytes) {
+void print_too_large(const Console& console, const std::string& file, std::size_t bytes) {
     console.say(Tone::warning, file,
-                "has " + std::to_string(bytes) + " bytes now, and a sticker is taken with " +
-                    std::to_string(kMostStickerBytes) + " at the most: --max-growth or --layer un-nest less");
+                "has " + std::to_string(bytes) + " bytes now, and a sticker may have " +
+                    std::to_string(kMaxStickerBytes) + " at most: un-nest less with --max-growth or --layer");
 }
 
-void tell_ledger(const Console& console, const std::string& file, const Ledger& ledger) {
-    for (const LedgerEntry& entry : ledger.entries) console.say(Tone::plain, file, ledger_line(entry));
+void print_judged_nests(const Console& console, const std::string& file, const std::vector<JudgedNest>& nests) {
+    for (const JudgedNest& nest : nests) console.say(Tone::plain, file, judged_nest_line(nest));
 }
 
-void tell_log(const Console& console, const std::string& file, const Record& record) {
+void print_log(const Console& console, const std::string& file, const UnnestRecord& record) {
     for (const std::string& sentence : record.log) console.say(Tone::plain, file, sentence);
-}
-
-void tell_failure(const Console& console, const std::string& file, const Failure& failure) {
-    console.say(Tone::error, file + failure.place(), failure.what());
 }
 
 }  // namespace cli

@@ -1,0 +1,37 @@
+// What `exflate run` says about one file, on standard error.
+#pragma once
+
+#include <string>
+
+#include "cli/console.h"
+#include "cli/shared/unnest.h"
+#include "run/judged_run.h"
+
+namespace cli {
+
+// Alerts and messages of the plug-in, in full.
+void print_messages(const Console& console, const std::string& file, const UnnestRecord& record);
+
+// The file's size in bytes before and after.
+struct Sizes {
+    std::size_t before = 0;
+    std::size_t after = 0;
+};
+
+// The counts, the growth, and where the result went (empty: standard output).
+void print_success(const Console& console, const std::string& file, const std::string& composition,
+                   const UnnestRecord& record, Sizes sizes, const std::string& output);
+
+// The growth of a packed file, and where it went (empty: standard output).
+void print_packed(const Console& console, const std::string& file, Sizes sizes, const std::string& output);
+
+// A sticker that was small enough and is no longer.
+void print_too_large(const Console& console, const std::string& file, std::size_t bytes);
+
+// What became of each nest of a judged run.
+void print_judged_nests(const Console& console, const std::string& file, const std::vector<JudgedNest>& nests);
+
+// What the host noticed on the way: failed calls and scripts that the plug-in may have ignored.
+void print_log(const Console& console, const std::string& file, const UnnestRecord& record);
+
+}  // namespace cli
