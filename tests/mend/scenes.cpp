@@ -70,11 +70,35 @@ std::vector<Scene> matte_scenes() {
     };
 }
 
+std::string red_that_follows(const std::string& text) {
+    return solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression(text, "[20,20,0]")}})}});
+}
+
+std::vector<Scene> name_scenes() {
+    const auto beside_another_blue = [](const std::string& text) {
+        return animation(
+            {.above = {solid(30, "blue", 10, 10, "#00ff00")},
+             .inside = {red_that_follows(text), solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(40, 40)}})}});
+    };
+    const auto of_number = [](const std::string& text) {
+        return inside({red_that_follows(text), solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(40, 40)}})});
+    };
+    return {
+        {Reason::name_clash, "a name that a layer above has too", Outcome::mended,
+         beside_another_blue("thisComp.layer('blue').transform.position"), false},
+        {Reason::name_clash, "a name that nobody asks for", Outcome::untouched, beside_another_blue("[20,20]"), false},
+        {Reason::layer_reference, "a number that is written out", Outcome::mended,
+         of_number("thisComp.layer(2).transform.position"), false},
+        {Reason::layer_reference, "a number that is worked out", Outcome::stays,
+         of_number("thisComp.layer(1+1).transform.position"), false},
+    };
+}
+
 }  // namespace
 
 std::vector<Scene> all_scenes() {
     std::vector<Scene> all;
-    for (auto&& scenes : {trim_scenes(), place_scenes(), matte_scenes()})
+    for (auto&& scenes : {trim_scenes(), place_scenes(), matte_scenes(), name_scenes()})
         all.insert(all.end(), scenes.begin(), scenes.end());
     return all;
 }

@@ -161,9 +161,12 @@ class ExpressionFindings {
     }
 
     void look_at_numbers(const Case& one, const ExpressionUse& use, bool is_copy) {
-        for (const double number : use.layer_numbers) {
+        if (use.layer_numbers.empty() && !use.has_computed_layer) return;
+        const std::vector<double> numbers_after = read_expression(one.after_text).layer_numbers;
+        for (std::size_t i = 0; i < use.layer_numbers.size(); ++i) {
+            const double number = use.layer_numbers[i];
             const auto meant = layer_numbered(one.stack, number);
-            const auto found = layer_numbered(u_.result(), number);
+            const auto found = layer_numbered(u_.result(), i < numbers_after.size() ? numbers_after[i] : number);
             const auto wanted = meant ? successor(*meant, is_copy) : std::nullopt;
             const bool is_same = meant ? wanted && found == wanted : !found;
             note(Reason::layer_reference, is_same ? Weight::harmless : Weight::change, one,

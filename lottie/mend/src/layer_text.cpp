@@ -1,12 +1,15 @@
 // A layer as text, with members that can be read and set.
 #include "layer_text.h"
 
+#include <algorithm>
+
 #include "document/json_text.h"
 #include "document/layer_members.h"
 #include "document/object_edit.h"
 
 namespace lottie::mend {
 
+using document::JsonKind;
 using document::JsonNode;
 using document::JsonTree;
 using document::Slice;
@@ -51,6 +54,42 @@ void LayerText::set_number(std::string_view key, double value) {
 
 void LayerText::remove(std::string_view key) {
     if (!member(key).empty()) changes_.insert_or_assign(std::string(key), std::nullopt);
+}
+
+std::vector<std::string> LayerText::keys() const {
+    std::vector<std::string> keys;
+    for (const JsonNode* member : tree().children(tree().root()))
+        keys.push_back(document::decode_string(member->key.of(text_)));
+    for (const auto& [key, value] : changes_) {
+        if (std::find(keys.begin(), keys.end(), key) == keys.end()) keys.push_back(key);
+    }
+    return keys;
+}
+
+void LayerText::rewrite_expressions(const std::function<std::optional<std::string>(const std::string&)>& rewrite) {
+    for (const std::string& key : keys()) {
+        const std::string value(member(key));
+        if (value.find("\"x\"") == std::string::npos) continue;
+        const JsonTree inside(value, {0, static_cast<std::uint32_t>(value.size())});
+        document::Patch patch;
+        std::vector<const JsonNode*> open = {&inside.root()};
+        while (!open.empty()) {
+            const JsonNode& node = *open.back();
+            open.pop_back();
+            const auto children = inside.children(node);
+            for (auto child = children.rbegin(); child != children.rend(); ++child) {
+                if ((*child)->kind == JsonKind::object || (*child)->kind == JsonKind::array) open.push_back(*child);
+            }
+            const JsonNode* expression = inside.member(&node, "x");
+            if (expression == nullptr || expression->kind != JsonKind::string) continue;
+            const auto text = rewrite(document::decode_string(inside.text(*expression)));
+            if (text) patch.replace(expression->text, document::encode_string(*text));
+        }
+        if (patch.is_empty()) continue;
+        document::Written out;
+        patch.write(value, {0, static_cast<std::uint32_t>(value.size())}, out);
+        set(key, out.text());
+    }
 }
 
 std::string LayerText::text() const {

@@ -1,10 +1,12 @@
 // A layer as text, with members that can be read and set.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "document/json_tree.h"
 #include "document/patch.h"
@@ -30,6 +32,10 @@ class LayerText {
     void set_number(std::string_view key, double value);
     void remove(std::string_view key);
 
+    // Its expressions as they are now, in the order of the text; `rewrite` gives what is to stand in the place of one,
+    // nothing where it stays.
+    void rewrite_expressions(const std::function<std::optional<std::string>(const std::string&)>& rewrite);
+
     // As it was, for looking deeper.
     const document::JsonTree& tree() const;
 
@@ -38,6 +44,8 @@ class LayerText {
     std::string text() const;
 
   private:
+    std::vector<std::string> keys() const;
+
     std::string own_;
     const std::string& text_;
     document::Slice where_;

@@ -28,6 +28,10 @@ constexpr Remedy kRemedies[] = {
     {Reason::auto_orient, mend_place},
     {Reason::children, mend_children},
     {Reason::lost_link, mend_lost_link},
+    {Reason::name_clash, mend_names},
+    {Reason::long_name, mend_names},
+    {Reason::quoted_name, mend_names},
+    {Reason::layer_reference, mend_layer_reference},
 };
 
 }  // namespace

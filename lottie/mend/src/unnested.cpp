@@ -2,6 +2,7 @@
 #include "unnested.h"
 
 #include <algorithm>
+#include <set>
 #include <stdexcept>
 
 #include "document/json_text.h"
@@ -165,6 +166,37 @@ std::int64_t Unnested::number_of(LayerText& layer) {
     if (const auto number = layer.number("ind")) return static_cast<std::int64_t>(*number);
     layer.set("ind", std::to_string(++largest_number_));
     return largest_number_;
+}
+
+std::string Unnested::name_of(const LayerText& layer) {
+    const std::string_view name = layer.member("nm");
+    return name.starts_with('"') ? document::decode_string(name) : "";
+}
+
+LayerText* Unnested::find(const std::string& name) const {
+    for (const Entry& entry : result_) {
+        if (name_of(*entry.layer) == name) return entry.layer.get();
+    }
+    return nullptr;
+}
+
+Nest* Unnested::owner_of(const LayerText& layer) const {
+    const Origin& origin = result_[place_of(layer)].origin;
+    if (origin.kind != Origin::Kind::copied) return nullptr;
+    for (const auto& nest : nests_) {
+        if (nest->place == origin.nest) return nest.get();
+    }
+    return nullptr;
+}
+
+void Unnested::rename(LayerText& layer) const {
+    std::set<std::string> taken;
+    for (const Entry& entry : result_) taken.insert(name_of(*entry.layer));
+    for (const KeptLayer& before : stack_) taken.insert(name_of(before.before));
+    const std::string name = name_of(layer);
+    int number = 2;
+    while (taken.contains(name + " " + std::to_string(number))) ++number;
+    layer.set("nm", document::encode_string(name + " " + std::to_string(number)));
 }
 
 std::string Unnested::text() const {

@@ -73,6 +73,15 @@ class Unnested {
     // The number that `layer` has in the result; gives it one if it has none.
     std::int64_t number_of(LayerText& layer);
 
+    // The name of a layer as it is now.
+    static std::string name_of(const LayerText& layer);
+    // The layer of the result that an expression finds by that name; null for none.
+    LayerText* find(const std::string& name) const;
+    // The nest whose layers the layer of the result is one of; null for none.
+    Nest* owner_of(const LayerText& layer) const;
+    // Gives a layer of the result a name that no other has.
+    void rename(LayerText& layer) const;
+
     std::string text() const;
     looks::StackChange change() const;
 
