@@ -55,7 +55,7 @@ enum {
     A_Err_LAST,
 };
 
-// value / scale seconds; a scale of 0 is no time at all.
+// value / scale seconds; a scale of 0 is not a valid time.
 typedef struct A_Time {
     A_long value;
     A_u_long scale;

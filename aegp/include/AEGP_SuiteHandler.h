@@ -1,4 +1,4 @@
-// The suite handler: acquires each suite on its first use and releases all it holds when it goes.
+// The suite handler: acquires each suite on its first use and releases all of them when it is destroyed.
 #pragma once
 
 #include <stddef.h>

@@ -20,7 +20,7 @@ AEGP_SuiteHandler::AEGP_SuiteHandler(const SPBasicSuite* pica_basicP) : basic_(p
 
 AEGP_SuiteHandler::~AEGP_SuiteHandler() {
     for (size_t i = 0; i < kSuiteCount; ++i) {
-        // A release that fails leaves nothing to do here, and nobody to tell.
+        // Nothing can be done about a release that fails, and there is no one to report it to.
         if (tables_[i] != nullptr) (void)basic_->ReleaseSuite(kKeys[i].name, kKeys[i].version);
     }
 }

@@ -1,4 +1,4 @@
-// The words of the layout checks. Only names that the interface itself publishes may be given to them.
+// The macros of the layout checks. Only names that the interface itself publishes may be given to them.
 #pragma once
 
 #include <stddef.h>
@@ -19,7 +19,7 @@
 #define CHECK_SIGNED(type) static_assert(static_cast<type>(-1) < static_cast<type>(0), #type " is not signed")
 #define CHECK_UNSIGNED(type) static_assert(static_cast<type>(-1) > static_cast<type>(0), #type " is not unsigned")
 
-#define CHECK_VALUE(name, value) static_assert((name) == (value), #name " has not the host's value")
+#define CHECK_VALUE(name, value) static_assert((name) == (value), #name " does not have the host's value")
 
 #define CHECK_TEXT(name, text) static_assert(layout::same_text(name, text), #name " is not the host's text")
 

@@ -1,5 +1,5 @@
 // Values of our edition of the interface only: the counts that grow with it, and the names that nothing here uses.
-// The developer's kit may have them otherwise.
+// The developer's kit may have other values for them.
 #include "layout_checks.h"
 
 CHECK_VALUE(kSPNoError, 0);

@@ -1,4 +1,4 @@
-// The values of the constants that this program and its host speak in.
+// The values of the constants that the host and its plug-ins exchange.
 #include "layout_checks.h"
 
 CHECK_TEXT(kSPBasicSuite, "SP Basic Suite");

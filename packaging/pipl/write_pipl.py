@@ -14,7 +14,7 @@ MAX_PASCAL_STRING = 255
 def code(text):
     """Four characters as they stand in a macOS resource."""
     if len(text) != 4 or not text.isascii():
-        raise ValueError(f'"{text}" is no code of four ASCII characters')
+        raise ValueError(f'"{text}" is not a code of four ASCII characters')
     return text.encode('ascii')
 
 
@@ -28,7 +28,7 @@ def pascal_string(text):
 
 def plugin_name(text):
     if not 0 < len(text) <= MAX_NAME:
-        raise ValueError(f'the name "{text}" has not 1 to {MAX_NAME} characters')
+        raise ValueError(f'the name "{text}" does not have 1 to {MAX_NAME} characters')
     return pascal_string(text)
 
 

@@ -99,7 +99,7 @@ A_Err match_keyframes(const PluginInfo* info, AEGP_LayerH destination, AEGP_Laye
 // errors are returned.
 A_Err copy_effects_to_all_layers(const PluginInfo* info, AEGP_LayerH source, AEGP_Collection2H layers);
 
-// Applies the source's effects anew, with their state, parameters, keyframes and expressions.
+// Re-applies the source's effects, with their state, parameters, keyframes and expressions.
 A_Err copy_effects_to_layer(const PluginInfo* info, AEGP_LayerH source, AEGP_LayerH destination);
 
 // ---- Parents (EX_Util_parents.cpp)
@@ -147,7 +147,7 @@ A_Err modify_all_layer_names(const PluginInfo* info, AEGP_Collection2H layers, c
 // std::range_error for a name that has no UTF-8 form.
 A_Err fix_all_expressions(const PluginInfo* info, const wchar_t* oldName, const wchar_t* newName);
 
-// ---- Nobody calls these: they belong to the set of operations, but no command needs them
+// ---- Not called by anything: part of the set of operations, but no command needs them
 
 // count times: the layer at index goes to the top (EX_Util_order.cpp).
 A_Err order_layers_to_top(const PluginInfo* info, AEGP_CompH comp, int index, int count);

@@ -1,4 +1,4 @@
-// Applying one layer's effects anew to another.
+// Re-applying one layer's effects to another layer.
 #include "AEGP_SuiteHandler.h"
 #include "AE_Macros.h"
 #include "EX_Util.h"
@@ -175,12 +175,12 @@ A_Err copy_effects_to_all_layers(const PluginInfo* info, AEGP_LayerH source, AEG
     AEGP_SuiteHandler suites(info->pica_basicP);
     A_Err err = A_Err_NONE;
     A_u_long count = 0;
-    AEGP_CollectionItemV2 item = {};  // outlives the pass: once reading fails, the last item read is acted on again
+    AEGP_CollectionItemV2 item = {};  // outside the loop: when reading fails, the last item read is handled again
 
     ERR(suites.CollectionSuite2()->AEGP_GetCollectionNumItems(layers, &count));
     for (A_u_long i = 0; i < count; ++i) {
         ERR(suites.CollectionSuite2()->AEGP_GetCollectionItemByIndex(layers, i, &item));
-        // A layer that refuses an effect does not keep the others from theirs.
+        // A layer that refuses an effect does not stop the others from getting theirs.
         if (is_layer_item(item)) (void)copy_effects_to_layer(info, source, item.u.layer.layerH);
     }
     return err;

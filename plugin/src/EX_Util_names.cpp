@@ -41,7 +41,7 @@ A_Err modify_layer_name(const PluginInfo* info, AEGP_LayerH layer, const wchar_t
     std::wstring name;
     A_UTF16Char new_name[kMaxNameCharacters + 1] = {};
 
-    // A layer whose name cannot be read is renamed all the same.
+    // A layer whose name cannot be read is still renamed.
     (void)get_layer_name_w(info, layer, &name);
     if (is_given(prefix)) name = prefix + (separator + name);
     if (is_given(suffix)) name += std::wstring(separator) + suffix;
@@ -57,7 +57,7 @@ A_Err modify_all_layer_names(const PluginInfo* info, AEGP_Collection2H layers, c
     AEGP_SuiteHandler suites(info->pica_basicP);
     A_Err err = A_Err_NONE;
     A_u_long count = 0;
-    AEGP_CollectionItemV2 item = {};  // outlives the pass: once reading fails, the last item read is acted on again
+    AEGP_CollectionItemV2 item = {};  // outside the loop: when reading fails, the last item read is handled again
 
     ERR(suites.CollectionSuite2()->AEGP_GetCollectionNumItems(layers, &count));
     for (A_u_long i = 0; i < count; ++i) {
@@ -66,7 +66,7 @@ A_Err modify_all_layer_names(const PluginInfo* info, AEGP_Collection2H layers, c
         const AEGP_LayerH layer = item.u.layer.layerH;
         std::wstring old_name;
         std::wstring new_name;
-        // Neither an unreadable name nor a failed repair keeps the other layers from their names.
+        // Neither an unreadable name nor a failed repair stops the renaming.
         (void)get_layer_name_w(info, layer, &old_name);
         ERR(modify_layer_name(info, layer, prefix, suffix, separator));
         (void)get_layer_name_w(info, layer, &new_name);

@@ -53,7 +53,7 @@ A_Err set_all_layers_to_3D(const PluginInfo* info, AEGP_Collection2H layers) try
     return missing_suite;
 }
 
-// ---- Nobody calls this
+// ---- Not called by anything
 
 A_Err order_layers_to_top(const PluginInfo* info, AEGP_CompH comp, int index, int count) try {
     AEGP_SuiteHandler suites(info->pica_basicP);

@@ -15,7 +15,7 @@ A_Err clear_parents_in_precomp(const PluginInfo* info, AEGP_LayerH precompLayer,
     AEGP_ItemH item = nullptr;
     AEGP_CompH comp = nullptr;
     A_long layer_count = 0;
-    // These outlive the pass: the list gets its entry for every layer, after a failure from the values read last.
+    // Outside the loop: the list gets an entry for every layer, and after a failure repeats the values read last.
     AEGP_LayerH layer = nullptr;
     AEGP_LayerH parent = nullptr;
     A_long parent_index = kNoParent;
@@ -90,7 +90,7 @@ A_Err parent_unparented_to(const PluginInfo* info, AEGP_LayerH parent, std::vect
     return missing_suite;
 }
 
-// ---- Nobody calls this
+// ---- Not called by anything
 
 A_Err get_comp_from_precomp(const PluginInfo* info, AEGP_LayerH precompLayer, AEGP_CompH* comp) try {
     AEGP_SuiteHandler suites(info->pica_basicP);

@@ -1,4 +1,4 @@
-// Clearing parents by script, which keeps the layers where they are seen.
+// Clearing parents by script, which does not move the layers on screen.
 #include "AEGP_SuiteHandler.h"
 #include "AE_Macros.h"
 #include "EX_Util.h"

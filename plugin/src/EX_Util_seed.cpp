@@ -42,7 +42,7 @@ A_Err add_random_seed_to_expressions(const PluginInfo* info, AEGP_LayerH layer, 
     ERR(suites.MemorySuite1()->AEGP_LockMemHandle(expression, &text));
     std::string seeded = "seedRandom(" + std::to_string(seed) + "); // this line was added by Exflate \n\n";
     if (text != nullptr) seeded += static_cast<const A_char*>(text);
-    // Freed as it is, locked.
+    // Freed while it is still locked.
     ERR(suites.MemorySuite1()->AEGP_FreeMemHandle(expression));
 
     ERR(suites.StreamSuite4()->AEGP_SetExpression(info->plugin_id, stream, seeded.c_str()));

@@ -1,4 +1,4 @@
-// A solid layer of the pre-comp's size and timing. Nobody calls this.
+// A solid layer of the pre-comp's size and timing. Not called by anything.
 #include "AEGP_SuiteHandler.h"
 #include "AE_Macros.h"
 #include "EX_Util.h"

@@ -59,7 +59,7 @@ A_Err match_precomp_timing(const PluginInfo* info, AEGP_LayerH precompLayer, std
                                                                       &duration_layer));
         }
 
-        // The tail: the in-point is read anew, the duration is still the one from before the head was trimmed.
+        // The tail: the in-point is read again, the duration is still the one from before the head was trimmed.
         ERR(suites.LayerSuite5()->AEGP_GetLayerInPoint(layer, AEGP_LTimeMode_CompTime, &in_comp));
         const A_long out = wrapping_sum(in_comp.value, duration_comp.value);
         const A_long precomp_out = wrapping_sum(precomp_in_comp.value, precomp_duration.value);

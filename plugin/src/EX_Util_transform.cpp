@@ -28,7 +28,7 @@ A_Err add_keyframes(const PluginInfo* info, AEGP_SuiteHandler& suites, AEGP_Stre
     return err;
 }
 
-// Flags that are all clear leave the destination's as the host set them.
+// When no flag is set, the destination keeps the flags that the host gave it.
 A_Err copy_flags(AEGP_SuiteHandler& suites, AEGP_StreamRefH source, AEGP_StreamRefH destination, A_long index) {
     A_Err err = A_Err_NONE;
     AEGP_KeyframeFlags flags = AEGP_KeyframeFlag_NONE;

@@ -157,7 +157,7 @@ A_Err exflate_layer(A_Err err, CommandRun* run, AEGP_SuiteHandler& suites, AEGP_
     std::vector<int> parents;
     AEGP_Collection2H new_layers = nullptr;
     A_Boolean is_3d = false;
-    A_long index_before_move = -1;  // read, and of no further use
+    A_long index_before_move = -1;  // read but not used
     unsigned char changed = 0;
 
     ERR(create_matching_null(info, precomp_layer, &null_layer));
@@ -203,8 +203,8 @@ A_Err exflate_layer(A_Err err, CommandRun* run, AEGP_SuiteHandler& suites, AEGP_
 }
 
 // Every pre-comp layer of the selection in turn; *count becomes the number of all selected items. err is the run's so
-// far. A missing suite gets out and leaves the undo group open; any other exception becomes a code, so that it is
-// closed.
+// far. A missing suite's exception passes through, which leaves the undo group open; any other becomes a code, so that
+// the group is closed.
 A_Err exflate_selection(A_Err err, CommandRun* run, AEGP_SuiteHandler& suites, A_u_long* count) try {
     AEGP_Collection2H selection = nullptr;  // never disposed
 
@@ -277,7 +277,7 @@ A_Err CommandHook(AEGP_GlobalRefcon /*plugin_refconP*/, AEGP_CommandRefcon /*ref
     err = exflate_selection(err, &run, suites, &count);
     ERR2(suites.UtilitySuite6()->AEGP_EndUndoGroup());
 
-    // Run even when it is empty.
+    // The script is run even when it is empty.
     const char* alert = closing_alert(run.not_deleted, count);
     ERR(suites.UtilitySuite6()->AEGP_ExecuteScript(S_my_id, alert, false, nullptr, nullptr));
     return err;

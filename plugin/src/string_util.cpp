@@ -37,7 +37,7 @@ int simple_int_count(int value) {
     return digits;
 }
 
-// ---- Nobody calls these
+// ---- Not called by anything
 
 const char* copyConvertUTF16IntoStringLiteral(A_UTF16Char* /*text*/, char* /*out*/) {
     return "testing";

@@ -20,7 +20,7 @@ char* sprintf(const char* format, int count, ...);
 // Decimal digits of the value's magnitude, 1 to 10; a minus sign is not counted.
 int simple_int_count(int value);
 
-// ---- Nobody calls these: they belong to the set of helpers, but no operation needs them
+// ---- Not called by anything: part of the set of helpers, but no operation needs them
 
 // Gives the static text "testing" and ignores both arguments.
 const char* copyConvertUTF16IntoStringLiteral(A_UTF16Char* text, char* out);

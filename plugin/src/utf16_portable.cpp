@@ -22,7 +22,7 @@ bool is_code_point(wchar_t character) {
 
 void write_utf16(const wchar_t* text, std::size_t characters, A_UTF16Char* out) {
     std::wstring code_points(text, characters);
-    // The converter throws at what is no code point; the host gets the replacement character instead.
+    // The converter throws at anything that is not a code point; the host gets the replacement character instead.
     std::replace_if(
         code_points.begin(), code_points.end(), [](wchar_t character) { return !is_code_point(character); }, L'\xFFFD');
 

@@ -59,7 +59,7 @@ must_stop(layout_suites include/aegp_suites/memory_suite_1.h "AEGP_LockMemHandle
   "AEGP_UnlockMemHandle)(AEGP_MemHandle memH);\n    A_Err (*AEGP_LockMemHandle)(AEGP_MemHandle memH, void** ptr_to_ptr)"
   "AEGP_MemorySuite1::AEGP_LockMemHandle is not where the host has it")
 must_stop(layout_suites include/aegp_suites/names_and_versions.h "kAEGPLayerSuiteVersion5 11" "kAEGPLayerSuiteVersion5 5"
-  "kAEGPLayerSuiteVersion5 has not the host's value")
+  "kAEGPLayerSuiteVersion5 does not have the host's value")
 must_stop(layout_suites include/aegp_suites/names_and_versions.h "AEGP Proj Suite" "AEGP Project Suite"
   "kAEGPProjSuite is not the host's text")
 
@@ -75,6 +75,6 @@ must_stop(layout_records include/aegp_types/collection.h "AEGP_StreamRefH stream
 
 # Values.
 must_stop(layout_values include/aegp_types/layer.h "AEGP_LayerFlag_LAYER_IS_3D = 1 << 11" "AEGP_LayerFlag_LAYER_IS_3D = 1 << 12"
-  "AEGP_LayerFlag_LAYER_IS_3D has not the host's value")
+  "AEGP_LayerFlag_LAYER_IS_3D does not have the host's value")
 must_stop(layout_edition include/AE_Effect.h "PF_Xfer_DISSOLVE," "PF_Xfer_DISSOLVE = 7,"
-  "PF_Xfer_DISSOLVE has not the host's value")
+  "PF_Xfer_DISSOLVE does not have the host's value")

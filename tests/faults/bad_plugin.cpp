@@ -13,20 +13,20 @@ namespace {
 
 enum class Mistake {
     keeps_every_promise,
-    crashes,                  // ends the whole process when a call failed
-    disposes_twice,           // disposes of its collection a second time
-    edits_outside_its_group,  // opens its undo group when the work is already done
-    forgets_that_it_handled,  // says that it handled the command only when that succeeded
-    frees_locked_memory,      // forgets to unlock what its script gave back
-    goes_on_after_an_error,   // clears up after a failed call, which nobody asked for
-    hangs,                    // waits for ever for its undo group when that was refused
-    holds_a_suite,            // never gives one of its suites back
-    leaves_a_handle,          // never frees what its script gave back
-    leaves_the_group_open,    // ends its undo group only when nothing failed
-    returns_another_code,     // says that something failed, but not what
-    stops_for_a_trifle,       // gives up when its finishing touch fails, which nobody minds
-    swallows_an_error,        // stops after a failed call, and then says that all went well
-    throws,                   // lets an exception out when a call failed
+    crashes,                    // ends the whole process when a call failed
+    disposes_twice,             // disposes of its collection a second time
+    edits_outside_its_group,    // opens its undo group when the work is already done
+    forgets_that_it_handled,    // says that it handled the command only when that succeeded
+    frees_locked_memory,        // forgets to unlock what its script gave back
+    goes_on_after_an_error,     // cleans up after a failed call, which it did not promise
+    hangs,                      // waits forever for its undo group when that was refused
+    holds_a_suite,              // never gives one of its suites back
+    leaves_a_handle,            // never frees what its script gave back
+    leaves_the_group_open,      // ends its undo group only when nothing failed
+    returns_another_code,       // says that something failed, but not what
+    stops_for_a_minor_failure,  // gives up when its finishing touch fails, which should not matter
+    swallows_an_error,          // stops after a failed call, and then says that all went well
+    throws,                     // lets an exception out when a call failed
 };
 
 constexpr bool makes(Mistake mistake) {
@@ -59,7 +59,7 @@ A_Err hide_layers(AEGP_SuiteHandler& suites, AEGP_Collection2H layers) {
     return err;
 }
 
-// The finishing touch: nobody minds if it fails. Comes after the selection was disposed of.
+// The finishing touch: it does not matter if it fails. Comes after the selection was disposed of.
 A_Err finish() try {
     AEGP_SuiteHandler suites(sP);
     A_Err err = A_Err_NONE;
@@ -94,7 +94,7 @@ A_Err run(A_Boolean* handledPB) try {
         ERR2(suites.CollectionSuite2()->AEGP_DisposeCollection(selection));
     else
         ERR(suites.CollectionSuite2()->AEGP_DisposeCollection(selection));
-    if (makes(Mistake::stops_for_a_trifle)) {
+    if (makes(Mistake::stops_for_a_minor_failure)) {
         ERR(finish());
     } else if (err == A_Err_NONE) {
         (void)finish();

@@ -69,7 +69,7 @@ const std::vector<BadPlugin> kBadPlugins = {
     {"throws", "exception"},
     {"swallows_an_error", "error-swallowed"},
     {"returns_another_code", "code-changed"},
-    {"stops_for_a_trifle", "run-stopped"},
+    {"stops_for_a_minor_failure", "run-stopped"},
     {"goes_on_after_an_error", "calls-after"},
     {"leaves_the_group_open", "undo-group"},
     {"holds_a_suite", "suite-held"},

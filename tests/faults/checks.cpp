@@ -250,7 +250,7 @@ class Judge {
         }
     }
 
-    // Whether what a call made or locked may stay because a call failed later and nothing is cleared up then.
+    // Whether what a call made or locked may stay because a call failed later and nothing is cleaned up then.
     bool was_interrupted(std::size_t i) const {
         if (failure_ && i < *failure_) return true;
         return std::any_of(interrupted_.begin(), interrupted_.end(), [&](std::size_t at) {

@@ -160,7 +160,7 @@ std::vector<NotedCall> noted_calls() {
     return calls;
 }
 
-TEST(Reach, the_scenarios_come_by_every_call_in_the_sources) {
+TEST(Reach, the_scenarios_reach_every_call_in_the_sources) {
     const std::vector<NotedCall> noted = noted_calls();
     const std::vector<CallSite> sites = call_sites();
     EXPECT_GT(sites.size(), 150U);

@@ -23,7 +23,7 @@ std::uint64_t stride_of(const SweepVisit& clean, const Effort& effort) {
     return (count_of(clean, MadeCall::Kind::suite) + effort.most_per_kind - 1) / effort.most_per_kind;
 }
 
-// Each kind begins at another n, so that together they come by more calls than one of them.
+// Each kind begins at another n, so that together they reach more calls than one of them.
 std::vector<PlannedFault> faults_of(const SweepVisit& clean, std::uint64_t stride) {
     std::vector<PlannedFault> faults = {{}};
     std::uint64_t first = 0;

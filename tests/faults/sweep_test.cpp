@@ -10,7 +10,7 @@
 namespace faults {
 namespace {
 
-constexpr const char* kRefresh = "docs/faults.md is out of date; make it anew with: fault_table docs/faults.md";
+constexpr const char* kRefresh = "docs/faults.md is out of date; regenerate it with: fault_table docs/faults.md";
 constexpr std::size_t kMostFindingsShown = 20;
 
 std::string committed_page() {

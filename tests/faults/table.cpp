@@ -7,29 +7,26 @@
 namespace faults {
 namespace {
 
-constexpr const char* kIntroduction =
-    "# What becomes of a failing call\n"
-    "\n"
-    "Every call that the plug-in makes was failed, in every scenario of `tests/faults`, each in a run of its own, and "
-    "the\n"
-    "rest of that run was held against the plug-in's promises: the code that is returned, the calls that may follow, "
-    "the\n"
-    "undo group, suites, handles and memory, the command counted as handled, and a project that one undo gives back as "
-    "it\n"
-    "was. This page is made by the sweep:\n"
-    "\n"
-    "    build/release/tests/faults/fault_table docs/faults.md\n"
-    "\n"
-    "| Column | What it counts |\n"
-    "|---|---|\n"
-    "| calls, suites | calls of suites, and acquisitions of suites, when nothing fails |\n"
-    "| once, on | runs in which the n-th call failed alone; in which it and every later one failed; for each n |\n"
-    "| refused, missing | runs in which the n-th acquisition alone was refused; and all later ones of that suite |\n"
-    "| alone | runs in which the n-th call failed and no suite was given after it |\n"
-    "| returned | runs that ended with the code of the failure |\n"
-    "| went on | runs that dropped the failure on purpose and did everything else |\n"
-    "| broken | runs in which a promise was broken |\n"
-    "\n";
+constexpr const char* kIntroduction = R"(# What becomes of a failing call
+
+Every call that the plug-in makes was failed, in every scenario of `tests/faults`, each in a run of its own, and the
+rest of that run was checked against the plug-in's promises: the code that is returned, the calls that may follow, the
+undo group, suites, handles and memory, the command counted as handled, and a project that one undo gives back as it
+was. This page is made by the sweep:
+
+    build/release/tests/faults/fault_table docs/faults.md
+
+| Column | What it counts |
+|---|---|
+| calls, suites | calls of suites, and acquisitions of suites, when nothing fails |
+| once, on | runs in which the n-th call failed alone; in which it and every later one failed; for each n |
+| refused, missing | runs in which the n-th acquisition alone was refused; and all later ones of that suite |
+| alone | runs in which the n-th call failed and no suite was given after it |
+| returned | runs that ended with the code of the failure |
+| went on | runs that dropped the failure on purpose and did everything else |
+| broken | runs in which a promise was broken |
+
+)";
 
 constexpr const char* kHead =
     "| Scenario | calls | suites | once | on | refused | missing | alone | returned | went on | broken |\n"

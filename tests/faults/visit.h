@@ -26,10 +26,10 @@ struct PlannedFault {
     std::string words() const;
 };
 
-// Codes that no host gives.
+// Codes that no host returns.
 inline constexpr A_Err kFirstCode = 4711;   // the failing call
 inline constexpr A_Err kLaterCode = 4712;   // calls refused after it
-inline constexpr A_Err kRefusedSuite = 17;  // what the plug-in makes of it is its own matter
+inline constexpr A_Err kRefusedSuite = 17;  // the plug-in may turn it into another code
 
 struct SweepVisit {
     std::vector<MadeCall> calls;  // of the door alone

@@ -95,8 +95,8 @@ class Limits(unittest.TestCase):
     def test_of_a_name_are_1_and_47_characters(self):
         for system in ('macos', 'windows'):
             self.assertIn(b'\x2f' + b'n' * 47, written(system, name='n' * 47))
-        self.refused('has not 1 to 47 characters', name='n' * 48)
-        self.refused('has not 1 to 47 characters', name='')
+        self.refused('does not have 1 to 47 characters', name='n' * 48)
+        self.refused('does not have 1 to 47 characters', name='')
 
     def test_of_other_texts_are_255_characters(self):
         for system in ('macos', 'windows'):
@@ -106,8 +106,8 @@ class Limits(unittest.TestCase):
 
     def test_leave_out_what_is_not_ascii(self):
         self.refused('is not all ASCII', name='Exflät')
-        self.refused('is no code of four ASCII characters', kind='AEg')
-        self.refused('is no code of four ASCII characters', kind='AEgxx')
+        self.refused('is not a code of four ASCII characters', kind='AEg')
+        self.refused('is not a code of four ASCII characters', kind='AEgxx')
 
 
 if __name__ == '__main__':

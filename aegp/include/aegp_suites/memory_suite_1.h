@@ -1,4 +1,4 @@
-// Memory handles. Each lock wants an unlock, each handle from the host wants freeing.
+// Memory handles. Each lock needs an unlock, each handle from the host must be freed.
 #pragma once
 
 #include "aegp_types/handles.h"

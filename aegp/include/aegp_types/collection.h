@@ -80,7 +80,7 @@ typedef struct AEGP_KeyframeCollectionItem {
     AEGP_KeyframeIndex index;
 } AEGP_KeyframeCollectionItem;
 
-// type says which member of u holds; its width is that of A_LegacyEnumType.
+// type says which member of u is valid; its width is that of A_LegacyEnumType.
 typedef struct AEGP_CollectionItemV2 {
     AEGP_CollectionItemType type;
     union {

@@ -50,7 +50,7 @@ typedef struct AEGP_LoopBehavior {
     A_long reserved;
 } AEGP_LoopBehavior;
 
-// Obtained from the host, changed and given back; never filled from nothing.
+// Obtained from the host, changed and given back; never made from scratch.
 typedef struct AEGP_FootageInterp {
     AEGP_InterlaceLabel il;
     AEGP_AlphaLabel al;

@@ -128,7 +128,7 @@ typedef struct AEGP_ThreeDVal {
 typedef A_FpLong AEGP_FourDVal[4];
 typedef A_Handle AEGP_ArbBlockVal;
 
-// Which member holds depends on the stream's AEGP_StreamType.
+// Which member is valid depends on the stream's AEGP_StreamType.
 typedef union AEGP_StreamVal2 {
     AEGP_FourDVal four_d;
     AEGP_ThreeDVal three_d;
