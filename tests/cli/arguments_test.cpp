@@ -203,7 +203,7 @@ TEST(Arguments, the_dialogs_choices_are_refused_where_a_person_makes_them) {
 TEST(Arguments, numbers_out_of_their_range_are_refused) {
     const std::vector<std::pair<Arguments, std::vector<const char*>>> wrong = {
         {{"a", "--script-time"}, {"0", "-1", "soon", "nan", "1e9", ""}},
-        {{"a", "--max-growth"}, {"-1", "nan", "inf", ""}},
+        {{"a", "--max-growth"}, {"-1", "nan", "inf", "many", ""}},
         {{"a", "--jobs"}, {"0", "-1", "1.5", "1025", "many", ""}},
         {{"dialog", "--picture", "p.png", "--scale"}, {"0", "9", "nan", "2x", ""}}};
     for (const auto& [arguments, values] : wrong) {

@@ -227,8 +227,7 @@ INSTANTIATE_TEST_SUITE_P(Everywhere, BrokenWrites, testing::ValuesIn(all_cases()
 
 // Were there others, they would have to be added to the library that breaks calls.
 TEST(BrokenWritesThemselves, know_every_call_of_a_write) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     ASSERT_EQ(exflate(sandbox, with_fault({"-i", "a.json"}, kFaults[0], 0)).exit_code, 0);
     std::vector<std::string> calls = calls_made(sandbox);
     calls.resize(static_cast<std::size_t>(calls_until_done(calls)));
@@ -255,8 +254,7 @@ class BrokenSettings : public testing::TestWithParam<Fault> {
 };
 
 TEST_P(BrokenSettings, are_the_old_ones_or_the_new_ones_and_no_run_fails_for_them) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     ASSERT_EQ(run_in(sandbox, {.arguments = kArguments, .without_settings_folder = true}).exit_code, 0);
     const std::string result = sandbox.read("b.json");
     sandbox.write("no_nest.json", test::no_nest());

@@ -14,11 +14,9 @@ using testing::Not;
 
 namespace {
 
-Finished check(const std::string& animation, const std::vector<std::string>& flags = {}) {
-    const Sandbox sandbox;
-    std::vector<std::string> arguments = {"check", sandbox.write("a.json", animation)};
-    arguments.insert(arguments.end(), flags.begin(), flags.end());
-    return exflate(sandbox, arguments);
+Finished check(const std::string& animation, std::vector<std::string> flags = {}) {
+    flags.insert(flags.begin(), "check");
+    return test::exflate_on(animation, flags);
 }
 
 // The names of the nests in a JSON report.
@@ -61,13 +59,15 @@ TEST(Check, every_nest_of_every_composition_is_checked_by_itself) {
 }
 
 TEST(Check, comp_and_layer_choose_what_is_checked) {
-    EXPECT_THAT(nests_of(check(test::three_nests(), {"--format", "json", "--comp", "Outer"})), ElementsAre("Inner"));
-    EXPECT_THAT(nests_of(check(test::three_nests(), {"--format", "json", "--comp", "Main"})),
-                ElementsAre("Left", "Right", "Box"));
-    EXPECT_THAT(nests_of(check(test::three_nests(), {"--format", "json", "--layer", "#3", "--layer", "Left"})),
-                ElementsAre("Box", "Left"));
-    EXPECT_THAT(nests_of(check(test::three_nests(), {"--format", "json", "--comp", "comp_1", "--layer", "Inner"})),
-                ElementsAre("Inner"));
+    const std::vector<std::pair<std::vector<std::string>, std::vector<std::string>>> choices = {
+        {{"--comp", "Outer"}, {"Inner"}},
+        {{"--comp", "Main"}, {"Left", "Right", "Box"}},
+        {{"--layer", "#3", "--layer", "Left"}, {"Box", "Left"}},
+        {{"--comp", "comp_1", "--layer", "Inner"}, {"Inner"}}};
+    for (auto [flags, nests] : choices) {
+        flags.emplace_back("--format=json");
+        EXPECT_EQ(nests_of(check(test::three_nests(), flags)), nests);
+    }
 }
 
 TEST(Check, a_choice_that_is_not_there_is_wrong_usage) {
@@ -142,8 +142,7 @@ TEST(Check, one_nest_leaves_no_trace_in_the_next) {
 }
 
 TEST(Check, nothing_is_written_and_the_file_keeps_its_bytes) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::fading_nest());
+    const Sandbox sandbox(test::fading_nest());
     for (const char* format : {"text", "json", "junit"}) {
         exflate(sandbox, {"check", "a.json", "--format", format, "--prove", "--delete-source", "--prefix", "x"});
     }

@@ -53,8 +53,7 @@ TEST(Jobs, say_write_and_answer_what_one_does) {
 }
 
 TEST(Jobs, more_than_there_are_files_do_no_harm) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     sandbox.write("b.json", test::one_nest());
     EXPECT_EQ(exflate(sandbox, {"run", "-j", "1000", "-i", "a.json", "b.json"}).exit_code, 0);
     EXPECT_EQ(sandbox.read("a.json"), sandbox.read("b.json"));
@@ -98,8 +97,7 @@ TEST(Jobs, a_crash_takes_only_its_own_file_along) {
 
 TEST(Jobs, a_line_on_a_terminal_tells_how_far_it_is_and_goes_in_the_end) {
     const auto in_terminal = [](std::map<std::string, std::string> environment) {
-        const Sandbox sandbox;
-        sandbox.write("a.json", test::one_nest());
+        const Sandbox sandbox(test::one_nest());
         sandbox.write("b.json", test::one_nest());
         return exflate(sandbox, {.arguments = {"run", "--jobs", "2", "-i", "a.json", "b.json"},
                                  .environment = std::move(environment),
@@ -116,21 +114,10 @@ TEST(Jobs, a_line_on_a_terminal_tells_how_far_it_is_and_goes_in_the_end) {
 }
 
 TEST(Jobs, there_is_no_such_line_elsewhere) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     sandbox.write("b.json", test::one_nest());
     const Finished finished = exflate(sandbox, {"run", "--jobs", "2", "-i", "a.json", "b.json"});
     EXPECT_THAT(finished.err, MatchesRegex("a.json: [^\n]*\nb.json: [^\n]*\n"));
-}
-
-TEST(Jobs, go_with_neither_a_window_nor_a_journal_and_are_a_number) {
-    const Sandbox sandbox;
-    for (const std::vector<std::string>& more : std::vector<std::vector<std::string>>{
-             {"--jobs", "2", "--dialog"}, {"--jobs", "2", "--journal", "j"}, {"--jobs", "0"}, {"--jobs", "many"}}) {
-        const Finished finished = exflate(sandbox, arguments({"run", "a.json", "-i"}, more));
-        EXPECT_EQ(finished.exit_code, 2) << finished.err;
-        EXPECT_THAT(finished.err, HasSubstr("--jobs"));
-    }
 }
 
 }  // namespace

@@ -72,8 +72,7 @@ TEST(Journal, is_all_that_a_replay_needs) {
 }
 
 TEST(Journal, tells_of_the_demo_with_every_option) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", demo());
+    const Sandbox sandbox(demo());
     for (const char* option : {"--discard-attributes", "--delete-source", "--keep-in-comp", "--prefix=Löwe\n\"x",
                                "--prepend-name", "--fix-random", "--recursive"}) {
         std::vector<std::string> arguments = kRecord;
@@ -84,8 +83,7 @@ TEST(Journal, tells_of_the_demo_with_every_option) {
 }
 
 TEST(Journal, tells_of_several_files_and_rounds) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     sandbox.write("b.json", test::three_nests());
     EXPECT_EQ(exflate(sandbox, {"a.json", "b.json", "--recursive", "-i", "--journal", "run.journal"}).exit_code, 0);
     EXPECT_THAT(sandbox.read("run.journal"), AllOf(HasSubstr("session(\"a.json\")"), HasSubstr("session(\"b.json\")")));
@@ -178,8 +176,7 @@ TEST(Journal, that_cannot_be_played_is_bad_input) {
 }
 
 TEST(Journal, never_overwrites_what_the_run_reads_or_writes) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     const std::vector<std::vector<std::string>> wrong = {
         {"a.json", "--journal", "a.json"},
         {"a.json", "-i", "--journal", "./a.json"},
@@ -197,8 +194,7 @@ TEST(Journal, never_overwrites_what_the_run_reads_or_writes) {
 }
 
 TEST(Journal, that_cannot_be_made_stops_the_run) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     const Finished finished = exflate(sandbox, {"a.json", "-o", "flat.json", "--journal", "none/run.journal"});
     EXPECT_EQ(finished.exit_code, 4);
     EXPECT_EQ(finished.err, "exflate: the journal 'none/run.journal' cannot be written: No such file or directory\n");
@@ -206,8 +202,7 @@ TEST(Journal, that_cannot_be_made_stops_the_run) {
 }
 
 TEST(Journal, that_does_not_fit_on_the_disk_is_told_and_spoils_no_result) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     const Finished finished = exflate(sandbox, {.arguments = kRecord, .most_bytes_per_file = 6000});
     EXPECT_EQ(finished.exit_code, 4);
     EXPECT_THAT(finished.err, HasSubstr("exflate: the journal 'run.journal' cannot be written: File too large\n"));

@@ -14,11 +14,9 @@ using testing::HasSubstr;
 
 namespace {
 
-Finished list(const std::string& animation, const std::vector<std::string>& flags = {}) {
-    const Sandbox sandbox;
-    std::vector<std::string> arguments = {"list", sandbox.write("a.json", animation)};
-    arguments.insert(arguments.end(), flags.begin(), flags.end());
-    return exflate(sandbox, arguments);
+Finished list(const std::string& animation, std::vector<std::string> flags = {}) {
+    flags.insert(flags.begin(), "list");
+    return test::exflate_on(animation, flags);
 }
 
 TEST(List, nests_are_shown_with_what_is_inside_and_a_shared_composition_once) {

@@ -29,6 +29,13 @@ class Report : public testing::Test {
         return exflate(sandbox_, {.arguments = all, .input = input, .environment = {{"EXFLATE_PLAYER", "player.js"}}});
     }
 
+    // The page of the animation, which comes to that exit code.
+    std::string page_of(const std::string& animation, int code = 0, std::vector<std::string> arguments = {}) const {
+        arguments.insert(arguments.end(), {sandbox_.write("a.json", animation), "-o", "page.html"});
+        EXPECT_EQ(report(arguments).exit_code, code);
+        return sandbox_.read("page.html");
+    }
+
     test::Sandbox sandbox_;
 };
 
@@ -64,19 +71,15 @@ std::string cut_off() {
 }
 
 TEST_F(Report, holds_the_animation_before_and_the_one_that_run_writes) {
-    sandbox_.write("a.json", test::one_nest());
-    EXPECT_EQ(report({"a.json", "-o", "page.html"}).exit_code, 0);
+    const std::string page = page_of(test::one_nest());
     EXPECT_EQ(exflate(sandbox_, {"run", "a.json", "-o", "flat.json"}).exit_code, 0);
-    const std::string page = sandbox_.read("page.html");
     EXPECT_EQ(rewritten(part(page, "before-animation")), rewritten(test::one_nest()));
     EXPECT_EQ(rewritten(part(page, "after-animation")), rewritten(sandbox_.read("flat.json")));
 }
 
 TEST_F(Report, is_one_file_that_forbids_every_network) {
-    sandbox_.write("a.json", test::one_nest());
-    EXPECT_EQ(report({"a.json", "-o", "page.html"}).exit_code, 0);
+    const std::string page = page_of(test::one_nest());
     EXPECT_EQ(sandbox_.names(), (std::vector<std::string>{"LICENSE.md", "a.json", "page.html", "player.js"}));
-    const std::string page = sandbox_.read("page.html");
     EXPECT_THAT(page, HasSubstr("http-equiv=\"Content-Security-Policy\" content=\"default-src 'none';"));
     EXPECT_THAT(page, AllOf(Not(HasSubstr("<script src")), Not(HasSubstr("https://")), Not(HasSubstr("@import"))));
     EXPECT_EQ(count(page, "http://"), count(page, "http://www.w3.org/2000/svg"));  // a name, not a place
@@ -90,9 +93,7 @@ TEST_F(Report, goes_to_standard_output_without_o_and_tells_the_counts_beside_it)
 }
 
 TEST_F(Report, of_a_look_that_changes_ends_with_one_and_shows_the_worst_frame) {
-    sandbox_.write("a.json", cut_off());
-    EXPECT_EQ(report({"a.json", "-o", "page.html"}).exit_code, 1);
-    const auto data = test::parsed(part(sandbox_.read("page.html"), "data"));
+    const auto data = test::parsed(part(page_of(cut_off(), 1), "data"));
     EXPECT_STREQ(data["verdict"].GetString(), "changes");
     const auto& nest = data["nests"][0];
     EXPECT_STREQ(nest["verdict"].GetString(), "changes");
@@ -105,9 +106,7 @@ TEST_F(Report, of_a_look_that_changes_ends_with_one_and_shows_the_worst_frame) {
 }
 
 TEST_F(Report, tells_where_every_layer_comes_from) {
-    sandbox_.write("a.json", test::one_nest());
-    EXPECT_EQ(report({"a.json", "-o", "page.html"}).exit_code, 0);
-    const auto data = test::parsed(part(sandbox_.read("page.html"), "data"));
+    const auto data = test::parsed(part(page_of(test::one_nest()), "data"));
     std::vector<std::string> layers;
     for (const auto& layer : data["stack_after"].GetArray()) {
         std::string told = std::string(layer["name"].GetString()) + " " + layer["origin"].GetString();
@@ -155,50 +154,30 @@ TEST_F(Report, lets_no_name_end_a_script_or_open_a_comment) {
 }
 
 TEST_F(Report, keeps_a_player_inside_its_element_and_its_licence_in_the_page) {
-    sandbox_.write("a.json", test::one_nest());
-    EXPECT_EQ(report({"a.json", "-o", "page.html"}).exit_code, 0);
-    const std::string page = sandbox_.read("page.html");
+    const std::string page = page_of(test::one_nest());
     EXPECT_EQ(part(page, "player-program"), "lottie = '<\\/script><\\!--';");
     EXPECT_STREQ(test::parsed(part(page, "data"))["licence"].GetString(), "Do what you like.");
 }
 
 TEST_F(Report, of_the_same_input_is_the_same_page) {
-    sandbox_.write("a.json", cut_off());
-    report({"a.json", "-o", "one.html"});
-    report({"a.json", "-o", "two.html"});
-    EXPECT_EQ(sandbox_.read("one.html"), sandbox_.read("two.html"));
+    EXPECT_EQ(page_of(cut_off(), 1), page_of(cut_off(), 1));
 }
 
 TEST_F(Report, of_a_composition_shows_that_one) {
-    sandbox_.write("a.json", test::three_nests());
-    EXPECT_LE(report({"a.json", "--comp", "Outer", "-o", "page.html"}).exit_code, 1);
-    const std::string page = sandbox_.read("page.html");
+    const std::string page = page_of(test::three_nests(), 0, {"--comp", "Outer"});
     EXPECT_EQ(test::layer_names(part(page, "before-animation")), (std::vector<std::string>{"Inner", "frame"}));
     EXPECT_THAT(test::layer_names(part(page, "after-animation")), testing::Contains("core"));
     EXPECT_EQ(test::parsed(part(page, "data"))["nests"].Size(), 1U);
 }
 
 TEST_F(Report, of_an_animation_without_nests_shows_it_as_it_is) {
-    sandbox_.write("a.json", test::no_nest());
-    EXPECT_EQ(report({"a.json", "-o", "page.html"}).exit_code, 0);
-    const std::string page = sandbox_.read("page.html");
+    const std::string page = page_of(test::no_nest());
     EXPECT_EQ(part(page, "before-animation"), part(page, "after-animation"));
     EXPECT_EQ(test::parsed(part(page, "data"))["nests"].Size(), 0U);
 }
 
 TEST_F(Report, leaves_the_animation_as_it_was) {
-    sandbox_.write("a.json", test::one_nest());
-    report({"a.json", "-o", "page.html"});
-    EXPECT_EQ(sandbox_.read("a.json"), test::one_nest());
-}
-
-TEST_F(Report, refuses_to_replace_its_own_input_under_whatever_name) {
-    sandbox_.write("a.json", test::one_nest());
-    for (const std::string& output : {std::string("a.json"), sandbox_.path("a.json").string()}) {
-        const auto finished = report({"a.json", "-o", output});
-        EXPECT_EQ(finished.exit_code, 2);
-        EXPECT_THAT(finished.err, HasSubstr("would replace the animation"));
-    }
+    page_of(test::one_nest());
     EXPECT_EQ(sandbox_.read("a.json"), test::one_nest());
 }
 
@@ -218,25 +197,30 @@ TEST_F(Report, says_what_is_missing_without_a_player_and_writes_nothing) {
     EXPECT_THAT(sandbox_.names(), Not(testing::Contains("page.html")));
 }
 
-TEST_F(Report, tells_a_missing_or_broken_file_and_a_layer_that_is_none) {
+struct Refused {
+    std::vector<std::string> arguments;
+    int code;
+    const char* sentence;
+};
+
+TEST_F(Report, that_cannot_be_made_is_told) {
     sandbox_.write("a.json", test::one_nest());
     sandbox_.write("broken.json", "{\"layers\":");
-    const auto missing = report({"nowhere.json", "-o", "page.html"});
-    EXPECT_EQ(missing.exit_code, 3);
-    EXPECT_THAT(missing.err, HasSubstr("nowhere.json: cannot be read"));
-    const auto broken = report({"broken.json", "-o", "page.html"});
-    EXPECT_EQ(broken.exit_code, 3);
-    EXPECT_THAT(broken.err, HasSubstr("broken.json:1:"));
-    EXPECT_EQ(report({"a.json", "--layer", "nobody", "-o", "page.html"}).exit_code, 2);
+    const std::vector<Refused> all = {
+        {{"nowhere.json", "-o", "page.html"}, 3, "nowhere.json: cannot be read"},
+        {{"broken.json", "-o", "page.html"}, 3, "broken.json:1:"},
+        {{"a.json", "--layer", "nobody", "-o", "page.html"}, 2, "has no layer named \"nobody\""},
+        {{"a.json", "-o", "a.json"}, 2, "would replace the animation"},
+        {{"a.json", "-o", sandbox_.path("a.json")}, 2, "would replace the animation"},
+        {{"a.json", "-o", "no/such/folder/page.html"}, 4, "'no/such/folder/page.html' cannot be written"},
+        {{"a.json", "-o", "/dev/full"}, 4, "cannot be written"}};
+    for (const Refused& refused : all) {
+        const auto finished = report(refused.arguments);
+        EXPECT_EQ(finished.exit_code, refused.code);
+        EXPECT_THAT(finished.err, HasSubstr(refused.sentence));
+    }
     EXPECT_THAT(sandbox_.names(), Not(testing::Contains("page.html")));
-}
-
-TEST_F(Report, that_cannot_be_written_is_told) {
-    sandbox_.write("a.json", test::one_nest());
-    const auto finished = report({"a.json", "-o", "no/such/folder/page.html"});
-    EXPECT_EQ(finished.exit_code, 4);
-    EXPECT_THAT(finished.err, HasSubstr("'no/such/folder/page.html' cannot be written"));
-    EXPECT_EQ(report({"a.json", "-o", "/dev/full"}).exit_code, 4);
+    EXPECT_EQ(sandbox_.read("a.json"), test::one_nest());
 }
 
 }  // namespace

@@ -26,19 +26,20 @@ Finished run(const Sandbox& sandbox, Flags flags) {
 }
 
 Finished run(const Flags& flags) {
-    const Sandbox sandbox;
-    return run(sandbox, flags);
+    return run(Sandbox(), flags);
 }
 
-TEST(RunDialog, a_prefix_stands_in_front_of_each_name) {
-    EXPECT_THAT(layer_names(run({"--prefix", "fx"}).out), ElementsAre("Title", "fx_circle", "fx_square", "Background"));
-}
-
-TEST(RunDialog, the_nests_name_and_a_prefix_are_joined) {
-    EXPECT_THAT(layer_names(run({"--prepend-name"}).out),
-                ElementsAre("Title", "Intro_circle", "Intro_square", "Background"));
-    EXPECT_THAT(layer_names(run({"--prepend-name", "--prefix", "é"}).out),
-                ElementsAre("Title", "Intro_é_circle", "Intro_é_square", "Background"));
+TEST(RunDialog, layers_are_named_as_answered) {
+    const std::string longest(50, 'p');
+    const std::vector<std::pair<Flags, std::string>> answers = {{{}, ""},
+                                                                {{"--prefix", "fx"}, "fx_"},
+                                                                {{"--prefix", longest}, longest + "_"},
+                                                                {{"--prepend-name"}, "Intro_"},
+                                                                {{"--prepend-name", "--prefix", "é"}, "Intro_é_"}};
+    for (const auto& [flags, start] : answers) {
+        EXPECT_THAT(layer_names(run(flags).out),
+                    ElementsAre("Title", start + "circle", start + "square", "Background"));
+    }
 }
 
 TEST(RunDialog, the_source_is_deleted_only_on_request) {
@@ -50,8 +51,7 @@ TEST(RunDialog, the_source_is_deleted_only_on_request) {
 }
 
 TEST(RunDialog, a_source_that_is_used_elsewhere_is_kept_and_the_alert_shown_in_full) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::three_nests());
+    const Sandbox sandbox(test::three_nests());
     const Finished finished = exflate(sandbox, {"a.json", "--layer", "Left", "--delete-source"});
     EXPECT_EQ(finished.exit_code, 0);
     EXPECT_THAT(
@@ -83,16 +83,9 @@ TEST(RunDialog, random_expressions_get_a_seed_only_on_request) {
     std::string text = test::one_nest();
     const std::string plain = R"("r":{"a":0,"k":0})";
     text.replace(text.find(plain), plain.size(), R"x("r":{"a":0,"k":0,"x":"random(10)"})x");
-    const Sandbox sandbox;
-    sandbox.write("a.json", text);
+    const Sandbox sandbox(text);
     EXPECT_THAT(exflate(sandbox, {"a.json", "--fix-random"}).out, HasSubstr("seedRandom("));
     EXPECT_THAT(exflate(sandbox, {"a.json"}).out, testing::Not(HasSubstr("seedRandom(")));
-}
-
-TEST(RunDialog, a_prefix_of_50_bytes_is_taken) {
-    const std::string longest(50, 'p');
-    EXPECT_THAT(layer_names(run({"--prefix", longest}).out),
-                ElementsAre("Title", longest + "_circle", longest + "_square", "Background"));
 }
 
 TEST(RunDialog, a_prefix_of_51_bytes_is_refused_with_the_plug_ins_alert) {
@@ -145,8 +138,7 @@ TEST(RunDialog, whatever_was_answered_before_changes_nothing) {
 }
 
 TEST(RunDialog, nothing_remembers_anything_without_a_home) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     const Finished finished = exflate(sandbox, {.arguments = {"a.json"}, .without_settings_folder = true});
     EXPECT_EQ(finished.exit_code, 0);
     EXPECT_EQ(finished.out, run({}).out);
@@ -154,8 +146,7 @@ TEST(RunDialog, nothing_remembers_anything_without_a_home) {
 }
 
 TEST(RunDialog, the_settings_stand_in_the_home_folder_without_a_configuration_folder) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     const Finished finished = exflate(
         sandbox,
         {.arguments = {"a.json"}, .environment = {{"HOME", sandbox.folder()}}, .without_settings_folder = true});
@@ -164,8 +155,7 @@ TEST(RunDialog, the_settings_stand_in_the_home_folder_without_a_configuration_fo
 }
 
 TEST(RunDialog, settings_that_cannot_be_saved_are_told_and_change_nothing) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     const Finished finished = exflate(sandbox, {.arguments = {"a.json", "--prefix", "x"},
                                                 .environment = {{"XDG_CONFIG_HOME", "/dev/null"}},
                                                 .without_settings_folder = true});
@@ -175,8 +165,7 @@ TEST(RunDialog, settings_that_cannot_be_saved_are_told_and_change_nothing) {
 }
 
 TEST(RunDialog, a_build_without_windows_says_so) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     std::filesystem::create_directory(sandbox.path("bin"));
     std::filesystem::copy(EXFLATE_COMMAND, sandbox.path("bin/exflate"));
     for (const std::vector<std::string>& arguments :

@@ -24,22 +24,32 @@ void expect_refused(const Sandbox& sandbox, const Finished& finished, int exit_c
     EXPECT_THAT(sandbox.names(), testing::Not(testing::Contains("out.json")));
 }
 
-TEST(RunInput, a_missing_file_and_a_folder_are_bad_input) {
+TEST(RunInput, what_cannot_be_read_or_is_no_animation_is_bad_input) {
     const Sandbox sandbox;
-    const Finished missing = exflate(sandbox, {"absent.json", "-o", "out.json"});
-    expect_refused(sandbox, missing, 3);
-    EXPECT_EQ(missing.err, "absent.json: cannot be read: No such file or directory\n");
-    const Finished folder = exflate(sandbox, {".", "-o", "out.json"});
-    expect_refused(sandbox, folder, 3);
-    EXPECT_EQ(folder.err, ".: is a folder; name the files in it, as in FOLDER/*.json\n");
-}
-
-TEST(RunInput, text_that_is_no_json_is_told_with_line_and_column) {
-    const Sandbox sandbox;
-    const Finished finished =
-        exflate(sandbox, {sandbox.write("bad.json", "{\n  \"v\": nonsense\n}"), "-o", "out.json"});
-    expect_refused(sandbox, finished, 3);
-    EXPECT_THAT(finished.err, MatchesRegex("bad\\.json:2:[0-9]+: .*\n"));
+    const auto file = [&](const std::string& text) {
+        static int count = 0;
+        return sandbox.write("bad" + std::to_string(++count) + ".json", text);
+    };
+    const std::string holding_itself = test::animation({test::asset("a", "A", {test::nest_layer(1, "inner", "b")}),
+                                                        test::asset("b", "B", {test::nest_layer(1, "inner", "a")})},
+                                                       {test::nest_layer(1, "nest", "a")});
+    std::vector<std::pair<std::string, std::string>> inputs = {
+        {"absent.json", "absent\\.json: cannot be read: No such file or directory\n"},
+        {".", "\\.: is a folder; name the files in it, as in FOLDER/\\*\\.json\n"},
+        {file("{\n  \"v\": nonsense\n}"), "bad1\\.json:2:[0-9]+: .*\n"},
+        {file("{"), "bad2\\.json:1:[0-9]+: .*\n"},
+        {file(holding_itself), "bad3\\.json:1:[0-9]+: A composition contains itself: .*\n"}};
+    for (const char* text : {"", "[]", "{}", "7", "\"text\"", "null", R"({"layers":7})"}) {
+        inputs.emplace_back(file(text), "bad[0-9]+\\.json:.*\n");
+    }
+    for (const auto& [input, sentence] : inputs) {
+        const Finished finished = exflate(sandbox, {input, "-o", "out.json"});
+        expect_refused(sandbox, finished, 3);
+        EXPECT_THAT(finished.err, MatchesRegex(sentence));
+        const Finished listed = exflate(sandbox, {"list", input});
+        expect_refused(sandbox, listed, 3);
+        EXPECT_EQ(listed.err, finished.err);
+    }
 }
 
 TEST(RunInput, every_truncation_of_an_animation_is_bad_input_or_nothing_worse) {
@@ -71,51 +81,22 @@ TEST(RunInput, a_fault_deep_inside_a_layer_is_bad_input_even_where_the_plug_in_p
     }
 }
 
-TEST(RunInput, json_that_is_no_animation_is_bad_input) {
-    const Sandbox sandbox;
-    for (const char* text : {"", "[]", "{}", "7", "\"text\"", "null", R"({"layers":7})"}) {
-        const Finished finished = exflate(sandbox, {sandbox.write("bad.json", text), "-o", "out.json"});
-        expect_refused(sandbox, finished, 3);
-        EXPECT_THAT(finished.err, testing::StartsWith("bad.json:")) << text;
-    }
-}
-
-TEST(RunInput, compositions_that_hold_themselves_are_bad_input) {
-    const Sandbox sandbox;
-    const std::string text = test::animation({test::asset("a", "A", {test::nest_layer(1, "inner", "b")}),
-                                              test::asset("b", "B", {test::nest_layer(1, "inner", "a")})},
-                                             {test::nest_layer(1, "nest", "a")});
-    expect_refused(sandbox, exflate(sandbox, {sandbox.write("bad.json", text), "-o", "out.json"}), 3);
-}
-
-TEST(RunInput, list_refuses_bad_input_as_run_does) {
-    const Sandbox sandbox;
-    EXPECT_EQ(exflate(sandbox, {"list", "absent.json"}).exit_code, 3);
-    const Finished bad = exflate(sandbox, {"list", sandbox.write("bad.json", "{")});
-    expect_refused(sandbox, bad, 3);
-    EXPECT_THAT(bad.err, MatchesRegex("bad\\.json:1:[0-9]+: .*\n"));
-}
-
 Finished with_plugin(const Sandbox& sandbox, const std::string& plugin) {
     sandbox.write("a.json", test::one_nest());
     return exflate(sandbox, {.arguments = {"a.json", "-o", "out.json"}, .environment = {{"EXFLATE_PLUGIN", plugin}}});
 }
 
-TEST(RunPlugin, a_missing_plug_in_is_told) {
-    const Sandbox sandbox;
-    const Finished finished = with_plugin(sandbox, "absent.so");
-    expect_refused(sandbox, finished, 4);
-    EXPECT_EQ(finished.err, "exflate: there is no plug-in at 'absent.so'\n");
-}
-
-TEST(RunPlugin, what_is_no_plug_in_is_told) {
-    const Sandbox sandbox;
-    const Finished text = with_plugin(sandbox, "a.json");
-    expect_refused(sandbox, text, 4);
-    EXPECT_THAT(text.err, HasSubstr("'a.json' is not a loadable plug-in"));
-    const Finished other = with_plugin(sandbox, NO_ENTRY_POINT);
-    expect_refused(sandbox, other, 4);
-    EXPECT_THAT(other.err, HasSubstr("exports no function named EntryPointFunc"));
+TEST(RunPlugin, what_is_missing_or_no_plug_in_is_told) {
+    const std::vector<std::pair<const char*, const char*>> plugins = {
+        {"absent.so", "exflate: there is no plug-in at 'absent.so'\n"},
+        {"a.json", "'a.json' is not a loadable plug-in"},
+        {NO_ENTRY_POINT, "exports no function named EntryPointFunc"}};
+    for (const auto& [plugin, sentence] : plugins) {
+        const Sandbox sandbox;
+        const Finished finished = with_plugin(sandbox, plugin);
+        expect_refused(sandbox, finished, 4);
+        EXPECT_THAT(finished.err, HasSubstr(sentence));
+    }
 }
 
 TEST(RunPlugin, a_plug_in_that_cannot_start_is_told_with_what_it_says) {

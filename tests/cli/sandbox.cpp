@@ -90,6 +90,10 @@ std::vector<char*> pointers(std::vector<std::string>& texts) {
 
 Sandbox::Sandbox() : folder_(make_folder()), own_(make_folder()) {}
 
+Sandbox::Sandbox(const std::string& animation) : Sandbox() {
+    write("a.json", animation);
+}
+
 Sandbox::~Sandbox() {
     std::error_code ignored;
     fs::remove_all(folder_, ignored);
@@ -160,6 +164,11 @@ Finished Sandbox::run(const std::string& program, const Start& start) const {
 
 Finished exflate(const Sandbox& sandbox, const std::vector<std::string>& arguments, const std::string& input) {
     return exflate(sandbox, {.arguments = arguments, .input = input});
+}
+
+Finished exflate_on(const std::string& animation, std::vector<std::string> arguments) {
+    arguments.emplace_back("a.json");
+    return exflate(Sandbox(animation), arguments);
 }
 
 Finished exflate(const Sandbox& sandbox, const Start& start) {

@@ -29,6 +29,7 @@ struct Start {
 class Sandbox {
   public:
     Sandbox();
+    explicit Sandbox(const std::string& animation);  // in a.json
     ~Sandbox();
     Sandbox(const Sandbox&) = delete;
 
@@ -50,5 +51,8 @@ class Sandbox {
 // The command under test.
 Finished exflate(const Sandbox& sandbox, const std::vector<std::string>& arguments, const std::string& input = "");
 Finished exflate(const Sandbox& sandbox, const Start& start);
+
+// The command in a sandbox of its own, with the animation in a.json as its last argument.
+Finished exflate_on(const std::string& animation, std::vector<std::string> arguments = {});
 
 }  // namespace test

@@ -8,8 +8,7 @@
 namespace {
 
 test::Finished embed(const std::vector<std::string>& arguments) {
-    const test::Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const test::Sandbox sandbox(test::one_nest());
     return sandbox.run(SMALLEST_EMBEDDING, {.arguments = arguments});
 }
 

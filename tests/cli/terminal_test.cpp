@@ -15,8 +15,7 @@ namespace {
 
 // A run that fails, one that succeeds.
 Finished in_terminal(const std::vector<std::string>& arguments, std::map<std::string, std::string> environment) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     return exflate(sandbox,
                    {.arguments = arguments, .environment = std::move(environment), .errors_to_terminal = true});
 }
@@ -52,8 +51,7 @@ TEST(Terminal, an_empty_NO_COLOR_says_nothing) {
 }
 
 TEST(Terminal, names_in_a_file_cannot_steer_it) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::animation({}, {test::shape_layer(1, "\\u001b[2J\\u0007")}));
+    const Sandbox sandbox(test::animation({}, {test::shape_layer(1, "\\u001b[2J\\u0007")}));
     const Finished finished = exflate(sandbox, {.arguments = {"a.json", "--layer", "x\033[2J"},
                                                 .environment = {{"TERM", "xterm"}, {"NO_COLOR", "1"}},
                                                 .errors_to_terminal = true});

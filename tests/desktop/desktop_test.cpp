@@ -218,8 +218,7 @@ TEST_F(Desktop, each_file_has_a_dialog_of_its_own) {
 }
 
 TEST(NoDesktop, is_told_in_one_sentence) {
-    const Sandbox sandbox;
-    sandbox.write("a.json", test::one_nest());
+    const Sandbox sandbox(test::one_nest());
     using Environment = std::map<std::string, std::string>;
     for (const Environment& environment :
          {Environment{}, Environment{{"DISPLAY", ":4711"}}, Environment{{"WAYLAND_DISPLAY", "nowhere"}},
