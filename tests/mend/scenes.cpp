@@ -94,11 +94,42 @@ std::vector<Scene> name_scenes() {
     };
 }
 
+// Small enough that no player's rounding shows.
+std::string square(int ind, const std::string& name, double x, const Members& members = {}) {
+    Members all = members;
+    all.try_emplace("ks", at(x, 20));
+    return solid(ind, name, 15, 15, "#0000ff", all);
+}
+
+std::vector<Scene> opacity_scenes() {
+    const std::string faded = transform({{"o", still("50")}});
+    const std::string fading = transform({{"o", keyed({{2, "100"}, {12, "0"}})}});
+    const std::string itself_faded = transform({{"p", still("[60,20,0]")}, {"o", still("40")}});
+    const std::string hold = R"({"a":1,"k":[{"t":0,"s":[100],"h":1},{"t":10,"s":[0],"h":1}]})";
+    return {
+        {Reason::opacity, "layers that lie apart", Outcome::mended,
+         inside({square(1, "left", 20), square(2, "right", 60)}, {{"ks", faded}})},
+        {Reason::opacity, "keyframes over layers that lie apart", Outcome::mended,
+         inside({square(1, "left", 20), square(2, "right", 60)}, {{"ks", fading}})},
+        {Reason::opacity, "keyframes over a layer that is faded itself", Outcome::mended,
+         inside({square(1, "left", 20), square(2, "right", 60, {{"ks", itself_faded}})}, {{"ks", fading}})},
+        {Reason::opacity, "layers that lie over one another", Outcome::stays,
+         inside({square(1, "left", 20), square(2, "right", 25)}, {{"ks", faded}})},
+        {Reason::opacity, "layers over one another at different times", Outcome::mended,
+         inside({square(1, "left", 20, {{"op", "10"}}), square(2, "right", 25, {{"ip", "10"}})}, {{"ks", faded}})},
+        {Reason::opacity, "layers so large that rounding shows", Outcome::stays,
+         inside({red({{"ks", at(0, 0)}}), solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(50, 50)}})}, {{"ks", faded}})},
+        {Reason::opacity, "one large layer", Outcome::mended, inside({red()}, {{"ks", faded}})},
+        {Reason::opacity, "a switch that knows no half measures", Outcome::mended,
+         inside({red(), blue()}, {{"ks", transform({{"o", hold}})}})},
+    };
+}
+
 }  // namespace
 
 std::vector<Scene> all_scenes() {
     std::vector<Scene> all;
-    for (auto&& scenes : {trim_scenes(), place_scenes(), matte_scenes(), name_scenes()})
+    for (auto&& scenes : {trim_scenes(), place_scenes(), matte_scenes(), name_scenes(), opacity_scenes()})
         all.insert(all.end(), scenes.begin(), scenes.end());
     return all;
 }

@@ -5,6 +5,7 @@
 
 #include "bounds.h"
 #include "findings.h"
+#include "held.h"
 
 namespace lottie::looks {
 namespace {
@@ -48,6 +49,12 @@ void find_opacity(Unnesting& u) {
     const std::string when = opacity.is_animated() ? "is as far as " + plain(lowest) + " % between frames " +
                                                          plain(*first) + " and " + plain(last)
                                                    : "of " + plain(lowest) + " %";
+    if (holds_opacity(u)) {
+        u.add({Reason::opacity, Weight::slight,
+               "its opacity " + when + (opacity.is_animated() ? " and" : "") + " is now in each layer's own", "", "",
+               "ks.o", first});
+        return;
+    }
     u.add({Reason::opacity, furthest > kUnseenOpacity ? Weight::change : Weight::slight,
            "its opacity " + when + (opacity.is_animated() ? " and" : "") + " is lost: the layers keep their own",
            "give the layers inside the opacity, or keep this nest", "", "ks.o", first});

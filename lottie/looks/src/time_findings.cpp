@@ -58,6 +58,7 @@ Difference compare_visibility(Unnesting& u) {
         for (const double frame : u.stack_frames()) {
             const bool was_seen = is_seen_before(u, inner, frame) && !is_transparent(inner, u.inner_frame(frame));
             const bool is_seen = is_on(copied, frame) && !is_transparent(copied, frame);
+            if (is_on(u.nest(), frame) && is_transparent(u.nest(), frame)) continue;  // a matter of its opacity
             if (was_seen == is_seen) continue;
             note(difference, inner, frame, was_seen);
             break;
@@ -100,6 +101,16 @@ const Json* position_of(const SceneLayer& layer) {
     return transform == nullptr ? nullptr : member(*transform, "p");
 }
 
+const Json* opacity_of(const SceneLayer& layer) {
+    const Json* transform = member(*layer.json, "ks");
+    return transform == nullptr ? nullptr : member(*transform, "o");
+}
+
+bool is_faded(const SceneLayer& layer) {
+    const Property& opacity = layer.transform.opacity;
+    return opacity.is_animated() || opacity.at(0)[0] != 100;
+}
+
 bool is_separated(const Json* position) {
     return position != nullptr && is_truthy(*position, "s");
 }
@@ -115,8 +126,12 @@ Difference compare_keys(Unnesting& u) {
         const Json* new_position = position_of(u.copied(copy));
         // One property in the place of separate dimensions has other keyframes; where it leads is looked at elsewhere.
         const bool was_joined = is_separated(position) && !is_separated(new_position);
-        const auto before = key_times(*inner.json, was_joined ? position : nullptr);
-        const auto after = key_times(*u.copied(copy).json, was_joined ? new_position : nullptr);
+        // What the nest's opacity became is looked at with that.
+        const bool may_be_faded = !was_joined && is_faded(u.nest());
+        const auto before = key_times(*inner.json, was_joined ? position : may_be_faded ? opacity_of(inner) : nullptr);
+        const auto after = key_times(*u.copied(copy).json, was_joined     ? new_position
+                                                           : may_be_faded ? opacity_of(u.copied(copy))
+                                                                          : nullptr);
         for (std::size_t i = 0; i < std::min(before.size(), after.size()); ++i) {
             if (std::abs(before[i] + shift - after[i]) < kSameTime * 2) continue;
             note(difference, inner, after[i], true);

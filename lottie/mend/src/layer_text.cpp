@@ -56,6 +56,20 @@ void LayerText::remove(std::string_view key) {
     if (!member(key).empty()) changes_.insert_or_assign(std::string(key), std::nullopt);
 }
 
+void LayerText::set_inside(std::string_view key, std::string_view inner, std::string value) {
+    const std::string object(member(key));
+    if (!object.starts_with('{')) return;
+    const Slice all{0, static_cast<std::uint32_t>(object.size())};
+    const JsonTree inside(object, all);
+    document::ObjectEdit edit(inside, inside.root(), {});
+    edit.set(inner, std::move(value));
+    document::Patch patch;
+    edit.apply(patch);
+    document::Written out;
+    patch.write(object, all, out);
+    set(key, out.text());
+}
+
 std::vector<std::string> LayerText::keys() const {
     std::vector<std::string> keys;
     for (const JsonNode* member : tree().children(tree().root()))

@@ -32,6 +32,9 @@ class LayerText {
     void set_number(std::string_view key, double value);
     void remove(std::string_view key);
 
+    // Sets a member of the object that is its member `key`.
+    void set_inside(std::string_view key, std::string_view inner, std::string value);
+
     // Its expressions as they are now, in the order of the text; `rewrite` gives what is to stand in the place of one,
     // nothing where it stays.
     void rewrite_expressions(const std::function<std::optional<std::string>(const std::string&)>& rewrite);

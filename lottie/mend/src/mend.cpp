@@ -28,6 +28,7 @@ constexpr Remedy kRemedies[] = {
     {Reason::auto_orient, mend_place},
     {Reason::children, mend_children},
     {Reason::lost_link, mend_lost_link},
+    {Reason::opacity, mend_opacity},
     {Reason::name_clash, mend_names},
     {Reason::long_name, mend_names},
     {Reason::quoted_name, mend_names},

@@ -1,0 +1,88 @@
+// Whether the layers that came out of a nest hold what it did to them as a group.
+#include "held.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace lottie::looks {
+namespace {
+
+constexpr double kSameOpacity = 0.1;    // percent: a quarter of a step of a channel
+constexpr double kSmallOverlap = 0.25;  // square pixels of the nest
+constexpr double kLargeShare = 0.05;    // of the outer composition; the measured difference is below 2 of 255
+
+bool is_seen(const Unnesting& u, std::size_t inner, double frame) {
+    const SceneLayer& layer = u.inside().layers[inner];
+    return layer.draws() && is_on(layer, frame) && layer.transform.opacity.at(frame)[0] > 0;
+}
+
+// Fills and strokes of a layer: some players fade them one by one.
+std::size_t count_paints(Json::ConstArray shapes) {
+    std::size_t count = 0;
+    for (const Json& shape : shapes) {
+        const std::string type = text_member(shape, "ty");
+        if (type == "gr") count += count_paints(array_member(shape, "it"));
+        if (type == "rp") count += 2;
+        if (type == "fl" || type == "st" || type == "gf" || type == "gs") ++count;
+    }
+    return count;
+}
+
+bool is_one_picture(const SceneLayer& layer) {
+    switch (layer.type) {
+        case LayerType::solid:
+        case LayerType::image:
+            return true;
+        case LayerType::shape:
+            return count_paints(array_member(*layer.json, "shapes")) <= 1;
+        default:
+            return layer.type == LayerType::text;  // players that fade texts letter by letter draw none over another
+    }
+}
+
+// Whether fading the pictures one by one shows at a frame: any two meet, or they are so large that the last bit of what
+// players round otherwise adds up.
+bool is_fading_seen(Unnesting& u, double outer_frame) {
+    const double frame = u.inner_frame(outer_frame);
+    const Matrix& place = u.stack_placement().world(u.nest_place(), outer_frame);
+    double covered = 0;
+    std::vector<Hull> met;
+    for (std::size_t inner = 0; inner < u.inside().layers.size(); ++inner) {
+        if (!is_seen(u, inner, frame)) continue;
+        const Hull hull = u.extents().in_stack(u.inside(), inner, frame);
+        if (area(hull) <= 0) continue;
+        if (!is_one_picture(u.inside().layers[inner])) return true;
+        for (const Hull& other : met) {
+            if (area(cut(hull, other)) > kSmallOverlap) return true;
+        }
+        covered += area(mapped(hull, place));
+        met.push_back(hull);
+    }
+    // The nest's own matte hides what lies beyond it.
+    covered = std::min(covered, area(u.extents().in_stack(u.stack(), u.nest_place(), outer_frame)));
+    return covered > kLargeShare * u.stack().width * u.stack().height;
+}
+
+}  // namespace
+
+bool holds_opacity(Unnesting& u) {
+    const Property& nest = u.nest().transform.opacity;
+    if (nest.has_expression()) return false;
+    const bool is_single = u.inside().layers.size() == 1;  // drawn as it is by every player
+    for (const double frame : u.nest_frames()) {
+        const double of_nest = nest.at(frame)[0];
+        const double inner_frame = u.inner_frame(frame);
+        for (const Unnesting::Copy& copy : u.copies()) {
+            const Property& own = u.inner(copy).transform.opacity;
+            const Property& now = u.copied(copy).transform.opacity;
+            if (!is_seen(u, copy.inner, inner_frame) || !is_on(u.copied(copy), frame)) continue;
+            if (own.has_expression() || now.has_expression()) return false;
+            if (std::abs(own.at(inner_frame)[0] * of_nest / 100 - now.at(frame)[0]) > kSameOpacity) return false;
+        }
+        const bool is_faded = of_nest > 0 && of_nest < 100;
+        if (is_faded && !is_single && is_fading_seen(u, frame)) return false;
+    }
+    return true;
+}
+
+}  // namespace lottie::looks
