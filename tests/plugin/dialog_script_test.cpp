@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <sstream>
 #include <string>
 
 #include "embedded_jsx.h"
@@ -158,57 +159,49 @@ TEST_F(DialogScript, deleting_the_source_and_keeping_the_layer_disable_each_othe
     EXPECT_EQ(run("[optionDeleteSource.enabled, optionKeepInComp.enabled]"), "true,true");
 }
 
-TEST_F(DialogScript, saved_choices_come_back) {
-    set("settingCopyPrecompAttr", "false");
-    set("settingPrefixInput", "old");
-    set("settingDeleteSource", "true");
-    set("settingKeepInComp", "false");
-    set("settingPrependPrecompName", "true");
-    set("settingFixRandomExpressions", "true");
-    EXPECT_EQ(run_dialog("click(buttonOK);"), R"([false,true,false,"old",true,true])");
-    EXPECT_EQ(run("[optionDiscardAttributes.value, optionDeleteSource.enabled, optionKeepInComp.enabled]"),
-              "true,true,false");
-}
+// What was saved, without "setting" in front of each key; the result of "Ok"; and whether discarding is chosen,
+// deleting enabled and keeping enabled.
+struct SavedCase {
+    const char* name;
+    const char* saved;
+    const char* result;
+    const char* controls;
+};
 
-TEST_F(DialogScript, saved_keeping_disables_deleting) {
-    set("settingKeepInComp", "true");
-    run_dialog();
-    EXPECT_EQ(run("[optionKeepInComp.value, optionDeleteSource.value, optionDeleteSource.enabled]"),
-              "true,false,false");
-}
+const SavedCase kSavedCases[] = {
+    {"all_choices",
+     "CopyPrecompAttr=false PrefixInput=old DeleteSource=true KeepInComp=false PrependPrecompName=true "
+     "FixRandomExpressions=true",
+     R"([false,true,false,"old",true,true])", "true,true,false"},
+    {"any_other_text_as_false",
+     "CopyPrecompAttr=TRUE DeleteSource=yes KeepInComp=1 PrependPrecompName= FixRandomExpressions=false",
+     R"([false,false,false,"",false,false])", "true,true,true"},
+    {"deleting_and_keeping_as_keeping", "DeleteSource=true KeepInComp=true", R"([true,false,true,"",false,false])",
+     "false,false,false"},
+    {"discarding_alone", "CopyPrecompAttr=no", R"([false,false,false,"",false,false])", "true,true,true"},
+    {"prefix_alone", "PrefixInput=no", R"([true,false,false,"no",false,false])", "false,true,true"},
+    {"deleting_alone", "DeleteSource=true", R"([true,true,false,"",false,false])", "false,true,false"},
+    {"keeping_alone", "KeepInComp=true", R"([true,false,true,"",false,false])", "false,false,true"},
+    {"prepending_alone", "PrependPrecompName=true", R"([true,false,false,"",true,false])", "false,true,true"},
+    {"seeding_alone", "FixRandomExpressions=true", R"([true,false,false,"",false,true])", "false,true,true"},
+};
 
-TEST_F(DialogScript, keeping_wins_where_both_were_saved) {
-    set("settingDeleteSource", "true");
-    set("settingKeepInComp", "true");
-    EXPECT_EQ(run_dialog("click(buttonOK);"), R"([true,false,true,"",false,false])");
-    EXPECT_EQ(run("[optionDeleteSource.enabled, optionKeepInComp.enabled]"), "false,false");
-}
+class SavedChoices : public DialogScript, public testing::WithParamInterface<SavedCase> {};
 
-TEST_F(DialogScript, any_other_text_counts_as_false) {
-    set("settingCopyPrecompAttr", "TRUE");
-    set("settingDeleteSource", "yes");
-    set("settingKeepInComp", "1");
-    set("settingPrependPrecompName", "");
-    set("settingFixRandomExpressions", "false");
-    EXPECT_EQ(run_dialog("click(buttonOK);"), R"([false,false,false,"",false,false])");
-}
-
-TEST_F(DialogScript, each_saved_choice_comes_back_without_the_others) {
-    const std::pair<const char*, const char*> choices[] = {
-        {"settingCopyPrecompAttr", R"([false,false,false,"",false,false])"},
-        {"settingPrefixInput", R"([true,false,false,"no",false,false])"},
-        {"settingDeleteSource", R"([true,true,false,"",false,false])"},
-        {"settingKeepInComp", R"([true,false,true,"",false,false])"},
-        {"settingPrependPrecompName", R"([true,false,false,"",true,false])"},
-        {"settingFixRandomExpressions", R"([true,false,false,"",false,true])"}};
-    for (const auto& [key, result] : choices) {
-        run("settings = {};");
-        const bool is_text = key == std::string("settingPrefixInput") || key == std::string("settingCopyPrecompAttr");
-        set(key, is_text ? "no" : "true");
-        EXPECT_EQ(run_dialog("click(buttonOK);"), result) << key;
+TEST_P(SavedChoices, come_back) {
+    std::istringstream saved(GetParam().saved);
+    for (std::string setting; saved >> setting;) {
+        const std::size_t sign = setting.find('=');
+        set("setting" + setting.substr(0, sign), setting.substr(sign + 1));
     }
+    EXPECT_EQ(run_dialog("click(buttonOK);"), GetParam().result);
+    EXPECT_EQ(run("[optionDiscardAttributes.value, optionDeleteSource.enabled, optionKeepInComp.enabled]"),
+              GetParam().controls);
     EXPECT_EQ(run("alerts.length"), "0");
 }
+
+INSTANTIATE_TEST_SUITE_P(Cases, SavedChoices, testing::ValuesIn(kSavedCases),
+                         [](const auto& saved) { return saved.param.name; });
 
 TEST_F(DialogScript, a_setting_that_cannot_be_read_is_shown_and_the_others_come_back) {
     for (const char* key : {"settingCopyPrecompAttr", "settingPrefixInput", "settingDeleteSource", "settingKeepInComp",
