@@ -107,6 +107,7 @@ class Flatten {
     }
 
     void tell(const std::string& label, const Flattened& flattened) const {
+        print_warnings(console_, label, flattened.warnings);
         for (const FlattenedNest& nest : flattened.nests) console_.say(Tone::plain, label, nest_line(nest));
         console_.say(flattened.nests_left == 0 ? Tone::good : Tone::warning, label, last_line(flattened));
     }

@@ -3,7 +3,6 @@
 
 #include <utility>
 
-#include "cli/console.h"
 #include "cli/shared/failure.h"
 #include "cli/shared/suggestions.h"
 #include "document/input_error.h"
@@ -104,6 +103,14 @@ Failure bad_input(const lottie::document::InputError& error) {
 
 }  // namespace
 
+void print_warnings(const Console& console, const std::string& label,
+                    const std::vector<lottie::document::InputError>& warnings) {
+    for (const lottie::document::InputError& warning : warnings) {
+        const Failure told = bad_input(warning);
+        console.say(Console::Tone::warning, label + told.place(), told.what());
+    }
+}
+
 lottie::document::Document parse_input(std::string text) {
     try {
         return lottie::document::Document::read(std::move(text));
@@ -114,6 +121,16 @@ lottie::document::Document parse_input(std::string text) {
 
 void refuse_faulty_content(const lottie::document::Document& document) {
     if (const lottie::document::InputError* fault = document.content_fault()) throw bad_input(*fault);
+}
+
+lottie::document::Written write_animation(const lottie::document::Document& document) {
+    try {
+        Written written = document.write_in_pieces();
+        refuse_faulty_content(document);
+        return written;
+    } catch (const lottie::document::InputError& error) {
+        throw bad_input(error);
+    }
 }
 
 void prepare_folder(const std::string& folder) {

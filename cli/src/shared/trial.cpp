@@ -79,8 +79,7 @@ Trial try_unnesting(lottie::document::Document& document, const RunContext& cont
     Trial trial;
     try {
         unnest(session, context.plugin, comp, nests, false, trial.record);
-        trial.after = document.write();
-        refuse_faulty_content(document);
+        trial.after = write_animation(document).text();
     } catch (const Failure&) {
         while (undo.step_names().size() > steps_before) undo.undo();
         refuse_faulty_content(document);

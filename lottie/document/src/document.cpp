@@ -12,8 +12,8 @@ Document::Document(Document&&) noexcept = default;
 Document& Document::operator=(Document&&) noexcept = default;
 Document::~Document() = default;
 
-Document Document::read(std::string text, host::model::HostRules rules) {
-    return Document(build_store(std::move(text), std::move(rules)));
+Document Document::read(std::string text, const host::model::HostRules& rules) {
+    return Document(build_store(std::move(text), rules));
 }
 
 const std::string& Document::text() const {
@@ -26,6 +26,14 @@ host::model::Project& Document::project() const {
 
 host::model::Comp& Document::main_comp() const {
     return *store_->comps.front()->comp;
+}
+
+bool Document::is_passed_on() const {
+    return store_->is_passed_on;
+}
+
+const std::vector<InputError>& Document::warnings() const {
+    return store_->warnings;
 }
 
 const InputError* Document::content_fault() const {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <stdexcept>
 
 namespace lottie::document {
 namespace {
@@ -157,7 +158,8 @@ std::optional<std::int64_t> whole_number(double number) {
 }
 
 void append_number(std::string& out, double number) {
-    if (number == 0 || !std::isfinite(number)) number = 0;  // no negative zero, and JSON has no infinity
+    if (!std::isfinite(number)) throw std::range_error("a number is not finite");
+    if (number == 0) number = 0;  // no negative zero
     std::array<char, 40> buffer{};
     const double size = std::abs(number);
     const bool plain = number == 0 || (size >= 1e-7 && size < 1e15);

@@ -3,11 +3,9 @@
 
 #include <algorithm>
 
-#include "document/input_error.h"
-
 namespace lottie::document {
 
-void refuse(std::string_view text, std::size_t position, std::string pointer, const std::string& sentence) {
+InputError error_at(std::string_view text, std::size_t position, std::string pointer, const std::string& sentence) {
     const std::string_view before = text.substr(0, std::min(position, text.size()));
     const std::size_t line_start = before.rfind('\n') == std::string_view::npos ? 0 : before.rfind('\n') + 1;
     const auto line = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')) + 1;
@@ -16,7 +14,11 @@ void refuse(std::string_view text, std::size_t position, std::string pointer, co
     auto column = static_cast<std::size_t>(std::count_if(in_line.begin(), in_line.end(), starts_character)) + 1;
     if (line == 1 && text.substr(0, 3) == "\xEF\xBB\xBF" && position >= 3)
         --column;  // the mark is no character of the line
-    throw InputError(sentence, line, column, std::move(pointer));
+    return {sentence, line, column, std::move(pointer)};
+}
+
+void refuse(std::string_view text, std::size_t position, std::string pointer, const std::string& sentence) {
+    throw error_at(text, position, std::move(pointer), sentence);
 }
 
 std::string pointer_step(std::string_view key) {

@@ -7,6 +7,7 @@
 
 #include "document/json_text.h"
 #include "document/sequence_edit.h"
+#include "model/error.h"
 #include "write/layer_writer.h"
 
 namespace lottie::document {
@@ -93,6 +94,11 @@ class DocumentWriter {
     explicit DocumentWriter(const Store& store) : store_(store), text_(store.text), outline_(store.outline) {}
 
     Written write() {
+        if (store_.is_passed_on) {
+            Written all;
+            all.refer(text_);
+            return all;
+        }
         find_new_comps();
         for (const auto& stored : store_.comps) edit_comp(*stored);
         edit_assets();
@@ -234,7 +240,12 @@ class DocumentWriter {
 }  // namespace
 
 Written write_document(const Store& store) {
-    return DocumentWriter(store).write();
+    try {
+        return DocumentWriter(store).write();
+    } catch (const host::model::Error&) {  // about the content of a layer that nobody had asked for before
+        if (!store.content_fault) throw;
+        throw InputError(*store.content_fault);
+    }
 }
 
 }  // namespace lottie::document
