@@ -5,13 +5,13 @@
 
 #include "cli/shared/trial.h"
 #include "looks/alone.h"
-#include "pictures/apart.h"
+#include "pictures/drawing_process.h"
 
 namespace cli {
 namespace {
 
 // Of the processor's time, for the pictures of one nest; real files take a few.
-constexpr int kMaxSeconds = 120;
+constexpr std::chrono::seconds kMaxTime(120);
 
 // The frames that findings name, as the renderer counts them.
 std::vector<int> frames_of(const std::vector<lottie::looks::Finding>& findings, double first_frame) {
@@ -44,9 +44,10 @@ NestTrial check_nest(lottie::document::Document& document, const lottie::looks::
 Proven prove(const lottie::looks::Animation& before, const lottie::looks::Animation& after,
              const std::string& composition, const std::vector<lottie::looks::Finding>& findings) {
     const double first = lottie::looks::first_frame(before, composition);
+    lottie::pictures::DrawingBudget budget{kMaxTime};
     auto comparison =
-        lottie::pictures::compare_apart(composition_alone(before, composition), composition_alone(after, composition),
-                                        frames_of(findings, first), kMaxSeconds);
+        lottie::pictures::compare_in_child(composition_alone(before, composition),
+                                           composition_alone(after, composition), frames_of(findings, first), budget);
     const Proof proof{comparison.looks_equal, first + comparison.worst_frame,
                       comparison.worst.mean,  comparison.worst.share_beyond_8,
                       comparison.worst.ssim,  static_cast<std::size_t>(comparison.frames)};

@@ -253,7 +253,7 @@ class Run {
         return options_.output.empty() ? std::string(kStandardStream) : options_.output;
     }
 
-    void write(const std::string& output, Pieces bytes) const {
+    void write(const std::string& output, host::base::Pieces bytes) const {
         if (!options_.output_folder.empty()) prepare_folder(options_.output_folder);
         write_result(output, bytes);
     }

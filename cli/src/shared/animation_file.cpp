@@ -1,6 +1,7 @@
 // Animations from files, plain or packed, and back.
 #include "cli/shared/animation_file.h"
 
+#include <filesystem>
 #include <utility>
 
 #include "cli/shared/failure.h"
@@ -9,6 +10,7 @@
 
 namespace cli {
 
+using host::base::FileError;
 using lottie::document::Written;
 using lottie::packed::Archive;
 using lottie::packed::ArchiveError;
@@ -88,7 +90,10 @@ std::string shown_name(const std::string& file) {
 std::string read_input(const std::string& file) {
     try {
         return read_whole(file);
-    } catch (const IoError& error) {
+    } catch (const FileError& error) {
+        std::error_code none;
+        if (std::filesystem::is_directory(file, none))
+            throw Failure(ExitCode::bad_input, "is a folder; name the files in it, as in FOLDER/*.json");
         throw Failure(ExitCode::bad_input, error.what());
     }
 }
@@ -135,20 +140,16 @@ lottie::document::Written write_animation(const lottie::document::Document& docu
 
 void prepare_folder(const std::string& folder) {
     try {
-        make_folder(folder);
-    } catch (const IoError& error) {
+        host::base::make_folder(folder);
+    } catch (const FileError& error) {
         throw Failure(ExitCode::failed, "the folder '" + folder + "' " + error.what());
     }
 }
 
-void write_result(std::string_view output, Pieces bytes) {
+void write_result(std::string_view output, host::base::Pieces bytes) {
     try {
-        if (output == kStandardStream) {
-            write_standard_output(bytes);
-        } else {
-            put_in_place(output, bytes);
-        }
-    } catch (const IoError& error) {
+        write_whole(output, bytes);
+    } catch (const FileError& error) {
         const std::string name = output == kStandardStream ? "standard output" : "'" + std::string(output) + "'";
         throw Failure(ExitCode::failed, name + ' ' + error.what());
     }

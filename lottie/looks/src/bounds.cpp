@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/unicode.h"
 #include "shape_outlines.h"
 
 namespace lottie::looks {
@@ -42,7 +43,7 @@ Hull text_bounds(const Json& layer, double frame) {
         if (c == '\r' || c == '\n' || c == '\x03') {
             ++lines;
             length = 0;
-        } else if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) {
+        } else if (!host::base::continues_character(c)) {
             longest = std::max(longest, ++length);
         }
     }

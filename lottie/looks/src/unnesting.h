@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/printable.h"
 #include "bounds.h"
 #include "looks/audit.h"
 #include "placement.h"
@@ -86,11 +87,12 @@ class Unnesting {
     std::vector<Finding> findings_;
 };
 
-// Text from the file, good for sentences: control characters are written as \uXXXX.
-std::string printable(std::string_view text);
+using host::base::printable;
 
-// A name in double quotes, for sentences.
-std::string quoted(const std::string& name);
+// A name for sentences.
+inline std::string quoted(const std::string& name) {
+    return host::base::in_quotes(name);
+}
 
 // `layer "first"`, or `layers "first" and 3 more`.
 std::string layers_named(const std::string& first, std::size_t count);

@@ -37,7 +37,7 @@ lottie::document::Written write_animation(const lottie::document::Document& docu
 void prepare_folder(const std::string& folder);
 
 // Writes the whole result or nothing; "-" is standard output. Throws Failure (failed).
-void write_result(std::string_view output, Pieces bytes);
+void write_result(std::string_view output, host::base::Pieces bytes);
 
 // Larger .tgs files are not accepted as stickers.
 constexpr std::size_t kMaxStickerBytes = std::size_t{64} << 10;
