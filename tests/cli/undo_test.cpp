@@ -24,7 +24,8 @@ std::string run_and_take_back(const std::string& text, const DialogAnswers& answ
     const host::runner::PluginModule module(EXFLATE_MODULE);
     host::runner::Session session(document.project(), settings, dialogs);
     cli::UnnestRecord record;
-    cli::unnest(session, module, document.main_comp(), cli::nests_of(document.main_comp()), recursive, record);
+    cli::start_plugin(session, module, record);
+    cli::unnest(session, document.main_comp(), cli::nests_of(document.main_comp()), recursive, record);
     EXPECT_NE(document.write(), text);
     document.project().undo().undo_all();
     return document.write();

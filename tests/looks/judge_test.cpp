@@ -1,5 +1,5 @@
 // Judging what any command may have done to a stack, told by hand.
-#include "looks/audit.h"
+#include "looks/judge.h"
 
 #include <gtest/gtest.h>
 
@@ -21,15 +21,14 @@ const std::string kBlue = solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(40, 40)
 const std::string kGreen = solid(3, "green", 40, 40, "#00ff00");
 const std::string kGround = solid(20, "ground", 100, 100, "#cccccc");
 
-// The nest with these layers, and the flat animation with those in its place.
+// The nest with these layers, and the stack with those in its place.
 NestReport judged_by_hand(const std::vector<std::string>& inside, const std::vector<std::string>& flat,
                           const std::vector<Origin>& origins) {
     Nesting nesting;
     nesting.inside = inside;
-    StackChange change;
-    change.nests = {0};
-    change.after = origins;
-    return judge(Animation(animation(nesting)), Animation(flat_animation(flat)), change).at(0);
+    const std::string before = animation(nesting);
+    Judge judge(before);
+    return judge.compare({"", {0}, origins}, {{flat.begin(), flat.end()}, {}, flat_animation(flat).size()}).at(0);
 }
 
 const Finding* find(const NestReport& report, Reason reason) {
@@ -97,16 +96,15 @@ TEST(Judge, a_change_that_does_not_fit_the_animations_is_refused) {
     EXPECT_THROW(judged_by_hand({kRed}, {kRed, kGround}, {{kCopied, 0, 0}}), std::invalid_argument);
     EXPECT_THROW(judged_by_hand({kRed}, {kRed, kGround}, {{kCopied, 7, 0}, {kKept, 1, 0}}), std::out_of_range);
     EXPECT_THROW(judged_by_hand({kRed}, {kRed, kGround}, {{kCopied, 0, 0}, {kKept, 7, 0}}), std::out_of_range);
-    const Animation animation_before(animation({}));
-    StackChange change;
-    change.composition = "nowhere";
-    change.nests = {0};
-    EXPECT_THROW(judge(animation_before, animation_before, change), std::invalid_argument);
-    change.composition = "";
-    change.nests = {9};
-    EXPECT_THROW(judge(animation_before, animation_before, change), std::invalid_argument);
-    change.nests = {1};  // no nest
-    EXPECT_ANY_THROW(judge(animation_before, animation_before, change));
+    const std::string before = animation({});
+    Judge judge(before);
+    EXPECT_THROW(judge.compare({"nowhere", {0}, {}}, RewrittenStack()), std::invalid_argument);
+    EXPECT_THROW(judge.compare({"", {9}, {}}, RewrittenStack()), std::invalid_argument);
+    const std::vector<Origin> kept = {{kKept, 0, 0}, {kKept, 1, 0}};
+    const std::string nest = nest_layer(10, "Nest", "inside");
+    EXPECT_THROW(judge.compare({"", {1}, kept}, {{nest, kGround}, {}, 0}), std::invalid_argument) << "no nest";
+    EXPECT_THROW(judge.compare({"", {0}, kept}, {{kGround}, {}, 0}), std::invalid_argument) << "a text is missing";
+    EXPECT_THROW(judge.accept(), std::invalid_argument) << "nothing was compared";
 }
 
 TEST(Judge, codes_are_unique_words_with_hyphens) {

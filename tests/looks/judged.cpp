@@ -41,11 +41,10 @@ Judged judged(const std::string& animation, const cli::DialogAnswers& answers) {
     static const host::runner::PluginModule kPlugin(PLUGIN_MODULE);
     lottie::document::Document document = cli::parse_input(animation);
     host::model::Comp& comp = document.main_comp();
-    const cli::Trial trial =
-        cli::try_unnesting(document, kPlugin, answers, host::script::Limits(), comp, cli::find_nests(comp, {"Nest"}));
-    const auto reports =
-        judge(lottie::looks::Animation(animation), lottie::looks::Animation(trial.after), trial.change);
-    return {animation, trial.after, reports.at(0)};
+    const host::script::Limits limits;
+    lottie::looks::Judge judge(document.text());
+    const cli::Trial trial = cli::Trials(document, kPlugin, answers, limits).run(comp, cli::find_nests(comp, {"Nest"}));
+    return {animation, document.write(), compare(judge, trial).at(0)};
 }
 
 }  // namespace test

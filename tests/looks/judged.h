@@ -5,7 +5,7 @@
 #include <string>
 
 #include "cli/shared/dialog_answers.h"
-#include "looks/audit.h"
+#include "looks/judge.h"
 
 namespace test {
 

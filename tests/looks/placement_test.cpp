@@ -16,8 +16,10 @@ using lottie::looks::Scene;
 
 // The point of the first layer's plane, in the composition.
 Point placed(const std::vector<std::string>& layers, Point point, double frame = 0) {
-    const Scene scene(flat_animation(layers));
-    lottie::looks::Placement placement(scene.main());
+    const std::string text = flat_animation(layers);
+    const Scene scene(text);
+    lottie::looks::Work work;
+    lottie::looks::Placement placement(scene.main(), work);
     return placement.world(0, frame).map(point);
 }
 
@@ -50,11 +52,13 @@ TEST(Placement, a_missing_parent_and_a_circle_of_parents_are_cut) {
 }
 
 TEST(Placement, what_hangs_on_a_moving_layer_moves) {
-    const Scene scene(
+    const std::string text(
         flat_animation({solid(1, "rider", 9, 9, "#ff0000", {{"parent", "2"}}),
                         null_layer(2, "carrier", {{"ks", transform({{"p", keyed({{0, "0,0,0"}, {10, "50,0,0"}})}})}}),
                         null_layer(3, "other")}));
-    lottie::looks::Placement placement(scene.main());
+    const Scene scene(text);
+    lottie::looks::Work work;
+    lottie::looks::Placement placement(scene.main(), work);
     EXPECT_TRUE(placement.moves(0));
     EXPECT_TRUE(placement.moves(1));
     EXPECT_FALSE(placement.moves(2));
@@ -79,8 +83,9 @@ TEST(Placement, depth_is_ignored_on_flat_layers) {
 
 TEST(Clock, of_a_nest_counts_from_its_start_in_its_stretch) {
     const auto inner = [](const Members& members, double frame) {
-        const Scene scene(flat_animation({nest_layer(1, "n", "none", members)}));
-        return scene.main().layers[0].inner_frame(frame, scene.frame_rate);
+        const std::string text = flat_animation({nest_layer(1, "n", "none", members)});
+        const Scene scene(text);
+        return scene.main().layer(0).inner_frame(frame, scene.frame_rate);
     };
     EXPECT_EQ(inner({{"st", "5"}}, 12), 7);
     EXPECT_EQ(inner({{"st", "-5"}, {"sr", "2"}}, 15), 10);
@@ -89,12 +94,13 @@ TEST(Clock, of_a_nest_counts_from_its_start_in_its_stretch) {
 }
 
 TEST(Clock, a_layer_is_on_from_its_in_point_up_to_but_not_at_its_out_point) {
-    const Scene scene(flat_animation({null_layer(1, "n", {{"ip", "2"}, {"op", "4.5"}})}));
-    const auto& layer = scene.main().layers[0];
-    EXPECT_FALSE(is_on(layer, 1.9));
-    EXPECT_TRUE(is_on(layer, 2));
-    EXPECT_TRUE(is_on(layer, 4.4));
-    EXPECT_FALSE(is_on(layer, 4.5));
+    const std::string text = flat_animation({null_layer(1, "n", {{"ip", "2"}, {"op", "4.5"}})});
+    const Scene scene(text);
+    const auto& layer = scene.main().layer(0);
+    EXPECT_FALSE(layer.is_on(1.9));
+    EXPECT_TRUE(layer.is_on(2));
+    EXPECT_TRUE(layer.is_on(4.4));
+    EXPECT_FALSE(layer.is_on(4.5));
 }
 
 // The centre of what is red in the renderer's picture, in pixels of the composition.

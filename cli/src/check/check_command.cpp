@@ -28,7 +28,7 @@ std::vector<Layer*> nests_to_check(const lottie::document::Document& document, c
     return nests;
 }
 
-void add_proof(const lottie::looks::Animation& before, NestTrial& trial) {
+void add_proof(const std::string& before, NestTrial& trial) {
     CheckedNest& nest = trial.nest;
     try {
         nest.proof = prove(before, trial.after, nest.composition, nest.report.findings).proof;
@@ -39,15 +39,16 @@ void add_proof(const lottie::looks::Animation& before, NestTrial& trial) {
 
 // Throws Failure.
 void check_animation(std::string text, const Options& options, const host::runner::PluginModule& plugin,
-                     const Console& console, CheckedFile& checked) {
+                     CheckedFile& checked) {
     checked.bytes = text.size();
     lottie::document::Document document = parse_input(std::move(text));
-    print_warnings(console, checked.name, document.warnings());
-    const lottie::looks::Animation before(document.text());
     const host::script::Limits limits = script_limits(options.script_time);
-    for (Layer* nest : nests_to_check(document, options)) {
-        NestTrial trial = check_nest(document, before, plugin, options.answers, limits, *nest);
-        if (options.prove) add_proof(before, trial);
+    const std::vector<Layer*> nests = nests_to_check(document, options);
+    if (nests.empty()) return;
+    NestChecker checker(document, plugin, options.answers, limits);
+    for (Layer* nest : nests) {
+        NestTrial trial = checker.check(*nest, options.prove);
+        if (options.prove) add_proof(document.text(), trial);
         checked.nests.push_back(std::move(trial.nest));
     }
 }
@@ -66,7 +67,7 @@ void check_guarded(CheckedFile& checked, Check check) {
 
 // Each animation of the file. One that lacks what the options name is left out if another has it.
 std::vector<CheckedFile> check_file(const std::string& file, const Options& options,
-                                    const host::runner::PluginModule& plugin, const Console& console) {
+                                    const host::runner::PluginModule& plugin) {
     std::vector<CheckedFile> all;
     std::vector<CheckedFile> lacking;
     CheckedFile whole;
@@ -79,7 +80,7 @@ std::vector<CheckedFile> check_file(const std::string& file, const Options& opti
             bool fits = true;
             check_guarded(checked, [&] {
                 try {
-                    check_animation(input.take_text(i), options, plugin, console, checked);
+                    check_animation(input.take_text(i), options, plugin, checked);
                 } catch (const SelectionNotFound&) {
                     fits = false;
                     throw;
@@ -121,7 +122,7 @@ ExitCode check(const Options& options, const Console& console) {
     std::vector<CheckedFile> files;
     ExitCode highest = ExitCode::done;
     for (const std::string& file : options.files) {
-        for (CheckedFile& checked : check_file(file, options, plugin, console)) {
+        for (CheckedFile& checked : check_file(file, options, plugin)) {
             if (checked.failure) print_failure(console, checked.name, *checked.failure);
             highest = std::max(highest, code_of(checked));
             files.push_back(std::move(checked));

@@ -7,7 +7,7 @@
 
 #include "check/nest_check.h"
 #include "cli/shared/failure.h"
-#include "looks/audit.h"
+#include "looks/judge.h"
 
 namespace cli {
 

@@ -3,15 +3,14 @@
 
 #include <cmath>
 
-#include "cli/shared/trial.h"
-#include "looks/alone.h"
-#include "pictures/drawing_process.h"
+#include "looks/extract_composition.h"
+#include "pictures/apart.h"
 
 namespace cli {
 namespace {
 
 // Of the processor's time, for the pictures of one nest; real files take a few.
-constexpr std::chrono::seconds kMaxTime(120);
+constexpr int kMaxSeconds = 120;
 
 // The frames that findings name, as the renderer counts them.
 std::vector<int> frames_of(const std::vector<lottie::looks::Finding>& findings, double first_frame) {
@@ -24,30 +23,32 @@ std::vector<int> frames_of(const std::vector<lottie::looks::Finding>& findings, 
 
 }  // namespace
 
-NestTrial check_nest(lottie::document::Document& document, const lottie::looks::Animation& before,
-                     const host::runner::PluginModule& plugin, const DialogAnswers& answers,
-                     const host::script::Limits& limits, host::model::Layer& nest) {
+NestChecker::NestChecker(lottie::document::Document& document, const host::runner::PluginModule& plugin,
+                         const DialogAnswers& answers, const host::script::Limits& limits)
+    : document_(document), trials_(document, plugin, answers, limits), judge_(document.text()) {}
+
+NestTrial NestChecker::check(host::model::Layer& nest, bool gives_text) {
     host::model::Comp& comp = nest.comp();
     CheckedNest checked;
-    checked.composition = document.comp_id(comp);
+    checked.composition = document_.comp_id(comp);
     checked.composition_name = comp.name();
     checked.number = static_cast<std::size_t>(nest.index()) + 1;
     checked.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
-    const Trial trial = try_unnesting(document, plugin, answers, limits, comp, {&nest});
-    undo_trial(document);
-    checked.bytes_after = trial.after.size();
-    lottie::looks::Animation after(trial.after);
-    checked.report = judge(before, after, trial.change).front();
+    const Trial trial = trials_.run(comp, {&nest});
+    std::string after = gives_text ? document_.write() : std::string();
+    trials_.undo();
+    checked.bytes_after = trial.byte_count;
+    checked.report = compare(judge_, trial).front();
     return {std::move(checked), std::move(after)};
 }
 
-Proven prove(const lottie::looks::Animation& before, const lottie::looks::Animation& after,
-             const std::string& composition, const std::vector<lottie::looks::Finding>& findings) {
-    const double first = lottie::looks::first_frame(before, composition);
-    lottie::pictures::DrawingBudget budget{kMaxTime};
+Proven prove(const std::string& before, const std::string& after, const std::string& composition,
+             const std::vector<lottie::looks::Finding>& findings) {
+    const auto part_before = lottie::looks::extract_composition(before, composition);
+    const auto part_after = lottie::looks::extract_composition(after, composition);
+    const double first = part_before.first_frame;
     auto comparison =
-        lottie::pictures::compare_in_child(composition_alone(before, composition),
-                                           composition_alone(after, composition), frames_of(findings, first), budget);
+        lottie::pictures::compare_apart(part_before.text, part_after.text, frames_of(findings, first), kMaxSeconds);
     const Proof proof{comparison.looks_equal, first + comparison.worst_frame,
                       comparison.worst.mean,  comparison.worst.share_beyond_8,
                       comparison.worst.ssim,  static_cast<std::size_t>(comparison.frames)};

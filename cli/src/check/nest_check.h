@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "cli/shared/dialog_answers.h"
+#include "cli/shared/trial.h"
 #include "document/document.h"
-#include "looks/animation.h"
-#include "looks/audit.h"
+#include "looks/judge.h"
 #include "pictures/picture.h"
 #include "runner/plugin_module.h"
 #include "script/engine.h"
@@ -39,13 +39,26 @@ struct CheckedNest {
 
 struct NestTrial {
     CheckedNest nest;
-    lottie::looks::Animation after;
+    std::string after;  // the animation with the nest un-nested; empty unless asked for
 };
 
-// Un-nests the nest alone, judges, and puts it back. Throws Failure as try_unnesting() does.
-NestTrial check_nest(lottie::document::Document& document, const lottie::looks::Animation& before,
-                     const host::runner::PluginModule& plugin, const DialogAnswers& answers,
-                     const host::script::Limits& limits, host::model::Layer& nest);
+// Checks the nests of one animation.
+class NestChecker {
+  public:
+    // Everything given must outlive it.
+    NestChecker(lottie::document::Document& document, const host::runner::PluginModule& plugin,
+                const DialogAnswers& answers, const host::script::Limits& limits);
+
+    // Un-nests the nest alone, judges, and puts it back. Throws Failure as Trials::run() and compare() do.
+    NestTrial check(host::model::Layer& nest, bool gives_text);
+
+    Trials& trials() { return trials_; }
+
+  private:
+    lottie::document::Document& document_;
+    Trials trials_;
+    lottie::looks::Judge judge_;
+};
 
 struct Proven {
     Proof proof;
@@ -55,7 +68,7 @@ struct Proven {
 
 // Draws the composition before and after; the frames of the findings are among those compared. Throws
 // std::runtime_error with one sentence when the renderer refuses one of the animations, crashes, or does not end.
-Proven prove(const lottie::looks::Animation& before, const lottie::looks::Animation& after,
-             const std::string& composition, const std::vector<lottie::looks::Finding>& findings);
+Proven prove(const std::string& before, const std::string& after, const std::string& composition,
+             const std::vector<lottie::looks::Finding>& findings);
 
 }  // namespace cli

@@ -15,7 +15,7 @@
 namespace cli {
 namespace {
 
-using lottie::looks::Animation;
+using lottie::looks::Judge;
 using lottie::looks::NestReport;
 using lottie::looks::Verdict;
 using lottie::mend::Mending;
@@ -25,16 +25,14 @@ using lottie::mend::Workbench;
 class CompositionWork {
   public:
     CompositionWork(Workbench& bench, std::size_t composition, const host::runner::PluginModule& plugin,
-                    const Options& options, const host::script::Limits& limits)
+                    const host::script::Limits& limits)
         : bench_(bench),
           composition_(composition),
-          plugin_(plugin),
-          options_(options),
-          limits_(limits),
           before_(bench.alone(composition)),
           document_(parse_input(before_)),
           comp_(find_composition(document_, bench.id(composition))),
-          before_look_(before_) {}
+          trials_(document_, plugin, answers_, limits),
+          judge_(before_) {}
 
     std::vector<FlattenedNest> work() {
         Places places;
@@ -54,7 +52,7 @@ class CompositionWork {
                 bench_.put_back(composition_, attempt.text);
                 break;
             }
-            undo_trial(document_);
+            trials_.undo();
             // What a run does to other layers is reported of each of its nests.
             if (changing == places && places.size() > 1 && !is_alone) {
                 is_alone = true;
@@ -94,14 +92,15 @@ class CompositionWork {
         std::vector<host::model::Layer*> nests;
         const auto stack = comp_.stack().to_vector();
         for (const std::size_t place : places) nests.push_back(stack.at(place));
-        const Trial trial = try_unnesting(document_, plugin_, DialogAnswers(), limits_, comp_, nests);
-        Attempt attempt{trial.after, judge(before_look_, Animation(trial.after), trial.change), false};
+        const Trial trial = trials_.run(comp_, nests);
+        const std::string after = document_.write();
+        Attempt attempt{after, judge_.compare(trial.change, after), false};
         std::optional<Mending> mending;
         while (!attempt.changing().empty()) {
-            if (!mending) mending.emplace(before_, trial.after, trial.change);
+            if (!mending) mending.emplace(before_, after, trial.change);
             if (!mending->answer(attempt.reports)) break;
             attempt.text = mending->text();
-            attempt.reports = judge(before_look_, Animation(attempt.text), mending->change());
+            attempt.reports = judge_.compare(mending->change(), attempt.text);
         }
         for (const NestReport& report : attempt.reports) {
             FlattenedNest& entry = entry_at(report.nest);
@@ -115,7 +114,7 @@ class CompositionWork {
     // Whether the nest must stay.
     bool try_alone(std::size_t place) {
         const Attempt attempt = try_together({place});
-        undo_trial(document_);
+        trials_.undo();
         if (attempt.changing().empty()) return false;
         keep(place);
         return true;
@@ -129,28 +128,25 @@ class CompositionWork {
 
     Workbench& bench_;
     std::size_t composition_;
-    const host::runner::PluginModule& plugin_;
-    const Options& options_;
-    const host::script::Limits& limits_;
     std::string before_;
     lottie::document::Document document_;
     host::model::Comp& comp_;
-    Animation before_look_;
+    const DialogAnswers answers_;
+    Trials trials_;
+    Judge judge_;
     std::vector<FlattenedNest> entries_;
 };
 
 }  // namespace
 
 Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options) {
-    const lottie::document::Document document = parse_input(text);
-    if (document.is_passed_on()) return {.text = text, .nests = {}, .nests_left = 0, .warnings = document.warnings()};
+    parse_input(text);  // tells what is wrong with the whole
     const host::script::Limits limits = script_limits(options.script_time);
     Workbench bench(text);
     Flattened flattened;
-    flattened.warnings = document.warnings();
     for (const std::size_t composition : bench.innermost_first()) {
         if (bench.nests(composition).empty()) continue;
-        for (FlattenedNest& nest : CompositionWork(bench, composition, plugin, options, limits).work())
+        for (FlattenedNest& nest : CompositionWork(bench, composition, plugin, limits).work())
             flattened.nests.push_back(std::move(nest));
     }
     for (const std::size_t composition : bench.innermost_first())

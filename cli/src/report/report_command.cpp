@@ -9,7 +9,7 @@
 #include "cli/shared/animation_file.h"
 #include "cli/shared/selection.h"
 #include "cli/shared/trial.h"
-#include "looks/alone.h"
+#include "looks/extract_composition.h"
 #include "report/report_page.h"
 #include "shared/installed_parts.h"
 #include "shared/layer_facts.h"
@@ -44,7 +44,7 @@ std::optional<WorstFrame> worst_frame(const Proven& proven) {
                       png(difference_picture(proven.before, proven.after, kGain))};
 }
 
-void add_pictures(const lottie::looks::Animation& before, NestTrial& trial, ReportedNest& nest) {
+void add_pictures(const std::string& before, NestTrial& trial, ReportedNest& nest) {
     try {
         const Proven proven = prove(before, trial.after, trial.nest.composition, trial.nest.report.findings);
         trial.nest.proof = proven.proof;
@@ -62,19 +62,15 @@ std::string extension_of(const AnimationFile& input) {
 class Reporter {
   public:
     // `input` has one animation.
-    Reporter(const Options& options, const host::runner::PluginModule& plugin, const AnimationFile& input,
-             const Console& console)
+    Reporter(const Options& options, const host::runner::PluginModule& plugin, const AnimationFile& input)
         : options_(options),
-          plugin_(plugin),
           input_(input),
           text_(input.text(0)),
           limits_(script_limits(options.script_time)),
           document_(parse_input(text_)),
-          before_(text_),
           comp_(find_composition(document_, options.composition)),
-          nests_(options.layers.empty() ? nests_of(comp_) : find_nests(comp_, options.layers)) {
-        print_warnings(console, input.label(0), document_.warnings());
-    }
+          nests_(options.layers.empty() ? nests_of(comp_) : find_nests(comp_, options.layers)),
+          checker_(document_, plugin, options.answers, limits_) {}
 
     Report report() {
         describe();
@@ -92,9 +88,10 @@ class Reporter {
         report_.width = comp_.width();
         report_.height = comp_.height();
         report_.frame_rate = comp_.frame_rate();
-        report_.first_frame = lottie::looks::first_frame(before_, report_.composition);
+        auto extracted = lottie::looks::extract_composition(text_, report_.composition);
+        report_.first_frame = extracted.first_frame;
         report_.bytes_before = text_.size();
-        report_.before = composition_alone(before_, report_.composition);
+        report_.before = std::move(extracted.text);
         report_.stack_before = stack_of(document_, comp_);
         for (const Layer* nest : nests_) {
             inner_stacks_[static_cast<std::size_t>(nest->index())] = stack_of(document_, *nest->source()->comp());
@@ -103,25 +100,26 @@ class Reporter {
 
     void check_alone(Layer& layer) {
         ReportedNest& nest = report_.nests.emplace_back();
-        NestTrial trial = check_nest(document_, before_, plugin_, options_.answers, limits_, layer);
-        add_pictures(before_, trial, nest);
+        NestTrial trial = checker_.check(layer, true);
+        add_pictures(text_, trial, nest);
         findings_.insert(findings_.end(), trial.nest.report.findings.begin(), trial.nest.report.findings.end());
         nest.checked = std::move(trial.nest);
     }
 
     void unnest_together() {
         if (nests_.empty()) return take_unchanged();
-        Trial trial = try_unnesting(document_, plugin_, options_.answers, limits_, comp_, nests_);
+        Trial trial = checker_.trials().run(comp_, nests_);
+        const std::string after = document_.write();
         report_.stack_after = stack_of(document_, comp_);
-        undo_trial(document_);
+        checker_.trials().undo();
         for (std::size_t place = 0; place < report_.stack_after.size(); ++place) {
             set_origin(report_.stack_after[place], trial.change.after.at(place));
         }
-        report_.bytes_after = trial.after.size();
+        report_.bytes_after = after.size();
         report_.messages = std::move(trial.record.reports);
         for (const host::scriptui::Alert& alert : trial.record.alerts) report_.messages.push_back(alert.message);
         report_.messages.insert(report_.messages.end(), trial.record.log.begin(), trial.record.log.end());
-        compare_with(lottie::looks::Animation(trial.after));
+        compare_with(after);
     }
 
     void take_unchanged() {
@@ -138,10 +136,10 @@ class Reporter {
         if (origin.kind == Origin::Kind::copied) layer.type = inner_stacks_.at(origin.nest).at(origin.layer).type;
     }
 
-    void compare_with(const lottie::looks::Animation& after) {
-        report_.after = composition_alone(after, report_.composition);
+    void compare_with(const std::string& after) {
+        report_.after = lottie::looks::extract_composition(after, report_.composition).text;
         try {
-            const Proven proven = prove(before_, after, report_.composition, findings_);
+            const Proven proven = prove(text_, after, report_.composition, findings_);
             report_.proof = proven.proof;
             report_.worst = worst_frame(proven);
         } catch (const std::runtime_error& refused) {
@@ -150,14 +148,13 @@ class Reporter {
     }
 
     const Options& options_;
-    const host::runner::PluginModule& plugin_;
     const AnimationFile& input_;
     const std::string& text_;
     const host::script::Limits limits_;
     lottie::document::Document document_;
-    lottie::looks::Animation before_;
     Comp& comp_;
     std::vector<Layer*> nests_;
+    NestChecker checker_;
     std::map<std::size_t, std::vector<StackLayer>> inner_stacks_;  // by the nest's place
     std::vector<lottie::looks::Finding> findings_;
     Report report_;
@@ -180,10 +177,9 @@ void refuse_several(const AnimationFile& input) {
 }
 
 // Throws Failure.
-Report report_on(const AnimationFile& input, const Options& options, const host::runner::PluginModule& plugin,
-                 const Console& console) {
+Report report_on(const AnimationFile& input, const Options& options, const host::runner::PluginModule& plugin) {
     try {
-        return Reporter(options, plugin, input, console).report();
+        return Reporter(options, plugin, input).report();
     } catch (const Failure& failure) {
         throw Failure(failure.code(), failure.what(), input.place(0) + failure.place());
     }
@@ -207,7 +203,7 @@ ExitCode report(const Options& options, const Console& console) {
         const host::runner::PluginModule plugin = load_plugin();
         const AnimationFile input(options.file(), options.animation);
         refuse_several(input);
-        const Report report = report_on(input, options, plugin, console);
+        const Report report = report_on(input, options, plugin);
         write_result(options.output.empty() ? std::string(kStandardStream) : options.output,
                      report_page(report, player));
         print_report(console, report, options.output == kStandardStream ? "" : options.output);

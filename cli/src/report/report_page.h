@@ -8,7 +8,7 @@
 
 #include "check/nest_check.h"
 #include "cli/arguments/options.h"
-#include "looks/audit.h"
+#include "looks/judge.h"
 
 namespace cli {
 

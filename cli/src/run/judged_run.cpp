@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <unordered_map>
 #include <unordered_set>
 
 #include "cli/console.h"
@@ -13,7 +14,6 @@ namespace {
 
 using host::model::Comp;
 using host::model::Layer;
-using lottie::looks::Animation;
 using lottie::looks::NestReport;
 using lottie::looks::Verdict;
 
@@ -51,12 +51,7 @@ class JudgedRun {
   public:
     JudgedRun(lottie::document::Document& document, const std::string& text, const RunContext& context, Comp& comp,
               const Options& options)
-        : document_(document),
-          context_(context),
-          comp_(comp),
-          options_(options),
-          input_bytes_(text.size()),
-          current_(text) {
+        : trials_(document, context), judge_(text), comp_(comp), options_(options), input_bytes_(text.size()) {
         for (const Comp* source : document.project().comps()) {
             if (source->users().size() > 1) shared_.insert(source);
         }
@@ -85,42 +80,40 @@ class JudgedRun {
         if (!nest.is_alive()) return;  // gone with a composition that an earlier run deleted
         JudgedNest judged = unjudged(nest);
         const Comp* source = nest.source()->comp();
-        const Trial trial = try_unnesting(document_, context_, comp_, {&nest});
-        Animation after(trial.after);
-        const NestReport report = judge(current_, after, trial.change).front();
+        const Trial trial = trials_.run(comp_, {&nest});
+        const NestReport report = compare(judge_, trial).front();
         judged.verdict = report.verdict;
-        judged.bytes = static_cast<long long>(after.byte_count()) - static_cast<long long>(current_.byte_count());
+        judged.bytes = static_cast<long long>(trial.byte_count) - static_cast<long long>(judge_.byte_count());
         if (options_.only_exact && report.verdict != Verdict::exact) {
             judged.kept_because = main_reason(report);
-        } else if (shared_.contains(source) && is_too_large(after.byte_count())) {
+        } else if (shared_.contains(source) && is_too_large(trial.byte_count)) {
             judged.kept_because = "the file would grow beyond the limit, and other nests share its composition";
         }
         if (judged.kept_because.empty()) {
             refuse_change(report);
-            current_ = std::move(after);
+            judge_.accept();
             sources_.insert(source);
             add(record_, trial.record);
         } else {
-            undo_trial(document_);
+            trials_.undo();
         }
         judged_.push_back(std::move(judged));
     }
 
     void run_together(const Layers& nests) {
         std::vector<JudgedNest> together;
+        std::unordered_map<std::size_t, std::size_t> by_place;
         for (const Layer* nest : nests) {
+            by_place.emplace(static_cast<std::size_t>(nest->index()), together.size());
             together.push_back(unjudged(*nest));
             sources_.insert(nest->source()->comp());
         }
-        const Trial trial = try_unnesting(document_, context_, comp_, nests);
-        Animation after(trial.after);
-        for (const NestReport& report : judge(current_, after, trial.change)) {
+        const Trial trial = trials_.run(comp_, nests);
+        for (const NestReport& report : compare(judge_, trial)) {
             refuse_change(report);
-            for (JudgedNest& judged : together) {
-                if (judged.number == report.nest + 1) judged.verdict = report.verdict;
-            }
+            together.at(by_place.at(report.nest)).verdict = report.verdict;
         }
-        current_ = std::move(after);
+        judge_.accept();
         add(record_, trial.record);
         std::move(together.begin(), together.end(), std::back_inserter(judged_));
     }
@@ -137,12 +130,11 @@ class JudgedRun {
                                                   " would change: " + main_reason(report));
     }
 
-    lottie::document::Document& document_;
-    const RunContext& context_;
+    Trials trials_;
+    lottie::looks::Judge judge_;
     Comp& comp_;
     const Options& options_;
     std::size_t input_bytes_;
-    Animation current_;
     std::unordered_set<const Comp*> shared_;   // by several nests of the input
     std::unordered_set<const Comp*> sources_;  // of what was un-nested
     std::vector<JudgedNest> judged_;

@@ -7,7 +7,7 @@
 
 #include "cli/arguments/options.h"
 #include "cli/shared/trial.h"
-#include "looks/audit.h"
+#include "looks/judge.h"
 
 namespace cli {
 
@@ -26,8 +26,8 @@ bool is_judged(const Options& options);
 
 // With --only-exact or --max-growth the nests are un-nested one by one, top first, each judged as the file stands then;
 // otherwise all together as in a plain run. `text` is the input. Returns the nests in the order of the runs, and puts
-// what all runs did and said into `record`. Throws Failure (look_changes) under --strict; as try_unnesting() otherwise.
-// After a Failure only part of the work may be done: nobody may write the project.
+// what all runs did and said into `record`. Throws Failure (look_changes) under --strict; as Trials::run() and
+// compare() otherwise. After a Failure only part of the work may be done: nobody may write the project.
 std::vector<JudgedNest> unnest_judged(lottie::document::Document& document, const std::string& text,
                                       const RunContext& context, host::model::Comp& comp,
                                       std::vector<host::model::Layer*> nests, const Options& options,

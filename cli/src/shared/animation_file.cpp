@@ -1,16 +1,15 @@
 // Animations from files, plain or packed, and back.
 #include "cli/shared/animation_file.h"
 
-#include <filesystem>
 #include <utility>
 
+#include "cli/console.h"
 #include "cli/shared/failure.h"
 #include "cli/shared/suggestions.h"
 #include "document/input_error.h"
 
 namespace cli {
 
-using host::base::FileError;
 using lottie::document::Written;
 using lottie::packed::Archive;
 using lottie::packed::ArchiveError;
@@ -90,10 +89,7 @@ std::string shown_name(const std::string& file) {
 std::string read_input(const std::string& file) {
     try {
         return read_whole(file);
-    } catch (const FileError& error) {
-        std::error_code none;
-        if (std::filesystem::is_directory(file, none))
-            throw Failure(ExitCode::bad_input, "is a folder; name the files in it, as in FOLDER/*.json");
+    } catch (const IoError& error) {
         throw Failure(ExitCode::bad_input, error.what());
     }
 }
@@ -108,14 +104,6 @@ Failure bad_input(const lottie::document::InputError& error) {
 
 }  // namespace
 
-void print_warnings(const Console& console, const std::string& label,
-                    const std::vector<lottie::document::InputError>& warnings) {
-    for (const lottie::document::InputError& warning : warnings) {
-        const Failure told = bad_input(warning);
-        console.say(Console::Tone::warning, label + told.place(), told.what());
-    }
-}
-
 lottie::document::Document parse_input(std::string text) {
     try {
         return lottie::document::Document::read(std::move(text));
@@ -128,28 +116,22 @@ void refuse_faulty_content(const lottie::document::Document& document) {
     if (const lottie::document::InputError* fault = document.content_fault()) throw bad_input(*fault);
 }
 
-lottie::document::Written write_animation(const lottie::document::Document& document) {
-    try {
-        Written written = document.write_in_pieces();
-        refuse_faulty_content(document);
-        return written;
-    } catch (const lottie::document::InputError& error) {
-        throw bad_input(error);
-    }
-}
-
 void prepare_folder(const std::string& folder) {
     try {
-        host::base::make_folder(folder);
-    } catch (const FileError& error) {
+        make_folder(folder);
+    } catch (const IoError& error) {
         throw Failure(ExitCode::failed, "the folder '" + folder + "' " + error.what());
     }
 }
 
-void write_result(std::string_view output, host::base::Pieces bytes) {
+void write_result(std::string_view output, Pieces bytes) {
     try {
-        write_whole(output, bytes);
-    } catch (const FileError& error) {
+        if (output == kStandardStream) {
+            write_standard_output(bytes);
+        } else {
+            put_in_place(output, bytes);
+        }
+    } catch (const IoError& error) {
         const std::string name = output == kStandardStream ? "standard output" : "'" + std::string(output) + "'";
         throw Failure(ExitCode::failed, name + ' ' + error.what());
     }

@@ -1,7 +1,8 @@
 // Running the command to see what it would do.
 #include "cli/shared/trial.h"
 
-#include <map>
+#include <algorithm>
+#include <set>
 #include <unordered_map>
 
 #include "cli/shared/animation_file.h"
@@ -17,45 +18,58 @@ using host::model::LayerId;
 using lottie::looks::Origin;
 using lottie::looks::StackChange;
 
-// Where each layer stood before the run.
-class PlacesBefore {
+// Where the layers of a stack after a run come from.
+class Origins {
   public:
-    PlacesBefore(const Comp& comp, const std::vector<Layer*>& nests) {
-        std::size_t place = 0;
-        for (const Layer* layer : comp.stack().to_vector()) kept_[layer] = place++;
-        std::map<std::size_t, const Layer*> by_place;  // copies come out in the order of the stack
-        for (const Layer* nest : nests) by_place[kept_.at(nest)] = nest;
-        for (const auto& [nest_place, nest] : by_place) {
-            nests_.push_back(nest_place);
+    Origins(std::vector<Layer*> before, const std::vector<Layer*>& nests) : before_(std::move(before)) {
+        std::unordered_map<const Layer*, std::size_t> place;
+        for (const Layer* nest : nests) place.emplace(nest, 0);
+        for (std::size_t i = 0; i < before_.size(); ++i) {
+            if (!place.contains(before_[i])) continue;
+            nests_.push_back(i);  // copies come out in the order of the stack
             std::size_t inner_place = 0;
-            for (const Layer* inner : nest->source()->comp()->stack().to_vector()) {
-                originals_[inner->id()].push_back({Origin::Kind::copied, inner_place++, nest_place});
+            for (const Layer* inner : before_[i]->source()->comp()->stack().to_vector()) {
+                originals_[inner->id()].push_back({Origin::Kind::copied, inner_place++, i});
             }
         }
     }
 
-    StackChange change_to(const Comp& comp, std::string id) const {
+    StackChange change_to(const std::vector<Layer*>& after, std::string composition) {
         StackChange change;
-        change.composition = std::move(id);
+        change.composition = std::move(composition);
         change.nests = nests_;
-        std::unordered_map<LayerId, std::size_t> copies_met;
-        for (const Layer* layer : comp.stack().to_vector()) change.after.push_back(origin_of(*layer, copies_met));
+        // Most of the stack is as before; only what lies between is looked up.
+        const std::size_t shorter = std::min(before_.size(), after.size());
+        std::size_t top = 0;
+        while (top < shorter && before_[top] == after[top]) ++top;
+        std::size_t bottom = 0;
+        while (bottom < shorter - top && before_[before_.size() - 1 - bottom] == after[after.size() - 1 - bottom]) {
+            ++bottom;
+        }
+        for (std::size_t i = top; i < before_.size() - bottom; ++i) kept_[before_[i]] = i;
+        for (std::size_t i = 0; i < top; ++i) change.after.push_back({Origin::Kind::kept, i, 0});
+        for (std::size_t i = top; i < after.size() - bottom; ++i) change.after.push_back(origin_of(*after[i]));
+        for (std::size_t i = before_.size() - bottom; i < before_.size(); ++i) {
+            change.after.push_back({Origin::Kind::kept, i, 0});
+        }
         return change;
     }
 
   private:
-    Origin origin_of(const Layer& layer, std::unordered_map<LayerId, std::size_t>& copies_met) const {
+    Origin origin_of(const Layer& layer) {
         if (const auto kept = kept_.find(&layer); kept != kept_.end()) return {Origin::Kind::kept, kept->second, 0};
         const auto copied = originals_.find(layer.copied_from());
         if (copied == originals_.end()) return {};
         // Nests that share a composition give several copies of one layer.
-        const std::size_t number = copies_met[layer.copied_from()]++;
+        const std::size_t number = copies_met_[layer.copied_from()]++;
         return number < copied->second.size() ? copied->second[number] : Origin{};
     }
 
-    std::unordered_map<const Layer*, std::size_t> kept_;
-    std::unordered_map<LayerId, std::vector<Origin>> originals_;
+    std::vector<Layer*> before_;
     std::vector<std::size_t> nests_;
+    std::unordered_map<LayerId, std::vector<Origin>> originals_;
+    std::unordered_map<const Layer*, std::size_t> kept_;
+    std::unordered_map<LayerId, std::size_t> copies_met_;
 };
 
 }  // namespace
@@ -68,37 +82,68 @@ host::script::Limits script_limits(double seconds) {
     return limits;
 }
 
-Trial try_unnesting(lottie::document::Document& document, const RunContext& context, Comp& comp,
-                    const std::vector<Layer*>& nests) {
-    auto& undo = document.project().undo();
-    const std::size_t steps_before = undo.step_names().size();
-    const PlacesBefore places(comp, nests);
-    const std::string id = document.comp_id(comp);
-    host::runner::Session session(document.project(), context.settings, context.dialogs, context.limits);
-    context.observe(session);
+struct Trials::OwnContext {
+    OwnContext(const host::runner::PluginModule& plugin, const DialogAnswers& answers,
+               const host::script::Limits& limits)
+        : settings(host::script::Settings::in_memory()), dialogs(answers), context{plugin, settings, dialogs, limits} {}
+
+    host::script::Settings settings;
+    DialogOperator dialogs;
+    RunContext context;
+};
+
+Trials::Trials(lottie::document::Document& document, const host::runner::PluginModule& plugin,
+               const DialogAnswers& answers, const host::script::Limits& limits)
+    : own_context_(std::make_unique<OwnContext>(plugin, answers, limits)),
+      document_(document),
+      context_(own_context_->context),
+      session_(document.project(), context_.settings, context_.dialogs, context_.limits) {}
+
+Trials::~Trials() = default;
+
+Trials::Trials(lottie::document::Document& document, const RunContext& context)
+    : document_(document),
+      context_(context),
+      session_(document.project(), context.settings, context.dialogs, context.limits) {
+    context.observe(session_);
+}
+
+Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
+    host::model::UndoJournal& journal = document_.project().undo();
+    const std::size_t steps_before = journal.step_names().size();
+    Origins origins(comp.stack().to_vector(), nests);
+    std::set<const Comp*> sources;
+    for (const Layer* nest : nests) sources.insert(nest->source()->comp());
     Trial trial;
     try {
-        unnest(session, context.plugin, comp, nests, false, trial.record);
-        trial.after = write_animation(document).text();
+        if (!is_started_) start_plugin(session_, context_.plugin, trial.record);
+        is_started_ = true;
+        unnest(session_, comp, nests, false, trial.record);
+        trial.written = document_.write_layers(comp);
+        refuse_faulty_content(document_);
     } catch (const Failure&) {
-        while (undo.step_names().size() > steps_before) undo.undo();
-        refuse_faulty_content(document);
+        while (journal.step_names().size() > steps_before) journal.undo();
+        refuse_faulty_content(document_);
         throw;
     }
-    trial.change = places.change_to(comp, id);
+    trial.change = origins.change_to(comp.stack().to_vector(), document_.comp_id(comp));
+    for (const Comp* source : sources) {
+        if (!source->is_alive()) trial.deleted.push_back(document_.comp_id(*source));
+    }
+    trial.byte_count = document_.written_size();
     return trial;
 }
 
-Trial try_unnesting(lottie::document::Document& document, const host::runner::PluginModule& plugin,
-                    const DialogAnswers& answers, const host::script::Limits& limits, Comp& comp,
-                    const std::vector<Layer*>& nests) {
-    auto settings = host::script::Settings::in_memory();
-    DialogOperator dialogs(answers);
-    return try_unnesting(document, {plugin, settings, dialogs, limits}, comp, nests);
+void Trials::undo() {
+    document_.project().undo().undo();
 }
 
-void undo_trial(lottie::document::Document& document) {
-    document.project().undo().undo();
+std::vector<lottie::looks::NestReport> compare(lottie::looks::Judge& judge, const Trial& trial) {
+    try {
+        return judge.compare(trial.change, {trial.written.layers, trial.deleted, trial.byte_count});
+    } catch (const lottie::looks::TooMuchWork& refused) {
+        throw Failure(ExitCode::bad_input, std::string(refused.what()) + ": choose fewer nests with --layer");
+    }
 }
 
 }  // namespace cli

@@ -90,11 +90,6 @@ void keep_and_check(VisitResult outcome, UnnestRecord& record, const std::string
                                              : " failed with error " + std::to_string(outcome.error)));
 }
 
-void start(host::runner::Session& session, const host::runner::PluginModule& plugin, UnnestRecord& record) {
-    keep_and_check(session.start(plugin), record, "the plug-in cannot start: its entry point");
-    if (session.menu_items().empty()) throw Failure(ExitCode::failed, "the plug-in has no command");
-}
-
 void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, UnnestRecord& record) {
     comp.select(nests);
     const VisitResult outcome = session.run_command(session.menu_items().front().command);
@@ -106,10 +101,13 @@ void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, 
 
 }  // namespace
 
-void unnest(host::runner::Session& session, const host::runner::PluginModule& plugin, Comp& comp, Layers nests,
-            bool recursive, UnnestRecord& record) {
+void start_plugin(host::runner::Session& session, const host::runner::PluginModule& plugin, UnnestRecord& record) {
+    keep_and_check(session.start(plugin), record, "the plug-in cannot start: its entry point");
+    if (session.menu_items().empty()) throw Failure(ExitCode::failed, "the plug-in has no command");
+}
+
+void unnest(host::runner::Session& session, Comp& comp, Layers nests, bool recursive, UnnestRecord& record) {
     refuse_too_many_layers(nests, recursive);
-    start(session, plugin, record);
     comp.project().set_active_panel(host::model::ActivePanel::timeline);
     comp.project().open_comp(&comp);
 

@@ -53,6 +53,7 @@ bool Comp::contains(const Comp& other) const {
 // In and out
 
 void Comp::enter(Layer& layer, int index) {
+    project().note_change(*this);
     layer.stack_node_ = stack_.insert(index, &layer);
     layer.alive_ = true;
     layer.link_to_source();
@@ -67,6 +68,7 @@ void Comp::enter(Layer& layer, int index) {
 }
 
 void Comp::leave(Layer& layer) {
+    project().note_change(*this);
     set_selection_rank(layer, 0);
     if (names_ != nullptr) names_->remove(layer);
     if (layer.state_.parent != nullptr) {

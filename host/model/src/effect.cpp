@@ -34,8 +34,12 @@ void Effect::set_flags(std::uint32_t mask, std::uint32_t flags) {
     owner_->require_editable();
     const std::uint32_t next = (flags_ & ~mask) | (flags & mask);
     if (next == flags_) return;
-    owner_->project().undo().note([this, old = flags_] { flags_ = old; });
-    flags_ = next;
+    const auto set = [this](std::uint32_t value) {
+        owner_->note_change();
+        flags_ = value;
+    };
+    owner_->project().undo().note([set, old = flags_] { set(old); });
+    set(next);
 }
 
 Stream& Effect::parameter(std::size_t index) const {

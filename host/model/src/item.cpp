@@ -31,6 +31,7 @@ std::vector<Item*> Item::folder_contents() const {
 }
 
 void Item::change_name(std::string name) {
+    project_->note_change(*this);
     std::vector<Layer*> renamed;
     for (Layer* layer : users_) {
         if (layer->own_name().empty() && layer->comp().names_ != nullptr) renamed.push_back(layer);

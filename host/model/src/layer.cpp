@@ -48,7 +48,12 @@ void Layer::require_editable() const {
 
 // Undo
 
+void Layer::note_change() {
+    project().note_change(*comp_);
+}
+
 Layer::State& Layer::writable_state() {
+    note_change();
     UndoJournal& journal = project().undo();
     const std::uint64_t step = journal.step_for_snapshot();
     if (touched_in_step_ != step) {
@@ -59,6 +64,7 @@ Layer::State& Layer::writable_state() {
 }
 
 void Layer::restore_state(const State& state) {
+    note_change();
     change_parent(state.parent);
     change_matte(state.matte, state.matte_type);
     if (state.name != state_.name) change_display_name(state.name);
@@ -177,6 +183,7 @@ void Layer::move_to(int index) {
     const int old_index = this->index();
     if (final_index == old_index) return;
     const auto move = [this](int to) {
+        note_change();
         if (comp_->names_ != nullptr) comp_->names_->remove(*this);
         comp_->stack_.move(stack_node_, to);
         if (comp_->names_ != nullptr) comp_->names_->add(*this);

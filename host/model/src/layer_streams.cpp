@@ -138,6 +138,12 @@ const Stream* Layer::existing_stream(int number) const {
     return nullptr;
 }
 
+bool Layer::has_changed_streams() const {
+    return std::any_of(streams_.begin(), streams_.end(), [](const NumberedStream& numbered) {
+        return numbered.stream != nullptr && numbered.stream->is_changed();
+    });
+}
+
 bool Layer::is_stream_legal(int number) const {
     return is_stream_number(number) && is_stream_legal_for(number, *this);
 }
@@ -258,7 +264,9 @@ Effect& Layer::apply_effect(int kind_key) {
     for (int number = 2; is_taken(name); ++number) name = kind->display_name + " " + std::to_string(number);
     made_extras().effects.push_back(std::make_unique<Effect>(*this, std::move(kind), std::move(name)));
     attach_all();
+    note_change();
     project().undo().note([this] {
+        note_change();
         for (const auto& parameter : made_extras().effects.back()->parameters_) detach(*parameter);
         project().retired_effects_.push_back(std::move(made_extras().effects.back()));
         made_extras().effects.pop_back();

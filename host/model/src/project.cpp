@@ -80,6 +80,7 @@ void Project::remove_comp_name(const Comp& comp) {
 // Coming and going
 
 void Project::enter(Item& item, int walk_index) {
+    note_change(item);
     item.walk_node_ = walk_.insert(walk_index, &item);
     item.folder_->contents_[item.id()] = &item;
     item.alive_ = true;
@@ -87,6 +88,7 @@ void Project::enter(Item& item, int walk_index) {
 }
 
 void Project::leave(Item& item) {
+    note_change(item);
     if (Comp* comp = item.comp()) remove_comp_name(*comp);
     item.alive_ = false;
     item.folder_->contents_.erase(item.id());
@@ -142,6 +144,13 @@ Item& Project::solids_folder() {
     }
     if (solids_folder_ == nullptr) solids_folder_ = &add_folder(rules_.solids_folder_name);
     return *solids_folder_;
+}
+
+std::vector<Item*> Project::take_changed_items() {
+    notes_changes_ = true;
+    const std::vector<Item*> items(changed_items_.begin(), changed_items_.end());
+    changed_items_.clear();
+    return items;
 }
 
 void Project::leave_undoably(Item& item) {

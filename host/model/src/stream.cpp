@@ -62,6 +62,7 @@ void Stream::require_layer_unlocked() const {
 }
 
 StreamData& Stream::writable() {
+    owner_->note_change();
     UndoJournal& journal = owner_->project().undo();
     const std::uint64_t step = journal.step_for_snapshot();
     if (touched_in_step_ != step) {
@@ -73,6 +74,7 @@ StreamData& Stream::writable() {
 }
 
 void Stream::restore(const std::shared_ptr<const StreamData>& data) {
+    owner_->note_change();
     const bool other_text = data->expression != data_->expression;
     data_ = data;
     changed(other_text);

@@ -6,7 +6,6 @@
 #include <ranges>
 #include <unordered_map>
 
-#include "base/unicode.h"
 #include "scriptui/control_sizes.h"
 
 namespace host::scriptui {
@@ -260,7 +259,8 @@ class LayingOut {
 }  // namespace
 
 double EstimatedTextMeasure::width(std::string_view line) const {
-    return 6.25 * static_cast<double>(base::character_count(line));
+    const auto is_first_byte = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
+    return 6.25 * static_cast<double>(std::ranges::count_if(line, is_first_byte));
 }
 
 void lay_out(Window& window, const TextMeasure& measure) {

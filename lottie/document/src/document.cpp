@@ -1,9 +1,13 @@
 // The room's front door.
 #include "document/document.h"
 
+#include <algorithm>
+
 #include "read/project_builder.h"
 #include "shared/store.h"
+#include "write/comp_writer.h"
 #include "write/document_writer.h"
+#include "write/written_size.h"
 
 namespace lottie::document {
 
@@ -12,8 +16,8 @@ Document::Document(Document&&) noexcept = default;
 Document& Document::operator=(Document&&) noexcept = default;
 Document::~Document() = default;
 
-Document Document::read(std::string text, const host::model::HostRules& rules) {
-    return Document(build_store(std::move(text), rules));
+Document Document::read(std::string text, host::model::HostRules rules) {
+    return Document(build_store(std::move(text), std::move(rules)));
 }
 
 const std::string& Document::text() const {
@@ -28,14 +32,6 @@ host::model::Comp& Document::main_comp() const {
     return *store_->comps.front()->comp;
 }
 
-bool Document::is_passed_on() const {
-    return store_->is_passed_on;
-}
-
-const std::vector<InputError>& Document::warnings() const {
-    return store_->warnings;
-}
-
 const InputError* Document::content_fault() const {
     return store_->content_fault.has_value() ? &*store_->content_fault : nullptr;
 }
@@ -46,6 +42,21 @@ std::string Document::write() const {
 
 Written Document::write_in_pieces() const {
     return write_document(*store_);
+}
+
+WrittenLayers Document::write_layers(const host::model::Comp& comp) const {
+    const auto stack = comp.stack().to_vector();
+    const bool shows_new_comps = std::any_of(stack.begin(), stack.end(), [](const host::model::Layer* layer) {
+        return base_of(*layer) == nullptr && layer->source() != nullptr && layer->source()->comp() != nullptr;
+    });
+    const NewCompIds new_ids = shows_new_comps ? ids_of_new_comps(*store_) : NewCompIds();
+    if (written_size_ == nullptr) written_size_ = std::make_unique<WrittenSize>(*store_);
+    return written_size_->write_layers(comp, CompWriter(*store_, store_->stored(comp), comp, new_ids));
+}
+
+std::size_t Document::written_size() const {
+    if (written_size_ == nullptr) written_size_ = std::make_unique<WrittenSize>(*store_);
+    return written_size_->now();
 }
 
 std::optional<LayerFacts> Document::facts(const host::model::Layer& layer) const {

@@ -3,8 +3,8 @@
 #include <array>
 #include <cmath>
 
-#include "bounds.h"
 #include "findings.h"
+#include "words.h"
 
 namespace lottie::looks {
 namespace {
@@ -32,13 +32,19 @@ struct Overhang {
     double area = 0;
 };
 
-Overhang overhang(Unnesting& u, std::size_t inner, double frame) {
+bool is_within(const Hull& hull, const Box& frame) {
+    if (hull.size() < 3) return true;
+    const Box box = around(hull);
+    return box.left >= frame.left && box.right <= frame.right && box.top >= frame.top && box.bottom <= frame.bottom;
+}
+
+Overhang overhang(const Unnesting& u, const Hull& hull, double frame) {
     Overhang all;
-    if (!u.inside().layers[inner].draws()) return all;
-    const Hull hull = u.extents().in_stack(u.inside(), inner, u.inner_frame(frame));
+    const Box inner_frame{0, 0, u.nest().width, u.nest().height};
+    if (is_within(hull, inner_frame)) return all;
     const Matrix& outer = u.stack_placement().world(u.nest_place(), frame);
     const Hull view = hull_of(Box{0, 0, u.stack().width, u.stack().height});
-    for (const Hull& part : outside(hull, {0, 0, u.nest().width, u.nest().height})) {
+    for (const Hull& part : outside(hull, inner_frame)) {
         const Hull seen = cut(mapped(part, outer), view);
         const Box box = around(seen);
         all.width = std::max(all.width, std::min(box.right - box.left, box.bottom - box.top));
@@ -57,14 +63,34 @@ struct Worst {
     std::size_t layers = 0;
 };
 
-Worst search(Unnesting& u) {
+// Layers inside that reach over the edge at some frame; of those that stand still one look tells.
+std::vector<std::size_t> layers_to_search(const Unnesting& u, const std::vector<double>& inner_frames) {
+    std::vector<std::size_t> layers;
+    const Box frame{0, 0, u.nest().width, u.nest().height};
+    for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
+        const SceneLayer& layer = u.inside().layer(inner);
+        if (!u.copy_of(inner) || !layer.draws()) continue;
+        if (u.inside_survey().reach_stands_still(inner)) {
+            const auto on = std::find_if(inner_frames.begin(), inner_frames.end(),
+                                         [&layer](double inner_frame) { return layer.is_on(inner_frame); });
+            if (on == inner_frames.end() || is_within(u.inside_survey().reach_in_stack(inner, *on), frame)) continue;
+        }
+        layers.push_back(inner);
+    }
+    return layers;
+}
+
+Worst search(const Unnesting& u) {
     Worst worst;
-    std::vector<bool> is_counted(u.inside().layers.size(), false);
-    for (const double frame : u.nest_frames()) {
+    std::vector<double> inner_frames;
+    for (const double frame : u.nest_frames()) inner_frames.push_back(u.inner_frame(frame));
+    const std::vector<std::size_t> layers = layers_to_search(u, inner_frames);
+    std::vector<bool> is_counted(u.inside().size(), false);
+    for (std::size_t i = 0; i < inner_frames.size(); ++i) {
+        const double frame = u.nest_frames()[i];
         double area = 0;
-        for (std::size_t inner = 0; inner < u.inside().layers.size(); ++inner) {
-            if (!u.copy_of(inner)) continue;
-            const Overhang one = overhang(u, inner, frame);
+        for (const std::size_t inner : layers) {
+            const Overhang one = overhang(u, u.inside_survey().reach_in_stack(inner, inner_frames[i]), frame);
             area += one.area;
             if (one.width > kSliver) {
                 if (!worst.first_frame) worst.first_frame = frame;
@@ -83,7 +109,7 @@ Worst search(Unnesting& u) {
 void find_clip_changes(Unnesting& u) {
     const Worst worst = search(u);
     if (worst.width <= kNothing) return;
-    const SceneLayer& layer = u.inside().layers[worst.layer];
+    const SceneLayer& layer = u.inside().layer(worst.layer);
     const std::string frame_size = plain(u.nest().width) + " x " + plain(u.nest().height);
     if (worst.layers == 0 || worst.share <= kUnseenShare) {
         u.add({Reason::clip, Weight::slight,

@@ -1,12 +1,11 @@
 // What expressions compute and whom they name.
 #include <algorithm>
 #include <cmath>
-#include <map>
 
-#include "content.h"
 #include "expression_use.h"
 #include "findings.h"
 #include "model/expression_text.h"
+#include "words.h"
 
 namespace lottie::looks {
 namespace {
@@ -15,77 +14,11 @@ constexpr std::size_t kLongestName = 31;  // bytes; what the command gives a cop
 
 const char* const kByHand = "correct the expression by hand afterwards, or keep this nest";
 
-// Findings of one kind are told once, with the first of the weightiest.
-class Tally {
-  public:
-    struct Entry {
-        Weight weight;
-        std::string layer;
-        std::string property;
-        std::string what;
-        std::string way_out;
-        std::size_t count = 1;
-    };
-
-    void note(Reason reason, Entry entry) {
-        const auto [found, is_new] = entries_.try_emplace(reason, entry);
-        if (is_new) return;
-        entry.count = found->second.count + 1;
-        if (entry.weight > found->second.weight) {
-            found->second = std::move(entry);
-        } else {
-            found->second.count = entry.count;
-        }
-    }
-
-    void report(Unnesting& u) const {
-        for (const auto& [reason, entry] : entries_) {
-            const std::string more = entry.count > 1 ? " (and " + std::to_string(entry.count - 1) + " more)" : "";
-            u.add({reason,
-                   entry.weight,
-                   "layer " + quoted(entry.layer) + (entry.property.empty() ? "" : ", " + printable(entry.property)) +
-                       ": " + entry.what + more,
-                   entry.weight == Weight::harmless ? "" : entry.way_out,
-                   entry.layer,
-                   entry.property,
-                   {}});
-        }
-    }
-
-  private:
-    std::map<Reason, Entry> entries_;
-};
-
-std::optional<std::size_t> layer_named(const Stack& stack, const std::string& name) {
-    for (std::size_t i = 0; i < stack.layers.size(); ++i) {
-        if (stack.layers[i].name == name) return i;
-    }
-    return std::nullopt;
-}
-
-std::optional<std::size_t> layer_numbered(const Stack& stack, double number) {
-    for (std::size_t i = 0; i < stack.layers.size(); ++i) {
-        if (stack.layers[i].number == number) return i;
-    }
-    return std::nullopt;
-}
-
-// The names by which players know compositions: those of the nests that show them.
-bool is_composition_known(const Scene& scene, const std::string& name) {
-    if (scene.main().name == name) return true;
-    for (const Stack& stack : scene.stacks) {
-        for (const SceneLayer& layer : stack.layers) {
-            if (layer.type == LayerType::nest && layer.name == name) return true;
-        }
-    }
-    return false;
-}
-
 // One expression before and after, with the stack that it looks into and what became of that stack's layers.
 struct Case {
     const SceneLayer& layer;
     const SceneLayer& after;
-    const Stack& stack;
+    Survey& stack;
     const Expression& before_text;
     std::string_view after_text;
     double shift;
@@ -93,36 +26,43 @@ struct Case {
 
 class ExpressionFindings {
   public:
-    explicit ExpressionFindings(Unnesting& u) : u_(u) {}
+    // `nest` is null for layers that stayed in the stack.
+    ExpressionFindings(Comparison& comparison, const Unnesting* nest) : c_(comparison), nest_(nest) {}
 
-    void look() {
-        for (const Unnesting::Copy& copy : u_.copies()) {
-            look_at_layer(u_.inner(copy), u_.copied(copy), u_.inside(), true);
-            look_at_name(u_.inner(copy), u_.copied(copy));
+    void look_at_copies() {
+        for (const Copy& copy : nest_->copies()) {
+            look_at_layer(nest_->inner(copy), nest_->copied(copy), nest_->inside_survey());
+            look_at_name(nest_->inner(copy), nest_->copied(copy));
         }
-        for (std::size_t place = 0; place < u_.stack().layers.size(); ++place) {
-            const auto kept = u_.kept_at(place);
-            if (kept && !u_.is_unnested(place)) {
-                look_at_layer(u_.stack().layers[place], u_.result().layers[*kept], u_.stack(), false);
-            }
-        }
-        tally_.report(u_);
     }
 
+    void look_beside() {
+        for (std::size_t place = 0; place < c_.stack().size(); ++place) {
+            const auto kept = c_.kept_at(place);
+            if (!kept || c_.is_unnested(place)) continue;
+            look_at_layer(c_.stack().layer(place), c_.result().layer(*kept), c_.stack_survey());
+        }
+    }
+
+    ExpressionTally& tally() { return tally_; }
+
   private:
-    void look_at_layer(const SceneLayer& layer, const SceneLayer& after, const Stack& stack, bool is_copy) {
-        const auto before_texts = expressions(*layer.json);
-        if (before_texts.empty()) return;
-        const auto after_texts = expressions(*after.json);
-        for (std::size_t i = 0; i < before_texts.size(); ++i) {
-            // A copy may have more of them (those of copied effects) at the end of its list, never fewer.
-            const std::string_view text = i < after_texts.size() ? after_texts[i].text : std::string_view();
-            const Case one{layer, after, stack, before_texts[i], text, after.start - layer.start};
-            const ExpressionUse use = read_expression(before_texts[i].text);
-            look_at_names(one, is_copy);
-            look_at_numbers(one, use, is_copy);
-            look_at_compositions(one, use);
-            if (is_copy) look_at_surroundings(one, use);
+    void look_at_layer(const SceneLayer& layer, const SceneLayer& after, Survey& stack) {
+        for (const auto& part : layer.parts()) {
+            const auto& before_texts = part->expressions();
+            if (before_texts.empty()) continue;
+            const LayerPart* part_after = after.part(part->key());
+            for (std::size_t i = 0; i < before_texts.size(); ++i) {
+                // A copy may have more of them (those of copied effects) at the end of its list, never fewer.
+                const bool is_there = part_after != nullptr && i < part_after->expressions().size();
+                const std::string_view text = is_there ? part_after->expressions()[i].text : std::string_view();
+                const Case one{layer, after, stack, before_texts[i], text, after.start - layer.start};
+                const ExpressionUse use = read_expression(before_texts[i].text);
+                look_at_names(one);
+                look_at_numbers(one, use);
+                look_at_compositions(one, use);
+                if (nest_ != nullptr) look_at_surroundings(one, use);
+            }
         }
     }
 
@@ -131,20 +71,20 @@ class ExpressionFindings {
     }
 
     // Where a layer of the expression's stack is after the run.
-    std::optional<std::size_t> successor(std::size_t place, bool is_copy) const {
-        return is_copy ? u_.copy_of(place) : u_.kept_at(place);
+    std::optional<std::size_t> successor(std::size_t place) const {
+        return nest_ != nullptr ? nest_->copy_of(place) : c_.kept_at(place);
     }
 
-    void look_at_names(const Case& one, bool is_copy) {
+    void look_at_names(const Case& one) {
         const auto before = host::model::find_layer_references(one.before_text.text);
         const auto after = host::model::find_layer_references(one.after_text);
         for (std::size_t i = 0; i < before.size(); ++i) {
             if (!before[i].comp.empty()) continue;  // another composition's layer: a matter of comp("...")
-            const auto meant = layer_named(one.stack, before[i].layer);
+            const auto meant = one.stack.layer_named(before[i].layer);
             const std::string name_after = i < after.size() ? after[i].layer : before[i].layer;
-            const auto found = layer_named(u_.result(), name_after);
+            const auto found = c_.result_survey().layer_named(name_after);
             if (!meant && !found) continue;
-            const auto wanted = meant ? successor(*meant, is_copy) : std::nullopt;
+            const auto wanted = meant ? successor(*meant) : std::nullopt;
             if (wanted && found == wanted) continue;
             note(reason_for(before[i].layer, found, wanted), Weight::change, one,
                  "it names layer " + quoted(before[i].layer) +
@@ -160,27 +100,27 @@ class ExpressionFindings {
         return name.size() > kLongestName ? Reason::long_name : Reason::layer_reference;
     }
 
-    void look_at_numbers(const Case& one, const ExpressionUse& use, bool is_copy) {
+    void look_at_numbers(const Case& one, const ExpressionUse& use) {
         if (use.layer_numbers.empty() && !use.has_computed_layer) return;
         const std::vector<double> numbers_after = read_expression(one.after_text).layer_numbers;
         for (std::size_t i = 0; i < use.layer_numbers.size(); ++i) {
             const double number = use.layer_numbers[i];
-            const auto meant = layer_numbered(one.stack, number);
-            const auto found = layer_numbered(u_.result(), i < numbers_after.size() ? numbers_after[i] : number);
-            const auto wanted = meant ? successor(*meant, is_copy) : std::nullopt;
+            const auto meant = one.stack.layer_numbered(number);
+            const auto found = c_.result_survey().layer_numbered(i < numbers_after.size() ? numbers_after[i] : number);
+            const auto wanted = meant ? successor(*meant) : std::nullopt;
             const bool is_same = meant ? wanted && found == wanted : !found;
             note(Reason::layer_reference, is_same ? Weight::harmless : Weight::change, one,
                  "it asks for layer " + plain(number) + " by number" + (is_same ? "" : ", which is now another one"));
         }
-        if (use.has_computed_layer && is_copy) {
+        if (use.has_computed_layer && nest_ != nullptr) {
             note(Reason::layer_reference, Weight::change, one, "it works out at run time which layer it asks for");
         }
     }
 
     void look_at_compositions(const Case& one, const ExpressionUse& use) {
         for (const std::string& name : use.compositions) {
-            const bool was_known = name.empty() || is_composition_known(u_.before(), name);
-            const bool is_known = !name.empty() && is_composition_known(u_.after(), name);
+            const bool was_known = name.empty() || c_.is_composition_known(name);
+            const bool is_known = !name.empty() && c_.is_composition_known_after(name);
             const bool is_same = was_known == is_known;
             note(Reason::composition_reference, is_same ? Weight::harmless : Weight::change, one,
                  (name.empty() ? std::string("it works out at run time which composition it asks for")
@@ -192,7 +132,7 @@ class ExpressionFindings {
 
     void look_at_surroundings(const Case& one, const ExpressionUse& use) {
         if (use.reads_time) {
-            const bool is_same = std::abs(one.shift) < 1e-6 && u_.only_shifts();
+            const bool is_same = std::abs(one.shift) < 1e-6 && nest_->only_shifts();
             const Weight moved = use.is_relative_to_keys ? Weight::slight : Weight::change;
             note(Reason::time_in_expression, is_same ? Weight::harmless : moved, one,
                  is_same ? "it reads the time, which is the same outside"
@@ -215,12 +155,11 @@ class ExpressionFindings {
     }
 
     void look_at_member(const Case& one, const std::string& name) {
-        const Stack& inside = u_.inside();
-        const Stack& stack = u_.stack();
-        const bool is_same = (name == "width" && u_.nest().width == stack.width) ||
-                             (name == "height" && u_.nest().height == stack.height) || name == "frameDuration" ||
-                             name == "pixelAspect" ||
-                             (name == "numLayers" && inside.layers.size() == u_.result().layers.size());
+        const Stack& inside = nest_->inside();
+        const Stack& stack = c_.stack();
+        const bool is_same = (name == "width" && nest_->nest().width == stack.width) ||
+                             (name == "height" && nest_->nest().height == stack.height) || name == "frameDuration" ||
+                             name == "pixelAspect" || (name == "numLayers" && inside.size() == c_.result().size());
         note(Reason::composition_in_expression, is_same ? Weight::harmless : Weight::change, one,
              "it reads thisComp." + printable(name) +
                  (is_same ? ", which is the same outside" : " of another composition now"));
@@ -243,14 +182,34 @@ class ExpressionFindings {
         }
     }
 
-    Unnesting& u_;
-    Tally tally_;
+    Comparison& c_;
+    const Unnesting* nest_;
+    ExpressionTally tally_;
 };
 
 }  // namespace
 
-void find_expression_changes(Unnesting& u) {
-    ExpressionFindings(u).look();
+ExpressionTally find_expression_changes_beside(Comparison& comparison) {
+    ExpressionFindings findings(comparison, nullptr);
+    findings.look_beside();
+    return std::move(findings.tally());
+}
+
+void find_expression_changes(Unnesting& u, const SharedFindings& shared) {
+    ExpressionFindings findings(u.comparison(), &u);
+    findings.look_at_copies();
+    findings.tally().append(shared.expressions);
+    for (const auto& [reason, entry] : findings.tally().entries()) {
+        const std::string more = entry.count > 1 ? " (and " + std::to_string(entry.count - 1) + " more)" : "";
+        u.add({reason,
+               entry.weight,
+               "layer " + quoted(entry.layer) + (entry.property.empty() ? "" : ", " + printable(entry.property)) +
+                   ": " + entry.what + more,
+               entry.weight == Weight::harmless ? "" : entry.way_out,
+               entry.layer,
+               entry.property,
+               {}});
+    }
 }
 
 }  // namespace lottie::looks

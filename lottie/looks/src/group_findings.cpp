@@ -3,9 +3,9 @@
 #include <cmath>
 #include <set>
 
-#include "bounds.h"
 #include "findings.h"
 #include "held.h"
+#include "words.h"
 
 namespace lottie::looks {
 namespace {
@@ -21,7 +21,7 @@ std::string unless_seen(const Unnesting& u) {
 }
 
 void find_opacity(Unnesting& u) {
-    const Property& opacity = u.nest().transform.opacity;
+    const Property& opacity = u.nest().transform().opacity;
     double lowest = 100;
     double furthest = 0;
     std::optional<double> first;
@@ -102,9 +102,8 @@ bool hides_nothing(const Json& mask, const SceneLayer& nest) {
 }
 
 void find_masks(Unnesting& u) {
-    const Json& layer = *u.nest().json;
-    const auto masks = array_member(layer, "masksProperties");
-    if (!is_truthy(layer, "hasMask") || masks.Empty()) return;
+    const auto masks = u.nest().array("masksProperties");
+    if (!u.nest().has_masks || masks.Empty()) return;
     for (const Json& mask : masks) {
         if (hides_nothing(mask, u.nest())) continue;
         const std::string name = text_member(mask, "nm");
@@ -123,14 +122,14 @@ void find_masks(Unnesting& u) {
 
 // A solid, opaque and still, over the whole frame: an alpha matte that shows everything.
 bool shows_everything(Unnesting& u, std::size_t matte) {
-    const SceneLayer& layer = u.stack().layers[matte];
-    const Property& opacity = layer.transform.opacity;
-    if (layer.type != LayerType::solid || is_truthy(*layer.json, "hasMask") || u.stack_placement().moves(matte) ||
-        opacity.is_animated() || opacity.at(0)[0] != 100 || !array_member(*layer.json, "ef").Empty()) {
+    const SceneLayer& layer = u.stack().layer(matte);
+    const Property& opacity = layer.transform().opacity;
+    if (layer.type != LayerType::solid || layer.has_masks || u.stack_placement().moves(matte) ||
+        opacity.is_animated() || opacity.at(0)[0] != 100 || !layer.array("ef").Empty()) {
         return false;
     }
     for (const double frame : u.nest_frames()) {
-        if (!is_on(layer, frame)) return false;
+        if (!layer.is_on(frame)) return false;
     }
     const Matrix& place = u.stack_placement().world(matte, u.stack().first_frame);
     const Point corner = place.map({0, 0});
@@ -142,9 +141,9 @@ bool shows_everything(Unnesting& u, std::size_t matte) {
 
 void find_mattes(Unnesting& u) {
     const SceneLayer& nest = u.nest();
-    if (nest.matte) {
-        const bool is_harmless = nest.matte_mode == 1 && shows_everything(u, *nest.matte);
-        const std::string matte = quoted(u.stack().layers[*nest.matte].name);
+    if (const auto place = u.stack().matte(u.nest_place())) {
+        const bool is_harmless = nest.matte_mode == 1 && shows_everything(u, *place);
+        const std::string matte = quoted(u.stack().layer(*place).name);
         u.add({Reason::matte_used,
                is_harmless ? Weight::harmless : weight_if_seen(u, Weight::change),
                is_harmless ? "its matte, layer " + matte + ", shows everything"
@@ -156,9 +155,9 @@ void find_mattes(Unnesting& u) {
     }
     std::size_t users = 0;
     const SceneLayer* first = nullptr;
-    for (const SceneLayer& layer : u.stack().layers) {
-        if (layer.matte != u.nest_place()) continue;
-        if (users++ == 0) first = &layer;
+    for (std::size_t place = 0; place < u.stack().size(); ++place) {
+        if (u.stack().matte(place) != u.nest_place()) continue;
+        if (users++ == 0) first = &u.stack().layer(place);
     }
     if (users > 0 || nest.is_matte_source) {
         u.add({Reason::matte_given,
@@ -175,10 +174,11 @@ void find_mattes(Unnesting& u) {
 }
 
 bool is_anything_below(const Unnesting& u) {
-    const auto& layers = u.stack().layers;
-    return std::any_of(
-        layers.begin() + static_cast<std::ptrdiff_t>(u.nest_place()) + 1, layers.end(),
-        [&u](const SceneLayer& layer) { return layer.draws() && layer.in < u.nest().out && u.nest().in < layer.out; });
+    for (std::size_t place = u.nest_place() + 1; place < u.stack().size(); ++place) {
+        const SceneLayer& layer = u.stack().layer(place);
+        if (layer.draws() && layer.in < u.nest().out && u.nest().in < layer.out) return true;
+    }
+    return false;
 }
 
 void find_blend_mode(Unnesting& u) {
@@ -207,7 +207,7 @@ EffectReach reach_of(const Json& effect) {
 }
 
 void find_effects(Unnesting& u) {
-    const auto effects = array_member(*u.nest().json, "ef");
+    const auto effects = u.nest().array("ef");
     if (effects.Empty()) return;
     EffectReach furthest = EffectReach::nothing;
     std::string name;
@@ -217,9 +217,9 @@ void find_effects(Unnesting& u) {
         furthest = reach;
         name = text_member(effect, "nm");
     }
-    const bool are_copied = std::all_of(u.copies().begin(), u.copies().end(), [&](const Unnesting::Copy& copy) {
-        return !u.inner(copy).draws() || array_member(*u.copied(copy).json, "ef").Size() >=
-                                             array_member(*u.inner(copy).json, "ef").Size() + effects.Size();
+    const bool are_copied = std::all_of(u.copies().begin(), u.copies().end(), [&](const Copy& copy) {
+        return !u.inner(copy).draws() ||
+               u.copied(copy).array("ef").Size() >= u.inner(copy).array("ef").Size() + effects.Size();
     });
     const std::string property = "ef";
     if (furthest == EffectReach::nothing) {
@@ -260,7 +260,7 @@ bool do_players_draw(const Json& style) {
 void find_layer_styles(Unnesting& u) {
     const Json* first = nullptr;
     bool is_drawn = false;
-    const auto styles = array_member(*u.nest().json, "sy");
+    const auto styles = u.nest().array("sy");
     if (styles.Empty()) return;
     for (const Json& style : styles) {
         if (is_truthy(style, "hd") || (member(style, "en") != nullptr && !is_truthy(style, "en"))) continue;
@@ -283,10 +283,9 @@ void find_layer_styles(Unnesting& u) {
 
 void find_switches(Unnesting& u) {
     const SceneLayer& nest = u.nest();
-    const Json& json = *nest.json;
     if (nest.is_hidden) {
         const bool shows = std::any_of(u.copies().begin(), u.copies().end(),
-                                       [&u](const Unnesting::Copy& copy) { return u.copied(copy).draws(); });
+                                       [&u](const Copy& copy) { return u.copied(copy).draws(); });
         u.add({Reason::hidden,
                shows ? weight_if_seen(u, Weight::change) : Weight::harmless,
                shows ? "it is switched off; its layers, un-nested, are drawn" + unless_seen(u)
@@ -296,7 +295,7 @@ void find_switches(Unnesting& u) {
                "hd",
                {}});
     }
-    if (is_truthy(json, "ct") || is_truthy(json, "cp")) {
+    if (nest.is_collapsed) {
         u.add({Reason::collapse,
                Weight::harmless,
                "its transformations are collapsed; players draw it as a group nonetheless, the application does not",
@@ -305,7 +304,7 @@ void find_switches(Unnesting& u) {
                "ct",
                {}});
     }
-    if (is_truthy(json, "mb")) {
+    if (nest.has_motion_blur) {
         const bool moves = u.stack_placement().moves(u.nest_place());
         u.add({Reason::motion_blur,
                moves ? weight_if_seen(u, Weight::change) : Weight::harmless,

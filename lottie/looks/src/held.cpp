@@ -12,8 +12,8 @@ constexpr double kSmallOverlap = 0.25;  // square pixels of the nest
 constexpr double kLargeShare = 0.05;    // of the outer composition; the measured difference is below 2 of 255
 
 bool is_seen(const Unnesting& u, std::size_t inner, double frame) {
-    const SceneLayer& layer = u.inside().layers[inner];
-    return layer.draws() && is_on(layer, frame) && layer.transform.opacity.at(frame)[0] > 0;
+    const SceneLayer& layer = u.inside().layer(inner);
+    return layer.draws() && layer.is_on(frame) && layer.transform().opacity.at(frame)[0] > 0;
 }
 
 // Fills and strokes of a layer: some players fade them one by one.
@@ -34,7 +34,7 @@ bool is_one_picture(const SceneLayer& layer) {
         case LayerType::image:
             return true;
         case LayerType::shape:
-            return count_paints(array_member(*layer.json, "shapes")) <= 1;
+            return count_paints(layer.array("shapes")) <= 1;
         default:
             return layer.type == LayerType::text;  // players that fade texts letter by letter draw none over another
     }
@@ -44,14 +44,14 @@ bool is_one_picture(const SceneLayer& layer) {
 // players round otherwise adds up.
 bool is_fading_seen(Unnesting& u, double outer_frame) {
     const double frame = u.inner_frame(outer_frame);
-    const Matrix& place = u.stack_placement().world(u.nest_place(), outer_frame);
+    const Matrix place = u.stack_placement().world(u.nest_place(), outer_frame);
     double covered = 0;
     std::vector<Hull> met;
-    for (std::size_t inner = 0; inner < u.inside().layers.size(); ++inner) {
+    for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
         if (!is_seen(u, inner, frame)) continue;
-        const Hull hull = u.extents().in_stack(u.inside(), inner, frame);
+        const Hull hull = u.inside_survey().reach_in_stack(inner, frame);
         if (area(hull) <= 0) continue;
-        if (!is_one_picture(u.inside().layers[inner])) return true;
+        if (!is_one_picture(u.inside().layer(inner))) return true;
         for (const Hull& other : met) {
             if (area(cut(hull, other)) > kSmallOverlap) return true;
         }
@@ -59,23 +59,23 @@ bool is_fading_seen(Unnesting& u, double outer_frame) {
         met.push_back(hull);
     }
     // The nest's own matte hides what lies beyond it.
-    covered = std::min(covered, area(u.extents().in_stack(u.stack(), u.nest_place(), outer_frame)));
+    covered = std::min(covered, area(u.stack_survey().reach_in_stack(u.nest_place(), outer_frame)));
     return covered > kLargeShare * u.stack().width * u.stack().height;
 }
 
 }  // namespace
 
 bool holds_opacity(Unnesting& u) {
-    const Property& nest = u.nest().transform.opacity;
+    const Property& nest = u.nest().transform().opacity;
     if (nest.has_expression()) return false;
-    const bool is_single = u.inside().layers.size() == 1;  // drawn as it is by every player
+    const bool is_single = u.inside().size() == 1;  // drawn as it is by every player
     for (const double frame : u.nest_frames()) {
         const double of_nest = nest.at(frame)[0];
         const double inner_frame = u.inner_frame(frame);
-        for (const Unnesting::Copy& copy : u.copies()) {
-            const Property& own = u.inner(copy).transform.opacity;
-            const Property& now = u.copied(copy).transform.opacity;
-            if (!is_seen(u, copy.inner, inner_frame) || !is_on(u.copied(copy), frame)) continue;
+        for (const Copy& copy : u.copies()) {
+            const Property& own = u.inner(copy).transform().opacity;
+            const Property& now = u.copied(copy).transform().opacity;
+            if (!is_seen(u, copy.inner, inner_frame) || !u.copied(copy).is_on(frame)) continue;
             if (own.has_expression() || now.has_expression()) return false;
             if (std::abs(own.at(inner_frame)[0] * of_nest / 100 - now.at(frame)[0]) > kSameOpacity) return false;
         }

@@ -2,35 +2,27 @@
 #include <algorithm>
 
 #include "findings.h"
+#include "words.h"
 
 namespace lottie::looks {
 namespace {
 
-constexpr int kAdjustmentLayer = 12;  // the exporter's own number
-
 bool is_anything_visible_below(const Unnesting& u) {
-    const auto& layers = u.stack().layers;
-    return std::any_of(layers.begin() + static_cast<std::ptrdiff_t>(u.nest_place()) + 1, layers.end(),
-                       [](const SceneLayer& layer) { return layer.draws(); });
+    for (std::size_t place = u.nest_place() + 1; place < u.stack().size(); ++place) {
+        if (u.stack().layer(place).draws()) return true;
+    }
+    return false;
 }
 
 // The exporter writes adjustment layers as nulls with effects.
 bool is_adjustment(const SceneLayer& layer) {
-    if (static_cast<int>(number_member(*layer.json, "ty", -1)) == kAdjustmentLayer) return true;
-    const auto effects = array_member(*layer.json, "ef");
-    return layer.type == LayerType::null && std::any_of(effects.begin(), effects.end(), [](const Json& effect) {
-               const std::string match_name = text_member(effect, "mn");
-               return !match_name.empty() && !match_name.ends_with(" Control") && !match_name.starts_with("Pseudo/");
-           });
-}
-
-// A drawn layer that leaves the plane by itself or through a parent.
-bool is_seen_in_depth(const Stack& stack, const SceneLayer& layer) {
-    if (!layer.can_draw() || layer.is_hidden) return false;
-    for (const SceneLayer* at = &layer;; at = &stack.layers[*at->parent]) {
-        if (at->type != LayerType::camera && at->transform.is_spatial()) return true;
-        if (!at->parent) return false;
-    }
+    if (layer.is_adjustment_by_type) return true;
+    if (layer.type != LayerType::null) return false;
+    const auto effects = layer.array("ef");
+    return std::any_of(effects.begin(), effects.end(), [](const Json& effect) {
+        const std::string match_name = text_member(effect, "mn");
+        return !match_name.empty() && !match_name.ends_with(" Control") && !match_name.starts_with("Pseudo/");
+    });
 }
 
 // The first layer inside that the question is true of, and how many there are.
@@ -38,18 +30,26 @@ template <class Question>
 std::pair<const SceneLayer*, std::size_t> find_inside(const Unnesting& u, Question question) {
     const SceneLayer* first = nullptr;
     std::size_t count = 0;
-    for (const SceneLayer& layer : u.inside().layers) {
-        if (!question(layer)) continue;
-        if (count++ == 0) first = &layer;
+    for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
+        if (!question(inner)) continue;
+        if (count++ == 0) first = &u.inside().layer(inner);
     }
     return {first, count};
+}
+
+bool is_any_in_3d(const Stack& stack) {
+    for (std::size_t place = 0; place < stack.size(); ++place) {
+        if (stack.layer(place).is_3d) return true;
+    }
+    return false;
 }
 
 }  // namespace
 
 void find_inside_changes(Unnesting& u) {
     const bool is_below = is_anything_visible_below(u) && !u.nest_frames().empty();
-    const auto blends = [](const SceneLayer& layer) { return layer.draws() && layer.blend_mode != 0; };
+    const Stack& inside = u.inside();
+    const auto blends = [&](std::size_t i) { return inside.layer(i).draws() && inside.layer(i).blend_mode != 0; };
     if (const auto [layer, count] = find_inside(u, blends); layer != nullptr) {
         u.add({Reason::blend_inside,
                is_below ? Weight::change : Weight::harmless,
@@ -62,7 +62,8 @@ void find_inside_changes(Unnesting& u) {
                "bm",
                {}});
     }
-    if (const auto [layer, count] = find_inside(u, is_adjustment); layer != nullptr) {
+    if (const auto [layer, count] = find_inside(u, [&](std::size_t i) { return is_adjustment(inside.layer(i)); });
+        layer != nullptr) {
         u.add({Reason::adjustment_inside,
                is_below ? Weight::change : Weight::harmless,
                layers_named(layer->name, count) + " inside " +
@@ -74,13 +75,11 @@ void find_inside_changes(Unnesting& u) {
                "ef",
                {}});
     }
-    const auto is_camera = [](const SceneLayer& layer) { return layer.type == LayerType::camera; };
-    const auto is_spatial = [&u](const SceneLayer& layer) { return is_seen_in_depth(u.inside(), layer); };
+    const auto is_camera = [&](std::size_t i) { return inside.layer(i).type == LayerType::camera; };
+    const auto is_spatial = [&](std::size_t i) { return u.inside_survey().is_seen_in_depth(i); };
     const auto [spatial, spatial_count] = find_inside(u, is_spatial);
     if (const auto [camera, count] = find_inside(u, is_camera); camera != nullptr) {
-        const bool matters = spatial != nullptr || u.nest().transform.is_3d ||
-                             std::any_of(u.stack().layers.begin(), u.stack().layers.end(),
-                                         [](const SceneLayer& layer) { return layer.transform.is_3d; });
+        const bool matters = spatial != nullptr || u.nest().is_3d || is_any_in_3d(u.stack());
         u.add({Reason::camera,
                matters ? Weight::change : Weight::harmless,
                "camera " + quoted(camera->name) + " inside becomes a camera of the outer composition" +
@@ -90,8 +89,8 @@ void find_inside_changes(Unnesting& u) {
                "ty",
                {}});
     }
-    if (u.nest().transform.is_3d) {
-        const bool leaves = u.nest().transform.is_spatial();
+    if (u.nest().is_3d) {
+        const bool leaves = u.nest().transform().is_spatial();
         u.add({Reason::three_d,
                leaves ? Weight::change : Weight::harmless,
                leaves ? "it is turned or moved in 3D: its layers take that over one by one, not as one plane"
@@ -111,7 +110,7 @@ void find_inside_changes(Unnesting& u) {
                {}});
     }
     const double own_rate = u.inside().frame_rate;
-    if (own_rate > 0 && own_rate != u.before().frame_rate) {
+    if (own_rate > 0 && own_rate != u.comparison().before().frame_rate) {
         const bool keeps = u.inside().keeps_frame_rate;
         u.add({Reason::frame_rate,
                keeps ? Weight::change : Weight::harmless,

@@ -31,10 +31,13 @@ bool is_truthy(const Json& object, const char* name) {
     return value->IsTrue() || (value->IsNumber() && value->GetDouble() != 0);
 }
 
-Json::ConstArray array_member(const Json& object, const char* name) {
+Json::ConstArray elements(const Json* array) {
     static const Json kNothing(rapidjson::kArrayType);
-    const Json* value = member(object, name);
-    return value != nullptr && value->IsArray() ? value->GetArray() : kNothing.GetArray();
+    return array != nullptr && array->IsArray() ? array->GetArray() : kNothing.GetArray();
+}
+
+Json::ConstArray array_member(const Json& object, const char* name) {
+    return elements(member(object, name));
 }
 
 }  // namespace lottie::looks

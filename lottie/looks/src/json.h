@@ -20,7 +20,9 @@ std::string text_member(const Json& object, const char* name);
 // Players take numbers other than 0 and true alike.
 bool is_truthy(const Json& object, const char* name);
 
-// The elements of an array member; an empty range for anything else.
+// The elements of an array; an empty range for anything else and for null.
+Json::ConstArray elements(const Json* array);
+// Those of an array member.
 Json::ConstArray array_member(const Json& object, const char* name);
 
 }  // namespace lottie::looks

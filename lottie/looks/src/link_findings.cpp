@@ -3,27 +3,24 @@
 #include <cmath>
 
 #include "findings.h"
+#include "words.h"
 
 namespace lottie::looks {
 namespace {
 
-void find_split_mattes(Unnesting& u) {
+void find_split_mattes(Unnesting& u, const SharedFindings& shared) {
     const SceneLayer* first = nullptr;
     std::size_t count = 0;
-    for (const Unnesting::Copy& copy : u.copies()) {
+    for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
-        const SceneLayer& copied = u.copied(copy);
-        const auto expected = inner.matte ? u.copy_of(*inner.matte) : std::nullopt;
-        if (copied.matte == expected && copied.matte_mode == inner.matte_mode) continue;
+        const auto matte = u.inside().matte(copy.inner);
+        const auto expected = matte ? u.copy_of(*matte) : std::nullopt;
+        if (u.result().matte(copy.result) == expected && u.copied(copy).matte_mode == inner.matte_mode) continue;
         if (count++ == 0) first = &inner;
     }
-    for (std::size_t place = 0; place < u.stack().layers.size(); ++place) {
-        const SceneLayer& layer = u.stack().layers[place];
-        const auto kept = u.kept_at(place);
-        if (!kept || u.is_unnested(place) || layer.matte == u.nest_place()) continue;
-        const auto expected = layer.matte ? u.kept_at(*layer.matte) : std::nullopt;
-        if (u.result().layers[*kept].matte == expected) continue;
-        if (count++ == 0) first = &layer;
+    for (const std::size_t place : shared.without_matte) {
+        if (u.stack().matte(place) == u.nest_place()) continue;
+        if (count++ == 0) first = &u.stack().layer(place);
     }
     if (count == 0) return;
     u.add({Reason::matte_split,
@@ -39,8 +36,8 @@ void find_lost_layers(Unnesting& u) {
     const SceneLayer* first = nullptr;
     std::size_t count = 0;
     bool is_any_drawn = false;
-    for (std::size_t inner = 0; inner < u.inside().layers.size(); ++inner) {
-        const SceneLayer& layer = u.inside().layers[inner];
+    for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
+        const SceneLayer& layer = u.inside().layer(inner);
         if (u.copy_of(inner)) continue;
         if (count++ == 0) first = &layer;
         is_any_drawn = is_any_drawn || layer.draws();
@@ -60,64 +57,47 @@ struct Drawn {
     bool is_copy;
     std::size_t nest;
     std::size_t layer;
-    bool operator==(const Drawn&) const = default;
+    auto operator<=>(const Drawn&) const = default;
 };
 
 // The drawn layers from top to bottom, each un-nested nest standing for its layers.
-std::vector<Drawn> expected_order(const Unnesting& u) {
+std::vector<Drawn> expected_order(const Comparison& c) {
     std::vector<Drawn> order;
-    for (std::size_t place = 0; place < u.stack().layers.size(); ++place) {
-        const SceneLayer& layer = u.stack().layers[place];
-        if (!u.is_unnested(place)) {
+    for (std::size_t place = 0; place < c.stack().size(); ++place) {
+        const SceneLayer& layer = c.stack().layer(place);
+        if (!c.is_unnested(place)) {
             if (layer.draws()) order.push_back({false, 0, place});
             continue;
         }
-        const Stack* inside = u.before().find(layer.source);
-        for (std::size_t inner = 0; inside != nullptr && inner < inside->layers.size(); ++inner) {
-            if (inside->layers[inner].draws()) order.push_back({true, place, inner});
+        const auto* inside = c.before().find(layer.source);
+        for (std::size_t inner = 0; inside != nullptr && inner < (*inside)->size(); ++inner) {
+            if ((*inside)->layer(inner).draws()) order.push_back({true, place, inner});
         }
     }
     return order;
 }
 
-std::vector<Drawn> order_after(const Unnesting& u) {
+std::vector<Drawn> order_after(const Comparison& c) {
     std::vector<Drawn> order;
-    for (std::size_t i = 0; i < u.change().after.size(); ++i) {
-        const Origin& origin = u.change().after[i];
+    for (std::size_t i = 0; i < c.change().after.size(); ++i) {
+        const Origin& origin = c.change().after[i];
         if (origin.kind == Origin::Kind::made) continue;
         const bool is_copy = origin.kind == Origin::Kind::copied;
-        if (!is_copy && u.is_unnested(origin.layer)) continue;
-        if (u.result().layers[i].draws()) order.push_back({is_copy, is_copy ? origin.nest : 0, origin.layer});
+        if (!is_copy && c.is_unnested(origin.layer)) continue;
+        if (c.result().layer(i).draws()) order.push_back({is_copy, is_copy ? origin.nest : 0, origin.layer});
     }
     return order;
 }
 
-void find_order(Unnesting& u) {
-    const auto expected = expected_order(u);
-    const auto after = order_after(u);
-    const auto [a, b] = std::mismatch(expected.begin(), expected.end(), after.begin(), after.end());
-    if (a == expected.end() || b == after.end()) return;  // missing ones are other findings
-    const bool is_same_set =
-        expected.size() == after.size() && std::is_permutation(expected.begin(), expected.end(), after.begin());
-    if (!is_same_set) return;
-    const SceneLayer& layer =
-        a->is_copy ? u.before().find(u.stack().layers[a->nest].source)->layers[a->layer] : u.stack().layers[a->layer];
-    u.add({Reason::order,
-           Weight::change,
-           "layer " + quoted(layer.name) + " has another place in the stack",
-           "",
-           layer.name,
-           "",
-           {}});
+bool are_the_same_set(std::vector<Drawn> a, std::vector<Drawn> b) {
+    std::sort(a.begin(), a.end());
+    std::sort(b.begin(), b.end());
+    return a == b;
 }
 
 void find_source_use(Unnesting& u) {
-    std::size_t uses = 0;
-    for (const Stack& stack : u.before().stacks) {
-        for (const SceneLayer& layer : stack.layers) {
-            if (layer.type == LayerType::nest && layer.source == u.nest().source) ++uses;
-        }
-    }
+    const Scene& before_run = u.comparison().before();
+    const std::size_t uses = before_run.uses.at(u.nest().source);
     if (uses > 1) {
         u.add({Reason::shared_source,
                Weight::harmless,
@@ -128,8 +108,8 @@ void find_source_use(Unnesting& u) {
                "refId",
                {}});
     }
-    const auto before = static_cast<double>(u.before().byte_count);
-    const auto after = static_cast<double>(u.after().byte_count);
+    const auto before = static_cast<double>(before_run.byte_count);
+    const auto after = static_cast<double>(u.comparison().rewritten().byte_count);
     const double difference = after - before;
     u.add({Reason::size,
            Weight::harmless,
@@ -145,10 +125,38 @@ void find_source_use(Unnesting& u) {
 
 }  // namespace
 
-void find_link_changes(Unnesting& u) {
-    find_split_mattes(u);
+std::vector<std::size_t> find_lost_mattes(const Comparison& c) {
+    std::vector<std::size_t> places;
+    for (std::size_t place = 0; place < c.stack().size(); ++place) {
+        const auto kept = c.kept_at(place);
+        if (!kept || c.is_unnested(place)) continue;
+        const auto matte = c.stack().matte(place);
+        if (c.result().matte(*kept) != (matte ? c.kept_at(*matte) : std::nullopt)) places.push_back(place);
+    }
+    return places;
+}
+
+std::optional<Finding> find_order_change(const Comparison& c) {
+    const auto expected = expected_order(c);
+    const auto after = order_after(c);
+    const auto [a, b] = std::mismatch(expected.begin(), expected.end(), after.begin(), after.end());
+    if (a == expected.end() || b == after.end()) return std::nullopt;  // missing ones are other findings
+    if (!are_the_same_set(expected, after)) return std::nullopt;
+    const SceneLayer& layer =
+        a->is_copy ? (*c.before().find(c.stack().layer(a->nest).source))->layer(a->layer) : c.stack().layer(a->layer);
+    return Finding{Reason::order,
+                   Weight::change,
+                   "layer " + quoted(layer.name) + " has another place in the stack",
+                   "",
+                   layer.name,
+                   "",
+                   {}};
+}
+
+void find_link_changes(Unnesting& u, const SharedFindings& shared) {
+    find_split_mattes(u, shared);
     find_lost_layers(u);
-    find_order(u);
+    if (shared.order) u.add(*shared.order);
     find_source_use(u);
 }
 

@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "bounds.h"
 #include "findings.h"
+#include "words.h"
 
 namespace lottie::looks {
 namespace {
@@ -15,9 +15,10 @@ struct Displacement {
     std::size_t layers = 0;
 };
 
-Hull extent(Unnesting& u, const SceneLayer& layer, double frame, const Stack& stack) {
-    Hull hull = u.extents().of(layer, frame);
-    return area(hull) > 0 ? hull : hull_of(Box{0, 0, stack.width, stack.height});
+// Around the layer's picture; one that cannot be told is taken to be as large as the composition.
+Hull extent(Survey& survey, std::size_t place, double frame) {
+    const Hull& hull = survey.reach(place, frame);
+    return area(hull) > 0 ? hull : hull_of(Box{0, 0, survey.stack().width, survey.stack().height});
 }
 
 double distance(const Hull& hull, const Matrix& a, const Matrix& b) {
@@ -29,6 +30,12 @@ double distance(const Hull& hull, const Matrix& a, const Matrix& b) {
         furthest = std::isfinite(apart) ? std::max(furthest, apart) : std::max(furthest, 1e9);
     }
     return furthest;
+}
+
+// Whether no point of any picture lies elsewhere; much cheaper than to ask where it reaches.
+bool are_alike(const Matrix& a, const Matrix& b) {
+    constexpr double kFar = 1e5;  // pixels; no picture reaches further
+    return distance(hull_of(Box{-kFar, -kFar, kFar, kFar}), a, b) < kNothing / 100;
 }
 
 // `apart_at(frame)` is the distance in pixels at a frame of the stack, negative when the layer is not seen there.
@@ -50,7 +57,7 @@ void measure(Displacement& all, const SceneLayer& layer, const std::vector<doubl
 
 Displacement compare_copies(Unnesting& u) {
     Displacement all;
-    for (const Unnesting::Copy& copy : u.copies()) {
+    for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         if (!inner.can_draw() || inner.is_hidden) continue;
         const bool moves = u.inside_placement().moves(copy.inner) || u.stack_placement().moves(u.nest_place()) ||
@@ -59,12 +66,13 @@ Displacement compare_copies(Unnesting& u) {
         const double shift = u.copied(copy).start - inner.start;
         measure(all, inner, u.nest_frames(), moves, [&](double frame) {
             const double inner_frame = u.only_shifts() ? u.inner_frame(frame) : frame - shift;
-            if (!is_on(inner, inner_frame) || !is_on(u.copied(copy), frame)) return -1.0;
+            if (!inner.is_on(inner_frame) || !u.copied(copy).is_on(frame)) return -1.0;
             const Matrix before = u.inside_placement()
                                       .world(copy.inner, inner_frame)
                                       .then(u.stack_placement().world(u.nest_place(), frame));
-            return distance(extent(u, inner, inner_frame, u.inside()), before,
-                            u.result_placement().world(copy.result, frame));
+            const Matrix& after = u.result_placement().world(copy.result, frame);
+            if (are_alike(before, after)) return 0.0;
+            return distance(extent(u.inside_survey(), copy.inner, inner_frame), before, after);
         });
     }
     return all;
@@ -83,15 +91,15 @@ struct Cause {
 // Why the copies lie elsewhere, from the most to the least telling.
 Cause cause_for_copies(const Unnesting& u) {
     const SceneLayer& nest = u.nest();
-    if (nest.parent) {
+    if (const auto parent = u.stack().parent(u.nest_place())) {
         return {Reason::parent,
-                "its parent, layer " + quoted(u.stack().layers[*nest.parent].name) + ", does not carry the copies"};
+                "its parent, layer " + quoted(u.stack().layer(*parent).name) + ", does not carry the copies"};
     }
-    if (nest.transform.is_3d) return {Reason::three_d, "its place in 3D is not kept"};
-    if (nest.transform.is_auto_oriented && nest.transform.position.is_animated()) {
+    if (nest.is_3d) return {Reason::three_d, "its place in 3D is not kept"};
+    if (nest.is_auto_oriented && nest.transform().position.is_animated()) {
         return {Reason::auto_orient, "its turning along the path is lost"};
     }
-    if (is_uneven(nest.transform.scale)) {
+    if (is_uneven(nest.transform().scale)) {
         return {Reason::shear, "its uneven scale would shear turned layers, which layers cannot hold"};
     }
     return {Reason::place, "its transform does not reach every layer"};
@@ -113,7 +121,7 @@ void find_copies(Unnesting& u) {
     } else if (cause.reason == Reason::parent) {
         u.add({Reason::parent,
                Weight::harmless,
-               "it has a parent, layer " + quoted(u.stack().layers[*u.nest().parent].name) +
+               "it has a parent, layer " + quoted(u.stack().layer(*u.stack().parent(u.nest_place())).name) +
                    "; the copies lie where they were",
                "",
                "",
@@ -127,7 +135,7 @@ void find_copies(Unnesting& u) {
                "",
                "ks.s",
                {}});
-    } else if (u.nest().transform.is_auto_oriented) {
+    } else if (u.nest().is_auto_oriented) {
         u.add({Reason::auto_orient,
                Weight::harmless,
                "it would turn along its path and does not move",
@@ -136,7 +144,7 @@ void find_copies(Unnesting& u) {
                "ao",
                {}});
     }
-    if (u.nest().transform.has_expression()) {
+    if (u.nest().transform().has_expression()) {
         u.add({Reason::transform_expression,
                u.nest_frames().empty() ? Weight::harmless : Weight::change,
                "an expression of its transform is lost: the layers stay at the values behind it",
@@ -147,47 +155,70 @@ void find_copies(Unnesting& u) {
     }
 }
 
-// The layer itself or its nearest ancestor that hung on another layer before; null if none did.
-const SceneLayer* changed_link(const Unnesting& u, std::size_t place, bool& is_nests_child) {
-    std::optional<std::size_t> at = place;
-    while (at) {
-        const SceneLayer& layer = u.stack().layers[*at];
-        const auto kept = u.kept_at(*at);
-        if (!kept) return nullptr;
-        const auto parent_after = u.result().layers[*kept].parent;
-        if (layer.parent) {
-            is_nests_child = *layer.parent == u.nest_place();
-            if (parent_after != u.kept_at(*layer.parent) || !parent_after) return &layer;
-        } else if (parent_after) {
-            return &layer;
+// For each layer that stayed: itself or its nearest ancestor that hung on another layer before; nothing if none did.
+std::vector<std::optional<std::size_t>> find_cuts(const Comparison& c) {
+    const std::size_t count = c.stack().size();
+    std::vector<std::optional<std::size_t>> cuts(count);
+    std::vector<bool> is_decided(count, false);
+    std::vector<std::size_t> chain;
+    for (std::size_t place = 0; place < count; ++place) {
+        chain.clear();
+        std::optional<std::size_t> cut;
+        for (std::optional<std::size_t> at = place; at; at = c.stack().parent(*at)) {
+            if (is_decided[*at]) {
+                cut = cuts[*at];
+                break;
+            }
+            chain.push_back(*at);
+            const auto kept = c.kept_at(*at);
+            if (!kept) break;
+            const auto parent = c.stack().parent(*at);
+            const auto parent_after = c.result().parent(*kept);
+            if (parent ? parent_after != c.kept_at(*parent) || !parent_after : parent_after.has_value()) {
+                cut = *at;
+                break;
+            }
         }
-        at = layer.parent;
+        // Those below the cut know of it, and of a chain that ends with a layer that went, nothing is known.
+        for (const std::size_t link : chain) {
+            cuts[link] = cut;
+            is_decided[link] = true;
+        }
     }
-    return nullptr;
+    return cuts;
 }
 
-void find_others(Unnesting& u) {
+// Measures one layer that stayed.
+void compare_place(Comparison& c, std::size_t place, std::size_t kept, Unhitched& found) {
+    const SceneLayer& layer = c.stack().layer(place);
+    Placement& before = c.stack_survey().placement();
+    Placement& after = c.result_survey().placement();
+    Displacement displacement;
+    measure(displacement, layer, c.frames(), before.moves(place) || after.moves(kept), [&](double frame) {
+        if (!layer.is_on(frame)) return -1.0;
+        const Matrix was = before.world(place, frame);
+        const Matrix& is = after.world(kept, frame);
+        return are_alike(was, is) ? 0.0 : distance(extent(c.stack_survey(), place, frame), was, is);
+    });
+    found.distance = displacement.distance;
+    if (displacement.layers > 0) found.frame = displacement.frame;
+}
+
+void find_others(Unnesting& u, const SharedFindings& shared) {
     Displacement children, others;
     const SceneLayer* cut_child = nullptr;
     const SceneLayer* cut_other = nullptr;
     std::size_t cut_children = 0;
     std::size_t cut_others = 0;
-    for (std::size_t place = 0; place < u.stack().layers.size(); ++place) {
-        const auto kept = u.kept_at(place);
-        if (!kept || u.is_unnested(place)) continue;
-        const SceneLayer& layer = u.stack().layers[place];
-        bool is_nests_child = false;
-        const SceneLayer* cut = changed_link(u, place, is_nests_child);
-        if (cut == &layer) {
+    for (const Unhitched& one : shared.unhitched) {
+        const bool is_nests_child = one.cut && u.stack().parent(*one.cut) == u.nest_place();
+        const SceneLayer& layer = u.stack().layer(one.layer);
+        if (one.cut == one.layer) {
             if ((is_nests_child ? cut_children : cut_others)++ == 0) (is_nests_child ? cut_child : cut_other) = &layer;
         }
-        if (!layer.can_draw() || layer.is_hidden) continue;
-        const bool moves = u.stack_placement().moves(place) || u.result_placement().moves(*kept);
-        measure(is_nests_child ? children : others, layer, u.stack_frames(), moves, [&](double frame) {
-            if (!is_on(layer, frame)) return -1.0;
-            return distance(extent(u, layer, frame, u.stack()), u.stack_placement().world(place, frame),
-                            u.result_placement().world(*kept, frame));
-        });
+        Displacement& all = is_nests_child ? children : others;
+        if (one.frame && (all.layers++ == 0 || *one.frame < all.frame)) all.frame = *one.frame;
+        if (one.distance > all.distance) all.distance = one.distance, all.layer = &layer;
     }
     const auto add = [&u](Reason reason, const Displacement& d, const SceneLayer* cut, std::size_t count,
                           const std::string& what, const std::string& way_out) {
@@ -215,9 +246,23 @@ void find_others(Unnesting& u) {
 
 }  // namespace
 
-void find_place_changes(Unnesting& u) {
+std::vector<Unhitched> find_unhitched(Comparison& c) {
+    std::vector<Unhitched> all;
+    const auto cuts = find_cuts(c);
+    for (std::size_t place = 0; place < c.stack().size(); ++place) {
+        const auto kept = c.kept_at(place);
+        if (!kept || c.is_unnested(place)) continue;
+        Unhitched found{place, cuts[place], 0, {}};
+        const SceneLayer& layer = c.stack().layer(place);
+        if (layer.can_draw() && !layer.is_hidden && !c.lies_as_before(place)) compare_place(c, place, *kept, found);
+        if (found.cut == place || found.distance > 0) all.push_back(found);
+    }
+    return all;
+}
+
+void find_place_changes(Unnesting& u, const SharedFindings& shared) {
     find_copies(u);
-    find_others(u);
+    find_others(u, shared);
 }
 
 }  // namespace lottie::looks

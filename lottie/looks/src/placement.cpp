@@ -2,54 +2,52 @@
 #include "placement.h"
 
 #include <cmath>
-#include <limits>
 
 namespace lottie::looks {
-namespace {
 
-// The layers from `layer` up to the last ancestor, as far as `stop` says no.
-template <class Stop>
-std::vector<std::size_t> chain_up(const Stack& stack, std::size_t layer, Stop stop) {
-    std::vector<std::size_t> chain;
+bool Placement::moves(std::size_t layer) {
+    chain_.clear();
     std::optional<std::size_t> at = layer;
-    while (at && !stop(*at)) {
-        chain.push_back(*at);
-        at = stack.layers[*at].parent;
-    }
-    return chain;
-}
-
-}  // namespace
-
-Placement::Placement(const Stack& stack)
-    : stack_(stack),
-      moves_(stack.layers.size(), false),
-      world_(stack.layers.size()),
-      known_at_(stack.layers.size(), std::numeric_limits<double>::quiet_NaN()) {
-    std::vector<bool> decided(stack.layers.size(), false);
-    for (std::size_t i = 0; i < stack.layers.size(); ++i) {
-        const auto chain = chain_up(stack, i, [&](std::size_t at) { return decided[at]; });
-        for (auto at = chain.rbegin(); at != chain.rend(); ++at) {
-            const SceneLayer& layer = stack.layers[*at];
-            moves_[*at] = layer.transform.is_animated() || (layer.parent && moves_[*layer.parent]);
-            decided[*at] = true;
+    bool moves = false;
+    while (at) {
+        Known& known = known_[*at];
+        if (known.movement != Movement::unknown) {
+            moves = known.movement == Movement::moves;
+            break;
         }
+        chain_.emplace_back(*at, &known);
+        at = stack_.parent(*at);
     }
-}
-
-bool Placement::is_known(std::size_t layer, double frame) const {
-    return known_at_[layer] == frame || (!moves_[layer] && !std::isnan(known_at_[layer]));
+    work_.spend(chain_.size());
+    for (auto link = chain_.rbegin(); link != chain_.rend(); ++link) {
+        moves = moves || stack_.layer(link->first).transform().is_animated();
+        link->second->movement = moves ? Movement::moves : Movement::stands_still;
+    }
+    return moves;
 }
 
 const Matrix& Placement::world(std::size_t layer, double frame) {
-    const auto chain = chain_up(stack_, layer, [&](std::size_t at) { return is_known(at, frame); });
-    for (auto at = chain.rbegin(); at != chain.rend(); ++at) {
-        const SceneLayer& link = stack_.layers[*at];
-        world_[*at] = link.transform.at(frame);
-        if (link.parent) world_[*at] = world_[*at].then(world_[*link.parent]);
-        known_at_[*at] = frame;
+    moves(layer);
+    chain_.clear();
+    std::optional<std::size_t> at = layer;
+    const Known* above = nullptr;
+    while (at) {
+        Known& known = known_[*at];
+        above = &known;
+        if (known.frame == frame || (known.movement == Movement::stands_still && !std::isnan(known.frame))) break;
+        chain_.emplace_back(*at, &known);
+        above = nullptr;
+        at = stack_.parent(*at);
     }
-    return world_[layer];
+    work_.spend(chain_.size());
+    for (auto link = chain_.rbegin(); link != chain_.rend(); ++link) {
+        Known& known = *link->second;
+        known.world = stack_.layer(link->first).transform().at(frame);
+        if (above != nullptr) known.world = known.world.then(above->world);
+        known.frame = frame;
+        above = &known;
+    }
+    return above->world;
 }
 
 }  // namespace lottie::looks

@@ -114,6 +114,7 @@ Property::Property(const Json* json, const Values& missing) : fixed_(missing) {
     } else {
         fixed_ = numbers(member(*json, "k"), missing);
     }
+    is_animated_ = find_animation();
 }
 
 void Property::read_keys(const Json& keys) {
@@ -175,7 +176,7 @@ Values Property::at(double frame) const {
     return next == keys_.end() ? key.value : in_segment(key, next->time - key.time, frame);
 }
 
-bool Property::is_animated() const {
+bool Property::find_animation() const {
     if (std::any_of(separated_.begin(), separated_.end(), [](const Property& p) { return p.is_animated(); }))
         return true;
     return std::any_of(keys_.begin(), keys_.end(), [this](const Key& key) {

@@ -21,7 +21,7 @@ class Property {
 
     Values at(double frame) const;
     // Whether any two frames may differ, expressions left aside.
-    bool is_animated() const;
+    bool is_animated() const { return is_animated_; }
     bool has_expression() const { return has_expression_; }
     // Times of the keyframes, ascending in proper files.
     const std::vector<double>& key_times() const { return key_times_; }
@@ -40,6 +40,7 @@ class Property {
     };
 
     void read_keys(const Json& keys);
+    bool find_animation() const;
     Values in_segment(const Key& key, double span, double frame) const;
 
     Values fixed_{};
@@ -47,6 +48,7 @@ class Property {
     std::vector<Property> separated_;  // x, y and z, or empty
     std::vector<double> key_times_;
     bool has_expression_ = false;
+    bool is_animated_ = false;
 };
 
 // How far the value has come when `share` of the time from this keyframe to the next has passed; for properties with

@@ -1,144 +1,217 @@
-// Compositions and layers of an animation, with their links resolved as players do.
+// Compositions of an animation, with the links between layers resolved as players do.
 #include "scene.h"
 
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
-#include <unordered_map>
 
 namespace lottie::looks {
 namespace {
 
-LayerType type_of(const Json& layer) {
-    const int number = static_cast<int>(number_member(layer, "ty", -1));
-    return (number >= 0 && number <= 5) || number == 13 ? static_cast<LayerType>(number) : LayerType::other;
+// The places of layers by the number that others know them by; of several with one number the first. Most files number
+// their layers from 1 on.
+class PlacesByNumber {
+  public:
+    explicit PlacesByNumber(std::size_t layers) : low_(layers + 1, kNone) {}
+
+    void add(double number, std::uint32_t place) {
+        if (const auto at = low_place(number)) {
+            if (low_[*at] == kNone) low_[*at] = place;
+        } else {
+            others_.emplace(number, place);
+        }
+    }
+
+    std::uint32_t find(double number) const {
+        if (const auto at = low_place(number)) return low_[*at];
+        const auto found = others_.find(number);
+        return found == others_.end() ? kNone : found->second;
+    }
+
+    static constexpr std::uint32_t kNone = UINT32_MAX;
+
+  private:
+    std::optional<std::size_t> low_place(double number) const {
+        if (!(number >= 0) || number >= static_cast<double>(low_.size()) || number != std::floor(number)) return {};
+        return static_cast<std::size_t>(number);
+    }
+
+    std::vector<std::uint32_t> low_;
+    std::unordered_map<double, std::uint32_t> others_;
+};
+
+// The layers of an array, in a stack that is otherwise new.
+void read_layers(Stack& stack, TextReader& reader, const std::shared_ptr<Arena>& arena) {
+    std::vector<std::shared_ptr<const SceneLayer>> layers;
+    if (reader.enter_array()) {
+        while (reader.next_element()) layers.push_back(std::make_shared<SceneLayer>(reader, nullptr, arena));
+    }
+    stack.set_layers(std::move(layers));
 }
 
-void link_parents(Stack& stack) {
-    std::unordered_map<double, std::size_t> by_number;
-    for (std::size_t i = 0; i < stack.layers.size(); ++i) {
-        if (stack.layers[i].number) by_number.emplace(*stack.layers[i].number, i);
+}  // namespace
+
+Stack Stack::without_layers() const {
+    Stack rest;
+    rest.id = id;
+    rest.name = name;
+    rest.width = width;
+    rest.height = height;
+    rest.first_frame = first_frame;
+    rest.end_frame = end_frame;
+    rest.frame_rate = frame_rate;
+    rest.keeps_frame_rate = keeps_frame_rate;
+    return rest;
+}
+
+void Stack::set_layers(std::vector<std::shared_ptr<const SceneLayer>> layers) {
+    places_.clear();
+    places_.reserve(layers.size());
+    for (auto& layer : layers) places_.push_back({std::move(layer), kNone, kNone});
+    link();
+    cut_parent_circles();
+}
+
+void Stack::link() {
+    PlacesByNumber by_number(places_.size());
+    for (std::uint32_t i = 0; i < places_.size(); ++i) {
+        if (const auto& number = places_[i].layer->number) by_number.add(*number, i);
     }
-    for (std::size_t i = 0; i < stack.layers.size(); ++i) {
-        SceneLayer& layer = stack.layers[i];
-        if (has_number(*layer.json, "parent")) {
-            const auto found = by_number.find(number_member(*layer.json, "parent", 0));
-            if (found != by_number.end() && found->second != i) layer.parent = found->second;
-        }
+    for (std::uint32_t i = 0; i < places_.size(); ++i) {
+        const SceneLayer& layer = *places_[i].layer;
+        const auto other = [&](double wanted) {
+            const std::uint32_t found = by_number.find(wanted);
+            return found == i ? kNone : found;
+        };
+        if (layer.parent) places_[i].parent = other(*layer.parent);
         if (layer.matte_mode == 0) continue;
-        if (has_number(*layer.json, "tp")) {
-            const auto found = by_number.find(number_member(*layer.json, "tp", 0));
-            if (found != by_number.end() && found->second != i) layer.matte = found->second;
+        if (layer.matte) {
+            places_[i].matte = other(*layer.matte);
         } else if (i > 0) {
-            layer.matte = i - 1;
+            places_[i].matte = i - 1;
         }
     }
 }
 
 // A layer that is its own ancestor has no place; players cut such a chain somewhere.
-void cut_parent_circles(Stack& stack) {
+void Stack::cut_parent_circles() {
     enum class Mark : char { unseen, open, done };
-    std::vector<Mark> marks(stack.layers.size(), Mark::unseen);
-    for (std::size_t first = 0; first < stack.layers.size(); ++first) {
-        std::vector<std::size_t> chain;
-        std::optional<std::size_t> at = first;
-        while (at && marks[*at] == Mark::unseen) {
-            marks[*at] = Mark::open;
-            chain.push_back(*at);
-            at = stack.layers[*at].parent;
+    std::vector<Mark> marks(places_.size(), Mark::unseen);
+    std::vector<std::uint32_t> chain;
+    for (std::uint32_t first = 0; first < places_.size(); ++first) {
+        chain.clear();
+        std::uint32_t at = first;
+        while (at != kNone && marks[at] == Mark::unseen) {
+            marks[at] = Mark::open;
+            chain.push_back(at);
+            at = places_[at].parent;
         }
-        if (at && marks[*at] == Mark::open) stack.layers[chain.back()].parent.reset();
-        for (const std::size_t i : chain) marks[i] = Mark::done;
+        if (at != kNone && marks[at] == Mark::open) places_[chain.back()].parent = kNone;
+        for (const std::uint32_t i : chain) marks[i] = Mark::done;
     }
-}
-
-Stack read_stack(const Json& owner) {
-    Stack stack;
-    stack.name = text_member(owner, "nm");
-    stack.frame_rate = number_member(owner, "fr", 0);
-    stack.keeps_frame_rate = is_truthy(owner, "pfr");
-    const auto layers = array_member(owner, "layers");
-    stack.layers.reserve(layers.Size());
-    for (const Json& layer : layers) stack.layers.emplace_back(layer);
-    link_parents(stack);
-    cut_parent_circles(stack);
-    for (const SceneLayer& layer : stack.layers) stack.end_frame = std::max(stack.end_frame, layer.out);
-    return stack;
-}
-
-}  // namespace
-
-SceneLayer::SceneLayer(const Json& layer)
-    : json(&layer),
-      type(type_of(layer)),
-      name(text_member(layer, "nm")),
-      source(text_member(layer, "refId")),
-      in(number_member(layer, "ip", 0)),
-      out(number_member(layer, "op", 0)),
-      start(number_member(layer, "st", 0)),
-      stretch(number_member(layer, "sr", 1)),
-      width(number_member(layer, type == LayerType::solid ? "sw" : "w", 0)),
-      height(number_member(layer, type == LayerType::solid ? "sh" : "h", 0)),
-      is_hidden(is_truthy(layer, "hd")),
-      is_matte_source(is_truthy(layer, "td")),
-      matte_mode(static_cast<int>(number_member(layer, "tt", 0))),
-      blend_mode(static_cast<int>(number_member(layer, "bm", 0))),
-      transform(layer) {
-    if (has_number(layer, "ind")) number = number_member(layer, "ind", 0);
-    if (stretch == 0) stretch = 1;
-    if (const Json* remap = member(layer, "tm")) time_remap.emplace(remap, Values{});
-}
-
-double SceneLayer::inner_frame(double frame, double frame_rate) const {
-    return time_remap ? time_remap->at(frame)[0] * frame_rate : (frame - start) / stretch;
 }
 
 Scene::Scene(std::string_view text) : byte_count(text.size()) {
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
-    document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag>(text.data(), text.size());
-    if (document.HasParseError() || !document.IsObject()) throw std::runtime_error("the animation cannot be read");
-    frame_rate = number_member(document, "fr", 30);
-    stacks.push_back(read_stack(document));
-    Stack& top = stacks.front();
-    top.width = number_member(document, "w", 0);
-    top.height = number_member(document, "h", 0);
-    top.first_frame = number_member(document, "ip", 0);
-    top.end_frame = number_member(document, "op", 0);
-    for (const Json& asset : array_member(document, "assets")) {
-        const std::string id = text_member(asset, "id");
-        asset_by_id.emplace(id, &asset);
-        if (member(asset, "layers") == nullptr) continue;
-        stack_by_id.emplace(id, stacks.size());
-        stacks.push_back(read_stack(asset));
-        stacks.back().id = id;
-    }
-    // Only the layers that use a composition know its size.
-    for (std::size_t s = 0; s < stacks.size(); ++s) {
-        for (SceneLayer& layer : stacks[s].layers) {
-            if (layer.type == LayerType::image) {
-                if (const Json* image = asset(layer.source)) {
-                    layer.width = number_member(*image, "w", 0);
-                    layer.height = number_member(*image, "h", 0);
-                }
-            }
-            if (layer.type != LayerType::nest) continue;
-            const auto found = stack_by_id.find(layer.source);
-            if (found == stack_by_id.end()) continue;
-            stacks[found->second].width = std::max(stacks[found->second].width, layer.width);
-            stacks[found->second].height = std::max(stacks[found->second].height, layer.height);
+    TextReader reader(text);
+    if (reader.peek() != '{') throw std::runtime_error("the animation cannot be read");
+    reader.enter_object();
+    auto top = std::make_shared<Stack>();
+    std::string key;
+    while (reader.next_member(key)) {
+        if (key == "layers") {
+            read_layers(*top, reader, arena_);
+        } else if (key == "assets") {
+            if (!reader.enter_array()) continue;
+            while (reader.next_element()) read_asset(reader);
+        } else {
+            const std::string_view value = reader.skip();
+            if (key == "nm") top->name = string_of(value);
+            if (key == "fr") frame_rate = number_of(value, 30);
+            if (key == "w") top->width = number_of(value, 0);
+            if (key == "h") top->height = number_of(value, 0);
+            if (key == "ip") top->first_frame = number_of(value, 0);
+            if (key == "op") top->end_frame = number_of(value, 0);
         }
     }
+    stacks[""] = top;
+    std::unordered_map<std::string, ImageSize> sizes;  // only the layers that use a composition know its size
+    for (const auto& [id, stack] : stacks) {
+        count_nests(*stack, true);
+        for (std::size_t i = 0; i < stack->size(); ++i) {
+            const SceneLayer& layer = stack->layer(i);
+            if (layer.type != LayerType::nest) continue;
+            ImageSize& size = sizes[layer.source];
+            size = {std::max(size.width, layer.width), std::max(size.height, layer.height)};
+        }
+    }
+    for (auto& [id, stack] : stacks) {
+        if (id.empty()) continue;
+        auto sized = std::make_shared<Stack>(*stack);
+        sized->width = sizes[id].width;
+        sized->height = sizes[id].height;
+        stack = std::move(sized);
+    }
 }
 
-const Stack* Scene::find(std::string_view id) const {
-    if (id.empty()) return &stacks.front();
-    const auto found = stack_by_id.find(id);
-    return found == stack_by_id.end() ? nullptr : &stacks[found->second];
+void Scene::read_asset(TextReader& reader) {
+    if (!reader.enter_object()) return;
+    auto stack = std::make_shared<Stack>();
+    ImageSize size;
+    bool has_layers = false;
+    std::string key;
+    while (reader.next_member(key)) {
+        if (key == "layers") {
+            has_layers = true;
+            read_layers(*stack, reader, arena_);
+            continue;
+        }
+        const std::string_view value = reader.skip();
+        if (key == "id") stack->id = string_of(value);
+        if (key == "nm") stack->name = string_of(value);
+        if (key == "fr") stack->frame_rate = number_of(value, 0);
+        if (key == "pfr") stack->keeps_frame_rate = is_truthy(value);
+        if (key == "w") size.width = number_of(value, 0);
+        if (key == "h") size.height = number_of(value, 0);
+    }
+    if (!has_layers) {
+        images_.emplace(stack->id, size);
+        return;
+    }
+    for (std::size_t i = 0; i < stack->size(); ++i) stack->end_frame = std::max(stack->end_frame, stack->layer(i).out);
+    if (!stack->id.empty()) stacks.emplace(stack->id, std::move(stack));
 }
 
-const Json* Scene::asset(std::string_view id) const {
-    const auto found = asset_by_id.find(id);
-    return found == asset_by_id.end() ? nullptr : found->second;
+const std::shared_ptr<const Stack>* Scene::find(std::string_view id) const {
+    const auto found = stacks.find(id);
+    return found == stacks.end() ? nullptr : &found->second;
+}
+
+ImageSize Scene::image_size(std::string_view id) const {
+    const auto found = images_.find(id);
+    return found == images_.end() ? ImageSize{} : found->second;
+}
+
+void Scene::replace(std::shared_ptr<const Stack> stack) {
+    auto& place = stacks.at(stack->id);
+    count_nests(*place, false);
+    count_nests(*stack, true);
+    place = std::move(stack);
+}
+
+void Scene::remove(const std::string& id) {
+    const auto found = stacks.find(id);
+    if (found == stacks.end()) return;
+    count_nests(*found->second, false);
+    stacks.erase(found);
+}
+
+void Scene::count_nests(const Stack& stack, bool are_added) {
+    for (std::size_t i = 0; i < stack.size(); ++i) {
+        const SceneLayer& layer = stack.layer(i);
+        if (layer.type != LayerType::nest) continue;
+        for (std::size_t* count : {&uses[layer.source], &nest_names[layer.name]}) are_added ? ++*count : --*count;
+    }
 }
 
 }  // namespace lottie::looks

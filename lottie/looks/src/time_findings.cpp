@@ -2,8 +2,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "content.h"
 #include "findings.h"
+#include "words.h"
 
 namespace lottie::looks {
 namespace {
@@ -16,24 +16,24 @@ bool matters(const SceneLayer& layer) {
 
 // Layers inside that look different at different frames, by themselves or through the parents they hang on.
 bool varies(Unnesting& u, std::size_t inner) {
-    return u.inside_placement().moves(inner) || changes_over_time(u.before(), u.inside().layers[inner]);
+    return u.inside_placement().moves(inner) || u.inside_survey().changes_over_time(inner);
 }
 
-bool depends_on_time(Unnesting& u, const Unnesting::Copy& copy) {
+bool depends_on_time(Unnesting& u, const Copy& copy) {
     return matters(u.inner(copy)) && varies(u, copy.inner);
 }
 
 bool any_depends_on_time(Unnesting& u) {
     return std::any_of(u.copies().begin(), u.copies().end(),
-                       [&u](const Unnesting::Copy& copy) { return depends_on_time(u, copy); });
+                       [&u](const Copy& copy) { return depends_on_time(u, copy); });
 }
 
 bool is_seen_before(const Unnesting& u, const SceneLayer& inner, double frame) {
-    return is_on(u.nest(), frame) && is_on(inner, u.inner_frame(frame));
+    return u.nest().is_on(frame) && inner.is_on(u.inner_frame(frame));
 }
 
 bool is_transparent(const SceneLayer& layer, double frame) {
-    return layer.transform.opacity.at(frame)[0] <= 0;
+    return layer.transform().opacity.at(frame)[0] <= 0;
 }
 
 struct Difference {
@@ -51,14 +51,14 @@ void note(Difference& difference, const SceneLayer& layer, double frame, bool wa
 // Frames at which a layer is seen before and not after, or the other way round.
 Difference compare_visibility(Unnesting& u) {
     Difference difference;
-    for (const Unnesting::Copy& copy : u.copies()) {
+    for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         const SceneLayer& copied = u.copied(copy);
         if (!matters(inner)) continue;
         for (const double frame : u.stack_frames()) {
             const bool was_seen = is_seen_before(u, inner, frame) && !is_transparent(inner, u.inner_frame(frame));
-            const bool is_seen = is_on(copied, frame) && !is_transparent(copied, frame);
-            if (is_on(u.nest(), frame) && is_transparent(u.nest(), frame)) continue;  // a matter of its opacity
+            const bool is_seen = copied.is_on(frame) && !is_transparent(copied, frame);
+            if (u.nest().is_on(frame) && is_transparent(u.nest(), frame)) continue;  // a matter of its opacity
             if (was_seen == is_seen) continue;
             note(difference, inner, frame, was_seen);
             break;
@@ -82,7 +82,7 @@ std::string visibility_sentence(const Difference& difference) {
 // The first layer inside whose clock now shows another time, at the first frame at which it does.
 Difference compare_clocks(Unnesting& u) {
     Difference difference;
-    for (const Unnesting::Copy& copy : u.copies()) {
+    for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         if (!depends_on_time(u, copy)) continue;
         const double shift = u.copied(copy).start - inner.start;
@@ -96,18 +96,16 @@ Difference compare_clocks(Unnesting& u) {
     return difference;
 }
 
-const Json* position_of(const SceneLayer& layer) {
-    const Json* transform = member(*layer.json, "ks");
-    return transform == nullptr ? nullptr : member(*transform, "p");
+const Json* position_of(const LayerPart& transform) {
+    return member(transform.json(), "p");
 }
 
-const Json* opacity_of(const SceneLayer& layer) {
-    const Json* transform = member(*layer.json, "ks");
-    return transform == nullptr ? nullptr : member(*transform, "o");
+const Json* opacity_of(const LayerPart& transform) {
+    return member(transform.json(), "o");
 }
 
 bool is_faded(const SceneLayer& layer) {
-    const Property& opacity = layer.transform.opacity;
+    const Property& opacity = layer.transform().opacity;
     return opacity.is_animated() || opacity.at(0)[0] != 100;
 }
 
@@ -115,26 +113,44 @@ bool is_separated(const Json* position) {
     return position != nullptr && is_truthy(*position, "s");
 }
 
+std::vector<double> key_times_without(const LayerPart& transform, const Json* left_out) {
+    return left_out == nullptr ? transform.key_times() : transform.key_times_without(*left_out);
+}
+
+// The first keyframe of a part that is not where it was, moved by `shift`.
+std::optional<double> first_lost_key(const LayerPart& before, const LayerPart& after, double shift, bool is_faded) {
+    if (&before == &after && std::abs(shift) < kSameTime * 2) return std::nullopt;
+    std::vector<double> own_before, own_after;
+    // One property in the place of separate dimensions has other keyframes; where it leads is looked at elsewhere.
+    if (before.key() == "ks" && is_separated(position_of(before)) && !is_separated(position_of(after))) {
+        own_before = key_times_without(before, position_of(before));
+        own_after = key_times_without(after, position_of(after));
+    } else if (before.key() == "ks" && is_faded) {  // what the nest's opacity became is looked at with that
+        own_before = key_times_without(before, opacity_of(before));
+        own_after = key_times_without(after, opacity_of(after));
+    } else {
+        own_before = before.key_times();
+        own_after = after.key_times();
+    }
+    for (std::size_t i = 0; i < std::min(own_before.size(), own_after.size()); ++i) {
+        if (std::abs(own_before[i] + shift - own_after[i]) >= kSameTime * 2) return own_after[i];
+    }
+    return std::nullopt;
+}
+
 // Keyframes travel with their layer, all by the same distance.
 Difference compare_keys(Unnesting& u) {
     Difference difference;
-    for (const Unnesting::Copy& copy : u.copies()) {
+    for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         if (!inner.can_draw()) continue;
         const double shift = u.copied(copy).start - inner.start;
-        const Json* position = position_of(inner);
-        const Json* new_position = position_of(u.copied(copy));
-        // One property in the place of separate dimensions has other keyframes; where it leads is looked at elsewhere.
-        const bool was_joined = is_separated(position) && !is_separated(new_position);
-        // What the nest's opacity became is looked at with that.
-        const bool may_be_faded = !was_joined && is_faded(u.nest());
-        const auto before = key_times(*inner.json, was_joined ? position : may_be_faded ? opacity_of(inner) : nullptr);
-        const auto after = key_times(*u.copied(copy).json, was_joined     ? new_position
-                                                           : may_be_faded ? opacity_of(u.copied(copy))
-                                                                          : nullptr);
-        for (std::size_t i = 0; i < std::min(before.size(), after.size()); ++i) {
-            if (std::abs(before[i] + shift - after[i]) < kSameTime * 2) continue;
-            note(difference, inner, after[i], true);
+        for (const auto& part : inner.parts()) {
+            const LayerPart* after = u.copied(copy).part(part->key());
+            const auto lost =
+                after == nullptr ? std::nullopt : first_lost_key(*part, *after, shift, is_faded(u.nest()));
+            if (!lost) continue;
+            note(difference, inner, *lost, true);
             break;
         }
     }
@@ -182,7 +198,7 @@ void find_fractional_start(Unnesting& u) {
     const SceneLayer& nest = u.nest();
     if (is_whole(nest.start) || u.has_time_remap()) return;
     bool is_rounded = any_depends_on_time(u);
-    for (const Unnesting::Copy& copy : u.copies()) {
+    for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         const bool ends_inside = u.outer_frame(inner.in) > nest.in || u.outer_frame(inner.out) < nest.out;
         is_rounded = is_rounded || (matters(inner) && ends_inside);

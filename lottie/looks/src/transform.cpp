@@ -3,20 +3,14 @@
 #include <cmath>
 #include <numbers>
 
-#include "scene.h"
+#include "transform.h"
 
 namespace lottie::looks {
 namespace {
 
-const Json& transform_of(const Json& layer) {
-    static const Json kNone;
-    const Json* ks = member(layer, "ks");
-    return ks == nullptr ? kNone : *ks;
-}
-
-const Json* rotation_of(const Json& layer) {
-    const Json* flat = member(transform_of(layer), "r");
-    return flat != nullptr ? flat : member(transform_of(layer), "rz");
+const Json* rotation_of(const Json& ks) {
+    const Json* flat = member(ks, "r");
+    return flat != nullptr ? flat : member(ks, "rz");
 }
 
 bool leaves(const Property& property, const Values& values, std::size_t from) {
@@ -29,17 +23,22 @@ bool leaves(const Property& property, const Values& values, std::size_t from) {
 
 }  // namespace
 
-Transform::Transform(const Json& layer)
-    : anchor(member(transform_of(layer), "a"), {}),
-      position(member(transform_of(layer), "p"), {}),
-      scale(member(transform_of(layer), "s"), {100, 100, 100}),
-      rotation(rotation_of(layer), {}),
-      turn_x(member(transform_of(layer), "rx"), {}),
-      turn_y(member(transform_of(layer), "ry"), {}),
-      orientation(member(transform_of(layer), "or"), {}),
-      opacity(member(transform_of(layer), "o"), {100, 0, 0}),
-      is_3d(is_truthy(layer, "ddd")),
-      is_auto_oriented(is_truthy(layer, "ao")) {}
+Transform::Transform(const Json& ks, bool layer_is_3d, bool layer_is_auto_oriented)
+    : anchor(member(ks, "a"), {}),
+      position(member(ks, "p"), {}),
+      scale(member(ks, "s"), {100, 100, 100}),
+      rotation(rotation_of(ks), {}),
+      turn_x(member(ks, "rx"), {}),
+      turn_y(member(ks, "ry"), {}),
+      orientation(member(ks, "or"), {}),
+      opacity(member(ks, "o"), {100, 0, 0}),
+      is_3d(layer_is_3d),
+      is_auto_oriented(layer_is_auto_oriented) {
+    const Property* all[] = {&anchor, &position, &scale, &rotation, &turn_x, &turn_y, &orientation};
+    is_animated_ = std::any_of(std::begin(all), std::end(all), [](const Property* p) { return p->is_animated(); });
+    is_spatial_ = is_3d && (leaves(turn_x, {}, 0) || leaves(turn_y, {}, 0) || leaves(orientation, {}, 0) ||
+                            leaves(anchor, {}, 2) || leaves(position, {}, 2));
+}
 
 Matrix Transform::at(double frame) const {
     const Values a = anchor.at(frame);
@@ -65,19 +64,9 @@ Matrix Transform::at(double frame) const {
     return matrix.then(Matrix::translation(p[0], p[1], -p[2]));
 }
 
-bool Transform::is_animated() const {
-    const Property* all[] = {&anchor, &position, &scale, &rotation, &turn_x, &turn_y, &orientation};
-    return std::any_of(std::begin(all), std::end(all), [](const Property* p) { return p->is_animated(); });
-}
-
 bool Transform::has_expression() const {
     const Property* all[] = {&anchor, &position, &scale, &rotation, &turn_x, &turn_y, &orientation, &opacity};
     return std::any_of(std::begin(all), std::end(all), [](const Property* p) { return p->has_expression(); });
-}
-
-bool Transform::is_spatial() const {
-    return is_3d && (leaves(turn_x, {}, 0) || leaves(turn_y, {}, 0) || leaves(orientation, {}, 0) ||
-                     leaves(anchor, {}, 2) || leaves(position, {}, 2));
 }
 
 }  // namespace lottie::looks

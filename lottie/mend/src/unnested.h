@@ -10,7 +10,7 @@
 
 #include "document/outline.h"
 #include "layer_text.h"
-#include "looks/audit.h"
+#include "looks/judge.h"
 
 namespace lottie::mend {
 

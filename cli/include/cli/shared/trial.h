@@ -1,14 +1,16 @@
 // Running the command to see what it would do.
 #pragma once
 
+#include <cstddef>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "cli/shared/dialog_answers.h"
 #include "cli/shared/unnest.h"
 #include "document/document.h"
-#include "looks/audit.h"
+#include "looks/judge.h"
 #include "runner/plugin_module.h"
 #include "script/engine.h"
 #include "script/settings.h"
@@ -17,8 +19,10 @@
 namespace cli {
 
 struct Trial {
-    std::string after;  // the animation as it would be written
     lottie::looks::StackChange change;
+    lottie::document::WrittenLayers written;  // of the composition
+    std::vector<std::string> deleted;         // ids of the compositions that went
+    std::size_t byte_count = 0;               // of the whole animation
     UnnestRecord record;
 };
 
@@ -33,20 +37,37 @@ struct RunContext {
     host::scriptui::DialogDriver& dialogs;
     const host::script::Limits& limits;
     std::function<void(host::runner::Session&)> observe = [](host::runner::Session&) {
-    };  // each session, before it starts
+    };  // the session, before it starts
 };
 
-// Un-nests the nests of one composition in one run and leaves the project that way. Throws Failure as unnest() does,
-// and for faults in the input's content; the project is then as it was before.
-Trial try_unnesting(lottie::document::Document& document, const RunContext& context, host::model::Comp& comp,
-                    const std::vector<host::model::Layer*>& nests);
+// Un-nests nests of one animation, in one session as often as wanted.
+class Trials {
+  public:
+    // Everything given must outlive it.
+    Trials(lottie::document::Document& document, const RunContext& context);
+    // The dialog is answered like this, and nothing of it remembered.
+    Trials(lottie::document::Document& document, const host::runner::PluginModule& plugin, const DialogAnswers& answers,
+           const host::script::Limits& limits);
+    ~Trials();
 
-// The same with the dialog answered like this, and nothing remembered of it.
-Trial try_unnesting(lottie::document::Document& document, const host::runner::PluginModule& plugin,
-                    const DialogAnswers& answers, const host::script::Limits& limits, host::model::Comp& comp,
-                    const std::vector<host::model::Layer*>& nests);
+    // Un-nests the nests of one composition in one run and leaves the project that way. Throws Failure as unnest()
+    // does, and for faults in the input's content; the project is then as it was before.
+    Trial run(host::model::Comp& comp, const std::vector<host::model::Layer*>& nests);
 
-// Undoes the newest trial.
-void undo_trial(lottie::document::Document& document);
+    // Undoes the newest run.
+    void undo();
+
+  private:
+    struct OwnContext;
+
+    std::unique_ptr<OwnContext> own_context_;  // null if one was given
+    lottie::document::Document& document_;
+    const RunContext& context_;
+    host::runner::Session session_;
+    bool is_started_ = false;
+};
+
+// What the trial does to the looks. Throws Failure (bad_input) for a file that makes too much work.
+std::vector<lottie::looks::NestReport> compare(lottie::looks::Judge& judge, const Trial& trial);
 
 }  // namespace cli

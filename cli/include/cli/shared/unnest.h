@@ -27,11 +27,14 @@ class NothingChanged : public Failure {
     NothingChanged() : Failure(ExitCode::failed, "the plug-in's command changed nothing") {}
 };
 
-// Starts the plug-in and runs its command on the nests, in their order; with `recursive` again on the nests that came
-// out of them, each round in one run. What was done and said is in `record`, also after an error. Throws Failure
-// (failed) for whatever the plug-in or the host report; NothingChanged; Failure (usage) for an
-// expansion out of all proportion, before anything is run.
-void unnest(host::runner::Session& session, const host::runner::PluginModule& plugin, host::model::Comp& comp,
-            std::vector<host::model::Layer*> nests, bool recursive, UnnestRecord& record);
+// Before the first un-nesting of a session. Throws Failure (failed).
+void start_plugin(host::runner::Session& session, const host::runner::PluginModule& plugin, UnnestRecord& record);
+
+// Runs the plug-in's command on the nests, in their order; with `recursive` again on the nests that came out of them,
+// each round in one run. What was done and said is in `record`, also after an error. Throws Failure (failed) for
+// whatever the plug-in or the host report; NothingChanged; Failure (usage) for an expansion out of all proportion,
+// before anything is run.
+void unnest(host::runner::Session& session, host::model::Comp& comp, std::vector<host::model::Layer*> nests,
+            bool recursive, UnnestRecord& record);
 
 }  // namespace cli

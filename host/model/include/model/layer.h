@@ -164,6 +164,8 @@ class Layer {
     // The stream if somebody asked for it or it has an expression; null otherwise: it is then as it was loaded, or was
     // never set. For writers.
     const Stream* existing_stream(int number) const;
+    // Whether any of those is not as it was loaded. For writers.
+    bool has_changed_streams() const;
     const std::vector<std::unique_ptr<Effect>>& loaded_effects() const { return extras().effects; }
 
   private:
@@ -208,6 +210,7 @@ class Layer {
     void require_alive() const;
     void require_editable() const;  // alive, and not locked where HostRules refuse that
     void ensure_loaded();
+    void note_change();
     State& writable_state();  // notes the old state for undo, once per undo step
     void restore_state(const State& state);
 

@@ -80,6 +80,10 @@ class Project {
     // Broken expressions that quote `old_name` get `new_name` there, if they then work. Undoable.
     void auto_fix_expressions(std::string_view old_name, std::string_view new_name);
 
+    // Items that changed, compositions also in their layers, since this was last asked, going back counting as a change
+    // too; some may be as they were. From the first call on they are noted, so that call gives none.
+    std::vector<Item*> take_changed_items();
+
     // For readers: a stream's data without keyframes and expression, which streams of equal value share.
     std::shared_ptr<const StreamData> still_data(const Value& value);
 
@@ -100,6 +104,9 @@ class Project {
         std::size_t operator()(std::string_view name) const { return std::hash<std::string_view>()(name); }
     };
 
+    void note_change(Item& item) {
+        if (notes_changes_) changed_items_.insert(&item);
+    }
     ExpressionIndex& expressions() { return *expressions_; }
     LayerParameterIndex& layer_parameters() { return *layer_parameters_; }
     Item& add_item(std::unique_ptr<Item> item, Item* folder);
@@ -129,6 +136,8 @@ class Project {
     Comp* open_comp_ = nullptr;
     std::vector<Item*> selected_items_;
     std::unordered_set<const Item*> is_selected_;
+    std::unordered_set<Item*> changed_items_;
+    bool notes_changes_ = false;
     ItemId last_item_id_ = 0;
     LayerId last_layer_id_ = 0;
     std::uint64_t last_stream_serial_ = 0;

@@ -1,10 +1,13 @@
 // A Lottie animation as a project, and back.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "document/input_error.h"
@@ -19,14 +22,18 @@ struct LayerFacts {
     int type = 0;                     // the file's `ty`: 0 composition, 1 solid, 2 image, 3 null, 4 shape, 5 text, ...
 };
 
+// The layers of a composition as they will stand in a file, top to bottom.
+struct WrittenLayers {
+    std::vector<std::string_view> layers;  // pieces of the document's text where nothing changed, else of `own`
+    std::list<std::string> own;
+};
+
 // Keeps the text it was read from: what the project did not change is written with the very same bytes.
 class Document {
   public:
     // Throws InputError when the text is no animation or one that cannot be worked with. Faults deep inside a layer are
-    // found when the layer's content is first asked for: host::model::Error, with a JSON pointer in its sentence. An
-    // animation in which no layer shows a composition is never refused for what is odd in it: its project is empty
-    // then.
-    static Document read(std::string text, const host::model::HostRules& rules = {});
+    // found when the layer's content is first asked for: host::model::Error, with a JSON pointer in its sentence.
+    static Document read(std::string text, host::model::HostRules rules = {});
     Document(Document&&) noexcept;
     Document& operator=(Document&&) noexcept;
     ~Document();
@@ -36,20 +43,18 @@ class Document {
     host::model::Project& project() const;
     host::model::Comp& main_comp() const;
 
-    // Whether this is such an animation; it is written as it was read.
-    bool is_passed_on() const;
-    // What in the text was passed over, as players do.
-    const std::vector<InputError>& warnings() const;
-
     // The first fault found inside a layer so far, null if none: whoever got a host::model::Error for it may have
     // passed over it.
     const InputError* content_fault() const;
 
-    // The project as an animation. With nothing changed, or everything undone, the text that was read. Throws
-    // InputError when what a layer has become cannot be written.
+    // The project as an animation. With nothing changed, or everything undone, the text that was read.
     std::string write() const;
     // The same, pointing into the document.
     Written write_in_pieces() const;
+    // One composition of it.
+    WrittenLayers write_layers(const host::model::Comp& comp) const;
+    // How large it is in all. What did not change since the last call is not looked at again.
+    std::size_t written_size() const;
 
     // Null for layers that are not in the file: made by the host, or copied there.
     std::optional<LayerFacts> facts(const host::model::Layer& layer) const;
@@ -63,6 +68,7 @@ class Document {
   private:
     explicit Document(std::unique_ptr<struct Store> store);
     std::unique_ptr<struct Store> store_;
+    mutable std::unique_ptr<class WrittenSize> written_size_;  // null until asked for
 };
 
 }  // namespace lottie::document

@@ -5,13 +5,9 @@
 #include <string>
 #include <string_view>
 
-#include "document/input_error.h"
-
 namespace lottie::document {
 
-InputError error_at(std::string_view text, std::size_t position, std::string pointer, const std::string& sentence);
-
-// Throws it.
+// Throws InputError.
 [[noreturn]] void refuse(std::string_view text, std::size_t position, std::string pointer, const std::string& sentence);
 
 // `key` as one step of a JSON pointer, slash included.

@@ -2,6 +2,8 @@
 #include "shared/store.h"
 
 #include <algorithm>
+#include <type_traits>
+#include <typeinfo>
 
 #include "read/content_reader.h"
 #include "shared/layer_types.h"
@@ -32,7 +34,11 @@ const StoredComp* Store::stored(const host::model::Comp& comp) const {
 }
 
 const StoredLayer* base_of(const host::model::Layer& layer) {
-    return dynamic_cast<const StoredLayer*>(layer.content().get());
+    const host::model::LayerContent* content = layer.content().get();
+    // No class derives from it, and this is asked of every layer.
+    static_assert(std::is_final_v<StoredLayer>);
+    return content != nullptr && typeid(*content) == typeid(StoredLayer) ? static_cast<const StoredLayer*>(content)
+                                                                         : nullptr;
 }
 
 bool is_from_file(const host::model::Layer& layer) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "looks/audit.h"
+#include "looks/judge.h"
 
 namespace lottie::mend {
 

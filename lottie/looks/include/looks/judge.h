@@ -1,0 +1,101 @@
+// Judging what runs do to the look of an animation, one composition at a time.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "looks/finding.h"
+
+namespace lottie::looks {
+
+// Where a layer of the stack after the run comes from.
+struct Origin {
+    enum class Kind {
+        kept,    // it was in this stack before
+        copied,  // out of a nest
+        made,    // by the run, such as a null that stands in for a nest
+    };
+    Kind kind = Kind::made;
+    std::size_t layer = 0;  // its place before: in this stack (kept), in the nest's composition (copied); 0 = top
+    std::size_t nest = 0;   // copied: the nest's place in this stack before
+};
+
+// What a run did to the stack of one composition.
+struct StackChange {
+    std::string composition;         // asset id; empty for the main one
+    std::vector<std::size_t> nests;  // the un-nested layers' places in the stack before
+    std::vector<Origin> after;       // of every layer of the stack after, top to bottom
+};
+
+// How the file would say it.
+struct RewrittenStack {
+    std::vector<std::string_view> layers;  // the text of each layer of the stack after, top to bottom
+    std::vector<std::string> deleted;      // asset ids of the compositions that went with the run
+    std::size_t byte_count = 0;            // of the whole file
+};
+
+struct NestReport {
+    std::size_t nest = 0;  // place in the stack before
+    std::string name;
+    Verdict verdict = Verdict::exact;
+    std::vector<Finding> findings;  // in the order of Reason
+};
+
+// Files that would take hours are told by the work they make, not by the clock: the same file is refused everywhere.
+class TooMuchWork : public std::runtime_error {
+  public:
+    TooMuchWork() : std::runtime_error("to judge its looks takes more work than one file may make") {}
+};
+
+// Knows an animation as it stands, and what it would look like otherwise. Each composition is read and worked out once,
+// however many nests show it; of a changed one only what changed is read. It goes like this:
+//
+//     Judge judge(text);
+//     for each composition, those inside of it first:
+//         run the command on it, write its layers
+//         if (all verdicts of judge.compare(change, rewritten) are good enough)
+//             judge.accept();
+//         else
+//             undo the run
+//
+// A composition that was accepted is never looked at again but through the nests that show it, so a whole file costs
+// what its text and its changes cost. Who only asks what would happen never accepts.
+class Judge {
+  public:
+    // Steps; real files take a hundredth.
+    static constexpr std::size_t kMostWork = 1'000'000'000;
+
+    // The text must be an animation that has been read or written as a project before; anything else throws
+    // std::runtime_error. It is read here by another reader, so that a bug of the project's cannot hide from the judge,
+    // and must outlive the judge.
+    explicit Judge(std::string_view text, std::size_t most_work = kMostWork);
+    ~Judge();
+    Judge(Judge&&) noexcept;
+    Judge& operator=(Judge&&) noexcept;
+
+    // The animation as it stands against the animation with that stack. One report per un-nested layer, in the order of
+    // `change.nests`. What happened to layers that belong to no nest is reported for each nest that the run un-nested:
+    // one run alone can tell which of them did it. The texts are not needed afterwards. Throws std::invalid_argument
+    // or std::out_of_range when the change does not fit the animation, std::runtime_error for texts that cannot be
+    // read, TooMuchWork.
+    std::vector<NestReport> compare(const StackChange& change, const RewrittenStack& after);
+
+    // The same for who has the whole animation after the run.
+    std::vector<NestReport> compare(const StackChange& change, std::string_view animation_after);
+
+    // From now on the animation stands as in the newest comparison.
+    void accept();
+
+    // Of the animation as it stands.
+    std::size_t byte_count() const;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace lottie::looks

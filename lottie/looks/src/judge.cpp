@@ -1,0 +1,157 @@
+// Judging what runs do to the look of an animation, one composition at a time.
+#include "looks/judge.h"
+
+#include <algorithm>
+#include <functional>
+#include <optional>
+
+#include "findings.h"
+#include "scene.h"
+#include "survey.h"
+#include "work.h"
+
+namespace lottie::looks {
+namespace {
+
+constexpr std::size_t kStepsPerRun = 20'000;  // as much as the run that is judged has taken by itself
+constexpr std::size_t kBytesPerStep = 8;
+
+}  // namespace
+
+SharedFindings::SharedFindings(Comparison& comparison)
+    : without_matte(find_lost_mattes(comparison)),
+      order(find_order_change(comparison)),
+      unhitched(find_unhitched(comparison)),
+      expressions(find_expression_changes_beside(comparison)) {}
+
+struct Judge::State {
+    State(std::string_view whole_text, std::size_t most_work)
+        : work(most_work), text(whole_text), scene(whole_text), surveys(scene, work) {}
+
+    struct Compared {
+        std::shared_ptr<const Stack> stack;
+        std::vector<std::string> deleted;
+        std::size_t byte_count = 0;
+    };
+
+    bool is_lasting(std::string_view piece) const {
+        const std::less_equal<const char*> before;
+        return before(text.data(), piece.data()) && before(piece.data() + piece.size(), text.data() + text.size());
+    }
+
+    // The layer that stayed, if it did, else the one inside of the nest that it was copied from.
+    const std::shared_ptr<const SceneLayer>* original(const Stack& stack, const Origin& origin) const {
+        if (origin.kind == Origin::Kind::kept) return &stack.shared_layer_at(origin.layer);
+        if (origin.kind != Origin::Kind::copied || origin.nest >= stack.size()) return nullptr;
+        const auto* inside = scene.find(stack.layer(origin.nest).source);
+        return inside == nullptr ? nullptr : &(*inside)->shared_layer_at(origin.layer);
+    }
+
+    std::shared_ptr<const Stack> read(const Stack& before, const StackChange& change, const RewrittenStack& after) {
+        if (after.layers.size() != change.after.size()) {
+            throw std::invalid_argument("the composition after the run has another number of layers");
+        }
+        const auto arena = std::make_shared<Arena>();
+        std::vector<std::shared_ptr<const SceneLayer>> layers;
+        layers.reserve(after.layers.size());
+        for (std::size_t i = 0; i < after.layers.size(); ++i) {
+            std::string_view layer = after.layers[i];
+            const auto* from = original(before, change.after[i]);
+            if (from != nullptr && is_same(layer, (*from)->text())) {
+                layers.push_back(*from);
+                continue;
+            }
+            work.spend(layer.size() / kBytesPerStep);
+            if (!is_lasting(layer)) layer = arena->texts.emplace_back(layer);
+            TextReader reader(layer);
+            layers.push_back(std::make_shared<SceneLayer>(reader, from == nullptr ? nullptr : from->get(), arena));
+        }
+        auto stack = std::make_shared<Stack>(before.without_layers());
+        stack->set_layers(std::move(layers));
+        if (!stack->id.empty()) {
+            stack->end_frame = 0;
+            for (std::size_t i = 0; i < stack->size(); ++i) {
+                stack->end_frame = std::max(stack->end_frame, stack->layer(i).out);
+            }
+        }
+        return stack;
+    }
+
+    static bool is_same(std::string_view a, std::string_view b) {
+        return a.size() == b.size() && (a.data() == b.data() || a == b);
+    }
+
+    Work work;
+    std::string_view text;
+    Scene scene;
+    Surveys surveys;
+    std::optional<Compared> newest;
+};
+
+Judge::Judge(std::string_view text, std::size_t most_work) : state_(std::make_unique<State>(text, most_work)) {}
+Judge::~Judge() = default;
+Judge::Judge(Judge&&) noexcept = default;
+Judge& Judge::operator=(Judge&&) noexcept = default;
+
+std::vector<NestReport> Judge::compare(const StackChange& change, const RewrittenStack& after) {
+    State& state = *state_;
+    state.newest.reset();
+    state.work.spend(kStepsPerRun);
+    const auto* before = state.scene.find(change.composition);
+    if (before == nullptr) throw std::invalid_argument("the animation has no such composition");
+    const std::shared_ptr<const Stack> result = state.read(**before, change, after);
+    Comparison comparison(state.surveys, result, change, after, state.work);
+    SharedFindings shared(comparison);
+    std::vector<NestReport> reports;
+    for (const std::size_t nest : change.nests) {
+        Unnesting unnesting(comparison, nest);
+        find_group_changes(unnesting);
+        find_clip_changes(unnesting);
+        find_inside_changes(unnesting);
+        find_time_changes(unnesting);
+        find_place_changes(unnesting, shared);
+        find_link_changes(unnesting, shared);
+        find_expression_changes(unnesting, shared);
+        NestReport report;
+        report.nest = nest;
+        report.name = unnesting.nest().name;
+        report.findings = unnesting.take_findings();
+        report.verdict = verdict_of(report.findings);
+        reports.push_back(std::move(report));
+    }
+    state.newest = State::Compared{result, after.deleted, after.byte_count};
+    return reports;
+}
+
+std::vector<NestReport> Judge::compare(const StackChange& change, std::string_view animation_after) {
+    const Scene after(animation_after);
+    const auto* stack = after.find(change.composition);
+    if (stack == nullptr) throw std::invalid_argument("the animation has no such composition");
+    RewrittenStack rewritten;
+    rewritten.byte_count = after.byte_count;
+    for (std::size_t i = 0; i < (*stack)->size(); ++i) rewritten.layers.push_back((*stack)->layer(i).text());
+    for (const auto& [id, one] : state_->scene.stacks) {
+        if (after.find(id) == nullptr) rewritten.deleted.push_back(id);
+    }
+    return compare(change, rewritten);
+}
+
+void Judge::accept() {
+    State& state = *state_;
+    if (!state.newest) throw std::invalid_argument("there is no comparison to accept");
+    State::Compared newest = std::move(*state.newest);
+    state.newest.reset();
+    state.surveys.forget(newest.stack->id);
+    state.scene.replace(std::move(newest.stack));
+    for (const std::string& id : newest.deleted) {
+        state.surveys.forget(id);
+        state.scene.remove(id);
+    }
+    state.scene.byte_count = newest.byte_count;
+}
+
+std::size_t Judge::byte_count() const {
+    return state_->scene.byte_count;
+}
+
+}  // namespace lottie::looks

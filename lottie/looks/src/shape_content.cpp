@@ -1,0 +1,491 @@
+// What a shape layer paints, and how far paths and masks reach.
+#include "shape_content.h"
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+#include <map>
+#include <numbers>
+#include <string>
+
+namespace lottie::looks {
+namespace {
+
+constexpr int kSteps = 12;                   // points of a curve between two vertices
+constexpr std::size_t kMostPoints = 20'000;  // that copies of a repeater keep apart
+constexpr int kMostCopies = 200;             // of a repeater; beyond them it has long left every frame
+
+Point point_of(const Json& json) {
+    const auto coordinate = [&json](rapidjson::SizeType i) {
+        return json.IsArray() && i < json.Size() && json[i].IsNumber() ? json[i].GetDouble() : 0;
+    };
+    return {coordinate(0), coordinate(1)};
+}
+
+void mix(std::vector<Point>& from, const std::vector<Point>& to, double share) {
+    for (std::size_t i = 0; i < std::min(from.size(), to.size()); ++i) {
+        from[i].x += share * (to[i].x - from[i].x);
+        from[i].y += share * (to[i].y - from[i].y);
+    }
+}
+
+double distance(Point a, Point b) {
+    return std::hypot(a.x - b.x, a.y - b.y);
+}
+
+double length_of(const Outline& outline) {
+    double length = 0;
+    for (std::size_t i = 1; i < outline.points.size(); ++i)
+        length += distance(outline.points[i - 1], outline.points[i]);
+    return length;
+}
+
+// The part between two lengths from the beginning.
+void append_part(const Outline& outline, double from, double to, std::vector<Outline>& parts) {
+    Outline part;
+    part.growth = outline.growth;
+    double passed = 0;
+    const auto add_at = [&](std::size_t i, double at, double span) {
+        const Point a = outline.points[i - 1];
+        const Point b = outline.points[i];
+        const double share = span > 0 ? (at - passed) / span : 0;
+        part.points.push_back({a.x + share * (b.x - a.x), a.y + share * (b.y - a.y)});
+    };
+    for (std::size_t i = 1; i < outline.points.size(); ++i) {
+        const double span = distance(outline.points[i - 1], outline.points[i]);
+        if (passed + span >= from && passed <= to) {
+            if (part.points.empty()) add_at(i, std::max(from, passed), span);
+            add_at(i, std::min(to, passed + span), span);
+        }
+        passed += span;
+    }
+    if (!part.points.empty()) parts.push_back(std::move(part));
+}
+
+// A group's or repeater's transform.
+struct ItemTransform {
+    explicit ItemTransform(const Json& item)
+        : anchor(member(item, "a"), {}),
+          scale(member(item, "s"), {100, 100, 100}),
+          position(member(item, "p"), {}),
+          rotation(member(item, "r"), {}),
+          opacity(member(item, "o"), {100, 0, 0}) {}
+
+    bool is_animated() const {
+        return anchor.is_animated() || scale.is_animated() || position.is_animated() || rotation.is_animated() ||
+               opacity.is_animated();
+    }
+
+    Matrix at(double frame) const {
+        const Values a = anchor.at(frame);
+        const Values s = scale.at(frame);
+        const Values p = position.at(frame);
+        return Matrix::translation(-a[0], -a[1], 0)
+            .then(Matrix::scaling(s[0] / 100, s[1] / 100, 1))
+            .then(Matrix::turn_z(rotation.at(frame)[0]))
+            .then(Matrix::translation(p[0], p[1], 0));
+    }
+
+    // So many times over.
+    Matrix repeated(double frame, double times) const {
+        const Values a = anchor.at(frame);
+        const Values s = scale.at(frame);
+        const Values p = position.at(frame);
+        return Matrix::translation(-a[0], -a[1], 0)
+            .then(Matrix::scaling(std::pow(s[0] / 100, times), std::pow(s[1] / 100, times), 1))
+            .then(Matrix::turn_z(rotation.at(frame)[0] * times))
+            .then(Matrix::translation(a[0] + p[0] * times, a[1] + p[1] * times, 0));
+    }
+
+    Property anchor, scale, position, rotation, opacity;
+};
+
+// Sharp corners reach further than half the stroke's width; how far, only the angles would tell.
+double miter(const Json& stroke) {
+    return number_member(stroke, "lj", 1) == 1 ? std::min(number_member(stroke, "ml", 4), 1.25) : 1;
+}
+
+Outline round_outline(const Values& center, double width, double height) {
+    Outline outline;
+    outline.is_closed = true;
+    constexpr int kPoints = 4 * kSteps;
+    for (int i = 0; i <= kPoints; ++i) {
+        const double angle = 2 * std::numbers::pi * i / kPoints - std::numbers::pi / 2;
+        outline.points.push_back({center[0] + width * std::cos(angle), center[1] + height * std::sin(angle)});
+    }
+    return outline;
+}
+
+Outline rectangle(const Values& center, const Values& size) {
+    const double w = size[0] / 2;
+    const double h = size[1] / 2;
+    return {{{center[0] + w, center[1] - h},
+             {center[0] + w, center[1] + h},
+             {center[0] - w, center[1] + h},
+             {center[0] - w, center[1] - h},
+             {center[0] + w, center[1] - h}},
+            0,
+            true};
+}
+
+template <class Shapes>
+void paint(Shapes& shapes, double reach, double opacity) {
+    if (opacity <= 0) return;
+    for (auto& shape : shapes) {
+        shape.is_painted = true;
+        shape.outline.growth = std::max(shape.outline.growth, reach);
+    }
+}
+
+template <class Shapes>
+void move(Shapes& shapes, const Matrix& matrix) {
+    const Point origin = matrix.map({0, 0});
+    const double scale = std::max(distance(matrix.map({1, 0}), origin), distance(matrix.map({0, 1}), origin));
+    for (auto& shape : shapes) {
+        for (Point& point : shape.outline.points) point = matrix.map(point);
+        shape.outline.growth *= scale;
+    }
+}
+
+}  // namespace
+
+// Paths
+
+PathProperty::PathProperty(const Json* json) {
+    const Json* value = json == nullptr ? nullptr : member(*json, "k");
+    if (value == nullptr) return;
+    if (!is_keyed(*json)) {
+        keys_.push_back({0, true, nullptr, vertices_of(value), {}});
+        return;
+    }
+    const Json* end = nullptr;  // of the segment before
+    for (const Json& key : value->GetArray()) {
+        const Json* start = member(key, "s");
+        if (start == nullptr) start = end;
+        if (!keys_.empty() && member(key, "s") != nullptr) keys_.back().end = vertices_of(start);
+        end = member(key, "e");
+        keys_.push_back({number_member(key, "t", 0), is_truthy(key, "h"), &key, vertices_of(start), vertices_of(end)});
+    }
+}
+
+PathProperty::Vertices PathProperty::vertices_of(const Json* json) {
+    Vertices vertices;
+    if (json != nullptr && json->IsArray() && !json->Empty()) json = &(*json)[0];
+    if (json == nullptr || !json->IsObject()) return vertices;
+    for (const Json& point : array_member(*json, "v")) vertices.at.push_back(point_of(point));
+    for (const Json& point : array_member(*json, "i")) vertices.in.push_back(point_of(point));
+    for (const Json& point : array_member(*json, "o")) vertices.out.push_back(point_of(point));
+    vertices.in.resize(vertices.at.size());
+    vertices.out.resize(vertices.at.size());
+    vertices.is_closed = is_truthy(*json, "c");
+    return vertices;
+}
+
+PathProperty::Vertices PathProperty::vertices_at(double frame) const {
+    if (keys_.empty()) return {};
+    const auto next = std::upper_bound(keys_.begin(), keys_.end(), frame,
+                                       [](double time, const Key& key) { return time < key.time; });
+    if (next == keys_.begin() || next == keys_.end())
+        return (next == keys_.begin() ? keys_.front() : keys_.back()).start;
+    const Key& key = *std::prev(next);
+    if (key.is_hold || next->time <= key.time) return key.start;
+    // The ease of a path is that of a single number.
+    const double share = ease_between(*key.json, (frame - key.time) / (next->time - key.time));
+    Vertices vertices = key.start;
+    if (share == 0) return vertices;
+    mix(vertices.at, key.end.at, share);
+    mix(vertices.in, key.end.in, share);
+    mix(vertices.out, key.end.out, share);
+    return vertices;
+}
+
+Outline PathProperty::at(double frame) const {
+    return along(vertices_at(frame));
+}
+
+Outline PathProperty::along(const Vertices& vertices) {
+    Outline outline;
+    outline.is_closed = vertices.is_closed;
+    const std::size_t count = vertices.at.size();
+    if (count == 0) return outline;
+    outline.points.push_back(vertices.at[0]);
+    for (std::size_t i = 0; i + (vertices.is_closed ? 0 : 1) < count; ++i) {
+        const std::size_t next = (i + 1) % count;
+        const Point a = vertices.at[i];
+        const Point b{a.x + vertices.out[i].x, a.y + vertices.out[i].y};
+        const Point d = vertices.at[next];
+        const Point c{d.x + vertices.in[next].x, d.y + vertices.in[next].y};
+        for (int step = 1; step <= kSteps; ++step) {
+            const double u = static_cast<double>(step) / kSteps;
+            const double v = 1 - u;
+            outline.points.push_back({v * v * v * a.x + 3 * v * v * u * b.x + 3 * v * u * u * c.x + u * u * u * d.x,
+                                      v * v * v * a.y + 3 * v * v * u * b.y + 3 * v * u * u * c.y + u * u * u * d.y});
+        }
+    }
+    return outline;
+}
+
+// Shapes
+
+struct ShapeContent::Shape {
+    Outline outline;
+    bool is_painted = false;
+    bool is_merged = false;  // of several; no path any more
+};
+
+// A frame, and what working on it has taken.
+struct ShapeContent::Moment {
+    double frame;
+    std::size_t points = 0;
+};
+
+class ShapeContent::Item {
+  public:
+    // Without `keeps_curves`, for shapes whose paths nothing trims, outlines are reduced to what surrounds them.
+    Item(const Json& json, bool keeps_curves);
+
+    void apply(Moment& at, std::vector<Shape>& shapes) const;
+    bool is_animated() const { return is_animated_; }
+    std::size_t weight() const { return weight_; }
+
+    static std::vector<Shape> group(const std::vector<std::unique_ptr<Item>>& items, Moment& at);
+    static std::vector<std::unique_ptr<Item>> compile(Json::ConstArray items, bool keeps_curves);
+
+  private:
+    Property property(const Json& json, const char* name, const Values& missing) {
+        Property read(member(json, name), missing);
+        is_animated_ = is_animated_ || read.is_animated();
+        return read;
+    }
+    Values value(std::size_t i, double frame) const { return properties_[i].at(frame); }
+    Outline outline(double frame) const;
+    void trim(Moment& at, std::vector<Shape>& shapes) const;
+    static void merge(std::vector<Shape>& shapes);
+    void repeat(Moment& at, std::vector<Shape>& shapes) const;
+    std::vector<Shape> own_shapes(Moment& at) const;
+
+    std::string kind_;
+    bool is_hidden_ = false;
+    bool keeps_curves_ = false;
+    bool is_animated_ = false;
+    bool trims_one_after_another_ = false;
+    double miter_ = 1;
+    std::size_t weight_ = 1;
+    std::vector<Property> properties_;  // what they are depends on the kind
+    std::optional<PathProperty> path_;
+    std::optional<ItemTransform> transform_;
+    std::vector<std::unique_ptr<Item>> items_;
+    mutable std::optional<std::vector<Shape>> still_shapes_;
+};
+
+ShapeContent::Item::Item(const Json& json, bool keeps_curves)
+    : kind_(text_member(json, "ty")), is_hidden_(is_truthy(json, "hd")), keeps_curves_(keeps_curves) {
+    const auto add = [&](const char* name, const Values& missing = {}) {
+        properties_.push_back(property(json, name, missing));
+    };
+    const auto set_transform = [&](const Json& transform) {
+        transform_.emplace(transform);
+        is_animated_ = is_animated_ || transform_->is_animated();
+    };
+    if (kind_ == "gr") {
+        items_ = compile(array_member(json, "it"), keeps_curves);
+        for (const auto& item : items_) {
+            is_animated_ = is_animated_ || item->is_animated();
+            weight_ += item->weight();
+        }
+    } else if (kind_ == "sh") {
+        path_.emplace(member(json, "ks"));
+        is_animated_ = path_->is_animated();
+        weight_ += path_->at(0).points.size();
+    } else if (kind_ == "rc" || kind_ == "el") {
+        add("p"), add("s");
+        weight_ += 4 * kSteps;
+    } else if (kind_ == "sr") {
+        add("p"), add("or"), add("ir");
+        weight_ += 4 * kSteps;
+    } else if (kind_ == "st" || kind_ == "gs") {
+        add("w"), add("o", {100, 0, 0});
+        miter_ = miter(json);
+    } else if (kind_ == "fl" || kind_ == "gf") {
+        add("o", {100, 0, 0});
+    } else if (kind_ == "tm") {
+        add("s"), add("e", {100, 0, 0}), add("o");
+        trims_one_after_another_ = number_member(json, "m", 1) == 2;
+    } else if (kind_ == "rp") {
+        add("c"), add("o");
+        if (const Json* transform = member(json, "tr")) set_transform(*transform);
+    } else if (kind_ == "pb" || kind_ == "op") {
+        add("a");
+    } else if (kind_ == "zz") {
+        add("s");
+    } else if (kind_ == "tr") {
+        set_transform(json);
+    }
+}
+
+std::vector<std::unique_ptr<ShapeContent::Item>> ShapeContent::Item::compile(Json::ConstArray items,
+                                                                             bool keeps_curves) {
+    const auto trims = [](const Json& item) {
+        return text_member(item, "ty") == "tm" && !looks::is_truthy(item, "hd");
+    };
+    keeps_curves = keeps_curves || std::any_of(items.begin(), items.end(), trims);
+    std::vector<std::unique_ptr<Item>> compiled;
+    for (const Json& item : items) compiled.push_back(std::make_unique<Item>(item, keeps_curves));
+    return compiled;
+}
+
+std::vector<ShapeContent::Shape> ShapeContent::Item::group(const std::vector<std::unique_ptr<Item>>& items,
+                                                           Moment& at) {
+    std::vector<Shape> shapes;
+    for (const auto& item : items) {
+        if (!item->is_hidden_) item->apply(at, shapes);
+    }
+    for (const auto& item : items) {
+        if (item->kind_ != "tr") continue;
+        if (item->transform_->opacity.at(at.frame)[0] <= 0) return {};
+        move(shapes, item->transform_->at(at.frame));
+    }
+    return shapes;
+}
+
+// Shapes that the item adds to those before it.
+std::vector<ShapeContent::Shape> ShapeContent::Item::own_shapes(Moment& at) const {
+    if (kind_ == "gr") return group(items_, at);
+    std::vector<Shape> shapes;
+    Outline one = outline(at.frame);
+    if (one.points.empty()) return shapes;
+    at.points += one.points.size();
+    if (!keeps_curves_) one.points = hull_of(std::move(one.points));
+    shapes.push_back({std::move(one), false, false});
+    return shapes;
+}
+
+void ShapeContent::Item::apply(Moment& at, std::vector<Shape>& shapes) const {
+    if (kind_ == "st" || kind_ == "gs") {
+        paint(shapes, value(0, at.frame)[0] / 2 * miter_, value(1, at.frame)[0]);
+    } else if (kind_ == "fl" || kind_ == "gf") {
+        paint(shapes, 0, value(0, at.frame)[0]);
+    } else if (kind_ == "tm") {
+        trim(at, shapes);
+    } else if (kind_ == "rp") {
+        repeat(at, shapes);
+    } else if (kind_ == "pb" || kind_ == "zz" || kind_ == "op") {
+        const double more = std::abs(value(0, at.frame)[0]);
+        for (Shape& shape : shapes) shape.outline.growth += more;
+    } else if (is_animated_) {
+        auto own = own_shapes(at);
+        shapes.insert(shapes.end(), std::make_move_iterator(own.begin()), std::make_move_iterator(own.end()));
+    } else {
+        if (!still_shapes_) still_shapes_ = own_shapes(at);
+        shapes.insert(shapes.end(), still_shapes_->begin(), still_shapes_->end());
+    }
+}
+
+Outline ShapeContent::Item::outline(double frame) const {
+    if (path_) return path_->at(frame);
+    if (kind_ == "rc") return rectangle(value(0, frame), value(1, frame));
+    if (kind_ == "el") {
+        const Values size = value(1, frame);
+        return round_outline(value(0, frame), size[0] / 2, size[1] / 2);
+    }
+    if (kind_ == "sr") {
+        const double reach = std::max(std::abs(value(1, frame)[0]), std::abs(value(2, frame)[0]));
+        return round_outline(value(0, frame), reach, reach);
+    }
+    return {};
+}
+
+void ShapeContent::Item::trim(Moment& at, std::vector<Shape>& shapes) const {
+    double from = std::clamp(value(0, at.frame)[0] / 100, 0.0, 1.0);
+    double to = std::clamp(value(1, at.frame)[0] / 100, 0.0, 1.0);
+    if (from > to) std::swap(from, to);
+    if (to - from >= 1) return;
+    const double offset = std::fmod(value(2, at.frame)[0] / 360, 1.0);
+    from += offset;
+    to += offset;
+    std::vector<Shape> left;
+    for (const Shape& shape : shapes) {
+        if (shape.is_merged) {
+            left.push_back(shape);
+            continue;
+        }
+        std::vector<Outline> parts;
+        const double length = length_of(shape.outline);
+        // Where one path ends and the next begins depends on all of them: then all that is left may be anywhere.
+        if (trims_one_after_another_ && shapes.size() > 1 && to > from) parts.push_back(shape.outline);
+        for (const double turn : {-1.0, 0.0, 1.0}) {
+            const double begin = std::max(0.0, from + turn);
+            const double end = std::min(1.0, to + turn);
+            if (end > begin) append_part(shape.outline, begin * length, end * length, parts);
+        }
+        for (Outline& part : parts) left.push_back({std::move(part), shape.is_painted, false});
+    }
+    shapes = std::move(left);
+}
+
+// Shapes that are alike in all but their points become one that reaches as far: repeaters of repeaters multiply.
+void ShapeContent::Item::merge(std::vector<Shape>& shapes) {
+    std::map<std::pair<bool, double>, std::vector<Point>> points;
+    for (const Shape& shape : shapes) {
+        auto& all = points[{shape.is_painted, shape.outline.growth}];
+        all.insert(all.end(), shape.outline.points.begin(), shape.outline.points.end());
+    }
+    shapes.clear();
+    for (auto& [kind, all] : points) {
+        shapes.push_back({{hull_of(std::move(all)), kind.second, true}, kind.first, true});
+    }
+}
+
+void ShapeContent::Item::repeat(Moment& at, std::vector<Shape>& shapes) const {
+    if (!transform_) return;
+    const int copies = static_cast<int>(std::clamp(value(0, at.frame)[0], 0.0, double{kMostCopies}));
+    const double offset = value(1, at.frame)[0];
+    std::vector<Shape> all;
+    std::size_t points = 0;
+    for (int i = 0; i < copies; ++i) {
+        std::vector<Shape> copy = shapes;
+        const std::size_t before = at.points;
+        for (const Shape& shape : copy) at.points += shape.outline.points.size();
+        points += at.points - before;
+        move(copy, transform_->repeated(at.frame, i + offset));
+        all.insert(all.end(), std::make_move_iterator(copy.begin()), std::make_move_iterator(copy.end()));
+        if (points > kMostPoints) {
+            merge(all);
+            points = 0;
+        }
+    }
+    shapes = std::move(all);
+}
+
+ShapeContent::ShapeContent(Json::ConstArray shapes) : items_(Item::compile(shapes, false)) {
+    for (const auto& item : items_) {
+        is_animated_ = is_animated_ || item->is_animated();
+        weight_ += item->weight();
+    }
+}
+
+ShapeContent::~ShapeContent() = default;
+
+const Hull& ShapeContent::hull(double frame, std::size_t& work) const {
+    if (hull_frame_ && (!is_animated_ || *hull_frame_ == frame)) return hull_;
+    std::vector<Outline> outlines;
+    Moment moment{frame};
+    for (Shape& shape : Item::group(items_, moment)) {
+        if (shape.is_painted) outlines.push_back(std::move(shape.outline));
+    }
+    hull_ = around(outlines);
+    hull_frame_ = frame;
+    work += weight_ + moment.points;
+    return hull_;
+}
+
+Hull around(const std::vector<Outline>& outlines) {
+    std::vector<Point> points;
+    for (const Outline& outline : outlines) {
+        const Hull hull = grown(hull_of(outline.points), outline.growth);
+        points.insert(points.end(), hull.begin(), hull.end());
+    }
+    return hull_of(std::move(points));
+}
+
+}  // namespace lottie::looks

@@ -1,0 +1,77 @@
+// What a shape layer paints, and how far paths and masks reach.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "hull.h"
+#include "json.h"
+#include "property.h"
+
+namespace lottie::looks {
+
+struct Outline {
+    std::vector<Point> points;  // along the curve, close enough together to hold it
+    double growth = 0;          // how far paint reaches beyond them, pixels
+    bool is_closed = false;
+};
+
+// A path property over time, in its own coordinates.
+class PathProperty {
+  public:
+    explicit PathProperty(const Json* json);  // null: no points
+
+    Outline at(double frame) const;
+    bool is_animated() const { return keys_.size() > 1; }
+
+  private:
+    struct Vertices {
+        std::vector<Point> at, in, out;
+        bool is_closed = false;
+    };
+    struct Key {
+        double time = 0;
+        bool is_hold = false;
+        const Json* json = nullptr;  // for its ease
+        Vertices start;
+        Vertices end;
+    };
+
+    static Vertices vertices_of(const Json* json);
+    static Outline along(const Vertices& vertices);
+    Vertices vertices_at(double frame) const;
+
+    std::vector<Key> keys_;  // one, at no time, when it stands still
+};
+
+// Compiled once; what stands still in it is worked out once.
+class ShapeContent {
+  public:
+    // The JSON must outlive it.
+    explicit ShapeContent(Json::ConstArray shapes);
+    ~ShapeContent();
+    ShapeContent(const ShapeContent&) = delete;
+
+    // What fills and strokes leave of the shapes, groups, trims and repeaters included, in the layer's coordinates.
+    // Paths that nothing paints are left out.
+    // What it takes to find that out, in points looked at, is added to `work`.
+    const Hull& hull(double frame, std::size_t& work) const;
+    bool is_animated() const { return is_animated_; }
+
+  private:
+    class Item;
+    struct Shape;
+    struct Moment;
+
+    std::vector<std::unique_ptr<Item>> items_;
+    bool is_animated_ = false;
+    std::size_t weight_ = 1;
+    mutable std::optional<double> hull_frame_;
+    mutable Hull hull_;
+};
+
+// The smallest polygon around the outlines and what they grow by.
+Hull around(const std::vector<Outline>& outlines);
+
+}  // namespace lottie::looks

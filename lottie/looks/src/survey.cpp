@@ -1,0 +1,361 @@
+// What is worked out about compositions, each thing once: where layers lie and reach, which of them change, their
+// names.
+#include "survey.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "shape_content.h"
+
+namespace lottie::looks {
+namespace {
+
+constexpr std::size_t kMostLevels = 16;     // of nests within nests; what lies deeper counts as full
+constexpr std::size_t kMostReaches = 4096;  // that are kept of one composition
+
+// Wide letters, every one of them as wide as high: no text is larger.
+Hull text_reach(const SceneLayer& layer, double frame) {
+    const Json* text = layer.json("t");
+    const Json* source = text == nullptr ? nullptr : member(*text, "d");
+    if (source == nullptr) return {};
+    const Json* document = nullptr;
+    for (const Json& key : array_member(*source, "k")) {
+        if (document == nullptr || number_member(key, "t", 0) <= frame) document = member(key, "s");
+    }
+    if (document == nullptr) return {};
+    if (const auto size = array_member(*document, "sz"); size.Size() == 2) {
+        const auto corner = array_member(*document, "ps");
+        const double left = corner.Size() == 2 ? corner[0].GetDouble() : 0;
+        const double top = corner.Size() == 2 ? corner[1].GetDouble() : 0;
+        return hull_of(Box{left, top, left + size[0].GetDouble(), top + size[1].GetDouble()});
+    }
+    const double height = number_member(*document, "s", 0);
+    const double line = number_member(*document, "lh", height * 1.2);
+    std::size_t longest = 0;
+    std::size_t length = 0;
+    double lines = 1;
+    for (const char c : text_member(*document, "t")) {
+        if (c == '\r' || c == '\n' || c == '\x03') {
+            ++lines;
+            length = 0;
+        } else if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) {
+            longest = std::max(longest, ++length);
+        }
+    }
+    const double width =
+        static_cast<double>(longest) * (height * 0.6 + number_member(*document, "tr", 0) * height / 1000);
+    const int side = static_cast<int>(number_member(*document, "j", 0));
+    const double left = side == 1 ? -width : side == 2 ? -width / 2 : 0;
+    return hull_of(Box{left, -height, left + width, (lines - 1) * line + height * 0.3});
+}
+
+bool text_changes(const SceneLayer& layer) {
+    const Json* text = layer.json("t");
+    const Json* source = text == nullptr ? nullptr : member(*text, "d");
+    return source != nullptr && array_member(*source, "k").Size() > 1;
+}
+
+// What added masks leave; null when the masks do not bound the layer.
+std::optional<Hull> mask_reach(const SceneLayer& layer, double frame) {
+    if (!layer.has_masks) return std::nullopt;
+    std::optional<Hull> hull;
+    for (const Json& mask : layer.array("masksProperties")) {
+        const std::string mode = text_member(mask, "mode");
+        if (mode == "n" || (mode == "s" && hull) || (mode == "i" && hull)) continue;
+        if (mode != "a" || is_truthy(mask, "inv")) return std::nullopt;
+        Outline outline = PathProperty(member(mask, "pt")).at(frame);
+        outline.growth = std::max(Property(member(mask, "x"), {}).at(frame)[0], 0.0);
+        hull = united(hull.value_or(Hull{}), around({outline}));
+    }
+    return hull;
+}
+
+bool is_mask_animated(const SceneLayer& layer) {
+    const auto masks = layer.array("masksProperties");
+    return layer.has_masks && std::any_of(masks.begin(), masks.end(), [](const Json& mask) {
+               return PathProperty(member(mask, "pt")).is_animated() || Property(member(mask, "x"), {}).is_animated();
+           });
+}
+
+}  // namespace
+
+Survey::Survey(std::shared_ptr<const Stack> stack, Work& work, Surveys* all)
+    : stack_(std::move(stack)), work_(work), all_(all), placement_(*stack_, work) {
+    if (all != nullptr) about_.resize(stack_->size());
+}
+
+void Survey::index_layers() {
+    if (is_indexed_) return;
+    is_indexed_ = true;
+    work_.spend(stack_->size());
+    for (std::size_t i = 0; i < stack_->size(); ++i) {
+        const SceneLayer& layer = stack_->layer(i);
+        by_name_.emplace(layer.name, i);
+        if (layer.number) by_number_.emplace(*layer.number, i);
+    }
+}
+
+std::optional<std::size_t> Survey::layer_named(std::string_view name) {
+    index_layers();
+    const auto found = by_name_.find(name);
+    return found == by_name_.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<std::size_t> Survey::layer_numbered(double number) {
+    index_layers();
+    const auto found = by_number_.find(number);
+    return found == by_number_.end() ? std::nullopt : std::optional(found->second);
+}
+
+Survey* Survey::inside(const SceneLayer& nest) {
+    return nest.source.empty() ? nullptr : all_->find(nest.source);
+}
+
+// Reach
+
+Hull Survey::nest_reach(const SceneLayer& nest, double frame) {
+    const Hull whole = hull_of(Box{0, 0, nest.width, nest.height});
+    Survey* in = inside(nest);
+    if (in == nullptr || in->levels() >= kMostLevels) return whole;
+    return cut(in->reach_of_all(nest.inner_frame(frame, all_->scene().frame_rate)), whole);
+}
+
+Hull Survey::work_out_reach(std::size_t place, double frame) {
+    const SceneLayer& layer = stack_->layer(place);
+    Hull hull;
+    switch (layer.type) {
+        case LayerType::nest:
+            hull = nest_reach(layer, frame);
+            break;
+        case LayerType::solid:
+            hull = hull_of(Box{0, 0, layer.width, layer.height});
+            break;
+        case LayerType::image: {
+            const ImageSize size = all_->scene().image_size(layer.source);
+            hull = hull_of(Box{0, 0, size.width, size.height});
+            break;
+        }
+        case LayerType::shape: {
+            std::size_t points = 0;
+            hull = layer.shapes().hull(frame, points);
+            work_.spend(points);
+            break;
+        }
+        case LayerType::text:
+            hull = text_reach(layer, frame);
+            break;
+        default:
+            break;
+    }
+    const auto mask = mask_reach(layer, frame);
+    return mask ? cut(hull, *mask) : hull;
+}
+
+const Hull& Survey::reach(std::size_t place, double frame) {
+    About& about = about_[place];
+    if (about.own_frame && (*about.own_frame == frame || own_reach_stands_still(place))) return about.own_reach;
+    work_.spend(1);
+    about.own_reach = work_out_reach(place, frame);
+    about.own_frame = frame;
+    return about.own_reach;
+}
+
+const Hull& Survey::reach_in_stack(std::size_t place, double frame) {
+    static const Hull kNothing;
+    const SceneLayer& layer = stack_->layer(place);
+    if (!layer.is_on(frame)) return kNothing;
+    About& about = about_[place];
+    if (about.frame && (*about.frame == frame || reach_stands_still(place))) return about.reach;
+    about.frame = frame;
+    about.reach.clear();
+    if (layer.transform().opacity.at(frame)[0] <= 0) return about.reach;
+    about.reach = mapped(reach(place, frame), placement_.world(place, frame));
+    const auto matte = stack_->matte(place);
+    if (!matte || (layer.matte_mode != 1 && layer.matte_mode != 3)) return about.reach;
+    // What lies outside of the matte is hidden.
+    about.reach = cut(about.reach, mapped(reach(*matte, frame), placement_.world(*matte, frame)));
+    return about.reach;
+}
+
+bool Survey::own_reach_stands_still(std::size_t place) {
+    Answer& answer = about_[place].own_stands_still;
+    if (answer == Answer::unknown) {
+        const SceneLayer& layer = stack_->layer(place);
+        bool is_still = !is_mask_animated(layer);
+        if (layer.type == LayerType::shape) is_still = is_still && !layer.shapes().is_animated();
+        if (layer.type == LayerType::text) is_still = is_still && !text_changes(layer);
+        if (layer.type == LayerType::nest) is_still = is_still && nest_stands_still(layer);
+        answer = is_still ? Answer::yes : Answer::no;
+    }
+    return answer == Answer::yes;
+}
+
+bool Survey::nest_stands_still(const SceneLayer& nest) {
+    Survey* in = inside(nest);
+    if (in == nullptr || in->levels() >= kMostLevels) return true;
+    if (nest.time_remap()) return false;
+    const double from = nest.inner_frame(nest.in, 0);
+    const double to = nest.inner_frame(nest.out, 0);
+    work_.spend(in->stack().size());
+    for (std::size_t i = 0; i < in->stack().size(); ++i) {
+        const SceneLayer& layer = in->stack().layer(i);
+        if (!layer.draws()) continue;
+        if (layer.in > std::min(from, to) || layer.out < std::max(from, to) || !in->reach_stands_still(i)) return false;
+    }
+    return true;
+}
+
+bool Survey::reach_stands_still(std::size_t place) {
+    Answer& answer = about_[place].stands_still;
+    if (answer == Answer::unknown) {
+        const auto matte = stack_->matte(place);
+        const bool is_still = !placement_.moves(place) && own_reach_stands_still(place) &&
+                              !stack_->layer(place).transform().opacity.is_animated() &&
+                              (!matte || (!placement_.moves(*matte) && own_reach_stands_still(*matte)));
+        answer = is_still ? Answer::yes : Answer::no;
+    }
+    return answer == Answer::yes;
+}
+
+const Hull& Survey::reach_of_all(double frame) {
+    if (reach_of_all_.size() >= kMostReaches) reach_of_all_.clear();
+    const auto [found, is_new] = reach_of_all_.try_emplace(frame);
+    if (!is_new) return found->second;
+    work_.spend(stack_->size());
+    std::vector<Point> points;
+    for (std::size_t i = 0; i < stack_->size(); ++i) {
+        if (!stack_->layer(i).draws()) continue;
+        const Hull& one = reach_in_stack(i, frame);
+        points.insert(points.end(), one.begin(), one.end());
+    }
+    return found->second = hull_of(std::move(points));
+}
+
+// Change and depth
+
+bool Survey::changes_over_time(std::size_t place) {
+    // Nests within nests may lie deep: what is open is kept here, not on the stack of calls.
+    struct Open {
+        Survey* survey;
+        std::size_t place;
+        std::size_t next_inside = 0;
+    };
+    std::vector<Open> open = {{this, place}};
+    const auto answer = [&](bool changes) {
+        open.back().survey->about_[open.back().place].changes = changes ? Answer::yes : Answer::no;
+        open.pop_back();
+    };
+    while (!open.empty()) {
+        Open& at = open.back();
+        const SceneLayer& layer = at.survey->stack_->layer(at.place);
+        About& about = at.survey->about_[at.place];
+        if (about.changes != Answer::unknown) {
+            open.pop_back();
+            continue;
+        }
+        work_.spend(1);
+        if (at.next_inside == 0 && layer.changes_by_itself()) {
+            answer(true);
+            continue;
+        }
+        Survey* in = layer.type == LayerType::nest ? at.survey->inside(layer) : nullptr;
+        if (in == nullptr || at.next_inside == in->stack_->size()) {
+            answer(false);
+            continue;
+        }
+        const std::size_t i = at.next_inside;
+        const SceneLayer& inner = in->stack_->layer(i);
+        const double from = (layer.in - layer.start) / layer.stretch;
+        const double to = (layer.out - layer.start) / layer.stretch;
+        if (!inner.draws() && !inner.is_matte_source) {
+            ++at.next_inside;
+        } else if (inner.in > from || inner.out < to || in->about_[i].changes == Answer::yes) {
+            answer(true);
+        } else if (in->about_[i].changes == Answer::no) {
+            ++at.next_inside;
+        } else {
+            open.push_back({in, i});
+        }
+    }
+    return about_[place].changes == Answer::yes;
+}
+
+bool Survey::is_seen_in_depth(std::size_t place) {
+    const SceneLayer& layer = stack_->layer(place);
+    if (!layer.can_draw() || layer.is_hidden) return false;
+    std::vector<std::size_t> chain;
+    std::optional<std::size_t> at = place;
+    Answer answer = Answer::no;
+    while (at) {
+        About& about = about_[*at];
+        if (about.leaves_plane == Answer::unknown) {
+            const SceneLayer& link = stack_->layer(*at);
+            if (link.type != LayerType::camera && link.is_3d && link.transform().is_spatial()) {
+                about.leaves_plane = Answer::yes;
+            }
+        }
+        if (about.leaves_plane != Answer::unknown) {
+            answer = about.leaves_plane;
+            break;
+        }
+        chain.push_back(*at);
+        at = stack_->parent(*at);
+    }
+    work_.spend(chain.size());
+    for (const std::size_t link : chain) about_[link].leaves_plane = answer;
+    return answer == Answer::yes;
+}
+
+// All
+
+Survey* Surveys::find(const std::string& id) {
+    const auto found = by_id_.find(id);
+    if (found != by_id_.end()) return found->second.get();
+    if (scene_.find(id) == nullptr) return nullptr;
+    std::vector<std::string> open = {id};
+    while (!open.empty()) {
+        const std::string next = open.back();
+        if (by_id_.contains(next) || add(next, open)) open.pop_back();
+    }
+    return by_id_.at(id).get();
+}
+
+// False when compositions inside must come first; they are put on top of `open`.
+bool Surveys::add(const std::string& id, std::vector<std::string>& open) {
+    const std::shared_ptr<const Stack>& stack = *scene_.find(id);
+    work_.spend(stack->size() + 1);
+    const std::size_t open_before = open.size();
+    std::size_t levels = 0;
+    std::vector<std::string> shown;
+    for (std::size_t i = 0; i < stack->size(); ++i) {
+        const SceneLayer& layer = stack->layer(i);
+        if (layer.type != LayerType::nest || layer.source.empty() || scene_.find(layer.source) == nullptr) continue;
+        if (const auto known = by_id_.find(layer.source); known == by_id_.end()) {
+            open.push_back(layer.source);
+        } else {
+            levels = std::max(levels, known->second->levels());
+            shown.push_back(layer.source);
+        }
+    }
+    if (open.size() > open_before) return false;
+    auto survey = std::make_unique<Survey>(stack, work_, this);
+    survey->levels_ = levels + 1;
+    by_id_.emplace(id, std::move(survey));
+    for (const std::string& source : shown) users_[source].push_back(id);
+    return true;
+}
+
+void Surveys::forget(const std::string& id) {
+    std::vector<std::string> open = {id};
+    while (!open.empty()) {
+        const std::string next = std::move(open.back());
+        open.pop_back();
+        if (by_id_.erase(next) == 0 && next != id) continue;
+        const auto users = users_.find(next);
+        if (users == users_.end()) continue;
+        open.insert(open.end(), users->second.begin(), users->second.end());
+        users_.erase(users);
+    }
+}
+
+}  // namespace lottie::looks

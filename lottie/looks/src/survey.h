@@ -1,0 +1,110 @@
+// What is worked out about compositions, each thing once: where layers lie and reach, which of them change, their
+// names.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string_view>
+#include <unordered_map>
+#include <utility>
+#include <vector>
+
+#include "hull.h"
+#include "placement.h"
+#include "scene.h"
+#include "work.h"
+
+namespace lottie::looks {
+
+class Surveys;
+
+// About one stack.
+class Survey {
+  public:
+    // `all` is null for a stack whose nests nobody looks into. Everything but the stack must outlive it.
+    Survey(std::shared_ptr<const Stack> stack, Work& work, Surveys* all = nullptr);
+
+    const Stack& stack() const { return *stack_; }
+    Placement& placement() { return placement_; }
+
+    // The topmost of that name, the first of that number.
+    std::optional<std::size_t> layer_named(std::string_view name);
+    std::optional<std::size_t> layer_numbered(double number);
+
+    // How far a layer's picture surely reaches at a frame, in its own coordinates, transform left aside, masks taken
+    // into account; of a nest, what its layers reach of its frame. Texts are estimated from their size. Without area
+    // when the layer draws nothing then.
+    const Hull& reach(std::size_t layer, double frame);
+    // The same in the coordinates of the stack, parents and a matte taken into account; nothing when it is off or
+    // transparent then.
+    const Hull& reach_in_stack(std::size_t layer, double frame);
+    // Whether reach_in_stack() is the same at all frames at which the layer is on.
+    bool reach_stands_still(std::size_t layer);
+    // Around all that is drawn.
+    const Hull& reach_of_all(double frame);
+
+    // Whether players may draw the layer's own picture differently at two frames: keyframes, expressions, or a nested
+    // composition with layers that change, come or go. Its transform and opacity count.
+    bool changes_over_time(std::size_t layer);
+    // Whether a layer that players draw leaves the plane by itself or through a parent.
+    bool is_seen_in_depth(std::size_t layer);
+
+    // How many compositions lie inside one another, this one being 1.
+    std::size_t levels() const { return levels_; }
+
+  private:
+    friend class Surveys;
+    enum class Answer : char { unknown, yes, no };
+    struct About {
+        Answer own_stands_still = Answer::unknown;
+        Answer stands_still = Answer::unknown;
+        Answer changes = Answer::unknown;
+        Answer leaves_plane = Answer::unknown;
+        std::optional<double> own_frame;  // of own_reach
+        std::optional<double> frame;      // of reach
+        Hull own_reach;
+        Hull reach;
+    };
+
+    bool own_reach_stands_still(std::size_t layer);
+    bool nest_stands_still(const SceneLayer& nest);
+    Hull work_out_reach(std::size_t layer, double frame);
+    Hull nest_reach(const SceneLayer& nest, double frame);
+    Survey* inside(const SceneLayer& nest);
+    void index_layers();
+
+    std::shared_ptr<const Stack> stack_;
+    Work& work_;
+    Surveys* all_;
+    Placement placement_;
+    std::size_t levels_ = 1;
+    std::vector<About> about_;
+    std::unordered_map<double, Hull> reach_of_all_;  // by frame
+    bool is_indexed_ = false;
+    std::unordered_map<std::string_view, std::size_t> by_name_;
+    std::unordered_map<double, std::size_t> by_number_;
+};
+
+// About all stacks of a scene, as far as somebody asked. Compositions that many nests show are worked on once.
+class Surveys {
+  public:
+    // Both must outlive it.
+    Surveys(const Scene& scene, Work& work) : scene_(scene), work_(work) {}
+
+    // Null if the scene has no such composition.
+    Survey* find(const std::string& id);
+    // To be called when the scene has another stack of that id now, or none.
+    void forget(const std::string& id);
+    const Scene& scene() const { return scene_; }
+
+  private:
+    friend class Survey;
+    bool add(const std::string& id, std::vector<std::string>& open);
+
+    const Scene& scene_;
+    Work& work_;
+    std::unordered_map<std::string, std::unique_ptr<Survey>> by_id_;
+    std::unordered_map<std::string, std::vector<std::string>> users_;  // surveyed compositions that show it
+};
+
+}  // namespace lottie::looks

@@ -1,0 +1,30 @@
+// The transform of a layer over time.
+#pragma once
+
+#include "matrix.h"
+#include "property.h"
+
+namespace lottie::looks {
+
+class Transform {
+  public:
+    // `ks` is the file's object; anything else leaves all at the defaults.
+    Transform(const Json& ks, bool is_3d, bool is_auto_oriented);
+
+    // The layer's own matrix. Separate from its parents'.
+    Matrix at(double frame) const;
+    bool is_animated() const { return is_animated_; }  // opacity left aside
+    bool has_expression() const;
+    // Whether it leaves the plane at any time.
+    bool is_spatial() const { return is_spatial_; }
+
+    Property anchor, position, scale, rotation, turn_x, turn_y, orientation, opacity;
+    bool is_3d = false;
+    bool is_auto_oriented = false;
+
+  private:
+    bool is_animated_ = false;
+    bool is_spatial_ = false;
+};
+
+}  // namespace lottie::looks

@@ -1,0 +1,107 @@
+// What a shape layer paints.
+#include "survey.h"
+
+#include <gtest/gtest.h>
+
+#include "animations.h"
+
+namespace {
+
+using namespace test;
+using lottie::looks::Box;
+
+// The box around all that is painted, growth taken into account; null when there is nothing.
+std::optional<Box> painted(const std::string& items, double frame = 0) {
+    const std::string text = flat_animation({shape_layer(1, "shape", items)});
+    const lottie::looks::Scene scene(text);
+    lottie::looks::Work work;
+    lottie::looks::Surveys surveys(scene, work);
+    const lottie::looks::Hull& hull = surveys.find("")->reach(0, frame);
+    return area(hull) > 0 ? std::optional(around(hull)) : std::nullopt;
+}
+
+void expect_box(const std::optional<Box>& box, double left, double top, double right, double bottom) {
+    ASSERT_TRUE(box.has_value());
+    EXPECT_NEAR(box->left, left, 0.05);
+    EXPECT_NEAR(box->top, top, 0.05);
+    EXPECT_NEAR(box->right, right, 0.05);
+    EXPECT_NEAR(box->bottom, bottom, 0.05);
+}
+
+const std::string kSquare = R"({"ty":"rc","p":{"k":[50,50]},"s":{"k":[20,20]},"r":{"k":0}})";
+const std::string kLine =
+    R"({"ty":"sh","ks":{"k":{"v":[[0,0],[100,0]],"i":[[0,0],[0,0]],"o":[[0,0],[0,0]],"c":false}}})";
+const std::string kFill = R"({"ty":"fl","c":{"k":[1,0,0]},"o":{"k":100}})";
+
+std::string stroke(const std::string& width, const std::string& join = "2") {
+    return R"({"ty":"st","c":{"k":[1,0,0]},"o":{"k":100},"lj":)" + join + R"(,"w":{"k":)" + width + "}}";
+}
+
+std::string group(const std::string& items, const std::string& position, const std::string& opacity = "100") {
+    return R"({"ty":"gr","it":[)" + items + R"(,{"ty":"tr","p":{"k":)" + position + R"(},"o":{"k":)" + opacity +
+           R"(},"s":{"k":[100,100]},"a":{"k":[0,0]},"r":{"k":0}}]})";
+}
+
+TEST(ShapeContent, a_filled_rectangle_is_as_large_as_it_says) {
+    expect_box(painted(kSquare + "," + kFill), 40, 40, 60, 60);
+}
+
+TEST(ShapeContent, a_stroke_reaches_half_its_width_beyond) {
+    expect_box(painted(kSquare + "," + stroke("6")), 37, 37, 63, 63);
+}
+
+TEST(ShapeContent, an_ellipse_fills_its_box) {
+    expect_box(painted(R"({"ty":"el","p":{"k":[10,20]},"s":{"k":[20,10]}},)" + kFill), 0, 15, 20, 25);
+}
+
+TEST(ShapeContent, a_curve_is_followed_not_its_handles) {
+    const std::string arch =
+        R"({"ty":"sh","ks":{"k":{"v":[[0,0],[100,0]],"i":[[0,0],[0,100]],"o":[[0,100],[0,0]],"c":false}}},)";
+    expect_box(painted(arch + kFill), 0, 0, 100, 75);
+}
+
+TEST(ShapeContent, what_nothing_paints_is_not_there) {
+    EXPECT_FALSE(painted(kSquare).has_value());
+    EXPECT_FALSE(painted(kFill + "," + kSquare).has_value());  // paint acts on what stands before it
+    EXPECT_FALSE(painted(kSquare + R"(,{"ty":"fl","o":{"k":0}})").has_value());
+    EXPECT_FALSE(painted(kSquare + R"(,{"ty":"fl","hd":true,"o":{"k":100}})").has_value());
+}
+
+TEST(ShapeContent, groups_move_what_is_in_them_and_hide_it_when_transparent) {
+    expect_box(painted(group(kSquare + "," + kFill, "[10,-10]")), 50, 30, 70, 50);
+    expect_box(painted(group(kSquare, "[10,-10]") + "," + kFill), 50, 30, 70, 50);  // painted from outside
+    EXPECT_FALSE(painted(group(kSquare + "," + kFill, "[0,0]", "0")).has_value());
+}
+
+TEST(ShapeContent, trimming_leaves_the_part_between_start_and_end) {
+    const auto trimmed = [](const std::string& start, const std::string& end, const std::string& offset) {
+        return painted(kLine + R"(,{"ty":"tm","s":{"k":)" + start + R"(},"e":{"k":)" + end + R"(},"o":{"k":)" + offset +
+                       R"(},"m":1},)" + stroke("2"));
+    };
+    expect_box(trimmed("25", "75", "0"), 24, -1, 76, 1);
+    expect_box(trimmed("75", "25", "0"), 24, -1, 76, 1);
+    expect_box(trimmed("0", "50", "90"), 24, -1, 76, 1);     // a quarter further
+    expect_box(trimmed("50", "100", "90"), -1, -1, 101, 1);  // around the end: both ends
+    EXPECT_FALSE(trimmed("50", "50", "0").has_value());
+}
+
+TEST(ShapeContent, a_repeater_reaches_to_its_last_copy) {
+    const std::string repeater =
+        R"(,{"ty":"rp","c":{"k":3},"o":{"k":0},"tr":{"p":{"k":[30,0]},"a":{"k":[0,0]},"s":{"k":[100,100]},"r":{"k":0},)"
+        R"("so":{"k":100},"eo":{"k":100}}})";
+    expect_box(painted(kSquare + "," + kFill + repeater), 40, 40, 120, 60);
+    EXPECT_FALSE(painted(kSquare + "," + kFill + R"(,{"ty":"rp","c":{"k":0},"o":{"k":0},"tr":{}})").has_value());
+}
+
+TEST(ShapeContent, a_moving_path_is_taken_at_its_frame) {
+    const auto line_to = [](const std::string& x) {
+        return R"([{"v":[[0,0],[)" + x + R"(,0]],"i":[[0,0],[0,0]],"o":[[0,0],[0,0]],"c":false}])";
+    };
+    const std::string path = R"({"ty":"sh","ks":{"k":[{"t":0,"s":)" + line_to("20") +
+                             R"(,"o":{"x":0,"y":0},"i":{"x":1,"y":1}},{"t":10,"s":)" + line_to("60") + "}]}},";
+    expect_box(painted(path + stroke("2"), 0), -1, -1, 21, 1);
+    expect_box(painted(path + stroke("2"), 5), -1, -1, 41, 1);
+    expect_box(painted(path + stroke("2"), 99), -1, -1, 61, 1);
+}
+
+}  // namespace
