@@ -49,4 +49,31 @@ TEST(Flatten, an_animation_without_nests_keeps_its_bytes) {
     EXPECT_EQ(cli::flatten_animation(text, plugin(), {}).text, text);
 }
 
+// Inside of "Nest" is the nest "Inner"; a layer of the main composition may ask for either by name.
+cli::Flattened asking(const std::string& call) {
+    Nesting nesting;
+    nesting.above = {null_layer(30, "asker", {{"ks", transform({{"p", expression(call, "[0,0,0]")}})}})};
+    nesting.inside = {nest_layer(1, "Inner", "inner", {{"w", "100"}, {"h", "100"}})};
+    nesting.assets = {R"({"id":"inner","layers":[)" + red() + "]}"};
+    return cli::flatten_animation(animation(nesting), plugin(), {});
+}
+
+TEST(Flatten, a_composition_that_an_expression_asks_for_stays_with_all_its_layers) {
+    EXPECT_EQ(asking("comp('Nest').layer('Inner').transform.position").nests_left, 2U);
+    EXPECT_EQ(asking("comp(\\\"Nest\\\").layer(1).transform.position").nests_left, 2U);
+    EXPECT_EQ(asking("comp('Inner').layer(1).transform.position").nests_left, 1U);  // moves out as it is
+    EXPECT_EQ(asking("var n = 'Ne' + 'st';\\ncomp(n).layer(1).transform.position").nests_left, 2U);
+    EXPECT_EQ(asking("comp('Nobody').layer(1).transform.position").nests_left, 0U);
+    EXPECT_EQ(asking("[0, 0]").nests_left, 0U);
+}
+
+TEST(Flatten, compositions_that_nothing_shows_any_more_go_unless_they_are_to_stay) {
+    const std::string text = animation({});
+    EXPECT_EQ(cli::flatten_animation(text, plugin(), {}).text.find("refId"), std::string::npos);
+    EXPECT_EQ(cli::flatten_animation(text, plugin(), {}).text.find("\"id\""), std::string::npos);
+    cli::Options options;
+    options.keep_unused = true;
+    EXPECT_NE(cli::flatten_animation(text, plugin(), options).text.find("\"id\""), std::string::npos);
+}
+
 }  // namespace

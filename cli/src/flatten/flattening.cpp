@@ -37,12 +37,25 @@ class CompositionWork {
     std::vector<FlattenedNest> work() {
         Places places;
         for (const Workbench::Nest& nest : bench_.nests(composition_)) {
-            places.insert(nest.place);
             FlattenedNest& entry = entries_.emplace_back();
             entry.composition = bench_.id(composition_);
             entry.composition_name = bench_.name(composition_);
             entry.number = nest.place + 1;
             entry.name = nest.name;
+            std::string reason = bench_.asked_for(nest.source);
+            if (reason.empty()) reason = bench_.asked_for(composition_);
+            if (reason.empty()) {
+                places.insert(nest.place);
+                continue;
+            }
+            entry.is_kept = true;
+            entry.findings = {{.reason = lottie::looks::Reason::composition_reference,
+                               .weight = lottie::looks::Weight::change,
+                               .sentence = reason,
+                               .way_out = "",
+                               .layer = "",
+                               .property = "",
+                               .frame = {}}};
         }
         bool is_alone = false;  // each was tried by itself
         while (!places.empty()) {
@@ -79,9 +92,19 @@ class CompositionWork {
 
         Places changing() const {
             Places places;
+            bool is_any_cut = false;  // what nobody sees of one nest adds up over several
             for (const NestReport& report : reports) {
-                if (report.verdict == Verdict::changes || (exact_only && report.verdict != Verdict::exact))
+                const bool is_cut =
+                    std::any_of(report.findings.begin(), report.findings.end(), [](const auto& finding) {
+                        return finding.reason == lottie::looks::Reason::clip &&
+                               finding.weight == lottie::looks::Weight::slight;
+                    });
+                if (report.verdict == Verdict::changes || (exact_only && report.verdict != Verdict::exact) ||
+                    (is_cut && is_any_cut)) {
                     places.insert(report.nest);
+                } else {
+                    is_any_cut = is_any_cut || is_cut;
+                }
             }
             return places;
         }

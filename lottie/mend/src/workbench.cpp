@@ -2,6 +2,7 @@
 #include "mend/workbench.h"
 
 #include <algorithm>
+#include <cctype>
 #include <map>
 #include <optional>
 #include <set>
@@ -45,6 +46,28 @@ struct Compositions {
         }
         for (std::size_t i = 0; i < all.size(); ++i) take_layers(all[i], outline.comps[i], text);
         for (const std::size_t seen : seen_now()) all[seen].was_seen = true;
+        find_calls();
+    }
+
+    // Expressions that call comp(). Text that only looks like one does no harm but to keep a nest.
+    void find_calls() {
+        constexpr std::string_view kCall = "comp(";
+        for (std::size_t at = text.find(kCall); at != std::string::npos; at = text.find(kCall, at + 1)) {
+            const auto before = static_cast<unsigned char>(at == 0 ? ' ' : text[at - 1]);
+            const bool is_escape = before == 'n' && at > 1 && text[at - 2] == '\\';  // a new line, then the call
+            if ((std::isalnum(before) != 0 && !is_escape) || before == '_' || before == '$') continue;
+            std::size_t begin = text.find_first_not_of(' ', at + kCall.size());
+            if (begin != std::string::npos && text[begin] == '\\') ++begin;
+            const char quote = begin < text.size() ? text[begin] : ' ';
+            const std::size_t end = quote == '\'' || quote == '"' ? text.find(quote, begin + 1) : std::string::npos;
+            if (end == std::string::npos) {
+                calls_any = true;
+                continue;
+            }
+            const bool is_escaped = quote == '"' && text[end - 1] == '\\';
+            const std::size_t length = end - begin - 1 - (is_escaped ? 1 : 0);
+            called.insert(document::decode_string('"' + text.substr(begin + 1, length) + '"'));
+        }
     }
 
     std::string decoded(const JsonToken& token) const {
@@ -149,6 +172,8 @@ struct Compositions {
     std::map<std::string, std::size_t, std::less<>> asset_of;  // by id
     std::map<std::string, std::size_t, std::less<>> comp_of;
     std::vector<Composition> all;
+    std::set<std::string> called;  // names that expressions give to comp()
+    bool calls_any = false;        // one that is worked out at run time
 };
 
 Workbench::Workbench(std::string text) : compositions_(std::make_unique<Compositions>(std::move(text))) {}
@@ -182,6 +207,22 @@ std::size_t Workbench::layer_count(std::size_t composition) const {
 
 const std::vector<Workbench::Nest>& Workbench::nests(std::size_t composition) const {
     return compositions_->all[composition].nests;
+}
+
+std::string Workbench::asked_for(std::size_t composition) const {
+    const Compositions& c = *compositions_;
+    if (c.calls_any) return "an expression works out at run time which composition it asks for";
+    const auto sentence = [](const std::string& name) {
+        return "an expression asks for composition " + document::encode_string(name) + " and its layers";
+    };
+    if (c.called.empty()) return "";
+    if (c.called.contains(name(composition))) return sentence(name(composition));
+    for (const Composition& other : c.all) {
+        for (const Nest& nest : other.nests) {
+            if (nest.source == composition && c.called.contains(nest.name)) return sentence(nest.name);
+        }
+    }
+    return "";
 }
 
 std::vector<std::size_t> Workbench::innermost_first() const {

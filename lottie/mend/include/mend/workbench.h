@@ -29,6 +29,9 @@ class Workbench {
     std::size_t layer_count(std::size_t composition) const;
     // The nests that it holds now, top to bottom.
     const std::vector<Nest>& nests(std::size_t composition) const;
+    // Why the layers of a composition must stay as they are: an expression somewhere asks for it by a name that it or a
+    // nest of it has, or works out at run time which one it asks for. Empty if none does.
+    std::string asked_for(std::size_t composition) const;
     // Those that can be seen, each behind all that it shows.
     std::vector<std::size_t> innermost_first() const;
 
