@@ -246,6 +246,8 @@ struct PrefixCase {
     std::string answer;
     const char* locale;
     std::string new_name;  // of the copy of "a" out of "nest"; empty if it keeps its own
+
+    friend void PrintTo(const PrefixCase& tested, std::ostream* out) { *out << tested.name; }
 };
 
 const PrefixCase kPrefixCases[] = {

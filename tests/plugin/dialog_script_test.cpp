@@ -166,6 +166,8 @@ struct SavedCase {
     const char* saved;
     const char* result;
     const char* controls;
+
+    friend void PrintTo(const SavedCase& tested, std::ostream* out) { *out << tested.name; }
 };
 
 const SavedCase kSavedCases[] = {

@@ -128,6 +128,8 @@ struct ReadCase {
     const char* name;
     std::string bytes;
     std::wstring read;
+
+    friend void PrintTo(const ReadCase& tested, std::ostream* out) { *out << tested.name; }
 };
 
 const ReadCase kReadCases[] = {
@@ -221,6 +223,8 @@ struct NewNameCase {
     const wchar_t* suffix;
     const wchar_t* separator;
     std::string new_name;
+
+    friend void PrintTo(const NewNameCase& tested, std::ostream* out) { *out << tested.name; }
 };
 
 const std::wstring kLongPrefix(253, L'p');

@@ -111,6 +111,8 @@ struct TimingCase {
     const char* nest;
     const char* layer;
     const char* set;
+
+    friend void PrintTo(const TimingCase& tested, std::ostream* out) { *out << tested.name; }
 };
 
 const TimingCase kTimingCases[] = {
