@@ -124,7 +124,9 @@ constexpr Command kCommands[] = {
 
 constexpr Explained kExitCodes[] = {
     {"0", "done; check and report: every look stays; replay: the plug-in did the same, as far as the journal goes"},
-    {"1", "check, report, or run with --strict: a look would change; replay: the plug-in did something else"},
+    {"1",
+     "check, report, or run with --strict: a look would change; flatten: a nest stayed; replay: the plug-in did "
+     "something else"},
     {"2", "wrong usage, or no such composition, layer, nest or animation"},
     {"3", "bad input"},
     {"4",

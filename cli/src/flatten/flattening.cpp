@@ -88,19 +88,18 @@ class CompositionWork {
     struct Attempt {
         std::string text;
         std::vector<NestReport> reports;
-        bool exact_only = false;
+        bool is_shared = false;  // several nests show the composition
 
         Places changing() const {
             Places places;
-            bool is_any_cut = false;  // what nobody sees of one nest adds up over several
+            bool is_any_cut = is_shared;  // what nobody sees of one nest adds up over several
             for (const NestReport& report : reports) {
                 const bool is_cut =
                     std::any_of(report.findings.begin(), report.findings.end(), [](const auto& finding) {
                         return finding.reason == lottie::looks::Reason::clip &&
                                finding.weight == lottie::looks::Weight::slight;
                     });
-                if (report.verdict == Verdict::changes || (exact_only && report.verdict != Verdict::exact) ||
-                    (is_cut && is_any_cut)) {
+                if (report.verdict == Verdict::changes || (is_cut && is_any_cut)) {
                     places.insert(report.nest);
                 } else {
                     is_any_cut = is_any_cut || is_cut;
@@ -117,7 +116,7 @@ class CompositionWork {
         for (const std::size_t place : places) nests.push_back(stack.at(place));
         const Trial trial = trials_.run(comp_, nests);
         const std::string after = document_.write();
-        Attempt attempt{after, judge_.compare(trial.change, after), false};
+        Attempt attempt{after, judge_.compare(trial.change, after), bench_.use_count(composition_) > 1};
         std::optional<Mending> mending;
         while (!attempt.changing().empty()) {
             if (!mending) mending.emplace(before_, after, trial.change);

@@ -56,7 +56,6 @@ class Unnested {
     Unnested(const Unnested&) = delete;
 
     std::deque<KeptLayer>& stack() { return stack_; }  // before
-    std::vector<std::unique_ptr<Nest>>& nests() { return nests_; }
     Nest& nest_at(std::size_t place);
     bool is_unnested(std::size_t place) const;
     // The layer of the stack before, or of a nest's composition, that its `parent` names; null if there is none.

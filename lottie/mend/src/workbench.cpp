@@ -28,7 +28,6 @@ constexpr int kNestType = 0;
 struct Composition {
     int asset = -1;
     std::optional<std::string> layers;  // the array; none as long as it is the file's
-    std::size_t layer_count = 0;
     std::vector<Workbench::Nest> nests;
     std::vector<std::string> sources;  // ids of all assets that its layers use
     bool is_3d = false;                // became so here
@@ -78,7 +77,6 @@ struct Compositions {
     void take_layers(Composition& composition, const ScannedComp& comp, const std::string& from) {
         composition.nests.clear();
         composition.sources.clear();
-        composition.layer_count = comp.list.size();
         for (std::size_t i = 0; i < comp.list.size(); ++i) {
             const ScannedLayer& layer = comp.list[i];
             if (layer.ref_id.empty()) continue;
@@ -179,10 +177,6 @@ struct Compositions {
 Workbench::Workbench(std::string text) : compositions_(std::make_unique<Compositions>(std::move(text))) {}
 Workbench::~Workbench() = default;
 
-std::size_t Workbench::count() const {
-    return compositions_->all.size();
-}
-
 std::string Workbench::id(std::size_t composition) const {
     const int asset = compositions_->all[composition].asset;
     return asset < 0 ? "" : compositions_->id_of_asset(asset);
@@ -201,8 +195,13 @@ std::string Workbench::name(std::size_t composition) const {
     return asset < 0 ? "main" : id(composition);
 }
 
-std::size_t Workbench::layer_count(std::size_t composition) const {
-    return compositions_->all[composition].layer_count;
+std::size_t Workbench::use_count(std::size_t composition) const {
+    std::size_t count = 0;
+    for (const Composition& other : compositions_->all) {
+        count += static_cast<std::size_t>(std::count_if(other.nests.begin(), other.nests.end(),
+                                                        [&](const Nest& nest) { return nest.source == composition; }));
+    }
+    return count;
 }
 
 const std::vector<Workbench::Nest>& Workbench::nests(std::size_t composition) const {

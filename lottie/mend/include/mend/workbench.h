@@ -22,11 +22,10 @@ class Workbench {
     ~Workbench();
 
     // Compositions are told by numbers, 0 being the main one.
-    std::size_t count() const;
     std::string id(std::size_t composition) const;  // of its asset; empty for the main one
     // As people know it: its own, else that of the first nest that shows it, else its id.
     std::string name(std::size_t composition) const;
-    std::size_t layer_count(std::size_t composition) const;
+    std::size_t use_count(std::size_t composition) const;  // nests that show it now
     // The nests that it holds now, top to bottom.
     const std::vector<Nest>& nests(std::size_t composition) const;
     // Why the layers of a composition must stay as they are: an expression somewhere asks for it by a name that it or a
