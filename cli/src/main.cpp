@@ -1,7 +1,7 @@
 // The command exflate.
-#include <csignal>
 #include <exception>
 
+#include "base/signals.h"
 #include "cli/arguments/parser.h"
 #include "cli/console.h"
 #include "runner/utf8_locale.h"
@@ -25,7 +25,7 @@ ExitCode handle(const cli::UsageProblem& problem, const Console& console) {
 int main(int argc, char** argv) {
     const Console console = Console::for_this_process();
     try {
-        std::signal(SIGPIPE, SIG_IGN);  // a reader that went away is an error of writing
+        host::base::ignore_failed_write_signals();
         if (!host::runner::use_utf8_locale()) {
             console.say(Console::Tone::warning, "exflate",
                         "the system has no UTF-8 locale; names beyond ASCII may suffer");

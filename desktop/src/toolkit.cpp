@@ -1,17 +1,12 @@
 // The toolkit's life: started with the application's look, ended with this object.
 #include "toolkit.h"
 
-#include <fcntl.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <clocale>
 #include <cstdio>
 #include <optional>
 #include <string>
 
+#include "base/child_process.h"
 #include "dark_style.h"
 #include "desktop/desktop_dialogs.h"
 #include "theme.h"
@@ -19,6 +14,8 @@
 namespace desktop {
 
 namespace {
+
+using host::base::ChildProcess;
 
 char kProgram[] = "dialog";
 char kPlatformFlag[] = "-platform";
@@ -29,59 +26,35 @@ void pass_on_serious_messages(QtMsgType type, const QMessageLogContext&, const Q
     if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", qPrintable(message));
 }
 
-// Tries whether windows can be shown, in another process: the toolkit ends the one that asks in vain. That process
-// keeps its hold on the display as long as this object lives, for some displays end with the last one who looks.
+// In another process: a toolkit without a display says so at length and aborts.
+int try_desktop(const ChildProcess::Parent& parent) {
+    int count = 1;
+    char* arguments[] = {kProgram, nullptr};
+    const QGuiApplication application(count, arguments);
+    const QString platform = QGuiApplication::platformName();
+    const bool can_be_seen = platform != "offscreen" && platform != "vnc" && !platform.startsWith("minimal");
+    if (!can_be_seen) return 0;
+    parent.say("y");
+    parent.wait_for_the_end();
+}
+
+// Tries whether windows can be shown. The process keeps its hold on the display as long as this object lives, for some
+// displays end with the last one who looks.
 class DesktopTrial {
   public:
     DesktopTrial() {
-        if (pipe(answer_) != 0 || pipe(hold_) != 0) return;
-        child_ = fork();
-        if (child_ == 0) try_desktop();
-        close_end(answer_[1]);
-        close_end(hold_[0]);
-        char answer = 0;
-        has_succeeded_ = child_ > 0 && read(answer_[0], &answer, 1) == 1;
-    }
-    ~DesktopTrial() {
-        for (int* end : {&answer_[0], &answer_[1], &hold_[0], &hold_[1]}) close_end(*end);
-        while (child_ > 0 && waitpid(child_, nullptr, 0) < 0 && errno == EINTR) {
+        try {
+            process_.emplace(try_desktop, host::base::ProcessLimits{}, ChildProcess::Streams::nowhere);
+            while (!process_->end() && process_->said().empty()) process_->hear();
+        } catch (const host::base::NoProcess&) {
+            // Then it has not succeeded.
         }
     }
-    DesktopTrial(const DesktopTrial&) = delete;
-    DesktopTrial& operator=(const DesktopTrial&) = delete;
 
-    bool has_succeeded() const { return has_succeeded_; }
+    bool has_succeeded() const { return process_ && !process_->end(); }
 
   private:
-    static void close_end(int& end) {
-        if (end >= 0) close(end);
-        end = -1;
-    }
-
-    // In the child: a toolkit without a display says so at length and aborts.
-    [[noreturn]] void try_desktop() {
-        close_end(answer_[0]);
-        close_end(hold_[1]);
-        const rlimit no_core_file = {0, 0};
-        setrlimit(RLIMIT_CORE, &no_core_file);
-        if (const int nowhere = open("/dev/null", O_RDWR); nowhere >= 0) {
-            dup2(nowhere, STDOUT_FILENO);
-            dup2(nowhere, STDERR_FILENO);
-        }
-        int count = 1;
-        char* arguments[] = {kProgram, nullptr};
-        const QGuiApplication application(count, arguments);
-        const QString platform = QGuiApplication::platformName();
-        const bool can_be_seen = platform != "offscreen" && platform != "vnc" && !platform.startsWith("minimal");
-        char release = 0;
-        if (can_be_seen && write(answer_[1], "y", 1) == 1) (void)!read(hold_[0], &release, 1);
-        _exit(0);
-    }
-
-    int answer_[2] = {-1, -1};
-    int hold_[2] = {-1, -1};
-    pid_t child_ = -1;
-    bool has_succeeded_ = false;
+    std::optional<ChildProcess> process_;
 };
 
 }  // namespace

@@ -258,6 +258,7 @@ TEST_P(BrokenSettings, are_the_old_ones_or_the_new_ones_and_no_run_fails_for_the
     ASSERT_EQ(run_in(sandbox, {.arguments = kArguments, .without_settings_folder = true}).exit_code, 0);
     const std::string result = sandbox.read("b.json");
     sandbox.write("no_nest.json", test::no_nest());
+    fs::remove_all(sandbox.path("config"));
     ASSERT_EQ(run_in(sandbox, with_fault(kArguments, GetParam(), 0)).exit_code, 0);
     constexpr int kReading = 4;
     for (int call = calls_before_reading(calls_made(sandbox)) + kReading + 1; call < kEndless; ++call) {

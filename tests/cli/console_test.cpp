@@ -28,11 +28,4 @@ TEST(Console, counts_have_their_plural) {
     EXPECT_EQ(cli::counted(2, "nest"), "2 nests");
 }
 
-TEST(Console, quoted_names_keep_their_characters_and_lose_their_control) {
-    EXPECT_EQ(cli::in_quotes("Größe 1"), "\"Größe 1\"");
-    EXPECT_EQ(cli::in_quotes("a\"b\\c"), R"("a\"b\\c")");
-    EXPECT_EQ(cli::in_quotes("\x1b\x7f\n"), R"("\u001B\u007F\u000A")");
-    EXPECT_EQ(cli::in_quotes("\xC2\x9B\xC2\xA0\xC2"), "\"\\u009B\xC2\xA0\xC2\"");
-}
-
 }  // namespace

@@ -81,6 +81,54 @@ TEST(RunInput, a_fault_deep_inside_a_layer_is_bad_input_even_where_the_plug_in_p
     }
 }
 
+// The first `from` behind the nest's name becomes `to`.
+std::string one_nest_with(const std::string& from, const std::string& to) {
+    std::string text = test::one_nest();
+    const std::size_t at = text.find(from, text.find(R"("nm":"Intro","refId")"));
+    return text.replace(at, from.size(), to);
+}
+
+TEST(RunInput, numbers_that_cannot_be_held_are_bad_input_to_every_command) {
+    const Sandbox sandbox;
+    const std::string eased =
+        R"("p":{"a":1,"k":[{"t":0,"s":[0,0],"i":{"x":1,"y":1},"o":{"x":0,"y":1e308}},{"t":9,"s":[5,5]}]})";
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {one_nest_with(R"("p":{"a":0,"k":[50,40,0]})", eased), "the easing of a keyframe"},
+        {one_nest_with(R"("s":{"a":0,"k":[100,100,100]})", R"("s":{"a":0,"k":[1.7e308,1.7e308,100]})"), "not finite"},
+        {one_nest_with(R"("sr":1)", R"("sr":1e-300)"), "\"sr\""},
+        {one_nest_with(R"("st":0)", R"("st":1e7)"), "\"st\""},
+        {one_nest_with(R"("p":{"a":0,"k":[50,40,0]})", R"("p":{"a":1,"k":[{"t":0,"s":[0,0]},{"t":1e9,"s":[5,5]}]})"),
+         "the time of a keyframe"}};
+    for (const auto& [text, sentence] : cases) {
+        sandbox.write("bad.json", text);
+        for (const std::string command : {"run", "flatten", "check"}) {
+            const Finished finished = exflate(sandbox, {command, "bad.json"});
+            EXPECT_EQ(finished.exit_code, 3) << command << sentence;
+            EXPECT_THAT(finished.err, AllOf(MatchesRegex("bad\\.json:1:[0-9]+: [^\n]*\n"), HasSubstr(sentence)));
+        }
+    }
+}
+
+TEST(RunInput, what_players_pass_over_is_passed_over_with_a_warning) {
+    const Sandbox sandbox;
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {test::animation({}, {test::shape_layer(1, "A"), test::shape_layer(1, "B")}), "has the same \"ind\" 1"},
+        {test::animation({}, {test::shape_layer(1, "A"), "7"}), "is no object"},
+        {test::animation({}, {test::nest_layer(1, "N", "gone")}), "\"gone\", which does not exist"}};
+    for (const auto& [text, sentence] : cases) {
+        sandbox.write("odd.json", text);
+        for (const std::string command : {"run", "flatten", "check", "list"}) {
+            const Finished finished = exflate(sandbox, {command, "odd.json"});
+            EXPECT_EQ(finished.exit_code, 0) << command << finished.err;
+            EXPECT_THAT(finished.err, HasSubstr("odd.json:1:"));
+            EXPECT_THAT(finished.err, HasSubstr(sentence));
+            if (command == "run" || command == "flatten") {
+                EXPECT_EQ(finished.out, text) << command;
+            }
+        }
+    }
+}
+
 Finished with_plugin(const Sandbox& sandbox, const std::string& plugin) {
     sandbox.write("a.json", test::one_nest());
     return exflate(sandbox, {.arguments = {"a.json", "-o", "out.json"}, .environment = {{"EXFLATE_PLUGIN", plugin}}});

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "base/printable.h"
+
 namespace cli {
 
 class Console {
@@ -27,12 +29,8 @@ class Console {
     bool has_colors_;
 };
 
-// `text` in double quotes with control characters escaped, so that a name can neither end a line nor steer a terminal.
-std::string in_quotes(std::string_view text);
-
-// The same without the quotes: control characters are escaped, so that text can neither end a line nor steer a
-// terminal.
-std::string printable(std::string_view text);
+using host::base::in_quotes;
+using host::base::printable;
 
 // "1 layer", "2 layers".
 std::string counted(std::size_t count, std::string_view noun);

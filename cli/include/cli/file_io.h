@@ -1,55 +1,25 @@
-// Reading whole files and putting whole files in place.
+// Whole files in and out, "-" being a standard stream.
 #pragma once
 
-#include <concepts>
-#include <filesystem>
-#include <span>
-#include <stdexcept>
+#include <cstddef>
 #include <string>
 #include <string_view>
-#include <vector>
+
+#include "base/files.h"
 
 namespace cli {
 
 // The name that stands for standard input, and as an output for standard output.
 inline constexpr std::string_view kStandardStream = "-";
 
-// A failed read or write; what() is one sentence without the file's name.
-class IoError : public std::runtime_error {
-  public:
-    using std::runtime_error::runtime_error;
-};
+// What is larger is refused: no real animation comes near, and several times as much memory is needed to work on one.
+inline constexpr std::size_t kMaxInputBytes = std::size_t{1} << 30;
 
-// Bytes to write: one text, or several that follow one another. Points at what it is made from.
-class Pieces {
-  public:
-    template <std::convertible_to<std::string_view> Text>
-    Pieces(const Text& text) : one_(text) {}
-    Pieces(const std::vector<std::string_view>& several) : several_(&several) {}
-
-    std::span<const std::string_view> pieces() const {
-        return several_ != nullptr ? std::span(*several_) : std::span(&one_, 1);
-    }
-
-  private:
-    std::string_view one_;
-    const std::vector<std::string_view>* several_ = nullptr;
-};
-
-// The bytes of a file, or of standard input for "-". Throws IoError.
+// Throws host::base::FileError, whose sentence lacks the file's name.
 std::string read_whole(const std::string& file);
 
-// Throws IoError; a reader that has gone away is one, not a signal, once broken pipes are ignored.
-void write_standard_output(Pieces bytes);
-
-// Makes the folder and those it stands in, where they are missing. Throws IoError.
-void make_folder(const std::filesystem::path& folder);
-
-// Makes `bytes` the content of the file or leaves everything as it was: they go to a temporary file in the same folder,
-// reach the disk, and take the file's place by renaming. A process that is killed leaves that file behind at most,
-// named .exflate- and six characters; an interrupt waits until it is gone. An existing file keeps its mode, and its
-// owner and group where that is allowed; its other hard links keep the old content; a symbolic link stays and the file
-// it means is replaced. What is no regular file (a device, a pipe) is written directly. Throws IoError.
-void put_in_place(const std::filesystem::path& file, Pieces bytes);
+// The whole file is written or nothing, as host::base::replace_file() does it; a process that is killed leaves a file
+// named .exflate- and six characters behind at most. Throws host::base::FileError.
+void write_whole(std::string_view file, host::base::Pieces bytes);
 
 }  // namespace cli

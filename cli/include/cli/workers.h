@@ -3,13 +3,12 @@
 #pragma once
 
 #include <cstddef>
-#include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
 #include <string>
-#include <utility>
 
+#include "base/files.h"
 #include "cli/shared/failure.h"
 
 namespace cli {
@@ -42,7 +41,7 @@ class FileUse {
     bool note(std::size_t file, const std::string& name);
 
   private:
-    std::map<std::pair<std::uint64_t, std::uint64_t>, std::size_t> known_;  // by device and number
+    std::map<host::base::FileIdentity, std::size_t> known_;
 };
 
 }  // namespace cli

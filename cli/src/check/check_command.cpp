@@ -39,9 +39,10 @@ void add_proof(const std::string& before, NestTrial& trial) {
 
 // Throws Failure.
 void check_animation(std::string text, const Options& options, const host::runner::PluginModule& plugin,
-                     CheckedFile& checked) {
+                     const Console& console, CheckedFile& checked) {
     checked.bytes = text.size();
     lottie::document::Document document = parse_input(std::move(text));
+    print_warnings(console, checked.name, document.warnings());
     const host::script::Limits limits = script_limits(options.script_time);
     const std::vector<Layer*> nests = nests_to_check(document, options);
     if (nests.empty()) return;
@@ -67,7 +68,7 @@ void check_guarded(CheckedFile& checked, Check check) {
 
 // Each animation of the file. One that lacks what the options name is left out if another has it.
 std::vector<CheckedFile> check_file(const std::string& file, const Options& options,
-                                    const host::runner::PluginModule& plugin) {
+                                    const host::runner::PluginModule& plugin, const Console& console) {
     std::vector<CheckedFile> all;
     std::vector<CheckedFile> lacking;
     CheckedFile whole;
@@ -80,7 +81,7 @@ std::vector<CheckedFile> check_file(const std::string& file, const Options& opti
             bool fits = true;
             check_guarded(checked, [&] {
                 try {
-                    check_animation(input.take_text(i), options, plugin, checked);
+                    check_animation(input.take_text(i), options, plugin, console, checked);
                 } catch (const SelectionNotFound&) {
                     fits = false;
                     throw;
@@ -122,7 +123,7 @@ ExitCode check(const Options& options, const Console& console) {
     std::vector<CheckedFile> files;
     ExitCode highest = ExitCode::done;
     for (const std::string& file : options.files) {
-        for (CheckedFile& checked : check_file(file, options, plugin)) {
+        for (CheckedFile& checked : check_file(file, options, plugin, console)) {
             if (checked.failure) print_failure(console, checked.name, *checked.failure);
             highest = std::max(highest, code_of(checked));
             files.push_back(std::move(checked));

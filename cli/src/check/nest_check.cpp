@@ -4,13 +4,13 @@
 #include <cmath>
 
 #include "looks/extract_composition.h"
-#include "pictures/apart.h"
+#include "pictures/drawing_process.h"
 
 namespace cli {
 namespace {
 
 // Of the processor's time, for the pictures of one nest; real files take a few.
-constexpr int kMaxSeconds = 120;
+constexpr std::chrono::seconds kMaxTime(120);
 
 // The frames that findings name, as the renderer counts them.
 std::vector<int> frames_of(const std::vector<lottie::looks::Finding>& findings, double first_frame) {
@@ -35,7 +35,7 @@ NestTrial NestChecker::check(host::model::Layer& nest, bool gives_text) {
     checked.number = static_cast<std::size_t>(nest.index()) + 1;
     checked.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
     const Trial trial = trials_.run(comp, {&nest});
-    std::string after = gives_text ? document_.write() : std::string();
+    std::string after = gives_text ? write_animation(document_).text() : std::string();
     trials_.undo();
     checked.bytes_after = trial.byte_count;
     checked.report = compare(judge_, trial).front();
@@ -47,8 +47,9 @@ Proven prove(const std::string& before, const std::string& after, const std::str
     const auto part_before = lottie::looks::extract_composition(before, composition);
     const auto part_after = lottie::looks::extract_composition(after, composition);
     const double first = part_before.first_frame;
+    lottie::pictures::DrawingBudget budget{kMaxTime};
     auto comparison =
-        lottie::pictures::compare_apart(part_before.text, part_after.text, frames_of(findings, first), kMaxSeconds);
+        lottie::pictures::compare_in_child(part_before.text, part_after.text, frames_of(findings, first), budget);
     const Proof proof{comparison.looks_equal, first + comparison.worst_frame,
                       comparison.worst.mean,  comparison.worst.share_beyond_8,
                       comparison.worst.ssim,  static_cast<std::size_t>(comparison.frames)};

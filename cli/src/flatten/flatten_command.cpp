@@ -8,7 +8,7 @@
 #include "cli/file_io.h"
 #include "cli/flatten/flattening.h"
 #include "cli/shared/animation_file.h"
-#include "pictures/apart.h"
+#include "pictures/drawing_process.h"
 #include "shared/installed_parts.h"
 
 namespace cli {
@@ -19,7 +19,7 @@ using lottie::looks::Weight;
 using Tone = Console::Tone;
 
 // Of the processor's time, for the pictures of one animation.
-constexpr int kMaxSeconds = 120;
+constexpr std::chrono::seconds kMaxTime(120);
 
 std::string reasons(const std::vector<lottie::looks::Reason>& mended) {
     std::string list;
@@ -94,7 +94,8 @@ class Flatten {
     // How far apart the pictures of the whole are.
     std::string proof(const std::string& before, const std::string& after) const {
         try {
-            const auto apart = lottie::pictures::compare_apart(before, after, {}, kMaxSeconds);
+            lottie::pictures::DrawingBudget budget{kMaxTime};
+            const auto apart = lottie::pictures::compare_in_child(before, after, {}, budget);
             char text[160];
             std::snprintf(text, sizeof text,
                           "pictures %s: %d frames, worst frame %d: mean difference %.3f, %.2f %% of pixels, SSIM %.4f",
@@ -107,11 +108,12 @@ class Flatten {
     }
 
     void tell(const std::string& label, const Flattened& flattened) const {
+        print_warnings(console_, label, flattened.warnings);
         for (const FlattenedNest& nest : flattened.nests) console_.say(Tone::plain, label, nest_line(nest));
         console_.say(flattened.nests_left == 0 ? Tone::good : Tone::warning, label, last_line(flattened));
     }
 
-    void write(const std::string& file, Pieces bytes) const {
+    void write(const std::string& file, host::base::Pieces bytes) const {
         if (options_.in_place) return write_result(file, bytes);
         if (options_.output_folder.empty())
             return write_result(options_.output.empty() ? std::string(kStandardStream) : options_.output, bytes);

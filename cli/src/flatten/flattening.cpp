@@ -162,10 +162,12 @@ class CompositionWork {
 }  // namespace
 
 Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options) {
-    parse_input(text);  // tells what is wrong with the whole
+    const lottie::document::Document document = parse_input(text);
+    if (document.is_passed_on()) return {.text = text, .nests = {}, .nests_left = 0, .warnings = document.warnings()};
     const host::script::Limits limits = script_limits(options.script_time);
     Workbench bench(text);
     Flattened flattened;
+    flattened.warnings = document.warnings();
     for (const std::size_t composition : bench.innermost_first()) {
         if (bench.nests(composition).empty()) continue;
         for (FlattenedNest& nest : CompositionWork(bench, composition, plugin, limits).work())

@@ -9,12 +9,13 @@ namespace cli {
 namespace {
 
 // Throws Failure.
-std::string listing(const Options& options) {
+std::string listing(const Options& options, const Console& console) {
     const AnimationFile input(options.file(), "");
     std::vector<ListedAnimation> animations;
     for (std::size_t i = 0; i < input.count(); ++i) {
         try {
             animations.push_back({input.id(i), input.label(i), parse_input(input.text(i))});
+            print_warnings(console, animations.back().label, animations.back().document.warnings());
         } catch (const Failure& failure) {
             throw Failure(failure.code(), failure.what(), input.place(i) + failure.place());
         }
@@ -33,7 +34,7 @@ std::string listing(const Options& options) {
 
 ExitCode list(const Options& options, const Console& console) {
     try {
-        write_result(kStandardStream, listing(options));
+        write_result(kStandardStream, listing(options, console));
         return ExitCode::done;
     } catch (const Failure& failure) {
         print_failure(console, shown_name(options.file()), failure);

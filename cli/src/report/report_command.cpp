@@ -62,7 +62,8 @@ std::string extension_of(const AnimationFile& input) {
 class Reporter {
   public:
     // `input` has one animation.
-    Reporter(const Options& options, const host::runner::PluginModule& plugin, const AnimationFile& input)
+    Reporter(const Options& options, const host::runner::PluginModule& plugin, const AnimationFile& input,
+             const Console& console)
         : options_(options),
           input_(input),
           text_(input.text(0)),
@@ -70,7 +71,9 @@ class Reporter {
           document_(parse_input(text_)),
           comp_(find_composition(document_, options.composition)),
           nests_(options.layers.empty() ? nests_of(comp_) : find_nests(comp_, options.layers)),
-          checker_(document_, plugin, options.answers, limits_) {}
+          checker_(document_, plugin, options.answers, limits_) {
+        print_warnings(console, input.label(0), document_.warnings());
+    }
 
     Report report() {
         describe();
@@ -177,9 +180,10 @@ void refuse_several(const AnimationFile& input) {
 }
 
 // Throws Failure.
-Report report_on(const AnimationFile& input, const Options& options, const host::runner::PluginModule& plugin) {
+Report report_on(const AnimationFile& input, const Options& options, const host::runner::PluginModule& plugin,
+                 const Console& console) {
     try {
-        return Reporter(options, plugin, input).report();
+        return Reporter(options, plugin, input, console).report();
     } catch (const Failure& failure) {
         throw Failure(failure.code(), failure.what(), input.place(0) + failure.place());
     }
@@ -203,7 +207,7 @@ ExitCode report(const Options& options, const Console& console) {
         const host::runner::PluginModule plugin = load_plugin();
         const AnimationFile input(options.file(), options.animation);
         refuse_several(input);
-        const Report report = report_on(input, options, plugin);
+        const Report report = report_on(input, options, plugin, console);
         write_result(options.output.empty() ? std::string(kStandardStream) : options.output,
                      report_page(report, player));
         print_report(console, report, options.output == kStandardStream ? "" : options.output);

@@ -14,7 +14,7 @@ namespace fs = std::filesystem;
 std::string read_part(const fs::path& file) {
     try {
         return read_whole(file.string());
-    } catch (const IoError& error) {
+    } catch (const host::base::FileError& error) {
         throw Failure(ExitCode::failed, "the page's player: '" + file.string() + "' " + error.what());
     }
 }

@@ -196,6 +196,7 @@ class Run {
     WrittenAnimation unnest_one(AnimationFile& input, std::size_t i, AnimationResult& result) {
         WrittenAnimation animation;
         animation.document = parse_input(input.take_text(i));
+        print_warnings(console_, result.label, animation.document->warnings());
         animation.written = unnest_in(*animation.document, result);
         if (!input.form()) return animation;
         WrittenAnimation text_only;  // packing needs the text; a document is kept for no longer than it must be
@@ -209,11 +210,10 @@ class Run {
         result.composition = comp.name();
         if (nests.empty()) {
             result.skip_reason = "composition " + in_quotes(comp.name()) + " has no nests: nothing to do";
-            return document.write_in_pieces();
+            return write_animation(document);
         }
         unnest_all(document, comp, nests, result);
-        lottie::document::Written written = document.write_in_pieces();
-        refuse_faulty_content(document);
+        lottie::document::Written written = write_animation(document);
         result.sizes = {document.text().size(), written.size()};
         return written;
     }
@@ -254,7 +254,7 @@ class Run {
         return options_.output.empty() ? std::string(kStandardStream) : options_.output;
     }
 
-    void write(const std::string& output, Pieces bytes) const {
+    void write(const std::string& output, host::base::Pieces bytes) const {
         if (!options_.output_folder.empty()) prepare_folder(options_.output_folder);
         write_result(output, bytes);
     }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "journal/journal_file.h"
+#include "base/files.h"
 #include "journal/writer.h"
 #include "runner/session.h"
 
@@ -27,7 +27,7 @@ class RunJournal {
 
   private:
     std::string name_;
-    std::unique_ptr<host::journal::JournalFile> file_;
+    std::unique_ptr<host::base::LineFile> file_;
     std::unique_ptr<host::journal::JournalWriter> writer_;
 };
 

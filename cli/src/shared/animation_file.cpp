@@ -1,15 +1,16 @@
 // Animations from files, plain or packed, and back.
 #include "cli/shared/animation_file.h"
 
+#include <filesystem>
 #include <utility>
 
-#include "cli/console.h"
 #include "cli/shared/failure.h"
 #include "cli/shared/suggestions.h"
 #include "document/input_error.h"
 
 namespace cli {
 
+using host::base::FileError;
 using lottie::document::Written;
 using lottie::packed::Archive;
 using lottie::packed::ArchiveError;
@@ -89,7 +90,10 @@ std::string shown_name(const std::string& file) {
 std::string read_input(const std::string& file) {
     try {
         return read_whole(file);
-    } catch (const IoError& error) {
+    } catch (const FileError& error) {
+        std::error_code none;
+        if (std::filesystem::is_directory(file, none))
+            throw Failure(ExitCode::bad_input, "is a folder; name the files in it, as in FOLDER/*.json");
         throw Failure(ExitCode::bad_input, error.what());
     }
 }
@@ -104,6 +108,14 @@ Failure bad_input(const lottie::document::InputError& error) {
 
 }  // namespace
 
+void print_warnings(const Console& console, const std::string& label,
+                    const std::vector<lottie::document::InputError>& warnings) {
+    for (const lottie::document::InputError& warning : warnings) {
+        const Failure told = bad_input(warning);
+        console.say(Console::Tone::warning, label + told.place(), told.what());
+    }
+}
+
 lottie::document::Document parse_input(std::string text) {
     try {
         return lottie::document::Document::read(std::move(text));
@@ -116,22 +128,42 @@ void refuse_faulty_content(const lottie::document::Document& document) {
     if (const lottie::document::InputError* fault = document.content_fault()) throw bad_input(*fault);
 }
 
+namespace {
+
+template <class Write>
+auto write_without_faults(const lottie::document::Document& document, Write write) {
+    try {
+        auto written = write();
+        refuse_faulty_content(document);
+        return written;
+    } catch (const lottie::document::InputError& error) {
+        throw bad_input(error);
+    }
+}
+
+}  // namespace
+
+lottie::document::Written write_animation(const lottie::document::Document& document) {
+    return write_without_faults(document, [&] { return document.write_in_pieces(); });
+}
+
+lottie::document::WrittenLayers write_layers(const lottie::document::Document& document,
+                                             const host::model::Comp& comp) {
+    return write_without_faults(document, [&] { return document.write_layers(comp); });
+}
+
 void prepare_folder(const std::string& folder) {
     try {
-        make_folder(folder);
-    } catch (const IoError& error) {
+        host::base::make_folder(folder);
+    } catch (const FileError& error) {
         throw Failure(ExitCode::failed, "the folder '" + folder + "' " + error.what());
     }
 }
 
-void write_result(std::string_view output, Pieces bytes) {
+void write_result(std::string_view output, host::base::Pieces bytes) {
     try {
-        if (output == kStandardStream) {
-            write_standard_output(bytes);
-        } else {
-            put_in_place(output, bytes);
-        }
-    } catch (const IoError& error) {
+        write_whole(output, bytes);
+    } catch (const FileError& error) {
         const std::string name = output == kStandardStream ? "standard output" : "'" + std::string(output) + "'";
         throw Failure(ExitCode::failed, name + ' ' + error.what());
     }

@@ -1,11 +1,10 @@
 // Windows for the plug-in's dialog: the module that has them, loaded on demand.
 #include "shared/dialog_window.h"
 
-#include <dlfcn.h>
-
 #include <filesystem>
 #include <string>
 
+#include "base/module.h"
 #include "cli/shared/failure.h"
 #include "shared/installed_parts.h"
 
@@ -31,13 +30,13 @@ fs::path find_module() {
 template <class Function>
 Function module_function(const char* name) {
     const fs::path file = find_module();
-    void* module = ::dlopen(file.c_str(), RTLD_NOW | RTLD_NODELETE);
-    if (module == nullptr) {
-        throw Failure(ExitCode::failed, std::string("the dialog window cannot be loaded: ") + ::dlerror());
+    try {
+        const host::base::Module module(file, host::base::Module::Unloading::never);
+        if (const auto function = module.function<Function>(name)) return function;
+    } catch (const host::base::ModuleError& reason) {
+        throw Failure(ExitCode::failed, std::string("the dialog window cannot be loaded: ") + reason.what());
     }
-    void* function = ::dlsym(module, name);
-    if (function == nullptr) throw Failure(ExitCode::failed, "'" + file.string() + "' belongs to another build");
-    return reinterpret_cast<Function>(function);
+    throw Failure(ExitCode::failed, "'" + file.string() + "' belongs to another build");
 }
 
 }  // namespace

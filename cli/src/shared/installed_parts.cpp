@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 
+#include "base/module.h"
 #include "cli/shared/failure.h"
 
 namespace cli {
@@ -10,8 +11,7 @@ namespace cli {
 namespace fs = std::filesystem;
 
 fs::path installation_folder() {
-    std::error_code error;
-    return fs::read_symlink("/proc/self/exe", error).parent_path().parent_path();
+    return host::base::program_file().parent_path().parent_path();
 }
 
 fs::path find_part(const char* variable, const fs::path& built, const fs::path& installed, const std::string& what,

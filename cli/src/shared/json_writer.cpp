@@ -1,30 +1,9 @@
 // Indented JSON for programs.
 #include "shared/json_writer.h"
 
-#include <rapidjson/memorystream.h>
-
 #include "shared/layer_facts.h"
 
 namespace cli {
-
-std::string valid_utf8(std::string_view text) {
-    using Utf8 = rapidjson::UTF8<>;
-    std::string result;
-    std::size_t i = 0;
-    while (i < text.size()) {
-        rapidjson::MemoryStream stream(text.data() + i, text.size() - i);
-        unsigned code = 0;
-        const bool is_valid = Utf8::Decode(stream, &code);
-        const std::size_t length = is_valid ? stream.Tell() : 1;
-        if (is_valid && i + length <= text.size()) {
-            result.append(text, i, length);
-        } else {
-            result += "\xEF\xBF\xBD";
-        }
-        i += length;
-    }
-    return result;
-}
 
 void JsonWriter::add(const char* name, std::string_view text) {
     writer_.Key(name);

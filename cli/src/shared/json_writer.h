@@ -8,10 +8,12 @@
 #include <string>
 #include <string_view>
 
+#include "base/unicode.h"
+
 namespace cli {
 
-// Invalid UTF-8 would make a whole text invalid, so it becomes U+FFFD.
-std::string valid_utf8(std::string_view text);
+// Invalid UTF-8 would make a whole text invalid.
+using host::base::valid_utf8;
 
 class JsonWriter {
   public:

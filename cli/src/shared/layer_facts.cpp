@@ -1,10 +1,9 @@
 // What a listing tells about a layer or a composition.
 #include "shared/layer_facts.h"
 
-#include <array>
-#include <charconv>
 #include <cmath>
 
+#include "base/number_text.h"
 #include "cli/shared/selection.h"
 
 namespace cli {
@@ -44,10 +43,8 @@ double frames(const host::model::Comp& comp, host::model::Time time) {
 }
 
 std::string short_number(double value) {
-    std::array<char, 32> text{};
-    const double rounded = std::round(value * 1000) / 1000 + 0.0;  // + 0.0 turns a negative zero into zero
-    const auto result = std::to_chars(text.data(), text.data() + text.size(), rounded);
-    return {text.data(), result.ptr};
+    const double rounded = std::round(value * 1000) / 1000;
+    return host::base::shortest_text(rounded + 0.0);  // which turns a negative zero into zero
 }
 
 }  // namespace cli

@@ -119,8 +119,7 @@ Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
         if (!is_started_) start_plugin(session_, context_.plugin, trial.record);
         is_started_ = true;
         unnest(session_, comp, nests, false, trial.record);
-        trial.written = document_.write_layers(comp);
-        refuse_faulty_content(document_);
+        trial.written = write_layers(document_, comp);
     } catch (const Failure&) {
         while (journal.step_names().size() > steps_before) journal.undo();
         refuse_faulty_content(document_);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "base/unicode.h"
 #include "journal/value_text.h"
 #include "slots.h"
 
@@ -13,18 +14,14 @@ constexpr std::size_t kLong = 160;   // bytes; longer texts are cut
 constexpr std::size_t kBefore = 40;  // what is shown before the difference
 constexpr std::size_t kShown = 120;
 
-bool continues_character(char c) {
-    return (static_cast<unsigned char>(c) & 0xC0) == 0x80;
-}
-
 // The part of a long text that lies around `place`, cut between characters.
 std::string excerpt(std::string_view text, std::size_t place) {
     if (text.size() <= kLong) return std::string(text);
     std::size_t begin = place > kBefore ? place - kBefore : 0;
     begin = std::min(begin, text.size());
     std::size_t end = std::min(begin + kShown, text.size());
-    while (begin > 0 && begin < text.size() && continues_character(text[begin])) --begin;
-    while (end < text.size() && continues_character(text[end])) ++end;
+    while (begin > 0 && begin < text.size() && base::continues_character(text[begin])) --begin;
+    while (end < text.size() && base::continues_character(text[end])) ++end;
     return (begin > 0 ? "..." : "") + std::string(text.substr(begin, end - begin)) + (end < text.size() ? "..." : "");
 }
 

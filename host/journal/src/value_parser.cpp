@@ -1,8 +1,8 @@
 // Values as text: reading them.
 #include <charconv>
 
+#include "base/unicode.h"
 #include "journal/value_text.h"
-#include "utf8.h"
 
 namespace host::journal {
 namespace {
@@ -44,12 +44,13 @@ void append_unit(std::string& bytes, std::uint32_t unit) {
     bytes += static_cast<char>(unit >> 8);
 }
 
-void append_as_units(std::string& bytes, std::uint32_t character) {
+void append_as_units(std::string& bytes, char32_t character) {
     if (character < 0x10000) {
         append_unit(bytes, character);
     } else {
-        append_unit(bytes, 0xD800 + ((character - 0x10000) >> 10));
-        append_unit(bytes, 0xDC00 + ((character - 0x10000) & 0x3FF));
+        const auto [high, low] = base::to_surrogates(character);
+        append_unit(bytes, high);
+        append_unit(bytes, low);
     }
 }
 
@@ -148,7 +149,7 @@ JournalValue ValueParser::quoted() {
     take("\"");
     while (!take("\"")) {
         if (rest_.empty()) throw BadValue("a text has no closing quote");
-        std::uint32_t character = 0;
+        char32_t character = 0;
         if (take("\\")) {
             character = escaped(rest_, are_units);
             if (are_units)
@@ -157,7 +158,7 @@ JournalValue ValueParser::quoted() {
                 value.text += static_cast<char>(character);
             continue;
         }
-        const std::size_t length = character_length(rest_, character);
+        const std::size_t length = base::decode_utf8(rest_, character);
         if (length == 0) throw BadValue("a text is not UTF-8");
         if (are_units)
             append_as_units(value.text, character);

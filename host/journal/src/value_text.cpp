@@ -8,7 +8,8 @@
 #include <cmath>
 #include <cstdio>
 
-#include "utf8.h"
+#include "base/number_text.h"
+#include "base/unicode.h"
 
 namespace host::journal {
 namespace {
@@ -58,19 +59,12 @@ char16_t unit_at(std::string_view bytes, std::size_t i) {
     return static_cast<char16_t>(low | high << 8);
 }
 
-bool is_high(char16_t unit) {
-    return unit >= 0xD800 && unit < 0xDC00;
-}
-bool is_low(char16_t unit) {
-    return unit >= 0xDC00 && unit < 0xE000;
-}
-
 // Text that ends with its one zero and has nothing in it that would have to be escaped as a number.
 bool reads_as_bytes(std::string_view bytes) {
     if (bytes.empty() || bytes.find('\0') != bytes.size() - 1) return bytes.empty();
     for (bytes.remove_suffix(1); !bytes.empty();) {
-        std::uint32_t character = 0;
-        const std::size_t length = character_length(bytes, character);
+        char32_t character = 0;
+        const std::size_t length = base::decode_utf8(bytes, character);
         if (length == 0) return false;
         bytes.remove_prefix(length);
     }
@@ -90,8 +84,8 @@ bool reads_as_units(std::string_view bytes) {
 std::string quoted_bytes(std::string_view bytes) {
     std::string text = "\"";
     while (!bytes.empty()) {
-        std::uint32_t character = 0;
-        const std::size_t length = character_length(bytes, character);
+        char32_t character = 0;
+        const std::size_t length = base::decode_utf8(bytes, character);
         const std::size_t taken = std::max<std::size_t>(length, 1);
         if (length != 0 && append_short_escape(text, character)) {
             // written
@@ -111,12 +105,12 @@ std::string quoted_units(std::string_view bytes) {
     for (std::size_t i = 0; i < count; ++i) {
         const char16_t unit = unit_at(bytes, i);
         if (append_short_escape(text, unit)) continue;
-        if (is_high(unit) && i + 1 < count && is_low(unit_at(bytes, i + 1))) {
-            append_character(text, 0x10000U + ((unit - 0xD800U) << 10) + (unit_at(bytes, ++i) - 0xDC00U));
-        } else if (is_high(unit) || is_low(unit) || is_steering(unit)) {
+        if (base::is_high_surrogate(unit) && i + 1 < count && base::is_low_surrogate(unit_at(bytes, i + 1))) {
+            base::append_utf8(text, base::from_surrogates(unit, unit_at(bytes, ++i)));
+        } else if (base::is_high_surrogate(unit) || base::is_low_surrogate(unit) || is_steering(unit)) {
             append_hex(text, "\\u%04X", unit);
         } else {
-            append_character(text, unit);
+            base::append_utf8(text, unit);
         }
     }
     return text + '"';
@@ -138,8 +132,7 @@ std::string real_text(double number) {
                       static_cast<unsigned long long>(std::bit_cast<std::uint64_t>(number)));
         return text.data();
     }
-    std::array<char, 32> text;
-    return {text.data(), std::to_chars(text.data(), text.data() + text.size(), number).ptr};
+    return base::shortest_text(number);
 }
 
 double real_from(const JournalValue& value) {
@@ -151,9 +144,8 @@ double real_from(const JournalValue& value) {
         const double number = std::bit_cast<double>(bits);
         if (error == std::errc() && stop == end && std::isnan(number)) return number;
     } else if (value.kind == JournalValue::Kind::number) {
-        double number = 0;
-        const auto [stop, error] = std::from_chars(text.data(), end, number);
-        if (error == std::errc() && stop == end && !std::isnan(number)) return number;
+        const auto number = base::number_from(text);
+        if (number && !std::isnan(*number)) return *number;
     }
     throw BadValue("a number is expected");
 }

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "base/unicode.h"
+
 namespace host::model {
 namespace {
 
@@ -24,25 +26,6 @@ int hex_digit(char c) {
     if (c >= 'a' && c <= 'f') return c - 'a' + 10;
     if (c >= 'A' && c <= 'F') return c - 'A' + 10;
     return -1;
-}
-
-void append_utf8(std::string& text, std::uint32_t code) {
-    const auto add = [&text](std::uint32_t byte) { text += static_cast<char>(byte); };
-    if (code < 0x80) {
-        add(code);
-    } else if (code < 0x800) {
-        add(0xc0 | (code >> 6));
-        add(0x80 | (code & 0x3f));
-    } else if (code < 0x10000) {
-        add(0xe0 | (code >> 12));
-        add(0x80 | ((code >> 6) & 0x3f));
-        add(0x80 | (code & 0x3f));
-    } else {
-        add(0xf0 | (code >> 18));
-        add(0x80 | ((code >> 12) & 0x3f));
-        add(0x80 | ((code >> 6) & 0x3f));
-        add(0x80 | (code & 0x3f));
-    }
 }
 
 class Lexer {
@@ -185,7 +168,7 @@ class Lexer {
                 return;
             case 'x':
                 if (const auto code = hex(2)) {
-                    append_utf8(value, *code);
+                    host::base::append_utf8(value, *code);
                 } else {
                     value += c;
                 }
@@ -221,7 +204,7 @@ class Lexer {
             code = longer;
             ++at_;
         }
-        append_utf8(value, code);
+        host::base::append_utf8(value, code);
     }
 
     void unicode_escape(std::string& value) {
@@ -233,7 +216,7 @@ class Lexer {
                 const auto code = hex(digits);
                 if (code && *code <= 0x10ffff) {
                     ++at_;
-                    append_utf8(value, *code);
+                    host::base::append_utf8(value, *code);
                     return;
                 }
                 at_ = before;
@@ -251,12 +234,12 @@ class Lexer {
             at_ += 2;
             const auto low = hex(4);
             if (low && *low >= 0xdc00 && *low < 0xe000) {
-                append_utf8(value, 0x10000 + ((*code - 0xd800) << 10) + (*low - 0xdc00));
+                host::base::append_utf8(value, host::base::from_surrogates(*code, *low));
                 return;
             }
             at_ = before;
         }
-        append_utf8(value, *code);
+        host::base::append_utf8(value, *code);
     }
 
     // A slash divides after an operand and starts a regular expression elsewhere.

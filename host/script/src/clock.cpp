@@ -1,20 +1,13 @@
 // How long a script has been running, with pauses.
 #include "clock.h"
 
+#include "base/clock.h"
+
 namespace host::script {
-
-namespace {
-
-RunClock::Duration duration_of(std::clock_t ticks) {
-    return std::chrono::duration_cast<RunClock::Duration>(
-        std::chrono::duration<double>(static_cast<double>(ticks) / CLOCKS_PER_SEC));
-}
-
-}  // namespace
 
 // Asked often: the processor's clock is the slow one of the two and comes second.
 bool RunClock::time_is_up() const {
-    return counts_ && used() > limit_ && duration_of(processor_used()) > limit_;
+    return counts_ && used() > limit_ && processor_used() > limit_;
 }
 
 void RunClock::restart(Duration limit) {
@@ -22,13 +15,13 @@ void RunClock::restart(Duration limit) {
     counts_ = true;
     running_ = true;
     used_before_ = {};
-    processor_used_before_ = 0;
+    processor_used_before_ = {};
     since_ = Steady::now();
-    processor_since_ = std::clock();
+    processor_since_ = base::processor_time();
 }
 
 RunClock::Duration RunClock::stop() {
-    const Duration taken = duration_of(processor_used());
+    const Duration taken = processor_used();
     counts_ = false;
     running_ = false;
     return taken;
@@ -38,8 +31,8 @@ RunClock::Steady::duration RunClock::used() const {
     return running_ ? used_before_ + (Steady::now() - since_) : used_before_;
 }
 
-std::clock_t RunClock::processor_used() const {
-    return running_ ? processor_used_before_ + (std::clock() - processor_since_) : processor_used_before_;
+RunClock::Duration RunClock::processor_used() const {
+    return running_ ? processor_used_before_ + (base::processor_time() - processor_since_) : processor_used_before_;
 }
 
 void RunClock::switch_to(bool running) {
@@ -47,7 +40,7 @@ void RunClock::switch_to(bool running) {
     processor_used_before_ = processor_used();
     running_ = running;
     since_ = Steady::now();
-    processor_since_ = std::clock();
+    processor_since_ = base::processor_time();
 }
 
 }  // namespace host::script

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <chrono>
-#include <ctime>
 
 namespace host::script {
 
@@ -35,13 +34,13 @@ class RunClock {
     using Steady = std::chrono::steady_clock;
     void switch_to(bool running);
     Steady::duration used() const;
-    std::clock_t processor_used() const;
+    Duration processor_used() const;
 
     Duration limit_{};
     Steady::duration used_before_{};
     Steady::time_point since_{};
-    std::clock_t processor_used_before_ = 0;
-    std::clock_t processor_since_ = 0;
+    Duration processor_used_before_{};
+    Duration processor_since_{};
     bool counts_ = false;
     bool running_ = false;
 };

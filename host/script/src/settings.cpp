@@ -3,12 +3,50 @@
 
 #include <utility>
 
+#include "base/files.h"
 #include "settings_text.h"
-#include "shared_file.h"
 
 namespace host::script {
 
 namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t kMaxBytes = std::size_t{16} << 20;
+
+[[noreturn]] void give_up(const char* doing, const fs::path& path, const base::FileError& error) {
+    throw SettingsError(std::string("Cannot ") + doing + " \"" + path.string() + "\": " + error.reason() + ".");
+}
+
+fs::path folder_of(const fs::path& file) {
+    return file.has_parent_path() ? file.parent_path() : ".";
+}
+
+std::string read_whole(const fs::path& file) try {
+    return base::read_own_file(file, kMaxBytes);
+} catch (const base::FileError& error) {
+    give_up("read settings file", file, error);
+}
+
+// Readers see the old or the new text.
+void replace(const fs::path& file, std::string_view text) try {
+    const std::string prefix = file.filename().string() + '.';
+    base::replace_file(file, text, {.temporary_prefix = prefix});
+} catch (const base::FileError& error) {
+    give_up("write settings file", file, error);
+}
+
+void keep_aside(const fs::path& file, const fs::path& other) try {
+    base::move_file(file, other);
+} catch (const base::FileError& error) {
+    give_up("move damaged settings file", file, error);
+}
+
+base::FolderLock lock_folder_of(const fs::path& file) try {
+    return base::FolderLock(folder_of(file));
+} catch (const base::FileError& error) {
+    give_up("make or open settings folder", folder_of(file), error);
+}
 
 // Where a symbolic link leads, so that saving replaces the file and not the link.
 std::filesystem::path real_place(const std::filesystem::path& file) {
@@ -37,7 +75,7 @@ Settings::Settings(std::filesystem::path file) : file_(real_place(file)) {
 
 // What the file says now.
 Settings::Sections Settings::read_file() {
-    ReadSettings read = read_settings(read_shared_file(*file_));
+    ReadSettings read = read_settings(read_whole(*file_));
     const bool was_damaged = std::exchange(is_damaged_, read.damaged_line != 0);
     if (is_damaged_ && !was_damaged) {
         problems_.push_back("Settings file \"" + file_->string() + "\" is damaged in line " +
@@ -63,14 +101,14 @@ void Settings::save(const std::string& section, const std::string& key, const st
     sections_[section][key] = value;
     if (!file_) return;
 
-    const FolderLock lock(*file_);
+    const base::FolderLock lock = lock_folder_of(*file_);
     Sections now = read_file();
     const auto written = now.find(section);
     const bool is_written = written != now.end() && written->second.contains(key) && written->second[key] == value;
     if (!is_written) {
         now[section][key] = value;
         if (is_damaged_) keep_aside(*file_, beside(*file_, ".damaged"));
-        replace_shared_file(*file_, write_settings(now));
+        replace(*file_, write_settings(now));
         is_damaged_ = false;
     }
     sections_ = std::move(now);

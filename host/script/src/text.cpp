@@ -4,63 +4,23 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "base/unicode.h"
+
 namespace host::script {
 
 namespace {
 
-constexpr std::uint32_t kByteSurrogates = 0xDC00;  // + 0x80..0xFF
-constexpr std::uint32_t kReplacement = 0xFFFD;
+constexpr char32_t kByteSurrogates = 0xDC00;  // + 0x80..0xFF
 
 std::uint8_t byte_at(std::string_view s, std::size_t i) {
     return static_cast<std::uint8_t>(s[i]);
 }
-bool is_continuation(std::string_view s, std::size_t i) {
-    return i < s.size() && (byte_at(s, i) & 0xC0) == 0x80;
-}
-
-// Length of the valid UTF-8 sequence at `i`, 0 if there is none: no surrogates, no overlong forms, nothing above
-// U+10FFFF.
-std::size_t utf8_length(std::string_view s, std::size_t i) {
-    const std::uint8_t lead = byte_at(s, i);
-    if (lead < 0x80) return 1;
-    if (lead >= 0xC2 && lead <= 0xDF) return is_continuation(s, i + 1) ? 2 : 0;
-    if (lead >= 0xE0 && lead <= 0xEF) {
-        if (!is_continuation(s, i + 1) || !is_continuation(s, i + 2)) return 0;
-        if (lead == 0xE0 && byte_at(s, i + 1) < 0xA0) return 0;
-        if (lead == 0xED && byte_at(s, i + 1) > 0x9F) return 0;
-        return 3;
-    }
-    if (lead >= 0xF0 && lead <= 0xF4) {
-        if (!is_continuation(s, i + 1) || !is_continuation(s, i + 2) || !is_continuation(s, i + 3)) return 0;
-        if (lead == 0xF0 && byte_at(s, i + 1) < 0x90) return 0;
-        if (lead == 0xF4 && byte_at(s, i + 1) > 0x8F) return 0;
-        return 4;
-    }
-    return 0;
-}
-
-void append(std::string& out, std::uint32_t code) {
-    const auto put = [&](std::uint32_t byte) { out.push_back(static_cast<char>(byte)); };
-    if (code < 0x80) {
-        put(code);
-    } else if (code < 0x800) {
-        put(0xC0 | (code >> 6)), put(0x80 | (code & 0x3F));
-    } else if (code < 0x10000) {
-        put(0xE0 | (code >> 12)), put(0x80 | ((code >> 6) & 0x3F)), put(0x80 | (code & 0x3F));
-    } else {
-        put(0xF0 | (code >> 18)), put(0x80 | ((code >> 12) & 0x3F));
-        put(0x80 | ((code >> 6) & 0x3F)), put(0x80 | (code & 0x3F));
-    }
-}
-
-std::uint32_t low_bits(std::string_view s, std::size_t i) {
-    return byte_at(s, i) & 0x3FU;
-}
 
 // The surrogate written in three bytes at `i`, 0 if there is none.
-std::uint32_t surrogate_at(std::string_view s, std::size_t i) {
-    if (i >= s.size() || byte_at(s, i) != 0xED || !is_continuation(s, i + 1) || !is_continuation(s, i + 2)) return 0;
-    const std::uint32_t code = 0xD000 | (low_bits(s, i + 1) << 6) | low_bits(s, i + 2);
+char32_t surrogate_at(std::string_view s, std::size_t i) {
+    if (i + 2 >= s.size() || byte_at(s, i) != 0xED) return 0;
+    if (!base::continues_character(s[i + 1]) || !base::continues_character(s[i + 2])) return 0;
+    const char32_t code = 0xD000 | (byte_at(s, i + 1) & 0x3FU) << 6 | (byte_at(s, i + 2) & 0x3FU);
     return code >= 0xD800 ? code : 0;
 }
 
@@ -69,21 +29,22 @@ std::string from_engine(std::string_view s, bool bytes_come_back) {
     std::string out(s.begin(), other);  // mostly all of it
     out.reserve(s.size());
     for (std::size_t i = out.size(); i < s.size();) {
-        if (const std::size_t length = utf8_length(s, i)) {
+        char32_t character = 0;
+        if (const std::size_t length = base::decode_utf8(s.substr(i), character)) {
             out.append(s, i, length);
             i += length;
             continue;
         }
-        const std::uint32_t first = surrogate_at(s, i);
-        const std::uint32_t second = surrogate_at(s, i + 3);
-        if (first != 0 && first < 0xDC00 && second >= 0xDC00) {
-            append(out, 0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00));
+        const char32_t first = surrogate_at(s, i);
+        const char32_t second = surrogate_at(s, i + 3);
+        if (base::is_high_surrogate(first) && base::is_low_surrogate(second)) {
+            base::append_utf8(out, base::from_surrogates(first, second));
             i += 6;
         } else if (bytes_come_back && first >= kByteSurrogates + 0x80 && first <= kByteSurrogates + 0xFF) {
             out.push_back(static_cast<char>(first - kByteSurrogates));
             i += 3;
         } else {
-            append(out, kReplacement);
+            base::append_utf8(out, base::kReplacement);
             i += first != 0 ? 3 : 1;
         }
     }
@@ -94,7 +55,8 @@ std::string from_engine(std::string_view s, bool bytes_come_back) {
 
 bool is_engine_text(std::string_view bytes) {
     for (std::size_t i = 0; i < bytes.size();) {
-        const std::size_t length = utf8_length(bytes, i);
+        char32_t character = 0;
+        const std::size_t length = base::decode_utf8(bytes.substr(i), character);
         if (length == 0 || length == 4) return false;
         i += length;
     }
@@ -105,16 +67,15 @@ std::string to_engine(std::string_view bytes) {
     std::string out;
     out.reserve(bytes.size() + bytes.size() / 2);
     for (std::size_t i = 0; i < bytes.size();) {
-        const std::size_t length = utf8_length(bytes, i);
+        char32_t character = 0;
+        const std::size_t length = base::decode_utf8(bytes.substr(i), character);
         if (length == 0) {
-            append(out, kByteSurrogates + byte_at(bytes, i));
+            base::append_utf8(out, kByteSurrogates + byte_at(bytes, i));
             i += 1;
         } else if (length == 4) {
-            const std::uint32_t code = ((byte_at(bytes, i) & 7U) << 18 | low_bits(bytes, i + 1) << 12 |
-                                        low_bits(bytes, i + 2) << 6 | low_bits(bytes, i + 3)) -
-                                       0x10000;
-            append(out, 0xD800 + (code >> 10));
-            append(out, 0xDC00 + (code & 0x3FF));
+            const auto [high, low] = base::to_surrogates(character);
+            base::append_utf8(out, high);
+            base::append_utf8(out, low);
             i += 4;
         } else {
             out.append(bytes, i, length);

@@ -6,6 +6,7 @@
 #include <ranges>
 #include <unordered_map>
 
+#include "base/unicode.h"
 #include "scriptui/control_sizes.h"
 
 namespace host::scriptui {
@@ -259,8 +260,7 @@ class LayingOut {
 }  // namespace
 
 double EstimatedTextMeasure::width(std::string_view line) const {
-    const auto is_first_byte = [](char c) { return (static_cast<unsigned char>(c) & 0xC0) != 0x80; };
-    return 6.25 * static_cast<double>(std::ranges::count_if(line, is_first_byte));
+    return 6.25 * static_cast<double>(base::character_count(line));
 }
 
 void lay_out(Window& window, const TextMeasure& measure) {

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/unicode.h"
+
 namespace host::scriptui {
 
 namespace {
@@ -21,7 +23,7 @@ bool equal_ignoring_case(std::string_view a, std::string_view b) {
 // Where the character that begins at `i` ends, in UTF-8; damaged text counts byte by byte.
 std::size_t next_character(std::string_view text, std::size_t i) {
     ++i;
-    while (i < text.size() && (static_cast<unsigned char>(text[i]) & 0xC0) == 0x80) ++i;
+    while (i < text.size() && base::continues_character(text[i])) ++i;
     return i;
 }
 

@@ -35,7 +35,7 @@ std::string show(const HostState& host, const AEGP_StreamValue2& value) {
 }
 
 std::string show(const HostState&, const AEGP_KeyframeEase& ease) {
-    return "speed " + number_text(ease.speedF) + " influence " + number_text(ease.influenceF);
+    return "speed " + base::shortest_text(ease.speedF) + " influence " + base::shortest_text(ease.influenceF);
 }
 
 std::string show(const HostState& host, const AEGP_CollectionItemV2& item) {

@@ -6,6 +6,8 @@
 #include <type_traits>
 
 #include "AE_GeneralPlug.h"
+#include "base/number_text.h"
+#include "base/unicode.h"
 #include "dispatch.h"
 #include "handle.h"
 #include "numbers.h"
@@ -39,7 +41,7 @@ std::string show_value(const HostState& host, const T& value) {
     if constexpr (is_handle<T>) {
         return describe(host, raw(value));
     } else if constexpr (std::is_floating_point_v<T>) {
-        return number_text(value);
+        return base::shortest_text(value);
     } else if constexpr (std::is_arithmetic_v<T>) {
         return std::to_string(value);
     } else if constexpr (std::is_pointer_v<T>) {
@@ -56,7 +58,7 @@ std::string show_input(const HostState& host, Pointer argument) {
     if constexpr (std::is_same_v<Pointer, const A_char*>) {
         return argument ? quoted(argument) : "null";
     } else if constexpr (std::is_same_v<Pointer, const A_UTF16Char*>) {
-        return argument ? quoted(utf8_from_utf16(from_plugin(argument))) : "null";
+        return argument ? quoted(base::utf8_from_utf16(from_plugin(argument))) : "null";
     } else if constexpr (std::is_pointer_v<Pointer> && !is_handle<Pointer>) {
         using Pointee = std::remove_cv_t<std::remove_pointer_t<Pointer>>;
         if constexpr (is_known_type<Pointee>)

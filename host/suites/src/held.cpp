@@ -1,5 +1,6 @@
 // Whether references still mean something; memory blocks.
 #include "held.h"
+#include "base/unicode.h"
 
 #include <algorithm>
 #include <cstring>
@@ -46,7 +47,7 @@ MemoryBlock MemoryBlock::of_text(std::string purpose, std::string_view text) {
 }
 
 MemoryBlock MemoryBlock::of_utf16_text(std::string purpose, std::string_view utf8_text) {
-    const std::u16string units = utf16_from_utf8(utf8_text);
+    const std::u16string units = base::utf16_from_utf8(utf8_text);
     MemoryBlock block(std::move(purpose), (units.size() + 1) * sizeof(char16_t), Content::utf16_text);
     std::memcpy(block.data(), units.data(), units.size() * sizeof(char16_t));
     return block;
@@ -77,7 +78,7 @@ std::string MemoryBlock::content_text() const {
         case Content::utf16_text: {
             std::u16string units(size_ / sizeof(char16_t) - 1, u'\0');
             std::memcpy(units.data(), data(), units.size() * sizeof(char16_t));
-            return quoted(utf8_from_utf16(units));
+            return quoted(base::utf8_from_utf16(units));
         }
         case Content::bytes:
             break;

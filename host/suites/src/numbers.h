@@ -1,24 +1,17 @@
 // Numbers as text.
 #pragma once
 
-#include <array>
-#include <charconv>
 #include <initializer_list>
 #include <string>
 
-namespace host::suites {
+#include "base/number_text.h"
 
-// The shortest text that reads back as the same number.
-inline std::string number_text(double number) {
-    std::array<char, 32> text;
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number).ptr;
-    return {text.data(), end};
-}
+namespace host::suites {
 
 // "(1, 2.5)"
 inline std::string number_list(std::initializer_list<double> numbers) {
     std::string text = "(";
-    for (const double number : numbers) text += (text.size() > 1 ? ", " : "") + number_text(number);
+    for (const double number : numbers) text += (text.size() > 1 ? ", " : "") + base::shortest_text(number);
     return text + ")";
 }
 

@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "AE_GeneralPlug.h"
+#include "base/unicode.h"
 #include "held.h"
 #include "host_state.h"
 #include "model/comp.h"
@@ -78,7 +79,7 @@ struct Take<std::string> {
     }
     static std::string from(HostState&, const A_UTF16Char* text) {
         if (!text) refuse_null("text");
-        return utf8_from_utf16(from_plugin(text));
+        return base::utf8_from_utf16(from_plugin(text));
     }
 };
 

@@ -1,4 +1,4 @@
-// Texts on their way in and out: UTF-8 inside, narrow and UTF-16 outside.
+// Texts on their way in and out.
 #pragma once
 
 #include <string>
@@ -8,10 +8,6 @@
 
 namespace host::suites {
 
-// Units that belong to no pair become U+FFFD: names inside are always valid UTF-8, whatever a plug-in cut in two.
-std::string utf8_from_utf16(std::u16string_view units);
-// Bytes that are no UTF-8 become U+FFFD, one each.
-std::u16string utf16_from_utf8(std::string_view bytes);
 std::u16string from_plugin(const A_UTF16Char* text);  // zero-terminated
 
 // The first bytes of `text`, at most `limit` of them; at a character boundary if asked, else wherever it falls.

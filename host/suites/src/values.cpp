@@ -92,7 +92,7 @@ std::string describe(const AEGP_StreamVal2& value, StreamType type) {
         case ValueMember::two_d:
             return number_list({value.two_d.x, value.two_d.y});
         case ValueMember::one_d:
-            return number_text(value.one_d);
+            return base::shortest_text(value.one_d);
         case ValueMember::color:
             return "rgba" + number_list({value.color.redF, value.color.greenF, value.color.blueF, value.color.alphaF});
         case ValueMember::layer_id:

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 
+#include "model/error.h"
 #include "read/project_builder.h"
 #include "shared/store.h"
 #include "write/comp_writer.h"
@@ -10,14 +11,27 @@
 #include "write/written_size.h"
 
 namespace lottie::document {
+namespace {
+
+template <class Write>
+auto write_guarded(const Store& store, Write write) {
+    try {
+        return write();
+    } catch (const host::model::Error&) {  // about the content of a layer that nobody had asked for before
+        if (!store.content_fault) throw;
+        throw InputError(*store.content_fault);
+    }
+}
+
+}  // namespace
 
 Document::Document(std::unique_ptr<Store> store) : store_(std::move(store)) {}
 Document::Document(Document&&) noexcept = default;
 Document& Document::operator=(Document&&) noexcept = default;
 Document::~Document() = default;
 
-Document Document::read(std::string text, host::model::HostRules rules) {
-    return Document(build_store(std::move(text), std::move(rules)));
+Document Document::read(std::string text, const host::model::HostRules& rules) {
+    return Document(build_store(std::move(text), rules));
 }
 
 const std::string& Document::text() const {
@@ -32,16 +46,24 @@ host::model::Comp& Document::main_comp() const {
     return *store_->comps.front()->comp;
 }
 
+bool Document::is_passed_on() const {
+    return store_->is_passed_on;
+}
+
+const std::vector<InputError>& Document::warnings() const {
+    return store_->warnings;
+}
+
 const InputError* Document::content_fault() const {
     return store_->content_fault.has_value() ? &*store_->content_fault : nullptr;
 }
 
 std::string Document::write() const {
-    return write_document(*store_).text();
+    return write_in_pieces().text();
 }
 
 Written Document::write_in_pieces() const {
-    return write_document(*store_);
+    return write_guarded(*store_, [this] { return write_document(*store_); });
 }
 
 WrittenLayers Document::write_layers(const host::model::Comp& comp) const {
@@ -51,7 +73,9 @@ WrittenLayers Document::write_layers(const host::model::Comp& comp) const {
     });
     const NewCompIds new_ids = shows_new_comps ? ids_of_new_comps(*store_) : NewCompIds();
     if (written_size_ == nullptr) written_size_ = std::make_unique<WrittenSize>(*store_);
-    return written_size_->write_layers(comp, CompWriter(*store_, store_->stored(comp), comp, new_ids));
+    return write_guarded(*store_, [&] {
+        return written_size_->write_layers(comp, CompWriter(*store_, store_->stored(comp), comp, new_ids));
+    });
 }
 
 std::size_t Document::written_size() const {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/unicode.h"
 #include "shape_content.h"
 
 namespace lottie::looks {
@@ -38,7 +39,7 @@ Hull text_reach(const SceneLayer& layer, double frame) {
         if (c == '\r' || c == '\n' || c == '\x03') {
             ++lines;
             length = 0;
-        } else if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) {
+        } else if (!host::base::continues_character(c)) {
             longest = std::max(longest, ++length);
         }
     }

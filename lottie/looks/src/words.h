@@ -3,15 +3,17 @@
 
 #include <cstddef>
 #include <string>
-#include <string_view>
+
+#include "base/printable.h"
 
 namespace lottie::looks {
 
-// Text from the file, good for sentences: control characters are written as \uXXXX.
-std::string printable(std::string_view text);
+using host::base::printable;
 
-// A name in double quotes.
-std::string quoted(const std::string& name);
+// A name for sentences.
+inline std::string quoted(const std::string& name) {
+    return host::base::in_quotes(name);
+}
 
 // `layer "first"`, or `layers "first" and 3 more`.
 std::string layers_named(const std::string& first, std::size_t count);

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "cli/arguments/options.h"
+#include "document/input_error.h"
 #include "looks/judge.h"
 #include "runner/plugin_module.h"
 
@@ -27,6 +28,7 @@ struct Flattened {
     std::string text;
     std::vector<FlattenedNest> nests;  // innermost compositions first, each from top to bottom
     std::size_t nests_left = 0;        // that can be seen
+    std::vector<lottie::document::InputError> warnings;
 };
 
 // Throws Failure: bad input, and what the plug-in or the host report.

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/console.h"
 #include "cli/file_io.h"
 #include "document/document.h"
 #include "document/written.h"
@@ -22,14 +23,24 @@ std::string read_input(const std::string& file);
 // Throws Failure (bad input, with its place).
 lottie::document::Document parse_input(std::string text);
 
+// `label` names the animation that they are about.
+void print_warnings(const Console& console, const std::string& label,
+                    const std::vector<lottie::document::InputError>& warnings);
+
 // Throws Failure (bad input, with its place) if a fault inside some layer was met: a run may have passed over it.
 void refuse_faulty_content(const lottie::document::Document& document);
+
+// The animation as it is now. Throws Failure (bad input, with its place) if it cannot be written.
+lottie::document::Written write_animation(const lottie::document::Document& document);
+// The same for the layers of one composition.
+lottie::document::WrittenLayers write_layers(const lottie::document::Document& document,
+                                             const host::model::Comp& comp);
 
 // The folder for results, made if it is missing. Throws Failure (failed).
 void prepare_folder(const std::string& folder);
 
 // Writes the whole result or nothing; "-" is standard output. Throws Failure (failed).
-void write_result(std::string_view output, Pieces bytes);
+void write_result(std::string_view output, host::base::Pieces bytes);
 
 // Larger .tgs files are not accepted as stickers.
 constexpr std::size_t kMaxStickerBytes = std::size_t{64} << 10;

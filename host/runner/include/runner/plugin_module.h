@@ -6,6 +6,7 @@
 #include <string>
 
 #include "AE_GeneralPlug.h"
+#include "base/module.h"
 
 namespace host::runner {
 
@@ -23,17 +24,14 @@ class PluginModule {
 
     // Throws LoadError: the file is missing, is no loadable module, or exports no such function.
     explicit PluginModule(const std::filesystem::path& file, const std::string& entry_point = kUsualEntryPoint);
-    ~PluginModule();
-    PluginModule(const PluginModule&) = delete;
-    PluginModule& operator=(const PluginModule&) = delete;
 
     AEGP_PluginInitFunc entry_point() const { return entry_point_; }
     // The file's name without folder and extension: what the host calls the plug-in in messages.
     const std::string& name() const { return name_; }
 
   private:
-    void* library_ = nullptr;
-    AEGP_PluginInitFunc entry_point_ = nullptr;
+    base::Module library_;
+    AEGP_PluginInitFunc entry_point_;
     std::string name_;
 };
 

@@ -32,8 +32,10 @@ struct WrittenLayers {
 class Document {
   public:
     // Throws InputError when the text is no animation or one that cannot be worked with. Faults deep inside a layer are
-    // found when the layer's content is first asked for: host::model::Error, with a JSON pointer in its sentence.
-    static Document read(std::string text, host::model::HostRules rules = {});
+    // found when the layer's content is first asked for: host::model::Error, with a JSON pointer in its sentence. An
+    // animation in which no layer shows a composition is never refused for what is odd in it: its project is empty
+    // then.
+    static Document read(std::string text, const host::model::HostRules& rules = {});
     Document(Document&&) noexcept;
     Document& operator=(Document&&) noexcept;
     ~Document();
@@ -43,11 +45,17 @@ class Document {
     host::model::Project& project() const;
     host::model::Comp& main_comp() const;
 
+    // Whether this is such an animation; it is written as it was read.
+    bool is_passed_on() const;
+    // What in the text was passed over, as players do.
+    const std::vector<InputError>& warnings() const;
+
     // The first fault found inside a layer so far, null if none: whoever got a host::model::Error for it may have
     // passed over it.
     const InputError* content_fault() const;
 
-    // The project as an animation. With nothing changed, or everything undone, the text that was read.
+    // The project as an animation. With nothing changed, or everything undone, the text that was read. Throws
+    // InputError when what a layer has become cannot be written.
     std::string write() const;
     // The same, pointing into the document.
     Written write_in_pieces() const;

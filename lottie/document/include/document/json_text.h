@@ -21,7 +21,8 @@ std::string encode_string(std::string_view bytes);
 double read_number(std::string_view spelling);
 // Null for what is no whole number, or so large that doubles skip some.
 std::optional<std::int64_t> whole_number(double number);
-// The shortest spelling that reads back as the same double, without exponent between 1e-7 and 1e15.
+// The shortest spelling that reads back as the same double, without exponent between 1e-7 and 1e15. Throws
+// std::range_error for what JSON has no number for: infinity and what is not a number.
 void append_number(std::string& out, double number);
 
 // `numbers` as an array. A number that equals the one spelled at its place in `spellings` keeps that spelling.

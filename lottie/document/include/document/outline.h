@@ -77,9 +77,6 @@ struct Outline {
     JsonToken slots;
     std::vector<ScannedComp> comps;  // the main one first, then in the order of the assets
     std::vector<ScannedAsset> assets;
-    // The keyframe time farthest from zero, in frames, and where it stands.
-    double farthest_time = 0;
-    std::uint32_t farthest_time_at = 0;
 
     // JSON pointers.
     std::string asset_pointer(int asset) const;

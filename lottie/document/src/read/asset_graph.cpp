@@ -21,10 +21,10 @@ AssetGraph::AssetGraph(const std::string& text, const Outline& outline)
         if (!is_missing) assets_.emplace(decode_string(id.text.of(text_)), static_cast<int>(i));
     }
     for (const ScannedComp& comp : outline_.comps) {
-        for (std::size_t i = 0; i < comp.list.size(); ++i) {
-            const ScannedLayer& layer = comp.list[i];
-            if (layer.type != kCompType) continue;
-            const auto asset = static_cast<std::size_t>(source_of(comp, i));
+        for (const ScannedLayer& layer : comp.list) {
+            const int shown = comp_shown_by(layer);
+            if (shown < 0) continue;
+            const auto asset = static_cast<std::size_t>(shown);
             if (first_users_[asset] == nullptr) first_users_[asset] = &layer;
             longest_uses_[asset] =
                 std::max(longest_uses_[asset], (layer.out.value_or(0) - layer.start) / layer.stretch);
@@ -38,26 +38,10 @@ int AssetGraph::asset_of(const std::string& id) const {
     return found == assets_.end() ? -1 : found->second;
 }
 
-int AssetGraph::source_of(const ScannedComp& comp, std::size_t index) const {
-    const ScannedLayer& layer = comp.list[index];
-    const auto refuse_layer = [&](Slice at, const std::string& pointer_tail, const std::string& fault) {
-        refuse(text_, at.begin, outline_.layer_pointer(comp, index) + pointer_tail,
-               "Layer " + std::to_string(index + 1) + " (" + quoted_name(decode_string(layer.name.of(text_))) + ") " +
-                   fault);
-    };
-    if (layer.ref_id.empty())
-        refuse_layer(layer.text, "", "shows a composition but does not say which: it lacks \"refId\".");
-    const std::string id = decode_string(layer.ref_id.of(text_));
-    const int asset = asset_of(id);
-    if (asset < 0) {
-        refuse_layer(layer.ref_id, "/refId",
-                     "shows the composition " + quoted_name(id) + ", but no asset has that \"id\".");
-    }
-    if (outline_.assets[static_cast<std::size_t>(asset)].comp < 0) {
-        refuse_layer(layer.ref_id, "/refId",
-                     "shows the asset " + quoted_name(id) + " as a composition, but that has no \"layers\".");
-    }
-    return asset;
+int AssetGraph::comp_shown_by(const ScannedLayer& layer) const {
+    if (layer.type != kCompType || layer.ref_id.empty()) return -1;
+    const int asset = asset_of(decode_string(layer.ref_id.of(text_)));
+    return asset >= 0 && outline_.assets[static_cast<std::size_t>(asset)].comp >= 0 ? asset : -1;
 }
 
 // Depth first over the compositions, with a path of its own: they may nest very deep.
@@ -82,8 +66,8 @@ void AssetGraph::check_cycles() const {
                 continue;
             }
             const std::size_t layer = step.next_layer++;
-            if (comp.list[layer].type != kCompType) continue;
-            const int asset = asset_of(decode_string(comp.list[layer].ref_id.of(text_)));
+            const int asset = comp_shown_by(comp.list[layer]);
+            if (asset < 0) continue;
             const auto inner = static_cast<std::size_t>(outline_.assets[static_cast<std::size_t>(asset)].comp);
             if (states[inner] == VisitState::on_path) {
                 std::vector<std::size_t> path;

@@ -10,20 +10,20 @@
 
 namespace lottie::document {
 
-// Made from a whole outline. Throws InputError for a layer whose composition does not exist and for compositions that
-// contain themselves.
+// Made from a whole outline. Throws InputError for compositions that contain themselves.
 class AssetGraph {
   public:
     AssetGraph(const std::string& text, const Outline& outline);
 
     int asset_of(const std::string& id) const;  // -1 if there is none; the first of several
+    // The asset whose composition the layer shows; -1 if it shows none, or one that does not exist.
+    int comp_shown_by(const ScannedLayer& layer) const;
     // The layer that uses the composition first: the main one's layers count first, then the assets' in their order.
     const ScannedLayer* first_user(int asset) const { return first_users_[static_cast<std::size_t>(asset)]; }
     // How long any layer wants to see of it, in frames.
     double longest_use(int asset) const { return longest_uses_[static_cast<std::size_t>(asset)]; }
 
   private:
-    int source_of(const ScannedComp& comp, std::size_t layer) const;
     void check_cycles() const;
     [[noreturn]] void refuse_cycle(const std::vector<std::size_t>& path, std::size_t comp, std::size_t layer) const;
     std::string name_of(std::size_t comp) const;

@@ -9,6 +9,7 @@
 #include "document/json_tree.h"
 #include "document/outline_reader.h"
 #include "read/asset_graph.h"
+#include "read/flat_animation.h"
 #include "read/layer_links.h"
 #include "shared/fields.h"
 #include "shared/layer_types.h"
@@ -21,6 +22,11 @@ using host::model::LayerKind;
 using host::model::Time;
 
 constexpr double kMaxPixels = std::numeric_limits<int>::max();
+constexpr double kMaxSeconds =
+    std::numeric_limits<std::int32_t>::max() / static_cast<double>(host::model::kTicksPerSecond);
+// Where ends beyond all time are held.
+constexpr Time kFarthest{std::numeric_limits<std::int32_t>::max() / 2};
+constexpr std::string_view kEmptyAnimation = R"({"fr":1,"ip":0,"op":1,"w":1,"h":1,"layers":[]})";
 
 class ProjectBuilder {
   public:
@@ -29,7 +35,8 @@ class ProjectBuilder {
     void build() {
         read_document();
         graph_ = std::make_unique<AssetGraph>(text_, outline_);
-        check_keyframe_times();
+        warn_of_missing_comps();
+        find_reach();
         keep_edges();
         make_items();
         for (std::size_t i = 0; i < outline_.comps.size(); ++i) make_layers(i);
@@ -57,14 +64,14 @@ class ProjectBuilder {
         const double pixels = required_number(token, key, meaning);
         if (!(pixels > 0) || pixels > kMaxPixels) {
             refuse(text_, token.text.begin, "/" + key,
-                   "The animation's \"" + key + "\", " + meaning + ", must be more than 0 pixels.");
+                   "The animation's \"" + key + "\", " + meaning + ", must be more than 0 and at most " +
+                       std::to_string(static_cast<int>(kMaxPixels)) + " pixels.");
         }
         return std::max(1, static_cast<int>(std::lround(pixels)));
     }
 
     [[noreturn]] void refuse_time(std::size_t at, const std::string& pointer, const std::string& what) const {
-        refuse(text_, at, pointer,
-               what + " lies more than 4 hours 58 minutes from 0, further than a time of 32 bits reaches.");
+        refuse(text_, at, pointer, what + " " + std::string(kTooFar) + ".");
     }
 
     Time required_time(const JsonToken& token, const std::string& key, const std::string& meaning) const {
@@ -98,10 +105,39 @@ class ProjectBuilder {
         out_ = read_number(outline_.out.text.of(text_));
     }
 
-    // Keyframe times deep in the layers are not looked at one by one; if the farthest fits, all do.
-    void check_keyframe_times() const {
-        if (store_.clock.time(outline_.farthest_time)) return;
-        refuse_time(outline_.farthest_time_at, "", "A keyframe's time \"t\"");
+    // Players draw nothing for a layer whose composition does not exist.
+    void warn_of_missing_comps() const {
+        std::optional<InputError> first;
+        std::size_t count = 0;
+        for (const ScannedComp& comp : outline_.comps) {
+            for (std::size_t i = 0; i < comp.list.size(); ++i) {
+                const ScannedLayer& layer = comp.list[i];
+                if (layer.type != kCompType || graph_->comp_shown_by(layer) >= 0 || count++ > 0) continue;
+                const std::string id = quoted_name(decode_string(layer.ref_id.of(text_)));
+                first = error_at(
+                    text_, layer.text.begin, outline_.layer_pointer(comp, i),
+                    "Layer " + std::to_string(i + 1) + " (" + quoted_name(decode_string(layer.name.of(text_))) +
+                        (layer.ref_id.empty() ? ") shows a composition, but lacks the \"refId\" that says which"
+                                              : ") shows the composition " + id + ", which does not exist"));
+            }
+        }
+        if (!first) return;
+        const std::string others = count == 1   ? ""
+                                   : count == 2 ? ", and there is another such layer"
+                                                : ", and there are " + std::to_string(count - 1) + " more such layers";
+        store_.warnings.emplace_back(first->what() + others + ": it stays as it is, and nothing is drawn for it.",
+                                     first->line(), first->column(), first->pointer());
+    }
+
+    // Tools write ends far beyond all time for "always". They are held at a time that leaves room for every sum of
+    // times, provided that all else in the file is much nearer.
+    void find_reach() {
+        const auto is_near = [this](double frames) {
+            const std::optional<Time> time = store_.clock.time(frames);
+            return !time || std::abs(time->ticks) <= kFarthest.ticks / 4;
+        };
+        holds_far_edges_ = duration_ <= Time{kFarthest.ticks / 4};
+        each_edge([&](double frames) { holds_far_edges_ = holds_far_edges_ && is_near(frames); });
     }
 
     template <class Visit>
@@ -213,12 +249,19 @@ class ProjectBuilder {
         host::model::Item* const source = kind == LayerKind::av ? source_of(scanned, name) : nullptr;
         host::model::Layer& layer = stored_comp->comp->load_layer(kind, source);
 
+        const auto refuse_member = [&](Field field, const std::string& fault) {
+            const std::string key(key_of(field));
+            const JsonTree tree(text_, scanned.text);
+            const JsonNode* member = tree.member(&tree.root(), key);
+            refuse(text_, (member == nullptr ? tree.root() : *member).text.begin,
+                   outline_.layer_pointer(comp, index) + "/" + key,
+                   "The \"" + key + "\" of layer " + std::to_string(index + 1) + " " + fault + ".");
+        };
         const auto time = [&](double frames, Field field) {
             const std::optional<Time> in_range = store_.clock.time(frames);
             if (in_range) return *in_range;
-            const std::string key(key_of(field));
-            refuse_time(scanned.text.begin, outline_.layer_pointer(comp, index) + "/" + key,
-                        "The \"" + key + "\" of layer " + std::to_string(index + 1));
+            if (field == Field::st || !holds_far_edges_) refuse_member(field, std::string(kTooFar));
+            return frames < 0 ? Time{} - kFarthest : kFarthest;
         };
         stored.comp = stored_comp.get();
         stored.layer = &layer;
@@ -238,6 +281,11 @@ class ProjectBuilder {
         stored.in_point = time(scanned.in.value_or(0), Field::ip);
         stored.duration = std::max(time(scanned.out.value_or(out_), Field::op) - stored.in_point, Time{});
         stored.flags = flags_of(scanned);
+        const Time longest =
+            std::max({stored.duration, stored.in_point - stored.offset, stored.offset - stored.in_point});
+        if (seconds(longest) / std::abs(scanned.stretch) > kMaxSeconds)
+            refuse_member(Field::sr,
+                          "stretches its times to more than 4 hours 58 minutes, longer than a time of 32 bits");
 
         layer.load_name(std::move(name));
         layer.load_flags(stored.flags);
@@ -262,7 +310,7 @@ class ProjectBuilder {
         const bool is_comp = asset >= 0 && outline_.assets[static_cast<std::size_t>(asset)].comp >= 0;
         if (asset >= 0 && is_comp == (layer.type == kCompType))
             return store_.assets[static_cast<std::size_t>(asset)].item;
-        // Pictures and sounds may be missing: players draw nothing for them.
+        // What is missing is an empty placeholder, as to players.
         return &store_.project->add_footage(id, {}, 0, 0);
     }
 
@@ -274,24 +322,40 @@ class ProjectBuilder {
     double out_ = 0;
     int width_ = 0;
     int height_ = 0;
+    bool holds_far_edges_ = false;
     Time duration_;
 };
 
-}  // namespace
-
-std::unique_ptr<Store> build_store(std::string text, host::model::HostRules rules) {
-    auto store = std::make_unique<Store>();
-    store->text = std::move(text);
-    store->outline = read_outline(store->text);
-    if (store->outline.slots.kind == JsonKind::object)
-        store->slots = std::make_shared<const JsonTree>(store->text, store->outline.slots.text);
-    store->project = std::make_unique<host::model::Project>(std::move(rules));
-    host::model::UndoJournal& undo = store->project->undo();
+void read_project(Store& store, const host::model::HostRules& rules) {
+    store.outline = read_outline(store.text);
+    if (store.outline.slots.kind == JsonKind::object)
+        store.slots = std::make_shared<const JsonTree>(store.text, store.outline.slots.text);
+    store.project = std::make_unique<host::model::Project>(rules);
+    host::model::UndoJournal& undo = store.project->undo();
     undo.begin_group("");
-    ProjectBuilder(*store, store->outline).build();
+    ProjectBuilder(store, store.outline).build();
     undo.end_group();
     undo.clear();  // there is no way back behind the opened file
-    return store;
+}
+
+}  // namespace
+
+std::unique_ptr<Store> build_store(std::string text, const host::model::HostRules& rules) {
+    auto store = std::make_unique<Store>();
+    store->text = std::move(text);
+    try {
+        read_project(*store, rules);
+        return store;
+    } catch (const InputError& fault) {
+        if (!is_flat_animation(store->text)) throw;
+        auto stand_in = build_store(std::string(kEmptyAnimation), rules);
+        stand_in->text = std::move(store->text);
+        stand_in->is_passed_on = true;
+        stand_in->warnings.emplace_back(
+            std::string(fault.what()) + " No layer shows a composition, so it stays as it is.", fault.line(),
+            fault.column(), fault.pointer());
+        return stand_in;
+    }
 }
 
 }  // namespace lottie::document

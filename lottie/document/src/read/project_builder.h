@@ -10,6 +10,6 @@
 namespace lottie::document {
 
 // Throws InputError.
-std::unique_ptr<Store> build_store(std::string text, host::model::HostRules rules);
+std::unique_ptr<Store> build_store(std::string text, const host::model::HostRules& rules);
 
 }  // namespace lottie::document

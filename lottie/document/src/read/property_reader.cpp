@@ -83,7 +83,7 @@ class PropertyParser {
             if (time == nullptr || time->kind != JsonKind::number)
                 context_.fail(*node, "a keyframe must have a time \"t\"");
             parsed.node = node;
-            parsed.file_time = context_.clock().clamped_time(tree_.number(*time));
+            parsed.file_time = context_.key_time(*time);
             parsed.key.time = parsed.file_time - context_.layer.offset;
         }
         read_values(property);
@@ -173,6 +173,8 @@ class PropertyParser {
             const SegmentMeasure segment = measure(type_, d, from, to);
             from.ease_out[d] = ease_out(out, segment);
             to.ease_in[d] = ease_in(in, segment);
+            if (!can_hold(segment, from.ease_out[d], to.ease_in[d]))
+                context_.fail(node, "the easing of a keyframe comes to a speed that no number can hold");
             is_linear = is_linear && out.is_diagonal() && in.is_diagonal();
         }
         from.out = to.in = is_linear ? Interpolation::linear : Interpolation::bezier;
@@ -207,6 +209,12 @@ void ReadContext::fail(const JsonNode& at, const std::string& fault) const {
         if (!first.has_value()) first = refusal;
     }
     throw host::model::Error(host::model::ErrorKind::bad_argument, sentence);
+}
+
+Time ReadContext::key_time(const JsonNode& time) const {
+    const std::optional<Time> in_range = clock().time(tree.number(time));
+    if (!in_range) fail(time, "the time of a keyframe " + std::string(kTooFar));
+    return *in_range;
 }
 
 std::shared_ptr<const host::model::StreamData> ParsedProperty::data() const {

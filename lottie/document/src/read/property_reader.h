@@ -18,6 +18,7 @@ struct ReadContext {
     const JsonTree& tree;
 
     const FrameClock& clock() const { return layer.comp->store->clock; }
+    host::model::Time key_time(const JsonNode& time) const;  // throws as fail()
     // Throws host::model::Error about a value in the tree.
     [[noreturn]] void fail(const JsonNode& at, const std::string& fault) const;
 };

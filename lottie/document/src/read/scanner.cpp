@@ -2,7 +2,6 @@
 #include "read/scanner.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "document/json_text.h"
 #include "shared/refuse.h"
@@ -163,8 +162,6 @@ void Scanner::deep_key(std::string_view key) {
         if (!transform_member_.empty()) announced_ = Announced::transform_member;
     } else if (key == "x") {
         announced_ = Announced::expression;
-    } else if (key == "t") {
-        announced_ = Announced::time;
     } else if (key == "ty") {
         announced_ = Announced::type;
     } else if (key == "k" && field_ == Field::ks && deep_ == 2 && !transform_member_.empty()) {
@@ -182,15 +179,6 @@ void Scanner::deep_value(JsonKind kind, Slice text) {
         case Announced::type:
             if (kind == JsonKind::number && field_ == Field::ef && text.of(text_) == "10")
                 layer_.has_layer_parameters = true;
-            break;
-        case Announced::time:
-            if (kind == JsonKind::number) {
-                const double frames = std::abs(read_number(text.of(text_)));
-                if (frames > outline_.farthest_time) {
-                    outline_.farthest_time = frames;
-                    outline_.farthest_time_at = text.begin;
-                }
-            }
             break;
         case Announced::transform_member:
             if (kind != JsonKind::object && kind != JsonKind::null) {

@@ -39,7 +39,7 @@ class Scanner {
   private:
     enum class Where : std::uint8_t { outside, document, assets, asset, layers, layer };
     // What a key inside a layer's content announces.
-    enum class Announced : std::uint8_t { other, expression, type, time, property_value, transform_member };
+    enum class Announced : std::uint8_t { other, expression, type, property_value, transform_member };
 
     std::uint32_t here() const { return static_cast<std::uint32_t>(stream_.Tell()); }
     bool plain(JsonKind kind);

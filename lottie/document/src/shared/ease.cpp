@@ -15,6 +15,7 @@ constexpr int kPathSamples = 200;
 constexpr double kNoChange = 1e-7;
 constexpr double kMinInfluence = 1e-12;
 constexpr double kRounding = 1e9;
+constexpr double kMaxSpeed = 1e100;  // and what follows from it is finite
 
 double rounded(double number) {
     return std::round(number * kRounding) / kRounding;
@@ -71,6 +72,14 @@ Ease ease_out(EaseHandle handle, const SegmentMeasure& segment) {
 
 Ease ease_in(EaseHandle handle, const SegmentMeasure& segment) {
     return ease_of(1 - handle.x, 1 - handle.y, segment);
+}
+
+bool can_hold(const SegmentMeasure& segment, const Ease& out, const Ease& in) {
+    const auto holds = [&segment](const Ease& ease) {
+        return std::abs(ease.speed) < kMaxSpeed && std::abs(ease.influence) < kMaxSpeed &&
+               std::abs(y_of(ease, Interpolation::bezier, segment)) < kMaxSpeed;
+    };
+    return std::abs(segment.change) < kMaxSpeed && holds(out) && holds(in);
 }
 
 EaseHandle handle_out(const Ease& ease, Interpolation side, const SegmentMeasure& segment) {

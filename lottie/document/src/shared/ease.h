@@ -28,6 +28,8 @@ SegmentMeasure measure(host::model::StreamType type, std::size_t dimension, cons
 // has no speed; it is held as an influence too small to show.
 host::model::Ease ease_out(EaseHandle handle, const SegmentMeasure& segment);
 host::model::Ease ease_in(EaseHandle handle, const SegmentMeasure& segment);
+// Whether all of it is finite, and the way back to handles too.
+bool can_hold(const SegmentMeasure& segment, const host::model::Ease& out, const host::model::Ease& in);
 // Rounded to nine decimals. A linear side lies on the diagonal whatever its speed.
 EaseHandle handle_out(const host::model::Ease& ease, host::model::Interpolation side, const SegmentMeasure& segment);
 EaseHandle handle_in(const host::model::Ease& ease, host::model::Interpolation side, const SegmentMeasure& segment);

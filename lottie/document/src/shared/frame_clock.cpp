@@ -2,12 +2,10 @@
 #include "shared/frame_clock.h"
 
 #include <algorithm>
-#include <array>
-#include <charconv>
 #include <cmath>
 #include <limits>
-#include <string_view>
 
+#include "base/number_text.h"
 #include "document/json_text.h"
 
 namespace lottie::document {
@@ -48,15 +46,12 @@ bool FrameClock::means(double frames, host::model::Time time) const {
 std::string FrameClock::text(host::model::Time time) const {
     const double exact = frames(time);
     for (int decimals = 0; decimals <= kMaxDecimals; ++decimals) {
-        std::array<char, 64> buffer{};
-        const auto end =
-            std::to_chars(buffer.data(), buffer.data() + buffer.size(), exact, std::chars_format::fixed, decimals).ptr;
-        const std::string_view spelling(buffer.data(), static_cast<std::size_t>(end - buffer.data()));
+        const std::string spelling = host::base::fixed_text(exact, decimals);
         const double ticks = read_number(spelling) * ticks_per_frame_;
         const double slack = has_whole_ticks() || decimals > 3 ? 0 : decimals == 0 ? kWholeFrameSlack : kDecimalSlack;
         const bool fits =
             std::llround(ticks) == time.ticks || std::abs(ticks - static_cast<double>(time.ticks)) <= slack;
-        if (fits) return std::string(spelling == "-0" ? "0" : spelling);
+        if (fits) return spelling == "-0" ? "0" : spelling;
     }
     std::string out;
     append_number(out, exact);

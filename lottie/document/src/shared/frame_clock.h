@@ -4,10 +4,15 @@
 #include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 
 #include "model/time.h"
 
 namespace lottie::document {
+
+// What is said of times beyond the range of FrameClock::time().
+inline constexpr std::string_view kTooFar =
+    "lies more than 4 hours 58 minutes from 0, further than a time of 32 bits reaches";
 
 class FrameClock {
   public:

@@ -1,11 +1,13 @@
 // Strings and numbers as JSON spells them.
 #include "document/json_text.h"
 
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
+#include <stdexcept>
+
+#include "base/number_text.h"
+#include "base/unicode.h"
 
 namespace lottie::document {
 namespace {
@@ -14,20 +16,6 @@ std::uint32_t hex4(std::string_view digits) {
     std::uint32_t value = 0;
     std::from_chars(digits.data(), digits.data() + 4, value, 16);
     return value;
-}
-
-void append_utf8(std::string& out, std::uint32_t c) {
-    const auto byte = [&out](std::uint32_t value) { out.push_back(static_cast<char>(value)); };
-    if (c < 0x80) {
-        byte(c);
-    } else if (c < 0x800) {
-        byte(0xC0 | (c >> 6)), byte(0x80 | (c & 0x3F));
-    } else if (c < 0x10000) {
-        byte(0xE0 | (c >> 12)), byte(0x80 | ((c >> 6) & 0x3F)), byte(0x80 | (c & 0x3F));
-    } else {
-        byte(0xF0 | (c >> 18)), byte(0x80 | ((c >> 12) & 0x3F)), byte(0x80 | ((c >> 6) & 0x3F)),
-            byte(0x80 | (c & 0x3F));
-    }
 }
 
 // Decodes the escape that begins at `at` and moves `at` behind it.
@@ -41,31 +29,13 @@ void append_escape(std::string& out, std::string_view literal, std::size_t& at) 
         at += 2;
         return;
     }
-    std::uint32_t c = hex4(literal.substr(at + 2));
+    char32_t c = hex4(literal.substr(at + 2));
     at += 6;
-    if (c >= 0xD800 && c < 0xDC00) {
-        c = 0x10000 + ((c - 0xD800) << 10) + (hex4(literal.substr(at + 2)) - 0xDC00);
+    if (host::base::is_high_surrogate(c)) {
+        c = host::base::from_surrogates(c, hex4(literal.substr(at + 2)));
         at += 6;
     }
-    append_utf8(out, c);
-}
-
-// Length of the UTF-8 sequence at the front, 0 if there is none.
-std::size_t utf8_length(std::string_view bytes) {
-    const auto at = [bytes](std::size_t i) { return i < bytes.size() ? static_cast<unsigned char>(bytes[i]) : 0u; };
-    const auto follows = [&at](std::size_t i) { return (at(i) & 0xC0) == 0x80; };
-    const unsigned first = at(0);
-    if (first < 0x80) return 1;
-    if (first >= 0xC2 && first < 0xE0) return follows(1) ? 2 : 0;
-    if (first >= 0xE0 && first < 0xF0) {
-        const bool in_range = (first != 0xE0 || at(1) >= 0xA0) && (first != 0xED || at(1) < 0xA0);
-        return in_range && follows(1) && follows(2) ? 3 : 0;
-    }
-    if (first >= 0xF0 && first < 0xF5) {
-        const bool in_range = (first != 0xF0 || at(1) >= 0x90) && (first != 0xF4 || at(1) < 0x90);
-        return in_range && follows(1) && follows(2) && follows(3) ? 4 : 0;
-    }
-    return 0;
+    host::base::append_utf8(out, c);
 }
 
 void append_encoded(std::string& out, std::string_view character) {
@@ -129,7 +99,8 @@ std::string encode_string(std::string_view bytes) {
     std::string out = "\"";
     out.reserve(bytes.size() + 2);
     while (!bytes.empty()) {
-        const std::size_t length = utf8_length(bytes);
+        char32_t character = 0;
+        const std::size_t length = host::base::decode_utf8(bytes, character);
         if (length == 0) {
             out += "\xEF\xBF\xBD";
             bytes.remove_prefix(1);
@@ -143,11 +114,7 @@ std::string encode_string(std::string_view bytes) {
 }
 
 double read_number(std::string_view spelling) {
-    double number = 0;
-    const auto result = std::from_chars(spelling.data(), spelling.data() + spelling.size(), number);
-    // from_chars leaves the number alone both beyond the largest double and below the smallest.
-    if (result.ec == std::errc::result_out_of_range) return std::strtod(std::string(spelling).c_str(), nullptr);
-    return number;
+    return host::base::number_from(spelling).value_or(0);
 }
 
 std::optional<std::int64_t> whole_number(double number) {
@@ -157,14 +124,11 @@ std::optional<std::int64_t> whole_number(double number) {
 }
 
 void append_number(std::string& out, double number) {
-    if (number == 0 || !std::isfinite(number)) number = 0;  // no negative zero, and JSON has no infinity
-    std::array<char, 40> buffer{};
+    if (!std::isfinite(number)) throw std::range_error("a number is not finite");
+    if (number == 0) number = 0;  // no negative zero
     const double size = std::abs(number);
     const bool plain = number == 0 || (size >= 1e-7 && size < 1e15);
-    const auto result =
-        plain ? std::to_chars(buffer.data(), buffer.data() + buffer.size(), number, std::chars_format::fixed)
-              : std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
-    out.append(buffer.data(), result.ptr);
+    plain ? host::base::append_shortest_plain(out, number) : host::base::append_shortest(out, number);
 }
 
 std::string number_array(std::span<const double> numbers, std::string_view text, std::span<const Slice> spellings) {

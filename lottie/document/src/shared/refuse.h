@@ -5,9 +5,13 @@
 #include <string>
 #include <string_view>
 
+#include "document/input_error.h"
+
 namespace lottie::document {
 
-// Throws InputError.
+InputError error_at(std::string_view text, std::size_t position, std::string pointer, const std::string& sentence);
+
+// Throws it.
 [[noreturn]] void refuse(std::string_view text, std::size_t position, std::string pointer, const std::string& sentence);
 
 // `key` as one step of a JSON pointer, slash included.

@@ -109,6 +109,8 @@ struct Store {
     std::vector<std::shared_ptr<StoredComp>> comps;  // the main one first
     std::unordered_map<const host::model::Comp*, StoredComp*> comp_of;
     std::unordered_map<std::string, std::shared_ptr<const host::model::EffectKind>> effect_kinds;  // by structure
+    std::vector<InputError> warnings;
+    bool is_passed_on = false;                      // an animation without nests that cannot be worked with
     mutable std::optional<bool> writes_end_values;  // into keyframes, as old files do; known once something is written
     std::optional<InputError> content_fault;        // the first one met
     std::unique_ptr<host::model::Project> project;  // refers to all of the above

@@ -15,6 +15,11 @@ class DocumentWriter {
     explicit DocumentWriter(const Store& store) : store_(store), text_(store.text), outline_(store.outline) {}
 
     Written write() {
+        if (store_.is_passed_on) {
+            Written all;
+            all.refer(text_);
+            return all;
+        }
         new_ids_ = ids_of_new_comps(store_);
         for (host::model::Comp* comp : store_.project->comps()) {
             if (new_ids_.contains(comp)) new_comps_.push_back(comp);

@@ -2,11 +2,13 @@
 #include "write/layer_writer.h"
 
 #include <array>
+#include <stdexcept>
 
 #include "document/json_text.h"
 #include "document/layer_members.h"
 #include "document/object_edit.h"
 #include "shared/fields.h"
+#include "shared/refuse.h"
 #include "write/effect_writer.h"
 #include "write/matte_members.h"
 #include "write/new_layer_writer.h"
@@ -72,7 +74,7 @@ class LayerEditor {
             edit_other_expressions(patch_, tree_, layer_);
         }
         const host::model::Time shift = layer_.offset() - base_.offset;
-        if (shift != host::model::Time{}) shift_keyframes(patch_, context_.clock(), tree_, shift);
+        if (shift != host::model::Time{}) shift_keyframes(patch_, read_, shift);
         root_.apply(patch_);
         patch_.write(context_.store.text, base_.text, out);
     }
@@ -131,9 +133,22 @@ class LayerEditor {
         if (layer_.offset() != base_.offset) set(Field::st, clock.text(layer_.offset()));
         if (in == base_.in_point && out == old_out) return;
         const double move = edges.exact(clock, layer_.offset()) - edges.exact(clock, base_.offset);
-        if (in != base_.in_point)
+        if (in != base_.in_point && !keep_far_edge(Field::ip, in - base_.in_point, move))
             set(Field::ip, edges.begin_text(clock, in, edges.exact(clock, base_.in_point) + move));
-        if (out != old_out) set(Field::op, edges.end_text(clock, out, edges.exact(clock, old_out) + move));
+        if (out != old_out && !keep_far_edge(Field::op, out - old_out, move))
+            set(Field::op, edges.end_text(clock, out, edges.exact(clock, old_out) + move));
+    }
+
+    // An edge beyond the clock's range that moved with the layer, uncut, moves where it stands in the file.
+    bool keep_far_edge(Field field, host::model::Time moved, double move) {
+        const JsonNode* edge = tree_.member(&tree_.root(), key_of(field));
+        if (edge == nullptr || moved != layer_.offset() - base_.offset) return false;
+        const double frames = tree_.number(*edge);
+        if (context_.clock().time(frames)) return false;
+        std::string text;
+        append_number(text, frames + move);
+        set(field, std::move(text));
+        return true;
     }
 
     const WriteContext& context_;
@@ -163,12 +178,18 @@ bool is_untouched(const Numbering& numbers, const Layer& layer, const Layer* abo
 
 void write_layer(Written& out, const WriteContext& context, Layer& layer, const Layer* above) {
     const StoredLayer* base = base_of(layer);
-    if (base == nullptr) {
-        out.append(new_layer_text(context, layer, above));
-    } else if (is_untouched(context.numbers, layer, above)) {
-        out.refer(base->text.of(context.store.text));
-    } else {
-        LayerEditor(context, layer, *base, above).write(out);
+    try {
+        if (base == nullptr) {
+            out.append(new_layer_text(context, layer, above));
+        } else if (is_untouched(context.numbers, layer, above)) {
+            out.refer(base->text.of(context.store.text));
+        } else {
+            LayerEditor(context, layer, *base, above).write(out);
+        }
+    } catch (const std::range_error&) {
+        refuse(context.store.text, base == nullptr ? 0 : base->text.begin, base == nullptr ? "" : base->pointer(),
+               "Layer " + quoted_name(layer.display_name()) +
+                   " cannot be written: its numbers are so large that one computed from them is not finite.");
     }
 }
 

@@ -220,7 +220,8 @@ void edit_other_expressions(Patch& patch, const JsonTree& tree, const Layer& lay
     }
 }
 
-void shift_keyframes(Patch& patch, const FrameClock& clock, const JsonTree& tree, host::model::Time shift) {
+void shift_keyframes(Patch& patch, const ReadContext& base, host::model::Time shift) {
+    const JsonTree& tree = base.tree;
     std::vector<const JsonNode*> open = {&tree.root()};
     while (!open.empty()) {
         const JsonNode& node = *open.back();
@@ -230,7 +231,7 @@ void shift_keyframes(Patch& patch, const FrameClock& clock, const JsonTree& tree
             for (const JsonNode* key = tree.first(*keys); key != nullptr; key = tree.next(*key)) {
                 const JsonNode* time = tree.member(key, "t");
                 if (time == nullptr || time->kind != JsonKind::number) continue;
-                patch.replace(time->text, clock.text(clock.clamped_time(tree.number(*time)) + shift));
+                patch.replace(time->text, base.clock().text(base.key_time(*time) + shift));
             }
         }
         for (const JsonNode* child = tree.first(node); child != nullptr; child = tree.next(*child))

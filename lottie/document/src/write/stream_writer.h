@@ -27,6 +27,6 @@ std::string time_remap_text(const WriteContext& context, host::model::Layer& lay
 void edit_other_expressions(Patch& patch, const JsonTree& tree, const host::model::Layer& layer);
 
 // Moves every keyframe of the layer, wherever it stands, by `shift`.
-void shift_keyframes(Patch& patch, const FrameClock& clock, const JsonTree& tree, host::model::Time shift);
+void shift_keyframes(Patch& patch, const ReadContext& base, host::model::Time shift);
 
 }  // namespace lottie::document

@@ -1,0 +1,96 @@
+// Processes for files: the plug-in is loaded once and each worker begins with it.
+#include "cli/workers.h"
+
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "base/child_process.h"
+
+namespace cli {
+namespace {
+
+using host::base::ChildProcess;
+using host::base::ProcessEnd;
+
+struct Worker {
+    std::size_t file;
+    std::unique_ptr<ChildProcess> process;
+};
+
+Ended judged(const ProcessEnd& end, std::string said) {
+    Ended ended{std::move(said), {}, {}};
+    if (end.kind == ProcessEnd::Kind::finished) {
+        ended.code = static_cast<ExitCode>(end.number);
+    } else {
+        ended.problem = "the process that worked on it " + in_words(end);
+    }
+    return ended;
+}
+
+class Team {
+  public:
+    Team(std::size_t count, const Workers& workers) : workers_(workers), ended_(count) {}
+
+    void work() {
+        workers_.progress(0);
+        while (told_ < ended_.size()) {
+            while (next_ < ended_.size() && running_.size() < workers_.most_at_once) start(next_++);
+            if (!running_.empty()) listen();
+            for (; told_ < ended_.size() && ended_[told_]; ++told_) {
+                workers_.tell(told_, *ended_[told_]);
+                ended_[told_].emplace();  // what was said needs no place any more
+            }
+        }
+    }
+
+  private:
+    void start(std::size_t file) {
+        try {
+            const auto work = [this, file](const ChildProcess::Parent&) {
+                return static_cast<int>(workers_.work(file));
+            };
+            running_.push_back({file, std::make_unique<ChildProcess>(work, host::base::ProcessLimits{},
+                                                                     ChildProcess::Streams::errors_are_said)});
+        } catch (const host::base::NoProcess& reason) {
+            end(file, {"", {}, std::string("no process for it can be started: ") + reason.what()});
+        }
+    }
+
+    void end(std::size_t file, Ended ended) {
+        ended_[file] = std::move(ended);
+        workers_.progress(++ended_count_);
+    }
+
+    // Waits until a worker says something or ends.
+    void listen() {
+        std::vector<ChildProcess*> heard;
+        for (const Worker& worker : running_) heard.push_back(worker.process.get());
+        ChildProcess::hear_any(heard);
+        for (const Worker& worker : running_) {
+            if (const auto& how = worker.process->end())
+                end(worker.file, judged(*how, std::move(worker.process->said())));
+        }
+        std::erase_if(running_, [](const Worker& worker) { return worker.process->end().has_value(); });
+    }
+
+    const Workers& workers_;
+    std::vector<std::optional<Ended>> ended_;  // by file
+    std::vector<Worker> running_;
+    std::size_t next_ = 0;
+    std::size_t told_ = 0;
+    std::size_t ended_count_ = 0;
+};
+
+}  // namespace
+
+void work_on_all(std::size_t count, const Workers& workers) {
+    Team(count, workers).work();
+}
+
+bool FileUse::note(std::size_t file, const std::string& name) {
+    const auto identity = host::base::identity_of(name);
+    return !identity || known_.try_emplace(*identity, file).first->second == file;
+}
+
+}  // namespace cli

@@ -1,0 +1,16 @@
+// Text of anybody made safe to show: it can neither end a line, nor steer a terminal, nor turn the reading direction.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace host::base {
+
+// Control characters, other ends of lines and marks that turn the direction of text become \uXXXX, and each byte that
+// is no UTF-8 \xXX. What came out of here passes unchanged.
+std::string printable(std::string_view text);
+
+// The same in double quotes; quotes and backslashes of the text are escaped.
+std::string in_quotes(std::string_view text);
+
+}  // namespace host::base

@@ -1,0 +1,128 @@
+// The processes that this one has started, on Linux, which tells a process of its parent's end.
+#include "living_children.h"
+
+#include <signal.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <time.h>
+#include <unistd.h>
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+
+namespace host::base {
+namespace {
+
+constexpr std::size_t kMaxChildren = 1024;
+constexpr int kEndings[] = {SIGHUP, SIGINT, SIGTERM};
+
+// A process that is in the middle of putting a file in place has this long to be done with it.
+constexpr int kGraceMilliseconds = 2000;
+
+// The handler reads it at any moment.
+std::array<std::atomic<pid_t>, kMaxChildren> living_children{};
+static_assert(std::atomic<pid_t>::is_always_lock_free);
+
+void send_to_all(int signal) {
+    for (const auto& child : living_children) {
+        if (const pid_t process = child; process > 0) ::kill(process, signal);
+    }
+}
+
+// Whether all have ended.
+bool are_all_gone(int flags) {
+    for (auto& child : living_children) {
+        const pid_t process = child;
+        if (process <= 0) continue;
+        pid_t ended = 0;
+        do ended = ::waitpid(process, nullptr, flags);
+        while (ended < 0 && errno == EINTR);
+        if (ended == 0) return false;
+        child = 0;
+    }
+    return true;
+}
+
+// Ends the children, then the program by the signal's own action. Calls only what a handler may.
+void end_with_children(int signal) {
+    send_to_all(SIGTERM);
+    const timespec moment{0, 1'000'000};
+    for (int waited = 0; waited < kGraceMilliseconds && !are_all_gone(WNOHANG); ++waited) ::nanosleep(&moment, nullptr);
+    send_to_all(SIGKILL);
+    are_all_gone(0);
+    ::signal(signal, SIG_DFL);
+    ::raise(signal);
+}
+
+// Where nobody has said what else a signal does.
+void handle_endings() {
+    for (const int signal : kEndings) {
+        struct sigaction now {};
+        if (::sigaction(signal, nullptr, &now) != 0 || now.sa_handler != SIG_DFL) continue;
+        struct sigaction own {};
+        own.sa_handler = end_with_children;
+        for (const int other : kEndings) sigaddset(&own.sa_mask, other);
+        ::sigaction(signal, &own, nullptr);
+    }
+}
+
+void leave_endings_to_the_system() {
+    for (const int signal : kEndings) {
+        struct sigaction now {};
+        if (::sigaction(signal, nullptr, &now) == 0 && now.sa_handler == end_with_children) ::signal(signal, SIG_DFL);
+    }
+}
+
+bool is_any_alive() {
+    for (const auto& child : living_children) {
+        if (child > 0) return true;
+    }
+    return false;
+}
+
+// A parent that ended before the request for its signal was made has become another.
+void end_with_parent(pid_t parent) {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != parent) ::_exit(1);
+}
+
+}  // namespace
+
+pid_t fork_child(std::size_t& entry) {
+    entry = 0;
+    while (entry < kMaxChildren && living_children[entry] != 0) ++entry;
+    if (entry == kMaxChildren) {
+        errno = EAGAIN;
+        return -1;
+    }
+    sigset_t endings;
+    sigset_t before;
+    sigemptyset(&endings);
+    for (const int signal : kEndings) sigaddset(&endings, signal);
+    ::pthread_sigmask(SIG_BLOCK, &endings, &before);
+    handle_endings();
+    const pid_t parent = ::getpid();
+    const pid_t process = ::fork();
+    if (process == 0) {
+        end_with_parent(parent);
+        leave_endings_to_the_system();
+    } else if (process > 0) {
+        living_children[entry] = process;
+    }
+    const int error = errno;
+    ::pthread_sigmask(SIG_SETMASK, &before, nullptr);
+    errno = error;
+    return process;
+}
+
+void forget_child(std::size_t entry) {
+    living_children[entry] = 0;
+    if (!is_any_alive()) leave_endings_to_the_system();
+}
+
+void forget_all_children() {
+    for (auto& child : living_children) child = 0;
+}
+
+}  // namespace host::base

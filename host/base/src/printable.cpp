@@ -1,0 +1,59 @@
+// Text of anybody made safe to show.
+#include "base/printable.h"
+
+#include <array>
+#include <cstdio>
+
+#include "base/unicode.h"
+
+namespace host::base {
+namespace {
+
+bool is_control(char32_t c) {
+    return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
+}
+
+// Terminals that know both directions show what stands between such marks in another order than it is read.
+bool turns_direction(char32_t c) {
+    return c == 0x61C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
+}
+
+void append_escape(std::string& text, const char* format, char32_t code) {
+    std::array<char, 8> escape{};
+    std::snprintf(escape.data(), escape.size(), format, static_cast<unsigned>(code));
+    text += escape.data();
+}
+
+}  // namespace
+
+std::string printable(std::string_view text) {
+    std::string result;
+    result.reserve(text.size());
+    while (!text.empty()) {
+        char32_t character = 0;
+        const std::size_t length = decode_utf8(text, character);
+        if (length == 0) {
+            append_escape(result, "\\x%02X", static_cast<unsigned char>(text.front()));
+            text.remove_prefix(1);
+            continue;
+        }
+        if (is_control(character) || turns_direction(character)) {
+            append_escape(result, "\\u%04X", character);
+        } else {
+            result += text.substr(0, length);
+        }
+        text.remove_prefix(length);
+    }
+    return result;
+}
+
+std::string in_quotes(std::string_view text) {
+    std::string escaped;
+    for (const char c : text) {
+        if (c == '"' || c == '\\') escaped += '\\';
+        escaped += c;
+    }
+    return '"' + printable(escaped) + '"';
+}
+
+}  // namespace host::base

@@ -1,0 +1,46 @@
+// Text that is safe to show.
+#include "base/printable.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using host::base::in_quotes;
+using host::base::printable;
+
+TEST(Printable, leaves_what_steers_nothing) {
+    for (const char* text :
+         {"", "plain", "Größe 1", "名前 \U0001F600", "a\u00A0b", "family \U0001F468\u200D\U0001F469", "back\\slash"})
+        EXPECT_EQ(printable(text), text);
+}
+
+TEST(Printable, escapes_control_characters_and_ends_of_lines) {
+    EXPECT_EQ(printable(std::string_view("a\0b\x1B[31m\r\n\t\x7F", 12)),
+              R"(a\u0000b\u001B[31m\u000D\u000A\u0009\u007F)");
+    EXPECT_EQ(printable("\u0080\u009B\u009F\u2028\u2029"), R"(\u0080\u009B\u009F\u2028\u2029)");
+}
+
+TEST(Printable, escapes_every_mark_that_turns_the_direction) {
+    EXPECT_EQ(printable("\u061C\u200E\u200F"), R"(\u061C\u200E\u200F)");
+    EXPECT_EQ(printable("\u202A\u202B\u202C\u202D\u202E"), R"(\u202A\u202B\u202C\u202D\u202E)");
+    EXPECT_EQ(printable("\u2066\u2067\u2068\u2069"), R"(\u2066\u2067\u2068\u2069)");
+    EXPECT_EQ(printable("\u05D0\u0628"), "\u05D0\u0628");  // letters that are read from the right are no marks
+}
+
+TEST(Printable, escapes_bytes_that_are_no_characters) {
+    EXPECT_EQ(printable("\x9B"
+                        "31m\xC2"),
+              R"(\x9B31m\xC2)");
+}
+
+TEST(Printable, what_is_printable_stays_as_it_is) {
+    const std::string once = printable("\x1B\u202E\xFF\"\\");
+    EXPECT_EQ(printable(once), once);
+}
+
+TEST(InQuotes, escapes_quotes_and_backslashes_too) {
+    EXPECT_EQ(in_quotes("a\"b\\c\n"), R"("a\"b\\c\u000A")");
+    EXPECT_EQ(in_quotes(""), R"("")");
+}
+
+}  // namespace
