@@ -1,0 +1,113 @@
+#!/usr/bin/env python3
+"""Ends the command at random times, by TERM, INT, HUP and KILL in turn, while it works with processes of its own, and asks what is
+left: 100 ms later no process may be, and no file may be replaced after the command's end. Prints the seed and the counts.
+
+usage: left_behind.py COMMAND ANIMATION [--runs N] [--seed N]
+"""
+import argparse
+import os
+import pathlib
+import random
+import shutil
+import signal
+import subprocess
+import sys
+import tempfile
+import time
+
+SIGNALS = (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGKILL)
+FILES = 24
+
+
+def processes_of(session):
+    """The live processes of a session; what has ended and waits to be noticed does not count."""
+    found = []
+    for entry in pathlib.Path("/proc").iterdir():
+        if entry.name.isdigit():
+            try:
+                fields = (entry / "stat").read_text().rpartition(")")[2].split()
+            except OSError:
+                continue
+            if int(fields[3]) == session and fields[0] not in "ZX":
+                found.append(int(entry.name))
+    return found
+
+
+def files_in(folder):
+    return {entry.name: (entry.inode(), entry.stat().st_mtime_ns) for entry in os.scandir(folder)}
+
+
+class Case:
+    def __init__(self, name, arguments, folder, animation):
+        self.name, self._arguments, self._folder, self._animation = name, arguments, folder, animation
+        self.runs = self.ended = self.left = self.replaced = self.damaged = self.temporary = 0
+        self._before = pathlib.Path(animation).read_bytes()
+        self._duration, self._after = self._whole_run()
+
+    def _lay_out(self):
+        shutil.rmtree(self._folder, ignore_errors=True)
+        self._folder.mkdir()
+        for number in range(FILES):
+            shutil.copy(self._animation, self._folder / f"{number}.json")
+
+    def _start(self):
+        return subprocess.Popen(self._arguments, cwd=self._folder, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+                                stderr=subprocess.DEVNULL, start_new_session=True)
+
+    def _whole_run(self):
+        self._lay_out()
+        begin = time.monotonic()
+        process = self._start()
+        if process.wait() not in (0, 1):
+            sys.exit(f"{self.name}: cannot be run: {self._arguments}")
+        return time.monotonic() - begin, (self._folder / "0.json").read_bytes()
+
+    def run(self, how, moment):
+        self._lay_out()
+        process = self._start()
+        time.sleep(moment * self._duration)
+        process.send_signal(how)
+        code = process.wait()
+        at_end = files_in(self._folder)
+        time.sleep(0.1)
+        self.runs += 1
+        self.ended += code == -how
+        self.left += len(processes_of(process.pid))
+        self.replaced += files_in(self._folder) != at_end
+        for file in self._folder.iterdir():
+            if file.name.startswith("."):
+                self.temporary += how != signal.SIGKILL
+            elif file.read_bytes() not in (self._before, self._after):
+                self.damaged += 1
+
+    def is_clean(self):
+        return self.ended > 0 and not (self.left or self.replaced or self.damaged or self.temporary)
+
+    def __str__(self):
+        return (f"{self.name}: {self.runs} runs, {self.ended} ended by the signal; processes left {self.left}, files replaced after "
+                f"the end {self.replaced}, files damaged {self.damaged}, temporary files left {self.temporary}")
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("command")
+    parser.add_argument("animation")
+    parser.add_argument("--runs", type=int, default=12, help="of each case")
+    parser.add_argument("--seed", type=int, default=time.time_ns() % 1_000_000)
+    options = parser.parse_args()
+    print(f"seed {options.seed}")
+    random.seed(options.seed)
+    with tempfile.TemporaryDirectory() as folder:
+        files = [f"{number}.json" for number in range(FILES)]
+        place = pathlib.Path(folder) / "files"
+        cases = (Case("run -j 3 -i", [options.command, "run", "-j", "3", "-i", *files], place, options.animation),
+                 Case("check --prove", [options.command, "check", "--prove", *files[:3]], place, options.animation))
+        for case in cases:
+            for number in range(options.runs):
+                case.run(SIGNALS[number % len(SIGNALS)], random.random())
+            print(case)
+    return 0 if all(case.is_clean() for case in cases) else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())
