@@ -11,7 +11,8 @@ namespace {
 constexpr int kWidth = 400;       // pixels; what the limits were measured at
 constexpr int kFewFrames = 150;   // so many are all drawn
 constexpr int kCombFrames = 100;  // of a longer animation
-constexpr int kPeaks = 3;         // around so many of the worst frames every frame is drawn
+constexpr int kPeaks = 3;         // so many of the worst frames are looked at more closely
+constexpr int kFiner = 16;        // each time, by a comb with so many teeth for one
 
 constexpr double kMean = 0.1;
 constexpr double kShare = 0.001;
@@ -36,15 +37,19 @@ class Search {
         for (int frame = 0; frame < count_; frame += step) look(frame);
         if (count_ > 0) look(count_ - 1);
         for (const int frame : look_at) look(frame);
-        if (step > 1) {
-            for (const int peak : peaks()) {
-                for (int frame = peak - step; frame <= peak + step; ++frame) look(frame);
-            }
-        }
+        for (int gap = step; gap > 1; gap = std::max(1, gap / kFiner)) look_closely(gap);
         return result();
     }
 
   private:
+    // At what lies around the peaks, up to the next frames that were drawn.
+    void look_closely(int gap) {
+        const int finer = std::max(1, gap / kFiner);
+        for (const int peak : peaks()) {
+            for (int frame = peak - gap; frame <= peak + gap; frame += finer) look(frame);
+        }
+    }
+
     void look(int frame) {
         if (frame < 0 || frame >= count_ || seen_.contains(frame)) return;
         seen_[frame] = difference(draw(before_, frame), draw(after_, frame));

@@ -21,7 +21,7 @@ struct Comparison {
 };
 
 // Draws the same frames of both, 400 pixels wide: all of them if they are few; else a fine comb, the frames in
-// `look_at`, and all frames around the worst ones. Frames that one animation lacks are not compared.
+// `look_at`, and finer ones around the worst frames. Frames that one animation lacks are not compared.
 Comparison compare(const Animation& before, const Animation& after, const std::vector<int>& look_at = {});
 
 }  // namespace lottie::pictures
