@@ -214,7 +214,7 @@ class Selection(Sandbox):
                                    "them all)\n")
         plain = self.exflate("-", "--animation", "two", given=animation().encode())
         self.assertEqual(plain.returncode, 2)
-        self.assertEqual(plain.err, "standard input: is no .lottie file: leave out --animation\n")
+        self.assertEqual(plain.err, "standard input: is not a .lottie file: leave out --animation\n")
 
     def test_animations_that_lack_what_is_named_are_passed_over(self):
         for arguments in (["--layer", "Second"], ["--layer", "Second", "--strict"]):
@@ -222,7 +222,7 @@ class Selection(Sandbox):
             self.assertEqual(done.returncode, 0, done.err)
             self.assertEqual(layer_names(opened(done.stdout).read("a/one.json")), ["Title", "First"])
             self.assertEqual(layer_names(opened(done.stdout).read("a/two.json")), ["Title", "circle", "square"])
-            self.assertIn('a/one.json: passed over: composition "Main" has no layer named "Second"', done.err)
+            self.assertIn('a/one.json: skipped: composition "Main" has no layer named "Second"', done.err)
         checked = self.exflate("check", "--layer", "Second", "-", given=several())
         self.assertEqual(checked.returncode, 0, checked.err)
         self.assertNotIn(b"one.json", checked.stdout)

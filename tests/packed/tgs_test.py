@@ -65,7 +65,7 @@ class RoundTrip(Sandbox):
         self.assertEqual([(one["file"], one["verdict"], one["bytes"]) for one in checked],
                          [("a.tgs", "exact", len(animation()))])
         chosen = self.exflate("-i", "--animation", "x", "a.tgs")
-        self.assertEqual((chosen.returncode, chosen.err), (2, "a.tgs: is no .lottie file: leave out --animation\n"))
+        self.assertEqual((chosen.returncode, chosen.err), (2, "a.tgs: is not a .lottie file: leave out --animation\n"))
 
     def test_a_fault_in_the_animation_is_told_with_its_place(self):
         done = self.exflate("-", given=gzip.compress(b'{\n"v":nonsense}'))
@@ -88,7 +88,7 @@ class Sticker(Sandbox):
         done = self.exflate("-i", self.write("a.tgs", content))
         self.assertEqual(done.returncode, 0, done.err)
         self.assertGreater(len(self.read("a.tgs")), 64 << 10)
-        self.assertRegex(done.err, r"\na\.tgs: has \d+ bytes now, and a sticker is taken with 65536 at the most: [^\n]+\n\Z")
+        self.assertRegex(done.err, r"\na\.tgs: has \d+ bytes now, and a sticker may have 65536 at most: [^\n]+\n\Z")
 
     def test_one_that_was_too_large_or_stays_small_enough_is_not_warned_of(self):
         for content in (self.sticker(150_000), self.sticker(1_000)):
