@@ -3,6 +3,7 @@
 
 #include <cmath>
 
+#include "cli/shared/animation_file.h"
 #include "looks/extract_composition.h"
 #include "pictures/drawing_process.h"
 
