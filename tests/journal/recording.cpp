@@ -59,6 +59,8 @@ host::runner::VisitResult Recording::run() {
     comp.select({&comp.layer_at(0)});
     host::runner::VisitResult outcome;
     if (!session.menu_items().empty()) outcome = session.run_command(session.menu_items().front().command);
+    session.idle();
+    session.quit();
     writer.finish();
     return outcome;
 }

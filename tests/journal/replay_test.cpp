@@ -141,6 +141,18 @@ TEST(AReplay, repeats_an_exception) {
     EXPECT_EQ(words(talk.replay()), "same");
 }
 
+TEST(AReplay, asks_idle_and_death_hooks_as_the_journal_tells) {
+    Recording caretaker(CARETAKER);
+    caretaker.run();
+    EXPECT_NE(caretaker.line_of("enter idle_hook(function#1, null, null, 1000)"), 0U);
+    EXPECT_NE(caretaker.line_of("leave idle_hook = 0 (5)"), 0U);
+    EXPECT_NE(caretaker.line_of("leave death_hook = 0 ()"), 0U);
+    EXPECT_EQ(words(caretaker.replay()), "same");
+    std::string other = caretaker.text();
+    other.replace(other.find("= 0 (5)"), 7, "= 0 (6)");
+    EXPECT_THAT(words(caretaker.replay(other)), StartsWith("differs"));
+}
+
 TEST(AReplay, goes_as_far_as_a_cut_journal) {
     const TalkerRecording talk;
     std::size_t line = 0;

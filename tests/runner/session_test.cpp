@@ -201,6 +201,14 @@ TEST(Session, changes_before_an_error_stay_until_they_are_taken_back) {
     EXPECT_EQ(plugin.comp.layer_count(), 0);
 }
 
+TEST(Session, idle_hooks_are_asked_again_and_again_and_death_hooks_at_the_end) {
+    SessionOf plugin("caretaker");
+    EXPECT_FALSE(plugin.start().has_failed());
+    EXPECT_THAT(plugin.session.idle().reports, ElementsAre("idle 1"));
+    EXPECT_THAT(plugin.session.idle().reports, ElementsAre("idle 2"));
+    EXPECT_THAT(plugin.session.quit().reports, ElementsAre("goodbye"));
+}
+
 TEST(Session, a_second_run_starts_with_a_clean_record) {
     SessionOf plugin("troublemaker");
     plugin.run("Bad Call");

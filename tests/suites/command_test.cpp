@@ -180,6 +180,25 @@ TEST_F(Hooks, for_commands_are_one_per_plug_in) {
     EXPECT_EQ(host.command_hooks().size(), 2U);
 }
 
+TEST_F(Hooks, for_idle_moments_and_the_end_are_registered_likewise) {
+    const auto idle = [](AEGP_GlobalRefcon, AEGP_IdleRefcon, A_long*) -> A_Err { return A_Err_NONE; };
+    const auto death = [](AEGP_GlobalRefcon, AEGP_DeathRefcon) -> A_Err { return A_Err_NONE; };
+    EXPECT_EQ(registry->AEGP_RegisterIdleHook(plugin, idle, nullptr), kNotAllowed);
+    EXPECT_EQ(registry->AEGP_RegisterDeathHook(plugin, death, nullptr), kNotAllowed);
+    {
+        const SuiteHost::Visit visit(host, plugin, PluginFunction::entry_point);
+        EXPECT_EQ(registry->AEGP_RegisterIdleHook(plugin, nullptr, nullptr), kBadArgument);
+        EXPECT_EQ(registry->AEGP_RegisterDeathHook(plugin, nullptr, nullptr), kBadArgument);
+        EXPECT_EQ(registry->AEGP_RegisterIdleHook(plugin, idle, nullptr), 0);
+        EXPECT_EQ(registry->AEGP_RegisterDeathHook(plugin, death, nullptr), 0);
+    }
+    EXPECT_EQ(host.idle_hooks().size(), 1U);
+    EXPECT_EQ(host.death_hooks().size(), 1U);
+    host.drop_plugin(plugin);
+    EXPECT_TRUE(host.idle_hooks().empty());
+    EXPECT_TRUE(host.death_hooks().empty());
+}
+
 TEST_F(Hooks, are_functions) {
     const SuiteHost::Visit visit(host, plugin, PluginFunction::entry_point);
     EXPECT_EQ(registry->AEGP_RegisterCommandHook(plugin, AEGP_HP_BeforeAE, 0, nullptr, nullptr), kBadArgument);

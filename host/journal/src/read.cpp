@@ -77,9 +77,10 @@ class LineParser {
 };
 
 PluginFunction plugin_function_named(std::string_view name) {
-    for (const PluginFunction function :
-         {PluginFunction::entry_point, PluginFunction::update_menu_hook, PluginFunction::command_hook})
+    for (std::size_t i = 0; i < suites::kPluginFunctionCount; ++i) {
+        const auto function = static_cast<PluginFunction>(i);
         if (name_of(function) == name) return function;
+    }
     throw BadLine("there is nothing in a plug-in that is called '" + std::string(name) + "'");
 }
 

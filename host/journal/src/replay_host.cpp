@@ -87,25 +87,23 @@ Pointer ReplayHost::own_pointer(const JournalValue& value) const {
 void ReplayHost::visit() {
     const PluginFunction function = here().function;
     const std::vector<JournalValue> arguments = here().values();
-    constexpr std::size_t kArguments[] = {4, 4, 6};
+    constexpr std::size_t kArguments[suites::kPluginFunctionCount] = {4, 4, 6, 4, 3};
     if (arguments.size() != kArguments[static_cast<std::size_t>(function)])
         throw BadValue("a visit has more or fewer arguments than this one");
-    AEGP_GlobalRefcon refcon = nullptr;
-    A_Boolean handled = 0;
+    Results results;
     A_Err error = A_Err_NONE;
     bool has_thrown = false;
     try {
-        error = enter(function, arguments, refcon, handled);
+        error = enter(function, arguments, results);
     } catch (const BadValue&) {
         throw;  // ours: no line of the plug-in has run
     } catch (...) {
         has_thrown = true;
     }
-    check_return(function, error, has_thrown, refcon, handled);
+    check_return(function, error, has_thrown, results);
 }
 
-A_Err ReplayHost::enter(PluginFunction function, const std::vector<JournalValue>& arguments, AEGP_GlobalRefcon& refcon,
-                        A_Boolean& handled) {
+A_Err ReplayHost::enter(PluginFunction function, const std::vector<JournalValue>& arguments, Results& results) {
     Decoder decoder(*this);
     if (function == PluginFunction::entry_point) {
         if (!plugin_name_.empty() && plugin_name_ != arguments[1].text)
@@ -115,9 +113,9 @@ A_Err ReplayHost::enter(PluginFunction function, const std::vector<JournalValue>
         const auto major = number_from<A_long>(decoder, arguments[2]);
         const auto minor = number_from<A_long>(decoder, arguments[3]);
         go_on();
-        return entry_point_(replay_basic_suite(), major, minor, id, &refcon);
+        return entry_point_(replay_basic_suite(), major, minor, id, &results.refcon);
     }
-    refcon = own_pointer<AEGP_GlobalRefcon>(arguments[1]);
+    const auto refcon = results.refcon = own_pointer<AEGP_GlobalRefcon>(arguments[1]);
     if (function == PluginFunction::update_menu_hook) {
         const auto hook = own_pointer<AEGP_UpdateMenuHook>(arguments[0]);
         const auto hook_refcon = own_pointer<AEGP_UpdateMenuRefcon>(arguments[2]);
@@ -126,6 +124,21 @@ A_Err ReplayHost::enter(PluginFunction function, const std::vector<JournalValue>
         go_on();
         return hook(refcon, hook_refcon, window);
     }
+    if (function == PluginFunction::idle_hook) {
+        const auto hook = own_pointer<AEGP_IdleHook>(arguments[0]);
+        const auto hook_refcon = own_pointer<AEGP_IdleRefcon>(arguments[2]);
+        results.max_sleep = number_from<A_long>(decoder, arguments[3]);
+        if (!hook) throw BadValue("there is no hook to call");
+        go_on();
+        return hook(refcon, hook_refcon, &results.max_sleep);
+    }
+    if (function == PluginFunction::death_hook) {
+        const auto hook = own_pointer<AEGP_DeathHook>(arguments[0]);
+        const auto hook_refcon = own_pointer<AEGP_DeathRefcon>(arguments[2]);
+        if (!hook) throw BadValue("there is no hook to call");
+        go_on();
+        return hook(refcon, hook_refcon);
+    }
     const auto hook = own_pointer<AEGP_CommandHook>(arguments[0]);
     const auto hook_refcon = own_pointer<AEGP_CommandRefcon>(arguments[2]);
     const auto command = number_from<AEGP_Command>(decoder, arguments[3]);
@@ -133,25 +146,25 @@ A_Err ReplayHost::enter(PluginFunction function, const std::vector<JournalValue>
     const auto already_handled = number_from<A_Boolean>(decoder, arguments[5]);
     if (!hook) throw BadValue("there is no hook to call");
     go_on();
-    return hook(refcon, hook_refcon, command, priority, already_handled, &handled);
+    return hook(refcon, hook_refcon, command, priority, already_handled, &results.handled);
 }
 
-void ReplayHost::check_return(PluginFunction function, A_Err error, bool has_thrown, AEGP_GlobalRefcon refcon,
-                              A_Boolean handled) {
+void ReplayHost::check_return(PluginFunction function, A_Err error, bool has_thrown, const Results& results) {
     need_line();
-    Encoder results(*this, Encoder::Direction::to_host);
-    if (function == PluginFunction::entry_point) results.add(refcon);
-    if (function == PluginFunction::command_hook) results.add(handled);
+    Encoder encoder(*this, Encoder::Direction::to_host);
+    if (function == PluginFunction::entry_point) encoder.add(results.refcon);
+    if (function == PluginFunction::command_hook) encoder.add(results.handled);
+    if (function == PluginFunction::idle_hook) encoder.add(results.max_sleep);
     const bool is_leaving = here().kind == JournalLine::Kind::leave;
     // The code of an exception is the host's, not the plug-in's.
     if (is_leaving && here().has_thrown == has_thrown && (has_thrown || here().code == error) &&
-        here().values() == parse_values(results.text())) {
+        here().values() == parse_values(encoder.text())) {
         go_on();
         return;
     }
     const std::string got = is_leaving ? "" : std::string(name_of(function)) + " coming back with ";
     const std::string code = has_thrown ? "an exception" : std::to_string(error);
-    differ(expected_got(in_words(here()), got + code + " (" + results.text() + ')'));
+    differ(expected_got(in_words(here()), got + code + " (" + encoder.text() + ')'));
 }
 
 }  // namespace host::journal

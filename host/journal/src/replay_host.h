@@ -49,10 +49,14 @@ class ReplayHost : private HandleNamer, private HandleResolver {
 
     // Visits
     void visit();
-    A_Err enter(PluginFunction function, const std::vector<JournalValue>& arguments, AEGP_GlobalRefcon& refcon,
-                A_Boolean& handled);
-    void check_return(PluginFunction function, A_Err error, bool has_thrown, AEGP_GlobalRefcon refcon,
-                      A_Boolean handled);
+    // What a visit leaves behind beside its code.
+    struct Results {
+        AEGP_GlobalRefcon refcon = nullptr;
+        A_Boolean handled = 0;
+        A_long max_sleep = 0;
+    };
+    A_Err enter(PluginFunction function, const std::vector<JournalValue>& arguments, Results& results);
+    void check_return(PluginFunction function, A_Err error, bool has_thrown, const Results& results);
     template <class Pointer>
     Pointer own_pointer(const JournalValue& value) const;
 

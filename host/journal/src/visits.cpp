@@ -24,7 +24,9 @@ std::string arguments_text(HandleNamer& namer, const suites::PluginCall& call) {
     encoder.add_word(own_text(namer, call.refcon, kRefconWord));
     if (call.function == PluginFunction::update_menu_hook) {
         encoder.add(call.window);
-    } else {
+    } else if (call.function == PluginFunction::idle_hook) {
+        encoder.add(*call.max_sleep);
+    } else if (call.function == PluginFunction::command_hook) {
         encoder.add(call.command);
         encoder.add(call.priority);
         encoder.add(call.already_handled);
@@ -36,6 +38,7 @@ std::string results_text(HandleNamer& namer, const suites::PluginCall& call) {
     Encoder encoder(namer, Encoder::Direction::to_host);
     if (call.function == PluginFunction::entry_point) encoder.add(*call.global_refcon);
     if (call.function == PluginFunction::command_hook) encoder.add(*call.handled);
+    if (call.function == PluginFunction::idle_hook) encoder.add(*call.max_sleep);
     return encoder.text();
 }
 

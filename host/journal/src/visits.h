@@ -12,6 +12,8 @@ namespace host::journal {
 // entry_point(plug-in's number, its name, major, minor) = (global refcon)
 // update_menu_hook(hook, global refcon, refcon, window) = ()
 // command_hook(hook, global refcon, refcon, command, priority, already handled) = (handled)
+// idle_hook(hook, global refcon, refcon, longest sleep) = (longest sleep)
+// death_hook(hook, global refcon, refcon) = ()
 std::string arguments_text(HandleNamer& namer, const suites::PluginCall& call);
 std::string results_text(HandleNamer& namer, const suites::PluginCall& call);
 

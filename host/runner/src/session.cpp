@@ -15,6 +15,9 @@ using suites::PluginFunction;
 constexpr A_long kInterfaceMajor = 114;
 constexpr A_long kInterfaceMinor = 0;
 
+// What an idle hook finds in its answer before it has given one.
+constexpr A_long kIdleMilliseconds = 1000;
+
 }  // namespace
 
 Session::Session(model::Project& project, script::Settings& settings, scriptui::DialogDriver& dialogs,
@@ -60,6 +63,14 @@ VisitResult Session::run_command(AEGP_Command command) {
     });
 }
 
+VisitResult Session::idle() {
+    return observe([this] { ask_idle_hooks(); });
+}
+
+VisitResult Session::quit() {
+    return observe([this] { ask_death_hooks(); });
+}
+
 void Session::ask_update_hooks() {
     suites_.prepare_menus_for_update();
     for (const suites::UpdateMenuHook& hook : suites_.update_menu_hooks()) {
@@ -92,6 +103,32 @@ void Session::ask_command_hooks(AEGP_Command command) {
             return hook.function(global, hook.refcon, command, hook.priority, call.already_handled, &handled);
         });
         current_.is_handled = current_.is_handled || handled != 0;
+    }
+}
+
+void Session::ask_idle_hooks() {
+    for (const suites::IdleHook& hook : suites_.idle_hooks()) {
+        A_long max_sleep = kIdleMilliseconds;
+        AEGP_GlobalRefcon& global = global_refcons_[hook.plugin_id];
+        const suites::PluginCall call{.function = PluginFunction::idle_hook,
+                                      .plugin = hook.plugin_id,
+                                      .global_refcon = &global,
+                                      .hook = reinterpret_cast<const void*>(hook.function),
+                                      .refcon = hook.refcon,
+                                      .max_sleep = &max_sleep};
+        visit(call, "its idle hook", [&] { return hook.function(global, hook.refcon, &max_sleep); });
+    }
+}
+
+void Session::ask_death_hooks() {
+    for (const suites::DeathHook& hook : suites_.death_hooks()) {
+        AEGP_GlobalRefcon& global = global_refcons_[hook.plugin_id];
+        const suites::PluginCall call{.function = PluginFunction::death_hook,
+                                      .plugin = hook.plugin_id,
+                                      .global_refcon = &global,
+                                      .hook = reinterpret_cast<const void*>(hook.function),
+                                      .refcon = hook.refcon};
+        visit(call, "its death hook", [&] { return hook.function(global, hook.refcon); });
     }
 }
 

@@ -82,6 +82,18 @@ void register_update_menu_hook(HostState& host, Caller caller, AEGP_UpdateMenuHo
     host.update_menu_hooks.push_back({caller.id, hook, refcon});
 }
 
+void register_idle_hook(HostState& host, Caller caller, AEGP_IdleHook hook, AEGP_IdleRefcon refcon) {
+    require_entry_point(host, caller);
+    if (!hook) refuse_null("hook");
+    host.idle_hooks.push_back({caller.id, hook, refcon});
+}
+
+void register_death_hook(HostState& host, Caller caller, AEGP_DeathHook hook, AEGP_DeathRefcon refcon) {
+    require_entry_point(host, caller);
+    if (!hook) refuse_null("hook");
+    host.death_hooks.push_back({caller.id, hook, refcon});
+}
+
 }  // namespace
 
 template <>
@@ -102,6 +114,8 @@ AEGP_RegisterSuite5 make_suite() {
     Suite s = trapped_suite<Suite>();
     s.AEGP_RegisterCommandHook = slot<&Suite::AEGP_RegisterCommandHook, register_command_hook>;
     s.AEGP_RegisterUpdateMenuHook = slot<&Suite::AEGP_RegisterUpdateMenuHook, register_update_menu_hook>;
+    s.AEGP_RegisterIdleHook = slot<&Suite::AEGP_RegisterIdleHook, register_idle_hook>;
+    s.AEGP_RegisterDeathHook = slot<&Suite::AEGP_RegisterDeathHook, register_death_hook>;
     return s;
 }
 

@@ -43,6 +43,8 @@ struct HostState {
     std::vector<MenuItem> menu_items;
     std::vector<CommandHook> command_hooks;
     std::vector<UpdateMenuHook> update_menu_hooks;
+    std::vector<IdleHook> idle_hooks;
+    std::vector<DeathHook> death_hooks;
 
     std::vector<Observer*> observers;
     std::vector<std::uint64_t> slot_calls;   // by slot ordinal

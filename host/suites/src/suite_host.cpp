@@ -38,6 +38,8 @@ void SuiteHost::drop_plugin(AEGP_PluginID id) {
     std::erase_if(state_->menu_items, is_its);
     std::erase_if(state_->command_hooks, is_its);
     std::erase_if(state_->update_menu_hooks, is_its);
+    std::erase_if(state_->idle_hooks, is_its);
+    std::erase_if(state_->death_hooks, is_its);
 }
 
 const std::string& SuiteHost::plugin_name(AEGP_PluginID id) const {
@@ -83,6 +85,12 @@ const std::vector<CommandHook>& SuiteHost::command_hooks() const {
 }
 const std::vector<UpdateMenuHook>& SuiteHost::update_menu_hooks() const {
     return state_->update_menu_hooks;
+}
+const std::vector<IdleHook>& SuiteHost::idle_hooks() const {
+    return state_->idle_hooks;
+}
+const std::vector<DeathHook>& SuiteHost::death_hooks() const {
+    return state_->death_hooks;
 }
 
 void SuiteHost::add_observer(Observer& observer) {

@@ -51,6 +51,12 @@ class Session {
     // stay in the project even after an error, as undo steps that the caller may take back.
     VisitResult run_command(AEGP_Command command);
 
+    // Asks the idle hooks, as happens again and again while nothing else is going on.
+    VisitResult idle();
+
+    // Asks the death hooks, as when the application ends: the last visit of a session that has one.
+    VisitResult quit();
+
     const std::vector<suites::MenuItem>& menu_items() const { return suites_.menu_items(); }
     suites::SuiteHost& suites() { return suites_; }  // observers, what was handed out and never given back, suites held
 
@@ -58,6 +64,8 @@ class Session {
     A_Err visit(const suites::PluginCall& facts, const std::string& what, const std::function<A_Err()>& call);
     void ask_update_hooks();
     void ask_command_hooks(AEGP_Command command);
+    void ask_idle_hooks();
+    void ask_death_hooks();
     // Runs `work` and gathers everything that came of it.
     VisitResult observe(const std::function<void()>& work);
     suites::ScriptReply run_script(std::string_view text);

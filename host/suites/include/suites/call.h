@@ -79,6 +79,7 @@ struct PluginCall {
     AEGP_HookPriority priority = 0;
     A_Boolean already_handled = 0;
     const A_Boolean* handled = nullptr;
+    const A_long* max_sleep = nullptr;  // idle hook: milliseconds until it wants to be asked again
 };
 
 // Sees every call: before() in the order in which observers were added, after() in the opposite order; and every visit

@@ -30,4 +30,18 @@ struct UpdateMenuHook {
     AEGP_UpdateMenuRefcon refcon;
 };
 
+// Asked while nothing else is going on.
+struct IdleHook {
+    AEGP_PluginID plugin_id;
+    AEGP_IdleHook function;
+    AEGP_IdleRefcon refcon;
+};
+
+// Asked once, when the application ends.
+struct DeathHook {
+    AEGP_PluginID plugin_id;
+    AEGP_DeathHook function;
+    AEGP_DeathRefcon refcon;
+};
+
 }  // namespace host::suites

@@ -7,11 +7,13 @@
 
 namespace host::suites {
 
-enum class PluginFunction : std::uint8_t { entry_point, update_menu_hook, command_hook };
+enum class PluginFunction : std::uint8_t { entry_point, update_menu_hook, command_hook, idle_hook, death_hook };
+inline constexpr std::size_t kPluginFunctionCount = 5;
 
 // "entry_point"
 constexpr std::string_view name_of(PluginFunction function) {
-    constexpr std::string_view kNames[] = {"entry_point", "update_menu_hook", "command_hook"};
+    constexpr std::string_view kNames[kPluginFunctionCount] = {"entry_point", "update_menu_hook", "command_hook",
+                                                               "idle_hook", "death_hook"};
     return kNames[static_cast<std::size_t>(function)];
 }
 

@@ -83,6 +83,8 @@ class SuiteHost {
     void prepare_menus_for_update();
     const std::vector<CommandHook>& command_hooks() const;
     const std::vector<UpdateMenuHook>& update_menu_hooks() const;
+    const std::vector<IdleHook>& idle_hooks() const;
+    const std::vector<DeathHook>& death_hooks() const;
 
     // Observers come and go between calls, not while one runs.
     void add_observer(Observer& observer);
