@@ -139,6 +139,55 @@ TEST(ChildProcess, several_are_heard_as_they_speak) {
     EXPECT_EQ(numbers, 0 + 1 + 2);
 }
 
+TEST(ChildProcess, may_print_apart_from_what_it_says) {
+    ChildProcess child(
+        [](const ChildProcess::Parent& parent) {
+            std::printf("out\n");
+            std::fflush(stdout);
+            std::fprintf(stderr, "err\n");
+            parent.say("said");
+            return 3;
+        },
+        {}, ChildProcess::Streams::apart);
+    EXPECT_EQ(child.wait().number, 3);
+    EXPECT_EQ(child.said(), "said");
+    EXPECT_EQ(child.printed(), "out\nerr\n");
+}
+
+TEST(ChildProcess, may_print_without_end_and_only_the_beginning_is_kept) {
+    ChildProcess child(
+        [](const ChildProcess::Parent&) {
+            for (int i = 0; i < 1'000'000; ++i) std::printf("number %d\n", i);
+            return 0;
+        },
+        {.time = std::chrono::seconds(60)}, ChildProcess::Streams::apart);
+    EXPECT_EQ(child.wait().kind, ProcessEnd::Kind::finished);
+    EXPECT_TRUE(child.printed().starts_with("number 0\nnumber 1\n"));
+    EXPECT_EQ(child.printed().size(), 64U << 10);
+}
+
+TEST(ChildProcess, kept_apart_takes_along_what_it_has_started) {
+    ::prctl(PR_SET_CHILD_SUBREAPER, 1);  // orphans become ours, and can be waited for
+    const auto start = std::chrono::steady_clock::now();
+    ChildProcess child(
+        [](const ChildProcess::Parent& parent) {
+            const pid_t grandchild = ::fork();
+            if (grandchild == 0) {
+                ::sleep(60);
+                ::_exit(0);
+            }
+            parent.say(std::to_string(grandchild));
+            return 0;
+        },
+        {}, ChildProcess::Streams::apart);
+    EXPECT_EQ(child.wait().kind, ProcessEnd::Kind::finished);
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
+    const pid_t grandchild = std::stoi(child.said());
+    int status = 0;
+    EXPECT_EQ(::waitpid(grandchild, &status, 0), grandchild);
+    EXPECT_TRUE(WIFSIGNALED(status));
+}
+
 TEST(ChildProcess, is_ended_with_its_object) {
     pid_t process = 0;
     {

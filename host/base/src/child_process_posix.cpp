@@ -65,9 +65,20 @@ struct Pipe {
     Descriptor to;
 };
 
+// So much is kept of what a process prints.
+constexpr std::size_t kMostPrinted = 64 << 10;
+
+// A process of which descendants may hold the pipes open is looked after this often.
+constexpr int kLookMilliseconds = 50;
+
 // In the child: the streams go where they shall.
-void lead_streams(ChildProcess::Streams streams, int says) {
+void lead_streams(ChildProcess::Streams streams, int says, int prints) {
     if (streams == ChildProcess::Streams::same) return;
+    if (streams == ChildProcess::Streams::apart) {
+        ::dup2(prints, STDERR_FILENO);
+        ::dup2(prints, STDOUT_FILENO);
+        return;
+    }
     const bool says_errors = streams == ChildProcess::Streams::errors_are_said;
     const Descriptor nowhere(says_errors ? -1 : ::open("/dev/null", O_RDWR | O_CLOEXEC));
     const int to = says_errors ? says : nowhere.get();
@@ -92,6 +103,8 @@ struct ChildProcess::State {
     std::optional<Clock::time_point> latest;
     bool was_ended_late = false;
     std::string said;
+    std::optional<Pipe> prints;  // of a process whose streams are kept apart
+    std::string printed;
     std::optional<ProcessEnd> end;
 
     // Until when there is time, in the form of poll().
@@ -105,10 +118,33 @@ struct ChildProcess::State {
         if (read_more(says.from.get(), said) != ReadResult::some) bury();
     }
 
+    // Whatever is there of what the process prints; its beginning is kept.
+    void receive_printed() {
+        if (!prints) return;
+        std::string more;
+        ReadResult result = ReadResult::some;
+        while (result == ReadResult::some && more.size() < kMostPrinted) result = read_more(prints->from.get(), more);
+        printed += more.substr(0, kMostPrinted - printed.size());
+        if (result == ReadResult::end) prints->from.close();
+    }
+
+    // A process whose descendants keep its pipes open has ended all the same.
+    void look() {
+        if (!prints || end) return;
+        siginfo_t info{};
+        if (::waitid(P_PID, static_cast<id_t>(process), &info, WEXITED | WNOHANG | WNOWAIT) != 0 || info.si_pid == 0)
+            return;
+        ::kill(-process, SIGKILL);
+        while (!end && read_more(says.from.get(), said) == ReadResult::some) continue;
+        bury();
+    }
+
+    void kill_it() const { ::kill(prints ? -process : process, SIGKILL); }
+
     void end_if_late() {
         if (!latest || was_ended_late || Clock::now() < *latest) return;
         was_ended_late = true;
-        ::kill(process, SIGKILL);
+        kill_it();
     }
 
     // The process has closed its end; what it has not closed by ending it may take its time for.
@@ -120,7 +156,10 @@ struct ChildProcess::State {
             ::poll(nullptr, 0, 1);
             end_if_late();
         }
+        const pid_t group = process;
         if (process > 0) wait_for(status, used, 0);
+        if (prints && group > 0) ::kill(-group, SIGKILL);
+        receive_printed();
         end = judge(status, used);
     }
 
@@ -166,7 +205,8 @@ struct ChildProcess::State {
     [[noreturn]] void work(const Work& work, Streams streams) {
         says.from.close();
         forget_all_children();
-        lead_streams(streams, says.to.get());
+        if (prints) ::setpgid(0, 0);
+        lead_streams(streams, says.to.get(), prints ? prints->to.get() : -1);
         const Parent::Ends ends{*shared, says.to.get()};
         const Parent parent(ends);
         shared->memory_at_start = resident_memory();
@@ -206,21 +246,33 @@ void ChildProcess::Parent::finish(int number) const {
 ChildProcess::ChildProcess(const Work& work, const ProcessLimits& limits, Streams streams)
     : state_(std::make_unique<State>()) {
     state_->limits = limits;
+    if (streams == Streams::apart) {
+        state_->prints.emplace();
+        for (const int from : {state_->says.from.get(), state_->prints->from.get()}) ::fcntl(from, F_SETFL, O_NONBLOCK);
+    }
     state_->process = fork_child(state_->registered);
     if (state_->process == 0) state_->work(work, streams);
     if (state_->process < 0) refuse_start();
     state_->says.to.close();
+    if (state_->prints) {
+        ::setpgid(state_->process, state_->process);  // both sides do it: neither may be too late
+        state_->prints->to.close();
+    }
     if (limits.time) state_->latest = Clock::now() + *limits.time;
 }
 
 ChildProcess::~ChildProcess() {
     if (state_->process <= 0) return;
-    ::kill(state_->process, SIGKILL);
+    state_->kill_it();
     state_->bury();
 }
 
 std::string& ChildProcess::said() {
     return state_->said;
+}
+
+const std::string& ChildProcess::printed() const {
+    return state_->printed;
 }
 
 std::size_t ChildProcess::place() const {
@@ -240,15 +292,22 @@ void ChildProcess::hear_any(std::span<ChildProcess* const> children) {
     std::vector<pollfd> ends;
     int longest = -1;
     for (const ChildProcess* child : children) {
-        ends.push_back({child->state_->says.from.get(), POLLIN, 0});
-        const int left = child->state_->was_ended_late ? -1 : child->state_->milliseconds_left();
+        const State& state = *child->state_;
+        ends.push_back({state.says.from.get(), POLLIN, 0});
+        ends.push_back({state.prints ? state.prints->from.get() : -1, POLLIN, 0});
+        int left = state.was_ended_late ? -1 : state.milliseconds_left();
+        if (state.prints) left = left < 0 ? kLookMilliseconds : std::min(left, kLookMilliseconds);
         if (left >= 0) longest = longest < 0 ? left : std::min(longest, left);
     }
     if (::poll(ends.data(), ends.size(), longest) < 0) return;  // interrupted
     for (std::size_t i = 0; i < children.size(); ++i) {
         State& state = *children[i]->state_;
         state.end_if_late();
-        if (ends[i].revents != 0) state.receive();
+        if (ends[2 * i + 1].revents != 0) state.receive_printed();
+        if (ends[2 * i].revents != 0)
+            state.receive();
+        else
+            state.look();
     }
 }
 

@@ -73,6 +73,7 @@ class ChildProcess {
         same,             // where those of this one do
         errors_are_said,  // standard error is what the parent receives
         nowhere,          // neither output nor errors go anywhere
+        apart,            // both are kept, apart from what it says; see printed()
     };
 
     // Its number is what the process finishes with. An exception that leaves it ends the process in the middle; lack of
@@ -90,6 +91,9 @@ class ChildProcess {
     // What it has said so far; the caller may take from it.
     std::string& said();
     std::size_t place() const;
+    // The beginning of what went to its standard streams, if they are kept apart. Such a process is also the head of a
+    // group of its own, and what it has started itself ends with it.
+    const std::string& printed() const;
     // Set once it has ended.
     const std::optional<ProcessEnd>& end() const;
 
