@@ -2,7 +2,7 @@
 #pragma once
 
 #include "cli/arguments/options.h"
-#include "cli/console.h"
+#include "cli/shared/console.h"
 #include "cli/shared/failure.h"
 
 namespace cli {

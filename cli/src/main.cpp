@@ -3,7 +3,7 @@
 
 #include "base/signals.h"
 #include "cli/arguments/parser.h"
-#include "cli/console.h"
+#include "cli/shared/console.h"
 #include "runner/utf8_locale.h"
 
 namespace {

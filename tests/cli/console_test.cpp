@@ -1,5 +1,5 @@
 // What standard error looks like.
-#include "cli/console.h"
+#include "cli/shared/console.h"
 
 #include <gtest/gtest.h>
 

@@ -6,7 +6,7 @@
 
 #include "cli/arguments/help.h"
 #include "cli/arguments/tables.h"
-#include "cli/file_io.h"
+#include "cli/shared/file_io.h"
 #include "cli/shared/suggestions.h"
 #include "commands.h"
 

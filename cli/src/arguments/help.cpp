@@ -3,8 +3,8 @@
 
 #include <cctype>
 
-#include "cli/file_io.h"
 #include "cli/shared/animation_file.h"
+#include "cli/shared/file_io.h"
 #include "cli/version.h"
 
 namespace cli {

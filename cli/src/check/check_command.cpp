@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "cli/file_io.h"
 #include "cli/shared/animation_file.h"
+#include "cli/shared/file_io.h"
 #include "cli/shared/selection.h"
 #include "cli/shared/trial.h"
 #include "shared/installed_parts.h"

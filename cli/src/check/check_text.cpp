@@ -3,7 +3,7 @@
 #include <cstdio>
 
 #include "check/checked_file.h"
-#include "cli/console.h"
+#include "cli/shared/console.h"
 
 namespace cli {
 namespace {

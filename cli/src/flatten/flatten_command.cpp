@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <filesystem>
 
-#include "cli/file_io.h"
 #include "cli/flatten/flattening.h"
 #include "cli/shared/animation_file.h"
+#include "cli/shared/file_io.h"
 #include "pictures/drawing_process.h"
 #include "shared/installed_parts.h"
 

@@ -2,8 +2,8 @@
 #include "commands.h"
 #include "list/listing.h"
 
-#include "cli/file_io.h"
 #include "cli/shared/animation_file.h"
+#include "cli/shared/file_io.h"
 
 namespace cli {
 namespace {

@@ -2,7 +2,7 @@
 #include <deque>
 #include <unordered_set>
 
-#include "cli/console.h"
+#include "cli/shared/console.h"
 #include "cli/shared/selection.h"
 #include "list/listing.h"
 #include "shared/layer_facts.h"

@@ -5,8 +5,8 @@
 #include <filesystem>
 #include <utility>
 
-#include "cli/file_io.h"
 #include "cli/shared/animation_file.h"
+#include "cli/shared/file_io.h"
 #include "cli/shared/selection.h"
 #include "cli/shared/trial.h"
 #include "looks/extract_composition.h"

@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "cli/arguments/options.h"
-#include "cli/file_io.h"
+#include "cli/shared/file_io.h"
 #include "report/report_page.h"
 
 namespace cli {

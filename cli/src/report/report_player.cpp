@@ -1,8 +1,8 @@
 // Where the player of the report's page lies.
 #include <filesystem>
 
-#include "cli/file_io.h"
 #include "cli/shared/failure.h"
+#include "cli/shared/file_io.h"
 #include "report/report_page.h"
 #include "shared/installed_parts.h"
 

@@ -6,7 +6,7 @@
 #include <unordered_map>
 #include <unordered_set>
 
-#include "cli/console.h"
+#include "cli/shared/console.h"
 #include "cli/shared/selection.h"
 
 namespace cli {

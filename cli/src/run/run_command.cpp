@@ -6,13 +6,13 @@
 #include <memory>
 #include <optional>
 
-#include "cli/file_io.h"
 #include "cli/shared/animation_file.h"
 #include "cli/shared/dialog_operator.h"
+#include "cli/shared/file_io.h"
 #include "cli/shared/selection.h"
 #include "cli/shared/trial.h"
 #include "cli/shared/unnest.h"
-#include "cli/workers.h"
+#include "cli/shared/workers.h"
 #include "run/judged_run.h"
 #include "run/run_journal.h"
 #include "run/summary.h"

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "cli/console.h"
+#include "cli/shared/console.h"
 #include "cli/shared/unnest.h"
 #include "run/judged_run.h"
 

@@ -6,7 +6,7 @@
 #include <optional>
 #include <unordered_set>
 
-#include "cli/console.h"
+#include "cli/shared/console.h"
 #include "cli/shared/suggestions.h"
 
 namespace cli {

@@ -1,7 +1,7 @@
 // Where the plug-in's dialog keeps what it remembers.
 #pragma once
 
-#include "cli/console.h"
+#include "cli/shared/console.h"
 #include "script/settings.h"
 
 namespace cli {

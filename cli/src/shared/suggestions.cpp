@@ -6,7 +6,7 @@
 #include <set>
 #include <utility>
 
-#include "cli/console.h"
+#include "cli/shared/console.h"
 
 namespace cli {
 namespace {

@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "cli/arguments/options.h"
-#include "cli/console.h"
+#include "cli/shared/console.h"
 #include "cli/shared/failure.h"
 
 namespace cli {

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "cli/console.h"
-#include "cli/file_io.h"
+#include "cli/shared/console.h"
+#include "cli/shared/file_io.h"
 #include "document/document.h"
 #include "document/written.h"
 #include "packed/archive.h"
@@ -33,8 +33,7 @@ void refuse_faulty_content(const lottie::document::Document& document);
 // The animation as it is now. Throws Failure (bad input, with its place) if it cannot be written.
 lottie::document::Written write_animation(const lottie::document::Document& document);
 // The same for the layers of one composition.
-lottie::document::WrittenLayers write_layers(const lottie::document::Document& document,
-                                             const host::model::Comp& comp);
+lottie::document::WrittenLayers write_layers(const lottie::document::Document& document, const host::model::Comp& comp);
 
 // The folder for results, made if it is missing. Throws Failure (failed).
 void prepare_folder(const std::string& folder);

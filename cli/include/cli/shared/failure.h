@@ -5,7 +5,7 @@
 #include <string>
 #include <utility>
 
-#include "cli/console.h"
+#include "cli/shared/console.h"
 
 namespace cli {
 

@@ -1,5 +1,5 @@
 // Standard error: sentences for people, coloured where that is wanted.
-#include "cli/console.h"
+#include "cli/shared/console.h"
 
 #include <cstdio>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // Whole files in and out, "-" being a standard stream.
-#include "cli/file_io.h"
+#include "cli/shared/file_io.h"
 
 namespace cli {
 

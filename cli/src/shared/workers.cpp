@@ -1,5 +1,5 @@
 // Processes for files: the plug-in is loaded once and each worker begins with it.
-#include "cli/workers.h"
+#include "cli/shared/workers.h"
 
 #include <memory>
 #include <utility>
