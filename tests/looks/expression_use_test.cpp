@@ -49,6 +49,13 @@ TEST(ExpressionUse, layers_asked_for_by_number_or_by_something_computed) {
     EXPECT_TRUE(read_expression("thisComp.layer('a' + 1)").has_computed_layer);
 }
 
+TEST(ExpressionUse, a_number_in_another_composition_is_no_number_of_the_layers_own) {
+    const ExpressionUse use = read_expression("comp('A').layer(1).effect('Color')(1)");
+    EXPECT_THAT(use.layer_numbers, IsEmpty());
+    EXPECT_THAT(use.layer_numbers_elsewhere, ElementsAre(testing::Pair("A", 1)));
+    EXPECT_THAT(read_expression("x.comp('A').layer(1)").layer_numbers, ElementsAre(1));
+}
+
 TEST(ExpressionUse, members_of_the_composition_are_listed_but_for_layers) {
     EXPECT_THAT(read_expression("thisComp.width / thisComp.numLayers").composition_members,
                 ElementsAre("width", "numLayers"));

@@ -79,13 +79,24 @@ class Reader {
         }
     }
 
+    // Whether the receiver of the member, such as comp("Name") in comp("Name").layer(1), is a composition by name.
+    bool is_of_named_composition(std::size_t i) const {
+        return i >= 5 && is_mark(i - 2, ")") && tokens_[i - 3].kind == ExpressionTokenKind::string &&
+               is_mark(i - 4, "(") && tokens_[i - 5].text == "comp" && !is_member(i - 5);
+    }
+
     void read_layer(std::size_t i) {
         if (i + 3 >= tokens_.size() || !is_mark(i + 3, ")")) {
             use_.has_computed_layer = true;
         } else if (tokens_[i + 2].kind == ExpressionTokenKind::string) {
             return;  // a name: looked at with all other names
         } else if (is_number(tokens_[i + 2].text)) {
-            use_.layer_numbers.push_back(std::strtod(tokens_[i + 2].text.c_str(), nullptr));
+            const double number = std::strtod(tokens_[i + 2].text.c_str(), nullptr);
+            if (is_of_named_composition(i)) {
+                use_.layer_numbers_elsewhere.emplace_back(tokens_[i - 3].text, number);
+            } else {
+                use_.layer_numbers.push_back(number);
+            }
         } else {
             use_.has_computed_layer = true;
         }

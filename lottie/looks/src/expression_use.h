@@ -3,6 +3,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace lottie::looks {
@@ -16,7 +17,8 @@ struct ExpressionUse {
     bool has_computed_layer = false;               // layer(...) with anything but a literal
     std::vector<std::string> composition_members;  // of thisComp, layers aside: "width", "numLayers", ...
     std::vector<double> layer_numbers;             // layer(3)
-    std::vector<std::string> compositions;         // comp("Name")
+    std::vector<std::pair<std::string, double>> layer_numbers_elsewhere;  // comp("Name").layer(3)
+    std::vector<std::string> compositions;                                // comp("Name")
 };
 
 ExpressionUse read_expression(std::string_view text);
