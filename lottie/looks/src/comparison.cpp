@@ -139,6 +139,17 @@ bool Comparison::is_composition_known(const std::string& name) const {
     return before().main().name == name || (found != before().nest_names.end() && found->second > 0);
 }
 
+bool Comparison::is_name_of_this_composition(const std::string& name) const {
+    if (stack().id.empty()) return before().main().name == name;
+    return std::any_of(before().stacks.begin(), before().stacks.end(), [&](const auto& entry) {
+        const Stack& around = *entry.second;
+        for (std::size_t i = 0; i < around.size(); ++i) {
+            if (around.layer(i).source == stack().id && around.layer(i).name == name) return true;
+        }
+        return false;
+    });
+}
+
 bool Comparison::is_composition_known_after(const std::string& name) const {
     if (before().main().name == name) return true;
     const auto found = before().nest_names.find(name);

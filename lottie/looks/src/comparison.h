@@ -54,6 +54,8 @@ class Comparison {
     // Whether players know a composition by that name: a nest has it, or it is the main composition's.
     bool is_composition_known(const std::string& name) const;
     bool is_composition_known_after(const std::string& name) const;
+    // Whether players may know the composition that the run worked on by that name.
+    bool is_name_of_this_composition(const std::string& name) const;
 
   private:
     std::vector<double> whole_frames(double from, double to, const std::vector<std::size_t>& nests) const;

@@ -102,10 +102,11 @@ class ExpressionFindings {
 
     void look_at_numbers(const Case& one, const ExpressionUse& use) {
         for (const auto& [composition, number] : use.layer_numbers_elsewhere) {
-            if (!c_.is_composition_known(composition)) continue;  // no player finds that one or its layers
+            if (!c_.is_name_of_this_composition(composition))
+                continue;  // one that stays as it is, goes, or is not there
             note(Reason::layer_reference, Weight::change, one,
                  "it asks for layer " + plain(number) + " of composition " + quoted(composition) +
-                     " by number, which may be another one now");
+                     " by number, which is worked on");
         }
         if (use.layer_numbers.empty() && !use.has_computed_layer) return;
         const std::vector<double> numbers_after = read_expression(one.after_text).layer_numbers;
