@@ -116,6 +116,14 @@ std::vector<Case> blend_cases() {
     };
 }
 
+// So small that one alone is hardly seen.
+std::vector<std::string> specks(int count) {
+    std::vector<std::string> layers;
+    for (int i = 1; i <= count; ++i)
+        layers.push_back(solid(i, "speck", 1, 1, "#ff0000", {{"ks", at(65, 9 * i)}}));
+    return layers;
+}
+
 std::vector<Case> clip_cases() {
     const Members small = {{"w", "60"}, {"h", "60"}, {"ks", at(20, 20)}};
     const std::string dot = R"({"ty":"el","p":{"a":0,"k":[0,0]},"s":{"a":0,"k":[56,56]}},)"
@@ -133,6 +141,8 @@ std::vector<Case> clip_cases() {
          inside({shape_layer(1, "dot", dot, {{"ks", transform({{"p", still("[30,30,0]")}, {"r", still("45")}})}})},
                 small)},
         {Reason::clip, "by_a_hair", Weight::slight, Pictures::equal, inside({red({{"ks", at(20.02, 10)}})}, small)},
+        {Reason::clip, "specks_over_the_whole_picture", Weight::change, Pictures::differ, inside(specks(6), small),
+         "speck", "w", 0},
     };
 }
 

@@ -9,8 +9,17 @@
 namespace lottie::looks {
 namespace {
 
-constexpr double kSliver = 1;           // pixels: what anti-aliasing smears anyway
-constexpr double kUnseenShare = 0.001;  // of a picture: so much may differ between pictures that look equal
+// Pictures that look equal may differ in so much of their area, and in so much of what is near a difference, where their
+// likeness is less: measured in pictures of this width, whose likeness is that of blocks.
+constexpr double kPictureWidth = 400;
+constexpr double kBlock = 8;
+constexpr double kUnseenShare = 0.001;
+constexpr double kUnseenBlocks = 0.002;
+
+// Pixels that anti-aliasing smears anyway.
+double sliver(const Stack& stack) {
+    return std::min(1.0, stack.width / kPictureWidth);
+}
 
 // The parts of `hull` outside `frame`.
 std::array<Hull, 4> outside(const Hull& hull, const Box& frame) {
@@ -28,9 +37,17 @@ std::array<Hull, 4> outside(const Hull& hull, const Box& frame) {
 
 // What of a layer newly comes into view when the nest's frame does not cut it off, in pixels of the outer composition.
 struct Overhang {
-    double width = 0;  // of its narrower side
-    double area = 0;
+    double width = 0;   // of its narrower side
+    double unseen = 0;  // the share that it takes of what nobody sees; more than 1 is seen
 };
+
+double unseen_share(const Stack& stack, const Hull& part) {
+    const Box box = around(part);
+    const double whole = std::max(1.0, stack.width * stack.height);
+    const double block = kBlock * stack.width / kPictureWidth;
+    const double near = (box.right - box.left + block) * (box.bottom - box.top + block);
+    return std::max(area(part) / whole / kUnseenShare, near / whole / kUnseenBlocks);
+}
 
 bool is_within(const Hull& hull, const Box& frame) {
     if (hull.size() < 3) return true;
@@ -47,8 +64,9 @@ Overhang overhang(const Unnesting& u, const Hull& hull, double frame) {
     for (const Hull& part : outside(hull, inner_frame)) {
         const Hull seen = cut(mapped(part, outer), view);
         const Box box = around(seen);
-        all.width = std::max(all.width, std::min(box.right - box.left, box.bottom - box.top));
-        all.area += area(seen);
+        const double width = std::min(box.right - box.left, box.bottom - box.top);
+        all.width = std::max(all.width, width);
+        if (width > sliver(u.stack())) all.unseen += unseen_share(u.stack(), seen);
     }
     return all;
 }
@@ -58,7 +76,7 @@ struct Worst {
     double width = 0;
     double width_frame = 0;
     std::size_t layer = 0;
-    double share = 0;  // of the outer composition's area
+    double unseen = 0;
     std::optional<double> first_frame;
     std::size_t layers = 0;
 };
@@ -88,18 +106,18 @@ Worst search(const Unnesting& u) {
     std::vector<bool> is_counted(u.inside().size(), false);
     for (std::size_t i = 0; i < inner_frames.size(); ++i) {
         const double frame = u.nest_frames()[i];
-        double area = 0;
+        double unseen = 0;
         for (const std::size_t inner : layers) {
             const Overhang one = overhang(u, u.inside_survey().reach_in_stack(inner, inner_frames[i]), frame);
-            area += one.area;
-            if (one.width > kSliver) {
+            unseen += one.unseen;
+            if (one.width > sliver(u.stack())) {
                 if (!worst.first_frame) worst.first_frame = frame;
                 if (!is_counted[inner]) ++worst.layers;
                 is_counted[inner] = true;
             }
             if (one.width > worst.width) worst.width = one.width, worst.width_frame = frame, worst.layer = inner;
         }
-        worst.share = std::max(worst.share, area / std::max(1.0, u.stack().width * u.stack().height));
+        worst.unseen = std::max(worst.unseen, unseen);
     }
     return worst;
 }
@@ -111,7 +129,8 @@ void find_clip_changes(Unnesting& u) {
     if (worst.width <= kNothing) return;
     const SceneLayer& layer = u.inside().layer(worst.layer);
     const std::string frame_size = plain(u.nest().width) + " x " + plain(u.nest().height);
-    if (worst.layers == 0 || worst.share <= kUnseenShare) {
+    if (worst.unseen <= 1) {
+        u.take_of_unseen(worst.unseen);
         u.add({Reason::clip, Weight::slight,
                "layer " + quoted(layer.name) + " reaches over the edge of the nest's frame (" + frame_size +
                    ") by less than the eye sees",

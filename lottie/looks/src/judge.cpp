@@ -117,6 +117,7 @@ std::vector<NestReport> Judge::compare(const StackChange& change, const Rewritte
         report.name = unnesting.nest().name;
         report.findings = unnesting.take_findings();
         report.verdict = verdict_of(report.findings);
+        report.unseen = unnesting.unseen();
         reports.push_back(std::move(report));
     }
     state.newest = State::Compared{result, after.deleted, after.byte_count};

@@ -47,6 +47,10 @@ class Unnesting {
     void add(Finding finding) { findings_.push_back(std::move(finding)); }
     std::vector<Finding> take_findings();
 
+    // Of the difference between pictures that look equal, 1 being all of it.
+    void take_of_unseen(double share) { unseen_ += share; }
+    double unseen() const { return unseen_; }
+
   private:
     Comparison& comparison_;
     std::size_t nest_place_;
@@ -54,6 +58,7 @@ class Unnesting {
     std::vector<std::optional<std::size_t>> copy_of_;
     std::vector<double> nest_frames_;
     std::vector<Finding> findings_;
+    double unseen_ = 0;
 };
 
 }  // namespace lottie::looks

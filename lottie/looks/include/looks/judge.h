@@ -43,6 +43,9 @@ struct NestReport {
     std::string name;
     Verdict verdict = Verdict::exact;
     std::vector<Finding> findings;  // in the order of Reason
+    // How much of what may differ unseen in one picture does: several nests together look equal as long as this adds up
+    // to no more than 1.
+    double unseen = 0;
 };
 
 // Files that would take hours are told by the work they make, not by the clock: the same file is refused everywhere.
