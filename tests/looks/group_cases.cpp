@@ -119,8 +119,7 @@ std::vector<Case> blend_cases() {
 // So small that one alone is hardly seen.
 std::vector<std::string> specks(int count) {
     std::vector<std::string> layers;
-    for (int i = 1; i <= count; ++i)
-        layers.push_back(solid(i, "speck", 1, 1, "#ff0000", {{"ks", at(65, 9 * i)}}));
+    for (int i = 1; i <= count; ++i) layers.push_back(solid(i, "speck", 1, 1, "#ff0000", {{"ks", at(65, 9 * i)}}));
     return layers;
 }
 

@@ -21,12 +21,12 @@ TEST_P(EachCase, looks_the_same_however_much_of_it_became_flat) {
     const cli::Flattened flat = cli::flatten_animation(GetParam().animation, plugin(), {});
     const bool is_flat = flat.nests_left == 0;
     for (const cli::FlattenedNest& nest : flat.nests) {
-        if (!nest.is_kept) {
+        if (!nest.is_kept()) {
             EXPECT_NE(nest.verdict, lottie::looks::Verdict::changes);
         }
     }
     EXPECT_EQ(is_flat,
-              std::none_of(flat.nests.begin(), flat.nests.end(), [](const auto& nest) { return nest.is_kept; }));
+              std::none_of(flat.nests.begin(), flat.nests.end(), [](const auto& nest) { return nest.is_kept(); }));
     if (GetParam().pictures == Pictures::cannot_tell) return;
     EXPECT_TRUE((Judged{GetParam().animation, flat.text, {}}).looks_equal()) << flat.text;
 }

@@ -37,7 +37,7 @@ TEST_P(EachRemedy, is_applied_where_it_keeps_the_look) {
     const cli::Flattened flat = flattened(scene.animation);
     ASSERT_EQ(flat.nests.size(), 1U);
     const cli::FlattenedNest& nest = flat.nests[0];
-    EXPECT_EQ(nest.is_kept, scene.outcome == Outcome::stays);
+    EXPECT_EQ(nest.is_kept(), scene.outcome == Outcome::stays);
     const bool is_mended = std::count(nest.mended.begin(), nest.mended.end(), scene.reason) > 0;
     if (scene.outcome == Outcome::mended) {
         EXPECT_TRUE(is_mended);

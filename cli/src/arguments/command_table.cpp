@@ -20,7 +20,7 @@ std::string output_problem(const Options& options) {
     if (has_standard_input && options.in_place) return "standard input (-) cannot be replaced: leave out --in-place";
     if (has_standard_input && to_folder)
         return "standard input (-) has no name to be written under: use -o OUT instead of --out-dir";
-    if (options.files.size() > 1 && !options.in_place && !to_folder) {
+    if (options.files.size() > 1 && !options.in_place && !to_folder && !options.dry_run) {
         return "several files need --out-dir DIR or --in-place";
     }
     if (to_folder) {

@@ -17,6 +17,7 @@ constexpr std::string_view kDiagnosis = "Limits and diagnosis";
 constexpr std::string_view kInformation = "Information";
 
 constexpr std::string_view kUnnesting = "run check report";
+constexpr std::string_view kSelecting = "run flatten check report";
 
 template <class Number>
 [[noreturn]] void refuse_number(const std::string& text, Number least, Number most) {
@@ -102,7 +103,7 @@ constexpr Option kOptions[] = {
      .more = "Each file gets a process of its own, so a plug-in that crashes takes only its own file down. Messages "
              "come in the order of the files, and on a colour terminal a line counts the files that are done. Files "
              "that share a name are done one after another.",
-     .commands = "run",
+     .commands = "run flatten",
      .excludes = "--dialog --journal",
      .set = [](Options& o, Text value) { o.jobs = whole_number(value, 1, 1024); }},
     {.name = "--format",
@@ -126,6 +127,18 @@ constexpr Option kOptions[] = {
      .more = "The last line then says how far apart the pictures are at the worst frame.",
      .commands = "flatten",
      .set = [](Options& o, Text) { o.prove = true; }},
+    {.name = "--dry-run",
+     .letter = 'n',
+     .category = kOutput,
+     .brief = "say what would be done, and write nothing",
+     .commands = "flatten",
+     .set = [](Options& o, Text) { o.dry_run = true; }},
+    {.name = "--flatten",
+     .category = kOutput,
+     .brief = "show what exflate flatten would do instead",
+     .more = "Nests are judged in the order in which they become flat, mended where un-nesting loses something.",
+     .commands = "check",
+     .set = [](Options& o, Text) { o.flatten = true; }},
     {.name = "--json",
      .category = kOutput,
      .brief = "print JSON, for other programs",
@@ -143,16 +156,17 @@ constexpr Option kOptions[] = {
      .value = "NAME|ID",
      .category = kSelection,
      .brief = "work in this composition",
-     .more = "By default run and report work in the main composition, and check in all of them. Animations of a "
+     .more = "By default run and report work in the main composition, flatten and check in all of them; with this or "
+             "--layer, flatten un-nests the nests of one composition and leaves those inside of them. Animations of a "
              ".lottie file that have no such composition are skipped, as long as one has it.",
-     .commands = kUnnesting,
+     .commands = kSelecting,
      .set = [](Options& o, Text value) { o.composition = value; }},
     {.name = "--layer",
      .value = "NAME|#INDEX",
      .category = kSelection,
      .brief = "un-nest this layer; default: every nest",
      .more = "#INDEX is its place in the stack, as exflate list shows it.",
-     .commands = kUnnesting,
+     .commands = kSelecting,
      .repeats = true,
      .set = [](Options& o, Text value) { o.layers.push_back(value); }},
     {.name = "--recursive",
@@ -172,14 +186,32 @@ constexpr Option kOptions[] = {
      .more = "The looks are judged as by exflate check; with --recursive, as deep as that goes.",
      .commands = "run",
      .set = [](Options& o, Text) { o.only_exact = true; }},
+    {.name = "--keep-look",
+     .category = kSelection,
+     .brief = "un-nest only nests whose look stays exact or equal to the eye",
+     .more = "Unlike exflate flatten, nothing is mended.",
+     .commands = "run",
+     .excludes = "--only-exact",
+     .set = [](Options& o, Text) { o.keep_look = true; }},
     {.name = "--max-growth",
      .value = "PERCENT",
      .category = kSelection,
      .brief = "keep a shared nest if the file would grow by more than PERCENT",
      .more = "A nest is shared if other nests use its composition too. PERCENT is of the size of the input.",
-     .commands = "run",
+     .commands = "run flatten",
      .set = [](Options& o, Text value) { o.max_growth = number(value, 0, 1e9); }},
-
+    {.name = "--all",
+     .category = kSelection,
+     .brief = "un-nest every nest, even where the look changes",
+     .more = "The last line then says where it does.",
+     .commands = "flatten",
+     .set = [](Options& o, Text) { o.all = true; }},
+    {.name = "--exact",
+     .category = kSelection,
+     .brief = "un-nest only nests whose look stays exact",
+     .commands = "flatten",
+     .excludes = "--all",
+     .set = [](Options& o, Text) { o.exact = true; }},
     {.name = "--keep-unused",
      .category = kSelection,
      .brief = "keep the compositions that nothing shows any more",

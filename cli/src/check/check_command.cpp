@@ -3,8 +3,10 @@
 #include "commands.h"
 
 #include <algorithm>
+#include <map>
 #include <utility>
 
+#include "cli/flatten/flattening.h"
 #include "cli/shared/animation_file.h"
 #include "cli/shared/file_io.h"
 #include "cli/shared/selection.h"
@@ -37,10 +39,54 @@ void add_proof(const std::string& before, NestTrial& trial) {
     }
 }
 
+// Compositions are drawn once each, the main one in any case; a nest that stays has nothing to show.
+void add_proofs(const std::string& before, const std::string& after, CheckedFile& checked) {
+    std::map<std::string, NestTrial> drawn;
+    drawn[""];
+    for (const CheckedNest& nest : checked.nests) {
+        if (!nest.flattened->kept_because.empty()) continue;
+        auto& findings = drawn[nest.composition].nest.report.findings;
+        findings.insert(findings.end(), nest.report.findings.begin(), nest.report.findings.end());
+    }
+    for (auto& [composition, trial] : drawn) {
+        trial.nest.composition = composition;
+        trial.after = after;
+        add_proof(before, trial);
+    }
+    for (CheckedNest& nest : checked.nests) {
+        if (!nest.flattened->kept_because.empty()) continue;
+        nest.proof = drawn[nest.composition].nest.proof;
+        nest.proof_problem = drawn[nest.composition].nest.proof_problem;
+    }
+    checked.proof = drawn[""].nest.proof;
+    checked.proof_problem = drawn[""].nest.proof_problem;
+}
+
+// Throws Failure.
+void check_flattening(const std::string& text, const Options& options, const host::runner::PluginModule& plugin,
+                      const Console& console, CheckedFile& checked) {
+    Options as_to_draw = options;
+    as_to_draw.keep_unused = true;
+    const Flattened flattened = flatten_animation(text, plugin, as_to_draw);
+    print_warnings(console, checked.name, flattened.warnings);
+    for (const FlattenedNest& nest : flattened.nests) {
+        CheckedNest& one = checked.nests.emplace_back();
+        one.composition = nest.composition;
+        one.composition_name = nest.composition_name;
+        one.number = nest.number;
+        one.layers = nest.layers;
+        one.bytes_after = flattened.text.size();
+        one.report = {nest.number - 1, nest.name, nest.verdict, nest.findings, 0};
+        one.flattened = {nest.kept_because, nest.mended};
+    }
+    if (options.prove) add_proofs(text, flattened.text, checked);
+}
+
 // Throws Failure.
 void check_animation(std::string text, const Options& options, const host::runner::PluginModule& plugin,
                      const Console& console, CheckedFile& checked) {
     checked.bytes = text.size();
+    if (options.flatten) return check_flattening(text, options, plugin, console, checked);
     lottie::document::Document document = parse_input(std::move(text));
     print_warnings(console, checked.name, document.warnings());
     const host::script::Limits limits = script_limits(options.script_time);
@@ -107,6 +153,9 @@ std::string report(const std::vector<CheckedFile>& files, CheckFormat format) {
 
 ExitCode code_of(const CheckedFile& file) {
     if (file.failure) return file.failure->code();
+    for (const CheckedNest& nest : file.nests) {
+        if (nest.flattened && !nest.flattened->kept_because.empty()) return ExitCode::look_changes;
+    }
     return file.verdict() == lottie::looks::Verdict::changes ? ExitCode::look_changes : ExitCode::done;
 }
 

@@ -21,6 +21,15 @@ void add_finding(JsonWriter& json, const lottie::looks::Finding& finding) {
     json.end_object();
 }
 
+void add_flattened(JsonWriter& json, const FlattenedAs& flattened) {
+    json.add("becomes", flattened.kept_because.empty() ? "flat" : "kept");
+    if (!flattened.kept_because.empty()) return json.add("kept_because", flattened.kept_because);
+    json.key("mended");
+    json.begin_array();
+    for (const auto reason : flattened.mended) json.add_element(std::string(code(reason)));
+    json.end_array();
+}
+
 }  // namespace
 
 void add_proof(JsonWriter& json, const Proof& proof) {
@@ -47,6 +56,7 @@ void add_nest(JsonWriter& json, const CheckedNest& nest) {
     json.add("layers", nest.layers);
     json.add("bytes_after", nest.bytes_after);
     json.add("verdict", std::string(name(nest.report.verdict)));
+    if (nest.flattened) add_flattened(json, *nest.flattened);
     json.key("reasons");
     json.begin_array();
     for (const auto& finding : nest.report.findings) add_finding(json, finding);
@@ -71,6 +81,8 @@ std::string check_json(const std::vector<CheckedFile>& files) {
         } else {
             json.add("verdict", std::string(name(file.verdict())));
         }
+        if (file.proof) add_proof(json, *file.proof);
+        if (!file.proof_problem.empty()) json.add("pictures_problem", file.proof_problem);
         json.key("nests");
         json.begin_array();
         for (const CheckedNest& nest : file.nests) {

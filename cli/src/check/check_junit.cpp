@@ -44,12 +44,21 @@ std::string reasons(const CheckedNest& nest, Weight least) {
     return text;
 }
 
+bool is_kept(const CheckedNest& nest) {
+    return nest.flattened && !nest.flattened->kept_because.empty();
+}
+
+bool fails(const CheckedNest& nest) {
+    return nest.report.verdict == Verdict::changes || is_kept(nest);
+}
+
 std::string test_case(const CheckedFile& file, const CheckedNest& nest) {
     const std::string composition = nest.composition.empty() ? "" : " in " + nest.composition;
     std::string text = "    <testcase" + attribute("classname", file.name) +
                        attribute("name", "#" + std::to_string(nest.number) + " " + nest.report.name + composition);
-    if (nest.report.verdict != Verdict::changes) return text + "/>\n";
-    std::string first = reasons(nest, Weight::change);
+    if (!fails(nest)) return text + "/>\n";
+    const std::string first =
+        is_kept(nest) ? "kept: " + nest.flattened->kept_because + "\n" : reasons(nest, Weight::change);
     const std::string message = first.substr(0, first.find('\n'));
     return text + ">\n      <failure" + attribute("type", "look-changes") + attribute("message", message) + ">" +
            escaped(first) + "</failure>\n    </testcase>\n";
@@ -67,7 +76,7 @@ std::string check_junit(const std::vector<CheckedFile>& files) {
         std::size_t failures = 0;
         for (const CheckedNest& nest : file.nests) {
             cases += test_case(file, nest);
-            failures += nest.report.verdict == Verdict::changes ? 1 : 0;
+            failures += fails(nest) ? 1U : 0U;
         }
         const std::size_t errors = file.failure ? 1 : 0;
         if (file.failure) {

@@ -28,6 +28,14 @@ std::string proof_line(const Proof& proof) {
     return text;
 }
 
+std::string flattened_line(const FlattenedAs& flattened) {
+    if (!flattened.kept_because.empty()) return "stays: " + printable(flattened.kept_because);
+    std::string line = "becomes flat";
+    for (const auto reason : flattened.mended)
+        line += (line.ends_with("flat") ? ", mended: " : ", ") + std::string(code(reason));
+    return line;
+}
+
 void add_finding(std::string& text, const Finding& finding) {
     text += "      " + std::string(finding.weight == Weight::change   ? "! "
                                    : finding.weight == Weight::slight ? "~ "
@@ -39,8 +47,9 @@ void add_finding(std::string& text, const Finding& finding) {
 
 void add_nest(std::string& text, const CheckedFile& file, const CheckedNest& nest) {
     text += "    #" + std::to_string(nest.number) + " " + in_quotes(nest.report.name) + ": " +
-            std::string(name(nest.report.verdict)) + " (" + counted(nest.layers, "layer") + ", " + growth(file, nest) +
-            ")\n";
+            std::string(name(nest.report.verdict)) + " (" + counted(nest.layers, "layer") +
+            (nest.flattened ? "" : ", " + growth(file, nest)) + ")\n";
+    if (nest.flattened) text += "      " + flattened_line(*nest.flattened) + "\n";
     for (const Finding& finding : nest.report.findings) {
         if (finding.reason != lottie::looks::Reason::size) add_finding(text, finding);
     }
@@ -53,6 +62,14 @@ void add_totals(std::string& text, const CheckedFile& file) {
     for (const CheckedNest& nest : file.nests) ++counts[static_cast<std::size_t>(nest.report.verdict)];
     text += "  " + counted(file.nests.size(), "nest") + ": " + std::to_string(counts[0]) + " exact, " +
             std::to_string(counts[1]) + " equal to the eye, " + std::to_string(counts[2]) + " changing\n";
+    if (file.nests.empty() || !file.nests[0].flattened) return;
+    std::size_t kept = 0;
+    for (const CheckedNest& nest : file.nests) kept += nest.flattened->kept_because.empty() ? 0U : 1U;
+    text += "  made flat: " + std::to_string(file.nests.size() - kept) + " un-nested, " + std::to_string(kept) +
+            " kept; " + std::to_string(file.bytes) + " bytes become " + std::to_string(file.nests[0].bytes_after) +
+            "\n";
+    if (file.proof) text += "  " + proof_line(*file.proof) + "\n";
+    if (!file.proof_problem.empty()) text += "  no pictures: " + printable(file.proof_problem) + "\n";
 }
 
 }  // namespace

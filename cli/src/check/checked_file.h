@@ -16,6 +16,8 @@ struct CheckedFile {
     std::string name;
     std::size_t bytes = 0;  // unpacked
     std::vector<CheckedNest> nests;
+    std::optional<Proof> proof;  // of the main composition, if making it flat was asked for
+    std::string proof_problem;
     std::optional<Failure> failure;  // then `nests` holds what was checked until then
 
     lottie::looks::Verdict verdict() const;  // the worst

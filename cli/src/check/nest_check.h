@@ -26,6 +26,12 @@ struct Proof {
     std::size_t frames = 0;  // that were compared
 };
 
+// What `exflate flatten` makes of a nest.
+struct FlattenedAs {
+    std::string kept_because;  // it stays a nest; empty: it is un-nested
+    std::vector<lottie::looks::Reason> mended;
+};
+
 struct CheckedNest {
     std::string composition;  // asset id; empty for the main one
     std::string composition_name;
@@ -33,6 +39,7 @@ struct CheckedNest {
     std::size_t layers = 0;       // that come out
     std::size_t bytes_after = 0;  // of the file, this nest alone un-nested
     lottie::looks::NestReport report;
+    std::optional<FlattenedAs> flattened;  // if that was asked for; the rest then tells of the file made flat
     std::optional<Proof> proof;
     std::string proof_problem;  // why there is no proof although one was asked for
 };

@@ -1,13 +1,12 @@
 // `exflate flatten`: nested to flat, with the look kept.
 #include "commands.h"
 
-#include <algorithm>
 #include <cstdio>
-#include <filesystem>
 
 #include "cli/flatten/flattening.h"
 #include "cli/shared/animation_file.h"
-#include "cli/shared/file_io.h"
+#include "cli/shared/files_at_work.h"
+#include "cli/shared/trial.h"
 #include "pictures/drawing_process.h"
 #include "shared/installed_parts.h"
 
@@ -27,31 +26,35 @@ std::string reasons(const std::vector<lottie::looks::Reason>& mended) {
     return list;
 }
 
-// Why a nest had to stay, by its first weighty reason.
-std::string main_reason(const FlattenedNest& nest) {
-    for (const Weight weight : {Weight::change, Weight::slight}) {
-        for (const Finding& finding : nest.findings) {
-            if (finding.weight == weight) return std::string(code(finding.reason)) + ": " + finding.sentence;
-        }
-    }
-    return "";
-}
-
 std::string nest_line(const FlattenedNest& nest) {
     const std::string place = nest.composition.empty() ? "" : " in composition " + in_quotes(nest.composition_name);
     std::string line = "nest #" + std::to_string(nest.number) + " " + in_quotes(nest.name) + place;
-    if (nest.is_kept) return line + " stays: " + main_reason(nest);
+    if (nest.is_kept()) return line + " stays: " + nest.kept_because;
     line += " un-nested: " + std::string(name(nest.verdict));
     return nest.mended.empty() ? line : line + "; mended: " + reasons(nest.mended);
 }
 
-std::string last_line(const Flattened& flattened) {
-    if (flattened.nests_left == 0) return "0 pre-comps left, look kept";
-    std::string kept;
-    for (const FlattenedNest& nest : flattened.nests) {
-        if (nest.is_kept) kept += (kept.empty() ? ": " : ", ") + in_quotes(nest.name) + " (" + main_reason(nest) + ")";
+// Those of the nests that are so, with the reason of each.
+template <class IsSo, class Reason>
+std::string listed(const std::vector<FlattenedNest>& nests, IsSo is_so, Reason reason) {
+    std::string list;
+    for (const FlattenedNest& nest : nests) {
+        if (is_so(nest)) list += (list.empty() ? ": " : ", ") + in_quotes(nest.name) + " (" + reason(nest) + ")";
     }
-    return counted(flattened.nests_left, "pre-comp") + " left" + kept;
+    return list;
+}
+
+std::string last_line(const Flattened& flattened) {
+    const auto& nests = flattened.nests;
+    const std::string changing = listed(
+        nests, [](const auto& nest) { return nest.changes(); },
+        [](const auto& nest) { return main_reason(nest.findings); });
+    const std::string left =
+        counted(flattened.nests_left, "pre-comp") + " left" +
+        listed(
+            nests, [](const auto& nest) { return nest.is_kept(); }, [](const auto& nest) { return nest.kept_because; });
+    if (flattened.is_as_asked()) return left + ", look kept";
+    return changing.empty() ? left : left + "; look changed" + changing;
 }
 
 class Flatten {
@@ -80,10 +83,9 @@ class Flatten {
         for (std::size_t i = 0; i < input.count(); ++i) {
             all.push_back(flatten_animation(input.text(i), plugin_, options_));
             texts.emplace_back().refer(all.back().text);
-            if (all.back().nests_left > 0) code = ExitCode::look_changes;
+            if (!all.back().is_as_asked()) code = ExitCode::look_changes;
         }
-        const lottie::document::Written bytes = input.with(std::move(texts));
-        write(file, bytes.pieces());
+        if (!options_.dry_run) write_output(options_, file, input.with(std::move(texts)).pieces());
         for (std::size_t i = 0; i < input.count(); ++i) {
             tell(input.label(i), all[i]);
             if (options_.prove) console_.say(Tone::plain, input.label(i), proof(input.text(i), all[i].text));
@@ -110,16 +112,7 @@ class Flatten {
     void tell(const std::string& label, const Flattened& flattened) const {
         print_warnings(console_, label, flattened.warnings);
         for (const FlattenedNest& nest : flattened.nests) console_.say(Tone::plain, label, nest_line(nest));
-        console_.say(flattened.nests_left == 0 ? Tone::good : Tone::warning, label, last_line(flattened));
-    }
-
-    void write(const std::string& file, host::base::Pieces bytes) const {
-        if (options_.in_place) return write_result(file, bytes);
-        if (options_.output_folder.empty())
-            return write_result(options_.output.empty() ? std::string(kStandardStream) : options_.output, bytes);
-        prepare_folder(options_.output_folder);
-        write_result((std::filesystem::path(options_.output_folder) / std::filesystem::path(file).filename()).string(),
-                     bytes);
+        console_.say(flattened.is_as_asked() ? Tone::good : Tone::warning, label, last_line(flattened));
     }
 
     const Options& options_;
@@ -132,9 +125,7 @@ class Flatten {
 ExitCode flatten(const Options& options, const Console& console) {
     const host::runner::PluginModule plugin = load_plugin();
     Flatten work(options, console, plugin);
-    ExitCode highest = ExitCode::done;
-    for (const std::string& file : options.files) highest = std::max(highest, work.one_file(file));
-    return highest;
+    return work_on_files(options, console, [&](const std::string& file) { return work.one_file(file); });
 }
 
 }  // namespace cli

@@ -40,13 +40,6 @@ JudgedNest unjudged(const Layer& nest) {
     return judged;
 }
 
-// The first reason of the greatest weight.
-std::string main_reason(const NestReport& report) {
-    const auto worst = std::max_element(report.findings.begin(), report.findings.end(),
-                                        [](const auto& a, const auto& b) { return a.weight < b.weight; });
-    return worst == report.findings.end() ? "" : std::string(code(worst->reason)) + ": " + worst->sentence;
-}
-
 class JudgedRun {
   public:
     JudgedRun(lottie::document::Document& document, const std::string& text, const RunContext& context, Comp& comp,
@@ -58,7 +51,7 @@ class JudgedRun {
     }
 
     std::vector<JudgedNest> run(Layers nests, UnnestRecord& record) {
-        const bool one_by_one = options_.only_exact || options_.max_growth;
+        const bool one_by_one = options_.only_exact || options_.keep_look || options_.max_growth;
         while (!nests.empty()) {
             const host::model::LayerId newest = comp_.project().newest_layer_id();
             if (one_by_one) {
@@ -84,8 +77,9 @@ class JudgedRun {
         const NestReport report = compare(judge_, trial).front();
         judged.verdict = report.verdict;
         judged.bytes = static_cast<long long>(trial.byte_count) - static_cast<long long>(judge_.byte_count());
-        if (options_.only_exact && report.verdict != Verdict::exact) {
-            judged.kept_because = main_reason(report);
+        if ((options_.only_exact && report.verdict != Verdict::exact) ||
+            (options_.keep_look && report.verdict == Verdict::changes)) {
+            judged.kept_because = main_reason(report.findings);
         } else if (shared_.contains(source) && is_too_large(trial.byte_count)) {
             judged.kept_because = "the file would grow beyond the limit, and other nests share its composition";
         }
@@ -127,7 +121,7 @@ class JudgedRun {
         if (!options_.strict || report.verdict != Verdict::changes) return;
         throw Failure(ExitCode::look_changes, "nothing was written, for the look of nest #" +
                                                   std::to_string(report.nest + 1) + " " + in_quotes(report.name) +
-                                                  " would change: " + main_reason(report));
+                                                  " would change: " + main_reason(report.findings));
     }
 
     Trials trials_;
@@ -144,7 +138,7 @@ class JudgedRun {
 }  // namespace
 
 bool is_judged(const Options& options) {
-    return options.strict || options.only_exact || options.max_growth;
+    return options.strict || options.only_exact || options.keep_look || options.max_growth;
 }
 
 std::vector<JudgedNest> unnest_judged(lottie::document::Document& document, const std::string& text,

@@ -24,10 +24,11 @@ struct JudgedNest {
 // Whether the options ask for that.
 bool is_judged(const Options& options);
 
-// With --only-exact or --max-growth the nests are un-nested one by one, top first, each judged as the file stands then;
-// otherwise all together as in a plain run. `text` is the input. Returns the nests in the order of the runs, and puts
-// what all runs did and said into `record`. Throws Failure (look_changes) under --strict; as Trials::run() and
-// compare() otherwise. After a Failure only part of the work may be done: nobody may write the project.
+// With --only-exact, --keep-look or --max-growth the nests are un-nested one by one, top first, each judged as the file
+// stands then; otherwise all together as in a plain run. `text` is the input. Returns the nests in the order of the
+// runs, and puts what all runs did and said into `record`. Throws Failure (look_changes) under --strict; as
+// Trials::run() and compare() otherwise. After a Failure only part of the work may be done: nobody may write the
+// project.
 std::vector<JudgedNest> unnest_judged(lottie::document::Document& document, const std::string& text,
                                       const RunContext& context, host::model::Comp& comp,
                                       std::vector<host::model::Layer*> nests, const Options& options,

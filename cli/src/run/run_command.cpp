@@ -2,17 +2,15 @@
 #include "commands.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <memory>
 #include <optional>
 
 #include "cli/shared/animation_file.h"
 #include "cli/shared/dialog_operator.h"
-#include "cli/shared/file_io.h"
+#include "cli/shared/files_at_work.h"
 #include "cli/shared/selection.h"
 #include "cli/shared/trial.h"
 #include "cli/shared/unnest.h"
-#include "cli/shared/workers.h"
 #include "run/judged_run.h"
 #include "run/run_journal.h"
 #include "run/summary.h"
@@ -23,7 +21,6 @@
 namespace cli {
 namespace {
 
-namespace fs = std::filesystem;
 using host::model::Comp;
 using Tone = Console::Tone;
 
@@ -67,60 +64,21 @@ class Run {
         }
     }
 
-    // Several at once if the options say so; one after another if two of them share a file.
     ExitCode all_files() {
-        const std::size_t count = options_.files.size();
-        if (options_.jobs > 1 && count > 1 && !have_files_in_common()) return files_at_once();
-        ExitCode highest = ExitCode::done;
-        for (const std::string& file : options_.files) highest = std::max(highest, one_file(file));
-        return highest;
+        return work_on_files(options_, console_, [this](const std::string& file) { return one_file(file); });
     }
 
     // Throws Failure (failed).
     void finish_journal() { journal_.finish(); }
 
   private:
-    bool have_files_in_common() const {
-        FileUse use;
-        for (std::size_t i = 0; i < options_.files.size(); ++i) {
-            const std::string& file = options_.files[i];
-            if (!use.note(i, file) || !use.note(i, output_for(file))) return true;
-        }
-        return false;
-    }
-
-    ExitCode files_at_once() {
-        const std::size_t count = options_.files.size();
-        ExitCode highest = ExitCode::done;
-        std::string line;
-        work_on_all(count, {.most_at_once = options_.jobs,
-                            .work = [this](std::size_t i) { return one_file(options_.files[i]); },
-                            .tell =
-                                [&](std::size_t i, const Ended& ended) {
-                                    console_.show_progress("");
-                                    console_.pass_on(ended.said);
-                                    if (!ended.code) {
-                                        print_failure(console_, shown_name(options_.files[i]),
-                                                      Failure(ExitCode::failed, ended.problem));
-                                    }
-                                    highest = std::max(highest, ended.code.value_or(ExitCode::failed));
-                                    console_.show_progress(line);
-                                },
-                            .progress =
-                                [&](std::size_t done) {
-                                    line = std::to_string(done) + " of " + counted(count, "file") + " done";
-                                    console_.show_progress(line);
-                                }});
-        console_.show_progress("");
-        return highest;
-    }
-
     // Everything that the run reads or writes besides its journal.
     std::vector<std::string> other_files() const {
         std::vector<std::string> files = {find_plugin().string()};
         for (const std::string& file : options_.files) {
             if (file != kStandardStream) files.push_back(file);
-            if (const std::string output = output_for(file); output != kStandardStream) files.push_back(output);
+            if (const std::string output = output_for(options_, file); output != kStandardStream)
+                files.push_back(output);
         }
         return files;
     }
@@ -146,11 +104,11 @@ class Run {
         std::vector<WrittenAnimation> animations = unnest_each(input, results);
         const bool is_changed = std::any_of(results.begin(), results.end(),
                                             [](const AnimationResult& result) { return result.skip_reason.empty(); });
-        const std::string output = output_for(file);
+        const std::string output = output_for(options_, file);
         std::vector<lottie::document::Written> texts;
         for (WrittenAnimation& animation : animations) texts.push_back(std::move(animation.written));
         const lottie::document::Written bytes = input.with(std::move(texts));
-        if (is_changed || !options_.in_place) write(output, bytes.pieces());
+        if (is_changed || !options_.in_place) write_output(options_, file, bytes.pieces());
 
         const std::string shown_output = output == kStandardStream ? "" : output;
         for (const AnimationResult& result : results) print_result(result, input.form() ? "" : shown_output);
@@ -244,19 +202,6 @@ class Run {
             refuse_faulty_content(document);
             throw;
         }
-    }
-
-    std::string output_for(const std::string& file) const {
-        if (options_.in_place) return file;
-        if (!options_.output_folder.empty()) {
-            return (fs::path(options_.output_folder) / fs::path(file).filename()).string();
-        }
-        return options_.output.empty() ? std::string(kStandardStream) : options_.output;
-    }
-
-    void write(const std::string& output, host::base::Pieces bytes) const {
-        if (!options_.output_folder.empty()) prepare_folder(options_.output_folder);
-        write_result(output, bytes);
     }
 
     const Options& options_;

@@ -137,6 +137,12 @@ void Trials::undo() {
     document_.project().undo().undo();
 }
 
+std::string main_reason(const std::vector<lottie::looks::Finding>& findings) {
+    const auto worst = std::max_element(findings.begin(), findings.end(),
+                                        [](const auto& a, const auto& b) { return a.weight < b.weight; });
+    return worst == findings.end() ? "" : std::string(code(worst->reason)) + ": " + worst->sentence;
+}
+
 std::vector<lottie::looks::NestReport> compare(lottie::looks::Judge& judge, const Trial& trial) {
     try {
         return judge.compare(trial.change, {trial.written.layers, trial.deleted, trial.byte_count});

@@ -9,8 +9,8 @@
 namespace lottie::looks {
 namespace {
 
-// Pictures that look equal may differ in so much of their area, and in so much of what is near a difference, where their
-// likeness is less: measured in pictures of this width, whose likeness is that of blocks.
+// Pictures that look equal may differ in so much of their area, and in so much of what is near a difference, where
+// their likeness is less: measured in pictures of this width, whose likeness is that of blocks.
 constexpr double kPictureWidth = 400;
 constexpr double kBlock = 8;
 constexpr double kUnseenShare = 0.001;

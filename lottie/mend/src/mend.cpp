@@ -66,8 +66,8 @@ bool Mending::answer(const std::vector<looks::NestReport>& reports) {
     return is_any;
 }
 
-std::string Mending::text() const {
-    return progress_->unnested.text();
+std::vector<std::string> Mending::layers() const {
+    return progress_->unnested.layers();
 }
 
 looks::StackChange Mending::change() const {

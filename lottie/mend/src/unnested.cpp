@@ -7,7 +7,6 @@
 
 #include "document/json_text.h"
 #include "document/outline_reader.h"
-#include "document/sequence_edit.h"
 
 namespace lottie::mend {
 namespace {
@@ -199,20 +198,10 @@ void Unnested::rename(LayerText& layer) const {
     layer.set("nm", document::encode_string(name + " " + std::to_string(number)));
 }
 
-std::string Unnested::text() const {
-    std::vector<document::Slice> units;
-    for (const ScannedLayer& layer : comp_after_->list) units.push_back(layer.text);
-    const std::string separator = document::SequenceEdit(after_text_, comp_after_->layers, units).separator();
-    std::string layers = "[";
-    for (const Entry& entry : result_) {
-        if (layers.size() > 1) layers += separator;
-        layers += entry.layer->text();
-    }
-    document::Patch patch;
-    patch.replace(comp_after_->layers, layers + "]");
-    document::Written out;
-    patch.write(after_text_, {0, static_cast<std::uint32_t>(after_text_.size())}, out);
-    return out.text();
+std::vector<std::string> Unnested::layers() const {
+    std::vector<std::string> layers;
+    for (const Entry& entry : result_) layers.push_back(entry.layer->text());
+    return layers;
 }
 
 looks::StackChange Unnested::change() const {

@@ -81,7 +81,7 @@ class Unnested {
     // Gives a layer of the result a name that no other has.
     void rename(LayerText& layer) const;
 
-    std::string text() const;
+    std::vector<std::string> layers() const;  // of the result, top to bottom
     looks::StackChange change() const;
 
   private:

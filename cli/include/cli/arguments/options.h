@@ -28,9 +28,14 @@ struct Options {
     bool recursive = false;
     bool strict = false;               // write nothing when a look would change
     bool only_exact = false;           // un-nest just the nests judged exact
+    bool keep_look = false;            // the same, and those judged equal to the eye
     std::optional<double> max_growth;  // percent of the input's size; shared nests beyond it are kept
 
-    bool keep_unused = false;          // compositions that nothing shows any more
+    bool flatten = false;      // for `check`: what flatten would do
+    bool all = false;          // even where the look changes
+    bool exact = false;        // keep nests whose look is not exact
+    bool keep_unused = false;  // compositions that nothing shows any more
+    bool dry_run = false;      // write nothing
 
     DialogAnswers answers;
     bool dialog = false;  // a person answers instead

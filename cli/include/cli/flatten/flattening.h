@@ -18,10 +18,15 @@ struct FlattenedNest {
     std::string composition_name;
     std::size_t number = 0;  // in the stack of the input, from 1
     std::string name;
-    bool is_kept = false;  // still a nest
+    std::size_t layers = 0;    // that came out, or would have
+    std::string kept_because;  // still a nest; empty: it was un-nested
     std::vector<lottie::looks::Reason> mended;
-    lottie::looks::Verdict verdict = lottie::looks::Verdict::exact;  // of the un-nesting, mended
-    std::vector<lottie::looks::Finding> findings;                    // what is left when it is un-nested and mended
+    // Of the un-nesting, mended, that it went through or would have; unknown where none was tried.
+    lottie::looks::Verdict verdict = lottie::looks::Verdict::exact;
+    std::vector<lottie::looks::Finding> findings;
+
+    bool is_kept() const { return !kept_because.empty(); }
+    bool changes() const { return !is_kept() && verdict == lottie::looks::Verdict::changes; }
 };
 
 struct Flattened {
@@ -29,9 +34,13 @@ struct Flattened {
     std::vector<FlattenedNest> nests;  // innermost compositions first, each from top to bottom
     std::size_t nests_left = 0;        // that can be seen
     std::vector<lottie::document::InputError> warnings;
+
+    // Every nest that was to become flat did, and looks as it did.
+    bool is_as_asked() const;
 };
 
-// Throws Failure: bad input, and what the plug-in or the host report.
+// Works on the nests that the options name, or on all. Throws Failure: bad input, and what the plug-in or the host
+// report.
 Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options);
 
 }  // namespace cli

@@ -67,6 +67,9 @@ class Trials {
     bool is_started_ = false;
 };
 
+// The first finding of the greatest weight, as its code and sentence; empty if there is none.
+std::string main_reason(const std::vector<lottie::looks::Finding>& findings);
+
 // What the trial does to the looks. Throws Failure (bad_input) for a file that makes too much work.
 std::vector<lottie::looks::NestReport> compare(lottie::looks::Judge& judge, const Trial& trial);
 

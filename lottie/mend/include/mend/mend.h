@@ -15,6 +15,7 @@ namespace lottie::mend {
 class Mending {
   public:
     // The animation before and after, and what the run did; all are copied. Both texts must have been read as projects.
+    // What the nests inside of the nests show need not be there.
     Mending(std::string before, std::string after, looks::StackChange change);
     ~Mending();
 
@@ -23,8 +24,8 @@ class Mending {
     // for one remedy can bring to light what another one is for.
     bool answer(const std::vector<looks::NestReport>& reports);
 
-    // The mended animation.
-    std::string text() const;
+    // The layers of the mended composition, top to bottom.
+    std::vector<std::string> layers() const;
     // The same as the run's, with the layers that mending made.
     looks::StackChange change() const;
     // The reasons that a nest was mended for so far, in their order; the nest by its place in the stack before.

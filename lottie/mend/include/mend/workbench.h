@@ -3,9 +3,12 @@
 
 #include <cstddef>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include "looks/judge.h"
 
 namespace lottie::mend {
 
@@ -21,11 +24,14 @@ class Workbench {
     explicit Workbench(std::string text);
     ~Workbench();
 
-    // Compositions are told by numbers, 0 being the main one.
-    std::string id(std::size_t composition) const;  // of its asset; empty for the main one
+    // Compositions are told by numbers, 0 being the main one; an empty id means that one too.
+    std::optional<std::size_t> find(std::string_view id) const;
+    std::string id(std::size_t composition) const;  // of its asset
     // As people know it: its own, else that of the first nest that shows it, else its id.
-    std::string name(std::size_t composition) const;
+    const std::string& name(std::size_t composition) const;
     std::size_t use_count(std::size_t composition) const;  // nests that show it now
+    std::size_t layer_count(std::size_t composition) const;
+    std::size_t layer_bytes(std::size_t composition) const;
     // The nests that it holds now, top to bottom.
     const std::vector<Nest>& nests(std::size_t composition) const;
     // Why the layers of a composition must stay as they are: an expression somewhere asks for it by a name that it or a
@@ -34,12 +40,15 @@ class Workbench {
     // Those that can be seen, each behind all that it shows.
     std::vector<std::size_t> innermost_first() const;
 
-    // An animation with this composition, under its id, and with everything that it shows; of the rest as little as
-    // there must be.
+    // An animation with this composition, under its id, and the ones that it shows; what lies deeper is there by its
+    // id alone.
     std::string alone(std::size_t composition) const;
-    // Takes over the composition from such an animation that was worked on.
-    void put_back(std::size_t composition, const std::string& alone);
+    // The composition has these layers from now on.
+    void put_back(std::size_t composition, const looks::StackChange& change,
+                  const std::vector<std::string_view>& layers);
 
+    // How long text(false) is.
+    std::size_t byte_count() const;
     // The whole animation as it stands; what was not worked on keeps its bytes. Without `keep_unused` the compositions
     // that nothing shows any more are left out; those that nothing showed before stay.
     std::string text(bool keep_unused) const;

@@ -1,0 +1,73 @@
+// The files that a command works on, and where their results go.
+#include "cli/shared/files_at_work.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "cli/shared/animation_file.h"
+#include "cli/shared/workers.h"
+
+namespace cli {
+namespace {
+
+bool have_files_in_common(const Options& options) {
+    FileUse use;
+    for (std::size_t i = 0; i < options.files.size(); ++i) {
+        const std::string& file = options.files[i];
+        if (!use.note(i, file) || !use.note(i, output_for(options, file))) return true;
+    }
+    return false;
+}
+
+ExitCode work_at_once(const Options& options, const Console& console,
+                      const std::function<ExitCode(const std::string& file)>& work) {
+    const std::size_t count = options.files.size();
+    ExitCode highest = ExitCode::done;
+    std::string line;
+    work_on_all(count, {.most_at_once = options.jobs,
+                        .work = [&](std::size_t i) { return work(options.files[i]); },
+                        .tell =
+                            [&](std::size_t i, const Ended& ended) {
+                                console.show_progress("");
+                                console.pass_on(ended.said);
+                                if (!ended.code) {
+                                    print_failure(console, shown_name(options.files[i]),
+                                                  Failure(ExitCode::failed, ended.problem));
+                                }
+                                highest = std::max(highest, ended.code.value_or(ExitCode::failed));
+                                console.show_progress(line);
+                            },
+                        .progress =
+                            [&](std::size_t done) {
+                                line = std::to_string(done) + " of " + counted(count, "file") + " done";
+                                console.show_progress(line);
+                            }});
+    console.show_progress("");
+    return highest;
+}
+
+}  // namespace
+
+std::string output_for(const Options& options, const std::string& file) {
+    if (options.in_place) return file;
+    if (!options.output_folder.empty()) {
+        return (std::filesystem::path(options.output_folder) / std::filesystem::path(file).filename()).string();
+    }
+    return options.output.empty() ? std::string(kStandardStream) : options.output;
+}
+
+void write_output(const Options& options, const std::string& file, host::base::Pieces bytes) {
+    if (!options.output_folder.empty()) prepare_folder(options.output_folder);
+    write_result(output_for(options, file), bytes);
+}
+
+ExitCode work_on_files(const Options& options, const Console& console,
+                       const std::function<ExitCode(const std::string& file)>& work) {
+    if (options.jobs > 1 && options.files.size() > 1 && !have_files_in_common(options))
+        return work_at_once(options, console, work);
+    ExitCode highest = ExitCode::done;
+    for (const std::string& file : options.files) highest = std::max(highest, work(file));
+    return highest;
+}
+
+}  // namespace cli
