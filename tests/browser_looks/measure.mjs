@@ -10,14 +10,14 @@ import { ascending, frameCount, spread } from "./frames.mjs";
 const kMostBytes = 1 << 28;
 
 /** @returns standard output; the command must end with one of the codes. */
-function output(command, args, codes) {
+export function output(command, args, codes) {
   const ran = spawnSync(command, args, { encoding: "utf8", maxBuffer: kMostBytes });
   if (ran.error) throw ran.error;
   if (!codes.includes(ran.status)) throw new Error(`${command} ${args.join(" ")}: ${ran.stderr || ran.status}`);
   return ran.stdout;
 }
 
-function selection(nest) {
+export function selection(nest) {
   return [...(nest.composition === null ? [] : ["--comp", nest.composition]), "--layer", `#${nest.number}`];
 }
 
@@ -29,7 +29,7 @@ function namedFrames(nest) {
 }
 
 /** One composition before the run; its pictures are drawn once, when they are first needed. */
-class Composition {
+export class Composition {
   constructor(browser, animation, nests) {
     this.browser = browser;
     const one = alone(animation, nests[0].composition);
@@ -46,7 +46,7 @@ class Composition {
 }
 
 /** Comparisons made before, one file each in a folder; without a folder none is kept. */
-class Kept {
+export class Kept {
   constructor(folder) {
     this.folder = folder;
   }

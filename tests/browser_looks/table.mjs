@@ -6,11 +6,11 @@ function place(row) {
 }
 
 /** rlottie takes whole frames only, so what it shows of fractional starts says nothing. */
-function rlottieCanJudge(row) {
+export function rlottieCanJudge(row) {
   return Boolean(row.pictures) && !row.reasons.some((reason) => reason.code === "fractional-start");
 }
 
-function staysInBoth(row) {
+export function staysInBoth(row) {
   return row.lottieWeb.equal && !(rlottieCanJudge(row) && !row.pictures.equal);
 }
 
@@ -19,11 +19,11 @@ function isException(row) {
   return (row.verdict === "changes") === staysInBoth(row);
 }
 
-function numbers({ mean, share, ssim }) {
+export function numbers({ mean, share, ssim }) {
   return `${mean.toFixed(3)} · ${(100 * share).toFixed(2)} % · ${ssim.toFixed(4)}`;
 }
 
-function cell(equal, text) {
+export function cell(equal, text) {
   return equal ? text : `**${text}**`;
 }
 
@@ -34,7 +34,7 @@ function rlottieCell(row) {
   return rlottieCanJudge(row) ? cell(equal, numbers({ mean, share, ssim })) : `(${numbers({ mean, share, ssim })})`;
 }
 
-function lottieWebCell({ lottieWeb }) {
+export function lottieWebCell({ lottieWeb }) {
   return lottieWeb.mean === 0 ? "0" : cell(lottieWeb.equal, numbers(lottieWeb));
 }
 
@@ -50,7 +50,7 @@ function line(row, notes) {
   return `| ${cells.join(" | ")} |`;
 }
 
-function percent(part, whole) {
+export function percent(part, whole) {
   return whole === 0 ? "none" : `${((100 * part) / whole).toFixed(1)} %`;
 }
 
