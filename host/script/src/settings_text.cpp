@@ -1,4 +1,4 @@
-// How settings are written down:
+// The format of settings files:
 //     ["section"]
 //     "key" = "value"
 // Inside quotes, \" and \\ stand for the character, \xHH for any byte that cannot stand in a line of text.
@@ -30,7 +30,7 @@ std::string in_quotes(std::string_view text) {
     return out + '"';
 }
 
-// Takes tokens off the front of a line.
+// Parses one line from left to right.
 class SettingsLine {
   public:
     explicit SettingsLine(std::string_view text) : rest_(text) {}

@@ -1,4 +1,4 @@
-// How settings are written down: a header line per section, a line per value, every name and value in quotes.
+// The format of settings files: a header line per section, a line per value, every name and value in quotes.
 #pragma once
 
 #include <optional>
@@ -13,7 +13,7 @@ std::string write_settings(const Settings::Sections& sections);
 
 struct ReadSettings {
     Settings::Sections sections;
-    int damaged_line = 0;  // the first that is not understood; 0 for none
+    int damaged_line = 0;  // the first that cannot be parsed; 0 for none
 };
 ReadSettings read_settings(std::string_view text);
 

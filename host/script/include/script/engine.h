@@ -1,4 +1,4 @@
-// The script engine: one global environment in which texts are run over a project.
+// The script engine: runs scripts over a project in one global environment.
 #pragma once
 
 #include <chrono>
@@ -23,40 +23,40 @@ namespace host::script {
 
 class Settings;
 
-// How a run ended. `result` is the text of the last statement's value: empty for undefined and after a failure.
-// `error` is for people: "Unable to execute script at line N. " and the reason. Both are UTF-8.
+// `result` is the value of the last statement as text: empty for undefined and after a failure. `error` is for people:
+// "Unable to execute script at line N. " and the reason. Both are UTF-8.
 struct ScriptResult {
     bool failed = false;
-    bool took_too_long = false;  // it was ended for that, or not begun; `failed` is set as well
+    bool took_too_long = false;  // stopped for it, or not started; `failed` is set too
     std::string result;
     std::string error;
 };
 
-// What scripts may use. One that goes beyond is ended, and cannot prevent it, within a few milliseconds. Time is the
-// processor's; what a dialog waits for its driver does not count. A run also takes up to 4 MiB of the thread's stack.
+// What scripts may use. A script that exceeds a limit is stopped within a few milliseconds and cannot prevent it. Time
+// is CPU time; waiting for a dialog's driver does not count. A run also takes up to 4 MiB of the thread's stack.
 struct Limits {
     std::size_t memory = std::size_t{512} << 20;                // bytes, of everything the environment holds
     std::chrono::milliseconds time = std::chrono::seconds(30);  // of one run
-    // Of all runs of the engines that are given a copy of these limits. When it is used up, no script is begun.
+    // Shared by all runs of all engines given a copy of these limits. Once it is used up, no script starts.
     std::shared_ptr<SharedTime> time_of_all = std::make_shared<SharedTime>(std::chrono::minutes(2));
 };
 
-// Scripts see the standard objects of the language (without JSON), `app`, `PREFType`, `Window`, alert(), isValid() and
-// the classes of items and layers. No file, network, process or environment variable can be reached from them.
+// Scripts see the language's standard objects (without JSON), `app`, `PREFType`, `Window`, alert(), isValid() and the
+// item and layer classes. They cannot reach files, the network, processes or environment variables.
 class Engine {
   public:
-    // Everything given here must outlive the engine. The driver shows alerts, `on_alert` is told of them before. Throws
-    // std::runtime_error when there is no memory to start with.
+    // All arguments must outlive the engine. `on_alert` sees each alert before the driver shows it. Throws
+    // std::runtime_error if there is not enough memory to start.
     Engine(model::Project& project, Settings& settings, scriptui::DialogDriver& driver,
            std::function<void(const scriptui::Alert&)> on_alert, Limits limits = {});
     ~Engine();
     Engine(const Engine&) = delete;
     Engine& operator=(const Engine&) = delete;
 
-    // Runs a text in the environment that earlier runs left behind. Never throws for anything a script does: statements
-    // before an error have taken effect, a syntax error anywhere means that none was run. A byte-order mark at the
-    // start is passed over; bytes that are not UTF-8 survive the way into the project and back. An error in a dialog's
-    // event handler is shown as an alert and leaves the dialog open, as does the application.
+    // Runs a script in the environment that earlier runs left behind. Never throws for anything a script does.
+    // Statements before an error have taken effect; after a syntax error anywhere, none has. A byte-order mark is
+    // skipped; bytes that are not UTF-8 survive the round trip into the project. An error in a dialog's event handler
+    // is shown as an alert and leaves the dialog open, as the application does.
     ScriptResult run(std::string_view text);
 
   private:

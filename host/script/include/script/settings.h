@@ -1,4 +1,4 @@
-// Settings that scripts keep beyond their run: texts by section and key, in memory or in a file.
+// Settings that outlive a script: text by section and key, in memory or in a file.
 #pragma once
 
 #include <filesystem>
@@ -22,21 +22,21 @@ class Settings {
     using Section = std::map<std::string, std::string, std::less<>>;
     using Sections = std::map<std::string, Section, std::less<>>;
 
-    // Forgotten with the object.
+    // Lost with the object.
     static Settings in_memory() { return Settings(); }
-    // Reads the file; one that is missing counts as empty, and so does one that cannot be read or understood, which
-    // problems() then tells. The file and its folder come into being with the first save().
+    // Reads the file. A missing file counts as empty; so does one that cannot be read or parsed, which problems() then
+    // reports. The first save() creates the file and its folder.
     explicit Settings(std::filesystem::path file);
 
-    // The same values, forgotten with the copy.
+    // The same values, without the file.
     Settings in_memory_copy() const;
 
-    // Null if there is none. The pointer holds until the next save().
+    // Null if there is none. Valid until the next save().
     const std::string* find(std::string_view section, std::string_view key) const;
 
-    // Keeps the value here, then writes the file, with what other processes have saved there in the meantime. The file
-    // is replaced as a whole, so nobody ever reads half of it; a damaged one is kept beside it as NAME.damaged. Throws
-    // SettingsError when the file cannot be written; the value is kept here even so.
+    // Stores the value, then merges it into the file, which other processes may have changed. The file is replaced
+    // atomically; a damaged one is kept next to it as NAME.damaged. Throws SettingsError if the file cannot be written;
+    // the value is stored in memory even then.
     void save(const std::string& section, const std::string& key, const std::string& value);
 
     // Sentences about what went wrong while reading.

@@ -1,4 +1,4 @@
-// Processor time that many runs of scripts may take together.
+// CPU time shared by many script runs.
 #pragma once
 
 #include <algorithm>
@@ -6,7 +6,7 @@
 
 namespace host::script {
 
-// Several engines may have the same one, if they run one after the other.
+// Not synchronized: engines that share one must run one after the other.
 class SharedTime {
   public:
     using Duration = std::chrono::nanoseconds;

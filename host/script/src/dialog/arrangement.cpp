@@ -1,4 +1,4 @@
-// How elements are lined up: orientation of containers, alignments.
+// Orientation and alignment of elements.
 #include <algorithm>
 
 #include "dialog/dialog_classes.h"
@@ -11,7 +11,7 @@ namespace {
 constexpr std::string_view kOrientations[] = {"row", "column", "stack"};
 constexpr std::string_view kAligns[] = {"left", "center", "right", "fill", "top", "bottom"};
 
-// The place of a word among known ones, whatever its case.
+// The index of a word in a list, ignoring case.
 template <std::size_t N>
 std::size_t index_of_word(ScriptCall& call, const char* what, duk_idx_t i, const std::string_view (&words)[N]) {
     const std::string word = call.text(i);

@@ -1,4 +1,4 @@
-// The script classes of containers, and how new elements come into them.
+// The script classes of containers, and how they get new elements.
 #include <algorithm>
 
 #include "dialog/dialog_classes.h"
@@ -7,32 +7,6 @@
 namespace host::script {
 
 namespace {
-
-duk_ret_t add(ScriptCall& call);
-duk_ret_t find_element(ScriptCall& call);
-duk_ret_t children(ScriptCall& call);
-duk_ret_t spacing(ScriptCall& call);
-duk_ret_t set_spacing(ScriptCall& call);
-
-constexpr ScriptMethod kContainerMethods[] = {
-    {"add", 4, guarded<add>},
-    {"findElement", 1, guarded<find_element>},
-};
-
-constexpr ScriptProperty kContainerProperties[] = {
-    {"children", guarded<children>, nullptr},
-    {"orientation", guarded<get_orientation>, guarded<set_orientation>},
-    {"alignChildren", guarded<get_align_children>, guarded<set_align_children>},
-    {"spacing", guarded<spacing>, guarded<set_spacing>},
-    {"margins", guarded<get_margins>, guarded<set_margins>},
-    {"layout", guarded<get_layout>, nullptr},
-};
-
-constexpr ScriptClass kClasses[] = {
-    {ClassId::container, nullptr, ClassId::element, nullptr, kContainerMethods, kContainerProperties},
-    {ClassId::group, nullptr, ClassId::container, nullptr, {}, {}},
-    {ClassId::panel, nullptr, ClassId::container, nullptr, {}, {}},
-};
 
 constexpr const char* kElements =
     DUK_HIDDEN_SYMBOL("elements");  // on containers: an array that keeps the children's objects
@@ -44,7 +18,7 @@ int depth_of(const scriptui::Element& element) {
     return depth;
 }
 
-// add(type, bounds, text, {name, ...}); containers have no text to speak of, so theirs may be left out.
+// add(type, bounds, text, {name, ...}); containers rarely have a text, so it may be omitted.
 duk_ret_t add(ScriptCall& call) {
     scriptui::Element& container = self_container(call);
     const std::string wanted = call.text(0);
@@ -52,7 +26,7 @@ duk_ret_t add(ScriptCall& call) {
     if (!type || type == scriptui::ElementType::window) call.fail("dialogs have no element of type \"" + wanted + "\"");
     const bool text_is_left_out = duk_is_object(call.ctx, 2) != 0;
     const Creation creation = read_creation(call, 1, text_is_left_out ? -1 : 2, text_is_left_out ? 2 : 3);
-    if (depth_of(container) >= kDeepest) call.fail("dialog elements are nested too deeply");
+    if (depth_of(container) >= kMaxDepth) call.fail("dialog elements are nested too deeply");
     count_new_element(call);
     scriptui::Element& element = container.add_child(*type);
     creation.apply_to(element);
@@ -74,8 +48,8 @@ bool has_own_property(ScriptCall& call, duk_idx_t object, const std::string& nam
     return has;
 }
 
-// Makes the element's object, on top of the stack, a property of another object under the element's name. A name never
-// hides a property that is there already, but for one that is there only to complain.
+// Makes the element's object, on top of the stack, a property of `owner` under the element's name. A name never hides
+// an existing property, except one that only reports that it is not supported.
 void set_under_name(ScriptCall& call, duk_idx_t owner, const scriptui::Element& element) {
     if (element.name().empty()) return;
     const bool may_hide = is_missing_member(element.name()) && !has_own_property(call, owner, element.name());
@@ -88,7 +62,7 @@ void set_under_name(ScriptCall& call, duk_idx_t owner, const scriptui::Element& 
         DUK_DEFPROP_HAVE_VALUE | DUK_DEFPROP_SET_WRITABLE | DUK_DEFPROP_SET_ENUMERABLE | DUK_DEFPROP_SET_CONFIGURABLE);
 }
 
-// A new array each time, so that scripts cannot take elements out; with the names of the children as properties.
+// A new array each time, so scripts cannot remove elements; the children's names are properties of it.
 duk_ret_t children(ScriptCall& call) {
     const scriptui::Element& container = self_container(call);
     const duk_idx_t array = duk_push_array(call.ctx);
@@ -111,9 +85,9 @@ duk_ret_t set_spacing(ScriptCall& call) {
     return call.nothing();
 }
 
-// Properties of windows and controls that may be given as long as they ask for nothing.
-constexpr std::string_view kOnlyFalse[] = {"borderless",     "independent", "maximizeButton",
-                                           "minimizeButton", "noecho",      "resizeable"};
+// Creation properties that are accepted as long as they are false.
+constexpr std::string_view kMustBeFalse[] = {"borderless",     "independent", "maximizeButton",
+                                             "minimizeButton", "noecho",      "resizeable"};
 
 // One of the creation properties: its name and, on top of the stack, its value.
 void read_property(ScriptCall& call, Creation& creation) {
@@ -124,10 +98,30 @@ void read_property(ScriptCall& call, Creation& creation) {
         creation.is_multiline = call.boolean(-1);
     } else if (key == "readonly") {
         creation.is_read_only = call.boolean(-1);
-    } else if (std::ranges::find(kOnlyFalse, key) == std::end(kOnlyFalse) || call.boolean(-1)) {
+    } else if (std::ranges::find(kMustBeFalse, key) == std::end(kMustBeFalse) || call.boolean(-1)) {
         call.fail("the creation property \"" + key + "\" is not supported");
     }
 }
+
+constexpr ScriptMethod kContainerMethods[] = {
+    {"add", 4, guarded<add>},
+    {"findElement", 1, guarded<find_element>},
+};
+
+constexpr ScriptProperty kContainerProperties[] = {
+    {"children", guarded<children>, nullptr},
+    {"orientation", guarded<get_orientation>, guarded<set_orientation>},
+    {"alignChildren", guarded<get_align_children>, guarded<set_align_children>},
+    {"spacing", guarded<spacing>, guarded<set_spacing>},
+    {"margins", measure_getter<Measure::margins>, measure_setter<Measure::margins>},
+    {"layout", guarded<get_layout>, nullptr},
+};
+
+constexpr ScriptClass kClasses[] = {
+    {ClassId::container, nullptr, ClassId::element, nullptr, kContainerMethods, kContainerProperties},
+    {ClassId::group, nullptr, ClassId::container, nullptr, {}, {}},
+    {ClassId::panel, nullptr, ClassId::container, nullptr, {}, {}},
+};
 
 }  // namespace
 
@@ -138,11 +132,11 @@ scriptui::Element& self_container(ScriptCall& call) {
 }
 
 void count_new_element(ScriptCall& call) {
-    if (call.environment.dialog_elements >= kMostElements) {
-        // Windows are garbage in circles. What has a finalizer goes in the second round.
+    if (call.environment.dialog_elements >= kMaxElements) {
+        // Windows are garbage in cycles; objects with a finalizer go in the second round.
         duk_gc(call.ctx, 0);
         duk_gc(call.ctx, 0);
-        if (call.environment.dialog_elements >= kMostElements) call.fail("too many dialog elements");
+        if (call.environment.dialog_elements >= kMaxElements) call.fail("too many dialog elements");
     }
     ++call.environment.dialog_elements;
 }

@@ -1,4 +1,4 @@
-// What the files about script classes of dialogs share.
+// Shared by the script classes of dialogs.
 #pragma once
 
 #include <array>
@@ -8,38 +8,41 @@
 
 #include <duktape.h>
 
-#include "bind.h"
-#include "environment.h"
+#include "engine/bind.h"
+#include "engine/environment.h"
 #include "scriptui/window.h"
 
 namespace host::script {
 
-// Calls the functions that scripts keep as onClick, onChange, ... on the elements' objects.
+// The property with the handler of each event, by event number.
+inline constexpr std::string_view kHandlerNames[] = {"onClick", "onChanging", "onChange", "onShow", "onClose"};
+
+// Calls the handlers that scripts set as onClick, onChange, ... on elements.
 class HandlerCaller : public scriptui::EventSink {
   public:
     explicit HandlerCaller(ScriptEnvironment& environment) : environment_(environment) {}
-    // An error in a handler is shown as an alert. Throws ScriptEnded when the script's time is up.
+    // Shows an error in a handler as an alert. Throws ScriptEnded when the script's time is up.
     Answer fire(scriptui::Element& element, scriptui::Event event) override;
 
   private:
     ScriptEnvironment& environment_;
 };
 
-// Elements of one engine that exist at the same time; they live outside the memory that is limited.
-inline constexpr std::size_t kMostElements = 20'000;
-// Containers in containers; what works on elements goes down recursively.
-inline constexpr int kDeepest = 250;
-// Called before an element is made; an error when there are too many.
+// Elements alive in one engine; they do not count towards its memory limit.
+inline constexpr std::size_t kMaxElements = 20'000;
+// Nesting depth of containers: layout and the like recurse.
+inline constexpr int kMaxDepth = 250;
+// To be called before an element is created; an error if there are too many.
 void count_new_element(ScriptCall& call);
 
 void push_element(ScriptCall& call, const scriptui::Element* element);
-// The element an argument stands for; null when it is none.
+// The element passed as an argument; null if it is none.
 scriptui::Element* element_argument(ScriptCall& call, duk_idx_t i);
 scriptui::Window& self_window(ScriptCall& call);
 scriptui::Element& self_container(ScriptCall& call);
-// Puts a new element's object where scripts look for it: into the parent's children and under its name.
+// Adds a new element's object to the parent's children, and to the parent under its name.
 void attach_object(ScriptCall& call, scriptui::Element& element);
-// What add() and Window() say about a new element, read before it is made: bad values make none.
+// What add() and Window() say about a new element, read before it is created, so that bad values create none.
 struct Creation {
     std::optional<std::array<double, 4>> bounds;  // left, top, right, bottom
     std::string text;
@@ -49,7 +52,7 @@ struct Creation {
 
     void apply_to(scriptui::Element& element) const;
 };
-// From the arguments with these numbers; there is no text when that is -1.
+// From the arguments with these indices; `text` -1: there is none.
 Creation read_creation(ScriptCall& call, duk_idx_t bounds, duk_idx_t text, duk_idx_t properties);
 std::array<double, 4> bounds_argument(ScriptCall& call, duk_idx_t i);
 
@@ -57,26 +60,19 @@ void define_measures(duk_context* ctx);
 void define_elements(duk_context* ctx);
 void define_containers(duk_context* ctx);
 void define_window(duk_context* ctx);
-// After all classes of elements.
+// To be called after all element classes are defined.
 void define_missing(duk_context* ctx);
-// Whether the application's elements have a member of this name and ours do not.
+// Whether the application's elements have a member of this name that ours lack.
 bool is_missing_member(std::string_view name);
 
-// Accessors for the element classes, from measures.cpp: objects with named numbers that write through to the element.
-duk_ret_t get_preferred_size(ScriptCall& call);
-duk_ret_t set_preferred_size(ScriptCall& call);
-duk_ret_t get_minimum_size(ScriptCall& call);
-duk_ret_t set_minimum_size(ScriptCall& call);
-duk_ret_t get_maximum_size(ScriptCall& call);
-duk_ret_t set_maximum_size(ScriptCall& call);
-duk_ret_t get_size(ScriptCall& call);
-duk_ret_t set_size(ScriptCall& call);
-duk_ret_t get_location(ScriptCall& call);
-duk_ret_t set_location(ScriptCall& call);
-duk_ret_t get_bounds(ScriptCall& call);
-duk_ret_t set_bounds(ScriptCall& call);
-duk_ret_t get_margins(ScriptCall& call);
-duk_ret_t set_margins(ScriptCall& call);
+// From measures.cpp: sizes and the like as script objects whose named numbers write through to the element.
+enum class Measure : int { preferred_size, minimum_size, maximum_size, size, location, bounds, margins };
+duk_ret_t get_measure(ScriptCall& call, Measure measure);
+duk_ret_t set_measure(ScriptCall& call, Measure measure);
+template <Measure M>
+constexpr auto measure_getter = guarded<[](ScriptCall& call) { return get_measure(call, M); }>;
+template <Measure M>
+constexpr auto measure_setter = guarded<[](ScriptCall& call) { return set_measure(call, M); }>;
 
 // From arrangement.cpp.
 duk_ret_t get_alignment(ScriptCall& call);

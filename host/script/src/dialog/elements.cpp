@@ -1,4 +1,4 @@
-// The script classes of controls, and what they have in common with containers.
+// The script classes of controls, and what they share with containers.
 #include <algorithm>
 
 #include "dialog/dialog_classes.h"
@@ -7,77 +7,10 @@ namespace host::script {
 
 namespace {
 
-duk_ret_t notify(ScriptCall& call);
-duk_ret_t type(ScriptCall& call);
-duk_ret_t name(ScriptCall& call);
-duk_ret_t text(ScriptCall& call);
-duk_ret_t set_text(ScriptCall& call);
-duk_ret_t enabled(ScriptCall& call);
-duk_ret_t set_enabled(ScriptCall& call);
-duk_ret_t visible(ScriptCall& call);
-duk_ret_t set_visible(ScriptCall& call);
-duk_ret_t active(ScriptCall& call);
-duk_ret_t set_active(ScriptCall& call);
-duk_ret_t parent(ScriptCall& call);
-duk_ret_t window(ScriptCall& call);
-duk_ret_t value(ScriptCall& call);
-duk_ret_t set_value(ScriptCall& call);
-duk_ret_t help_tip(ScriptCall& call);
-duk_ret_t set_help_tip(ScriptCall& call);
-duk_ret_t characters(ScriptCall& call);
-duk_ret_t set_characters(ScriptCall& call);
-
-constexpr ScriptMethod kElementMethods[] = {
-    {"notify", 1, guarded<notify>},
-};
-
-constexpr ScriptProperty kElementProperties[] = {
-    {"type", guarded<type>, nullptr},
-    {"name", guarded<name>, nullptr},
-    {"text", guarded<text>, guarded<set_text>},
-    {"enabled", guarded<enabled>, guarded<set_enabled>},
-    {"visible", guarded<visible>, guarded<set_visible>},
-    {"active", guarded<active>, guarded<set_active>},
-    {"parent", guarded<parent>, nullptr},
-    {"window", guarded<window>, nullptr},
-    {"helpTip", guarded<help_tip>, guarded<set_help_tip>},
-    {"alignment", guarded<get_alignment>, guarded<set_alignment>},
-    {"preferredSize", guarded<get_preferred_size>, guarded<set_preferred_size>},
-    {"minimumSize", guarded<get_minimum_size>, guarded<set_minimum_size>},
-    {"maximumSize", guarded<get_maximum_size>, guarded<set_maximum_size>},
-    {"size", guarded<get_size>, guarded<set_size>},
-    {"location", guarded<get_location>, guarded<set_location>},
-    {"bounds", guarded<get_bounds>, guarded<set_bounds>},
-};
-
-constexpr ScriptProperty kValueProperties[] = {
-    {"value", guarded<value>, guarded<set_value>},
-};
-
-constexpr ScriptProperty kTextProperties[] = {
-    {"justify", guarded<get_justify>, guarded<set_justify>},
-};
-
-constexpr ScriptProperty kEditTextProperties[] = {
-    {"justify", guarded<get_justify>, guarded<set_justify>},
-    {"characters", guarded<characters>, guarded<set_characters>},
-};
-
-// Bases before what is built on them.
-constexpr ScriptClass kClasses[] = {
-    {ClassId::element, nullptr, {}, nullptr, kElementMethods, kElementProperties},
-    {ClassId::static_text, nullptr, ClassId::element, nullptr, {}, kTextProperties},
-    {ClassId::edit_text, nullptr, ClassId::element, nullptr, {}, kEditTextProperties},
-    {ClassId::button, nullptr, ClassId::element, nullptr, {}, {}},
-    {ClassId::checkbox, nullptr, ClassId::element, nullptr, {}, kValueProperties},
-    {ClassId::radio_button, nullptr, ClassId::element, nullptr, {}, kValueProperties},
-};
-
-constexpr std::pair<std::string_view, scriptui::Event> kNotifications[] = {
-    {"onClick", scriptui::Event::click},       {"onChange", scriptui::Event::change},
-    {"onChanging", scriptui::Event::changing}, {"onShow", scriptui::Event::show},
-    {"onClose", scriptui::Event::close},
-};
+template <auto Get>
+constexpr auto get = guarded<read_member<&ScriptCall::self_element, Get>>;
+template <auto Set, auto Argument>
+constexpr auto set = guarded<write_member<&ScriptCall::self_element, Set, Argument>>;
 
 ClassId class_of(scriptui::ElementType type) {
     switch (type) {
@@ -101,17 +34,16 @@ ClassId class_of(scriptui::ElementType type) {
     return ClassId::radio_button;
 }
 
-// As if the user had caused the event: the usual one of the control, or the one named.
+// Fires an event as if the user had caused it: the control's usual one, or the one named.
 duk_ret_t notify(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
     scriptui::Event event =
         element.type() == scriptui::ElementType::edit_text ? scriptui::Event::change : scriptui::Event::click;
     if (call.given(0)) {
         const std::string name = call.text(0);
-        const auto* found =
-            std::ranges::find(kNotifications, name, &std::pair<std::string_view, scriptui::Event>::first);
-        if (found == std::end(kNotifications)) call.fail("unknown event \"" + name + "\"");
-        event = found->second;
+        const auto* found = std::ranges::find(kHandlerNames, name);
+        if (found == std::end(kHandlerNames)) call.fail("unknown event \"" + name + "\"");
+        event = static_cast<scriptui::Event>(found - std::begin(kHandlerNames));
     }
     element.window().notify(element, event);
     return call.nothing();
@@ -121,40 +53,6 @@ duk_ret_t type(ScriptCall& call) {
     const scriptui::Element& element = call.self_element();
     return call.give(element.type() == scriptui::ElementType::window ? std::string_view("dialog")
                                                                      : scriptui::type_name(element.type()));
-}
-
-duk_ret_t name(ScriptCall& call) {
-    return call.give(std::string_view(call.self_element().name()));
-}
-
-duk_ret_t text(ScriptCall& call) {
-    return call.give(std::string_view(call.self_element().text()));
-}
-
-duk_ret_t set_text(ScriptCall& call) {
-    scriptui::Element& element = call.self_element();
-    element.set_text(call.text(0));
-    return call.nothing();
-}
-
-duk_ret_t enabled(ScriptCall& call) {
-    return call.give(call.self_element().is_enabled());
-}
-
-duk_ret_t set_enabled(ScriptCall& call) {
-    scriptui::Element& element = call.self_element();
-    element.set_enabled(call.boolean(0));
-    return call.nothing();
-}
-
-duk_ret_t visible(ScriptCall& call) {
-    return call.give(call.self_element().is_visible());
-}
-
-duk_ret_t set_visible(ScriptCall& call) {
-    scriptui::Element& element = call.self_element();
-    element.set_visible(call.boolean(0));
-    return call.nothing();
 }
 
 duk_ret_t active(ScriptCall& call) {
@@ -199,25 +97,57 @@ duk_ret_t set_value(ScriptCall& call) {
     return call.nothing();
 }
 
-duk_ret_t help_tip(ScriptCall& call) {
-    return call.give(std::string_view(call.self_element().help_tip()));
-}
-
-duk_ret_t set_help_tip(ScriptCall& call) {
-    scriptui::Element& element = call.self_element();
-    element.set_help_tip(call.text(0));
-    return call.nothing();
-}
-
-duk_ret_t characters(ScriptCall& call) {
-    return call.give(call.self_element().characters());
-}
-
 duk_ret_t set_characters(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
     element.set_characters(std::max(0, call.whole_number(0)));
     return call.nothing();
 }
+
+constexpr ScriptMethod kElementMethods[] = {
+    {"notify", 1, guarded<notify>},
+};
+
+constexpr ScriptProperty kElementProperties[] = {
+    {"type", guarded<type>, nullptr},
+    {"name", get<&scriptui::Element::name>, nullptr},
+    {"text", get<&scriptui::Element::text>, set<&scriptui::Element::set_text, &ScriptCall::text>},
+    {"enabled", get<&scriptui::Element::is_enabled>, set<&scriptui::Element::set_enabled, &ScriptCall::boolean>},
+    {"visible", get<&scriptui::Element::is_visible>, set<&scriptui::Element::set_visible, &ScriptCall::boolean>},
+    {"active", guarded<active>, guarded<set_active>},
+    {"parent", guarded<parent>, nullptr},
+    {"window", guarded<window>, nullptr},
+    {"helpTip", get<&scriptui::Element::help_tip>, set<&scriptui::Element::set_help_tip, &ScriptCall::text>},
+    {"alignment", guarded<get_alignment>, guarded<set_alignment>},
+    {"preferredSize", measure_getter<Measure::preferred_size>, measure_setter<Measure::preferred_size>},
+    {"minimumSize", measure_getter<Measure::minimum_size>, measure_setter<Measure::minimum_size>},
+    {"maximumSize", measure_getter<Measure::maximum_size>, measure_setter<Measure::maximum_size>},
+    {"size", measure_getter<Measure::size>, measure_setter<Measure::size>},
+    {"location", measure_getter<Measure::location>, measure_setter<Measure::location>},
+    {"bounds", measure_getter<Measure::bounds>, measure_setter<Measure::bounds>},
+};
+
+constexpr ScriptProperty kValueProperties[] = {
+    {"value", guarded<value>, guarded<set_value>},
+};
+
+constexpr ScriptProperty kTextProperties[] = {
+    {"justify", guarded<get_justify>, guarded<set_justify>},
+};
+
+constexpr ScriptProperty kEditTextProperties[] = {
+    {"justify", guarded<get_justify>, guarded<set_justify>},
+    {"characters", get<&scriptui::Element::characters>, guarded<set_characters>},
+};
+
+// Base classes first.
+constexpr ScriptClass kClasses[] = {
+    {ClassId::element, nullptr, {}, nullptr, kElementMethods, kElementProperties},
+    {ClassId::static_text, nullptr, ClassId::element, nullptr, {}, kTextProperties},
+    {ClassId::edit_text, nullptr, ClassId::element, nullptr, {}, kEditTextProperties},
+    {ClassId::button, nullptr, ClassId::element, nullptr, {}, {}},
+    {ClassId::checkbox, nullptr, ClassId::element, nullptr, {}, kValueProperties},
+    {ClassId::radio_button, nullptr, ClassId::element, nullptr, {}, kValueProperties},
+};
 
 }  // namespace
 

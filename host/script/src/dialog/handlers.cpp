@@ -1,25 +1,9 @@
-// Calling the functions that scripts keep as onClick, onChange, ... on the elements' objects.
+// Calls the handlers that scripts set as onClick, onChange, ... on elements.
 #include "dialog/dialog_classes.h"
 
 namespace host::script {
 
 namespace {
-
-const char* handler_name(scriptui::Event event) {
-    switch (event) {
-        case scriptui::Event::click:
-            return "onClick";
-        case scriptui::Event::changing:
-            return "onChanging";
-        case scriptui::Event::change:
-            return "onChange";
-        case scriptui::Event::show:
-            return "onShow";
-        case scriptui::Event::close:
-            break;
-    }
-    return "onClose";
-}
 
 struct Firing {
     scriptui::Element& element;
@@ -31,7 +15,7 @@ duk_ret_t call_handler(duk_context* ctx, void* pointer) {
     auto& firing = *static_cast<Firing*>(pointer);
     ScriptCall call(ctx);
     push_element(call, &firing.element);
-    duk_get_prop_string(ctx, -1, handler_name(firing.event));
+    duk_get_prop_string(ctx, -1, kHandlerNames[static_cast<std::size_t>(firing.event)].data());
     if (!duk_is_callable(ctx, -1)) return 0;
     firing.answer = scriptui::EventSink::Answer::handled;
     duk_insert(ctx, -2);

@@ -1,20 +1,10 @@
-// What scripts know as a container's `layout`: element.layout.layout(true) lays the window out anew.
+// A container's `layout`: element.layout.layout(true) lays out the window again.
 #include "dialog/dialog_classes.h"
 #include "scriptui/lay_out.h"
 
 namespace host::script {
 
 namespace {
-
-duk_ret_t layout(ScriptCall& call);
-
-// The window is laid out as a whole either way: what a container takes up changes what is left to the others.
-constexpr ScriptMethod kMethods[] = {
-    {"layout", 1, guarded<layout>},
-    {"resize", 0, guarded<layout>},
-};
-
-constexpr ScriptClass kLayoutManager = {ClassId::layout_manager, nullptr, {}, nullptr, kMethods, {}};
 
 constexpr const char* kContainer = DUK_HIDDEN_SYMBOL("container");
 
@@ -27,6 +17,14 @@ duk_ret_t layout(ScriptCall& call) {
     scriptui::lay_out(container->window(), call.environment.driver.text_measure());
     return call.nothing();
 }
+
+// Always lays out the whole window: a container's size affects the others.
+constexpr ScriptMethod kMethods[] = {
+    {"layout", 1, guarded<layout>},
+    {"resize", 0, guarded<layout>},
+};
+
+constexpr ScriptClass kLayoutManager = {ClassId::layout_manager, nullptr, {}, nullptr, kMethods, {}};
 
 }  // namespace
 

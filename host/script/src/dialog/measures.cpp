@@ -1,4 +1,4 @@
-// Sizes, margins and bounds of elements: script objects with named numbers that write through to the element, so that
+// Sizes, margins and bounds of elements: script objects whose named numbers write through to the element, so that
 // `element.preferredSize.width = 250` works.
 #include <algorithm>
 #include <array>
@@ -34,7 +34,9 @@ constexpr ScriptClass kClasses[] = {
 
 using Numbers = std::array<double, 4>;
 
-enum class Measure : int { preferred_size, minimum_size, maximum_size, size, location, bounds, margins };
+// As scripts name them, by number.
+constexpr const char* kNames[] = {"preferredSize", "minimumSize", "maximumSize", "size",
+                                  "location",      "bounds",      "margins"};
 
 std::size_t count_of(Measure measure) {
     return measure == Measure::bounds || measure == Measure::margins ? 4 : 2;
@@ -45,7 +47,7 @@ ClassId class_of(Measure measure) {
     return measure == Measure::location ? ClassId::point : ClassId::dimension;
 }
 
-// Nothing while neither a script nor the layout has decided it.
+// Empty until a script or the layout has set it.
 std::optional<Numbers> read(const scriptui::Element& element, Measure measure) {
     const scriptui::Layout& layout = element.layout();
     const auto& frame = element.frame();
@@ -74,7 +76,7 @@ std::optional<Numbers> read(const scriptui::Element& element, Measure measure) {
     return Numbers{(*location)[0], (*location)[1], (*location)[0] + (*size)[0], (*location)[1] + (*size)[1]};
 }
 
-// An element that has its frame takes place and size at once; other elements stay where they are.
+// Moves and resizes the element if it has been laid out; other elements stay where they are.
 void write(scriptui::Element& element, Measure measure, const Numbers& n) {
     scriptui::Layout& layout = element.layout();
     switch (measure) {
@@ -110,20 +112,7 @@ void write(scriptui::Element& element, Measure measure, const Numbers& n) {
 constexpr const char* kElement = DUK_HIDDEN_SYMBOL("element");
 constexpr const char* kMeasure = DUK_HIDDEN_SYMBOL("measure");
 
-duk_ret_t give(ScriptCall& call, Measure measure) {
-    const scriptui::Element& element = call.self_element();
-    if (!read(element, measure)) return call.nothing();
-    const duk_idx_t view = duk_push_object(call.ctx);
-    push_element(call, &element);
-    duk_put_prop_string(call.ctx, view, kElement);
-    duk_push_int(call.ctx, static_cast<int>(measure));
-    duk_put_prop_string(call.ctx, view, kMeasure);
-    call.environment.push_prototype(call.ctx, class_of(measure));
-    duk_set_prototype(call.ctx, view);
-    return 1;
-}
-
-// The element and the measure that `this` writes through to.
+// What `this` writes through to.
 struct View {
     scriptui::Element& element;
     Measure measure;
@@ -155,7 +144,7 @@ duk_ret_t set_number(ScriptCall& call) {
     return call.nothing();
 }
 
-// The numbers under these names, if the object at `i` has them all.
+// The numbers with these names, if the object at `i` has all of them.
 std::optional<Numbers> named_numbers(ScriptCall& call, duk_idx_t i, std::initializer_list<const char*> names) {
     Numbers numbers{};
     std::size_t n = 0;
@@ -190,56 +179,27 @@ std::optional<Numbers> numbers_argument(ScriptCall& call, duk_idx_t i, Measure m
     return Numbers{(*box)[0], (*box)[1], (*box)[0] + (*box)[2], (*box)[1] + (*box)[3]};
 }
 
-duk_ret_t take(ScriptCall& call, duk_idx_t i, scriptui::Element& element, Measure measure, const char* what) {
-    const auto numbers = numbers_argument(call, i, measure);
-    if (!numbers) call.fail(std::string(what) + " cannot be read from that value");
-    write(element, measure, *numbers);
-    return call.nothing();
-}
-
 }  // namespace
 
-duk_ret_t get_preferred_size(ScriptCall& call) {
-    return give(call, Measure::preferred_size);
+duk_ret_t get_measure(ScriptCall& call, Measure measure) {
+    const scriptui::Element& element = call.self_element();
+    if (!read(element, measure)) return call.nothing();
+    const duk_idx_t view = duk_push_object(call.ctx);
+    push_element(call, &element);
+    duk_put_prop_string(call.ctx, view, kElement);
+    duk_push_int(call.ctx, static_cast<int>(measure));
+    duk_put_prop_string(call.ctx, view, kMeasure);
+    call.environment.push_prototype(call.ctx, class_of(measure));
+    duk_set_prototype(call.ctx, view);
+    return 1;
 }
-duk_ret_t set_preferred_size(ScriptCall& call) {
-    return take(call, 0, call.self_element(), Measure::preferred_size, "preferredSize");
-}
-duk_ret_t get_minimum_size(ScriptCall& call) {
-    return give(call, Measure::minimum_size);
-}
-duk_ret_t set_minimum_size(ScriptCall& call) {
-    return take(call, 0, call.self_element(), Measure::minimum_size, "minimumSize");
-}
-duk_ret_t get_maximum_size(ScriptCall& call) {
-    return give(call, Measure::maximum_size);
-}
-duk_ret_t set_maximum_size(ScriptCall& call) {
-    return take(call, 0, call.self_element(), Measure::maximum_size, "maximumSize");
-}
-duk_ret_t get_size(ScriptCall& call) {
-    return give(call, Measure::size);
-}
-duk_ret_t set_size(ScriptCall& call) {
-    return take(call, 0, call.self_element(), Measure::size, "size");
-}
-duk_ret_t get_location(ScriptCall& call) {
-    return give(call, Measure::location);
-}
-duk_ret_t set_location(ScriptCall& call) {
-    return take(call, 0, call.self_element(), Measure::location, "location");
-}
-duk_ret_t get_bounds(ScriptCall& call) {
-    return give(call, Measure::bounds);
-}
-duk_ret_t set_bounds(ScriptCall& call) {
-    return take(call, 0, call.self_element(), Measure::bounds, "bounds");
-}
-duk_ret_t get_margins(ScriptCall& call) {
-    return give(call, Measure::margins);
-}
-duk_ret_t set_margins(ScriptCall& call) {
-    return take(call, 0, call.self_element(), Measure::margins, "margins");
+
+duk_ret_t set_measure(ScriptCall& call, Measure measure) {
+    scriptui::Element& element = call.self_element();
+    const auto numbers = numbers_argument(call, 0, measure);
+    if (!numbers) call.fail(std::string(kNames[static_cast<int>(measure)]) + " cannot be read from that value");
+    write(element, measure, *numbers);
+    return call.nothing();
 }
 
 std::array<double, 4> bounds_argument(ScriptCall& call, duk_idx_t i) {

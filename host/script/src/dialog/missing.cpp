@@ -1,5 +1,5 @@
-// What the application's dialog elements have and ours do not: a script that uses it shall hear of it. Methods need no
-// help: to call what is not there is an error anyway.
+// Members of the application's dialog elements that ours lack: using one is an error. Missing methods need no help,
+// since calling them is an error anyway.
 #include <algorithm>
 
 #include "dialog/dialog_classes.h"

@@ -6,29 +6,6 @@ namespace host::script {
 
 namespace {
 
-duk_ret_t construct(ScriptCall& call);
-duk_ret_t show(ScriptCall& call);
-duk_ret_t close(ScriptCall& call);
-duk_ret_t hide(ScriptCall& call);
-duk_ret_t default_element(ScriptCall& call);
-duk_ret_t set_default_element(ScriptCall& call);
-duk_ret_t cancel_element(ScriptCall& call);
-duk_ret_t set_cancel_element(ScriptCall& call);
-
-constexpr ScriptMethod kMethods[] = {
-    {"show", 0, guarded<show>},
-    {"close", 1, guarded<close>},
-    {"hide", 0, guarded<hide>},
-};
-
-constexpr ScriptProperty kProperties[] = {
-    {"defaultElement", guarded<default_element>, guarded<set_default_element>},
-    {"cancelElement", guarded<cancel_element>, guarded<set_cancel_element>},
-};
-
-constexpr ScriptClass kWindow = {ClassId::window,    "Window", ClassId::container,
-                                 guarded<construct>, kMethods, kProperties};
-
 // new Window(type, title, bounds, {name, ...})
 duk_ret_t construct(ScriptCall& call) {
     duk_set_top(call.ctx, 4);
@@ -42,20 +19,20 @@ duk_ret_t construct(ScriptCall& call) {
     scriptui::Window& window = *owned;
     creation.apply_to(window);
     call.environment.windows.emplace(static_cast<const scriptui::Element*>(&window), std::move(owned));
-    // From here on the window goes when its object goes.
+    // From here on the window lives as long as its object.
     push_element(call, &window);
     return 1;
 }
 
-// Closes a window that is left by an exception.
-class ClosedAtLast {
+// Closes the window if an exception leaves it open.
+class CloseOnExit {
   public:
-    explicit ClosedAtLast(scriptui::Window& window) : window_(window) {}
-    ~ClosedAtLast() {
+    explicit CloseOnExit(scriptui::Window& window) : window_(window) {}
+    ~CloseOnExit() {
         if (window_.is_open()) window_.close_without_asking(scriptui::kDialogCancelled);
     }
-    ClosedAtLast(const ClosedAtLast&) = delete;
-    ClosedAtLast& operator=(const ClosedAtLast&) = delete;
+    CloseOnExit(const CloseOnExit&) = delete;
+    CloseOnExit& operator=(const CloseOnExit&) = delete;
 
   private:
     scriptui::Window& window_;
@@ -65,7 +42,7 @@ duk_ret_t show(ScriptCall& call) {
     scriptui::Window& window = self_window(call);
     if (window.is_open()) call.fail("the dialog is already shown");
     if (!window.frame()) scriptui::lay_out(window, call.environment.driver.text_measure());
-    const ClosedAtLast guard(window);
+    const CloseOnExit guard(window);
     window.open();
     if (window.is_open()) {
         const RunClock::Switched waiting(call.environment.heap.clock(), false);
@@ -115,6 +92,20 @@ duk_ret_t set_cancel_element(ScriptCall& call) {
     window.set_cancel_element(own_element_or_null(call, window));
     return call.nothing();
 }
+
+constexpr ScriptMethod kMethods[] = {
+    {"show", 0, guarded<show>},
+    {"close", 1, guarded<close>},
+    {"hide", 0, guarded<hide>},
+};
+
+constexpr ScriptProperty kProperties[] = {
+    {"defaultElement", guarded<default_element>, guarded<set_default_element>},
+    {"cancelElement", guarded<cancel_element>, guarded<set_cancel_element>},
+};
+
+constexpr ScriptClass kWindow = {ClassId::window,    "Window", ClassId::container,
+                                 guarded<construct>, kMethods, kProperties};
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// Reading rows of plain statements.
-#include "plain_statements.h"
+// Parses rows of plain statements.
+#include "engine/plain_statements.h"
 
 #include <algorithm>
 #include <array>
@@ -9,33 +9,33 @@ namespace host::script {
 
 namespace {
 
-// Words that are no names, and names that would mean something else inside a function.
-constexpr std::array<std::string_view, 48> kTakenWords = {
+// Reserved words, and names that mean something else inside a function.
+constexpr std::array<std::string_view, 48> kReservedWords = {
     "abstract",  "arguments",  "break",     "case",   "catch",    "class",  "const",      "continue",
     "debugger",  "default",    "delete",    "do",     "else",     "enum",   "eval",       "export",
     "extends",   "false",      "finally",   "for",    "function", "if",     "implements", "import",
     "in",        "instanceof", "interface", "let",    "new",      "null",   "package",    "private",
     "protected", "public",     "return",    "static", "super",    "switch", "this",       "throw",
     "true",      "try",        "typeof",    "var",    "void",     "while",  "with",       "yield"};
-static_assert(std::ranges::is_sorted(kTakenWords));
+static_assert(std::ranges::is_sorted(kReservedWords));
 
-// Whether a taken word may begin with the letter and have the length: few names get past this.
+// Bit N: a reserved word starts with this letter and has N letters. Few names get past this.
 constexpr auto kLengthsByLetter = [] {
     std::array<std::uint16_t, 128> lengths{};
-    for (const std::string_view word : kTakenWords)
+    for (const std::string_view word : kReservedWords)
         lengths[static_cast<unsigned char>(word.front())] |= static_cast<std::uint16_t>(1U << word.size());
     return lengths;
 }();
-static_assert(std::ranges::all_of(kTakenWords, [](std::string_view word) { return word.size() < 16; }));
+static_assert(std::ranges::all_of(kReservedWords, [](std::string_view word) { return word.size() < 16; }));
 
-bool is_taken(std::string_view word) {
+bool is_reserved(std::string_view word) {
     if (word.size() >= 16) return false;
     const unsigned lengths = kLengthsByLetter[static_cast<unsigned char>(word.front())];
-    return (lengths >> word.size() & 1U) != 0 && std::ranges::binary_search(kTakenWords, word);
+    return (lengths >> word.size() & 1U) != 0 && std::ranges::binary_search(kReservedWords, word);
 }
 
-// Of a number, so that it fits an int.
-constexpr std::size_t kMostDigits = 9;
+// A number with this many digits fits an int.
+constexpr std::size_t kMaxDigits = 9;
 
 bool is_letter(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || c == '_';
@@ -45,8 +45,8 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// A backslash changes what comes after it, and a line cannot end inside a text; the language has four line ends.
-bool means_itself(std::string_view text) {
+// No escapes and no line ends, of which the language has four.
+bool is_verbatim(std::string_view text) {
     return text.find_first_of("\\\n\r") == text.npos && text.find("\u2028") == text.npos &&
            text.find("\u2029") == text.npos;
 }
@@ -78,7 +78,7 @@ bool PlainStatements::take(char wanted) {
     return true;
 }
 
-// Empty when there is none, or one that is taken.
+// Empty if there is none, or a reserved one.
 std::string_view PlainStatements::take_word() {
     const std::size_t begin = at_;
     if (!is_letter(here())) return {};
@@ -86,7 +86,7 @@ std::string_view PlainStatements::take_word() {
     while (end < text_.size() && (is_letter(text_[end]) || is_digit(text_[end]))) ++end;
     at_ = end;
     const std::string_view word = text_.substr(begin, end - begin);
-    return is_taken(word) ? std::string_view() : word;
+    return is_reserved(word) ? std::string_view() : word;
 }
 
 bool PlainStatements::take_declaration() {
@@ -111,7 +111,7 @@ bool PlainStatements::take_literal(PlainStatement& statement) {
     if (is_digit(here())) {
         std::size_t digits = 1;
         while (digits < rest.size() && is_digit(rest[digits])) ++digits;
-        if (digits > kMostDigits || (rest[0] == '0' && digits > 1)) return false;
+        if (digits > kMaxDigits || (rest[0] == '0' && digits > 1)) return false;
         if (digits < rest.size() && (rest[digits] == '.' || is_letter(rest[digits]))) return false;
         int number = 0;
         for (const char digit : rest.substr(0, digits)) number = 10 * number + (digit - '0');
@@ -119,7 +119,7 @@ bool PlainStatements::take_literal(PlainStatement& statement) {
         at_ += digits;
     } else if (here() == '"') {
         const std::size_t end = rest.find('"', 1);
-        if (end == rest.npos || !means_itself(rest.substr(1, end - 1))) return false;
+        if (end == rest.npos || !is_verbatim(rest.substr(1, end - 1))) return false;
         statement.literals.emplace_back(rest.substr(1, end - 1));
         at_ += end + 1;
     } else if (rest.starts_with(kNull) && (rest.size() == 4 || (!is_letter(rest[4]) && !is_digit(rest[4])))) {
@@ -156,7 +156,7 @@ bool PlainStatements::take_arguments(PlainStatement& statement) {
     return true;
 }
 
-// A place is what can be assigned to.
+// `is_place`: it can be assigned to.
 bool PlainStatements::take_chain(PlainStatement& statement, bool& is_place) {
     std::string_view word = take_word();
     if (word.empty()) return false;

@@ -1,25 +1,13 @@
 // app.settings and the enumeration PREFType.
 #include <array>
 
-#include "bind.h"
+#include "engine/bind.h"
 
 namespace host::script {
 
 namespace {
 
-duk_ret_t have_setting(ScriptCall& call);
-duk_ret_t get_setting(ScriptCall& call);
-duk_ret_t save_setting(ScriptCall& call);
-
-constexpr ScriptMethod kMethods[] = {
-    {"haveSetting", 3, guarded<have_setting>},
-    {"getSetting", 3, guarded<get_setting>},
-    {"saveSetting", 4, guarded<save_setting>},
-};
-
-constexpr ScriptClass kSettings = {ClassId::settings, nullptr, {}, nullptr, kMethods, {}};
-
-// The files the application keeps its preferences in; a member's place is its number. The first is the usual one.
+// The application's preference files, by number. The first is the default.
 constexpr std::array kPreferenceTypes = {
     "PREF_Type_MACHINE_SPECIFIC",
     "PREF_Type_MACHINE_INDEPENDENT",
@@ -32,7 +20,7 @@ constexpr std::array kPreferenceTypes = {
 
 constexpr std::size_t kLongestValue = 1999;  // bytes
 
-// Where a setting stands: sections of the unusual files carry the file's name in front.
+// A setting's section; those outside the default file carry the file's name in front.
 std::string section_of(ScriptCall& call, duk_idx_t type_argument) {
     std::string section = call.text(0);
     if (!call.given(type_argument)) return section;
@@ -69,6 +57,14 @@ duk_ret_t save_setting(ScriptCall& call) {
     call.environment.settings.save(section_of(call, 3), call.text(1), value);
     return call.nothing();
 }
+
+constexpr ScriptMethod kMethods[] = {
+    {"haveSetting", 3, guarded<have_setting>},
+    {"getSetting", 3, guarded<get_setting>},
+    {"saveSetting", 4, guarded<save_setting>},
+};
+
+constexpr ScriptClass kSettings = {ClassId::settings, nullptr, {}, nullptr, kMethods, {}};
 
 }  // namespace
 

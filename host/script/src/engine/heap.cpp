@@ -1,22 +1,22 @@
-// The memory and the time that scripts may use: allocation functions that count, and the check that ends endless loops.
-#include "heap.h"
+// Limits on memory and time: counting allocation functions, and the check that stops endless loops.
+#include "engine/heap.h"
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
 
-// Asked by the engine every few hundred instructions, and then again until the script has been unwound.
+// Called by the engine every few hundred instructions, and again until the script has unwound.
 extern "C" int host_script_must_end(void* heap_udata) {
     return static_cast<host::script::Heap*>(heap_udata)->must_end() ? 1 : 0;
 }
 
-// Asked inside built-in functions at work.
+// Called inside loops of built-in functions.
 extern "C" int host_script_must_end_after(void* heap_udata, std::size_t steps) {
     return static_cast<host::script::Heap*>(heap_udata)->must_end_after(steps) ? 1 : 0;
 }
 
-// Asked before native recursion.
+// Called before native recursion.
 extern "C" int host_script_stack_is_short(void* heap_udata) {
     return static_cast<const host::script::Heap*>(heap_udata)->is_stack_short() ? 1 : 0;
 }
@@ -25,27 +25,27 @@ namespace host::script {
 
 namespace {
 
-// Stands before each block; as large as the strictest alignment, so that the block behind it is aligned.
+// Precedes each block; as large as the strictest alignment, so the block after it is aligned.
 union BlockHeader {
     std::size_t size;
     std::max_align_t alignment;
 };
 
-// Between the limit, beyond which a script is ended at the next check, and the amount from which on memory is refused.
-// A refusal is slow: the engine tries to shrink every object it has before it gives up.
+// Between the limit, above which a script is stopped at the next check, and the amount at which allocation fails. A
+// failed allocation is slow: the engine tries to shrink every object before it gives up.
 constexpr std::size_t kReserve = std::size_t{64} << 20;
 
-// Of the thread's stack, for one run. Main threads have 8 MiB.
+// Stack for one run. Main threads have 8 MiB.
 constexpr std::ptrdiff_t kStack = std::ptrdiff_t{4} << 20;
 
-// Between two looks at the clock: a few microseconds.
-constexpr std::size_t kStepsBetweenLooks = 1000;
+// Between two checks of the clock: a few microseconds.
+constexpr std::size_t kStepsBetweenChecks = 1000;
 
 const char* stack_now() {
     return static_cast<const char*>(__builtin_frame_address(0));
 }
 
-// Everything runs in protected calls, so only a damaged heap gets here.
+// Everything runs in protected calls, so only a corrupt heap gets here.
 [[noreturn]] void die(void*, const char* message) {
     std::fprintf(stderr, "script engine: %s\n", message ? message : "fatal error");
     std::abort();
@@ -78,7 +78,7 @@ Heap& Heap::of(duk_context* ctx) {
 
 void Heap::begin_run() {
     out_of_memory_ = false;
-    // What earlier runs left behind must not keep this one from starting, or from clearing up.
+    // Memory left by earlier runs must not keep this one from starting, or from cleaning up.
     allowed_ = std::max(limits_.memory, used_ + kReserve / 4);
     steps_ = 0;
     stack_at_start_ = stack_now();
@@ -97,7 +97,7 @@ bool Heap::must_end() {
 
 bool Heap::must_end_after(std::size_t steps) {
     steps_ += steps;
-    if (steps_ < kStepsBetweenLooks) return false;
+    if (steps_ < kStepsBetweenChecks) return false;
     steps_ = 0;
     return must_end();
 }

@@ -1,82 +1,14 @@
 // Layers of every kind.
-#include "bind.h"
+#include "engine/bind.h"
 
 namespace host::script {
 
 namespace {
 
-duk_ret_t copy_to_comp(ScriptCall& call);
-duk_ret_t move_after(ScriptCall& call);
-duk_ret_t move_before(ScriptCall& call);
-duk_ret_t move_to_beginning(ScriptCall& call);
-duk_ret_t move_to_end(ScriptCall& call);
-duk_ret_t remove(ScriptCall& call);
-duk_ret_t set_parent_with_jump(ScriptCall& call);
-duk_ret_t name(ScriptCall& call);
-duk_ret_t set_name(ScriptCall& call);
-duk_ret_t is_name_set(ScriptCall& call);
-duk_ret_t id(ScriptCall& call);
-duk_ret_t index(ScriptCall& call);
-duk_ret_t containing_comp(ScriptCall& call);
-duk_ret_t parent(ScriptCall& call);
-duk_ret_t set_parent(ScriptCall& call);
-duk_ret_t source(ScriptCall& call);
-duk_ret_t null_layer(ScriptCall& call);
-duk_ret_t in_point(ScriptCall& call);
-duk_ret_t set_in_point(ScriptCall& call);
-duk_ret_t out_point(ScriptCall& call);
-duk_ret_t set_out_point(ScriptCall& call);
-duk_ret_t start_time(ScriptCall& call);
-duk_ret_t set_start_time(ScriptCall& call);
-template <model::LayerFlag Flag>
-duk_ret_t flag(ScriptCall& call);
-template <model::LayerFlag Flag>
-duk_ret_t set_flag(ScriptCall& call);
-
-constexpr ScriptMethod kMethods[] = {
-    {"copyToComp", 1, guarded<copy_to_comp>},
-    {"moveAfter", 1, guarded<move_after>},
-    {"moveBefore", 1, guarded<move_before>},
-    {"moveToBeginning", 0, guarded<move_to_beginning>},
-    {"moveToEnd", 0, guarded<move_to_end>},
-    {"remove", 0, guarded<remove>},
-    {"setParentWithJump", 1, guarded<set_parent_with_jump>},
-};
-
-constexpr ScriptProperty kProperties[] = {
-    {"name", guarded<name>, guarded<set_name>},
-    {"isNameSet", guarded<is_name_set>, nullptr},
-    {"id", guarded<id>, nullptr},
-    {"index", guarded<index>, nullptr},
-    {"containingComp", guarded<containing_comp>, nullptr},
-    {"parent", guarded<parent>, guarded<set_parent>},
-    {"inPoint", guarded<in_point>, guarded<set_in_point>},
-    {"outPoint", guarded<out_point>, guarded<set_out_point>},
-    {"startTime", guarded<start_time>, guarded<set_start_time>},
-    {"enabled", guarded<flag<model::kVideoActive>>, guarded<set_flag<model::kVideoActive>>},
-    {"locked", guarded<flag<model::kLocked>>, guarded<set_flag<model::kLocked>>},
-    {"shy", guarded<flag<model::kShy>>, guarded<set_flag<model::kShy>>},
-    {"solo", guarded<flag<model::kSolo>>, guarded<set_flag<model::kSolo>>},
-    {"nullLayer", guarded<null_layer>, nullptr},
-};
-
-constexpr ScriptProperty kAvProperties[] = {
-    {"source", guarded<source>, nullptr},
-    {"threeDLayer", guarded<flag<model::kIs3D>>, guarded<set_flag<model::kIs3D>>},
-    {"adjustmentLayer", guarded<flag<model::kAdjustment>>, guarded<set_flag<model::kAdjustment>>},
-    {"collapseTransformation", guarded<flag<model::kCollapse>>, guarded<set_flag<model::kCollapse>>},
-    {"motionBlur", guarded<flag<model::kMotionBlur>>, guarded<set_flag<model::kMotionBlur>>},
-};
-
-// Bases before what is built on them.
-constexpr ScriptClass kClasses[] = {
-    {ClassId::layer, nullptr, {}, nullptr, kMethods, kProperties},
-    {ClassId::av_layer, "AVLayer", ClassId::layer, nullptr, {}, kAvProperties},
-    {ClassId::text_layer, "TextLayer", ClassId::av_layer, nullptr, {}, {}},
-    {ClassId::shape_layer, "ShapeLayer", ClassId::av_layer, nullptr, {}, {}},
-    {ClassId::camera_layer, "CameraLayer", ClassId::layer, nullptr, {}, {}},
-    {ClassId::light_layer, "LightLayer", ClassId::layer, nullptr, {}, {}},
-};
+template <auto Get>
+constexpr auto get = guarded<read_member<&ScriptCall::self_layer, Get>>;
+template <auto Set, auto Argument>
+constexpr auto set = guarded<write_member<&ScriptCall::self_layer, Set, Argument>>;
 
 duk_ret_t copy_to_comp(ScriptCall& call) {
     model::Layer& original = call.self_layer();
@@ -84,7 +16,7 @@ duk_ret_t copy_to_comp(ScriptCall& call) {
     return call.nothing();
 }
 
-// The other layer of a move: in the same composition.
+// The layer to move next to: in the same composition.
 model::Layer& neighbour(ScriptCall& call, const model::Layer& moved) {
     model::Layer* other = call.layer(0);
     if (other == nullptr) call.fail("a layer was expected");
@@ -135,22 +67,8 @@ duk_ret_t set_parent_with_jump(ScriptCall& call) {
     return call.nothing();
 }
 
-duk_ret_t name(ScriptCall& call) {
-    return call.give(std::string_view(call.self_layer().display_name()));
-}
-
-duk_ret_t set_name(ScriptCall& call) {
-    model::Layer& layer = call.self_layer();
-    layer.rename(call.text(0));
-    return call.nothing();
-}
-
 duk_ret_t is_name_set(ScriptCall& call) {
     return call.give(!call.self_layer().own_name().empty());
-}
-
-duk_ret_t id(ScriptCall& call) {
-    return call.give(call.self_layer().id());
 }
 
 duk_ret_t index(ScriptCall& call) {
@@ -161,18 +79,10 @@ duk_ret_t containing_comp(ScriptCall& call) {
     return call.give(&call.self_layer().comp());
 }
 
-duk_ret_t parent(ScriptCall& call) {
-    return call.give(call.self_layer().parent());
-}
-
 duk_ret_t set_parent(ScriptCall& call) {
     if (duk_is_undefined(call.ctx, 0)) call.fail("a layer or null was expected");
     change_parent(call, model::Parenting::keep_place);
     return call.nothing();
-}
-
-duk_ret_t source(ScriptCall& call) {
-    return call.give(call.self_layer().source());
 }
 
 duk_ret_t null_layer(ScriptCall& call) {
@@ -223,6 +133,51 @@ duk_ret_t set_flag(ScriptCall& call) {
     layer.set_flag(Flag, call.boolean(0));
     return call.nothing();
 }
+
+constexpr ScriptMethod kMethods[] = {
+    {"copyToComp", 1, guarded<copy_to_comp>},
+    {"moveAfter", 1, guarded<move_after>},
+    {"moveBefore", 1, guarded<move_before>},
+    {"moveToBeginning", 0, guarded<move_to_beginning>},
+    {"moveToEnd", 0, guarded<move_to_end>},
+    {"remove", 0, guarded<remove>},
+    {"setParentWithJump", 1, guarded<set_parent_with_jump>},
+};
+
+constexpr ScriptProperty kProperties[] = {
+    {"name", get<&model::Layer::display_name>, set<&model::Layer::rename, &ScriptCall::text>},
+    {"isNameSet", guarded<is_name_set>, nullptr},
+    {"id", get<&model::Layer::id>, nullptr},
+    {"index", guarded<index>, nullptr},
+    {"containingComp", guarded<containing_comp>, nullptr},
+    {"parent", get<&model::Layer::parent>, guarded<set_parent>},
+    {"inPoint", guarded<in_point>, guarded<set_in_point>},
+    {"outPoint", guarded<out_point>, guarded<set_out_point>},
+    {"startTime", guarded<start_time>, guarded<set_start_time>},
+    {"enabled", guarded<flag<model::kVideoActive>>, guarded<set_flag<model::kVideoActive>>},
+    {"locked", guarded<flag<model::kLocked>>, guarded<set_flag<model::kLocked>>},
+    {"shy", guarded<flag<model::kShy>>, guarded<set_flag<model::kShy>>},
+    {"solo", guarded<flag<model::kSolo>>, guarded<set_flag<model::kSolo>>},
+    {"nullLayer", guarded<null_layer>, nullptr},
+};
+
+constexpr ScriptProperty kAvProperties[] = {
+    {"source", get<&model::Layer::source>, nullptr},
+    {"threeDLayer", guarded<flag<model::kIs3D>>, guarded<set_flag<model::kIs3D>>},
+    {"adjustmentLayer", guarded<flag<model::kAdjustment>>, guarded<set_flag<model::kAdjustment>>},
+    {"collapseTransformation", guarded<flag<model::kCollapse>>, guarded<set_flag<model::kCollapse>>},
+    {"motionBlur", guarded<flag<model::kMotionBlur>>, guarded<set_flag<model::kMotionBlur>>},
+};
+
+// Base classes first.
+constexpr ScriptClass kClasses[] = {
+    {ClassId::layer, nullptr, {}, nullptr, kMethods, kProperties},
+    {ClassId::av_layer, "AVLayer", ClassId::layer, nullptr, {}, kAvProperties},
+    {ClassId::text_layer, "TextLayer", ClassId::av_layer, nullptr, {}, {}},
+    {ClassId::shape_layer, "ShapeLayer", ClassId::av_layer, nullptr, {}, {}},
+    {ClassId::camera_layer, "CameraLayer", ClassId::layer, nullptr, {}, {}},
+    {ClassId::light_layer, "LightLayer", ClassId::layer, nullptr, {}, {}},
+};
 
 }  // namespace
 

@@ -1,5 +1,5 @@
-// The passage between a script's call and a C++ function: arguments, the object called on, the answer, errors.
-#include "bind.h"
+// Calls from scripts into C++: arguments, `this`, results, errors.
+#include "engine/bind.h"
 
 #include <cmath>
 #include <limits>
@@ -18,7 +18,7 @@ std::string_view engine_text(duk_context* ctx, duk_idx_t index) {
     return {data, size};
 }
 
-// The living target of `this`.
+// The object behind `this`, which must be alive.
 template <class T>
 T& living_self(ScriptCall& call, TargetKind kind, const char* wanted) {
     duk_push_this(call.ctx);

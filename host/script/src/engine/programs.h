@@ -1,4 +1,4 @@
-// Texts on their way through the compiler: what comes again is not compiled again.
+// Compiled scripts: what comes again is not compiled again.
 #pragma once
 
 #include <array>
@@ -14,15 +14,15 @@ namespace host::script {
 struct PlainStatement;
 class PlainStatements;
 
-// Longer texts that were run lately are kept compiled. Of rows of plain statements, each shape is compiled once, as a
-// function of its literals: such rows are long, and come once.
+// Keeps recently run longer scripts compiled. Rows of plain statements are long and come once, so each statement's
+// shape is compiled once, as a function of its literals (docs/decisions/0015-plain-statements.md).
 class Programs {
   public:
-    // First of all: makes room for what is kept.
+    // Must come first: creates the array that keeps functions alive.
     void define(duk_context* ctx);
 
-    // Runs a text of any bytes and pushes the value of its last statement. Throws as the engine does; a text that the
-    // compiler refuses has not begun to run.
+    // Runs a script, whatever its bytes, and pushes the value of its last statement. Throws as the engine does; a
+    // script that does not compile has not started to run.
     void run(duk_context* ctx, std::string_view text);
 
   private:
@@ -42,7 +42,7 @@ class Programs {
     std::array<Kept, kTexts> texts_;
     std::size_t next_text_ = 0;
     std::unordered_map<std::string, void*> shapes_;
-    void* keeper_ = nullptr;  // an array of the engine that keeps the functions alive
+    void* keeper_ = nullptr;  // an engine array that keeps the functions alive
 };
 
 }  // namespace host::script

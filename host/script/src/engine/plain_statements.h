@@ -1,4 +1,4 @@
-// Rows of plain statements, as programs write them: calls and assignments that differ only in their numbers and texts.
+// Parses rows of plain statements, as programs generate them: calls and assignments that differ only in their literals.
 #pragma once
 
 #include <string>
@@ -8,27 +8,27 @@
 
 namespace host::script {
 
-// A literal of a statement. Texts are the bytes between the quotes, which mean themselves.
+// A literal of a statement. Strings are the bytes between the quotes; they contain no escapes.
 using Literal = std::variant<std::nullptr_t, int, std::string_view>;
 
 struct PlainStatement {
-    std::string shape;  // an expression, its literals replaced by $1, $2 and so on
+    std::string shape;  // an expression with $1, $2 and so on for its literals
     std::vector<Literal> literals;
 };
 
-// Reads a text of statements like
+// Parses scripts such as
 //     var count = 0; box.layer(7).name = count; box.list.push(count, "seven");
-// on a single line: `var` with a literal or an empty array only at the beginning, then chains of names and calls, each
-// ended by a semicolon. Whatever it takes is correct in the language; most correct texts it does not take.
+// on a single line: `var` with a literal or an empty array only at the start, then chains of names and calls, each
+// ended by a semicolon. Whatever it accepts is valid; most valid scripts it does not accept.
 class PlainStatements {
   public:
     explicit PlainStatements(std::string_view text);
 
-    // The declarations at the beginning, as they stand.
+    // The declarations at the start, as source text.
     std::string_view declarations() const { return text_.substr(0, first_); }
-    // Whether the whole text is such a row, with at least one statement after the declarations.
+    // Whether the whole script is such a row, with at least one statement after the declarations.
     bool are_all();
-    // Reads the next statement into `statement`. False at the end of the text, or where it is not plain.
+    // Parses the next statement into `statement`. False at the end, or if the statement is not plain.
     bool next(PlainStatement& statement);
 
   private:

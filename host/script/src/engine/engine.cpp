@@ -1,12 +1,12 @@
-// The script engine: running texts, and telling how they ended.
+// The script engine: runs scripts and reports how they ended.
 #include "script/engine.h"
 
 #include <utility>
 
 #include <duktape.h>
 
-#include "environment.h"
-#include "programs.h"
+#include "engine/environment.h"
+#include "engine/programs.h"
 #include "scriptui/window.h"
 #include "text.h"
 
@@ -34,7 +34,7 @@ duk_ret_t run_job(duk_context* ctx, void* pointer) {
 }
 
 duk_ret_t set_up(duk_context* ctx, void* programs) {
-    ScriptEnvironment::of(ctx).define_keeping(ctx);
+    ScriptEnvironment::of(ctx).define_object_cache(ctx);
     static_cast<Programs*>(programs)->define(ctx);
     define_globals(ctx);
     define_app(ctx);

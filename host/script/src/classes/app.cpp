@@ -1,19 +1,9 @@
-// app: the way to everything else, and undo groups.
-#include "bind.h"
+// The global `app`: the project, settings and undo groups.
+#include "engine/bind.h"
 
 namespace host::script {
 
 namespace {
-
-duk_ret_t begin_undo_group(ScriptCall& call);
-duk_ret_t end_undo_group(ScriptCall& call);
-
-constexpr ScriptMethod kMethods[] = {
-    {"beginUndoGroup", 1, guarded<begin_undo_group>},
-    {"endUndoGroup", 0, guarded<end_undo_group>},
-};
-
-constexpr ScriptClass kApp = {ClassId::app, nullptr, {}, nullptr, kMethods, {}};
 
 duk_ret_t begin_undo_group(ScriptCall& call) {
     call.environment.project.undo().begin_group(call.given(0) ? call.text(0) : std::string());
@@ -34,6 +24,13 @@ void define_member(duk_context* ctx, duk_idx_t object, const char* name) {
     duk_insert(ctx, -2);
     duk_def_prop(ctx, object, DUK_DEFPROP_HAVE_VALUE | DUK_DEFPROP_SET_ENUMERABLE);
 }
+
+constexpr ScriptMethod kMethods[] = {
+    {"beginUndoGroup", 1, guarded<begin_undo_group>},
+    {"endUndoGroup", 0, guarded<end_undo_group>},
+};
+
+constexpr ScriptClass kApp = {ClassId::app, nullptr, {}, nullptr, kMethods, {}};
 
 }  // namespace
 

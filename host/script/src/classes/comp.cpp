@@ -2,37 +2,16 @@
 #include <algorithm>
 #include <limits>
 
-#include "bind.h"
+#include "engine/bind.h"
 
 namespace host::script {
 
 namespace {
 
-duk_ret_t layer(ScriptCall& call);
-duk_ret_t num_layers(ScriptCall& call);
-duk_ret_t selected_layers(ScriptCall& call);
-duk_ret_t duration(ScriptCall& call);
-duk_ret_t frame_rate(ScriptCall& call);
-duk_ret_t frame_duration(ScriptCall& call);
-duk_ret_t time(ScriptCall& call);
-duk_ret_t set_time(ScriptCall& call);
+template <auto Get>
+constexpr auto get = guarded<read_member<&ScriptCall::self_comp, Get>>;
 
-constexpr ScriptMethod kMethods[] = {
-    {"layer", 2, guarded<layer>},
-};
-
-constexpr ScriptProperty kProperties[] = {
-    {"numLayers", guarded<num_layers>, nullptr},
-    {"selectedLayers", guarded<selected_layers>, nullptr},
-    {"duration", guarded<duration>, nullptr},
-    {"frameRate", guarded<frame_rate>, nullptr},
-    {"frameDuration", guarded<frame_duration>, nullptr},
-    {"time", guarded<time>, guarded<set_time>},
-};
-
-constexpr ScriptClass kComp = {ClassId::comp_item, "CompItem", ClassId::picture_item, nullptr, kMethods, kProperties};
-
-// layer(number from the top, from 1), layer(name) or layer(other layer, places below it).
+// layer(number, from 1 at the top), layer(name) or layer(other layer, places below it).
 duk_ret_t layer(ScriptCall& call) {
     model::Comp& comp = call.self_comp();
     if (call.is_text(0)) return call.give(comp.layer_named(call.text(0)));
@@ -51,10 +30,6 @@ duk_ret_t layer(ScriptCall& call) {
     return call.give(&comp.layer_at(number - 1));
 }
 
-duk_ret_t num_layers(ScriptCall& call) {
-    return call.give(call.self_comp().layer_count());
-}
-
 duk_ret_t selected_layers(ScriptCall& call) {
     const std::vector<model::Layer*> selected = call.self_comp().selected_layers();
     const duk_idx_t array = duk_push_array(call.ctx);
@@ -70,10 +45,6 @@ duk_ret_t duration(ScriptCall& call) {
     return call.give(seconds(call.self_comp().duration()));
 }
 
-duk_ret_t frame_rate(ScriptCall& call) {
-    return call.give(call.self_comp().frame_rate());
-}
-
 duk_ret_t frame_duration(ScriptCall& call) {
     return call.give(seconds(call.self_comp().frame_duration()));
 }
@@ -87,6 +58,21 @@ duk_ret_t set_time(ScriptCall& call) {
     comp.set_current_time(model::from_seconds(call.number(0)));
     return call.nothing();
 }
+
+constexpr ScriptMethod kMethods[] = {
+    {"layer", 2, guarded<layer>},
+};
+
+constexpr ScriptProperty kProperties[] = {
+    {"numLayers", get<&model::Comp::layer_count>, nullptr},
+    {"selectedLayers", guarded<selected_layers>, nullptr},
+    {"duration", guarded<duration>, nullptr},
+    {"frameRate", get<&model::Comp::frame_rate>, nullptr},
+    {"frameDuration", guarded<frame_duration>, nullptr},
+    {"time", guarded<time>, guarded<set_time>},
+};
+
+constexpr ScriptClass kComp = {ClassId::comp_item, "CompItem", ClassId::picture_item, nullptr, kMethods, kProperties};
 
 }  // namespace
 

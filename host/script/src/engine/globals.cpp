@@ -1,55 +1,45 @@
-// The global object: what of the standard objects scripts see, and the host's own functions.
+// The global object: the standard objects that scripts see, and the host's own functions.
 #include <algorithm>
 #include <string_view>
 
-#include "bind.h"
+#include "engine/bind.h"
 
 namespace host::script {
 
 namespace {
 
-duk_ret_t alert(ScriptCall& call);
-duk_ret_t is_valid(ScriptCall& call);
-
-constexpr ScriptMethod kFunctions[] = {
-    {"alert", 3, guarded<alert>},
-    {"isValid", 1, guarded<is_valid>},
-};
-
-// The application's language is an old one; everything the engine has beyond it goes, so that scripts bring their own
-// JSON and nothing can build strings or objects that the engine reserves for itself.
-constexpr std::string_view kStandardObjects[] = {
-    "Array",
-    "Boolean",
-    "Date",
-    "Error",
-    "EvalError",
-    "Function",
-    "Infinity",
-    "Math",
-    "NaN",
-    "Number",
-    "Object",
-    "RangeError",
-    "ReferenceError",
-    "RegExp",
-    "String",
-    "SyntaxError",
-    "TypeError",
-    "URIError",
-    "decodeURI",
-    "decodeURIComponent",
-    "encodeURI",
-    "encodeURIComponent",
-    "escape",
-    "eval",
-    "isFinite",
-    "isNaN",
-    "parseFloat",
-    "parseInt",
-    "undefined",
-    "unescape",
-};
+// The application's language is an old one. Everything newer in the engine is removed, so scripts bring their own JSON
+// and cannot build strings or objects that the engine reserves for itself.
+constexpr std::string_view kStandardObjects[] = {"Array",
+                                                 "Boolean",
+                                                 "Date",
+                                                 "Error",
+                                                 "EvalError",
+                                                 "Function",
+                                                 "Infinity",
+                                                 "Math",
+                                                 "NaN",
+                                                 "Number",
+                                                 "Object",
+                                                 "RangeError",
+                                                 "ReferenceError",
+                                                 "RegExp",
+                                                 "String",
+                                                 "SyntaxError",
+                                                 "TypeError",
+                                                 "URIError",
+                                                 "decodeURI",
+                                                 "decodeURIComponent",
+                                                 "encodeURI",
+                                                 "encodeURIComponent",
+                                                 "escape",
+                                                 "eval",
+                                                 "isFinite",
+                                                 "isNaN",
+                                                 "parseFloat",
+                                                 "parseInt",
+                                                 "undefined",
+                                                 "unescape"};
 
 duk_ret_t alert(ScriptCall& call) {
     if (duk_is_undefined(call.ctx, 0)) call.fail("alert() needs a message");
@@ -71,7 +61,7 @@ duk_ret_t is_valid(ScriptCall& call) {
     return call.give(duk_is_object(call.ctx, 0) != 0);
 }
 
-// Runs whenever anything is thrown; notes the line of the innermost statement.
+// Runs whenever anything is thrown; records the line of the innermost statement.
 duk_ret_t note_line(duk_context* ctx) {
     ScriptEnvironment& environment = ScriptEnvironment::of(ctx);
     environment.throw_line = 0;
@@ -106,6 +96,11 @@ void remove_all_but_standard_objects(duk_context* ctx) {
     }
     duk_pop_2(ctx);
 }
+
+constexpr ScriptMethod kFunctions[] = {
+    {"alert", 3, guarded<alert>},
+    {"isValid", 1, guarded<is_valid>},
+};
 
 }  // namespace
 

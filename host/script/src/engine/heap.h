@@ -1,4 +1,4 @@
-// The memory and the time that scripts may use: allocation functions that count, and the check that ends endless loops.
+// Limits on memory and time: counting allocation functions, and the check that stops endless loops.
 #pragma once
 
 #include <cstddef>
@@ -13,10 +13,10 @@ namespace host::script {
 
 class ScriptEnvironment;
 
-// Owns the Duktape heap. Its address is the heap's user data, so it stays where it was made.
+// Owns the Duktape heap. Its address is the heap's user data, so it must not move.
 class Heap {
   public:
-    // Throws std::runtime_error when there is no memory for an empty environment.
+    // Throws std::runtime_error if there is no memory for an empty environment.
     Heap(const Limits& limits, ScriptEnvironment& environment);
     ~Heap();
     Heap(const Heap&) = delete;
@@ -30,16 +30,16 @@ class Heap {
 
     const Limits& limits() const { return limits_; }
     bool is_all_time_used() const { return limits_.time_of_all->left() == SharedTime::Duration::zero(); }
-    // Whether the run has to stop. Once true, it stays so until the run's end.
+    // Whether the run has to stop. Once true, it stays true until the run ends.
     bool must_end();
-    // The same for who asks very often: each step is some nanoseconds of work.
+    // The same for very frequent callers: each step is a few nanoseconds of work.
     bool must_end_after(std::size_t steps);
     bool is_stack_short() const;
     bool is_out_of_memory() const { return out_of_memory_; }
     void begin_run();
     void end_run();
 
-    // Deletes the heap; nothing may use the context any more.
+    // Destroys the heap; the context is invalid afterwards.
     void close();
 
   private:
@@ -54,7 +54,7 @@ class Heap {
     std::size_t allowed_;  // in this run
     std::size_t used_ = 0;
     bool out_of_memory_ = false;
-    std::size_t steps_ = 0;                 // since the last look
+    std::size_t steps_ = 0;                 // since the last check
     const char* stack_at_start_ = nullptr;  // of the run; null between runs
     duk_context* ctx_ = nullptr;
 };

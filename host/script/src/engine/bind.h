@@ -1,4 +1,4 @@
-// The passage between a script's call and a C++ function: arguments, the object called on, the answer, errors.
+// Calls from scripts into C++: arguments, `this`, results, errors.
 #pragma once
 
 #include <exception>
@@ -8,11 +8,11 @@
 
 #include <duktape.h>
 
-#include "environment.h"
+#include "engine/environment.h"
 
 namespace host::script {
 
-// One call from a script. Errors leave as C++ exceptions, so functions may keep what needs destruction.
+// One call from a script. Errors leave as C++ exceptions, so destructors run.
 class ScriptCall {
   public:
     explicit ScriptCall(duk_context* context) : ctx(context), environment(ScriptEnvironment::of(context)) {}
@@ -20,24 +20,24 @@ class ScriptCall {
     duk_context* const ctx;
     ScriptEnvironment& environment;
 
-    // The object the function was called on; an error when it is something else or was deleted.
+    // `this`; an error if it is something else or was deleted.
     model::Item& self_item();
     model::Comp& self_comp();
     model::Layer& self_layer();
     scriptui::Element& self_element();
 
-    // Arguments. Those that are missing are undefined.
+    // Arguments. Missing ones are undefined.
     bool given(duk_idx_t i) { return !duk_is_null_or_undefined(ctx, i); }
     bool is_text(duk_idx_t i) { return duk_is_string(ctx, i) != 0; }
     bool is_null(duk_idx_t i) { return duk_is_null(ctx, i) != 0; }
     bool boolean(duk_idx_t i) { return duk_to_boolean(ctx, i) != 0; }
-    double number(duk_idx_t i);             // an error when it is not a finite number
-    int whole_number(duk_idx_t i);          // an error when it is not whole or does not fit
-    std::string text(duk_idx_t i);          // whatever it is, as text; bytes that are not UTF-8 come back as they were
-    std::string display_text(duk_idx_t i);  // the same as UTF-8
-    model::Item* item(duk_idx_t i);         // null when it is no item; an error when it was deleted
+    double number(duk_idx_t i);             // an error if it is not a finite number
+    int whole_number(duk_idx_t i);          // an error if it is not whole or does not fit
+    std::string text(duk_idx_t i);          // converted to text; bytes that are not UTF-8 come back unchanged
+    std::string display_text(duk_idx_t i);  // the same, as valid UTF-8
+    model::Item* item(duk_idx_t i);         // null if it is not an item; an error if it was deleted
     model::Layer* layer(duk_idx_t i);
-    model::Comp& comp(duk_idx_t i);  // an error when it is no composition
+    model::Comp& comp(duk_idx_t i);  // an error if it is not a composition
 
     duk_ret_t nothing() { return 0; }
     duk_ret_t give(bool value) { return duk_push_boolean(ctx, value), 1; }
@@ -54,8 +54,7 @@ class ScriptCall {
     void push_string(std::string_view value);
 };
 
-// Makes a function for tables out of one that takes a Call. The engine's own exceptions are of a type of their own and
-// pass.
+// Adapts a function over ScriptCall for the class tables. The engine's own exceptions pass through.
 template <duk_ret_t (*Body)(ScriptCall&)>
 duk_ret_t guarded(duk_context* ctx) {
     try {
@@ -66,6 +65,19 @@ duk_ret_t guarded(duk_context* ctx) {
     } catch (const std::exception& e) {
         fail(ctx, e.what());
     }
+}
+
+// Properties that read and write one member of the object the function was called on, which is checked before the
+// argument.
+template <auto Self, auto Get>
+duk_ret_t read_member(ScriptCall& call) {
+    return call.give(((call.*Self)().*Get)());
+}
+template <auto Self, auto Set, auto Argument>
+duk_ret_t write_member(ScriptCall& call) {
+    auto& self = (call.*Self)();
+    (self.*Set)((call.*Argument)(0));
+    return call.nothing();
 }
 
 }  // namespace host::script

@@ -1,5 +1,5 @@
-// What the functions of one engine reach: the project and the ports, the classes, and the objects scripts hold.
-#include "environment.h"
+// The state of one engine: the project and the ports, the classes, and the objects that scripts hold.
+#include "engine/environment.h"
 
 #include "dialog/dialog_classes.h"
 #include "text.h"
@@ -8,8 +8,7 @@ namespace host::script {
 
 namespace {
 
-// Hidden properties: scripts can neither name nor list them.
-// Macros, because the engine looks literals up faster.
+// Hidden properties: scripts can neither name nor enumerate them. Macros, because the engine looks up literals faster.
 #define HOST_TARGET DUK_HIDDEN_SYMBOL("target")
 #define HOST_KIND DUK_HIDDEN_SYMBOL("kind")
 #define HOST_PROPERTY_NAME DUK_HIDDEN_SYMBOL("name")
@@ -17,7 +16,7 @@ namespace {
 constexpr duk_uarridx_t kRecentObjects = 32;
 
 duk_ret_t forget_finalized(duk_context* ctx) {
-    // The object may only inherit its target; forget_object() compares, so that does no harm.
+    // The object may merely inherit its target; forget_object() compares, so that is harmless.
     duk_get_prop_literal(ctx, 0, HOST_TARGET);
     if (const void* target = duk_get_pointer(ctx, -1))
         ScriptEnvironment::of(ctx).forget_object(target, duk_get_heapptr(ctx, 0));
@@ -85,7 +84,7 @@ ScriptEnvironment::ScriptEnvironment(model::Project& the_project, Settings& the_
       heap(limits, *this),
       handlers_(std::make_unique<HandlerCaller>(*this)) {}
 
-// Finalizers run while the heap closes and use the members below it.
+// Finalizers run while the heap closes, and use the members declared after it.
 ScriptEnvironment::~ScriptEnvironment() {
     heap.close();
 }
@@ -127,7 +126,7 @@ void ScriptEnvironment::define_class(duk_context* ctx, const ScriptClass& table)
         duk_def_prop(ctx, prototype, DUK_DEFPROP_HAVE_VALUE);
         duk_put_global_string(ctx, table.name);
     }
-    // The stash keeps the prototype alive; the pointer finds it quickly.
+    // The stash keeps the prototype alive; the pointer is for quick access.
     prototypes_[static_cast<std::size_t>(table.id)] = duk_get_heapptr(ctx, prototype);
     duk_push_global_stash(ctx);
     duk_dup(ctx, prototype);
@@ -155,22 +154,22 @@ void ScriptEnvironment::push_object(duk_context* ctx, TargetKind kind, ClassId c
     duk_put_prop_literal(ctx, object, HOST_TARGET);
     push_prototype(ctx, class_id);
     duk_set_prototype(ctx, object);
-    // On the object itself: a script may exchange the prototype.
+    // On the object itself: a script may replace the prototype.
     duk_push_heapptr(ctx, finalizer_);
     duk_set_finalizer(ctx, object);
     objects_.emplace(target, duk_get_heapptr(ctx, object));
-    if (kind == TargetKind::item || kind == TargetKind::layer) keep_for_a_while(ctx, object);
+    if (kind == TargetKind::item || kind == TargetKind::layer) keep_recent(ctx, object);
 }
 
-// Scripts name the same few layers and compositions again and again without holding them.
-void ScriptEnvironment::keep_for_a_while(duk_context* ctx, duk_idx_t object) {
+// Scripts keep asking for the same few layers and compositions without holding on to them.
+void ScriptEnvironment::keep_recent(duk_context* ctx, duk_idx_t object) {
     duk_push_heapptr(ctx, recent_);
     duk_dup(ctx, object);
     duk_put_prop_index(ctx, -2, next_recent_++ % kRecentObjects);
     duk_pop(ctx);
 }
 
-void ScriptEnvironment::define_keeping(duk_context* ctx) {
+void ScriptEnvironment::define_object_cache(duk_context* ctx) {
     duk_push_global_stash(ctx);
     duk_push_c_function(ctx, forget_finalized, 1);
     finalizer_ = duk_get_heapptr(ctx, -1);
@@ -194,7 +193,7 @@ void ScriptEnvironment::forget_object(const void* target, const void* heap_objec
     if (known == objects_.end() || known->second != heap_object) return;
     objects_.erase(known);
     if (const auto window = windows.find(target); window != windows.end()) {
-        // Their objects are garbage too, but new elements may get the same addresses before those are finalized.
+        // The elements' objects are garbage too, but new elements may get these addresses before they are finalized.
         window->second->for_each([&](const scriptui::Element& element) {
             objects_.erase(&element);
             --dialog_elements;

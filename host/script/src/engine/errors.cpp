@@ -1,9 +1,9 @@
-// Telling people why a script stopped.
+// Why a script stopped, in words.
 #include <string>
 
 #include <duktape.h>
 
-#include "environment.h"
+#include "engine/environment.h"
 #include "text.h"
 
 namespace host::script {
@@ -15,7 +15,8 @@ struct Description {
     std::string reason;
 };
 
-// Message of the value on top; of errors with a telling name, name and message. Runs script code, so it may throw.
+// The message of the value on top of the stack, with an error's name unless that is plain "Error". Runs script code, so
+// it may throw.
 duk_ret_t read_error(duk_context* ctx, void* pointer) {
     auto& description = *static_cast<Description*>(pointer);
     if (description.line == 0 && duk_is_error(ctx, -1)) {

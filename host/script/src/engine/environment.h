@@ -1,4 +1,4 @@
-// What the functions of one engine reach: the project and the ports, the classes, and the objects scripts hold.
+// The state of one engine: the project and the ports, the classes, and the objects that scripts hold.
 #pragma once
 
 #include <array>
@@ -11,7 +11,7 @@
 
 #include <duktape.h>
 
-#include "heap.h"
+#include "engine/heap.h"
 #include "model/comp.h"
 #include "model/item.h"
 #include "model/layer.h"
@@ -22,7 +22,7 @@
 
 namespace host::script {
 
-// What a script object stands for; tells apart what its hidden pointer points to.
+// What a script object's hidden pointer points to.
 enum class TargetKind : int { none, app, project, settings, item, layer, element };
 
 enum class ClassId : int {
@@ -71,14 +71,14 @@ struct ScriptProperty {
 
 struct ScriptClass {
     ClassId id;
-    const char* name;  // of the global constructor; null for none
+    const char* name;  // of the global constructor; null: none
     std::optional<ClassId> base;
     duk_c_function construct;  // null: scripts cannot make instances
     std::span<const ScriptMethod> methods;
     std::span<const ScriptProperty> properties;
 };
 
-// Ends a driver's work after the script has used up its time.
+// Stops a dialog driver once the script has used up its time.
 class ScriptEnded : public std::runtime_error {
   public:
     ScriptEnded() : std::runtime_error("the script has used up its time") {}
@@ -97,9 +97,9 @@ class ScriptEnvironment {
     const std::function<void(const scriptui::Alert&)> on_alert;
     Heap heap;
 
-    // Undo groups the running script has opened and not closed.
+    // Undo groups that the running script has not closed.
     int open_undo_groups = 0;
-    // Line of the statement that threw last; 0 if no statement was running.
+    // Line of the last statement that threw; 0 if none was running.
     int throw_line = 0;
 
     void show(const scriptui::Alert& alert);
@@ -107,11 +107,11 @@ class ScriptEnvironment {
     void begin_run();
     void end_run();
 
-    // First of all definitions: what push_object() needs.
-    void define_keeping(duk_context* ctx);
+    // Must come first: push_object() needs it.
+    void define_object_cache(duk_context* ctx);
     void define_class(duk_context* ctx, const ScriptClass& table);
 
-    // Pushes the object that stands for `target`: always the same one as long as scripts hold it. Null pushes null.
+    // Pushes the script object for `target`: the same one as long as scripts hold it. Null pushes null.
     void push_object(duk_context* ctx, TargetKind kind, ClassId class_id, const void* target);
     void push_item(duk_context* ctx, const model::Item* item);
     void push_layer(duk_context* ctx, const model::Layer* layer);
@@ -119,34 +119,34 @@ class ScriptEnvironment {
     void forget_object(const void* target, const void* heap_object);
 
     scriptui::EventSink& handlers() { return *handlers_; }
-    // Windows live as long as a script holds them or one of their elements.
-    std::unordered_map<const void*, std::unique_ptr<scriptui::Window>> windows;  // by the address that objects hold
+    // A window lives as long as a script holds it or one of its elements.
+    std::unordered_map<const void*, std::unique_ptr<scriptui::Window>> windows;  // by the address in the script object
     std::size_t dialog_elements = 0;
 
   private:
-    void keep_for_a_while(duk_context* ctx, duk_idx_t object);
+    void keep_recent(duk_context* ctx, duk_idx_t object);
 
     std::unique_ptr<scriptui::EventSink> handlers_;
-    // Engine objects that the stash keeps alive.
+    // Engine objects, kept alive by the stash.
     void* finalizer_ = nullptr;
-    void* recent_ = nullptr;  // an array with the objects made last
+    void* recent_ = nullptr;  // an array of the newest objects
     duk_uarridx_t next_recent_ = 0;
     std::array<void*, static_cast<std::size_t>(ClassId::count)> prototypes_{};
     std::unordered_map<const void*, void*> objects_;  // target -> the living script object for it
 };
 
-// The pointer inside the object at `index`, if it is of that kind; else null.
+// The pointer inside the object at `index`; null if it is of another kind.
 void* target_of(duk_context* ctx, duk_idx_t index, TargetKind kind);
 
-// Makes an error object of the sentence and throws it.
+// Throws an error object with this message.
 [[noreturn]] void fail(duk_context* ctx, std::string_view sentence);
 
 // "Unable to execute script at line N. " and the reason, for the error value on top of the stack, which is popped.
 std::string describe_error(duk_context* ctx);
-// The sentence for a script that has no time left, because others took it.
+// The message for a script whose time other scripts have used up.
 std::string all_time_used(const Limits& limits);
 
-// Filling the global object, class by class.
+// Fill the global object.
 void define_globals(duk_context* ctx);
 void define_app(duk_context* ctx);
 void define_project(duk_context* ctx);

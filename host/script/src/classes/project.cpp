@@ -1,30 +1,11 @@
 // app.project: the items of the project.
-#include "bind.h"
+#include "engine/bind.h"
 
 namespace host::script {
 
 namespace {
 
-duk_ret_t item(ScriptCall& call);
-duk_ret_t auto_fix_expressions(ScriptCall& call);
-duk_ret_t num_items(ScriptCall& call);
-duk_ret_t active_item(ScriptCall& call);
-duk_ret_t root_folder(ScriptCall& call);
-
-constexpr ScriptMethod kMethods[] = {
-    {"item", 1, guarded<item>},
-    {"autoFixExpressions", 2, guarded<auto_fix_expressions>},
-};
-
-constexpr ScriptProperty kProperties[] = {
-    {"numItems", guarded<num_items>, nullptr},
-    {"activeItem", guarded<active_item>, nullptr},
-    {"rootFolder", guarded<root_folder>, nullptr},
-};
-
-constexpr ScriptClass kProject = {ClassId::project, nullptr, {}, nullptr, kMethods, kProperties};
-
-// Items are numbered from 1 through all folders; the root folder has no number.
+// Items are numbered from 1 across all folders; the root folder has no number.
 duk_ret_t item(ScriptCall& call) {
     const int number = call.whole_number(0);
     const int count = call.environment.project.item_count();
@@ -52,6 +33,19 @@ duk_ret_t active_item(ScriptCall& call) {
 duk_ret_t root_folder(ScriptCall& call) {
     return call.give(&call.environment.project.root_folder());
 }
+
+constexpr ScriptMethod kMethods[] = {
+    {"item", 1, guarded<item>},
+    {"autoFixExpressions", 2, guarded<auto_fix_expressions>},
+};
+
+constexpr ScriptProperty kProperties[] = {
+    {"numItems", guarded<num_items>, nullptr},
+    {"activeItem", guarded<active_item>, nullptr},
+    {"rootFolder", guarded<root_folder>, nullptr},
+};
+
+constexpr ScriptClass kProject = {ClassId::project, nullptr, {}, nullptr, kMethods, kProperties};
 
 }  // namespace
 

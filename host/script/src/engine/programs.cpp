@@ -1,19 +1,19 @@
-// Running texts: kept programs and rows of plain statements.
-#include "programs.h"
+// Runs scripts: compiled ones again, and rows of plain statements.
+#include "engine/programs.h"
 
-#include "plain_statements.h"
+#include "engine/plain_statements.h"
 #include "text.h"
 
 namespace host::script {
 
 namespace {
 
-// Of a text that is kept compiled. Shorter ones are quick to compile; much longer ones rarely come twice.
-constexpr std::size_t kShortest = 1024;
-constexpr std::size_t kLongest = std::size_t{256} << 10;
+// Size of scripts kept compiled. Shorter ones compile quickly; much longer ones rarely come twice.
+constexpr std::size_t kMinSize = 1024;
+constexpr std::size_t kMaxSize = std::size_t{256} << 10;
 
-// Then all are forgotten.
-constexpr std::size_t kMostShapes = 256;
+// When there are more, all are dropped.
+constexpr std::size_t kMaxShapes = 256;
 
 void compile(duk_context* ctx, std::string_view text) {
     if (is_engine_text(text)) {
@@ -63,7 +63,7 @@ void Programs::run(duk_context* ctx, std::string_view text) {
     }
 }
 
-// The function on top stays there.
+// Keeps the function on top of the stack alive, and leaves it there.
 void* Programs::keep_top(duk_context* ctx, duk_uarridx_t place) {
     void* function = duk_get_heapptr(ctx, -1);
     duk_push_heapptr(ctx, keeper_);
@@ -75,7 +75,7 @@ void* Programs::keep_top(duk_context* ctx, duk_uarridx_t place) {
 
 void Programs::run_whole(duk_context* ctx, std::string_view text) {
     compile(ctx, text);
-    if (text.size() >= kShortest && text.size() <= kLongest) {
+    if (text.size() >= kMinSize && text.size() <= kMaxSize) {
         const std::size_t place = next_text_++ % kTexts;
         texts_[place] = {};
         void* function = keep_top(ctx, static_cast<duk_uarridx_t>(place));
@@ -86,7 +86,7 @@ void Programs::run_whole(duk_context* ctx, std::string_view text) {
 
 // Pops the function.
 void Programs::remember_shape(duk_context* ctx, const std::string& shape) {
-    if (shapes_.size() == kMostShapes) shapes_.clear();
+    if (shapes_.size() == kMaxShapes) shapes_.clear();
     void* function = keep_top(ctx, static_cast<duk_uarridx_t>(kTexts + shapes_.size()));
     shapes_.emplace(shape, function);
     duk_pop(ctx);
