@@ -1,4 +1,4 @@
-// The arguments and results of every call as text, the basic suite's included.
+// Arguments and results of every call as text, including the basic suite's.
 #include "arguments.h"
 
 #include "slots.h"

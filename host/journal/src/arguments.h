@@ -1,4 +1,4 @@
-// The arguments and results of every call as text, the basic suite's included.
+// Arguments and results of every call as text, including the basic suite's.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,7 @@ namespace host::journal {
 std::string arguments_text(HandleNamer& namer, std::int32_t slot, const void* arguments);
 std::string results_text(HandleNamer& namer, std::int32_t slot, const void* arguments);
 
-// The tuples of the basic suite's functions.
+// The arguments of the basic suite's functions.
 using AcquireArguments = std::tuple<const char*, int32, const void**>;
 using ReleaseArguments = std::tuple<const char*, int32>;
 using AllocateArguments = std::tuple<size_t, void**>;

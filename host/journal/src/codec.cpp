@@ -1,4 +1,4 @@
-// One codec for each function of the suites, made from the list of slots.
+// One codec per suite function, generated from the list of slots.
 #include "codec.h"
 
 #include <array>
@@ -7,7 +7,7 @@
 namespace host::journal {
 namespace {
 
-// The stream, or batch for a stream, that a call is about; null if it is about none.
+// The stream or keyframe batch among the arguments; null if there is none.
 template <class... Args>
 const void* stream_among(const std::tuple<Args...>& arguments) {
     const void* found = nullptr;
@@ -133,7 +133,7 @@ struct Codec<Member> {
         static_cast<void>(arguments);
     }
 
-    // Only memory has addresses that matter: it is known by its handle.
+    // The only addresses that matter are those of memory, which is identified by its handle.
     static void add_address(Encoder& encoder, const Arguments& arguments) {
         if (const AEGP_MemHandle memory = memory_among(arguments))
             encoder.add(memory);

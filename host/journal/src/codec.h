@@ -1,4 +1,4 @@
-// How the arguments of each function are written to a journal and how its results are read from one.
+// Writes the arguments and results of each function to a journal, and reads its results from one.
 #pragma once
 
 #include <cstdint>
@@ -14,11 +14,11 @@ namespace host::journal {
 struct SlotCodec {
     void (*write_arguments)(Encoder& encoder, const void* arguments);
     void (*write_results)(Encoder& encoder, const void* arguments);  // of a call that succeeded
-    // Puts results where the plug-in wants them. Throws BadValue.
+    // Stores results where the plug-in asked for them. Throws BadValue.
     void (*read_results)(Decoder& decoder, const std::vector<JournalValue>& results, void* arguments);
 };
 
-// Every slot has one; not the basic suite's functions.
+// For suite slots, not for the basic suite's functions.
 const SlotCodec& suite_codec(std::int32_t slot);
 
 }  // namespace host::journal

@@ -1,4 +1,4 @@
-// From a journal's values to the results of C calls.
+// Turns a journal's values into results of C calls.
 #pragma once
 
 #include <algorithm>
@@ -16,17 +16,17 @@
 
 namespace host::journal {
 
-// What a decoder asks whoever uses it.
+// Resolves the names in a journal.
 class HandleResolver {
   public:
     virtual ~HandleResolver() = default;
-    // The handle of that name.
+    // The handle with this name.
     virtual std::uint64_t handle_of(const HandleName& name) = 0;
-    // Where the memory of that name lies.
+    // The address of the memory with this name.
     virtual void* memory_of(const HandleName& name) = 0;
 };
 
-// All throw BadValue for a value that does not fit.
+// All members throw BadValue for a value that does not fit.
 class Decoder {
   public:
     explicit Decoder(HandleResolver& giver) : giver_(giver) {}
@@ -40,7 +40,7 @@ class Decoder {
         } else if constexpr (is_handle<T>) {
             into = from_raw<T>(handle(value));
         } else if constexpr (std::is_pointer_v<T>) {
-            into = nullptr;  // an address that means nothing here
+            into = nullptr;  // an address that means nothing in this process
         } else if constexpr (std::is_array_v<T> && std::is_same_v<std::remove_extent_t<T>, A_char>) {
             read_text(value, into, sizeof(T));
         } else if constexpr (std::is_array_v<T>) {
@@ -62,7 +62,7 @@ class Decoder {
         }
     }
 
-    // Text with its zero into a buffer of that many bytes.
+    // Copies text and its terminator into a buffer of `room` bytes.
     static void read_text(const JournalValue& value, A_char* into, std::size_t room) {
         if (value.kind != JournalValue::Kind::bytes || value.number != 0) throw BadValue("a text is expected");
         if (value.text.size() >= room) throw BadValue("a text is longer than its room");

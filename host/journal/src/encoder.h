@@ -1,4 +1,4 @@
-// Arguments and results of C calls as a journal's text.
+// Writes arguments and results of C calls as a journal's text.
 #pragma once
 
 #include <cstring>
@@ -13,17 +13,18 @@
 
 namespace host::journal {
 
-// What an encoder asks whoever uses it. Nothing is ever null: that is written as null.
+// Names handles and addresses. Never called for null, which is written as such.
 class HandleNamer {
   public:
     virtual ~HandleNamer() = default;
-    // A handle that the plug-in gives to the host.
+    // A handle that the plug-in passes to the host.
     virtual std::string used(std::uint64_t handle) = 0;
-    // A handle that the host gives to the plug-in; `word` for one that is new.
+    // A handle that the host passes to the plug-in; `word` names a new one.
     virtual std::string given(std::uint64_t handle, std::string_view word) = 0;
-    // An address that is the plug-in's own.
+    // An address of the plug-in's own.
     virtual std::string own(std::uint64_t address, std::string_view word) = 0;
-    // Which member holds in the value that is the call's n-th argument, from 0. `handle` says what the value is of.
+    // Which member of the union holds the value in the call's n-th argument, from 0. `handle` is of what the value
+    // belongs to.
     virtual ValueMember member(const void* handle, std::size_t argument) = 0;
 };
 
@@ -33,7 +34,7 @@ class Encoder {
 
     Encoder(HandleNamer& namer, Direction direction) : namer_(namer), direction_(direction) {}
 
-    // One more value. `member` matters for values of streams only.
+    // Adds a value. `member` matters only for stream values.
     template <class T>
     void add(const T& value, ValueMember member = ValueMember::none) {
         separate();
@@ -47,7 +48,7 @@ class Encoder {
     HandleNamer& namer() { return namer_; }
     const std::string& text() const { return text_; }
 
-    // A field of the record that is being written.
+    // Adds a field of the record being written.
     template <class T>
     void operator()(std::string_view field, const T& value) {
         if (!text_.ends_with('{')) text_ += ", ";

@@ -1,4 +1,4 @@
-// What the parameter types of the interface are to a journal.
+// How a journal treats the interface's parameter types.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 
 namespace host::journal {
 
-// The word of a handle's name; empty for other types.
+// The word in a handle's name; empty for other types.
 template <class T>
 inline constexpr std::string_view handle_word{};
 #define HANDLE(type, word) \
@@ -34,8 +34,8 @@ HANDLE(AEGP_MemHandle, "mem")
 inline constexpr std::string_view kValueWord = "value";  // the handle inside a stream's value
 inline constexpr std::string_view kBlockWord = "block";  // memory of the basic suite
 inline constexpr std::string_view kMemoryWord = handle_word<AEGP_MemHandle>;
-inline constexpr std::string_view kUnknownWord = "unknown";  // a handle that was never given
-inline constexpr std::string_view kRefconWord = "refcon";    // the plug-in's own, like the next
+inline constexpr std::string_view kUnknownWord = "unknown";  // a handle the host never gave
+inline constexpr std::string_view kRefconWord = "refcon";    // the plug-in's own, as is the next
 inline constexpr std::string_view kFunctionWord = "function";
 
 template <class T>
@@ -69,17 +69,17 @@ inline constexpr bool is_complete = false;
 template <class T>
 inline constexpr bool is_complete<T, std::enable_if_t<!std::is_void_v<T>, std::void_t<decltype(sizeof(T))>>> = true;
 
-// A pointer to something that both sides know.
+// A pointer to a complete type.
 template <class T>
 inline constexpr bool points_to_data =
     std::is_pointer_v<T> && !is_handle<T> && !is_refcon<T> && !is_function<T> && is_complete<std::remove_pointer_t<T>>;
 
-// Whether the host answers through this argument of the function.
+// Whether the host returns a result through this argument.
 template <auto Member, class T>
 inline constexpr bool is_output = points_to_data<T> && !std::is_const_v<std::remove_pointer_t<T>> &&
                                   !(suites::records_are_inputs<Member> && std::is_same_v<T, AEGP_StreamValue2*>);
 
-// How many bytes a function's text results have room for; kArgumentSays: the argument before the text.
+// Size of the buffers for a function's text results; kArgumentSays: given by the preceding argument.
 inline constexpr std::size_t kArgumentSays = 0;
 template <auto Member>
 inline constexpr std::size_t text_room = 32;

@@ -1,4 +1,4 @@
-// What the lines of a journal are made with; the reader and the writer share it.
+// The fixed parts of a journal's lines, shared by reader and writer.
 #pragma once
 
 #include <string_view>

@@ -1,4 +1,4 @@
-// The calls that give memory to a plug-in or take it back.
+// The calls that lock, unlock, resize and free memory.
 #pragma once
 
 #include <cstdint>
@@ -17,8 +17,8 @@ inline AEGP_MemHandle locked_by(const void* arguments) {
     return std::get<AEGP_MemHandle>(*static_cast<const std::tuple<AEGP_MemHandle, void**>*>(arguments));
 }
 
-// The memory that a call hands back: after it the host may look at what the plug-in left there, or forget it. Null for
-// every other call.
+// The memory that a call hands back to the host, which may then read what the plug-in left there, or discard it. Null
+// for other calls.
 inline AEGP_MemHandle handed_back_by(std::int32_t slot, const void* arguments) {
     if (slot == kUnlockMemory || slot == kFreeMemory)
         return std::get<0>(*static_cast<const std::tuple<AEGP_MemHandle>*>(arguments));

@@ -1,4 +1,4 @@
-// Names for handles and addresses: layer#12 stays layer#12 as long as the journal goes on.
+// Names for handles and addresses: layer#12 stays layer#12 throughout a journal.
 #pragma once
 
 #include <cstdint>
@@ -18,16 +18,16 @@ struct HandleName {
 
 class HandleNames {
   public:
-    // The name of a handle or address that was seen before, else the next of that word.
+    // The name of a handle or address seen before, else the next name with this word.
     const HandleName& of(std::uint64_t raw, std::string_view word) {
         const auto found = names_.find(raw);
         return found != names_.end() ? found->second : renew(raw, word);
     }
-    // The next name of that word, for something new that may lie where something else lay before.
+    // The next name with this word, for something new that may have the address of something old.
     const HandleName& renew(std::uint64_t raw, std::string_view word) {
         return bind(raw, {std::string(word), ++last_[std::string(word)]});
     }
-    // From now on this is the name.
+    // Sets the name.
     const HandleName& bind(std::uint64_t raw, HandleName name) {
         return names_.insert_or_assign(raw, std::move(name)).first->second;
     }

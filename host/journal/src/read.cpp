@@ -1,4 +1,4 @@
-// From bytes to a journal.
+// Reads a journal.
 #include <charconv>
 #include <optional>
 #include <stdexcept>
@@ -12,15 +12,15 @@ namespace {
 
 using Kind = JournalLine::Kind;
 
-constexpr std::size_t kMostBytes = std::size_t{1} << 30;
-constexpr std::size_t kMostOpen = 64;  // visits and calls inside each other
+constexpr std::size_t kMaxBytes = std::size_t{1} << 30;
+constexpr std::size_t kMaxDepth = 64;  // of nested visits and calls
 
 class BadLine : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// Reads one line from left to right.
+// Parses one line from left to right.
 class LineParser {
   public:
     explicit LineParser(std::string_view text) : rest_(text) {}
@@ -35,7 +35,7 @@ class LineParser {
         if (!take(expected)) throw BadLine("'" + std::string(expected) + "' is expected");
     }
 
-    // Up to `end`, which is taken too.
+    // Up to `end`, which is consumed.
     std::string_view until(char end, const char* what) {
         const std::size_t length = rest_.find(end);
         if (length == std::string_view::npos) throw BadLine(std::string(what) + " is missing");
@@ -53,10 +53,10 @@ class LineParser {
         return number;
     }
 
-    // The values before the closing bracket; after it stands nothing but a remark.
+    // The values before the closing bracket, which only a remark may follow.
     std::string_view values() {
         ValueParser parser(rest_);
-        (void)parser.values_until(')');  // read again when they are needed
+        (void)parser.values_until(')');  // checks them; they are parsed again on demand
         const std::string_view text = rest_.substr(0, rest_.size() - parser.rest().size() - 1);
         rest_ = parser.rest();
         if (take(kRemark)) {
@@ -125,8 +125,8 @@ JournalLine line_from(std::string_view text) {
     return line;
 }
 
-// Whether lines follow each other as a run makes them.
-class Order {
+// Checks that lines are in an order that a run can produce.
+class OrderCheck {
   public:
     void check(const JournalLine& line) {
         if (has_ended_) throw BadLine("nothing can follow the end");
@@ -178,7 +178,7 @@ class Order {
 
     bool is_in(Kind kind) const { return !open_.empty() && open_.back().kind == kind; }
     void open(const JournalLine& line) {
-        if (open_.size() == kMostOpen) throw BadLine("calls stand too deep in each other");
+        if (open_.size() == kMaxDepth) throw BadLine("calls stand too deep in each other");
         open_.push_back({line.kind, line.function, line.call_number});
     }
 
@@ -198,13 +198,13 @@ std::vector<JournalValue> JournalLine::values() const {
 }
 
 std::variant<Journal, Damage> read(std::string_view bytes) {
-    if (bytes.size() > kMostBytes) return Damage{1, "the journal is larger than a gigabyte"};
+    if (bytes.size() > kMaxBytes) return Damage{1, "the journal is larger than a gigabyte"};
     Journal journal;
-    Order order;
+    OrderCheck order;
     std::size_t number = 0;
     while (true) {
         const std::size_t length = bytes.find('\n');
-        if (length == std::string_view::npos) break;  // what is left is a line without its end, or nothing
+        if (length == std::string_view::npos) break;  // the rest is a line without its newline, or empty
         const std::string_view text = bytes.substr(0, length);
         bytes.remove_prefix(length + 1);
         ++number;

@@ -1,4 +1,4 @@
-// All functions that a plug-in can call, by number.
+// Numbers of all functions that a plug-in can call.
 #include "slots.h"
 
 #include <array>
@@ -10,7 +10,7 @@
 namespace host::journal {
 namespace {
 
-constexpr std::array<std::string_view, kEverySlot - kAcquire> kBasic = {
+constexpr std::array<std::string_view, kFunctionCount - kAcquire> kBasic = {
     "AcquireSuite", "ReleaseSuite", "AllocateBlock", "FreeBlock", "ReallocateBlock", "Undefined"};
 
 }  // namespace
@@ -29,7 +29,7 @@ std::int32_t basic_slot(std::string_view function) {
 std::int32_t slot_named(std::string_view full_name) {
     static const auto all = [] {
         std::unordered_map<std::string, std::int32_t> slots;
-        for (std::int32_t slot = 0; slot < kEverySlot; ++slot) slots.emplace(name_of_slot(slot), slot);
+        for (std::int32_t slot = 0; slot < kFunctionCount; ++slot) slots.emplace(name_of_slot(slot), slot);
         return slots;
     }();
     const auto found = all.find(std::string(full_name));

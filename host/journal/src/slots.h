@@ -1,4 +1,4 @@
-// All functions that a plug-in can call, by number: the slots of all suites, then the basic suite's functions.
+// Numbers of all functions that a plug-in can call: the slots of all suites, then the basic suite's functions.
 #pragma once
 
 #include <cstdint>
@@ -16,13 +16,13 @@ enum BasicSlot : std::int32_t {
     kFree,
     kReallocate,
     kUndefined,
-    kEverySlot,  // how many there are
+    kFunctionCount
 };
 
 // "LayerSuite5.AEGP_GetLayerName"
 std::string name_of_slot(std::int32_t slot);
 
-// -1 if the basic suite has no such function, or none that is a call.
+// -1 if the basic suite has no such function, or it is not recorded.
 std::int32_t basic_slot(std::string_view function);
 
 }  // namespace host::journal

@@ -1,4 +1,4 @@
-// Counting calls and refusing the chosen ones.
+// Counts calls and refuses the selected ones.
 #include "suites/fault_injector.h"
 
 #include <utility>

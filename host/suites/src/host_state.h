@@ -1,4 +1,4 @@
-// All that one host knows; what the bodies of suite functions work on.
+// The state of one host, which suite functions work on.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,7 @@
 #include <thread>
 #include <vector>
 
-#include "ledger.h"
+#include "handles/ledger.h"
 #include "model/project.h"
 #include "suites/call.h"
 #include "suites/menu.h"
@@ -22,16 +22,16 @@ struct HostState {
     ~HostState();
     HostState(const HostState&) = delete;
 
-    // The host that calls go to: the newest one alive; null if there is none.
+    // The host that calls go to: the newest alive; null if there is none.
     static HostState* active();
 
     model::Project& project;
     Ports ports;
     const std::thread::id main_thread = std::this_thread::get_id();
-    const std::uint8_t number;  // tells this host's handles from those of others; never 0
+    const std::uint8_t number;  // part of this host's handles; never 0
     HostState* older = nullptr;
 
-    Provenance now;  // the call that is running
+    Provenance now;  // the running call
     std::uint64_t calls = 0;
     HandleLedger ledger;
 
@@ -50,7 +50,7 @@ struct HostState {
     std::vector<std::uint64_t> slot_calls;   // by slot ordinal
     std::vector<std::uint64_t> suites_held;  // by place in the list of suites
 
-    mutable std::mutex diagnostics_mutex;  // calls off the main thread leave their mark too
+    mutable std::mutex diagnostics_mutex;  // calls from other threads leave diagnostics too
     std::vector<Diagnostic> diagnostics;
 
     const std::string& plugin_name(AEGP_PluginID id) const;

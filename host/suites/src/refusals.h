@@ -1,4 +1,4 @@
-// The ways in which bodies refuse.
+// Throws the errors of suite functions.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The names of all slots as one array.
+// Names and numbers of all slots.
 #include "suites/slot_facts.h"
 
 namespace host::suites {

@@ -1,14 +1,14 @@
-// The public face of the host's state.
+// The public interface of the host's state.
 #include "suites/suite_host.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <utility>
 
-#include "basic_suite.h"
+#include "handles/objects.h"
 #include "host_state.h"
-#include "objects.h"
-#include "suite_list.h"
+#include "tables/basic_suite.h"
+#include "tables/suite_list.h"
 
 namespace host::suites {
 
@@ -55,7 +55,7 @@ SuiteHost::Visit::Visit(SuiteHost& host, const PluginCall& call) : Visit(host, c
     for (Observer* observer : state_->observers) observer->entering(call);
 }
 
-void SuiteHost::Visit::came_back(const PluginCall& call, A_Err result, bool has_thrown) const {
+void SuiteHost::Visit::returned(const PluginCall& call, A_Err result, bool has_thrown) const {
     for (auto observer = state_->observers.rbegin(); observer != state_->observers.rend(); ++observer)
         (*observer)->left(call, result, has_thrown);
 }

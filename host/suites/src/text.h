@@ -1,4 +1,4 @@
-// Texts on their way in and out.
+// Text from plug-ins, and text for messages.
 #pragma once
 
 #include <string>
@@ -10,7 +10,7 @@ namespace host::suites {
 
 std::u16string from_plugin(const A_UTF16Char* text);  // zero-terminated
 
-// The first bytes of `text`, at most `limit` of them; at a character boundary if asked, else wherever it falls.
+// At most the first `limit` bytes of `text`, cut at a character boundary if `at_character`.
 std::string_view cut(std::string_view text, std::size_t limit, bool at_character);
 
 // In double quotes, control characters and quotes escaped; long texts are cut with an ellipsis.

@@ -1,4 +1,4 @@
-// Conversion of times and clocks.
+// Converts times.
 #include "times.h"
 
 #include <cmath>

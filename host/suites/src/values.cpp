@@ -1,4 +1,4 @@
-// Which member of the union each stream type uses.
+// Converts stream values.
 #include "values.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// Stream values on their way in and out: four numbers inside, a union outside.
+// Conversion of stream values: four numbers inside the host, a union outside.
 #pragma once
 
 #include <string>
@@ -8,9 +8,9 @@
 
 namespace host::suites {
 
-// Whether a value of the stream type is numbers that the host knows; masks, markers, texts and the like are not.
+// Whether the host knows the type's values as numbers; not those of masks, markers, text and the like.
 bool has_numbers(model::StreamType type);
-// Whether values of both types lie in the union in the same way.
+// Whether values of both types use the same member of the union.
 bool have_same_layout(model::StreamType a, model::StreamType b);
 
 // All zero for types without numbers.

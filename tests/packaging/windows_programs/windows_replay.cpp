@@ -11,7 +11,7 @@
 #include <variant>
 
 #include "journal/journal.h"
-#include "replay_host.h"
+#include "replay/replay_host.h"
 
 namespace {
 

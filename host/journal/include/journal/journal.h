@@ -1,4 +1,4 @@
-// A journal as it stands in its file: lines checked for form and order, their values read when they are asked for.
+// Reads a journal: lines checked for syntax and order, values parsed on demand.
 #pragma once
 
 #include <cstddef>
@@ -18,20 +18,20 @@ using suites::PluginFunction;
 // One line.
 struct JournalLine {
     enum class Kind : std::uint8_t {
-        session,  // a new project: every plug-in is entered anew; values: its name
+        session,  // a new project: every plug-in starts again; values: its name
         enter,    // the host is about to call the plug-in; values: arguments
-        leave,    // the plug-in came back; values: results
+        leave,    // the plug-in returned; values: results
         call,     // the plug-in calls the host; values: arguments
         done,     // the host answers; values: results
-        memory,   // what the plug-in sees when it locks memory; values: its handle, the content
-        wrote,    // what the plug-in left in memory, told before the call that gives it back; values: likewise
-        end,      // nothing is missing
+        memory,   // what the plug-in sees when it locks memory; values: handle, content
+        wrote,    // what the plug-in left in memory, before the call that gives it back; values: handle, content
+        end,      // the journal is complete
     };
 
     Kind kind = Kind::end;
     PluginFunction function = PluginFunction::entry_point;  // enter and leave
     bool is_injected = false;                               // done: an observer refused the call
-    bool has_thrown = false;                                // leave: by an exception
+    bool has_thrown = false;                                // leave: with an exception
     std::int32_t slot = -1;                                 // call: see slot_named()
     std::int32_t code = 0;                                  // done and leave
     std::uint64_t call_number = 0;                          // call and done: counts from 1 in each session
@@ -41,24 +41,24 @@ struct JournalLine {
     std::vector<JournalValue> values() const;
 };
 
-// Where a function stands among all slots of all suites, the basic suite's functions following them; -1 if there is
-// none. "LayerSuite5.AEGP_GetLayerName", "SPBasicSuite.AcquireSuite"
+// The number of "LayerSuite5.AEGP_GetLayerName" among all slots of all suites, followed by the basic suite's functions
+// ("SPBasicSuite.AcquireSuite"); -1 if there is no such function.
 std::int32_t slot_named(std::string_view full_name);
 
 struct Journal {
     std::vector<JournalLine> lines;
-    bool is_complete = false;   // false: cut, by a crash or on its way here
-    std::size_t last_line = 0;  // the last whole one
+    bool is_complete = false;   // false: cut short, by a crash or in transfer
+    std::size_t last_line = 0;  // the last complete one
 };
 
-// Why bytes are no journal.
+// Why these bytes are not a journal.
 struct Damage {
     std::size_t line;  // from 1
     std::string sentence;
 };
 
-// A last line without its end is left out and makes the journal a cut one; any other line that is none is damage.
-// Whatever the bytes are, time and memory stay in proportion to them. They must outlive the journal.
+// Drops a last line without its newline and counts the journal as cut; any other malformed line is damage. Time and
+// memory are proportional to the size, whatever the bytes. They must outlive the journal.
 std::variant<Journal, Damage> read(std::string_view bytes);
 
 }  // namespace host::journal

@@ -1,4 +1,4 @@
-// Plays the host to a plug-in from a journal alone.
+// Replays a journal against a plug-in.
 #pragma once
 
 #include <cstddef>
@@ -12,19 +12,19 @@ namespace host::journal {
 struct ReplayVerdict {
     enum class Kind {
         same,         // from the first line to the last
-        same_to_cut,  // as far as the journal goes
+        same_to_cut,  // as far as the journal goes, which was cut short
         differs,      // the plug-in did something else
-        damaged,      // a line cannot be played
+        damaged,      // a line cannot be replayed
     };
 
     Kind kind;
-    std::size_t line;      // of the difference or the damage, else the last one played
-    std::string sentence;  // one, without its end
+    std::size_t line;      // of the difference or the damage, else the last one replayed
+    std::string sentence;  // one, without its full stop
 };
 
-// Enters the plug-in as often as the journal says, answers its calls as they were answered then, and compares all it
-// does. The plug-in runs in a child process that ends with the first difference: what it does to itself, crashes
-// included, stays there. Throws std::runtime_error if there can be no child.
+// Calls the plug-in as the journal says, answers its calls as they were answered then, and compares everything it does.
+// The plug-in runs in a child process that ends at the first difference, so its crashes stay there. Throws
+// std::runtime_error if the child cannot be started.
 ReplayVerdict replay(const Journal& journal, AEGP_PluginInitFunc entry_point);
 
 }  // namespace host::journal

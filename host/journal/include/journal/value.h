@@ -1,4 +1,4 @@
-// One value of a journal's line: an argument, a result, a record's field.
+// One value in a journal: an argument, a result or a field of a record.
 #pragma once
 
 #include <cstdint>
@@ -11,7 +11,7 @@ namespace host::journal {
 struct JournalValue {
     enum class Kind {
         word,    // null, out, table, pointer
-        number,  // whole or not; as it was written
+        number,  // integer or real, as written
         bytes,   // "..."
         units,   // L"...": UTF-16
         name,    // layer#12
@@ -20,9 +20,9 @@ struct JournalValue {
     };
 
     Kind kind = Kind::word;
-    std::string text;                 // the word or number; bytes; UTF-16 units as bytes, low byte first; a name's word
-    std::uint64_t number = 0;         // of a name; how many zero bytes follow bytes or units
-    std::string field;                // what the record around it calls it; empty outside of records
+    std::string text;                 // the word or number; bytes; UTF-16 units as little-endian bytes; a name's word
+    std::uint64_t number = 0;         // of a name; of bytes or units: how many zero bytes follow
+    std::string field;                // its name in the enclosing record; empty outside records
     std::vector<JournalValue> parts;  // of a list or record
 
     bool operator==(const JournalValue&) const = default;

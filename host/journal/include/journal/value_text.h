@@ -1,4 +1,4 @@
-// Values as text, both ways.
+// Parses and prints values.
 #pragma once
 
 #include <stdexcept>
@@ -10,21 +10,21 @@
 
 namespace host::journal {
 
-// A text that is no value; what() is one sentence without its end.
+// Text that is not a value; what() is one sentence without its full stop.
 class BadValue : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// "a, b, c" without brackets around; throws BadValue. At most 64 values a level, 8 levels.
+// "a, b, c", without brackets; throws BadValue. At most 64 values per level and 8 levels.
 std::vector<JournalValue> parse_values(std::string_view text);
 
-// Reads values from the front of a text.
+// Parses values from the front of a text.
 class ValueParser {
   public:
     explicit ValueParser(std::string_view text) : rest_(text) {}
 
-    // Values up to `close`, which is taken too; '\0' means the end of the text. Throws BadValue.
+    // Parses values up to `close` and consumes it; '\0' means the end of the text. Throws BadValue.
     std::vector<JournalValue> values_until(char close);
     std::string_view rest() const { return rest_; }
 
@@ -39,14 +39,14 @@ class ValueParser {
     std::string_view rest_;
 };
 
-// "..." with everything escaped that would end a line, steer a terminal or is no UTF-8.
+// "...", with line ends, control characters and invalid UTF-8 escaped.
 std::string quoted_bytes(std::string_view bytes);
-// L"..." of UTF-16 units, given as bytes, low byte first.
+// L"..." of UTF-16 units, given as little-endian bytes.
 std::string quoted_units(std::string_view bytes);
-// Memory: as units if that reads as text and the bytes do not, with long runs of zeros at the end only counted.
+// Content of memory: as units if they read as text and the bytes do not. Long runs of trailing zeros are only counted.
 std::string content_text(std::string_view bytes);
 
-// The shortest text that reads back as the same number, whatever it is.
+// The shortest text that parses back to the same number, NaN included.
 std::string real_text(double number);
 // Throws BadValue.
 double real_from(const JournalValue& value);

@@ -10,8 +10,8 @@
 
 namespace host::journal {
 
-// To be added to the observers of each session's host. Each line goes to the sink, with its end, before what it tells
-// of can bring the program down: a call before it runs, its answer before the plug-in sees it.
+// Add it as an observer to each session's host. The sink gets each line, with its newline, before the event can crash
+// the program: a call before it runs, its answer before the plug-in sees it.
 class JournalWriter : public suites::Observer {
   public:
     using Sink = std::function<void(std::string_view line)>;
@@ -20,9 +20,9 @@ class JournalWriter : public suites::Observer {
     explicit JournalWriter(Sink sink);
     ~JournalWriter() override;
 
-    // A new project: plug-ins are entered anew. The name is for people.
+    // A new project, in which every plug-in starts again. The name is for readers.
     void begin_session(std::string_view name);
-    // The last line: nothing is missing.
+    // Writes the last line, which says that the journal is complete.
     void finish();
 
     void entering(const suites::PluginCall& call) override;

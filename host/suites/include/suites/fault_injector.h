@@ -1,4 +1,4 @@
-// Makes chosen calls fail as if the host had refused them.
+// Makes selected calls fail as if the host had refused them.
 #pragma once
 
 #include <cstdint>
@@ -9,8 +9,8 @@
 
 namespace host::suites {
 
-// Counts from its construction (or restart()) on. Suite calls and acquisitions have counts of their own; releases and
-// the basic suite's other functions are neither counted nor failed.
+// Counts from construction or restart(). Suite calls and acquisitions are counted separately; releases and the basic
+// suite's other functions are neither counted nor failed.
 class FaultInjector : public Observer {
   public:
     enum class Lasting { once, from_then_on };

@@ -1,4 +1,4 @@
-// What was handed out to plug-ins and how they treated it.
+// What was handed out to plug-ins, and misuse of it.
 #pragma once
 
 #include <cstdint>
@@ -10,12 +10,12 @@
 namespace host::suites {
 
 enum class HandleKind : std::uint8_t {
-    // The host's own: never disposed of.
+    // Owned by the host: never disposed of.
     project = 1,
     item,
     comp,
     layer,
-    // Handed out to be given back.
+    // Owned by the plug-in: to be disposed of.
     footage,
     collection,
     stream,
@@ -23,7 +23,7 @@ enum class HandleKind : std::uint8_t {
     effect,
     memory,
     keyframe_batch,
-    block,  // of the basic suite
+    block,  // basic suite
 };
 
 std::string_view name_of(HandleKind kind);  // "stream value"
@@ -32,7 +32,7 @@ struct HandedOut {
     HandleKind kind;
     std::uint64_t made_by_call;  // its number
     std::string made_by;         // "StreamSuite4.AEGP_GetNewLayerStream"
-    std::string what;            // the thing in words
+    std::string what;            // in words
 };
 
 struct Misuse {
@@ -44,8 +44,8 @@ struct Misuse {
 };
 
 struct LedgerReport {
-    std::map<HandleKind, std::uint64_t> handed_out;  // how many of each kind, since the session began
-    std::vector<HandedOut> never_disposed;           // in the order of making
+    std::map<HandleKind, std::uint64_t> handed_out;  // per kind, since the session began
+    std::vector<HandedOut> never_disposed;           // oldest first
     std::vector<Misuse> disposed_twice;
     std::vector<Misuse> freed_while_locked;  // memory handles; tolerated
     std::vector<Misuse> used_after_disposal;

@@ -1,4 +1,4 @@
-// Menu items and hooks as plug-ins registered them; the session dispatches them.
+// Menu items and hooks that plug-ins registered; the session dispatches them.
 #pragma once
 
 #include <string>
@@ -18,8 +18,8 @@ struct MenuItem {
 
 struct CommandHook {
     AEGP_PluginID plugin_id;
-    AEGP_HookPriority priority;  // recorded, without effect: every hook comes before the host's own command
-    AEGP_Command command;        // AEGP_Command_ALL: asked for every command
+    AEGP_HookPriority priority;  // recorded only: every hook runs before the host's own command
+    AEGP_Command command;        // AEGP_Command_ALL: called for every command
     AEGP_CommandHook function;
     AEGP_CommandRefcon refcon;
 };

@@ -1,4 +1,4 @@
-// Names and numbers of all suites and slots, made from the list of slots.
+// Names and numbers of all suites and slots, generated from the list of slots.
 #pragma once
 
 #include <array>
@@ -12,7 +12,7 @@
 
 namespace host::suites {
 
-// Counts the slots of all suites in the order of the list; one name each.
+// Numbers the slots of all suites in the order of the list.
 namespace ordinal {
 enum : int {
 #define SLOT(structure, index, function) structure##_##function,
@@ -29,7 +29,7 @@ struct SlotFacts {
     int ordinal;                // below kSlotCount; -1 for the basic suite
 };
 
-// By ordinal; throws std::out_of_range for one that there is not.
+// By ordinal; throws std::out_of_range.
 extern const std::array<SlotFacts, kSlotCount> kSlots;
 inline const SlotFacts& slot_facts(int ordinal) {
     return kSlots.at(static_cast<std::size_t>(ordinal));
@@ -37,7 +37,7 @@ inline const SlotFacts& slot_facts(int ordinal) {
 // "LayerSuite5.AEGP_GetLayerName"
 std::string full_name(const SlotFacts& slot);
 
-// The ordinal of a table's member.
+// The ordinal of a member of a table.
 template <auto Member>
 inline constexpr int slot_ordinal = -1;
 #define SLOT(structure, index, function) \

@@ -1,4 +1,4 @@
-// Everything a plug-in can reach: the basic suite, and through it all suite tables over one project.
+// Everything a plug-in can reach: the basic suite and, through it, all suite tables over one project.
 #pragma once
 
 #include <cstdint>
@@ -18,11 +18,11 @@ namespace host::suites {
 
 struct HostState;
 
-// A call that failed, in words. Refusals by observers are not among them.
+// A failed call, in words. Calls that observers refused are not included.
 struct Diagnostic {
-    std::uint64_t call;    // its number; 0 when it came off the main thread
+    std::uint64_t call;    // its number; 0 if it came from another thread
     std::string function;  // "LayerSuite5.AEGP_DeleteLayer"
-    A_Err code;            // what the plug-in got
+    A_Err code;            // as returned to the plug-in
     std::string sentence;
 };
 
@@ -30,7 +30,7 @@ struct HeldSuite {
     std::string structure;  // "AEGP_LayerSuite5"
     std::string name;       // "AEGP Layer Suite"
     std::int32_t version;   // the integer of AcquireSuite
-    std::uint64_t count;    // acquisitions not yet released
+    std::uint64_t count;    // of acquisitions not released
 };
 
 struct SlotUse {
@@ -40,9 +40,8 @@ struct SlotUse {
     std::uint64_t calls;
 };
 
-// Suite tables carry no context pointer, so calls go to the host that was constructed last and still lives. Hosts may
-// be nested; destroying one hands over to the one before it. The thread that constructs a host is its main thread:
-// calls from any other are refused.
+// Suite tables carry no context pointer, so calls go to the newest host alive; destroying it hands over to the one
+// before. The thread that constructs a host is its main thread: calls from other threads are refused.
 class SuiteHost {
   public:
     // The project must outlive the host.
@@ -55,20 +54,20 @@ class SuiteHost {
 
     // Plug-ins
     AEGP_PluginID add_plugin(std::string name);  // distinct, from 1
-    // Takes back the menu items and hooks of a plug-in whose entry point failed.
+    // Removes the menu items and hooks of a plug-in whose entry point failed.
     void drop_plugin(AEGP_PluginID id);
     const std::string& plugin_name(AEGP_PluginID id) const;  // empty for an unknown id
 
-    // While it lives, calls are taken to come from that plug-in. Register calls are legal only in the entry point.
+    // While it exists, calls count as coming from that plug-in. Hooks can be registered only in the entry point.
     class Visit {
       public:
         Visit(SuiteHost& host, AEGP_PluginID id, PluginFunction function);
-        // The same, told to the observers: now, and when the plug-in came back.
+        // Also notifies the observers: now, and from returned().
         Visit(SuiteHost& host, const PluginCall& call);
         ~Visit();
         Visit(const Visit&) = delete;
 
-        void came_back(const PluginCall& call, A_Err result, bool has_thrown) const;
+        void returned(const PluginCall& call, A_Err result, bool has_thrown) const;
 
       private:
         HostState* state_;
@@ -76,17 +75,17 @@ class SuiteHost {
         bool previous_in_entry_point_;
     };
 
-    // Menus and hooks; items of one menu stand in menu order, hooks in order of registration.
+    // Items of a menu are in menu order, hooks in order of registration.
     const std::vector<MenuItem>& menu_items() const;
     const MenuItem* menu_item(AEGP_Command command) const;  // null if there is none
-    // To be called before each round of update-menu hooks: disables every item if HostRules say so.
+    // Call before each round of update-menu hooks: disables every item if the HostRules say so.
     void prepare_menus_for_update();
     const std::vector<CommandHook>& command_hooks() const;
     const std::vector<UpdateMenuHook>& update_menu_hooks() const;
     const std::vector<IdleHook>& idle_hooks() const;
     const std::vector<DeathHook>& death_hooks() const;
 
-    // Observers come and go between calls, not while one runs.
+    // Only between calls.
     void add_observer(Observer& observer);
     void remove_observer(Observer& observer);
 
@@ -98,7 +97,7 @@ class SuiteHost {
     std::vector<SlotUse> coverage() const;  // all slots of all suites, in table order
     std::uint64_t times_called(std::string_view suite, std::string_view function) const;
 
-    // The handles plug-ins know the host's objects by: one and the same for the object's whole life.
+    // The handles of the host's own objects, which never change.
     AEGP_ProjectH project_handle() const;
     AEGP_ItemH handle(const model::Item& item) const;
     AEGP_CompH comp_handle(const model::Comp& comp) const;

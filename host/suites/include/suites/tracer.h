@@ -1,4 +1,4 @@
-// Writes every call as a line of text.
+// Logs every call as a line of text.
 #pragma once
 
 #include <functional>
@@ -17,9 +17,9 @@ class Tracer : public Observer {
     using Sink = std::function<void(std::string_view line)>;
 
     Tracer() = default;                                     // collects lines
-    explicit Tracer(Sink sink) : sink_(std::move(sink)) {}  // streams them, as each call ends
+    explicit Tracer(Sink sink) : sink_(std::move(sink)) {}  // passes on each line when its call ends
 
-    void show_basic_suite(bool show) { show_basic_suite_ = show; }  // acquisitions, releases, blocks; off at first
+    void show_basic_suite(bool show) { show_basic_suite_ = show; }  // acquisitions, releases, blocks; off by default
 
     std::optional<A_Err> before(const SuiteCall& call) override;
     void after(const SuiteCall& call) override;
