@@ -5,8 +5,8 @@
 #include <cmath>
 #include <unordered_set>
 
-#include "expression_index.h"
-#include "layer_names.h"
+#include "expressions/expression_index.h"
+#include "layers/layer_names.h"
 #include "model/error.h"
 #include "model/project.h"
 
@@ -34,7 +34,7 @@ std::int64_t Comp::time_scale() const {
     return time_scale_override_ != 0 ? time_scale_override_ : project().rules().time_scale;
 }
 
-// Upwards, because most compositions are used in few places.
+// Searches upwards, because most compositions are used in few places.
 bool Comp::contains(const Comp& other) const {
     std::vector<const Comp*> open = {&other};
     std::unordered_set<const Comp*> seen = {&other};
@@ -50,7 +50,7 @@ bool Comp::contains(const Comp& other) const {
     return false;
 }
 
-// In and out
+// Adding to and removing from the stack
 
 void Comp::enter(Layer& layer, int index) {
     project().note_change(*this);
@@ -58,10 +58,10 @@ void Comp::enter(Layer& layer, int index) {
     layer.alive_ = true;
     layer.link_to_source();
     if (layer.state_.parent != nullptr) {
-        Layer::link(layer.state_.parent->made_extras().children, layer, &Layer::place_in_children_);
+        Layer::link(layer.state_.parent->mutable_extras().children, layer, &Layer::place_in_children_);
     }
     if (layer.state_.matte != nullptr) {
-        Layer::link(layer.state_.matte->made_extras().matte_users, layer, &Layer::place_in_matte_users_);
+        Layer::link(layer.state_.matte->mutable_extras().matte_users, layer, &Layer::place_in_matte_users_);
     }
     if (names_ != nullptr) names_->add(layer);
     if (layer.awaits_loading()) layer.set_content(layer.content_);
@@ -72,10 +72,10 @@ void Comp::leave(Layer& layer) {
     set_selection_rank(layer, 0);
     if (names_ != nullptr) names_->remove(layer);
     if (layer.state_.parent != nullptr) {
-        Layer::unlink(layer.state_.parent->made_extras().children, layer, &Layer::place_in_children_);
+        Layer::unlink(layer.state_.parent->mutable_extras().children, layer, &Layer::place_in_children_);
     }
     if (layer.state_.matte != nullptr) {
-        Layer::unlink(layer.state_.matte->made_extras().matte_users, layer, &Layer::place_in_matte_users_);
+        Layer::unlink(layer.state_.matte->mutable_extras().matte_users, layer, &Layer::place_in_matte_users_);
     }
     layer.unlink_from_source();
     layer.alive_ = false;

@@ -1,4 +1,4 @@
-// Compositions: copying a layer in.
+// Compositions: copying layers.
 #include <algorithm>
 
 #include "model/comp.h"
@@ -12,7 +12,7 @@ Layer* Comp::copy_of(const Layer& original) const {
     return found != newest_copy_.end() && found->second->is_alive() ? found->second : nullptr;
 }
 
-// The name with the next number that is free here: "Name 2", and "Name 3" for a copy of that.
+// The name with the next free number: "Name 2", and "Name 3" for a copy of that.
 std::string Comp::numbered_name(const std::string& name) const {
     std::size_t digits = name.size();
     while (digits > 0 && name[digits - 1] >= '0' && name[digits - 1] <= '9') --digits;

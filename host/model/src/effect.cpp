@@ -1,8 +1,8 @@
-// Effects: parameters made as their kind says.
+// Effects.
 #include "model/effect.h"
 
-#include "expression_index.h"
-#include "layer_parameter_index.h"
+#include "expressions/expression_index.h"
+#include "layers/layer_parameter_index.h"
 #include "model/error.h"
 #include "model/layer.h"
 #include "model/project.h"

@@ -1,9 +1,9 @@
-// Items: names, what is in a folder.
+// Items: names and folders.
 #include "model/item.h"
 
-#include "expression_index.h"
-#include "expression_rewrite.h"
-#include "layer_names.h"
+#include "expressions/expression_index.h"
+#include "expressions/expression_rewrite.h"
+#include "layers/layer_names.h"
 #include "model/comp.h"
 #include "model/error.h"
 #include "model/project.h"
@@ -50,18 +50,18 @@ void Item::set_name(std::string name) {
     ExpressionIndex& expressions = project_->expressions();
     expressions.note_failures();
 
-    // Expressions mean the topmost layer of a name; of several users in one composition that is one.
-    struct Meant {
+    // Expressions refer to the topmost layer of a name: in each composition at most one user.
+    struct Affected {
         Comp* comp;
         std::vector<Stream*> streams;
     };
-    std::vector<Meant> meant;
+    std::vector<Affected> affected;
     std::map<ItemId, Comp*> using_comps;
     for (const Layer* layer : users_) using_comps.emplace(layer->comp().id(), &layer->comp());
     for (const auto& [comp_id, comp_of_users] : using_comps) {
         const Layer* layer = comp_of_users->layer_named(name_);
         if (layer == nullptr || layer->source() != this || !layer->own_name().empty()) continue;
-        meant.push_back({comp_of_users, expressions.streams_naming(*comp_of_users, name_)});
+        affected.push_back({comp_of_users, expressions.streams_naming(*comp_of_users, name_)});
     }
     std::vector<Stream*> naming_comp;
     if (comp() != nullptr && project_->comp_named(name_) == comp())
@@ -70,7 +70,7 @@ void Item::set_name(std::string name) {
     const std::string old_name = name_;
     project_->undo().note([this, old_name] { change_name(old_name); });
     change_name(std::move(name));
-    for (const Meant& each : meant) {
+    for (const Affected& each : affected) {
         rewrite_layer_name(each.streams, *each.comp, old_name, name_);
         expressions.note_failures_after_loss(*each.comp, old_name);
     }

@@ -1,11 +1,11 @@
-// The project: items and their walk, installed effects, what is looked at, repair of expressions.
+// The project: items and their order, installed effects, selection, repair of expressions.
 #include "model/project.h"
 
-#include "expression_index.h"
-#include "expression_rewrite.h"
-#include "layer_parameter_index.h"
+#include "expressions/expression_index.h"
+#include "expressions/expression_rewrite.h"
+#include "layers/layer_parameter_index.h"
 #include "model/error.h"
-#include "still_data.h"
+#include "streams/still_data.h"
 
 namespace host::model {
 
@@ -23,7 +23,7 @@ Project::Project(HostRules rules)
 
 Project::~Project() = default;
 
-// The walk
+// Items in order
 
 Item* Project::next_item(const Item& item) const {
     item.require_alive();
@@ -77,7 +77,7 @@ void Project::remove_comp_name(const Comp& comp) {
     if (found->second.empty()) comps_by_name_.erase(found);
 }
 
-// Coming and going
+// Adding and deleting items
 
 void Project::enter(Item& item, int walk_index) {
     note_change(item);
@@ -129,7 +129,7 @@ Item& Project::add_footage(std::string name, const FootageFacts& facts, int widt
     return add_item(std::move(item), folder);
 }
 
-// The root-level folder for the sources of solids and nulls, made when there is none.
+// The folder for the sources of solids and nulls, created on demand in the root folder.
 Item& Project::solids_folder() {
     const auto fits = [this](const Item* item) {
         return item->is_alive() && item->type() == ItemType::folder && item->name() == rules_.solids_folder_name;
@@ -155,7 +155,7 @@ std::vector<Item*> Project::take_changed_items() {
 
 void Project::leave_undoably(Item& item) {
     if (Comp* comp = item.comp()) {
-        // Its layers stay as they are, linked to one another, but nobody may find them.
+        // Its layers keep their links to one another but cannot be found.
         const std::vector<Layer*> layers = comp->stack().to_vector();
         const auto set_alive = [](const std::vector<Layer*>& all, bool alive) {
             for (Layer* layer : all) {
@@ -208,7 +208,7 @@ std::shared_ptr<const StreamData> Project::still_data(const Value& value) {
     return still_data_->of(value);
 }
 
-// What the user looks at
+// Panels and selection
 
 Comp* Project::open_comp() const {
     return open_comp_ != nullptr && open_comp_->is_alive() ? open_comp_ : nullptr;
@@ -240,7 +240,7 @@ bool Project::is_item_selected(const Item& item) const {
 void Project::auto_fix_expressions(std::string_view old_name, std::string_view new_name) {
     if (old_name.empty() || old_name == new_name) return;
     const UndoScope scope(undo_);
-    // A name that a composition had and then has not would only look like a cure.
+    // An expression that no longer names an existing composition would only look repaired.
     const auto comps_missing = [this](std::string_view text) {
         int missing = 0;
         for (const LayerReference& reference : find_layer_references(text)) {

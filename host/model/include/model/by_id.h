@@ -1,4 +1,4 @@
-// Objects found by their number.
+// Looks up objects by id.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@ class ById {
         if (objects_.size() <= place) objects_.resize(place + 1);
         objects_[place] = &object;
     }
-    // Null for an id that nobody has.
+    // Null for an unused id.
     T* find(std::int32_t id) const {
         return id > 0 && static_cast<std::size_t>(id) < objects_.size() ? objects_[static_cast<std::size_t>(id)]
                                                                         : nullptr;

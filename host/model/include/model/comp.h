@@ -29,20 +29,19 @@ class Comp : public Item {
     const LayerStack& stack() const { return stack_; }
 
     // All undoable. Dead arguments throw bad_argument. New layers start at composition time 0 and last as long as the
-    // composition unless told otherwise.
+    // composition unless stated otherwise.
     Layer& add_layer(Item& source);                              // above all others; throws bad_argument for a cycle
     Layer& create_null(const std::string& name, Time duration);  // duration 0 = the composition's
-    // As copying and pasting does: directly above the topmost selected layer, else on top; selection unchanged. Links
-    // to layers of another composition (parent, matte, effect parameters) are dropped unless HostRules keep those whose
-    // partner has been copied here before.
-    // Throws bad_argument when the layer's source contains this composition.
+    // Like copy and paste: inserts directly above the topmost selected layer, else on top; keeps the selection. Links
+    // to layers of another composition (parent, matte, effect parameters) are dropped, unless HostRules keep those to
+    // layers already copied here. Throws bad_argument if the layer's source contains this composition.
     Layer& copy_layer_here(Layer& original);
 
     // For readers: appends below all others.
     Layer& load_layer(LayerKind kind, Item* source);
 
-    // Selection, in the order that HostRules name. Selecting alone is no undo step; undoing a step gives back the
-    // selection that it found.
+    // Selection, in the order that HostRules say. Selecting is not an undo step; undoing a step restores the selection
+    // from before it.
     std::vector<Layer*> selected_layers() const;
     void select(const std::vector<Layer*>& layers);  // replaces; throws bad_argument for a dead or foreign layer
 
@@ -51,35 +50,35 @@ class Comp : public Item {
     Time frame_duration() const;
     Time current_time() const { return current_time_; }
     void set_current_time(Time t) { current_time_ = t; }
-    std::int64_t time_scale() const;  // of times that plug-ins get about this composition's layers
+    std::int64_t time_scale() const;  // of the times of its layers that plug-ins receive
     void override_time_scale(std::int64_t scale) { time_scale_override_ = scale; }
     void load_timing(double frame_rate, Time duration) { frame_rate_ = frame_rate, duration_ = duration; }
 
-    // Whether `other` is this composition or used inside it at any depth.
+    // Whether `other` is this composition or nested in it at any depth.
     bool contains(const Comp& other) const;
 
   private:
     friend class Item;
     friend class Layer;
     friend class Project;
-    using Selection = std::map<std::uint64_t, Layer*>;  // by rank, in order of selecting
+    using Selection = std::map<std::uint64_t, Layer*>;  // by rank, in order of selection
 
     Layer& make_layer(LayerKind kind, Item* source);  // owned, not yet in the stack
     void add_undoably(Layer& layer, int index);
-    // Into the stack and out of it, with every list that knows the layer; no undo.
+    // Adds a layer to the stack and every list of layers, or removes it; not undoable.
     void enter(Layer& layer, int index);
     void leave(Layer& layer);
     void replace_selection(Selection selection);
     void set_selection_rank(Layer& layer, std::uint64_t rank);  // 0 = not selected
     void load_layer_parameters();
     std::string numbered_name(const std::string& name) const;
-    Layer* copy_of(const Layer& original) const;  // the newest one here, if alive
+    Layer* copy_of(const Layer& original) const;  // the newest here, if alive
     void drop_foreign_links(Layer& copy, const Layer& original) const;
 
     std::vector<std::unique_ptr<Layer>> owned_;  // living and deleted
     LayerStack stack_;
     std::map<ItemId, int> using_comps_;          // how many layers in each composition have this one as their source
-    mutable std::unique_ptr<LayerNames> names_;  // made at first need
+    mutable std::unique_ptr<LayerNames> names_;  // built on demand
     Selection selection_;
     std::uint64_t last_selection_rank_ = 0;
     std::vector<Layer*>

@@ -1,4 +1,4 @@
-// Effects on layers and the kinds of effects that are installed.
+// Effects on layers, and the kinds of effects installed.
 #pragma once
 
 #include <memory>
@@ -23,7 +23,7 @@ struct EffectKind {
     std::string match_name;
     std::string display_name;
     std::vector<EffectParameter> parameters;
-    std::shared_ptr<const FormatData> format_data;  // how a file writes an instance; may be null
+    std::shared_ptr<const FormatData> format_data;  // how a file stores an instance; may be null
 };
 
 enum EffectFlag : std::uint32_t {
@@ -51,7 +51,7 @@ class Effect {
     Stream& parameter(std::size_t index) const;  // throws bad_argument
     void load_parameter(std::size_t index, std::unique_ptr<Stream> stream);
 
-    // What the file keeps for this very instance; null for one the host applied.
+    // What the file stores for this instance; null for one that the host applied.
     const std::shared_ptr<const FormatData>& format_data() const { return format_data_; }
     void set_format_data(std::shared_ptr<const FormatData> data) { format_data_ = std::move(data); }
 

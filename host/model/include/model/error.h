@@ -1,4 +1,4 @@
-// The model's one exception type. Edges (C tables, scripts, command line) turn it into their own language.
+// The model's only exception type; C tables, scripts and the command line convert it.
 #pragma once
 
 #include <stdexcept>
@@ -8,8 +8,8 @@ namespace host::model {
 
 enum class ErrorKind {
     bad_argument,  // an index out of range, a null or dead object, an impossible combination
-    not_allowed,   // legal arguments, but not in this state (a static value for a keyframed stream)
-    unsupported,   // the host knows the operation and does not offer it
+    not_allowed,   // valid arguments, but not in this state (a static value for a keyframed stream)
+    unsupported,   // an operation that the host does not offer
 };
 
 class Error : public std::runtime_error {

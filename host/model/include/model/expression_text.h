@@ -1,4 +1,4 @@
-// Reading expression source far enough to find the layers it names.
+// Finds the layers that an expression names.
 #pragma once
 
 #include <cstddef>
@@ -9,7 +9,7 @@
 
 namespace host::model {
 
-// A call such as thisComp.layer("Name") or comp("Comp").layer('Name') found in an expression.
+// A call such as thisComp.layer("Name") or comp("Comp").layer('Name').
 struct LayerReference {
     std::string comp;   // decoded name given to comp(...); empty for the expression's own composition
     std::string layer;  // decoded name given to layer(...)
@@ -19,14 +19,14 @@ struct LayerReference {
     std::size_t comp_end = 0;
 };
 
-// References with literal names, in order; comments and other strings are passed over. Receivers that cannot be told
-// from the text (a variable) are left out, as are names built at run time and functions that the text redefines.
+// References by literal name, in order; not in comments or strings. Omits receivers that the source does not identify
+// (a variable), names built at run time, and functions that the expression redefines.
 std::vector<LayerReference> find_layer_references(std::string_view expression);
 
-// Every literal in single or double quotes equal to `name`, as positions quotes included.
+// The positions, quotes included, of all literals in single or double quotes equal to `name`.
 std::vector<std::pair<std::size_t, std::size_t>> find_quoted(std::string_view expression, std::string_view name);
 
-// `name` as a literal in the given kind of quote (', " or `), escaped as needed.
+// `name` as a literal in the given quotes (', " or `), escaped as needed.
 std::string quote(std::string_view name, char quote_mark);
 
 }  // namespace host::model

@@ -22,7 +22,7 @@ struct ExpressionToken {
     std::string text;  // of words and marks: the source; of strings: the decoded value
 };
 
-// Any bytes will do; what is no valid source gives some tokens nonetheless.
+// Accepts any bytes; invalid source yields some tokens too.
 std::vector<ExpressionToken> tokenize_expression(std::string_view source);
 
 }  // namespace host::model

@@ -1,4 +1,4 @@
-// What a file format keeps beside the objects it made. The model hands it on and never looks inside.
+// Data that a file format attaches to the objects it creates. The model passes it on and never looks inside.
 #pragma once
 
 #include <memory>
@@ -11,13 +11,12 @@ struct FormatData {
     virtual ~FormatData() = default;
 };
 
-// Streams and effects of a layer that nobody has asked for yet. Copies of a layer share it.
+// A layer's streams and effects, not loaded yet. Copies of a layer share it.
 struct LayerContent : FormatData {
-    // Fills streams and effects through the layer's load_ functions; called at most once per layer object that it
-    // succeeds for. The layer may have been moved, renamed, copied to another composition since it was read: keyframe
-    // times are to be taken against the offset the content itself came with, never the layer's present one. Layer ids
-    // in parameters may be those of the original composition; the model sorts them out. Throws Error when the stored
-    // form is unusable.
+    // Adds streams and effects through the layer's load_ functions; succeeds at most once per layer object. The layer
+    // may have been moved, renamed or copied to another composition since it was read: keyframe times are relative to
+    // the offset in the file, not the layer's current one. Layer ids in parameters may be those of the original
+    // composition; the model adjusts them. Throws Error if the stored form is unusable.
     virtual void load(Layer& layer) const = 0;
     virtual bool has_expressions() const = 0;
     virtual bool has_layer_parameters() const = 0;  // effect parameters that name a layer

@@ -1,4 +1,4 @@
-// Behaviour of the application that no public source settles: one named choice each, with the value this host uses.
+// Behaviour of the application that no public source settles, each a named choice with this host's default.
 #pragma once
 
 #include <array>

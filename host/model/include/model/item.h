@@ -31,11 +31,11 @@ struct PixelAspect {
 struct FootageFacts {
     bool is_solid = false;
     std::array<double, 4> color{};  // solids: red, green, blue, alpha in 0..1
-    bool has_duration = false;      // moving footage: layers cannot be trimmed beyond it
+    bool has_duration = false;      // moving footage, beyond which layers cannot be trimmed
     Time duration;                  // if it has one
 };
 
-// Objects stay in memory after deletion while undo or a handle may still mean them; is_alive() tells.
+// Objects stay in memory after deletion, since undo or a handle may still refer to them; see is_alive().
 class Item {
   public:
     Item(Project& project, ItemId id, ItemType type, std::string name);
@@ -48,7 +48,7 @@ class Item {
     ItemType type() const { return type_; }
     bool is_alive() const { return alive_; }
     const std::string& name() const { return name_; }
-    // Undoable. Expressions that name the composition, or layers which show this name, are rewritten.
+    // Undoable. Rewrites expressions that name the composition, or layers that display this name.
     void set_name(std::string name);
 
     Item* parent_folder() const { return folder_; }  // null for the root folder

@@ -1,4 +1,4 @@
-// Setting single fields of a keyframe as HostRules::keyframe_setters_disturb_each_other says.
+// Sets fields of a keyframe as HostRules::keyframe_setters_disturb_each_other says.
 #pragma once
 
 #include "model/host_rules.h"
@@ -6,10 +6,10 @@
 
 namespace host::model {
 
-// `dimension` is the caller's to check. Under the rule both sides become bezier.
+// The caller checks `dimension`. Under the rule both sides become bezier.
 void set_ease(Keyframe& keyframe, std::size_t dimension, Ease in, Ease out, const HostRules& rules);
 
-// Under the rule the spatial auto-bezier flag goes.
+// Under the rule the spatial auto-bezier flag is cleared.
 void set_tangents(Keyframe& keyframe, const Value& in, const Value& out, const HostRules& rules);
 
 }  // namespace host::model

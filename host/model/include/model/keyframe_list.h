@@ -11,8 +11,7 @@
 
 namespace host::model {
 
-// Gives and takes whole keyframes; numbers that every keyframe of the list leaves as a Keyframe is born with take no
-// room. Indices out of range are the caller's mistake.
+// Stores keyframes without the numbers that have their default in all of them. Indices must be in range.
 class KeyframeList {
   public:
     class Iterator {
@@ -47,12 +46,12 @@ class KeyframeList {
     Iterator begin() const { return {*this, 0}; }
     Iterator end() const { return {*this, size_}; }
 
-    // How many there are before `t`, if times ascend.
+    // The number of keyframes before `t`, provided times ascend.
     std::size_t count_before(Time t) const;
 
     void set(std::size_t index, const Keyframe& keyframe);
     void insert(std::size_t index, const Keyframe& keyframe);
-    // Each in turn may be changed: change(Keyframe&).
+    // Calls change(Keyframe&) for each keyframe.
     template <class Change>
     void for_each(Change change) {
         if (empty()) return;
@@ -66,7 +65,7 @@ class KeyframeList {
   private:
     using Word = std::uint64_t;
 
-    // How many numbers of each kind are kept, the first ones.
+    // How many numbers of each kind are stored, from the first.
     struct Shape {
         std::uint8_t values = 0;
         std::uint8_t eases = 0;  // on each side

@@ -46,14 +46,12 @@ enum LayerFlag : std::uint32_t {
 
 enum class MatteType { none = 0, alpha = 1, alpha_inverted = 2, luma = 3, luma_inverted = 4 };
 
-enum class Parenting {
-    keep_local_values,
-    keep_place
-};  // keep_place compensates so that nothing moves at the current time
+// keep_place compensates, so that nothing moves at the current time.
+enum class Parenting { keep_local_values, keep_place };
 
 // Numbers of layer streams as the C interface has them.
 enum LayerStreamNumber : int {
-    kAnchorPoint = 0,  // of cameras and lights: the point of interest
+    kAnchorPoint = 0,  // cameras and lights: the point of interest
     kPosition = 1,
     kScale = 2,
     kRotation = 3,
@@ -70,8 +68,8 @@ enum LayerStreamNumber : int {
 };
 inline constexpr int kLayerStreamCount = 56;  // numbers from here on are not legal for any layer
 
-// A layer object lives as long as its project; is_alive() tells whether it is in its composition. Every setter is
-// undoable unless its name begins with load_; those are for readers that build a project.
+// Lives as long as its project; is_alive() tells whether it is in its composition. Every setter is undoable unless its
+// name begins with load_; those are for readers that build a project.
 class Layer {
   public:
     Layer(Comp& comp, LayerId id, LayerKind kind, Item* source);
@@ -88,8 +86,8 @@ class Layer {
     int index() const;  // 0 = top of the stack; logarithmic; throws bad_argument when dead
     Item* source() const { return source_; }
 
-    // Names: UTF-8 by intent, any bytes in fact
-    const std::string& own_name() const { return state_.name; }  // empty when never given
+    // Names are meant to be UTF-8 but may be any bytes
+    const std::string& own_name() const { return state_.name; }  // empty if never set
     const std::string& source_name() const;                      // empty without a source
     const std::string& display_name() const;                     // own name, else source name
     void rename(std::string name);                               // also rewrites the expressions that name this layer
@@ -97,7 +95,7 @@ class Layer {
     // Switches
     std::uint32_t flags() const { return state_.flags; }
     bool has_flag(LayerFlag flag) const { return (state_.flags & flag) != 0; }
-    void set_flag(LayerFlag flag, bool on);  // 3D: see set_3d; on cameras and lights that succeeds without a change
+    void set_flag(LayerFlag flag, bool on);  // kIs3D has no effect on cameras and lights
     bool is_3d() const;                      // cameras and lights always
 
     // Parents
@@ -106,7 +104,7 @@ class Layer {
     void set_parent(Layer* parent,
                     Parenting parenting);  // throws bad_argument for itself, a descendant, another composition
 
-    // Mattes: the layer that shapes this one, and how
+    // Track matte
     Layer* matte() const { return state_.matte; }
     MatteType matte_type() const { return state_.matte_type; }
     void set_matte(Layer* matte, MatteType type);  // throws bad_argument for itself, another composition
@@ -119,50 +117,50 @@ class Layer {
     Time duration() const { return state_.duration; }  // composition time
     Time to_layer_time(Time comp_time) const;
     Time to_comp_time(Time layer_time) const;
-    void set_offset(Time offset);  // moves the whole layer: in- and out-point and keyframes travel with it
+    void set_offset(Time offset);  // moves the whole layer, with in- and out-point and keyframes
     void set_in_point_and_duration(Time in_point, Time duration);  // trims, composition time; clamps as HostRules say
 
-    // Streams; loaded when first asked for.
+    // Streams, loaded on demand
     static bool is_stream_number(int number) { return number >= 0 && number < kLayerStreamCount; }
     bool is_stream_legal(int number) const;
-    // Streams that do not apply exist hidden, with their default value. Throws bad_argument for unknown numbers.
+    // Streams that do not apply are hidden, with their default value. Throws bad_argument for unknown numbers.
     Stream& stream(int number);
-    // What stream(number).value_at(t) would be; leaves a stream unmade that nobody has asked for.
+    // The same as stream(number).value_at(t), without creating the stream.
     Value stream_value(int number, Time t);
-    // Every stream of the layer that may carry an expression, effects and the file's own ones included.
+    // All streams that can have an expression, including those of effects and the file's own.
     std::vector<Stream*> expression_streams();
 
-    // Effects, 0 = top; loaded when first asked for.
+    // Effects, 0 = top, loaded on demand
     std::size_t effect_count();
     Effect& effect(std::size_t index);   // throws bad_argument
     Effect& apply_effect(int kind_key);  // appended; throws bad_argument for unknown kinds, cameras and lights
 
     // Whole-layer changes
-    void remove();            // children and matte users let go of it first, as HostRules say
-    void move_to(int index);  // the stack position it shall have; -1 = the bottom; beyond the end clamps
+    void remove();            // first detaches children and matte users, as HostRules say
+    void move_to(int index);  // to this index; -1 = the bottom; clamped to the end
 
-    // What the file keeps; shared by copies, null for layers the host made.
+    // What the file stores; shared by copies, null for layers that the host created.
     const std::shared_ptr<const LayerContent>& content() const { return content_; }
     bool is_content_loaded() const { return content_loaded_; }
-    // The layer this one was copied from, null if none: its place in a file's numbering of copies.
+    // The layer that this one was copied from; 0 if none. Decides its number in the file.
     LayerId copied_from() const { return copied_from_; }
 
-    // For readers: values a file gives, without undo.
+    // For readers: values from a file, without undo.
     void load_name(std::string name);
     void load_flags(std::uint32_t flags) { state_.flags = flags; }
     void load_timing(Time offset, Time in_point, Time duration, double stretch);  // a stretch of 0 counts as 1
-    void load_parent(Layer* parent);                                              // throws as set_parent
+    void load_parent(Layer* parent);                                              // throws like set_parent
     void load_matte(Layer* matte, MatteType type);
     void set_content(std::shared_ptr<const LayerContent> content);
-    // Called by LayerContent::load, or by a reader that leaves nothing for later.
+    // For LayerContent::load, or a reader that loads everything at once.
     void load_stream(int number, std::shared_ptr<const StreamData> data, bool separated = false);
     void load_effect(std::unique_ptr<Effect> effect);
-    // A stream inside something the model does not take apart (shapes, masks, text): only its expression matters. The
-    // tag is the file format's, to find it again.
+    // A stream inside something that the model does not represent (shapes, masks, text); only its expression matters.
+    // The file format finds it again by its name.
     Stream& load_other_stream(std::string name, std::shared_ptr<const StreamData> data);
     const std::vector<std::unique_ptr<Stream>>& other_streams() const { return extras().other_streams; }
-    // The stream if somebody asked for it or it has an expression; null otherwise: it is then as it was loaded, or was
-    // never set. For writers.
+    // For writers: the stream if it was requested or has an expression; else null, and it is as loaded or was never
+    // set.
     const Stream* existing_stream(int number) const;
     // Whether any of those is not as it was loaded. For writers.
     bool has_changed_streams() const;
@@ -186,37 +184,37 @@ class Layer {
         Time in_point;
         Time duration;
     };
-    // Most streams of most layers are never asked for.
+    // Most streams of most layers are never requested.
     struct NumberedStream {
         int number = 0;
         bool separated = false;
-        std::shared_ptr<const StreamData> loaded = nullptr;  // until the stream is made
+        std::shared_ptr<const StreamData> loaded = nullptr;  // until the stream is created
         std::unique_ptr<Stream> stream = nullptr;
 
         const StreamData& data() const { return stream != nullptr ? stream->data() : *loaded; }
     };
-    // What most layers have none of.
+    // What most layers lack.
     struct Extras {
         std::vector<Layer*> children;
         std::vector<Layer*> matte_users;
         std::vector<std::unique_ptr<Effect>> effects;
         std::vector<std::unique_ptr<Stream>> other_streams;
     };
-    using Place = std::uint32_t Layer::*;  // where a layer keeps its position in a list of another object
+    using ListPosition = std::uint32_t Layer::*;  // the layer's position in a list of another object
 
     const Extras& extras() const;
-    Extras& made_extras();
+    Extras& mutable_extras();
 
     void require_alive() const;
-    void require_editable() const;  // alive, and not locked where HostRules refuse that
+    void require_editable() const;  // alive, and not locked if HostRules refuse that
     void ensure_loaded();
     void note_change();
-    State& writable_state();  // notes the old state for undo, once per undo step
+    State& writable_state();  // records the old state for undo, once per undo step
     void restore_state(const State& state);
 
-    // Links in both directions, no undo.
-    static void link(std::vector<Layer*>& list, Layer& layer, Place place);
-    static void unlink(std::vector<Layer*>& list, Layer& layer, Place place);
+    // Both directions, without undo
+    static void link(std::vector<Layer*>& list, Layer& layer, ListPosition position);
+    static void unlink(std::vector<Layer*>& list, Layer& layer, ListPosition position);
     void change_parent(Layer* parent);
     void change_matte(Layer* matte, MatteType type);
     void link_to_source();
@@ -226,7 +224,7 @@ class Layer {
 
     void change_display_name(std::string own_name);
     void release_dependents();
-    void leave_comp();  // removal without asking whether the layer may be edited
+    void leave_comp();  // removes it even if it is not editable
     void drop_third_dimension();
 
     void attach(Stream& stream);
@@ -234,10 +232,10 @@ class Layer {
     void attach_all();
     bool awaits_loading() const { return content_ != nullptr && !content_loaded_; }
     void copy_content(const Layer& original);
-    void map_layer_parameters(const std::function<LayerId(LayerId)>& map);  // no undo; for new layers
-    void set_own_stream(int number, const Value& value);                    // one the host makes
-    NumberedStream& numbered_stream(int number);                            // there with its default if it was not
-    Stream& made(NumberedStream& numbered);
+    void map_layer_parameters(const std::function<LayerId(LayerId)>& map);  // without undo; for new layers
+    void set_own_stream(int number, const Value& value);                    // for layers that the host creates
+    NumberedStream& numbered_stream(int number);                            // created with its default if missing
+    Stream& created(NumberedStream& numbered);
 
     Comp* comp_;
     LayerId id_;

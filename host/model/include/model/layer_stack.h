@@ -1,4 +1,4 @@
-// The order of a composition's layers: position, lookup by position and moves in logarithmic time.
+// The order of a composition's layers; all operations take logarithmic time.
 #pragma once
 
 #include "model/sequence.h"
@@ -7,7 +7,7 @@ namespace host::model {
 
 class Layer;
 
-// Top to bottom. The marked layers are the selected ones. Does not own the layers.
+// Top to bottom; marked layers are selected. Does not own the layers.
 using LayerStack = Sequence<Layer>;
 
 }  // namespace host::model

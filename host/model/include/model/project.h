@@ -1,4 +1,4 @@
-// The project: items, effects that are installed, what is active and selected, undo, rules.
+// The project: items, installed effects, active item and selection, undo, rules.
 #pragma once
 
 #include <cstdint>
@@ -25,7 +25,7 @@ class ExpressionIndex;
 class LayerParameterIndex;
 class StillData;
 
-// Which panel the user works in; it decides what "active" and "selected" mean.
+// The panel in use, which decides what "active" and "selected" mean.
 enum class ActivePanel { none, timeline, project };
 
 class Project {
@@ -41,32 +41,32 @@ class Project {
 
     // Items
     Item& root_folder() const { return *root_; }
-    // The item after `item` in the walk that goes through every folder depth first, a folder before its contents; null
-    // at the end. The walk starts with the root folder. Throws bad_argument for a dead item.
+    // The next item depth first, folders before their contents; null at the end. The root folder is first. Throws
+    // bad_argument for a dead item.
     Item* next_item(const Item& item) const;
     int item_count() const;                 // without the root folder
-    Item& item_by_number(int n) const;      // 1-based place in that walk, the root folder being 0; throws bad_argument
-    int number_of(const Item& item) const;  // the inverse; throws bad_argument for a dead item
-    Item* item_by_id(ItemId id) const {     // living ones; null if none
+    Item& item_by_number(int n) const;      // its place in that order, the root folder being 0; throws bad_argument
+    int number_of(const Item& item) const;  // throws bad_argument for a dead item
+    Item* item_by_id(ItemId id) const {     // null if there is none alive
         Item* item = items_by_id_.find(id);
         return item != nullptr && item->is_alive() ? item : nullptr;
     }
-    Comp* comp_named(std::string_view name) const;             // of several the oldest, null if none
-    bool has_deleted_comp_named(std::string_view name) const;  // one that undo has not brought back
-    // New items are undoable; a reader clears the journal when it has built the project.
+    Comp* comp_named(std::string_view name) const;             // the oldest if there are several, null if none
+    bool has_deleted_comp_named(std::string_view name) const;  // and not brought back by undo
+    // Undoable; a reader clears the undo journal when the project is built.
     Comp& add_comp(std::string name, Item* folder = nullptr);  // null folder = root
     Item& add_folder(std::string name, Item* folder = nullptr);
     Item& add_footage(std::string name, const FootageFacts& facts, int width, int height, Item* folder = nullptr);
-    // Removes the item and every layer that uses it, in every composition; a folder with its contents. Undoable.
-    // Throws bad_argument for the root folder.
+    // Deletes the item, a folder's contents, and every layer that uses it. Undoable. Throws bad_argument for the root
+    // folder.
     void delete_item(Item& item);
-    std::vector<Comp*> comps() const;  // living, in walk order
+    std::vector<Comp*> comps() const;  // alive, in the order of next_item()
 
     // Effects
-    std::shared_ptr<const EffectKind> install_effect(EffectKind kind);  // gives it its key
+    std::shared_ptr<const EffectKind> install_effect(EffectKind kind);  // assigns its key
     std::shared_ptr<const EffectKind> effect_kind(int key) const;       // null if unknown
 
-    // What the user looks at
+    // Panels and selection
     ActivePanel active_panel() const { return panel_; }
     void set_active_panel(ActivePanel panel) { panel_ = panel; }
     void open_comp(Comp* comp) { open_comp_ = comp; }  // the one in the Timeline panel
@@ -74,22 +74,22 @@ class Project {
     void select_items(std::vector<Item*> items);
     const std::vector<Item*>& selected_items() const { return selected_items_; }
     Item* active_item() const;                      // null if none or several
-    bool is_item_selected(const Item& item) const;  // only while the Project panel is active
+    bool is_item_selected(const Item& item) const;  // only in the Project panel
 
     // Expressions
-    // Broken expressions that quote `old_name` get `new_name` there, if they then work. Undoable.
+    // Replaces `old_name` in broken expressions by `new_name` if that repairs them. Undoable.
     void auto_fix_expressions(std::string_view old_name, std::string_view new_name);
 
     // Items that changed, compositions also in their layers, since this was last asked, going back counting as a change
     // too; some may be as they were. From the first call on they are noted, so that call gives none.
     std::vector<Item*> take_changed_items();
 
-    // For readers: a stream's data without keyframes and expression, which streams of equal value share.
+    // For readers: stream data without keyframes or expression, shared by streams of equal value.
     std::shared_ptr<const StreamData> still_data(const Value& value);
 
     LayerId next_layer_id() { return ++last_layer_id_; }
     LayerId newest_layer_id() const { return last_layer_id_; }  // 0 before the first layer
-    Layer* layer_by_id(LayerId id) const;                       // living ones; null if none
+    Layer* layer_by_id(LayerId id) const;                       // null if there is none alive
 
   private:
     friend class Comp;
@@ -110,7 +110,7 @@ class Project {
     ExpressionIndex& expressions() { return *expressions_; }
     LayerParameterIndex& layer_parameters() { return *layer_parameters_; }
     Item& add_item(std::unique_ptr<Item> item, Item* folder);
-    void enter(Item& item, int walk_index);  // no undo
+    void enter(Item& item, int walk_index);  // not undoable
     void leave(Item& item);
     void leave_undoably(Item& item);
     void add_comp_name(Comp& comp);
@@ -121,13 +121,13 @@ class Project {
     UndoJournal undo_{&rules_};
     std::vector<std::unique_ptr<Item>> owned_items_;
     Item* root_ = nullptr;
-    Item* solids_folder_ = nullptr;  // the one found or made last
-    ById<Item> items_by_id_;         // dead ones too
+    Item* solids_folder_ = nullptr;  // the last one found or created
+    ById<Item> items_by_id_;         // including dead ones
     ById<Layer> layers_by_id_;
     std::unordered_map<std::string, std::map<ItemId, Comp*>, NameHash, std::equal_to<>> comps_by_name_;
-    std::unordered_map<std::string, int, NameHash, std::equal_to<>> deleted_comp_names_;  // how many of each
+    std::unordered_map<std::string, int, NameHash, std::equal_to<>> deleted_comp_names_;  // count by name
     std::vector<std::shared_ptr<const EffectKind>> effect_kinds_;
-    std::vector<std::unique_ptr<Effect>> retired_effects_;  // taken back by undo; handles may still mean them
+    std::vector<std::unique_ptr<Effect>> retired_effects_;  // removed by undo; handles may still refer to them
     std::unique_ptr<ExpressionIndex> expressions_;
     std::unique_ptr<LayerParameterIndex> layer_parameters_;
     std::unique_ptr<StillData> still_data_;

@@ -1,4 +1,4 @@
-// A balanced sequence of pointers in which every element finds its own place, and marked ones are found quickly.
+// A balanced sequence of pointers whose elements know their position and can be marked.
 #pragma once
 
 #include <cstdint>
@@ -7,9 +7,9 @@
 
 namespace host::model {
 
-// A treap over positions with parent links: insert, erase, move, lookup by position and position of an element take
-// logarithmic time. Priorities come from a fixed generator, so the same calls build the same tree. Owns its nodes, not
-// the elements. Positions out of range are the caller's mistake.
+// A treap with parent links: insert, erase, move, lookup by position and position of an element take logarithmic time.
+// Priorities come from a fixed generator, so the same calls build the same tree. Owns its nodes, not the elements.
+// Positions must be in range.
 template <class T>
 class Sequence {
   public:
@@ -64,7 +64,7 @@ class Sequence {
         }
         return index;
     }
-    // The element after, null at the end.
+    // The next element, null at the end.
     static T* next(const Node* node) {
         const Node* after = successor(node);
         return after != nullptr ? after->value : nullptr;
@@ -92,13 +92,13 @@ class Sequence {
         return all;
     }
 
-    // Marks: a subset of the elements, kept while they move and lost when they are erased.
+    // Marks move with their elements and are lost when these are erased.
     void mark(Node* node, bool marked) {
         if (node->marked == marked) return;
         node->marked = marked;
         for (Node* at = node; at != nullptr; at = at->parent) at->marks += marked ? 1 : -1;
     }
-    // The marked element with the lowest position, null if none; logarithmic.
+    // The first marked element, null if none; logarithmic.
     T* first_marked() const {
         Node* node = root_;
         if (marks_of(node) == 0) return nullptr;
@@ -145,7 +145,7 @@ class Sequence {
         }
         if (new_child != nullptr) new_child->parent = parent;
     }
-    // Lifts a node above its parent.
+    // Rotates a node above its parent.
     void lift(Node* node) {
         Node* parent = node->parent;
         replace_child(parent->parent, parent, node);

@@ -1,4 +1,4 @@
-// Time inside the model: whole ticks, so that adding and comparing are exact.
+// Time in whole ticks, so that arithmetic is exact.
 #pragma once
 
 #include <compare>
@@ -6,8 +6,8 @@
 
 namespace host::model {
 
-// Ticks per second. Whole for 23.976, 24, 25, 29.97, 30, 48, 50, 59.94 and 60 frames a second, and three hours either
-// way fit 32 bits, the width in which plug-ins receive times.
+// Divisible by 23.976, 24, 25, 29.97, 30, 48, 50, 59.94 and 60 frames per second; three hours either way fit into 32
+// bits, the width in which plug-ins receive times.
 inline constexpr std::int64_t kTicksPerSecond = 120'000;
 
 // A point in time or a duration, in ticks.

@@ -1,4 +1,4 @@
-// Undo as a journal of inverse steps: cost follows the change, not the project.
+// Undo as a journal of inverse steps, so the cost depends on the change, not on the project.
 #pragma once
 
 #include <cstdint>
@@ -13,18 +13,18 @@ struct HostRules;
 
 class UndoJournal {
   public:
-    // The rules say whether a group without changes counts as a step; without rules it does not.
+    // The rules say whether an empty group counts as a step; without rules it does not.
     explicit UndoJournal(const HostRules* rules = nullptr) : rules_(rules) {}
     UndoJournal(const UndoJournal&) = delete;
 
-    // Groups nest; an inner group joins the outer one and its name is ignored.
+    // Groups nest; an inner group becomes part of the outer one, and its name is ignored.
     void begin_group(std::string name);
     void end_group();  // throws not_allowed when none is open
     int open_groups() const { return depth_; }
-    // Closes every open group; returns how many there were. The edits stay, as one step.
+    // Closes all open groups and returns how many there were. Their changes remain, as one step.
     int close_all_groups();
 
-    // Notes how to take a change back. Outside a group each note is a step of its own. Ignored while undoing.
+    // Records how to undo a change. Outside a group each record is a step. Ignored while undoing.
     template <class Inverse>
     void note(Inverse inverse) {
         if (undoing_) return;
@@ -32,27 +32,26 @@ class UndoJournal {
         if (keeps_history_) keep(std::move(inverse));
     }
 
-    // The same for a change that makes no step: outside a group, or in one that has nothing else, it joins the newest
-    // step, and is forgotten when there is none.
+    // The same for a change that does not make a step: outside a group, or in an otherwise empty one, it joins the
+    // newest step, if there is one.
     template <class Inverse>
     void note_beside(Inverse inverse) {
         if (undoing_ || (depth_ == 0 && steps_.empty())) return;
         if (keeps_history_) keep(std::move(inverse));
     }
 
-    // A number that changes whenever a new undoable step begins: who has noted its whole old state under this number
-    // need not do so again. Never 0. Outside groups it changes with every call.
+    // A number that changes with every new step, so that an object records its old state once per step. Never 0.
+    // Outside groups it changes with every call.
     std::uint64_t step_for_snapshot();
 
     const std::vector<std::string>& step_names() const { return names_; }  // oldest first; "" for single edits
     bool can_undo() const { return !steps_.empty(); }
-    void undo();  // takes the newest step back; throws not_allowed when there is none or a group is open
+    void undo();  // undoes the newest step; throws not_allowed if there is none or a group is open
     void undo_all();
-    // Forgets every step: what stands now is the beginning. For readers, once a project is built. Throws not_allowed
-    // while a group is open.
+    // Drops all steps. For readers, once a project is built. Throws not_allowed while a group is open.
     void clear();
-    // For who will never go back: from now on steps are only named, and what they noted is not kept, nor are the steps
-    // so far. Throws not_allowed while a group is open.
+    // For callers that never undo: drops all steps, and from now on keeps only the names of steps. Throws not_allowed
+    // while a group is open.
     void keep_no_history();
 
   private:
@@ -62,7 +61,7 @@ class UndoJournal {
     void open(std::string name);
     void close(bool keep_if_empty);
     void note_change();
-    void keep(std::function<void()> inverse);  // in the open step, else in the newest
+    void keep(std::function<void()> inverse);  // in the open step, or the newest
 
     const HostRules* rules_;
     int depth_ = 0;
@@ -71,13 +70,13 @@ class UndoJournal {
     std::uint64_t step_number_ = 1;
     std::string open_name_;
     Step open_;
-    bool open_has_changes_ = false;  // of its own, not only beside
+    bool open_has_changes_ = false;  // not only ones that make no step
     std::vector<std::string> names_;
     std::vector<Step> steps_;  // as many as names, or none without history
 };
 
-// Makes one step of all that a single operation notes; inside a group it joins that group. Leaves no step if nothing
-// was noted.
+// Combines everything that one operation records into one step, or into the open group. Makes no step if nothing was
+// recorded.
 class UndoScope {
   public:
     explicit UndoScope(UndoJournal& journal) : journal_(journal) { journal_.open({}); }

@@ -1,4 +1,4 @@
-// What a stream holds at a time, and keyframes.
+// Values of streams, and keyframes.
 #pragma once
 
 #include <array>
@@ -8,7 +8,7 @@
 
 namespace host::model {
 
-// In the numbers that the C interface uses for them.
+// Numbered as in the C interface.
 enum class StreamType {
     no_data = 0,
     three_d_spatial = 1,
@@ -28,11 +28,11 @@ enum class StreamType {
 constexpr bool is_spatial(StreamType t) {
     return t == StreamType::three_d_spatial || t == StreamType::two_d_spatial;
 }
-int value_dimensions(StreamType t);     // numbers in a Value: 0 to 4
-int temporal_dimensions(StreamType t);  // eases per side of a keyframe: spatial 1, 2D 2, 3D 3, no data 0, all else 1
+int value_dimensions(StreamType t);     // numbers used in a Value: 0 to 4
+int temporal_dimensions(StreamType t);  // eases per side of a keyframe: spatial 1, 2D 2, 3D 3, no data 0, else 1
 
-// Up to four numbers; which count is the stream type's business. Units: pixels, percent, degrees, seconds (time remap);
-// colours are red, green, blue, alpha in 0..1; a layer id or mask id stands in n[0], 0 for none.
+// Up to four numbers, depending on the stream type. Units: pixels, percent, degrees, seconds (time remap); colours are
+// red, green, blue, alpha in 0..1; a layer or mask id is in n[0], 0 for none.
 struct Value {
     std::array<double, 4> n{};
     friend bool operator==(const Value&, const Value&) = default;
@@ -56,7 +56,8 @@ struct Ease {
 };
 
 struct Keyframe {
-    Time time;  // composition time minus the layer's offset, stretch not taken out: moving the layer leaves it alone
+    Time time;  // composition time minus the layer's offset, not divided by stretch; does not change when the layer
+                // moves
     Value value;
     Interpolation in = Interpolation::linear;
     Interpolation out = Interpolation::linear;

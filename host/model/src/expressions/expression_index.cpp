@@ -1,5 +1,5 @@
-// The index over expressions.
-#include "expression_index.h"
+// The index of names in expressions.
+#include "expressions/expression_index.h"
 
 #include <algorithm>
 
@@ -70,9 +70,9 @@ void ExpressionIndex::take_out(Stream& stream) {
     const auto known = references_.find(&stream);
     for (const LayerReference& reference : known->second) {
         if (reference.comp_end == 0) {
-            at_home_[reference.layer][stream.owner().comp().id()].erase(&stream);
+            local_[reference.layer][stream.owner().comp().id()].erase(&stream);
         } else {
-            abroad_[reference.layer][reference.comp].erase(&stream);
+            remote_[reference.layer][reference.comp].erase(&stream);
             by_comp_name_[reference.comp].erase(&stream);
         }
     }
@@ -85,9 +85,9 @@ void ExpressionIndex::take_in(Stream& stream) {
     if (references.empty()) return;
     for (const LayerReference& reference : references) {
         if (reference.comp_end == 0) {
-            at_home_[reference.layer][stream.owner().comp().id()].insert(&stream);
+            local_[reference.layer][stream.owner().comp().id()].insert(&stream);
         } else {
-            abroad_[reference.layer][reference.comp].insert(&stream);
+            remote_[reference.layer][reference.comp].insert(&stream);
             by_comp_name_[reference.comp].insert(&stream);
         }
     }
@@ -113,11 +113,11 @@ void ExpressionIndex::settle() {
 std::vector<Stream*> ExpressionIndex::streams_naming(const Comp& comp, const std::string& name) {
     settle();
     std::vector<Stream*> found;
-    if (const auto* homes = entry(at_home_, name)) {
-        if (const auto* streams = entry(*homes, comp.id())) add_living(found, *streams);
+    if (const auto* by_comp = entry(local_, name)) {
+        if (const auto* streams = entry(*by_comp, comp.id())) add_living(found, *streams);
     }
     if (project_.comp_named(comp.name()) == &comp) {
-        if (const auto* comps = entry(abroad_, name)) {
+        if (const auto* comps = entry(remote_, name)) {
             if (const auto* streams = entry(*comps, comp.name())) add_living(found, *streams);
         }
     }
@@ -136,14 +136,14 @@ std::vector<Stream*> ExpressionIndex::streams_naming_comp(const std::string& com
 std::vector<Stream*> ExpressionIndex::broken_streams_naming(const std::string& name) {
     settle();
     std::vector<Stream*> found;
-    if (const auto* homes = entry(at_home_, name)) {
-        for (const auto& [comp_id, streams] : *homes) {
+    if (const auto* by_comp = entry(local_, name)) {
+        for (const auto& [comp_id, streams] : *by_comp) {
             if (streams.empty()) continue;
             const Comp& comp = (*streams.begin())->owner().comp();
             if (comp.is_alive() && comp.layer_named(name) == nullptr) add_living(found, streams);
         }
     }
-    if (const auto* comps = entry(abroad_, name)) {
+    if (const auto* comps = entry(remote_, name)) {
         for (const auto& [comp_name, streams] : *comps) {
             const Comp* comp = project_.comp_named(comp_name);
             if (comp != nullptr && comp->layer_named(name) == nullptr) add_living(found, streams);

@@ -1,4 +1,4 @@
-// Which streams name which layers in their expressions, so that a rename finds them without a walk.
+// Which streams name which layers in their expressions, so that a rename finds them without a search.
 #pragma once
 
 #include <cstdint>
@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "model/expression_text.h"
-#include "stream_order.h"
+#include "streams/stream_order.h"
 
 namespace host::model {
 
@@ -19,33 +19,32 @@ class Layer;
 class Project;
 class Stream;
 
-// Whether the expression, on a stream of `layer`, names a layer that does not exist where it says, or a composition
-// that has been deleted. Compositions that the project never had are no proof: files lose their names.
+// Whether the expression, on a stream of `layer`, names a missing layer or a deleted composition. Compositions that
+// never existed do not count: files lose their names.
 bool names_missing_layer(const Layer& layer, std::string_view expression);
 
-// Filled when first asked: until then it only remembers who has to be looked at.
+// Filled on demand: until then it only records which layers and streams to look at.
 class ExpressionIndex {
   public:
     explicit ExpressionIndex(Project& project) : project_(project) {}
     ExpressionIndex(const ExpressionIndex&) = delete;
 
-    void await(Layer& layer);    // a living layer whose unread content has expressions
-    void touch(Stream& stream);  // an attached stream whose expression came, went or changed
+    void await(Layer& layer);    // a live layer whose content is not loaded and has expressions
+    void touch(Stream& stream);  // an attached stream whose expression was added, removed or changed
     void forget(Stream& stream);
-    void set_failed(Stream& stream, bool failed);  // keeps the list of those; the stream's mark is its own
+    void set_failed(Stream& stream, bool failed);  // updates only the list here
 
-    // Streams of living layers whose expressions name `name` in the composition and mean its topmost layer of that
-    // name.
+    // Live streams whose expressions refer to the composition's topmost layer called `name`.
     std::vector<Stream*> streams_naming(const Comp& comp, const std::string& name);
     std::vector<Stream*> streams_naming_comp(const std::string& comp_name);
-    // Streams of living layers with broken expressions that might work if `name` were replaced.
+    // Live streams whose broken expressions might work if `name` were replaced.
     std::vector<Stream*> broken_streams_naming(const std::string& name);
 
-    // Rules under which a broken expression stays disabled: looks at what has changed since, before names change again.
+    // Under rules where broken expressions stay disabled: checks what has changed, before names change again.
     void note_failures();
-    // The same, for expressions that named a layer which is there no more.
+    // The same, for expressions that named a layer now missing.
     void note_failures_after_loss(const Comp& comp, const std::string& name);
-    // The same, for expressions that named a composition which is there no more.
+    // The same, for expressions that named a composition now missing.
     void note_failures_after_comp_loss(const std::string& comp_name);
 
   private:
@@ -58,9 +57,9 @@ class ExpressionIndex {
     std::vector<Layer*> awaited_;
     Streams touched_;
     std::unordered_map<const Stream*, std::vector<LayerReference>> references_;
-    // By name of the layer, then by the composition of the expression, or by the composition it names.
-    std::unordered_map<std::string, std::map<std::int32_t, Streams>> at_home_;
-    std::unordered_map<std::string, std::map<std::string, Streams>> abroad_;
+    // By layer name, then by the expression's composition (local), or the composition it names (remote).
+    std::unordered_map<std::string, std::map<std::int32_t, Streams>> local_;
+    std::unordered_map<std::string, std::map<std::string, Streams>> remote_;
     std::unordered_map<std::string, Streams> by_comp_name_;
     Streams failed_;
 };

@@ -1,5 +1,5 @@
-// Rewriting the names that expressions quote.
-#include "expression_rewrite.h"
+// Rewrites names in expressions.
+#include "expressions/expression_rewrite.h"
 
 #include "model/expression_text.h"
 #include "model/project.h"
@@ -9,7 +9,7 @@ namespace {
 
 using Range = std::pair<std::size_t, std::size_t>;
 
-// Ranges are literals, ascending.
+// Replaces the literals at `ranges`, which ascend, by `name`.
 std::string with_literals(std::string_view text, const std::vector<Range>& ranges, std::string_view name) {
     std::string result;
     std::size_t done = 0;

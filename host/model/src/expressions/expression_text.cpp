@@ -1,4 +1,4 @@
-// Layer references in expression source, found by the shape of the tokens around a literal name.
+// Finds layer references by the tokens around a literal name.
 #include "model/expression_text.h"
 
 #include "model/expression_tokens.h"
@@ -9,7 +9,7 @@ namespace {
 class Finder {
   public:
     explicit Finder(const std::vector<ExpressionToken>& tokens)
-        : tokens_(tokens), layer_is_ours_(is_redefined("layer")), comp_is_ours_(is_redefined("comp")) {}
+        : tokens_(tokens), layer_is_redefined_(is_redefined("layer")), comp_is_redefined_(is_redefined("comp")) {}
 
     std::vector<LayerReference> run() const {
         std::vector<LayerReference> found;
@@ -18,7 +18,7 @@ class Finder {
             const ExpressionToken& name = tokens_[i + 2];
             LayerReference reference{{}, name.text, name.begin, name.end};
             if (!is_mark(i, -1, ".")) {
-                if (layer_is_ours_) continue;
+                if (layer_is_redefined_) continue;
             } else if (is_own_comp(i)) {
                 // names a layer of the expression's own composition
             } else if (const ExpressionToken* comp = named_comp(i)) {
@@ -51,8 +51,8 @@ class Finder {
                is_mark(i, 3, ")");
     }
 
-    // A built-in function's name that stands for something of the text's own: declared, assigned or passed on. As a
-    // member of something (after a dot) it is not that name.
+    // Whether the expression declares, assigns or passes on a name of its own like this built-in function's. Members
+    // (after a dot) do not count.
     bool is_redefined(std::string_view name) const {
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
             if (!is_word(i, name) || is_mark(i, -1, ".")) continue;
@@ -61,7 +61,7 @@ class Finder {
         return false;
     }
 
-    // thisComp . layer, where thisComp is nobody's member and not assigned to anywhere
+    // thisComp . layer, where thisComp is not a member and never assigned to
     bool is_own_comp(std::size_t i) const {
         if (!is(i, -2, ExpressionTokenKind::word, "thisComp") || is_mark(i, -3, ".")) return false;
         for (std::size_t j = 0; j < tokens_.size(); ++j) {
@@ -72,18 +72,18 @@ class Finder {
 
     // comp ( "literal" ) . layer
     const ExpressionToken* named_comp(std::size_t i) const {
-        if (i < 5 || comp_is_ours_) return nullptr;
+        if (i < 5 || comp_is_redefined_) return nullptr;
         const std::size_t comp = i - 5;
         if (!is_word(comp, "comp") || is_mark(comp, -1, ".") || !is_call_with_literal(comp)) return nullptr;
         return &tokens_[comp + 2];
     }
 
     const std::vector<ExpressionToken>& tokens_;
-    bool layer_is_ours_;
-    bool comp_is_ours_;
+    bool layer_is_redefined_;
+    bool comp_is_redefined_;
 };
 
-// Bytes of the line separators U+2028 and U+2029 in UTF-8, which older engines do not take inside quotes.
+// U+2028 and U+2029 in UTF-8, which older engines do not accept inside quotes.
 constexpr std::string_view kLineSeparator = "\xe2\x80\xa8";
 constexpr std::string_view kParagraphSeparator = "\xe2\x80\xa9";
 

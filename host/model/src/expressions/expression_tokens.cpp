@@ -1,5 +1,4 @@
-// The tokens of expression source: enough of the language to tell code from comments, strings, templates and regular
-// expressions.
+// Tokenizes expressions: enough of the language to tell code from comments, strings, templates and regular expressions.
 #include "model/expression_tokens.h"
 
 #include <array>
@@ -113,7 +112,7 @@ class Lexer {
         add(complete ? ExpressionTokenKind::string : ExpressionTokenKind::other_text, begin, std::move(value));
     }
 
-    // From a back quote, or from the brace that ends a substitution, to the next substitution or the end.
+    // From a backquote, or the brace that ends a substitution, to the next substitution or the end.
     void template_piece(std::size_t begin) {
         const bool is_start = source_[at_++] == '`';
         std::string value;
@@ -242,7 +241,7 @@ class Lexer {
         host::base::append_utf8(value, *code);
     }
 
-    // A slash divides after an operand and starts a regular expression elsewhere.
+    // After an operand a slash is division; elsewhere it starts a regular expression.
     bool regex_may_start() const {
         if (tokens_.empty()) return true;
         const ExpressionToken& last = tokens_.back();
@@ -264,7 +263,7 @@ class Lexer {
         return false;
     }
 
-    // Takes a regular expression that ends on its line; else takes nothing.
+    // Consumes a regular expression if it ends on its line.
     bool regex() {
         bool in_class = false;
         for (std::size_t i = at_ + 1; i < source_.size(); ++i) {

@@ -1,10 +1,10 @@
-// Layers: identity, names, switches, whole-layer changes, undo of all that is no stream.
+// Layers: identity, names, switches, removal and moves, undo of everything but streams.
 #include "model/layer.h"
 
-#include "expression_index.h"
-#include "expression_rewrite.h"
-#include "layer_names.h"
-#include "layer_parameter_index.h"
+#include "expressions/expression_index.h"
+#include "expressions/expression_rewrite.h"
+#include "layers/layer_names.h"
+#include "layers/layer_parameter_index.h"
 #include "model/comp.h"
 #include "model/error.h"
 #include "model/project.h"
@@ -30,7 +30,7 @@ const Layer::Extras& Layer::extras() const {
     return extras_ != nullptr ? *extras_ : kNone;
 }
 
-Layer::Extras& Layer::made_extras() {
+Layer::Extras& Layer::mutable_extras() {
     if (extras_ == nullptr) extras_ = std::make_unique<Extras>();
     return *extras_;
 }
@@ -124,7 +124,7 @@ void Layer::set_flag(LayerFlag flag, bool on) {
     const bool has_no_dimensions_to_choose = kind_ == LayerKind::camera || kind_ == LayerKind::light;
     if (has_flag(flag) == on || (flag == kIs3D && has_no_dimensions_to_choose)) return;
     const UndoScope scope(project().undo());
-    // Either way: what a flat layer keeps of it, unseen, must not come to light.
+    // In both directions: what a 2D layer keeps hidden must not reappear.
     if (flag == kIs3D) drop_third_dimension();
     State& state = writable_state();
     state.flags = on ? state.flags | flag : state.flags & ~std::uint32_t{flag};
@@ -132,13 +132,13 @@ void Layer::set_flag(LayerFlag flag, bool on) {
 
 // Whole-layer changes
 
-// What refers to the layer lets go of it.
+// Removes all references to the layer.
 void Layer::release_dependents() {
     const Parenting parenting =
         project().rules().deleting_a_parent_compensates ? Parenting::keep_place : Parenting::keep_local_values;
     const std::vector<Layer*> children = this->children();
     if (parenting == Parenting::keep_place && !children.empty()) {
-        // Reading streams can fail, so it comes before any change.
+        // Loading can fail, so it comes before any change.
         for (Layer* child : children) child->ensure_loaded();
         for (Layer* above = this; above != nullptr; above = above->parent()) above->ensure_loaded();
     }

@@ -1,4 +1,4 @@
-// Layers: parents, mattes, sources, with the lists that lead back.
+// Layers: parents, mattes and sources, and the lists of their users.
 #include "model/comp.h"
 #include "model/error.h"
 #include "model/layer.h"
@@ -7,34 +7,34 @@
 
 namespace host::model {
 
-void Layer::link(std::vector<Layer*>& list, Layer& layer, Place place) {
-    layer.*place = static_cast<std::uint32_t>(list.size());
+void Layer::link(std::vector<Layer*>& list, Layer& layer, ListPosition position) {
+    layer.*position = static_cast<std::uint32_t>(list.size());
     list.push_back(&layer);
 }
 
-// The last one takes the place.
-void Layer::unlink(std::vector<Layer*>& list, Layer& layer, Place place) {
+// Moves the last element into the gap.
+void Layer::unlink(std::vector<Layer*>& list, Layer& layer, ListPosition position) {
     Layer* last = list.back();
-    list[layer.*place] = last;
-    last->*place = layer.*place;
+    list[layer.*position] = last;
+    last->*position = layer.*position;
     list.pop_back();
 }
 
 void Layer::change_parent(Layer* parent) {
     if (parent == state_.parent) return;
     if (state_.parent != nullptr && alive_)
-        unlink(state_.parent->made_extras().children, *this, &Layer::place_in_children_);
+        unlink(state_.parent->mutable_extras().children, *this, &Layer::place_in_children_);
     state_.parent = parent;
-    if (parent != nullptr && alive_) link(parent->made_extras().children, *this, &Layer::place_in_children_);
+    if (parent != nullptr && alive_) link(parent->mutable_extras().children, *this, &Layer::place_in_children_);
 }
 
 void Layer::change_matte(Layer* matte, MatteType type) {
     state_.matte_type = type;
     if (matte == state_.matte) return;
     if (state_.matte != nullptr && alive_)
-        unlink(state_.matte->made_extras().matte_users, *this, &Layer::place_in_matte_users_);
+        unlink(state_.matte->mutable_extras().matte_users, *this, &Layer::place_in_matte_users_);
     state_.matte = matte;
-    if (matte != nullptr && alive_) link(matte->made_extras().matte_users, *this, &Layer::place_in_matte_users_);
+    if (matte != nullptr && alive_) link(matte->mutable_extras().matte_users, *this, &Layer::place_in_matte_users_);
 }
 
 void Layer::link_to_source() {

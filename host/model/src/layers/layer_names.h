@@ -10,8 +10,7 @@
 
 namespace host::model {
 
-// Every layer of the stack must be in it; a layer has to be removed before its name or its place changes and added
-// after.
+// Contains every layer of the stack. Remove a layer before its name or position changes, and add it again afterwards.
 class LayerNames {
   public:
     explicit LayerNames(const LayerStack& stack) {

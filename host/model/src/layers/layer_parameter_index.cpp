@@ -1,5 +1,5 @@
-// The index over effect parameters that name layers.
-#include "layer_parameter_index.h"
+// The index of effect parameters that name layers.
+#include "layers/layer_parameter_index.h"
 
 #include <algorithm>
 

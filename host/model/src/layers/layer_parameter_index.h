@@ -1,4 +1,4 @@
-// Which effect parameters name which layers, so that a deletion finds them without a walk.
+// Which effect parameters name which layers, so that a deletion finds them without a search.
 #pragma once
 
 #include <limits>
@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "model/layer.h"
-#include "stream_order.h"
+#include "streams/stream_order.h"
 
 namespace host::model {
 
@@ -19,7 +19,7 @@ class LayerParameterIndex {
 
     void touch(Stream& stream);  // an attached stream of the layer-id type, new or changed
     void forget(Stream& stream);
-    // Parameters, of living layers, that name the layer at any time; without those nobody has loaded yet.
+    // Parameters of live layers that name the layer at any time; not those that are not loaded.
     std::vector<Stream*> streams_naming(LayerId id) const;
 
   private:
@@ -27,13 +27,13 @@ class LayerParameterIndex {
     std::unordered_map<LayerId, std::set<Stream*, StreamOrder>> users_of_;
 };
 
-// The layer that a parameter's value names, 0 for none. Files may hold any number.
+// The layer that a parameter's value names; 0 for none. Files may contain any number.
 inline LayerId layer_named_by(const Value& value) {
     const double id = value.n[0];
     return id >= 1 && id <= std::numeric_limits<LayerId>::max() ? static_cast<LayerId>(id) : 0;
 }
 
-// Maps every layer id that the stream's data holds; the same data if none changes.
+// Maps all layer ids in the data; returns the same data if none changes.
 template <class Map>
 std::shared_ptr<const StreamData> with_mapped_layers(const std::shared_ptr<const StreamData>& data, Map map) {
     auto mapped = std::make_shared<StreamData>(*data);

@@ -1,19 +1,19 @@
-// Layers: streams and effects, read from the layer's content when first asked for.
+// Layers: streams and effects, loaded on demand.
 #include <algorithm>
 
-#include "expression_index.h"
-#include "interpolation.h"
-#include "layer_parameter_index.h"
+#include "expressions/expression_index.h"
+#include "layers/layer_parameter_index.h"
 #include "model/comp.h"
 #include "model/error.h"
 #include "model/layer.h"
 #include "model/project.h"
-#include "stream_kinds.h"
+#include "streams/interpolation.h"
+#include "streams/stream_kinds.h"
 
 namespace host::model {
 namespace {
 
-// That a file gives a layer: the transform of one that is flat.
+// Streams of a layer from a file: the transform of a 2D layer.
 constexpr std::size_t kUsualStreams = 5;
 
 }  // namespace
@@ -57,7 +57,7 @@ void Layer::attach_all() {
     for (const auto& stream : extras().other_streams) attach(*stream);
 }
 
-// While the layer loads, or is not in its composition yet, streams wait for attach_all().
+// Streams of a layer that is loading are attached later, by attach_all().
 void Layer::attach(Stream& stream) {
     if (loading_ || stream.attached_) return;
     stream.attached_ = true;
@@ -86,21 +86,21 @@ void Layer::load_stream(int number, std::shared_ptr<const StreamData> data, bool
         detach(*place->stream);
     }
     *place = {number, separated, std::move(data)};
-    if (!place->loaded->expression.empty()) made(*place);  // which the indexes have to know
+    if (!place->loaded->expression.empty()) created(*place);  // the indexes need it
 }
 
 void Layer::load_effect(std::unique_ptr<Effect> effect) {
     for (const auto& parameter : effect->parameters_) parameter->mark_loaded();
-    made_extras().effects.push_back(std::move(effect));
+    mutable_extras().effects.push_back(std::move(effect));
     if (!loading_) attach_all();
 }
 
 Stream& Layer::load_other_stream(std::string name, std::shared_ptr<const StreamData> data) {
     auto stream = std::make_unique<Stream>(*this, StreamType::arbitrary, std::move(name), std::move(data));
     stream->mark_loaded();
-    made_extras().other_streams.push_back(std::move(stream));
-    attach(*made_extras().other_streams.back());
-    return *made_extras().other_streams.back();
+    mutable_extras().other_streams.push_back(std::move(stream));
+    attach(*mutable_extras().other_streams.back());
+    return *mutable_extras().other_streams.back();
 }
 
 void Layer::copy_content(const Layer& original) {
@@ -113,9 +113,9 @@ void Layer::copy_content(const Layer& original) {
         if (numbered.stream != nullptr) streams_.back().stream = std::make_unique<Stream>(*this, *numbered.stream);
     }
     for (const auto& effect : original.extras().effects)
-        made_extras().effects.push_back(std::make_unique<Effect>(*this, *effect));
+        mutable_extras().effects.push_back(std::make_unique<Effect>(*this, *effect));
     for (const auto& stream : original.extras().other_streams) {
-        made_extras().other_streams.push_back(std::make_unique<Stream>(*this, *stream));
+        mutable_extras().other_streams.push_back(std::make_unique<Stream>(*this, *stream));
     }
 }
 
@@ -158,7 +158,7 @@ Layer::NumberedStream& Layer::numbered_stream(int number) {
     return streams_.back();
 }
 
-Stream& Layer::made(NumberedStream& numbered) {
+Stream& Layer::created(NumberedStream& numbered) {
     if (numbered.stream == nullptr) {
         const StreamKind& kind = stream_kind(numbered.number);
         numbered.stream = std::make_unique<Stream>(*this, kind.type, kind.name, std::move(numbered.loaded));
@@ -170,7 +170,7 @@ Stream& Layer::made(NumberedStream& numbered) {
 }
 
 Stream& Layer::stream(int number) {
-    return made(numbered_stream(number));
+    return created(numbered_stream(number));
 }
 
 Value Layer::stream_value(int number, Time t) {
@@ -189,7 +189,7 @@ std::vector<Stream*> Layer::expression_streams() {
     const auto add = [&all](Stream& stream) {
         if (stream.can_vary_over_time()) all.push_back(&stream);
     };
-    for (NumberedStream& numbered : streams_) add(made(numbered));
+    for (NumberedStream& numbered : streams_) add(created(numbered));
     for (const auto& effect : extras().effects) {
         for (const auto& parameter : effect->parameters_) add(*parameter);
     }
@@ -197,7 +197,7 @@ std::vector<Stream*> Layer::expression_streams() {
     return all;
 }
 
-// A 2D layer lies in the plane: no depth, turned about one axis only.
+// A 2D layer has no depth and rotates about one axis only.
 void Layer::drop_third_dimension() {
     ensure_loaded();
     for (NumberedStream& numbered : streams_) {
@@ -216,16 +216,16 @@ void Layer::drop_third_dimension() {
                     keyframe.tangent_out.n[2] = 0;
                 });
                 if (value != data.static_value || keyframes != data.keyframes) {
-                    made(numbered).replace(value, keyframes);
+                    created(numbered).replace(value, keyframes);
                 }
                 break;
             }
             case kRotateX:
             case kRotateY:
             case kOrientation:
-                if (!data.expression.empty()) made(numbered).replace_expression_text({});
+                if (!data.expression.empty()) created(numbered).replace_expression_text({});
                 if (!numbered.data().keyframes.empty() || numbered.data().static_value != Value{}) {
-                    made(numbered).replace({}, {});
+                    created(numbered).replace({}, {});
                 }
                 break;
             default:
@@ -262,16 +262,16 @@ Effect& Layer::apply_effect(int kind_key) {
     };
     std::string name = kind->display_name;
     for (int number = 2; is_taken(name); ++number) name = kind->display_name + " " + std::to_string(number);
-    made_extras().effects.push_back(std::make_unique<Effect>(*this, std::move(kind), std::move(name)));
+    mutable_extras().effects.push_back(std::make_unique<Effect>(*this, std::move(kind), std::move(name)));
     attach_all();
     note_change();
     project().undo().note([this] {
         note_change();
-        for (const auto& parameter : made_extras().effects.back()->parameters_) detach(*parameter);
-        project().retired_effects_.push_back(std::move(made_extras().effects.back()));
-        made_extras().effects.pop_back();
+        for (const auto& parameter : mutable_extras().effects.back()->parameters_) detach(*parameter);
+        project().retired_effects_.push_back(std::move(mutable_extras().effects.back()));
+        mutable_extras().effects.pop_back();
     });
-    return *made_extras().effects.back();
+    return *mutable_extras().effects.back();
 }
 
 }  // namespace host::model

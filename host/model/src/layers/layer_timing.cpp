@@ -15,8 +15,8 @@ Time scaled(Time t, double factor) {
     return {std::llround(static_cast<double>(t.ticks) * factor)};
 }
 
-// How long a layer's source lasts, if that limits the layer. Stills and what is made of nothing last for ever, and time
-// remapping frees a layer from its source's clock.
+// The duration of a layer's source, if it limits the layer. Stills and layers without a source are unlimited, as are
+// layers with time remapping.
 std::optional<Time> limiting_duration(const Layer& layer) {
     Item* source = layer.source();
     if (source == nullptr || layer.has_flag(kTimeRemap)) return std::nullopt;

@@ -1,5 +1,5 @@
 // Affine transforms.
-#include "matrix.h"
+#include "layers/matrix.h"
 
 #include <cmath>
 #include <numbers>
@@ -90,7 +90,7 @@ Affine3D transposed(const Affine3D& m) {
 
 std::optional<Affine3D> inverse(const Affine3D& m) {
     const double det = determinant(m);
-    double volume = 1;  // of the axes if they stood square: a small transform is not a flat one
+    double volume = 1;  // if the axes were perpendicular: a small transform is not singular
     for (std::size_t c = 0; c < 3; ++c) volume *= std::hypot(m(0, c), m(1, c), m(2, c));
     if (!(std::abs(det) > 1e-12 * volume)) return std::nullopt;
     Affine3D result;
@@ -135,7 +135,7 @@ bool is_identity(const Affine3D& m, double tolerance) {
 Vector3 rotation_angles(const Affine3D& m) {
     const double sine = std::fmin(1, std::fmax(-1, m(0, 2)));
     const double y = std::asin(sine);
-    if (std::abs(sine) > 1 - 1e-12) {  // x and z turn about the same axis
+    if (std::abs(sine) > 1 - 1e-12) {  // gimbal lock: x and z rotate about the same axis
         return {std::atan2(m(2, 1), m(1, 1)) / kDegree, y / kDegree, 0};
     }
     return {std::atan2(-m(1, 2), m(2, 2)) / kDegree, y / kDegree, std::atan2(-m(0, 1), m(0, 0)) / kDegree};

@@ -1,4 +1,4 @@
-// Affine transforms of space, and rotations as angles.
+// Affine transforms in 3D, and rotations as angles.
 #pragma once
 
 #include <array>
@@ -8,7 +8,7 @@ namespace host::model {
 
 using Vector3 = std::array<double, 3>;
 
-// Columns are the images of the axes; column 3 is where the origin goes.
+// Columns are the images of the axes; column 3 is the image of the origin.
 struct Affine3D {
     std::array<std::array<double, 4>, 3> rows = {{{1, 0, 0, 0}, {0, 1, 0, 0}, {0, 0, 1, 0}}};
 
@@ -22,16 +22,16 @@ struct Affine3D {
 };
 
 Affine3D operator*(const Affine3D& a, const Affine3D& b);
-Vector3 image_of(const Affine3D& m, const Vector3& p);            // to a place
-Vector3 image_of_direction(const Affine3D& m, const Vector3& v);  // to a direction
+Vector3 image_of(const Affine3D& m, const Vector3& p);            // of a point
+Vector3 image_of_direction(const Affine3D& m, const Vector3& v);  // of a direction
 double determinant(const Affine3D& m);                            // of the linear part
 Affine3D transposed(const Affine3D& m);                           // of the linear part, without translation
 std::optional<Affine3D> inverse(const Affine3D& m);               // null if singular
-Affine3D flattened(const Affine3D& m);                            // its effect within the plane z = 0, z left alone
+Affine3D flattened(const Affine3D& m);                            // its effect within the plane z = 0
 bool is_identity(const Affine3D& m, double tolerance);
 bool is_linear_identity(const Affine3D& m, double tolerance);
 
-// Degrees for rotation(), of a pure rotation.
+// The angles for rotation(), in degrees, of a pure rotation.
 Vector3 rotation_angles(const Affine3D& m);
 
 // The angle congruent to `degrees` that is nearest to `near`.

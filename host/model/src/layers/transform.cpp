@@ -1,11 +1,11 @@
-// Keeping a layer in place while its parent changes.
+// Keeps a layer in place while its parent changes.
 #include "model/transform.h"
 
 #include <cmath>
 #include <numbers>
 #include <optional>
 
-#include "matrix.h"
+#include "layers/matrix.h"
 #include "model/comp.h"
 #include "model/layer.h"
 
@@ -13,7 +13,7 @@ namespace host::model {
 namespace {
 
 constexpr double kTolerance = 1e-9;
-constexpr double kNearlyNothing = 1e-12;  // a scale that still has a direction, and rounds to nothing
+constexpr double kTinyScale = 1e-12;  // a scale that keeps its direction but rounds to zero
 constexpr double kDegree = std::numbers::pi / 180;
 
 double rounded(double v) {
@@ -32,7 +32,7 @@ struct Pose {
     Vector3 scale = {1, 1, 1};
     double rotation = 0;
     Vector3 orientation{};
-    Vector3 turned{};  // X, Y and Z rotation
+    Vector3 rotations{};  // X, Y and Z rotation
 
     explicit Pose(Layer& layer) {
         const Time now = layer.comp().current_time() - layer.offset();
@@ -43,7 +43,7 @@ struct Pose {
         const auto number = [&](int stream) { return layer.stream_value(stream, now).n[0]; };
         position = point(kPosition);
         rotation = number(kRotation);
-        turned[2] = rotation;
+        rotations[2] = rotation;
         if (!is_camera_or_light(layer)) {
             anchor = point(kAnchorPoint);
             scale = point(kScale);
@@ -51,8 +51,8 @@ struct Pose {
         }
         if (layer.is_3d()) {
             orientation = point(kOrientation);
-            turned[0] = number(kRotateX);
-            turned[1] = number(kRotateY);
+            rotations[0] = number(kRotateX);
+            rotations[1] = number(kRotateY);
         } else {
             anchor[2] = 0;
             position[2] = 0;
@@ -60,21 +60,21 @@ struct Pose {
         }
     }
 
-    Affine3D turn() const { return Affine3D::rotation(orientation) * Affine3D::rotation(turned); }
+    Affine3D turn() const { return Affine3D::rotation(orientation) * Affine3D::rotation(rotations); }
     Affine3D matrix() const {
         return Affine3D::translation(position) * turn() * Affine3D::scaling(scale) *
                Affine3D::translation({-anchor[0], -anchor[1], -anchor[2]});
     }
 };
 
-// What a layer and all above it do to their children.
+// The combined transform of a layer and its ancestors.
 struct Chain {
     Affine3D matrix;
     double rotation = 0;  // sum of the Z rotations, whole turns included
     double sign = 1;      // of the product of the horizontal scales
     bool has_zeros = false;
 
-    // Scales of nothing count as `zero`.
+    // Scales of zero are replaced by `zero`.
     Chain(Layer* layer, double zero) {
         for (; layer != nullptr; layer = layer->parent()) {
             Pose pose(*layer);
@@ -90,17 +90,17 @@ struct Chain {
     }
 };
 
-// What has to happen to the child's own transform.
+// How to change the child's own transform.
 struct Change {
-    Affine3D matrix;  // of its place
-    Affine3D axes;    // the linear part, nothing in it flat
-    Affine3D orient;  // 3D: put before its orientation
+    Affine3D matrix;  // for positions
+    Affine3D axes;    // the linear part, without zero scales
+    Affine3D orient;  // 3D: applied before its orientation
     double rotation_factor = 1;
     double rotation = 0;  // 2D: degrees added after the factor
     Vector3 scale = {1, 1, 1};
 };
 
-// Rotation and scale of a matrix by its x axis; shear is lost.
+// Rotation and scale of a matrix according to its x axis; shear is lost.
 struct Parts2D {
     double angle;  // degrees
     double sx, sy;
@@ -129,13 +129,13 @@ void find_turn_2d(Change& change, const Pose& child, double rotation_hint, doubl
     const auto own = parts_2d(change.axes, sign);
     if (!own) return;
     if (is_similarity_2d(change.axes)) {
-        // Mirroring turns every rotation round.
+        // Mirroring reverses rotations.
         change.rotation_factor = own->sx * own->sy < 0 ? -1 : 1;
         change.rotation = nearest_turn(own->angle, rotation_hint);
         change.scale = {own->sx, own->sy, 1};
         return;
     }
-    // Exact for the pose of this moment; keyframes all change by the same amount.
+    // Exact at the current time; all keyframes change by the same amount.
     const double sx = child.scale[0] == 0 ? 1 : child.scale[0];
     const double sy = child.scale[1] == 0 ? 1 : child.scale[1];
     const Affine3D wanted = change.axes * Affine3D::rotation({0, 0, child.rotation}) * Affine3D::scaling({sx, sy, 1});
@@ -246,15 +246,15 @@ void resize(Stream& stream, const Vector3& factors) {
 
 void compensate_for_parent(Layer& child, Layer* new_parent) {
     const Chain from(child.parent(), 0);
-    const Chain to(new_parent, 1);  // what is scaled to nothing cannot be taken back
+    const Chain to(new_parent, 1);  // a scale of zero cannot be inverted
     const bool is_3d = child.is_3d();
     const auto seen = [is_3d](const Affine3D& matrix) { return is_3d ? matrix : flattened(matrix); };
     const auto back = inverse(seen(to.matrix));
-    if (!back) return;  // seen edge on, the new parent has no inside
+    if (!back) return;  // the new parent is seen edge-on and cannot be compensated
     Change change;
     change.matrix = *back * seen(from.matrix);
     if (is_identity(change.matrix, kTolerance)) return;
-    change.axes = from.has_zeros ? *back * seen(Chain(child.parent(), kNearlyNothing).matrix) : change.matrix;
+    change.axes = from.has_zeros ? *back * seen(Chain(child.parent(), kTinyScale).matrix) : change.matrix;
 
     const bool turns = !is_linear_identity(change.matrix, kTolerance);
     if (turns) {

@@ -1,5 +1,5 @@
-// Cubic eases in time, and motion along cubic paths by arc length.
-#include "interpolation.h"
+// Cubic eases, and motion along cubic paths by arc length.
+#include "streams/interpolation.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,7 +15,7 @@ double cubic(double u, double p0, double p1, double p2, double p3) {
     return w * w * w * p0 + 3 * w * w * u * p1 + 3 * w * u * u * p2 + u * u * u * p3;
 }
 
-// The curve parameter at which the time coordinate, which runs 0, x1, x2, 1 with x1 and x2 in 0..1, is `share`.
+// The curve parameter at which the time coordinate, with control points 0, x1, x2, 1 (x1 and x2 in 0..1), is `share`.
 double parameter_at(double share, double x1, double x2) {
     double low = 0;
     double high = 1;
@@ -32,16 +32,16 @@ double parameter_at(double share, double x1, double x2) {
     return u;
 }
 
-// One segment in time: its two eases as the handles of a cubic whose coordinates are share of the time and value.
+// One segment: its eases are the handles of a cubic over share of the time and value.
 struct Segment {
     const Keyframe& from;
     const Keyframe& to;
-    double share;  // of the segment's time that has passed
+    double share;  // of the segment's time elapsed
     double seconds;
 
     bool is_linear() const { return from.out != Interpolation::bezier && to.in != Interpolation::bezier; }
 
-    // Goes from `start` to `end`; with `within`, handles do not overshoot that range.
+    // From `start` to `end`; with `within`, handles do not leave that range.
     double ease(std::size_t dimension, double start, double end, bool within) const {
         if (is_linear()) return start + share * (end - start);
         const double out_share = std::clamp(from.ease_out[dimension].influence, 0.0, 1.0);
@@ -61,7 +61,7 @@ struct Segment {
     }
 
   private:
-    // Value of a handle at the end of `length` (share of the time). A handle that would pass the whole range is
+    // The value at the end of a handle of `length` (share of the time). A handle that would leave the range is
     // shortened.
     double handle(double at, double range, double speed, double& length, bool within, double sign) const {
         double rise = speed * length * seconds;
@@ -151,7 +151,7 @@ Value interpolate(StreamType type, const Keyframe& a, const Keyframe& b, Time t)
     const Time whole = b.time - a.time;
     const Segment segment{a, b, seconds(t - a.time) / seconds(whole), seconds(whole)};
     const int dimensions = value_dimensions(type);
-    // One ease for several dimensions acts on the way covered.
+    // One ease for several dimensions applies to the distance along the path.
     if (dimensions > 1 && temporal_dimensions(type) == 1) {
         const Path path(a, b, dimensions);
         return path.at_length(segment.ease(0, 0, path.length(), true));

@@ -1,4 +1,4 @@
-// The value between two keyframes.
+// Values between keyframes.
 #pragma once
 
 #include "model/stream.h"
@@ -9,7 +9,7 @@ namespace host::model {
 // a.time <= t < b.time
 Value interpolate(StreamType type, const Keyframe& a, const Keyframe& b, Time t);
 
-// Of the stream's data, its expression ignored.
+// Ignores the expression.
 Value value_at(const StreamData& data, StreamType type, Time t);
 
 }  // namespace host::model

@@ -1,4 +1,4 @@
-// Setting single fields of a keyframe.
+// Sets fields of a keyframe.
 #include "model/keyframe_edit.h"
 
 namespace host::model {

@@ -9,7 +9,7 @@ namespace {
 
 using Word = std::uint64_t;
 
-// Equal to the bit: a negative zero is kept.
+// Bitwise, so that negative zero is kept.
 bool is_default(double number, double value) {
     return std::bit_cast<Word>(number) == std::bit_cast<Word>(value);
 }
@@ -18,7 +18,7 @@ bool is_default(const Ease& ease) {
     return is_default(ease.speed, Ease{}.speed) && is_default(ease.influence, Ease{}.influence);
 }
 
-// How many elements there are up to the last that is not as it was born.
+// The number of elements up to the last that is not the default.
 std::uint8_t count_of(const Value& value) {
     std::size_t count = value.n.size();
     while (count > 0 && is_default(value.n[count - 1], 0)) --count;
@@ -36,7 +36,7 @@ Word packed_flags(const Keyframe& keyframe) {
     return static_cast<Word>(keyframe.in) | static_cast<Word>(keyframe.out) << 2 | Word{keyframe.flags} << 4;
 }
 
-// Those that a list of this shape keeps, in their order.
+// Visits the numbers that a list of this shape stores, in order.
 template <class Shape, class AnyKeyframe, class Visit>
 void visit_numbers(const Shape& shape, AnyKeyframe& keyframe, Visit visit) {
     for (std::size_t i = 0; i < shape.values; ++i) visit(keyframe.value.n[i]);
@@ -123,7 +123,7 @@ void KeyframeList::set(std::size_t index, const Keyframe& keyframe) {
 void KeyframeList::insert(std::size_t index, const Keyframe& keyframe) {
     make_room_for(keyframe);
     const std::size_t words = shape_.words();
-    // Less than doubling, since most lists are short and stay.
+    // Grows by less than doubling, since most lists stay short.
     if (words_.capacity() < words_.size() + words) words_.reserve(words_.size() + std::max(words, words_.size() / 4));
     words_.insert(words_.begin() + static_cast<std::ptrdiff_t>(index * words), words, 0);
     ++size_;

@@ -1,5 +1,5 @@
-// Data of streams that stand still.
-#include "still_data.h"
+// Shared data of streams without keyframes.
+#include "streams/still_data.h"
 
 #include <bit>
 #include <cstdint>

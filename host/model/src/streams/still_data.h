@@ -1,4 +1,4 @@
-// Data of streams that stand still: they are many, and their values few.
+// Shared data of streams without keyframes, which are many with few different values.
 #pragma once
 
 #include <array>
@@ -8,13 +8,13 @@
 
 namespace host::model {
 
-// Streams that are given the same value get the same data, as long as it was among the values of the last ones.
+// A small cache: streams with the same value share data if the value was used recently.
 class StillData {
   public:
     StillData() = default;
     StillData(const StillData&) = delete;
 
-    // Without keyframes and expression; equal to the bit.
+    // Compares bitwise.
     std::shared_ptr<const StreamData> of(const Value& value);
 
   private:

@@ -3,19 +3,19 @@
 
 #include <algorithm>
 
-#include "expression_index.h"
-#include "interpolation.h"
-#include "layer_parameter_index.h"
+#include "expressions/expression_index.h"
+#include "layers/layer_parameter_index.h"
 #include "model/error.h"
 #include "model/layer.h"
 #include "model/project.h"
+#include "streams/interpolation.h"
 
 namespace host::model {
 namespace {
 
 constexpr std::uint32_t kSpatialFlags = kSpatialContinuous | kSpatialAutoBezier | kRoving;
 
-// A keyframe at a new time: linear, nothing set.
+// A new keyframe: linear, without flags.
 Keyframe plain_keyframe(Time t, const Value& value) {
     Keyframe keyframe;
     keyframe.time = t;

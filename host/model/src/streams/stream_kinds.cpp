@@ -1,5 +1,5 @@
 // The layer streams by number: name, type, default, and which layers have them.
-#include "stream_kinds.h"
+#include "streams/stream_kinds.h"
 
 #include <array>
 

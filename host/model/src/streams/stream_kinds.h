@@ -1,4 +1,4 @@
-// What each layer stream number stands for.
+// The layer streams by number.
 #pragma once
 
 #include <memory>
@@ -17,7 +17,7 @@ struct StreamKind {
 // 0 <= number < kLayerStreamCount
 const StreamKind& stream_kind(int number);
 
-// The one data that all untouched streams of this number share.
+// Default data, shared by all untouched streams of this number.
 const std::shared_ptr<const StreamData>& default_stream_data(int number);
 
 bool is_stream_legal_for(int number, const Layer& layer);

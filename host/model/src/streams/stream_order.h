@@ -1,4 +1,4 @@
-// Streams in the order in which they came, so that nothing depends on addresses.
+// Orders streams by age, so that nothing depends on addresses.
 #pragma once
 
 #include "model/stream.h"
