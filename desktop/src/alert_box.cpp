@@ -1,4 +1,4 @@
-// The window of a message box.
+// A message box.
 #include "alert_box.h"
 
 #include <QHBoxLayout>

@@ -1,4 +1,4 @@
-// The widget for each element of a dialog.
+// Widgets for the elements of a dialog.
 #include "controls.h"
 
 #include <QCheckBox>
@@ -80,13 +80,13 @@ QWidget* make_edit_field(Element& element, QWidget& parent, const ControlEvents&
 template <class Button>
 QWidget* make_button(Element& element, QWidget& parent, const ControlEvents& events) {
     auto* button = new Button(&parent);
-    button->setAutoExclusive(false);  // the element knows its group
+    button->setAutoExclusive(false);  // the element handles its group
     QObject::connect(button, &QAbstractButton::clicked, [&element, events] { events.clicked(element); });
     return button;
 }
 
-// What an edit field is for is written in front of it.
-QString words_before(const Element& element) {
+// The label of an edit field is the text before it.
+QString label_before(const Element& element) {
     const auto& siblings = element.parent()->children();
     const auto own = std::ranges::find(siblings, &element, &std::unique_ptr<Element>::get);
     if (own == siblings.begin() || (*std::prev(own))->type() != ElementType::static_text) return to_qt(element.name());
@@ -105,11 +105,11 @@ void update_text(const Element& element, QWidget& control) {
         if (line->text() != text) line->setText(text);
         line->setReadOnly(element.is_read_only());
         update_justification(*line, element);
-        control.setAccessibleName(words_before(element));
+        control.setAccessibleName(label_before(element));
     } else if (auto* lines = qobject_cast<QPlainTextEdit*>(&control)) {
         if (lines->toPlainText() != text) lines->setPlainText(text);
         lines->setReadOnly(element.is_read_only());
-        control.setAccessibleName(words_before(element));
+        control.setAccessibleName(label_before(element));
     } else if (auto* label = qobject_cast<QLabel*>(&control)) {
         if (label->text() != text) label->setText(text);
         update_justification(*label, element);
@@ -162,7 +162,7 @@ QWidget* make_control(Element& element, QWidget& parent, const ControlEvents& ev
 }
 
 void update_control(const Element& element, QWidget& control) {
-    const QSignalBlocker told_nobody(control);
+    const QSignalBlocker silent(control);
     if (const auto& frame = element.frame()) {
         const auto pixels = [](double length) { return static_cast<int>(std::lround(length)); };
         control.setGeometry(pixels(frame->left), pixels(frame->top), pixels(frame->width), pixels(frame->height));

@@ -1,4 +1,4 @@
-// The widget for each element of a dialog.
+// Widgets for the elements of a dialog.
 #pragma once
 
 #include <QWidget>
@@ -8,20 +8,20 @@
 
 namespace desktop {
 
-// What the person did with a control.
+// What the user does with a control.
 struct ControlEvents {
     std::function<void(host::scriptui::Element&)> clicked;
-    std::function<void(host::scriptui::Element&, std::string)> edited;  // the text it has now
+    std::function<void(host::scriptui::Element&, std::string)> edited;  // its new text
 };
 
-// A widget of the element's kind inside another one, still without its facts. Owned by `parent`.
+// A widget of the element's type, not yet updated. Owned by `parent`.
 QWidget* make_control(host::scriptui::Element& element, QWidget& parent, const ControlEvents& events);
 
-// Makes the widget show the element's facts and stand in its frame. What is so already is not touched, so a field keeps
-// its selection and what can be undone.
+// Makes the widget show the element. What is up to date is not touched, so that a field keeps its selection and undo
+// history.
 void update_control(const host::scriptui::Element& element, QWidget& control);
 
-// Whether Enter means a new line in it.
+// Whether Enter inserts a line break in it.
 bool takes_enter(const QWidget& control);
 
 }  // namespace desktop

@@ -1,4 +1,4 @@
-// Draws controls in the application's dark look, in the sizes that the layout counts with.
+// Draws controls in the application's dark look, in the sizes that the layout assumes.
 #include "dark_style.h"
 
 #include <QPainter>
@@ -35,7 +35,7 @@ bool has_focus(const QStyleOption& option) {
     return is_enabled(option) && option.state.testFlag(QStyle::State_HasFocus);
 }
 
-// Lines one pixel wide run through the middle of pixels.
+// One-pixel lines have to run through the centres of pixels.
 QRectF crisp(const QRectF& rect) {
     return rect.adjusted(0.5, 0.5, -0.5, -0.5);
 }
@@ -150,7 +150,7 @@ void draw_push_button(const QStyleOptionButton& option, QPainter& painter) {
     painter.drawRoundedRect(pill, pill.height() / 2, pill.height() / 2);
     if (has_focus(option)) {
         const QRectF around = QRectF(option.rect).adjusted(1, 1, -1, -1);
-        if (is_default) {  // blue on blue would not be seen
+        if (is_default) {  // blue on blue would be invisible
             painter.setPen(QPen(theme::kWindow, 1));
             painter.setBrush(Qt::NoBrush);
             painter.drawRoundedRect(around.adjusted(1.5, 1.5, -1.5, -1.5), around.height() / 2, around.height() / 2);

@@ -1,4 +1,4 @@
-// Draws controls in the application's dark look, in the sizes that the layout counts with.
+// Draws controls in the application's dark look, in the sizes that the layout assumes.
 #pragma once
 
 #include <QProxyStyle>

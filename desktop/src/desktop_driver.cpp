@@ -1,5 +1,5 @@
-// Dialogs and message boxes as windows on the desktop.
-#include "desktop/desktop_dialogs.h"
+// Shows dialogs and message boxes as windows on the desktop.
+#include "desktop/desktop_driver.h"
 
 #include <vector>
 
@@ -10,9 +10,11 @@
 
 namespace desktop {
 
-class DesktopDialogs::Impl {
+namespace {
+
+class DesktopDriver : public host::scriptui::DialogDriver {
   public:
-    void drive(host::scriptui::Window& window) {
+    void drive(host::scriptui::Window& window) override {
         DialogView view(window);
         views_.push_back(&view);
         struct Pop {
@@ -22,34 +24,24 @@ class DesktopDialogs::Impl {
         view.run();
     }
 
-    void show(const host::scriptui::Alert& alert) {
-        // What the script has changed so far shall be seen behind the box.
+    void show(const host::scriptui::Alert& alert) override {
+        // Show what the script has changed so far behind the box.
         for (DialogView* view : views_) view->update_all();
         AlertBox(alert).exec();
     }
 
-    const FontMeasure& measure() const { return measure_; }
+    const host::scriptui::TextMeasure& text_measure() const override { return measure_; }
 
   private:
     Toolkit toolkit_{Toolkit::Display::desktop};
     FontMeasure measure_;
-    std::vector<DialogView*> views_;  // one above the other
+    std::vector<DialogView*> views_;  // the last is the topmost
 };
 
-DesktopDialogs::DesktopDialogs() : impl_(std::make_unique<Impl>()) {}
+}  // namespace
 
-DesktopDialogs::~DesktopDialogs() = default;
-
-void DesktopDialogs::drive(host::scriptui::Window& window) {
-    impl_->drive(window);
-}
-
-void DesktopDialogs::show(const host::scriptui::Alert& alert) {
-    impl_->show(alert);
-}
-
-const host::scriptui::TextMeasure& DesktopDialogs::text_measure() const {
-    return impl_->measure();
+std::unique_ptr<host::scriptui::DialogDriver> make_desktop_driver() {
+    return std::make_unique<DesktopDriver>();
 }
 
 }  // namespace desktop

@@ -1,4 +1,4 @@
-// The window of one dialog: shows its elements and passes on what the person does.
+// The window of one dialog: shows its elements and passes on what the user does.
 #include "dialog_view.h"
 
 #include <QCloseEvent>
@@ -23,14 +23,14 @@ DialogView::DialogView(host::scriptui::Window& window)
     update_all();
 }
 
-template <class Deed>
-void DialogView::act(const Deed& deed) {
+template <class Action>
+void DialogView::act(const Action& action) {
     if (failure_ || !window_.is_open()) return;
     try {
-        deed();
+        action();
     } catch (const host::scriptui::DialogError&) {
-        // A handler has taken the control away meanwhile.
-    } catch (...) {  // must not pass through the toolkit
+        // A handler has disabled the control in the meantime.
+    } catch (...) {  // must not propagate through the toolkit
         failure_ = std::current_exception();
         loop_.quit();
         return;
@@ -103,7 +103,7 @@ bool DialogView::eventFilter(QObject* watched, QEvent* event) {
     return QDialog::eventFilter(watched, event);
 }
 
-// Whether the key means something to the dialog as a whole.
+// Handles keys that belong to the dialog as a whole.
 bool DialogView::press(const QObject& on, int key, bool is_repeated) {
     if (key == Qt::Key_Escape) {
         if (!is_repeated) act([&] { window_.press_escape(); });

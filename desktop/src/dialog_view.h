@@ -1,4 +1,4 @@
-// The window of one dialog: shows its elements and passes on what the person does.
+// The window of one dialog: shows its elements and passes on what the user does.
 #pragma once
 
 #include <QDialog>
@@ -17,9 +17,9 @@ class DialogView : public QDialog {
 
     // Shows the window until it is closed. Throws what a handler threw.
     void run();
-    // Makes the window visible in the middle of the screen, or where the script wants it.
+    // Shows the window in the middle of the screen, or where the script put it.
     void appear();
-    // Shows the facts that scripts have changed; new elements appear.
+    // Updates all elements from what scripts have changed, including new ones.
     void update_all();
 
   protected:
@@ -29,9 +29,9 @@ class DialogView : public QDialog {
 
   private:
     void update_children(host::scriptui::Element& container, QWidget& parent);
-    // Does what the person asked for and shows what came of it.
-    template <class Deed>
-    void act(const Deed& deed);
+    // Performs what the user did and shows the result.
+    template <class Action>
+    void act(const Action& action);
     bool press(const QObject& on, int key, bool is_repeated);
 
     host::scriptui::Window& window_;

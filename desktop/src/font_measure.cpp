@@ -1,4 +1,4 @@
-// How large texts are in the windows' letters.
+// Measures text in the windows' font.
 #include "font_measure.h"
 
 #include <cmath>

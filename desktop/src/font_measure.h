@@ -1,4 +1,4 @@
-// How large texts are in the windows' letters.
+// Measures text in the windows' font.
 #pragma once
 
 #include <QFontMetricsF>
@@ -7,7 +7,7 @@
 
 namespace desktop {
 
-// Needs the toolkit started.
+// Needs a running toolkit.
 class FontMeasure : public host::scriptui::TextMeasure {
   public:
     FontMeasure();

@@ -1,34 +1,33 @@
-// What the module exports.
+// The functions that the module exports.
 #include <exception>
 #include <functional>
 #include <memory>
 
-#include "desktop/desktop_dialogs.h"
+#include "desktop/desktop_driver.h"
 #include "desktop/dialog_module.h"
+#include "picture_driver.h"
 
 #define EXPORTED __attribute__((visibility("default")))
 
 extern "C" {
 
 EXPORTED host::scriptui::DialogDriver* open_desktop_dialogs(std::string& problem);
-EXPORTED bool draw_dialog_picture(const desktop::PictureOrder& order,
+EXPORTED bool draw_dialog_picture(const desktop::PictureRequest& request,
                                   const std::function<void(host::scriptui::DialogDriver&)>& show_dialog,
                                   std::string& problem);
 
 host::scriptui::DialogDriver* open_desktop_dialogs(std::string& problem) {
     try {
-        return std::make_unique<desktop::DesktopDialogs>().release();
+        return desktop::make_desktop_driver().release();
     } catch (const std::exception& e) {
         problem = e.what();
         return nullptr;
     }
 }
 
-bool draw_dialog_picture(const desktop::PictureOrder& order,
+bool draw_dialog_picture(const desktop::PictureRequest& request,
                          const std::function<void(host::scriptui::DialogDriver&)>& show_dialog, std::string& problem) {
-    desktop::PictureDialogs dialogs(order);
-    show_dialog(dialogs);
-    problem = dialogs.problem();
+    problem = desktop::draw_picture(request, show_dialog);
     return problem.empty();
 }
 

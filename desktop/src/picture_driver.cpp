@@ -1,5 +1,5 @@
-// A dialog as a picture, drawn without a desktop.
-#include "desktop/picture_dialogs.h"
+// Draws a dialog into a picture, without a desktop.
+#include "picture_driver.h"
 
 #include <QImage>
 #include <QImageWriter>
@@ -13,14 +13,15 @@
 
 namespace desktop {
 
-class PictureDialogs::Impl {
+namespace {
+
+class PictureDriver : public host::scriptui::DialogDriver {
   public:
-    explicit Impl(PictureOrder order)
-        : order_(std::move(order)), actions_(order_.actions), toolkit_(Toolkit::Display::none) {
-        QApplication::setCursorFlashTime(0);  // a cursor that blinks would make pictures differ
+    explicit PictureDriver(const PictureRequest& request) : request_(request), actions_(request.actions) {
+        QApplication::setCursorFlashTime(0);  // a blinking cursor would make pictures differ
     }
 
-    void drive(host::scriptui::Window& window) {
+    void drive(host::scriptui::Window& window) override {
         actions_.drive(window);
         if (!actions_.problems().empty()) problem_ = actions_.problems().front();
         if (!window.is_open() || is_done()) return;
@@ -29,66 +30,55 @@ class PictureDialogs::Impl {
         draw(view);
     }
 
-    void show(const host::scriptui::Alert& alert) {
+    void show(const host::scriptui::Alert& alert) override {
         if (actions_.actions_left() > 0 || is_done()) return;
         AlertBox box(alert);
         box.show();
         draw(box);
     }
 
+    const host::scriptui::TextMeasure& text_measure() const override { return measure_; }
+
     std::string problem() const {
         if (!problem_.empty() || is_drawn_) return problem_;
         return "no dialog stands open after these actions";
     }
-
-    const FontMeasure& measure() const { return measure_; }
 
   private:
     bool is_done() const { return is_drawn_ || !problem_.empty(); }
 
     void draw(QWidget& window) {
         QApplication::processEvents();
-        const QSize size(static_cast<int>(std::ceil(window.width() * order_.scale)),
-                         static_cast<int>(std::ceil(window.height() * order_.scale)));
+        const QSize size(static_cast<int>(std::ceil(window.width() * request_.scale)),
+                         static_cast<int>(std::ceil(window.height() * request_.scale)));
         QImage image(size, QImage::Format_RGB32);
-        image.setDevicePixelRatio(order_.scale);
+        image.setDevicePixelRatio(request_.scale);
         image.fill(window.palette().color(QPalette::Window));
         window.render(&image);
-        QImageWriter writer(to_qt(order_.file), "png");
+        QImageWriter writer(to_qt(request_.file), "png");
         writer.setCompression(100);
         if (writer.write(image)) {
             is_drawn_ = true;
         } else {
-            problem_ = "cannot write '" + order_.file + "': " + from_qt(writer.errorString());
+            problem_ = "cannot write '" + request_.file + "': " + from_qt(writer.errorString());
         }
     }
 
-    const PictureOrder order_;
+    const PictureRequest& request_;
     host::scriptui::ScriptedDriver actions_;
-    const Toolkit toolkit_;
+    const Toolkit toolkit_{Toolkit::Display::none};
     const FontMeasure measure_;
     bool is_drawn_ = false;
     std::string problem_;
 };
 
-PictureDialogs::PictureDialogs(PictureOrder order) : impl_(std::make_unique<Impl>(std::move(order))) {}
+}  // namespace
 
-PictureDialogs::~PictureDialogs() = default;
-
-void PictureDialogs::drive(host::scriptui::Window& window) {
-    impl_->drive(window);
-}
-
-void PictureDialogs::show(const host::scriptui::Alert& alert) {
-    impl_->show(alert);
-}
-
-const host::scriptui::TextMeasure& PictureDialogs::text_measure() const {
-    return impl_->measure();
-}
-
-std::string PictureDialogs::problem() const {
-    return impl_->problem();
+std::string draw_picture(const PictureRequest& request,
+                         const std::function<void(host::scriptui::DialogDriver&)>& show_dialog) {
+    PictureDriver driver(request);
+    show_dialog(driver);
+    return driver.problem();
 }
 
 }  // namespace desktop

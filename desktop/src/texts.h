@@ -1,4 +1,4 @@
-// Texts between scripts and the toolkit.
+// Converts text between scripts and the toolkit.
 #pragma once
 
 #include <QString>
@@ -16,7 +16,7 @@ inline std::string from_qt(const QString& text) {
     return text.toStdString();
 }
 
-// For buttons, where the toolkit takes "&" for the mark of a shortcut.
+// For buttons, where the toolkit treats "&" as the mark of a shortcut.
 inline QString to_label(std::string_view text) {
     return to_qt(text).replace('&', "&&");
 }

@@ -1,18 +1,18 @@
-// Colours and letters of the application's dark look.
+// Colours and font of the application's dark look.
 #include "theme.h"
 
 namespace desktop::theme {
 
 namespace {
 
-constexpr int kLetterSize = 12;
+constexpr int kFontSize = 12;
 
 }  // namespace
 
 QFont font() {
     QFont font;
     font.setFamilies({"Open Sans", "Source Sans 3", "Noto Sans", "DejaVu Sans", "sans-serif"});
-    font.setPixelSize(kLetterSize);
+    font.setPixelSize(kFontSize);
     font.setHintingPreference(QFont::PreferNoHinting);
     return font;
 }

@@ -1,4 +1,4 @@
-// Colours and letters of the application's dark look.
+// Colours and font of the application's dark look.
 #pragma once
 
 #include <QColor>
@@ -20,12 +20,10 @@ inline constexpr QColor kAccent{0x2D, 0x8C, 0xEB};
 inline constexpr QColor kAccentHover{0x4A, 0x9E, 0xF0};
 inline constexpr QColor kAccentPressed{0x1B, 0x73, 0xCC};
 inline constexpr QColor kOnAccent{0xFF, 0xFF, 0xFF};
-inline constexpr QColor kDisabledFill{0x33, 0x33, 0x33};
 inline constexpr QColor kWarning{0xE6, 0xA2, 0x3C};
 inline constexpr QColor kError{0xE3, 0x4B, 0x4B};
 
-// A free humanist sans, where there is one. Widths grow with the scale of the display and nothing else, so that one
-// layout fits every scale.
+// A free humanist sans if installed. Widths depend only on the display's scale, so one layout fits every scale.
 QFont font();
 QPalette palette();
 

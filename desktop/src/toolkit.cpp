@@ -1,4 +1,4 @@
-// The toolkit's life: started with the application's look, ended with this object.
+// Starts the toolkit with the application's look.
 #include "toolkit.h"
 
 #include <clocale>
@@ -8,7 +8,7 @@
 
 #include "base/child_process.h"
 #include "dark_style.h"
-#include "desktop/desktop_dialogs.h"
+#include "desktop/desktop_driver.h"
 #include "theme.h"
 
 namespace desktop {
@@ -21,7 +21,7 @@ char kProgram[] = "dialog";
 char kPlatformFlag[] = "-platform";
 char kOffscreen[] = "offscreen";
 
-// The toolkit's remarks on its surroundings help nobody who runs the program.
+// The toolkit's remarks on its environment do not help users.
 void pass_on_serious_messages(QtMsgType type, const QMessageLogContext&, const QString& message) {
     if (type == QtCriticalMsg || type == QtFatalMsg) std::fprintf(stderr, "%s\n", qPrintable(message));
 }
@@ -64,7 +64,7 @@ Toolkit::Toolkit(Display display) {
     QApplication::setStyle(new DarkStyle);
     QApplication::setPalette(theme::palette());
     QApplication::setFont(theme::font());
-    // Only this program knows when it is done: a dialog may follow the last window.
+    // The program decides when it is done: another dialog may follow the last window.
     QApplication::setQuitOnLastWindowClosed(false);
 }
 
@@ -79,7 +79,7 @@ void Toolkit::start(Display display) {
         throw NoDesktop("no window can be shown: there is no desktop that can be reached");
     }
     qInstallMessageHandler(pass_on_serious_messages);
-    // The toolkit takes over the locale of the surroundings; numbers and narrow texts of this program mean its own.
+    // The toolkit switches to the environment's locale; this program's numbers and narrow texts need their own.
     const std::string locale = std::setlocale(LC_ALL, nullptr);
     application_ = std::make_unique<QApplication>(argument_count_, arguments_.data());
     std::setlocale(LC_ALL, locale.c_str());

@@ -1,4 +1,4 @@
-// The toolkit's life: started with the application's look, ended with this object.
+// Starts the toolkit with the application's look, and ends it.
 #pragma once
 
 #include <QApplication>
@@ -11,7 +11,7 @@ class Toolkit {
   public:
     enum class Display { desktop, none };  // none: windows are drawn in memory
 
-    // Uses the one that the program has started, if any, and gives it the look. Throws NoDesktop.
+    // Uses a toolkit that the program has already started. Throws NoDesktop.
     explicit Toolkit(Display display);
 
   private:

@@ -223,8 +223,8 @@ TEST(DialogView, alerts_say_what_they_have_to_say_in_full) {
 TEST(DialogView, a_script_out_of_time_closes_its_window) {
     host::model::Project project;
     auto settings = host::script::Settings::in_memory();
-    desktop::DesktopDialogs dialogs;
-    host::script::Engine engine(project, settings, dialogs, nullptr, {.time = std::chrono::milliseconds(50)});
+    const auto dialogs = desktop::make_desktop_driver();
+    host::script::Engine engine(project, settings, *dialogs, nullptr, {.time = std::chrono::milliseconds(50)});
     QMetaObject::invokeMethod(
         qApp, [] { press(Qt::Key_Return); }, Qt::QueuedConnection);
     const auto outcome = engine.run(

@@ -5,11 +5,12 @@
 #include <QWidget>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "desktop/desktop_dialogs.h"
+#include "desktop/desktop_driver.h"
 #include "model/project.h"
 #include "script/engine.h"
 #include "script/settings.h"
@@ -32,8 +33,8 @@ class Stage {
     void look_for_windows();
 
     host::model::Project project_;
-    desktop::DesktopDialogs dialogs_;
-    host::script::Engine engine_{project_, settings, dialogs_,
+    std::unique_ptr<host::scriptui::DialogDriver> dialogs_ = desktop::make_desktop_driver();
+    host::script::Engine engine_{project_, settings, *dialogs_,
                                  [this](const host::scriptui::Alert& alert) { alerts.push_back(alert); }};
     std::deque<Deeds> people_;
     const QWidget* served_ = nullptr;

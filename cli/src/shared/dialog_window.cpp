@@ -49,7 +49,7 @@ std::unique_ptr<host::scriptui::DialogDriver> open_dialog_windows() {
     return windows;
 }
 
-void draw_dialog_picture(const dialog::PictureOrder& order,
+void draw_dialog_picture(const dialog::PictureRequest& order,
                          const std::function<void(host::scriptui::DialogDriver&)>& show_dialog) {
     std::string problem;
     if (!module_function<dialog::DrawPicture>(dialog::kDrawPicture)(order, show_dialog, problem)) {

@@ -15,7 +15,7 @@ std::unique_ptr<host::scriptui::DialogDriver> open_dialog_windows();
 
 // Draws what `show_dialog` brings up. Throws Failure: usage when this build has no windows or an action cannot be done,
 // failed when the picture cannot be written.
-void draw_dialog_picture(const desktop::PictureOrder& order,
+void draw_dialog_picture(const desktop::PictureRequest& order,
                          const std::function<void(host::scriptui::DialogDriver&)>& show_dialog);
 
 }  // namespace cli

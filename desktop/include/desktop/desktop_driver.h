@@ -1,4 +1,4 @@
-// Dialogs and message boxes as windows on the desktop.
+// Shows dialogs and message boxes as windows on the desktop.
 #pragma once
 
 #include <memory>
@@ -14,22 +14,9 @@ class NoDesktop : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// Shows each dialog as a window, passes on what the person does and shows what scripts change, until it is closed. To
-// be made and used on the main thread; starts the toolkit unless the program has done so.
-class DesktopDialogs : public host::scriptui::DialogDriver {
-  public:
-    // Throws NoDesktop. The check costs a moment: the toolkit would end the process.
-    DesktopDialogs();
-    ~DesktopDialogs() override;
-
-    // Lets pass what a handler throws when its script has used up its time.
-    void drive(host::scriptui::Window& window) override;
-    void show(const host::scriptui::Alert& alert) override;
-    const host::scriptui::TextMeasure& text_measure() const override;
-
-  private:
-    class Impl;
-    std::unique_ptr<Impl> impl_;
-};
+// A driver that shows each dialog as a window until it is closed. Create and use it on the main thread; it starts the
+// toolkit unless the program has done so. Throws NoDesktop; checking for that takes a moment, because the toolkit would
+// end the process. drive() throws what a handler throws when its script has used up its time.
+std::unique_ptr<host::scriptui::DialogDriver> make_desktop_driver();
 
 }  // namespace desktop

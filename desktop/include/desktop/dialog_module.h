@@ -1,24 +1,30 @@
-// Windows as a module of their own: a program that shows none neither links nor loads the toolkit.
+// The module with the windows: a program that shows none neither links nor loads the toolkit.
 #pragma once
 
 #include <functional>
 #include <string>
+#include <vector>
 
-#include "desktop/picture_dialogs.h"
 #include "scriptui/dialog_driver.h"
 
 namespace desktop {
 
-// The file's name; it stands beside this program's other parts and belongs to the same build.
+struct PictureRequest {
+    std::string file;                             // a PNG file
+    double scale = 1;                             // of the display: dots per pixel of the layout
+    std::vector<host::scriptui::Action> actions;  // performed before drawing, in whichever dialogs open
+};
+
+// The file's name; installed with this program's other parts, from the same build.
 inline constexpr const char* kModuleFile = "dialog_window.so";
 
-// What the module exports. Both give null and one sentence in `problem` when it cannot be done.
+// What the module exports. Both return null or false, and one sentence in `problem`, on failure.
 inline constexpr const char* kOpenDesktop = "open_desktop_dialogs";
-using OpenDesktop = host::scriptui::DialogDriver* (*)(std::string& problem);  // delete it after use
+using OpenDesktop = host::scriptui::DialogDriver* (*)(std::string& problem);  // the caller deletes it
 
 inline constexpr const char* kDrawPicture = "draw_dialog_picture";
-// Runs `show_dialog` with a driver that draws; it shall run whatever shows the dialog.
-using DrawPicture = bool (*)(const PictureOrder& order,
+// Calls `show_dialog` with a driver that draws; it runs whatever shows the dialog.
+using DrawPicture = bool (*)(const PictureRequest& request,
                              const std::function<void(host::scriptui::DialogDriver&)>& show_dialog,
                              std::string& problem);
 

@@ -1,4 +1,4 @@
-// Plug-ins in one host over one project: their entries, menu items and commands.
+// Runs plug-ins over one project: entry points, menu items and commands.
 #include "runner/session.h"
 
 #include <exception>
@@ -11,7 +11,7 @@ namespace {
 
 using suites::PluginFunction;
 
-// The version of the plug-in interface that this host says it is.
+// The version of the plug-in interface that this host claims.
 constexpr A_long kInterfaceMajor = 114;
 constexpr A_long kInterfaceMinor = 0;
 
@@ -51,27 +51,27 @@ VisitResult Session::start(const PluginModule& module) {
 }
 
 VisitResult Session::update_menus() {
-    return observe([this] { ask_update_hooks(); });
+    return observe([this] { call_update_menu_hooks(); });
 }
 
 VisitResult Session::run_command(AEGP_Command command) {
     return observe([this, command] {
-        ask_update_hooks();
+        call_update_menu_hooks();
         const suites::MenuItem* item = suites_.menu_item(command);
         current_.is_enabled = item != nullptr && item->enabled;
-        if (current_.is_enabled) ask_command_hooks(command);
+        if (current_.is_enabled) call_command_hooks(command);
     });
 }
 
 VisitResult Session::idle() {
-    return observe([this] { ask_idle_hooks(); });
+    return observe([this] { call_idle_hooks(); });
 }
 
 VisitResult Session::quit() {
-    return observe([this] { ask_death_hooks(); });
+    return observe([this] { call_death_hooks(); });
 }
 
-void Session::ask_update_hooks() {
+void Session::call_update_menu_hooks() {
     suites_.prepare_menus_for_update();
     for (const suites::UpdateMenuHook& hook : suites_.update_menu_hooks()) {
         AEGP_GlobalRefcon& global = global_refcons_[hook.plugin_id];
@@ -85,7 +85,7 @@ void Session::ask_update_hooks() {
     }
 }
 
-void Session::ask_command_hooks(AEGP_Command command) {
+void Session::call_command_hooks(AEGP_Command command) {
     for (const suites::CommandHook& hook : suites_.command_hooks()) {
         if (hook.command != AEGP_Command_ALL && hook.command != command) continue;
         A_Boolean handled = 0;
@@ -106,7 +106,7 @@ void Session::ask_command_hooks(AEGP_Command command) {
     }
 }
 
-void Session::ask_idle_hooks() {
+void Session::call_idle_hooks() {
     for (const suites::IdleHook& hook : suites_.idle_hooks()) {
         A_long max_sleep = kIdleMilliseconds;
         AEGP_GlobalRefcon& global = global_refcons_[hook.plugin_id];
@@ -120,7 +120,7 @@ void Session::ask_idle_hooks() {
     }
 }
 
-void Session::ask_death_hooks() {
+void Session::call_death_hooks() {
     for (const suites::DeathHook& hook : suites_.death_hooks()) {
         AEGP_GlobalRefcon& global = global_refcons_[hook.plugin_id];
         const suites::PluginCall call{.function = PluginFunction::death_hook,
@@ -152,7 +152,7 @@ A_Err Session::visit(const suites::PluginCall& facts, const std::string& what, c
             complain("threw something that is no exception");
             has_thrown = true;
         }
-        visit.came_back(facts, error, has_thrown);
+        visit.returned(facts, error, has_thrown);
     }
     if (const int open = project_.undo().close_all_groups(); open > 0) {
         complain("left " + std::to_string(open) + (open == 1 ? " undo group" : " undo groups") +
@@ -175,7 +175,7 @@ VisitResult Session::observe(const std::function<void()>& work) {
     for (std::size_t i = diagnostics_before; i < diagnostics.size(); ++i) {
         failed_calls.push_back(diagnostics[i].function + ": " + diagnostics[i].sentence);
     }
-    // Causes before their consequences.
+    // Causes before consequences.
     result.log.insert(result.log.begin(), failed_calls.begin(), failed_calls.end());
 
     const std::vector<std::string>& steps = project_.undo().step_names();

@@ -1,4 +1,4 @@
-// Who works the controls of a dialog: what a driver does that does not show anything.
+// Defaults for drivers that show nothing.
 #include "scriptui/dialog_driver.h"
 
 namespace host::scriptui {

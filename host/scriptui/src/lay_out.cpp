@@ -1,4 +1,4 @@
-// Gives each element of a window its place.
+// Lays out a window.
 #include "scriptui/lay_out.h"
 
 #include <algorithm>
@@ -35,7 +35,7 @@ Pair text_size(std::string_view text, const TextMeasure& measure) {
     return {std::ceil(width), std::ceil(lines * measure.line_height())};
 }
 
-// How many lines a text takes when it is broken between words.
+// The number of lines of text wrapped between words.
 double wrapped_lines(std::string_view text, double room, const TextMeasure& measure) {
     double lines = 1;
     std::size_t line_start = 0;
@@ -78,7 +78,7 @@ std::array<Align, 2> aligns(const Element& child) {
     return result;
 }
 
-// Which part of the spare room lies before what is so aligned.
+// The share of the spare space before an element with this alignment.
 double share_before(Align align) {
     switch (align) {
         case Align::center:
@@ -95,11 +95,11 @@ bool has_fixed_place(const Element& element) {
     return element.layout().location && element.layout().size;
 }
 
-class LayingOut {
+class LayoutPass {
   public:
-    explicit LayingOut(const TextMeasure& measure) : measure_(measure) {}
+    explicit LayoutPass(const TextMeasure& measure) : measure_(measure) {}
 
-    // The size an element would like, without its parent having a say.
+    // The size of an element before its parent stretches it.
     const Pair& natural_size(const Element& element) {
         if (const auto known = natural_.find(&element); known != natural_.end()) return known->second;
         const Layout& layout = element.layout();
@@ -174,7 +174,7 @@ class LayingOut {
         return {std::max(content[kX], fixed[kX]), std::max(content[kY], fixed[kY])};
     }
 
-    // `width` is what the script wants, or -1.
+    // `width` is the script's, or -1.
     Pair control_size(const Element& control, double width) const {
         const Pair text = text_size(control.text(), measure_);
         switch (control.type()) {
@@ -205,7 +205,7 @@ class LayingOut {
         return {room, std::ceil(wrapped_lines(control.text(), room, measure_) * measure_.line_height())};
     }
 
-    // One after the other along an axis, in the room that begins at `origin`.
+    // Places children in sequence along an axis, in the space that starts at `origin`.
     void place_in_row(const std::vector<Element*>& children, std::size_t main, const Pair& origin, const Pair& room,
                       double spacing) {
         const std::size_t cross = 1 - main;
@@ -251,7 +251,7 @@ class LayingOut {
         if (element.is_container()) place_children(element);
     }
 
-    static constexpr double kWidestParagraph = 400;  // of a text of several lines without a width
+    static constexpr double kWidestParagraph = 400;  // of multi-line text without a width
 
     const TextMeasure& measure_;
     std::unordered_map<const Element*, Pair> natural_;
@@ -264,11 +264,11 @@ double EstimatedTextMeasure::width(std::string_view line) const {
 }
 
 void lay_out(Window& window, const TextMeasure& measure) {
-    LayingOut laying_out(measure);
-    const Pair size = laying_out.natural_size(window);
+    LayoutPass pass(measure);
+    const Pair size = pass.natural_size(window);
     const Pair location = window.layout().location.value_or(Pair{0, 0});
     window.set_frame(Frame{location[kX], location[kY], size[kX], size[kY]});
-    laying_out.place_children(window);
+    pass.place_children(window);
 }
 
 }  // namespace host::scriptui

@@ -1,4 +1,4 @@
-// Works through a queue of actions.
+// Performs queued actions.
 #include "scriptui/dialog_driver.h"
 
 namespace host::scriptui {

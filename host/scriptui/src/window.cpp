@@ -1,4 +1,4 @@
-// A modal dialog: what the user does to it, and what scripts are told.
+// A modal dialog: user input and events.
 #include "scriptui/window.h"
 
 #include <algorithm>
@@ -77,7 +77,7 @@ void Window::type_text(Element& edit_text, std::string_view text) {
     check_takes_text(edit_text);
     move_focus(&edit_text);
     check_input(edit_text);
-    // Deletes the old text with the first key, or with one of its own.
+    // The first key replaces the old text.
     std::size_t typed = 0;
     do {
         typed = text.empty() ? 0 : next_character(text, typed);

@@ -1,4 +1,4 @@
-// The plug-in's binary: found, loaded, entered by name, unloaded.
+// Loads a plug-in's binary.
 #pragma once
 
 #include <filesystem>
@@ -10,23 +10,22 @@
 
 namespace host::runner {
 
-// Why a file is no plug-in; what() is one sentence that names the file.
+// The file is not a plug-in; what() is one sentence that names it.
 class LoadError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
 };
 
-// Owns one loaded module. Everything that a plug-in registered points into it, so it outlives every Session that uses
-// it.
+// A loaded module. Everything that the plug-in registers points into it, so it must outlive all sessions that use it.
 class PluginModule {
   public:
     static constexpr const char* kUsualEntryPoint = "EntryPointFunc";
 
-    // Throws LoadError: the file is missing, is no loadable module, or exports no such function.
+    // Throws LoadError if the file is missing, is not a loadable module, or does not export the function.
     explicit PluginModule(const std::filesystem::path& file, const std::string& entry_point = kUsualEntryPoint);
 
     AEGP_PluginInitFunc entry_point() const { return entry_point_; }
-    // The file's name without folder and extension: what the host calls the plug-in in messages.
+    // The file's name without folder and extension, used in messages.
     const std::string& name() const { return name_; }
 
   private:

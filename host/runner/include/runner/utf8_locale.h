@@ -3,8 +3,8 @@
 
 namespace host::runner {
 
-// Makes UTF-8 the encoding of narrow text for the whole process; everything else stays in the "C" locale. The program
-// calls it once, before any plug-in is entered. False when the system has no UTF-8 locale.
+// Makes UTF-8 the encoding of narrow text for the whole process; the rest of the locale stays "C". Call it once, before
+// any plug-in. False if the system has no UTF-8 locale.
 bool use_utf8_locale();
 
 }  // namespace host::runner

@@ -1,4 +1,4 @@
-// Who works the controls of a dialog while a script shows it.
+// Operates the controls of a dialog while a script shows it.
 #pragma once
 
 #include <deque>
@@ -14,19 +14,18 @@ namespace host::scriptui {
 struct Alert {
     std::string message;
     std::string title;
-    bool is_error = false;  // the script asked for the error's picture
+    bool is_error = false;  // shown with the error icon
 };
 
 class DialogDriver {
   public:
     virtual ~DialogDriver() = default;
-    // Called once the window is open; returns when it is closed, or leaves it open, which closes it as its close box
-    // does. Scripts run inside the window's user functions. An exception ends the dialog and becomes an error of the
-    // script.
+    // Called once the window is open. If it is still open on return, it is closed as by its close box. The window's
+    // functions run script handlers. An exception closes the dialog and becomes a script error.
     virtual void drive(Window& window) = 0;
-    // Called for each message box; returns when it is dismissed: at once where nobody looks.
+    // Called for each message box; returns when it is dismissed. Does nothing by default.
     virtual void show(const Alert& alert);
-    // With what dialogs are laid out.
+    // For laying out dialogs; estimated by default.
     virtual const TextMeasure& text_measure() const;
 };
 
@@ -37,7 +36,7 @@ struct Action {
     std::string text = {};     // type
 };
 
-// Works through a queue of actions, whichever dialogs they come to; an open dialog without an action left is cancelled.
+// Performs queued actions in whichever dialogs open. When they run out, an open dialog is cancelled.
 class ScriptedDriver : public DialogDriver {
   public:
     ScriptedDriver() = default;
@@ -45,7 +44,7 @@ class ScriptedDriver : public DialogDriver {
 
     void add(Action action) { actions_.push_back(std::move(action)); }
     std::size_t actions_left() const { return actions_.size(); }
-    // Actions that could not be done, as sentences. Each cancelled its dialog and took the rest of the queue with it.
+    // Sentences about actions that failed. Each cancelled its dialog and dropped the remaining actions.
     const std::vector<std::string>& problems() const { return problems_; }
 
     void drive(Window& window) override;

@@ -1,4 +1,4 @@
-// A control or container of a dialog, as scripts build it and a window shows it.
+// A control or container of a dialog.
 #pragma once
 
 #include <array>
@@ -15,22 +15,22 @@ class Window;
 
 enum class ElementType { window, group, panel, static_text, edit_text, button, checkbox, radio_button };
 
-// The name scripts use, in lower case.
+// As in scripts, in lower case.
 std::string_view type_name(ElementType type);
-// Any case; nothing for unknown names.
+// Ignores case; nullopt for unknown names.
 std::optional<ElementType> element_type(std::string_view name);
 
 enum class Orientation { row, column, stack };
 enum class Align { left, center, right, fill, top, bottom };
 
-// One word concerns the axis across the container's orientation; two are horizontal and vertical.
+// `first` alone applies across the container's orientation; with `second`, they are horizontal and vertical.
 struct Alignment {
     Align first = Align::center;
     std::optional<Align> second;
     friend bool operator==(const Alignment&, const Alignment&) = default;
 };
 
-// How an element shall be laid out, as scripts say. Lengths are in pixels. What is unset is computed.
+// Layout settings from scripts. Lengths are in pixels. What is unset is computed.
 struct Layout {
     static constexpr double kUnlimited = 1e6;
     std::optional<Alignment> alignment;            // of this element in its container
@@ -46,7 +46,7 @@ struct Layout {
     std::array<double, 4> margins{};  // left, top, right, bottom
 };
 
-// Where an element has been put: in its parent, in whole pixels; the window's is its content, on the screen.
+// Position and size after layout, in whole pixels: relative to the parent; for the window, its content on the screen.
 struct Frame {
     double left = 0;
     double top = 0;
@@ -70,18 +70,19 @@ class Element {
     const std::vector<std::unique_ptr<Element>>& children() const { return children_; }
     Element& add_child(ElementType type);
 
-    // Depth first, in order of creation, without this element; null if none. Names are those given at creation.
+    // Searches depth first, in order of creation, without this element; null if none. Names are those given at
+    // creation.
     Element* find_named(std::string_view name) const;
     Element* find_with_text(std::string_view text) const;
-    void for_each(const std::function<void(const Element&)>& visit) const;  // this element too
+    void for_each(const std::function<void(const Element&)>& visit) const;  // including this element
 
-    // Facts. Setting them fires no events; a window shows the new ones after the event it is handling.
+    // Properties. Setting them fires no events; a driver shows changes after the current event.
     const std::string& name() const { return name_; }
     void set_name(std::string name) { name_ = std::move(name); }
     const std::string& text() const { return text_; }
     void set_text(std::string text) { text_ = std::move(text); }
     bool value() const { return value_; }
-    void set_value(bool value);  // true clears the other radio buttons of the group
+    void set_value(bool value);  // true clears the group's other radio buttons
     bool is_enabled() const { return enabled_; }
     void set_enabled(bool enabled) { enabled_ = enabled; }
     bool is_visible() const { return visible_; }
@@ -92,21 +93,21 @@ class Element {
     void set_read_only(bool read_only) { read_only_ = read_only; }
     const std::string& help_tip() const { return help_tip_; }
     void set_help_tip(std::string text) { help_tip_ = std::move(text); }
-    // How many characters an edit field shall have room for; 0: as many as its text has.
+    // Width of an edit field in characters; 0: that of its text.
     int characters() const { return characters_; }
     void set_characters(int characters) { characters_ = characters; }
-    Align justification() const { return justification_; }  // of texts: left, center or right
+    Align justification() const { return justification_; }  // of text: left, center or right
     void set_justification(Align justification) { justification_ = justification; }
     Layout& layout() { return layout_; }
     const Layout& layout() const { return layout_; }
-    // Nothing before the first layout; an element without a frame is not shown.
+    // Empty before the first layout; an element without a frame is not shown.
     const std::optional<Frame>& frame() const { return frame_; }
     void set_frame(const Frame& frame) { frame_ = frame; }
 
-    // Whether the user can work it: it and all it stands in are enabled and visible.
+    // Whether it and all its ancestors are enabled and visible.
     bool takes_input() const;
 
-    // Radio buttons added to a container one after the other are a group. This one is part of its own.
+    // Consecutive radio buttons of a container form a group, which includes this one.
     std::vector<Element*> radio_group() const;
 
   private:

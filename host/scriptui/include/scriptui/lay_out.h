@@ -1,4 +1,4 @@
-// Gives each element of a window its place.
+// Lays out a window.
 #pragma once
 
 #include "scriptui/text_measure.h"
@@ -6,10 +6,9 @@
 
 namespace host::scriptui {
 
-// Sets the frames of the window and of everything in it from what the script asked for. Containers in a row or column
-// place their children in order, `spacing` apart, inside `margins`; what is to fill shares the room that is left. A
-// child for which a script has set place and size stays there, and the others do not mind it. Hidden elements keep
-// their room.
+// Sets the frames of the window and its elements from their layout settings. Rows and columns place their children in
+// order, `spacing` apart, inside `margins`; children with Align::fill share the remaining space. A child with both
+// location and size set is left out of the flow. Hidden elements keep their space.
 void lay_out(Window& window, const TextMeasure& measure);
 
 }  // namespace host::scriptui

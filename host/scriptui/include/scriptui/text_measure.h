@@ -1,11 +1,11 @@
-// How large texts are: asked by the layout, answered by whoever draws them, so that the two agree.
+// Measures text: used by the layout, implemented by whoever draws, so that the two agree.
 #pragma once
 
 #include <string_view>
 
 namespace host::scriptui {
 
-// Lengths are in pixels of the layout, whatever the scale of the display.
+// In pixels of the layout, whatever the display's scale.
 class TextMeasure {
   public:
     virtual ~TextMeasure() = default;
@@ -13,10 +13,10 @@ class TextMeasure {
     virtual double line_height() const = 0;
 };
 
-// Guesses for dialogs that nobody draws.
+// Estimates, for dialogs that are not drawn.
 class EstimatedTextMeasure : public TextMeasure {
   public:
-    double width(std::string_view line) const override;  // the same for each character
+    double width(std::string_view line) const override;  // a fixed width per character
     double line_height() const override { return 17; }
 };
 

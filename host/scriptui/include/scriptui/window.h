@@ -1,4 +1,4 @@
-// A modal dialog: its elements, what the user does to it, and what scripts are told.
+// A modal dialog: its elements, user input and events.
 #pragma once
 
 #include <stdexcept>
@@ -11,7 +11,7 @@ namespace host::scriptui {
 
 enum class Event { click, changing, change, show, close };
 
-// Who handles the events of a window's elements.
+// Handles the events of a window's elements.
 class EventSink {
   public:
     enum class Answer { no_handler, handled, refused };  // refused: the handler returned false
@@ -20,7 +20,7 @@ class EventSink {
     virtual Answer fire(Element& element, Event event) = 0;
 };
 
-// The user tried what cannot be done; what() is one sentence that names the control.
+// The user's action is not possible; what() is one sentence that names the control.
 class DialogError : public std::runtime_error {
   public:
     using std::runtime_error::runtime_error;
@@ -30,32 +30,31 @@ class Window : public Element {
   public:
     explicit Window(EventSink& events);
 
-    // What the user does. Handlers run before these return; one of them may close the window. All throw DialogError
-    // when the window is not open or the control takes no input, and let pass what a handler's run throws when the
-    // script has used up its time.
+    // User input. Handlers run before these functions return and may close the window. All throw DialogError if the
+    // window is not open or the control takes no input, and what a handler throws when the script has used up its time.
     void click(Element& control);
     // Replaces the text, character by character.
     void type_text(Element& edit_text, std::string_view text);
-    // Sets the text that the field has after one key or one insertion.
+    // Sets the text that results from one key or insertion.
     void edit(Element& edit_text, std::string text);
-    // Moves the focus there; null: away from all controls.
+    // Null: removes the focus.
     void move_focus(Element* to);
     void press_enter();   // clicks the default element
     void press_escape();  // clicks the cancel element; without one, closes
     void close_box();
-    // The control with that name, else the first that shows that text; throws DialogError.
+    // The control with that name, else the first with that text; throws DialogError.
     Element& control(std::string_view name_or_text) const;
 
-    // What scripts do.
+    // For scripts
     bool is_open() const { return open_; }
     void open();             // fires the show event
-    void close(int result);  // does nothing when not open; the close event's handler may refuse
+    void close(int result);  // does nothing unless open; the close event's handler may refuse
     void close_without_asking(int result);
     int result() const { return result_; }
     void notify(Element& control, Event event);  // as if the user had caused the event
     Element* focus() const { return focus_; }
     void set_focus(Element* element) { focus_ = element; }
-    // The elements Enter and Esc stand for: those set by the script, else the buttons named or labelled so.
+    // The elements for Enter and Esc: set by the script, else the buttons named or labelled "ok" and "cancel".
     Element* default_element() const;
     Element* cancel_element() const;
     void set_default_element(Element* element) { default_element_ = element; }
@@ -65,7 +64,7 @@ class Window : public Element {
     void check_input(const Element& control) const;
     void check_takes_text(const Element& control) const;
     void enter(Element& edit_text, std::string text);
-    void commit_typing();  // tells a text field that its text has been changed for good
+    void commit_typing();  // fires the change event of a field that was typed in
     Element* standard_button(std::string_view role) const;
 
     EventSink& events_;
@@ -78,7 +77,7 @@ class Window : public Element {
     Element* cancel_element_ = nullptr;
 };
 
-// Results of a dialog that no handler closed: the standard buttons, Esc and the close box.
+// Results of a dialog that no handler closed.
 inline constexpr int kDialogOk = 1;
 inline constexpr int kDialogCancelled = 2;
 
