@@ -78,7 +78,7 @@ class Flatten {
     ExitCode flatten_and_write(const std::string& file) {
         AnimationFile input(file, options_.animation);
         std::vector<Flattened> all;
-        std::vector<lottie::document::Written> texts;
+        std::vector<lottie::document::OutputText> texts;
         ExitCode code = ExitCode::done;
         for (std::size_t i = 0; i < input.count(); ++i) {
             all.push_back(flatten_animation(input.text(i), plugin_, options_));

@@ -37,7 +37,7 @@ struct AnimationResult {
 // One animation as it will be in its file, and what the text points at.
 struct WrittenAnimation {
     std::optional<lottie::document::Document> document = {};  // of a plain file
-    lottie::document::Written written = {};
+    lottie::document::OutputText written = {};
 };
 
 class Run {
@@ -105,9 +105,9 @@ class Run {
         const bool is_changed = std::any_of(results.begin(), results.end(),
                                             [](const AnimationResult& result) { return result.skip_reason.empty(); });
         const std::string output = output_for(options_, file);
-        std::vector<lottie::document::Written> texts;
+        std::vector<lottie::document::OutputText> texts;
         for (WrittenAnimation& animation : animations) texts.push_back(std::move(animation.written));
-        const lottie::document::Written bytes = input.with(std::move(texts));
+        const lottie::document::OutputText bytes = input.with(std::move(texts));
         if (is_changed || !options_.in_place) write_output(options_, file, bytes.pieces());
 
         const std::string shown_output = output == kStandardStream ? "" : output;
@@ -162,7 +162,7 @@ class Run {
         return text_only;
     }
 
-    lottie::document::Written unnest_in(lottie::document::Document& document, AnimationResult& result) {
+    lottie::document::OutputText unnest_in(lottie::document::Document& document, AnimationResult& result) {
         Comp& comp = find_composition(document, options_.composition);
         const auto nests = options_.layers.empty() ? nests_of(comp) : find_nests(comp, options_.layers);
         result.composition = comp.name();
@@ -171,7 +171,7 @@ class Run {
             return write_animation(document);
         }
         unnest_all(document, comp, nests, result);
-        lottie::document::Written written = write_animation(document);
+        lottie::document::OutputText written = write_animation(document);
         result.sizes = {document.text().size(), written.size()};
         return written;
     }

@@ -11,7 +11,7 @@
 namespace cli {
 
 using host::base::FileError;
-using lottie::document::Written;
+using lottie::document::OutputText;
 using lottie::packed::Archive;
 using lottie::packed::ArchiveError;
 using lottie::packed::Form;
@@ -69,13 +69,13 @@ std::string AnimationFile::place(std::size_t i) const {
     return is_collection() ? ':' + printable(packed(i).entry) : "";
 }
 
-Written AnimationFile::with(std::vector<Written> texts) const {
+OutputText AnimationFile::with(std::vector<OutputText> texts) const {
     if (!archive_) return std::move(texts.front());
     std::vector<std::string> all;
     for (const auto& animation : archive_->animations()) all.push_back(animation.text);
     for (std::size_t i = 0; i < chosen_.size(); ++i) all[chosen_[i]] = texts[i].text();
     try {
-        Written packed;
+        OutputText packed;
         packed.append(archive_->write(all));
         return packed;
     } catch (const ArchiveError& error) {
@@ -143,7 +143,7 @@ auto write_without_faults(const lottie::document::Document& document, Write writ
 
 }  // namespace
 
-lottie::document::Written write_animation(const lottie::document::Document& document) {
+lottie::document::OutputText write_animation(const lottie::document::Document& document) {
     return write_without_faults(document, [&] { return document.write_in_pieces(); });
 }
 

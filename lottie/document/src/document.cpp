@@ -62,7 +62,7 @@ std::string Document::write() const {
     return write_in_pieces().text();
 }
 
-Written Document::write_in_pieces() const {
+OutputText Document::write_in_pieces() const {
     return write_guarded(*store_, [this] { return write_document(*store_); });
 }
 

@@ -32,7 +32,7 @@ std::string with_times(const JsonTree& tree, const JsonNode& value, TimeChange c
             }
         }
     }
-    document::Written out;
+    document::OutputText out;
     patch.write(tree.whole_text(), value.text, out);
     return out.text();
 }

@@ -65,7 +65,7 @@ void LayerText::set_inside(std::string_view key, std::string_view inner, std::st
     edit.set(inner, std::move(value));
     document::Patch patch;
     edit.apply(patch);
-    document::Written out;
+    document::OutputText out;
     patch.write(object, all, out);
     set(key, out.text());
 }
@@ -100,7 +100,7 @@ void LayerText::rewrite_expressions(const std::function<std::optional<std::strin
             if (text) patch.replace(expression->text, document::encode_string(*text));
         }
         if (patch.is_empty()) continue;
-        document::Written out;
+        document::OutputText out;
         patch.write(value, {0, static_cast<std::uint32_t>(value.size())}, out);
         set(key, out.text());
     }
@@ -118,7 +118,7 @@ std::string LayerText::text() const {
     }
     document::Patch patch;
     edit.apply(patch);
-    document::Written out;
+    document::OutputText out;
     patch.write(text_, where_, out);
     return out.text();
 }

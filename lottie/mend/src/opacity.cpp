@@ -54,7 +54,7 @@ std::string scaled(const Opacity& opacity, double factor, double shift) {
             }
         }
     }
-    document::Written out;
+    document::OutputText out;
     patch.write(moved, all, out);
     return out.text();
 }

@@ -11,12 +11,12 @@
 namespace lottie::mend {
 namespace {
 
-using document::Outline;
+using document::DocumentOutline;
 using document::ScannedComp;
 using document::ScannedLayer;
 using looks::Origin;
 
-const ScannedComp& comp_named(const Outline& outline, const std::string& text, const std::string& id) {
+const ScannedComp& comp_named(const DocumentOutline& outline, const std::string& text, const std::string& id) {
     if (id.empty()) return outline.comps.front();
     for (const ScannedComp& comp : outline.comps) {
         if (comp.asset < 0) continue;

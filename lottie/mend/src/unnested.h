@@ -97,8 +97,8 @@ class Unnested {
     std::string before_text_;
     std::string after_text_;
     looks::StackChange change_;
-    document::Outline before_;
-    document::Outline after_;
+    document::DocumentOutline before_;
+    document::DocumentOutline after_;
     const document::ScannedComp* comp_before_;
     const document::ScannedComp* comp_after_;
     std::deque<KeptLayer> stack_;

@@ -15,9 +15,9 @@
 namespace lottie::mend {
 namespace {
 
+using document::DocumentOutline;
 using document::JsonKind;
 using document::JsonToken;
-using document::Outline;
 using document::ScannedAsset;
 using document::ScannedComp;
 using document::ScannedLayer;
@@ -195,7 +195,7 @@ struct Compositions {
     }
 
     std::string text;
-    Outline outline;
+    DocumentOutline outline;
     std::map<std::string, std::size_t, std::less<>> asset_of;  // by id
     std::map<std::string, std::size_t, std::less<>> comp_of;
     std::vector<Composition> all;
@@ -366,7 +366,7 @@ std::string Workbench::text(bool keep_unused) const {
         }
     }
     if (!units.empty()) assets.apply(patch);
-    document::Written out;
+    document::OutputText out;
     patch.write(c.text, {0, static_cast<std::uint32_t>(c.text.size())}, out);
     return out.text();
 }

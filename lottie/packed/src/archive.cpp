@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "gzip_file.h"
-#include "packed.h"
+#include "packed_file.h"
 #include "zip_file.h"
 
 namespace lottie::packed {
@@ -31,7 +31,7 @@ Archive Archive::read(std::string bytes) {
     return Archive(read_zip(std::move(bytes)));
 }
 
-Archive::Archive(std::unique_ptr<Packed> packed) : packed_(std::move(packed)) {}
+Archive::Archive(std::unique_ptr<PackedFile> packed) : packed_(std::move(packed)) {}
 Archive::Archive(Archive&&) noexcept = default;
 Archive& Archive::operator=(Archive&&) noexcept = default;
 Archive::~Archive() = default;

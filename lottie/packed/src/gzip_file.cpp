@@ -9,13 +9,13 @@
 #include <stdexcept>
 #include <utility>
 
-#include "growth.h"
+#include "unpack_limit.h"
 
 namespace lottie::packed {
 namespace {
 
 constexpr int kGzipWindow = 15 + 16;  // the largest window, gzip's header and trailer
-constexpr int kMostMemory = 9;        // of zlib, for the smallest result
+constexpr int kMemoryLevel = 9;       // of zlib, for the smallest result
 
 constexpr const char* kWayOut = ": pack the animation again with gzip";
 
@@ -53,9 +53,9 @@ class Header {
     gz_header fields_{};
 };
 
-class GzipFile : public Packed {
+class GzipFile : public PackedFile {
   public:
-    explicit GzipFile(std::string all) : header_(std::min<std::size_t>(all.size(), kAnyGrowth)) {
+    explicit GzipFile(std::string all) : header_(std::min<std::size_t>(all.size(), kFreeBytes)) {
         bytes = std::move(all);
         animations.push_back({"", "", unpacked()});
     }
@@ -65,7 +65,7 @@ class GzipFile : public Packed {
     std::string write(const std::vector<std::string>& texts) const override {
         const std::string& text = texts.front();
         z_stream stream{};
-        if (deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, kGzipWindow, kMostMemory, Z_DEFAULT_STRATEGY) !=
+        if (deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, kGzipWindow, kMemoryLevel, Z_DEFAULT_STRATEGY) !=
             Z_OK) {
             throw std::bad_alloc();
         }
@@ -91,7 +91,7 @@ class GzipFile : public Packed {
         inflateGetHeader(&stream, header_.to_fill());
         stream.next_in = as_input(bytes);
         stream.avail_in = length_of(bytes);
-        Growth growth(bytes.size(), kMostBytes, "");
+        UnpackLimit limit(bytes.size(), kMaxBytes, "");
         std::array<char, 1 << 16> block;
         std::string text;
         for (int result = Z_OK; result != Z_STREAM_END;) {
@@ -100,7 +100,7 @@ class GzipFile : public Packed {
             result = inflate(&stream, Z_NO_FLUSH);
             if (result != Z_OK && result != Z_STREAM_END) refuse(result, stream.msg);
             const std::size_t count = block.size() - stream.avail_out;
-            growth.add(count);
+            limit.add(count);
             text.append(block.data(), count);
         }
         if (stream.avail_in > 0) refuse_rest(bytes.substr(bytes.size() - stream.avail_in, 2), stream.avail_in);
@@ -127,7 +127,7 @@ class GzipFile : public Packed {
 
 }  // namespace
 
-std::unique_ptr<Packed> read_gzip(std::string bytes) {
+std::unique_ptr<PackedFile> read_gzip(std::string bytes) {
     return std::make_unique<GzipFile>(std::move(bytes));
 }
 

@@ -4,11 +4,11 @@
 #include <memory>
 #include <string>
 
-#include "packed.h"
+#include "packed_file.h"
 
 namespace lottie::packed {
 
 // Throws ArchiveError.
-std::unique_ptr<Packed> read_gzip(std::string bytes);
+std::unique_ptr<PackedFile> read_gzip(std::string bytes);
 
 }  // namespace lottie::packed

@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::string_view kFirstFolder = "animations/";
 constexpr std::string_view kSecondFolder = "a/";
-constexpr std::size_t kDeepest = 200;
+constexpr std::size_t kMaxDepth = 200;
 
 [[noreturn]] void refuse(const std::string& sentence) {
     throw ArchiveError(sentence, std::string(kManifest));
@@ -65,7 +65,7 @@ class Picker : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Picker> {
     bool is_second_version() const { return version_ == "2" || version_.starts_with("2."); }
 
   private:
-    struct Open {
+    struct OpenValue {
         bool is_list;
         std::string key;  // under which it stands
     };
@@ -78,7 +78,7 @@ class Picker : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Picker> {
     bool open(bool is_list) {
         open_.push_back({is_list, key_});
         key_.clear();
-        return open_.size() <= kDeepest;
+        return open_.size() <= kMaxDepth;
     }
     void close() {
         key_.clear();
@@ -101,7 +101,7 @@ class Picker : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Picker> {
         ids_.push_back(*std::move(id_));
     }
 
-    std::vector<Open> open_;
+    std::vector<OpenValue> open_;
     std::string key_;
     std::string version_;
     bool has_list_ = false;

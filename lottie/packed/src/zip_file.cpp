@@ -13,8 +13,8 @@
 #include <utility>
 
 #include "entry_name.h"
-#include "growth.h"
 #include "manifest.h"
+#include "unpack_limit.h"
 
 namespace lottie::packed {
 namespace {
@@ -111,7 +111,7 @@ std::string unpack(zip_t* zip, zip_uint64_t index, const std::string& entry, std
     const std::unique_ptr<zip_file_t, int (*)(zip_file_t*)> file(zip_fopen_index(zip, index, 0), zip_fclose);
     if (file == nullptr)
         throw ArchiveError(std::string("cannot be unpacked (") + zip_strerror(zip) + "): pack it again", entry);
-    Growth growth(facts.comp_size, most, entry);
+    UnpackLimit limit(facts.comp_size, most, entry);
     std::array<char, 1 << 16> block;
     std::string text;
     for (;;) {
@@ -120,12 +120,12 @@ std::string unpack(zip_t* zip, zip_uint64_t index, const std::string& entry, std
             throw ArchiveError(std::string("is damaged (") + zip_file_strerror(file.get()) + "): pack it again", entry);
         }
         if (count == 0) return text;
-        growth.add(static_cast<std::size_t>(count));
+        limit.add(static_cast<std::size_t>(count));
         text.append(block.data(), static_cast<std::size_t>(count));
     }
 }
 
-class ZipFile : public Packed {
+class ZipFile : public PackedFile {
   public:
     explicit ZipFile(std::string all) {
         bytes = std::move(all);
@@ -138,8 +138,8 @@ class ZipFile : public Packed {
                 "plain files");
         }
         const Manifest manifest =
-            read_manifest(unpack(zip.get(), manifest_index->second, std::string(kManifest), kMostManifestBytes));
-        std::size_t left = kMostBytes;
+            read_manifest(unpack(zip.get(), manifest_index->second, std::string(kManifest), kMaxManifestBytes));
+        std::size_t left = kMaxBytes;
         for (const std::string& id : manifest.ids) {
             PackedAnimation animation{id, entry_for(id, manifest, indices), ""};
             indices_.push_back(indices.at(animation.entry));
@@ -160,16 +160,16 @@ class ZipFile : public Packed {
     }
 
   private:
-    using Indices = std::unordered_map<std::string, zip_uint64_t>;
+    using EntryIndices = std::unordered_map<std::string, zip_uint64_t>;
 
     // Every entry's index by its name. Entries that nobody should unpack are refused although nothing is unpacked here:
     // the result would carry them on.
-    static Indices look_at_entries(zip_t* zip) {
-        Indices indices;
+    static EntryIndices look_at_entries(zip_t* zip) {
+        EntryIndices indices;
         const auto count = static_cast<zip_uint64_t>(zip_get_num_entries(zip, 0));
-        if (count > kMostEntries) {
+        if (count > kMaxEntries) {
             throw ArchiveError("holds " + std::to_string(count) + " entries, and more than " +
-                               std::to_string(kMostEntries) +
+                               std::to_string(kMaxEntries) +
                                " are not taken: leave out what its animations do not need");
         }
         for (zip_uint64_t index = 0; index < count; ++index) {
@@ -184,7 +184,7 @@ class ZipFile : public Packed {
         return indices;
     }
 
-    static std::string entry_for(const std::string& id, const Manifest& manifest, const Indices& indices) {
+    static std::string entry_for(const std::string& id, const Manifest& manifest, const EntryIndices& indices) {
         for (const std::string_view folder : manifest.folders) {
             std::string entry = std::string(folder) + id + ".json";
             if (indices.contains(entry)) return entry;
@@ -214,7 +214,7 @@ class ZipFile : public Packed {
 
 }  // namespace
 
-std::unique_ptr<Packed> read_zip(std::string bytes) {
+std::unique_ptr<PackedFile> read_zip(std::string bytes) {
     return std::make_unique<ZipFile>(std::move(bytes));
 }
 

@@ -9,7 +9,7 @@
 #include "cli/shared/console.h"
 #include "cli/shared/file_io.h"
 #include "document/document.h"
-#include "document/written.h"
+#include "document/output_text.h"
 #include "packed/archive.h"
 
 namespace cli {
@@ -31,7 +31,7 @@ void print_warnings(const Console& console, const std::string& label,
 void refuse_faulty_content(const lottie::document::Document& document);
 
 // The animation as it is now. Throws Failure (bad input, with its place) if it cannot be written.
-lottie::document::Written write_animation(const lottie::document::Document& document);
+lottie::document::OutputText write_animation(const lottie::document::Document& document);
 // The same for the layers of one composition.
 lottie::document::WrittenLayers write_layers(const lottie::document::Document& document, const host::model::Comp& comp);
 
@@ -67,7 +67,7 @@ class AnimationFile {
 
     // The file's bytes with `texts` in the place of the chosen animations, in the same form. They point at what the
     // texts of a plain file point at. Throws Failure (failed).
-    lottie::document::Written with(std::vector<lottie::document::Written> texts) const;
+    lottie::document::OutputText with(std::vector<lottie::document::OutputText> texts) const;
 
   private:
     void choose(const std::string& id);

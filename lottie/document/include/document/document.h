@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "document/input_error.h"
-#include "document/written.h"
+#include "document/output_text.h"
 #include "model/project.h"
 
 namespace lottie::document {
@@ -58,7 +58,7 @@ class Document {
     // InputError when what a layer has become cannot be written.
     std::string write() const;
     // The same, pointing into the document.
-    Written write_in_pieces() const;
+    OutputText write_in_pieces() const;
     // One composition of it.
     WrittenLayers write_layers(const host::model::Comp& comp) const;
     // How large it is in all. What did not change since the last call is not looked at again.

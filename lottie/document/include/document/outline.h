@@ -59,10 +59,10 @@ struct ScannedAsset {
     JsonToken path;
     JsonToken width;
     JsonToken height;
-    int comp = -1;  // in Outline::comps; -1 for footage
+    int comp = -1;  // in DocumentOutline::comps; -1 for footage
 };
 
-struct Outline {
+struct DocumentOutline {
     Slice root;
     JsonToken version;
     JsonToken frame_rate;

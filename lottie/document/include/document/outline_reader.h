@@ -8,6 +8,6 @@
 namespace lottie::document {
 
 // Reads the whole text once: every byte is checked to be JSON in UTF-8. Throws InputError.
-Outline read_outline(const std::string& text);
+DocumentOutline read_outline(const std::string& text);
 
 }  // namespace lottie::document

@@ -7,15 +7,15 @@
 #include <string_view>
 #include <vector>
 
+#include "document/output_text.h"
 #include "document/slice.h"
-#include "document/written.h"
 
 namespace lottie::document {
 
 // Where edits overlap the outermost wins; of two for the same place the first.
 class Patch {
   public:
-    using DeferredText = std::function<void(Written&)>;
+    using DeferredText = std::function<void(OutputText&)>;
 
     void replace(Slice where, std::string text) { edits_.push_back({where, std::move(text), {}}); }
     void insert(std::uint32_t at, std::string text) { replace({at, at}, std::move(text)); }
@@ -24,7 +24,7 @@ class Patch {
     bool is_empty() const { return edits_.empty(); }
 
     // Appends the piece `range` of the text, changed, to `out`, which may point at the text.
-    void write(std::string_view text, Slice range, Written& out);
+    void write(std::string_view text, Slice range, OutputText& out);
 
   private:
     struct Edit {

@@ -5,7 +5,7 @@
 
 namespace lottie::document {
 
-void Patch::write(std::string_view text, Slice range, Written& out) {
+void Patch::write(std::string_view text, Slice range, OutputText& out) {
     std::stable_sort(edits_.begin(), edits_.end(), [](const Edit& a, const Edit& b) {
         if (a.where.begin != b.where.begin) return a.where.begin < b.where.begin;
         if (a.where.empty() != b.where.empty()) return a.where.empty();

@@ -9,7 +9,7 @@
 
 namespace lottie::document {
 
-AssetGraph::AssetGraph(const std::string& text, const Outline& outline)
+AssetGraph::AssetGraph(const std::string& text, const DocumentOutline& outline)
     : text_(text), outline_(outline), first_users_(outline.assets.size()), longest_uses_(outline.assets.size()) {
     for (std::size_t i = 0; i < outline_.assets.size(); ++i) {
         const JsonToken& id = outline_.assets[i].id;

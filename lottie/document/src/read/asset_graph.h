@@ -13,7 +13,7 @@ namespace lottie::document {
 // Made from a whole outline. Throws InputError for compositions that contain themselves.
 class AssetGraph {
   public:
-    AssetGraph(const std::string& text, const Outline& outline);
+    AssetGraph(const std::string& text, const DocumentOutline& outline);
 
     int asset_of(const std::string& id) const;  // -1 if there is none; the first of several
     // The asset whose composition the layer shows; -1 if it shows none, or one that does not exist.
@@ -29,7 +29,7 @@ class AssetGraph {
     std::string name_of(std::size_t comp) const;
 
     const std::string& text_;
-    const Outline& outline_;
+    const DocumentOutline& outline_;
     std::unordered_map<std::string, int> assets_;
     std::vector<const ScannedLayer*> first_users_;
     std::vector<double> longest_uses_;

@@ -12,7 +12,7 @@ namespace {
 
 class Linker {
   public:
-    Linker(const ScannedComp& scanned, StoredComp& comp, const Outline& outline)
+    Linker(const ScannedComp& scanned, StoredComp& comp, const DocumentOutline& outline)
         : scanned_(scanned), comp_(comp), outline_(outline), text_(comp.store->text) {}
 
     void link() {
@@ -113,13 +113,13 @@ class Linker {
 
     const ScannedComp& scanned_;
     StoredComp& comp_;
-    const Outline& outline_;
+    const DocumentOutline& outline_;
     const std::string& text_;
 };
 
 }  // namespace
 
-void link_layers(const ScannedComp& scanned, StoredComp& comp, const Outline& outline) {
+void link_layers(const ScannedComp& scanned, StoredComp& comp, const DocumentOutline& outline) {
     Linker(scanned, comp, outline).link();
 }
 

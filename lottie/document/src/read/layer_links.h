@@ -6,6 +6,6 @@
 namespace lottie::document {
 
 // Throws InputError for links that lead nowhere or in a circle, and for numbers that two layers share.
-void link_layers(const ScannedComp& scanned, StoredComp& comp, const Outline& outline);
+void link_layers(const ScannedComp& scanned, StoredComp& comp, const DocumentOutline& outline);
 
 }  // namespace lottie::document

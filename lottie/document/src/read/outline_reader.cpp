@@ -63,10 +63,10 @@ std::string complaint(rapidjson::ParseErrorCode code) {
 
 }  // namespace
 
-Outline read_outline(const std::string& text) {
+DocumentOutline read_outline(const std::string& text) {
     if (text.size() > kMaxTextSize) refuse(text, 0, "", "The input is larger than 4 GB, more than can be held.");
     const std::size_t start = text.compare(0, kByteOrderMark.size(), kByteOrderMark) == 0 ? kByteOrderMark.size() : 0;
-    Outline outline;
+    DocumentOutline outline;
     outline.comps.emplace_back();
     ScanStream stream(text.c_str(), text.c_str() + start);
     Scanner scanner(text, stream, outline);

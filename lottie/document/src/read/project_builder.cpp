@@ -30,7 +30,7 @@ constexpr std::string_view kEmptyAnimation = R"({"fr":1,"ip":0,"op":1,"w":1,"h":
 
 class ProjectBuilder {
   public:
-    ProjectBuilder(Store& store, Outline& outline) : store_(store), text_(store.text), outline_(outline) {}
+    ProjectBuilder(Store& store, DocumentOutline& outline) : store_(store), text_(store.text), outline_(outline) {}
 
     void build() {
         read_document();
@@ -316,7 +316,7 @@ class ProjectBuilder {
 
     Store& store_;
     const std::string& text_;
-    Outline& outline_;
+    DocumentOutline& outline_;
     std::unique_ptr<AssetGraph> graph_;
     double frame_rate_ = 0;
     double out_ = 0;

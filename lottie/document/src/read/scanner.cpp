@@ -219,19 +219,19 @@ void Scanner::member(JsonKind kind, Slice text) {
 void Scanner::document_member(const JsonToken& token) {
     struct Member {
         std::string_view key;
-        JsonToken Outline::*place;
+        JsonToken DocumentOutline::*place;
     };
-    static constexpr std::array<Member, 11> kMembers{{{"v", &Outline::version},
-                                                      {"fr", &Outline::frame_rate},
-                                                      {"ip", &Outline::in},
-                                                      {"op", &Outline::out},
-                                                      {"w", &Outline::width},
-                                                      {"h", &Outline::height},
-                                                      {"nm", &Outline::name},
-                                                      {"ddd", &Outline::ddd},
-                                                      {"assets", &Outline::assets_token},
-                                                      {"layers", &Outline::layers_token},
-                                                      {"slots", &Outline::slots}}};
+    static constexpr std::array<Member, 11> kMembers{{{"v", &DocumentOutline::version},
+                                                      {"fr", &DocumentOutline::frame_rate},
+                                                      {"ip", &DocumentOutline::in},
+                                                      {"op", &DocumentOutline::out},
+                                                      {"w", &DocumentOutline::width},
+                                                      {"h", &DocumentOutline::height},
+                                                      {"nm", &DocumentOutline::name},
+                                                      {"ddd", &DocumentOutline::ddd},
+                                                      {"assets", &DocumentOutline::assets_token},
+                                                      {"layers", &DocumentOutline::layers_token},
+                                                      {"slots", &DocumentOutline::slots}}};
     for (const Member& known : kMembers) {
         if (known.key == key_) outline_.*known.place = token;
     }

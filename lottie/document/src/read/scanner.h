@@ -17,7 +17,7 @@ inline constexpr int kMaxNesting = 1000;
 
 class Scanner {
   public:
-    Scanner(const std::string& text, const ScanStream& stream, Outline& outline)
+    Scanner(const std::string& text, const ScanStream& stream, DocumentOutline& outline)
         : text_(text), stream_(stream), outline_(outline) {}
 
     // The reader's events. A fault in what is said, as opposed to how, is thrown as InputError at once.
@@ -63,7 +63,7 @@ class Scanner {
 
     const std::string& text_;
     const ScanStream& stream_;
-    Outline& outline_;
+    DocumentOutline& outline_;
     Where where_ = Where::outside;
     int depth_ = 0;
     int deep_ = 0;  // levels inside a member that is only noted

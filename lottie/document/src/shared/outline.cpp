@@ -3,15 +3,15 @@
 
 namespace lottie::document {
 
-std::string Outline::asset_pointer(int asset) const {
+std::string DocumentOutline::asset_pointer(int asset) const {
     return "/assets/" + std::to_string(asset);
 }
 
-std::string Outline::layers_pointer(const ScannedComp& comp) const {
+std::string DocumentOutline::layers_pointer(const ScannedComp& comp) const {
     return comp.asset < 0 ? "/layers" : asset_pointer(comp.asset) + "/layers";
 }
 
-std::string Outline::layer_pointer(const ScannedComp& comp, std::size_t layer) const {
+std::string DocumentOutline::layer_pointer(const ScannedComp& comp, std::size_t layer) const {
     return layers_pointer(comp) + "/" + std::to_string(layer);
 }
 

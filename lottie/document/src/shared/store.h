@@ -103,7 +103,7 @@ struct Store {
     std::string text;
     FrameClock clock;
     VerbatimTimes edges;
-    Outline outline;                        // without its layers
+    DocumentOutline outline;                // without its layers
     std::shared_ptr<const JsonTree> slots;  // values that properties name by "sid"; null if the file has none
     std::vector<StoredAsset> assets;
     std::vector<std::shared_ptr<StoredComp>> comps;  // the main one first

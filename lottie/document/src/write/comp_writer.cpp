@@ -85,7 +85,7 @@ bool CompWriter::became_3d() const {
     });
 }
 
-void CompWriter::write(Written& out) const {
+void CompWriter::write(OutputText& out) const {
     out.append("[");
     for (std::size_t i = 0; i < stack_.size(); ++i) {
         write_gap(out, i);
@@ -96,7 +96,7 @@ void CompWriter::write(Written& out) const {
 }
 
 // What stands before the layer at that place, or behind the last.
-void CompWriter::write_gap(Written& out, std::size_t place) const {
+void CompWriter::write_gap(OutputText& out, std::size_t place) const {
     const bool had_layers = stored_ != nullptr && !stored_->layers.empty();
     const std::string_view text = store_.text;
     if (stack_.empty()) return;
@@ -120,7 +120,7 @@ void CompWriter::write_gap(Written& out, std::size_t place) const {
 WrittenLayers CompWriter::write_layers(std::size_t& size_of_array) const {
     WrittenLayers written;
     written.layers.reserve(stack_.size());
-    Written gaps;
+    OutputText gaps;
     size_of_array = 2;  // the brackets
     for (std::size_t i = 0; i < stack_.size(); ++i) {
         write_gap(gaps, i);
@@ -128,7 +128,7 @@ WrittenLayers CompWriter::write_layers(std::size_t& size_of_array) const {
         if (document::is_untouched(numbers_, layer, above(i))) {
             written.layers.push_back(base_of(layer)->text.of(store_.text));
         } else {
-            Written one;
+            OutputText one;
             write_layer(one, context_, layer, above(i));
             written.layers.push_back(written.own.emplace_back(one.text()));
         }

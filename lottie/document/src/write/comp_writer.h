@@ -27,14 +27,14 @@ class CompWriter {
     bool is_untouched() const;
     bool became_3d() const;
 
-    void write(Written& out) const;
+    void write(OutputText& out) const;
     // Only the layers themselves; the array with all that stands between them is of the size given back.
     WrittenLayers write_layers(std::size_t& size_of_array) const;
 
   private:
     const host::model::Layer* above(std::size_t i) const { return i == 0 ? nullptr : stack_[i - 1]; }
     std::string separator() const;
-    void write_gap(Written& out, std::size_t place) const;
+    void write_gap(OutputText& out, std::size_t place) const;
 
     const Store& store_;
     const StoredComp* stored_;

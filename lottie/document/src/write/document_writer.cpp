@@ -14,9 +14,9 @@ class DocumentWriter {
   public:
     explicit DocumentWriter(const Store& store) : store_(store), text_(store.text), outline_(store.outline) {}
 
-    Written write() {
+    OutputText write() {
         if (store_.is_passed_on) {
-            Written all;
+            OutputText all;
             all.refer(text_);
             return all;
         }
@@ -29,7 +29,7 @@ class DocumentWriter {
         const bool is_3d = outline_.ddd.kind == JsonKind::yes ||
                            (outline_.ddd.kind == JsonKind::number && read_number(outline_.ddd.text.of(text_)) != 0);
         if (became_3d_ && !is_3d) set_member(outline_.ddd, "ddd", "1");
-        Written out;
+        OutputText out;
         patch_.write(text_, {0, static_cast<std::uint32_t>(text_.size())}, out);
         return out;
     }
@@ -61,7 +61,7 @@ class DocumentWriter {
         auto writer = std::make_shared<CompWriter>(store_, &stored, comp, new_ids_);
         if (writer->is_untouched()) return;
         became_3d_ = became_3d_ || writer->became_3d();
-        patch_.replace_later(stored.array, [writer](Written& out) { writer->write(out); });
+        patch_.replace_later(stored.array, [writer](OutputText& out) { writer->write(out); });
     }
 
     // What an unnamed composition is called here says nothing about the file.
@@ -85,7 +85,7 @@ class DocumentWriter {
     std::string new_asset_text(const host::model::Comp& comp) {
         const CompWriter writer(store_, nullptr, comp, new_ids_);
         became_3d_ = became_3d_ || writer.became_3d();
-        Written out;
+        OutputText out;
         out.append("{\"id\":" + encode_string(new_ids_.at(&comp)) + ",\"nm\":" + encode_string(comp.name()) +
                    ",\"layers\":");
         writer.write(out);
@@ -112,7 +112,7 @@ class DocumentWriter {
 
     const Store& store_;
     const std::string& text_;
-    const Outline& outline_;
+    const DocumentOutline& outline_;
     Patch patch_;
     bool became_3d_ = false;
     std::vector<host::model::Comp*> new_comps_;
@@ -121,7 +121,7 @@ class DocumentWriter {
 
 }  // namespace
 
-Written write_document(const Store& store) {
+OutputText write_document(const Store& store) {
     return DocumentWriter(store).write();
 }
 

@@ -3,11 +3,11 @@
 
 #include <string>
 
-#include "document/written.h"
+#include "document/output_text.h"
 #include "shared/store.h"
 
 namespace lottie::document {
 
-Written write_document(const Store& store);
+OutputText write_document(const Store& store);
 
 }  // namespace lottie::document

@@ -75,7 +75,7 @@ std::string fresh_text(const WriteContext& context, const host::model::Effect& e
     if (number_member(tree, tree.root(), "ix") != static_cast<double>(place))
         edit.members().set("ix", std::to_string(place));
     edit.finish(true);
-    Written out;
+    OutputText out;
     patch.write(text, pattern->text, out);
     return out.text();
 }

@@ -62,7 +62,7 @@ class LayerEditor {
           read_{base, tree_},
           root_(tree_, tree_.root(), layer_member_order()) {}
 
-    void write(Written& out) {
+    void write(OutputText& out) {
         edit_identity();
         edit_matte();
         edit_switches();
@@ -176,7 +176,7 @@ bool is_untouched(const Numbering& numbers, const Layer& layer, const Layer* abo
            has_same_name(layer, base) && numbers.number(layer) == base.ind && !has_changed_content(layer);
 }
 
-void write_layer(Written& out, const WriteContext& context, Layer& layer, const Layer* above) {
+void write_layer(OutputText& out, const WriteContext& context, Layer& layer, const Layer* above) {
     const StoredLayer* base = base_of(layer);
     try {
         if (base == nullptr) {

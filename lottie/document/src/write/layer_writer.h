@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "document/written.h"
+#include "document/output_text.h"
 #include "model/layer.h"
 #include "shared/store.h"
 #include "write/write_context.h"
@@ -14,6 +14,7 @@ namespace lottie::document {
 bool is_untouched(const Numbering& numbers, const host::model::Layer& layer, const host::model::Layer* above);
 
 // Any layer: one of the file, a copy of one, or one that the host made.
-void write_layer(Written& out, const WriteContext& context, host::model::Layer& layer, const host::model::Layer* above);
+void write_layer(OutputText& out, const WriteContext& context, host::model::Layer& layer,
+                 const host::model::Layer* above);
 
 }  // namespace lottie::document

@@ -14,11 +14,11 @@ namespace lottie::packed {
 enum class Form { lottie, tgs };
 
 // How much an archive may unpack to; what is beyond is refused while it is being unpacked, whatever its headers say.
-inline constexpr std::size_t kMostBytes = std::size_t{256} << 20;  // all animations together
-inline constexpr std::size_t kMostManifestBytes = std::size_t{1} << 20;
-inline constexpr std::size_t kMostEntries = 10'000;
-inline constexpr std::size_t kMostGrowth = 200;                  // bytes for each packed one, ...
-inline constexpr std::size_t kAnyGrowth = std::size_t{1} << 20;  // ... except for the first million
+inline constexpr std::size_t kMaxBytes = std::size_t{256} << 20;  // all animations together
+inline constexpr std::size_t kMaxManifestBytes = std::size_t{1} << 20;
+inline constexpr std::size_t kMaxEntries = 10'000;
+inline constexpr std::size_t kMaxRatio = 200;                    // bytes for each packed one, ...
+inline constexpr std::size_t kFreeBytes = std::size_t{1} << 20;  // ... except for the first million
 
 struct PackedAnimation {
     std::string id;     // in the manifest; empty in a .tgs file
@@ -50,8 +50,8 @@ class Archive {
     std::string write(const std::vector<std::string>& texts) const;
 
   private:
-    explicit Archive(std::unique_ptr<struct Packed> packed);
-    std::unique_ptr<struct Packed> packed_;
+    explicit Archive(std::unique_ptr<struct PackedFile> packed);
+    std::unique_ptr<struct PackedFile> packed_;
 };
 
 }  // namespace lottie::packed

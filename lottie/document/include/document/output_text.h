@@ -9,11 +9,11 @@
 
 namespace lottie::document {
 
-class Written {
+class OutputText {
   public:
-    Written() = default;
-    Written(Written&&) = default;
-    Written& operator=(Written&&) = default;
+    OutputText() = default;
+    OutputText(OutputText&&) = default;
+    OutputText& operator=(OutputText&&) = default;
 
     void append(std::string_view text);
     // The same for text that outlives this object.

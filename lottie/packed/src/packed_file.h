@@ -8,8 +8,8 @@
 
 namespace lottie::packed {
 
-struct Packed {
-    virtual ~Packed() = default;
+struct PackedFile {
+    virtual ~PackedFile() = default;
     virtual Form form() const = 0;
     // `texts` are one for each animation, and not all as they were.
     virtual std::string write(const std::vector<std::string>& texts) const = 0;

@@ -6,10 +6,10 @@
 
 namespace lottie::packed {
 
-class Growth {
+class UnpackLimit {
   public:
     // `packed` bytes of `entry` are going to be unpacked, to `most` at the most.
-    Growth(std::size_t packed, std::size_t most, std::string entry);
+    UnpackLimit(std::size_t packed, std::size_t most, std::string entry);
 
     // So many bytes more came out. Throws ArchiveError as soon as it is too much.
     void add(std::size_t count);

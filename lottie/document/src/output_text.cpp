@@ -1,5 +1,5 @@
 // Putting a document together without copying what did not change.
-#include "document/written.h"
+#include "document/output_text.h"
 
 #include <algorithm>
 
@@ -14,7 +14,7 @@ constexpr std::size_t kWorthPointingAt = 256;
 
 }  // namespace
 
-void Written::append(std::string_view text) {
+void OutputText::append(std::string_view text) {
     if (text.empty()) return;
     if (own_.empty() || own_.back().capacity() - own_.back().size() < text.size()) {
         own_.emplace_back().reserve(std::max(std::clamp(size_, kShortestBlock, kLongestBlock), text.size()));
@@ -32,7 +32,7 @@ void Written::append(std::string_view text) {
     }
 }
 
-void Written::refer(std::string_view lasting) {
+void OutputText::refer(std::string_view lasting) {
     if (lasting.size() < kWorthPointingAt) {
         append(lasting);
         return;
@@ -42,7 +42,7 @@ void Written::refer(std::string_view lasting) {
     last_is_own_ = false;
 }
 
-std::string Written::text() const {
+std::string OutputText::text() const {
     std::string all;
     all.reserve(size_);
     for (const std::string_view piece : pieces_) all += piece;
