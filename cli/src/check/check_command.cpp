@@ -20,8 +20,9 @@ using host::model::Comp;
 using host::model::Layer;
 
 std::vector<Layer*> nests_to_check(const lottie::document::Document& document, const Options& options) {
-    if (!options.layers.empty()) return find_nests(find_composition(document, options.composition), options.layers);
-    if (!options.composition.empty()) return nests_of(find_composition(document, options.composition));
+    if (!options.layers.empty() || !options.composition.empty()) {
+        return find_nests(find_composition(document, options.composition), options.layers);
+    }
     std::vector<Layer*> nests;
     for (const Comp* comp : document.project().comps()) {
         const auto more = nests_of(*comp);

@@ -63,15 +63,7 @@ class Flatten {
         : options_(options), console_(console), plugin_(plugin) {}
 
     ExitCode one_file(const std::string& file) {
-        try {
-            return flatten_and_write(file);
-        } catch (const Failure& failure) {
-            print_failure(console_, shown_name(file), failure);
-            return failure.code();
-        } catch (const std::exception& unforeseen) {  // such as running out of memory
-            print_failure(console_, shown_name(file), Failure(ExitCode::failed, unforeseen.what()));
-            return ExitCode::failed;
-        }
+        return guarded(console_, shown_name(file), [&] { return flatten_and_write(file); });
     }
 
   private:

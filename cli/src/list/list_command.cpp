@@ -33,13 +33,10 @@ std::string listing(const Options& options, const Console& console) {
 }  // namespace
 
 ExitCode list(const Options& options, const Console& console) {
-    try {
+    return guarded(console, shown_name(options.file()), [&] {
         write_result(kStandardStream, listing(options, console));
         return ExitCode::done;
-    } catch (const Failure& failure) {
-        print_failure(console, shown_name(options.file()), failure);
-        return failure.code();
-    }
+    });
 }
 
 }  // namespace cli

@@ -44,18 +44,12 @@ ExitCode tell(const ReplayVerdict& verdict, const std::string& name, const Conso
 
 ExitCode replay(const Options& options, const Console& console) {
     const std::string name = shown_name(options.file());
-    try {
+    return guarded(console, name, [&] {
         const std::string bytes = read_input(options.file());
         const host::journal::Journal journal = journal_from(bytes);
         const host::runner::PluginModule plugin = load_plugin();
         return tell(host::journal::replay(journal, plugin.entry_point()), name, console);
-    } catch (const Failure& failure) {
-        print_failure(console, name, failure);
-        return failure.code();
-    } catch (const std::exception& unforeseen) {
-        console.say(Tone::error, name, unforeseen.what());
-        return ExitCode::failed;
-    }
+    });
 }
 
 }  // namespace cli

@@ -7,6 +7,7 @@
 
 #include "cli/shared/animation_file.h"
 #include "cli/shared/file_io.h"
+#include "cli/shared/files_at_work.h"
 #include "cli/shared/selection.h"
 #include "cli/shared/trial.h"
 #include "looks/extract_composition.h"
@@ -70,7 +71,7 @@ class Reporter {
           limits_(script_limits(options.script_time)),
           document_(parse_input(text_)),
           comp_(find_composition(document_, options.composition)),
-          nests_(options.layers.empty() ? nests_of(comp_) : find_nests(comp_, options.layers)),
+          nests_(find_nests(comp_, options.layers)),
           checker_(document_, plugin, options.answers, limits_) {
         print_warnings(console, input.label(0), document_.warnings());
     }
@@ -201,24 +202,17 @@ void print_report(const Console& console, const Report& report, const std::strin
 }  // namespace
 
 ExitCode report(const Options& options, const Console& console) {
-    try {
+    return guarded(console, shown_name(options.file()), [&] {
         refuse_own_input(options);
         const AnimationPlayer player = load_player();
         const host::runner::PluginModule plugin = load_plugin();
         const AnimationFile input(options.file(), options.animation);
         refuse_several(input);
         const Report report = report_on(input, options, plugin, console);
-        write_result(options.output.empty() ? std::string(kStandardStream) : options.output,
-                     report_page(report, player));
+        write_output(options, options.file(), report_page(report, player));
         print_report(console, report, options.output == kStandardStream ? "" : options.output);
         return report.verdict() == Verdict::changes ? ExitCode::look_changes : ExitCode::done;
-    } catch (const Failure& failure) {
-        print_failure(console, shown_name(options.file()), failure);
-        return failure.code();
-    } catch (const std::exception& unforeseen) {  // such as running out of memory
-        print_failure(console, shown_name(options.file()), Failure(ExitCode::failed, unforeseen.what()));
-        return ExitCode::failed;
-    }
+    });
 }
 
 }  // namespace cli

@@ -164,7 +164,7 @@ class Run {
 
     lottie::document::OutputText unnest_in(lottie::document::Document& document, AnimationResult& result) {
         Comp& comp = find_composition(document, options_.composition);
-        const auto nests = options_.layers.empty() ? nests_of(comp) : find_nests(comp, options_.layers);
+        const auto nests = find_nests(comp, options_.layers);
         result.composition = comp.name();
         if (nests.empty()) {
             result.skip_reason = "composition " + in_quotes(comp.name()) + " has no nests: nothing to do";

@@ -114,6 +114,7 @@ Comp& find_composition(const lottie::document::Document& document, const std::st
 }
 
 std::vector<Layer*> find_nests(const Comp& comp, const std::vector<std::string>& texts) {
+    if (texts.empty()) return nests_of(comp);
     std::vector<Layer*> chosen;
     std::unordered_set<const Layer*> seen;
     const auto choose = [&](Layer* layer) {

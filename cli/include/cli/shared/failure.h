@@ -30,4 +30,18 @@ inline void print_failure(const Console& console, const std::string& file, const
     console.say(Console::Tone::error, file + failure.place(), failure.what());
 }
 
+// Does the work on one file. What ends it early is printed, and its exit code comes back.
+template <class Work>
+ExitCode guarded(const Console& console, const std::string& file, Work work) {
+    try {
+        return work();
+    } catch (const Failure& failure) {
+        print_failure(console, file, failure);
+        return failure.code();
+    } catch (const std::exception& unforeseen) {  // such as running out of memory
+        print_failure(console, file, Failure(ExitCode::failed, unforeseen.what()));
+        return ExitCode::failed;
+    }
+}
+
 }  // namespace cli

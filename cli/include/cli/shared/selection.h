@@ -30,8 +30,9 @@ std::vector<host::model::Layer*> new_nests_of(const host::model::Comp& comp, hos
 // none, near names being suggested, and Failure (usage) if several have the name.
 host::model::Comp& find_composition(const lottie::document::Document& document, const std::string& name_or_id);
 
-// The nests that the texts mean, in their order, each once: "#3" is the third layer of the stack, anything else all
-// nests of that name. Throws SelectionNotFound for no such layer and for a layer that is no nest.
+// The nests that the texts mean, in their order, each once; without any text all nests. "#3" is the third layer of the
+// stack, anything else all nests of that name. Throws SelectionNotFound for no such layer and for a layer that is no
+// nest.
 std::vector<host::model::Layer*> find_nests(const host::model::Comp& comp, const std::vector<std::string>& texts);
 
 }  // namespace cli
