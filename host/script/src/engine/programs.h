@@ -15,7 +15,7 @@ struct PlainStatement;
 class PlainStatements;
 
 // Keeps recently run longer scripts compiled. Rows of plain statements are long and come once, so each statement's
-// shape is compiled once, as a function of its literals (docs/decisions/0015-plain-statements.md).
+// shape is compiled once, as a function of its literals (docs/decisions/0017-plain-statements.md).
 class Programs {
   public:
     // Must come first: creates the array that keeps functions alive.
