@@ -79,9 +79,9 @@ TEST_F(Files, that_cannot_be_read_are_refused_in_a_sentence) {
 TEST_F(Files, without_end_are_refused_before_memory_is_gone) {
     EXPECT_EQ(error_of([] { read_file("/dev/zero", kLimit); }), "cannot be read: it is a device");
     EXPECT_EQ(error_of([] { read_file("/dev/null", kLimit); }), "cannot be read: it is a device");
-    EXPECT_EQ(error_of([] { read_own_file("/dev/zero", kLimit); }), "cannot be read: it is no regular file");
+    EXPECT_EQ(error_of([] { read_own_file("/dev/zero", kLimit); }), "cannot be read: it is not a regular file");
     ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
-    EXPECT_EQ(error_of([&] { read_own_file(path("pipe"), kLimit); }), "cannot be read: it is no regular file");
+    EXPECT_EQ(error_of([&] { read_own_file(path("pipe"), kLimit); }), "cannot be read: it is not a regular file");
 
     write("large", "");
     fs::resize_file(path("large"), std::uintmax_t{1} << 40);  // takes no place

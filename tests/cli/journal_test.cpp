@@ -148,7 +148,7 @@ TEST(Journal, that_is_none_is_bad_input) {
     sandbox.write("run.journal", test::one_nest() + "\n");
     const Finished other = replay(sandbox);
     EXPECT_EQ(other.exit_code, 3);
-    EXPECT_EQ(other.err, "run.journal:1: this is no journal: the first line is not 'plug-in journal 1'\n");
+    EXPECT_EQ(other.err, "run.journal:1: this is not a journal: the first line is not 'plug-in journal 1'\n");
 
     record(sandbox);
     std::string journal = sandbox.read("run.journal");
@@ -156,7 +156,7 @@ TEST(Journal, that_is_none_is_bad_input) {
     sandbox.write("run.journal", journal);
     const Finished damaged = replay(sandbox);
     EXPECT_EQ(damaged.exit_code, 3);
-    EXPECT_THAT(damaged.err, StartsWith("run.journal:8: this is no line of a journal: "));
+    EXPECT_THAT(damaged.err, StartsWith("run.journal:8: this is not a journal line: "));
 
     const Finished missing = exflate(sandbox, {"replay", "nothing.journal"});
     EXPECT_EQ(missing.exit_code, 3);

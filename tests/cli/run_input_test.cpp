@@ -113,7 +113,7 @@ TEST(RunInput, what_players_pass_over_is_passed_over_with_a_warning) {
     const Sandbox sandbox;
     const std::vector<std::pair<std::string, std::string>> cases = {
         {test::animation({}, {test::shape_layer(1, "A"), test::shape_layer(1, "B")}), "has the same \"ind\" 1"},
-        {test::animation({}, {test::shape_layer(1, "A"), "7"}), "is no object"},
+        {test::animation({}, {test::shape_layer(1, "A"), "7"}), "is not an object"},
         {test::animation({}, {test::nest_layer(1, "N", "gone")}), "\"gone\", which does not exist"}};
     for (const auto& [text, sentence] : cases) {
         sandbox.write("odd.json", text);

@@ -73,9 +73,9 @@ TEST(Refusals, empty_input_and_input_that_was_cut_off_are_named) {
 }
 
 TEST(Refusals, json_that_is_no_animation) {
-    expect_said({{"[1,2]", "no animation"},
-                 {"12", "no animation"},
-                 {"null", "no animation"},
+    expect_said({{"[1,2]", "not an animation"},
+                 {"12", "not an animation"},
+                 {"null", "not an animation"},
                  {"{}", "\"layers\""},
                  {R"({"ip":0,"op":60,"h":100,"w":1,"layers":[]})", "\"fr\""},
                  {R"({"ip":0,"op":60,"h":100,"fr":30,"layers":[]})", "\"w\""},

@@ -75,21 +75,21 @@ TEST(ReadingAJournal, takes_a_journal_cut_at_any_byte) {
         const std::string cut = whole.substr(0, length);
         EXPECT_FALSE(journal_from(cut).is_complete) << length;
     }
-    EXPECT_EQ(damage_of(whole.substr(0, first_line - 1)), "1: this is no journal: there is no whole line in it");
-    EXPECT_EQ(damage_of(""), "1: this is no journal: there is no whole line in it");
+    EXPECT_EQ(damage_of(whole.substr(0, first_line - 1)), "1: this is not a journal: there is no whole line in it");
+    EXPECT_EQ(damage_of(""), "1: this is not a journal: there is no whole line in it");
 }
 
 TEST(ReadingAJournal, refuses_another_version_and_other_files) {
-    EXPECT_EQ(damage_of("plug-in journal 2\n"), "1: this is no journal: the first line is not 'plug-in journal 1'");
-    EXPECT_EQ(damage_of("{\n}\n"), "1: this is no journal: the first line is not 'plug-in journal 1'");
+    EXPECT_EQ(damage_of("plug-in journal 2\n"), "1: this is not a journal: the first line is not 'plug-in journal 1'");
+    EXPECT_EQ(damage_of("{\n}\n"), "1: this is not a journal: the first line is not 'plug-in journal 1'");
 }
 
 TEST(ReadingAJournal, tells_the_line_that_is_damaged) {
     EXPECT_EQ(damage_of(lines("session(\"a\")\nnonsense\n")),
-              "3: this is no line of a journal: no line of a journal begins like this");
+              "3: this is not a journal line: no journal line begins like this");
     EXPECT_THAT(damage_of(lines("session(\"a)\n")), HasSubstr("2: "));
-    EXPECT_THAT(damage_of(lines("session(\"a\") more\n")), HasSubstr("does not end after the closing bracket"));
-    EXPECT_THAT(damage_of(lines("session(\"a\") # more\n")), HasSubstr("a remark is not one text"));
+    EXPECT_THAT(damage_of(lines("session(\"a\") more\n")), HasSubstr("more after the closing bracket"));
+    EXPECT_THAT(damage_of(lines("session(\"a\") # more\n")), HasSubstr("a remark must be one text"));
     EXPECT_THAT(damage_of(lines("session(\"\\q\")\n")), HasSubstr("there is no such escape"));
     EXPECT_THAT(damage_of(lines("session(\"\\x4\")\n")), HasSubstr("an escape is not complete"));
     EXPECT_THAT(damage_of(lines("session(\"\xFF\")\n")), HasSubstr("a text is not UTF-8"));
@@ -99,9 +99,9 @@ TEST(ReadingAJournal, tells_the_line_that_is_damaged) {
     EXPECT_THAT(damage_of(lines("session(0x12)\n")), HasSubstr("a number is expected"));
     EXPECT_THAT(damage_of(lines("session(nan:7FF0000000000000)\n")), HasSubstr("a number is expected"));
     EXPECT_THAT(damage_of(lines("session(\"a\" + 3 bytes)\n")), HasSubstr("the word zeros is missing"));
-    EXPECT_THAT(damage_of(lines("session(\"a\")\nenter window(1)\n")), HasSubstr("nothing in a plug-in"));
+    EXPECT_THAT(damage_of(lines("session(\"a\")\nenter window(1)\n")), HasSubstr("has no function 'window'"));
     EXPECT_THAT(damage_of(lines("session(\"a\")\nenter command_hook()\ncall 1 Suite9.Call()\n")),
-                HasSubstr("4: this is no line of a journal: there is no function of that name and suite"));
+                HasSubstr("4: this is not a journal line: there is no function of that name and suite"));
     EXPECT_THAT(damage_of(lines("session(\"a\")\nenter command_hook()\nleave command_hook = x ()\n")),
                 HasSubstr("a code is expected"));
 }

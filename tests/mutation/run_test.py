@@ -116,7 +116,7 @@ class Run(unittest.TestCase):
         self.assertEqual(strong.returncode, 1)
         self.assertEqual(strong.stdout.count('explained as a survivor, but killed'), 3)
 
-        # So has an explanation of what is no mutant any more.
+        # So has an explanation of what is not a mutant any more.
         self.write('tools/mutation_survivors.txt', 'It does not matter.\n' + BOUNDARY.replace('18', '21'))
         check = self.mutate('--check')
         self.assertEqual(check.returncode, 1)

@@ -388,11 +388,11 @@ class Hostile(Sandbox):
 
     def test_manifests_that_are_none(self):
         deep = b"[" * 500_000
-        for text, sentence in (("{", "is no JSON"), (deep, "is no JSON"), ("[]", "has no list"), ("7", "has no list"),
-                               ('{"animations":{}}', "has no list"), ('{"animations":[7]}', "is no object"),
+        for text, sentence in (("{", "is not JSON"), (deep, "is not JSON"), ("[]", "has no list"), ("7", "has no list"),
+                               ('{"animations":{}}', "has no list"), ('{"animations":[7]}', "is not an object"),
                                ('{"animations":[{}]}', "has no id"), ('{"animations":[{"id":7}]}', "has no id"),
                                ('{"animations":[{"id":""}]}', "has no id"), (manifest("x", "x"), "have one id"),
-                               (b"\xff\xfe", "is no JSON")):
+                               (b"\xff\xfe", "is not JSON")):
             content = packed((entry("manifest.json", zipfile.ZIP_STORED), text), ("a/x.json", animation()))
             self.write("a.lottie", content)
             done = self.exflate("-i", "a.lottie")

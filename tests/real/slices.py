@@ -50,7 +50,7 @@ def elements(text, at):
 
 
 def layers_of(text, at):
-    """The texts of the layers of the composition object that begins at `at`; None if it is no composition."""
+    """The texts of the layers of the composition object that begins at `at`; None if it is not a composition."""
     for key, start, _ in members(text, at):
         if key == "layers":
             return [text[s:e] for s, e in elements(text, start)]

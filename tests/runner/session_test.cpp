@@ -151,7 +151,7 @@ TEST(Session, a_thrown_number_is_caught_too) {
     const VisitResult outcome = plugin.run("Throw Number");
     EXPECT_TRUE(outcome.has_thrown);
     EXPECT_THAT(outcome.log,
-                ElementsAre("plug-in troublemaker: its command hook threw something that is no exception"));
+                ElementsAre("plug-in troublemaker: its command hook threw something that is not an exception"));
 }
 
 TEST(Session, undo_groups_left_open_are_closed_and_the_edits_are_one_step) {

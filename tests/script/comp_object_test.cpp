@@ -53,10 +53,11 @@ TEST(CompObject, lists_its_selected_layers) {
 
 TEST(CompObject, calls_on_other_objects_are_errors) {
     SmallProject world;
-    EXPECT_THAT(world.error("app.project.item(2).layer.call(app.project.item(3), 1)"), HasSubstr("no composition"));
-    EXPECT_THAT(world.error("app.project.item(2).layer.call(app.project.item(2).layer(1), 1)"), HasSubstr("no item"));
-    EXPECT_THAT(world.error("app.project.item(2).layer.call({}, 1)"), HasSubstr("no item"));
-    EXPECT_THAT(world.error("app.project.item(2).layer.call(null, 1)"), HasSubstr("no item"));
+    EXPECT_THAT(world.error("app.project.item(2).layer.call(app.project.item(3), 1)"), HasSubstr("not a composition"));
+    EXPECT_THAT(world.error("app.project.item(2).layer.call(app.project.item(2).layer(1), 1)"),
+                HasSubstr("not an item"));
+    EXPECT_THAT(world.error("app.project.item(2).layer.call({}, 1)"), HasSubstr("not an item"));
+    EXPECT_THAT(world.error("app.project.item(2).layer.call(null, 1)"), HasSubstr("not an item"));
 }
 
 }  // namespace

@@ -100,8 +100,8 @@ TEST(DialogTree, unknown_things_are_errors_that_name_them) {
     EXPECT_THAT(world.error("new Window('palette')"), HasSubstr("\"palette\" are not supported"));
     EXPECT_THAT(world.error("Window('dialog')"), HasSubstr("called with new"));
     EXPECT_THAT(world.error("var w = new Window('dialog'); w.add.call(w.add('button'), 'button')"),
-                HasSubstr("no container"));
-    EXPECT_THAT(world.error("w.show.call(w.add('group'))"), HasSubstr("no window"));
+                HasSubstr("not a container"));
+    EXPECT_THAT(world.error("w.show.call(w.add('group'))"), HasSubstr("not a window"));
     EXPECT_THAT(world.error("w.add('group').show()"), HasSubstr("TypeError"));
     EXPECT_EQ(world.run("typeof w.noSuchThing"), "undefined");
 }

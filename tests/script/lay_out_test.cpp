@@ -174,7 +174,7 @@ TEST_F(LayOut, a_size_that_a_script_sets_counts_at_once_and_moves_nobody_else) {
 
 TEST_F(LayOut, only_containers_have_a_layout) {
     EXPECT_EQ(run("typeof new Window('dialog').add('button').layout"), "undefined");
-    EXPECT_THAT(engine.run("new Window('dialog').layout.layout.call(null)").error, HasSubstr("no layout"));
+    EXPECT_THAT(engine.run("new Window('dialog').layout.layout.call(null)").error, HasSubstr("not a layout"));
     EXPECT_THAT(engine.run("new Window('dialog').layout = 3").error, HasSubstr("\"layout\" is read-only"));
 }
 

@@ -62,8 +62,8 @@ TEST(ObjectIdentity, an_object_under_another_prototype_is_still_what_it_was) {
     EXPECT_THAT(
         world.error(
             "var l = app.project.item(2).layer(1), c = app.project.item(2); l.__proto__ = c.__proto__; l.numLayers"),
-        HasSubstr("no item"));
-    EXPECT_THAT(world.error("Object.create(l, {}).layer(1)"), HasSubstr("no item"));
+        HasSubstr("not an item"));
+    EXPECT_THAT(world.error("Object.create(l, {}).layer(1)"), HasSubstr("not an item"));
     EXPECT_EQ(world.run("var derived = Object.create(c); derived.name"), "inner");
     EXPECT_EQ(world.run("derived = null; app.project.item(2).name"), "inner");
 }
@@ -71,7 +71,7 @@ TEST(ObjectIdentity, an_object_under_another_prototype_is_still_what_it_was) {
 TEST(ObjectIdentity, accessors_need_the_right_object) {
     SmallProject world;
     EXPECT_THAT(world.error("Object.getPrototypeOf(Object.getPrototypeOf(app.project.item(2).layer(1))).name"),
-                HasSubstr("no layer"));
+                HasSubstr("not a layer"));
     EXPECT_EQ(world.run("var names = Object.getOwnPropertyNames(app.project.item(2)); names.length"), "0");
 }
 

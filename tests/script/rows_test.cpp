@@ -11,7 +11,7 @@ namespace {
 
 using testing::HasSubstr;
 
-// The same text where it is no row: a comment is enough.
+// The same text where it is not a row: a comment is enough.
 std::string whole(std::string_view text) {
     return "/**/" + std::string(text);
 }

@@ -12,7 +12,7 @@ inline constexpr int kNobody = 0;  // no layer's id
 struct LayerState {
     int id = kNobody;
     std::string name;
-    std::string source = {};  // the composition it shows; empty for all that is no nest
+    std::string source = {};  // the composition it shows; empty for all that is not a nest
     int parent = kNobody;
     bool is_video_on = true;
     bool is_3d = false;

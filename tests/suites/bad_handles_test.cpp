@@ -144,7 +144,7 @@ TEST_F(BadHandles, are_told_apart_in_words) {
         return last_complaint();
     };
     EXPECT_EQ(why(nullptr), "The layer handle is null.");
-    EXPECT_EQ(why(flawed<AEGP_LayerH>(Flaw::foreign)), "The layer handle is no handle of this host.");
+    EXPECT_EQ(why(flawed<AEGP_LayerH>(Flaw::foreign)), "The layer handle is not a handle of this host.");
     EXPECT_EQ(why(flawed<AEGP_LayerH>(Flaw::another_kind)),
               "A handle of kind composition stands where one of kind layer must.");
     EXPECT_EQ(why(flawed<AEGP_LayerH>(Flaw::another_session)), "The layer handle comes from another session.");

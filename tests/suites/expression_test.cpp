@@ -39,7 +39,7 @@ TEST_F(Expressions, that_are_missing_are_an_empty_text_if_the_rules_say_so) {
 }
 
 TEST_F(Expressions, come_back_byte_for_byte) {
-    const std::string text = "time * 2; // \xE9 is no UTF-8, \xC3\xA9 is\r\n";
+    const std::string text = "time * 2; // \xE9 is not UTF-8, \xC3\xA9 is\r\n";
     EXPECT_EQ(set(rotation, text.c_str()), 0);
     EXPECT_EQ(text_in(get(rotation)), text);
 }

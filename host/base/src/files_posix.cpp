@@ -78,12 +78,12 @@ std::string read_file(const fs::path& file, std::size_t limit) {
 
 std::string read_own_file(const fs::path& file, std::size_t limit) {
     const Descriptor fd = open_to_read(file, O_NONBLOCK);
-    // A path through something that is no folder has no file at its end either; writing will say so.
+    // A path through something that is not a folder has no file at its end either; writing will say so.
     if (!fd.is_open() && (errno == ENOENT || errno == ENOTDIR)) return {};
     if (!fd.is_open()) throw FileError(kUnreadable, reason());
     const struct stat facts = facts_of(fd.get());
     if (!S_ISREG(facts.st_mode)) {
-        throw FileError(kUnreadable, S_ISDIR(facts.st_mode) ? std::strerror(EISDIR) : "it is no regular file");
+        throw FileError(kUnreadable, S_ISDIR(facts.st_mode) ? std::strerror(EISDIR) : "it is not a regular file");
     }
     return read_all(fd.get(), static_cast<std::size_t>(facts.st_size), limit);
 }

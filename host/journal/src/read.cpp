@@ -63,10 +63,10 @@ class LineParser {
             ValueParser remark(rest_);
             const std::vector<JournalValue> sentence = remark.values_until('\0');
             if (sentence.size() != 1 || sentence[0].kind != JournalValue::Kind::bytes)
-                throw BadLine("a remark is not one text in quotes");
+                throw BadLine("a remark must be one text in quotes");
             rest_ = {};
         }
-        if (!rest_.empty()) throw BadLine("the line does not end after the closing bracket");
+        if (!rest_.empty()) throw BadLine("there is more after the closing bracket");
         return text;
     }
 
@@ -81,7 +81,7 @@ PluginFunction plugin_function_named(std::string_view name) {
         const auto function = static_cast<PluginFunction>(i);
         if (name_of(function) == name) return function;
     }
-    throw BadLine("there is nothing in a plug-in that is called '" + std::string(name) + "'");
+    throw BadLine("a plug-in has no function '" + std::string(name) + "'");
 }
 
 JournalLine line_from(std::string_view text) {
@@ -119,7 +119,7 @@ JournalLine line_from(std::string_view text) {
         line.is_injected = parser.take(kInjected);
         parser.need(" (");
     } else {
-        throw BadLine("no line of a journal begins like this");
+        throw BadLine("no journal line begins like this");
     }
     line.values_text = parser.values();
     return line;
@@ -188,7 +188,7 @@ class OrderCheck {
 };
 
 std::string sentence_from(const char* reason) {
-    return std::string("this is no line of a journal: ") + reason;
+    return std::string("this is not a journal line: ") + reason;
 }
 
 }  // namespace
@@ -210,7 +210,7 @@ std::variant<Journal, Damage> read(std::string_view bytes) {
         ++number;
         if (number == 1) {
             if (text != kFirstLine)
-                return Damage{1, "this is no journal: the first line is not '" + std::string(kFirstLine) + "'"};
+                return Damage{1, "this is not a journal: the first line is not '" + std::string(kFirstLine) + "'"};
             continue;
         }
         try {
@@ -224,7 +224,7 @@ std::variant<Journal, Damage> read(std::string_view bytes) {
             return Damage{number, sentence_from(reason.what())};
         }
     }
-    if (number == 0) return Damage{1, "this is no journal: there is no whole line in it"};
+    if (number == 0) return Damage{1, "this is not a journal: there is no whole line in it"};
     journal.is_complete = order.has_ended() && bytes.empty();
     journal.last_line = number;
     return journal;

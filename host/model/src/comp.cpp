@@ -116,7 +116,8 @@ Layer& Comp::load_layer(LayerKind kind, Item* source) {
 Layer& Comp::add_layer(Item& source) {
     require_alive();
     source.require_alive();
-    if (source.type() == ItemType::folder) throw Error(ErrorKind::bad_argument, "A folder is no source for a layer.");
+    if (source.type() == ItemType::folder)
+        throw Error(ErrorKind::bad_argument, "A folder cannot be the source of a layer.");
     if (source.comp() != nullptr && source.comp()->contains(*this)) {
         throw Error(ErrorKind::bad_argument, "A composition cannot contain itself.");
     }

@@ -149,7 +149,7 @@ A_Err Session::visit(const suites::PluginCall& facts, const std::string& what, c
             has_thrown = true;
         } catch (...) {
             error = suites::kInternal;
-            complain("threw something that is no exception");
+            complain("threw something that is not an exception");
             has_thrown = true;
         }
         visit.returned(facts, error, has_thrown);

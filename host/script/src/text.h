@@ -11,8 +11,8 @@ namespace host::script {
 
 // Whether the engine takes these bytes as they are.
 bool is_engine_text(std::string_view bytes);
-// Any bytes, in the engine's form. A byte B that is no part of valid UTF-8 becomes the lone surrogate U+DC00 + B, which
-// to_bytes() takes back: names that are not UTF-8 pass through a script unharmed.
+// Any bytes, in the engine's form. A byte B that is not part of valid UTF-8 becomes the lone surrogate U+DC00 + B,
+// which to_bytes() takes back: names that are not UTF-8 pass through a script unharmed.
 std::string to_engine(std::string_view bytes);
 
 // From the engine's form to UTF-8. Lone surrogates become U+FFFD, but to_bytes() gives back those that stand for bytes.

@@ -89,7 +89,7 @@ class Picker : public rapidjson::BaseReaderHandler<rapidjson::UTF8<>, Picker> {
         if (open_.size() == 1 && key_ == "version") version_ = text;
     }
     void refuse_as_animation() const {
-        if (is_in_list()) refuse("an animation in it is no object: pack the file again");
+        if (is_in_list()) refuse("an animation in it is not an object: pack the file again");
     }
     void add_animation() {
         if (!id_ || id_->empty()) {
@@ -121,7 +121,7 @@ Manifest read_manifest(const std::string& text) {
     constexpr unsigned kFlags =
         rapidjson::kParseInsituFlag | rapidjson::kParseNumbersAsStringsFlag | rapidjson::kParseValidateEncodingFlag;
     if (const auto result = reader.Parse<kFlags>(stream, picker); result.IsError()) {
-        refuse(std::string("is no JSON: ") + rapidjson::GetParseError_En(result.Code()) + " (byte " +
+        refuse(std::string("is not JSON: ") + rapidjson::GetParseError_En(result.Code()) + " (byte " +
                std::to_string(result.Offset() + 1) + ")");
     }
     if (!picker.has_list()) refuse("has no list named \"animations\": pack the file again");

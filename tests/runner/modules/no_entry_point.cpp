@@ -1,4 +1,4 @@
-// A loadable module that is no plug-in: its entry point has another name.
+// A loadable module that is not a plug-in: its entry point has another name.
 #include "AE_GeneralPlug.h"
 #include "entry.h"
 

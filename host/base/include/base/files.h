@@ -78,7 +78,7 @@ struct ReplaceOptions {
 // reach the disk, and take the file's place by renaming. A process that is killed leaves that file behind at most; an
 // interrupt waits until it is gone. An existing file keeps its mode, its extended attributes with its access list, and
 // its owner and group where that is allowed; its other hard links keep the old content; a symbolic link stays and the
-// file it means is replaced. What is no regular file (a device, a pipe) is written directly. Throws FileError.
+// file it means is replaced. What is not a regular file (a device, a pipe) is written directly. Throws FileError.
 void replace_file(const std::filesystem::path& file, Pieces bytes, const ReplaceOptions& options);
 
 // How many names the file has beside this one, a symbolic link being followed; 0 if there is no such file.
@@ -88,7 +88,7 @@ std::size_t other_hard_links(const std::filesystem::path& file);
 void move_file(const std::filesystem::path& file, const std::filesystem::path& other);
 
 // Keeps other processes that make one of these out of the folder, which is made if it is missing. Released by the
-// destructor, and by the system when the process ends. A file system without locks is no error. Throws FileError.
+// destructor, and by the system when the process ends. A file system without locks is not an error. Throws FileError.
 class FolderLock {
   public:
     explicit FolderLock(const std::filesystem::path& folder);

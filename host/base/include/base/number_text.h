@@ -8,7 +8,7 @@
 namespace host::base {
 
 // The shortest text that reads back as the same number; of 0.001 and 1e-3 the shorter, plain digits when both are as
-// long. "inf", "nan" for what is no number.
+// long. "inf", "nan" for what is not a number.
 void append_shortest(std::string& text, double number);
 std::string shortest_text(double number);
 

@@ -7,7 +7,7 @@
 namespace host::base {
 
 // Control characters, other ends of lines and marks that turn the direction of text become \uXXXX, and each byte that
-// is no UTF-8 \xXX. What came out of here passes unchanged.
+// is not UTF-8 \xXX. What came out of here passes unchanged.
 std::string printable(std::string_view text);
 
 // The same in double quotes; quotes and backslashes of the text are escaped.

@@ -7,7 +7,7 @@
 
 namespace host::base {
 
-// Stands for what is no character.
+// Stands for what is not a character.
 inline constexpr char32_t kReplacement = 0xFFFD;
 
 constexpr bool is_high_surrogate(char32_t unit) {
@@ -48,12 +48,12 @@ std::size_t character_count(std::string_view bytes);
 // The first bytes, at most `limit` of them, that end between characters.
 std::string_view cut_utf8(std::string_view bytes, std::size_t limit);
 
-// Each byte that is no UTF-8 becomes U+FFFD.
+// Each byte that is not UTF-8 becomes U+FFFD.
 std::string valid_utf8(std::string_view bytes);
 
 // Units that belong to no pair become U+FFFD.
 std::string utf8_from_utf16(std::u16string_view units);
-// Each byte that is no UTF-8 becomes U+FFFD.
+// Each byte that is not UTF-8 becomes U+FFFD.
 std::u16string utf16_from_utf8(std::string_view bytes);
 
 }  // namespace host::base

@@ -127,7 +127,7 @@ constexpr ScriptClass kClasses[] = {
 
 scriptui::Element& self_container(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
-    if (!element.is_container()) call.fail("called on something that is no container");
+    if (!element.is_container()) call.fail("called on something that is not a container");
     return element;
 }
 

@@ -10,10 +10,10 @@ constexpr const char* kContainer = DUK_HIDDEN_SYMBOL("container");
 
 duk_ret_t layout(ScriptCall& call) {
     duk_push_this(call.ctx);
-    if (!duk_is_object(call.ctx, -1)) call.fail("called on something that is no layout");
+    if (!duk_is_object(call.ctx, -1)) call.fail("called on something that is not a layout");
     duk_get_prop_string(call.ctx, -1, kContainer);
     const scriptui::Element* container = element_argument(call, -1);
-    if (container == nullptr) call.fail("called on something that is no layout");
+    if (container == nullptr) call.fail("called on something that is not a layout");
     scriptui::lay_out(container->window(), call.environment.driver.text_measure());
     return call.nothing();
 }

@@ -120,10 +120,10 @@ struct View {
 
 View self_view(ScriptCall& call) {
     duk_push_this(call.ctx);
-    if (!duk_is_object(call.ctx, -1)) call.fail("called on something that is no measure");
+    if (!duk_is_object(call.ctx, -1)) call.fail("called on something that is not a measure");
     duk_get_prop_string(call.ctx, -1, kElement);
     scriptui::Element* element = element_argument(call, -1);
-    if (element == nullptr) call.fail("called on something that is no measure");
+    if (element == nullptr) call.fail("called on something that is not a measure");
     duk_get_prop_string(call.ctx, -2, kMeasure);
     return {*element, static_cast<Measure>(duk_get_int(call.ctx, -1))};
 }

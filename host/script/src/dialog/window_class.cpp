@@ -111,7 +111,7 @@ constexpr ScriptClass kWindow = {ClassId::window,    "Window", ClassId::containe
 
 scriptui::Window& self_window(ScriptCall& call) {
     scriptui::Element& element = call.self_element();
-    if (element.type() != scriptui::ElementType::window) call.fail("called on something that is no window");
+    if (element.type() != scriptui::ElementType::window) call.fail("called on something that is not a window");
     return element.window();
 }
 

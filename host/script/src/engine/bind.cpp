@@ -24,7 +24,7 @@ T& living_self(ScriptCall& call, TargetKind kind, const char* wanted) {
     duk_push_this(call.ctx);
     auto* target = static_cast<T*>(target_of(call.ctx, -1, kind));
     duk_pop(call.ctx);
-    if (target == nullptr) call.fail(std::string("called on something that is no ") + wanted);
+    if (target == nullptr) call.fail(std::string("called on something that is not ") + wanted);
     if (!target->is_alive()) call.fail(kDeleted);
     return *target;
 }
@@ -39,24 +39,24 @@ T* living_argument(ScriptCall& call, duk_idx_t i, TargetKind kind) {
 }  // namespace
 
 model::Item& ScriptCall::self_item() {
-    return living_self<model::Item>(*this, TargetKind::item, "item");
+    return living_self<model::Item>(*this, TargetKind::item, "an item");
 }
 
 model::Comp& ScriptCall::self_comp() {
     model::Comp* comp = self_item().comp();
-    if (comp == nullptr) fail("called on something that is no composition");
+    if (comp == nullptr) fail("called on something that is not a composition");
     return *comp;
 }
 
 model::Layer& ScriptCall::self_layer() {
-    return living_self<model::Layer>(*this, TargetKind::layer, "layer");
+    return living_self<model::Layer>(*this, TargetKind::layer, "a layer");
 }
 
 scriptui::Element& ScriptCall::self_element() {
     duk_push_this(ctx);
     auto* element = static_cast<scriptui::Element*>(target_of(ctx, -1, TargetKind::element));
     duk_pop(ctx);
-    if (element == nullptr) fail("called on something that is no dialog element");
+    if (element == nullptr) fail("called on something that is not a dialog element");
     return *element;
 }
 

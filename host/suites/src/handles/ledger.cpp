@@ -53,7 +53,7 @@ void refuse_handle(RawHandle handle, HandleKind wanted) {
     const std::string name(name_of(wanted));
     if (handle == 0) refuse_argument("The " + name + " handle is null.");
     const auto parts = decode(handle);
-    if (!parts) refuse_argument("The " + name + " handle is no handle of this host.");
+    if (!parts) refuse_argument("The " + name + " handle is not a handle of this host.");
     if (parts->kind != wanted)
         refuse_argument("A handle of kind " + std::string(name_of(parts->kind)) + " stands where one of kind " + name +
                         " must.");

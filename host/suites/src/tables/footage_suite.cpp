@@ -24,7 +24,7 @@ SolidFootage new_solid(std::string name, A_long width, A_long height, const AEGP
 OrNull<Item*> add_to_project(HostState& host, HandleOf<SolidFootage> handle, Item& folder) {
     const SolidFootage& solid = host.ledger.find<SolidFootage>(handle.handle);
     if (folder.type() != model::ItemType::folder)
-        refuse_argument("Item " + std::to_string(folder.id()) + " is no folder.");
+        refuse_argument("Item " + std::to_string(folder.id()) + " is not a folder.");
     model::FootageFacts facts;
     facts.is_solid = true;
     facts.color = {solid.color.redF, solid.color.greenF, solid.color.blueF, solid.color.alphaF};
@@ -39,7 +39,7 @@ void dispose(HostState& host, HandleOf<SolidFootage> handle) {
 
 void require_footage(const Item& item, bool proxy) {
     if (item.type() != model::ItemType::footage)
-        refuse_argument("Item " + std::to_string(item.id()) + " is no footage.");
+        refuse_argument("Item " + std::to_string(item.id()) + " is not footage.");
     if (proxy) refuse_argument("The footage has no proxy.");
 }
 

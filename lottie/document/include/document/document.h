@@ -31,9 +31,9 @@ struct WrittenLayers {
 // Keeps the text it was read from: what the project did not change is written with the very same bytes.
 class Document {
   public:
-    // Throws InputError when the text is no animation or one that cannot be worked with. Faults deep inside a layer are
-    // found when the layer's content is first asked for: host::model::Error, with a JSON pointer in its sentence. An
-    // animation in which no layer shows a composition is never refused for what is odd in it: its project is empty
+    // Throws InputError when the text is not an animation or one that cannot be worked with. Faults deep inside a layer
+    // are found when the layer's content is first asked for: host::model::Error, with a JSON pointer in its sentence.
+    // An animation in which no layer shows a composition is never refused for what is odd in it: its project is empty
     // then.
     static Document read(std::string text, const host::model::HostRules& rules = {});
     Document(Document&&) noexcept;

@@ -19,7 +19,7 @@ std::string encode_string(std::string_view bytes);
 
 // The nearest double; infinite when the number is beyond all doubles.
 double read_number(std::string_view spelling);
-// Null for what is no whole number, or so large that doubles skip some.
+// Null for what is not a whole number, or so large that doubles skip some.
 std::optional<std::int64_t> whole_number(double number);
 // The shortest spelling that reads back as the same double, without exponent between 1e-7 and 1e15. Throws
 // std::range_error for what JSON has no number for: infinity and what is not a number.

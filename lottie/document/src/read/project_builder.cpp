@@ -51,7 +51,7 @@ class ProjectBuilder {
     double required_number(const JsonToken& token, const std::string& key, const std::string& meaning) const {
         if (token.kind == JsonKind::none || token.kind == JsonKind::null) {
             refuse(text_, outline_.root.begin, "",
-                   "The text is JSON but no animation: it lacks \"" + key + "\", " + meaning + ".");
+                   "The text is JSON but not an animation: it lacks \"" + key + "\", " + meaning + ".");
         }
         if (token.kind != JsonKind::number) {
             refuse(text_, token.text.begin, "/" + key,
@@ -82,7 +82,7 @@ class ProjectBuilder {
 
     void read_document() {
         if (outline_.layers_token.kind == JsonKind::none || outline_.layers_token.kind == JsonKind::null) {
-            refuse(text_, outline_.root.begin, "", "The text is JSON but no animation: it lacks \"layers\".");
+            refuse(text_, outline_.root.begin, "", "The text is JSON but not an animation: it lacks \"layers\".");
         }
         if (outline_.layers_token.kind != JsonKind::array) {
             refuse(text_, outline_.layers_token.text.begin, "/layers", "The animation's \"layers\" must be an array.");

@@ -64,7 +64,8 @@ bool Scanner::open(JsonKind kind) {
     switch (where_) {
         case Where::outside:
             if (!is_object)
-                refuse(text_, begin, "", "The text is JSON but no animation: it must be an object with \"layers\".");
+                refuse(text_, begin, "",
+                       "The text is JSON but not an animation: it must be an object with \"layers\".");
             where_ = Where::document;
             outline_.root.begin = begin;
             return true;
@@ -182,7 +183,8 @@ void Scanner::deep_value(JsonKind kind, Slice text) {
             break;
         case Announced::transform_member:
             if (kind != JsonKind::object && kind != JsonKind::null) {
-                refuse_layer(text, "/ks" + pointer_step(transform_member_), "a property of its transform is no object");
+                refuse_layer(text, "/ks" + pointer_step(transform_member_),
+                             "a property of its transform is not an object");
             }
             break;
         case Announced::property_value:
@@ -192,7 +194,7 @@ void Scanner::deep_value(JsonKind kind, Slice text) {
             }
             break;
         case Announced::other:
-            if (kind != JsonKind::object) refuse_layer(text, "/ef", "an effect is no object");
+            if (kind != JsonKind::object) refuse_layer(text, "/ef", "an effect is not an object");
             break;
     }
 }
@@ -200,12 +202,13 @@ void Scanner::deep_value(JsonKind kind, Slice text) {
 void Scanner::member(JsonKind kind, Slice text) {
     switch (where_) {
         case Where::outside:
-            refuse(text_, text.begin, "", "The text is JSON but no animation: it must be an object with \"layers\".");
+            refuse(text_, text.begin, "",
+                   "The text is JSON but not an animation: it must be an object with \"layers\".");
         case Where::assets:
             refuse(text_, text.begin, "/assets" + pointer_step(std::to_string(outline_.assets.size())),
-                   "An element of \"assets\" is no object.");
+                   "An element of \"assets\" is not an object.");
         case Where::layers:
-            refuse(text_, text.begin, layer_pointer(), "An element of \"layers\" is no object.");
+            refuse(text_, text.begin, layer_pointer(), "An element of \"layers\" is not an object.");
         case Where::document:
             return document_member({kind, text});
         case Where::asset:
@@ -333,7 +336,7 @@ void Scanner::finish_layer() {
 
     if (!has(Field::ty)) refuse_layer(layer_.text, "", "it has no \"ty\", which says what kind of layer it is");
     const std::int64_t type = *integer(Field::ty);
-    if (type < 0 || type > 1000) refuse_layer(token(Field::ty).text, "/ty", "its \"ty\" is no kind of layer");
+    if (type < 0 || type > 1000) refuse_layer(token(Field::ty).text, "/ty", "its \"ty\" is not a known kind of layer");
     layer_.type = static_cast<int>(type);
     layer_.matte_type = static_cast<int>(std::clamp<std::int64_t>(integer(Field::tt).value_or(0), 0, 100));
     layer_.name = literal(Field::nm);

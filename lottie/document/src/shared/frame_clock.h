@@ -26,12 +26,12 @@ class FrameClock {
     double frames(host::model::Time time) const { return static_cast<double>(time.ticks) / ticks_per_frame_; }
 
     // Whether a number of frames in the file stands for `time`: nothing finer than a tick, or than a sum of rounded
-    // times where a frame is no whole number of ticks.
+    // times where a frame is not a whole number of ticks.
     bool means(double frames, host::model::Time time) const;
     // How far from time's own frames such a number can lie.
     double slack() const;
 
-    // The shortest decimal spelling of `time` in frames that reads back to the same tick. Where a frame is no whole
+    // The shortest decimal spelling of `time` in frames that reads back to the same tick. Where a frame is not a whole
     // number of ticks (29.97 a second), sums of rounded times miss a frame by a tick or two, which would let a layer
     // begin one frame late; there, a spelling with up to three decimals may miss by that much.
     std::string text(host::model::Time time) const;

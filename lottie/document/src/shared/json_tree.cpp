@@ -41,7 +41,7 @@ class JsonTreeBuilder {
             if (at_ == text_.size()) break;
             take();
         } while (!open_.empty());
-        while (!open_.empty()) close();  // only where the text is no JSON
+        while (!open_.empty()) close();  // only where the text is not JSON
     }
 
   private:

@@ -14,7 +14,7 @@ InputError error_at(std::string_view text, std::size_t position, std::string poi
     const std::string_view in_line = before.substr(line_start);
     std::size_t column = host::base::character_count(in_line) + 1;
     if (line == 1 && text.substr(0, 3) == "\xEF\xBB\xBF" && position >= 3)
-        --column;  // the mark is no character of the line
+        --column;  // the mark is not a character of the line
     return {sentence, line, column, std::move(pointer)};
 }
 
