@@ -7,6 +7,7 @@ namespace {
 
 using host::base::in_quotes;
 using host::base::printable;
+using host::base::printable_lines;
 
 TEST(Printable, leaves_what_steers_nothing) {
     for (const char* text :
@@ -36,6 +37,10 @@ TEST(Printable, escapes_bytes_that_are_no_characters) {
 TEST(Printable, what_is_printable_stays_as_it_is) {
     const std::string once = printable("\x1B\u202E\xFF\"\\");
     EXPECT_EQ(printable(once), once);
+}
+
+TEST(PrintableLines, keeps_the_ends_of_lines_and_nothing_else) {
+    EXPECT_EQ(printable_lines("a\n\x1B[2J\r\n\u202E\u2028"), "a\n\\u001B[2J\\u000D\n\\u202E\\u2028");
 }
 
 TEST(InQuotes, escapes_quotes_and_backslashes_too) {

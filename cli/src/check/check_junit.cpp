@@ -1,4 +1,8 @@
 // The report of `exflate check` for build servers: a suite per file, a case per nest, a failure per changed look.
+#include <cstdint>
+
+#include "base/printable.h"
+#include "base/unicode.h"
 #include "check/checked_file.h"
 #include "shared/json_writer.h"
 
@@ -8,24 +12,24 @@ namespace {
 using lottie::looks::Verdict;
 using lottie::looks::Weight;
 
-// Characters that XML cannot hold become U+FFFD.
+// Characters that XML cannot hold become U+FFFD; what could steer a terminal is written as a number.
 std::string escaped(const std::string& text) {
-    constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
     std::string result;
     const std::string valid = valid_utf8(text);
-    for (std::size_t i = 0; i < valid.size(); ++i) {
-        const char c = valid[i];
-        const auto byte = static_cast<unsigned char>(c);
-        if (valid.compare(i, 3, "\xEF\xBF\xBE") == 0 || valid.compare(i, 3, "\xEF\xBF\xBF") == 0) {
-            result += kReplacement;
-            i += 2;
-        } else if (c == '\t' || c == '\n' || c == '\r' || std::string_view("&<>\"").find(c) != std::string_view::npos) {
-            result += "&#" + std::to_string(byte) + ";";
-        } else if (byte < 0x20) {
-            result += kReplacement;
+    std::string_view rest = valid;
+    while (!rest.empty()) {
+        char32_t c = 0;
+        const std::string_view bytes = rest.substr(0, host::base::decode_utf8(rest, c));
+        const bool is_space = c == '\t' || c == '\n' || c == '\r';
+        if ((c < 0x20 && !is_space) || c == 0xFFFE || c == 0xFFFF) {
+            host::base::append_utf8(result, host::base::kReplacement);
+        } else if (is_space || std::string_view("&<>\"").find(bytes) != std::string_view::npos ||
+                   host::base::printable(bytes) != bytes) {
+            result += "&#" + std::to_string(static_cast<std::uint32_t>(c)) + ";";
         } else {
-            result += c;
+            result += bytes;
         }
+        rest.remove_prefix(bytes.size());
     }
     return result;
 }

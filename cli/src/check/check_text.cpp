@@ -93,7 +93,7 @@ std::string check_text(const std::vector<CheckedFile>& files) {
             add_totals(text, file);
         }
     }
-    return text;
+    return printable_lines(text);
 }
 
 }  // namespace cli

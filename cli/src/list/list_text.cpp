@@ -84,7 +84,7 @@ std::string tree_text(const std::string& file, const lottie::document::Document&
     tree.add(document.main_comp());
     // What the main composition does not reach.
     for (const Comp* comp : document.project().comps()) tree.add(*comp);
-    return file + "\n" + std::move(tree).text();
+    return printable_lines(printable(file) + "\n" + std::move(tree).text());
 }
 
 }  // namespace cli

@@ -41,24 +41,32 @@ Console Console::for_this_process() {
 void Console::say(Tone tone, std::string_view subject, std::string_view sentence) const {
     const std::string_view color = has_colors_ ? color_of(tone) : "";
     std::string line(color);
-    line += subject;
+    line += printable(subject);
     line += ':';
     if (!color.empty()) line += kNoColor;
     line += ' ';
-    line += sentence;
+    line += printable(sentence);
     line += '\n';
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    write(line);
 }
 
 void Console::pass_on(std::string_view text) const {
-    std::fwrite(text.data(), 1, text.size(), stderr);
+    write(text);
 }
 
 void Console::show_progress(std::string_view line) const {
     if (!has_colors_) return;
+    write(printable(line));
+    shows_progress_ = !line.empty();
+}
+
+// With one call, so that lines of several processes do not mix.
+void Console::write(std::string_view text) const {
     constexpr std::string_view kEraseLine = "\r\033[K";
-    const std::string text = std::string(kEraseLine) + std::string(line);
-    std::fwrite(text.data(), 1, text.size(), stderr);
+    std::string all(shows_progress_ ? kEraseLine : "");
+    all += text;
+    shows_progress_ = false;
+    std::fwrite(all.data(), 1, all.size(), stderr);
 }
 
 std::string counted(std::size_t count, std::string_view noun) {

@@ -1,6 +1,7 @@
 // Indented JSON for programs.
 #include "shared/json_writer.h"
 
+#include "base/printable.h"
 #include "shared/layer_facts.h"
 
 namespace cli {
@@ -44,6 +45,10 @@ void JsonWriter::add_exact(const char* name, double number) {
 void JsonWriter::add_null(const char* name) {
     writer_.Key(name);
     writer_.Null();
+}
+
+std::string JsonWriter::text() const {
+    return host::base::printable_lines({buffer_.GetString(), buffer_.GetSize()}) + '\n';
 }
 
 }  // namespace cli

@@ -35,8 +35,8 @@ class JsonWriter {
     void add_null(const char* name);
     void add_element(std::string_view text);
 
-    // With a newline at the end.
-    std::string text() const { return std::string(buffer_.GetString(), buffer_.GetSize()) + "\n"; }
+    // With a newline at the end. Pure text: what could steer a terminal is escaped, in names too.
+    std::string text() const;
 
   private:
     rapidjson::StringBuffer buffer_;

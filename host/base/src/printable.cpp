@@ -24,9 +24,9 @@ void append_escape(std::string& text, const char* format, char32_t code) {
     text += escape.data();
 }
 
-}  // namespace
+enum class LineEnds { escaped, kept };
 
-std::string printable(std::string_view text) {
+std::string escaped(std::string_view text, LineEnds ends) {
     std::string result;
     result.reserve(text.size());
     while (!text.empty()) {
@@ -37,7 +37,8 @@ std::string printable(std::string_view text) {
             text.remove_prefix(1);
             continue;
         }
-        if (is_control(character) || turns_direction(character)) {
+        const bool is_kept = character == '\n' && ends == LineEnds::kept;
+        if (!is_kept && (is_control(character) || turns_direction(character))) {
             append_escape(result, "\\u%04X", character);
         } else {
             result += text.substr(0, length);
@@ -47,13 +48,23 @@ std::string printable(std::string_view text) {
     return result;
 }
 
+}  // namespace
+
+std::string printable(std::string_view text) {
+    return escaped(text, LineEnds::escaped);
+}
+
+std::string printable_lines(std::string_view text) {
+    return escaped(text, LineEnds::kept);
+}
+
 std::string in_quotes(std::string_view text) {
-    std::string escaped;
+    std::string quotable;
     for (const char c : text) {
-        if (c == '"' || c == '\\') escaped += '\\';
-        escaped += c;
+        if (c == '"' || c == '\\') quotable += '\\';
+        quotable += c;
     }
-    return '"' + printable(escaped) + '"';
+    return '"' + printable(quotable) + '"';
 }
 
 }  // namespace host::base

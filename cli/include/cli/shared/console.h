@@ -1,4 +1,4 @@
-// Standard error: sentences for people, coloured where that is wanted.
+// Standard error: sentences for people, coloured where that is wanted. Whatever is in them, none steers the terminal.
 #pragma once
 
 #include <string>
@@ -19,18 +19,22 @@ class Console {
     // `subject` (a file, the command) in the tone's colour, a colon, the sentence.
     void say(Tone tone, std::string_view subject, std::string_view sentence) const;
 
-    // What others wrote for a console like this one.
+    // What a console like this one wrote in another process.
     void pass_on(std::string_view text) const;
     // A line that the next one of these or anything said replaces; an empty one takes it away. Only where there are
     // colours: elsewhere nothing can be taken away.
     void show_progress(std::string_view line) const;
 
   private:
+    void write(std::string_view text) const;
+
     bool has_colors_;
+    mutable bool shows_progress_ = false;
 };
 
 using host::base::in_quotes;
 using host::base::printable;
+using host::base::printable_lines;
 
 // "1 layer", "2 layers".
 std::string counted(std::size_t count, std::string_view noun);

@@ -10,6 +10,9 @@ namespace host::base {
 // is not UTF-8 \xXX. What came out of here passes unchanged.
 std::string printable(std::string_view text);
 
+// The same for several lines, whose ends stay. JSON in means the same JSON out.
+std::string printable_lines(std::string_view text);
+
 // The same in double quotes; quotes and backslashes of the text are escaped.
 std::string in_quotes(std::string_view text);
 
