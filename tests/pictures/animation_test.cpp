@@ -3,6 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "pictures_from_files.h"
+
 namespace {
 
 using lottie::pictures::Animation;
@@ -25,6 +27,13 @@ TEST(Animation, frames_show_the_layers_where_they_stand) {
 TEST(Animation, a_frame_drawn_twice_is_the_same_picture) {
     const Animation animation(kRedCorner);
     EXPECT_EQ(animation.frame(5, 64, 64).pixels, animation.frame(5, 64, 64).pixels);
+}
+
+// What the drawing process must prevent.
+TEST(Animation, a_picture_beside_the_process_is_opened) {
+    const RedPictureBeside picture;
+    const auto frame = over_white(Animation(with_picture("red.png", false, 100)).frame(0, 100, 100));
+    EXPECT_EQ(frame.at(50, 50), 0xffff0000u);
 }
 
 TEST(Animation, a_text_that_is_no_animation_is_refused) {

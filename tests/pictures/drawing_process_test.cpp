@@ -8,6 +8,7 @@
 #include <functional>
 #include <stdexcept>
 
+#include "pictures_from_files.h"
 #include "squares.h"
 
 namespace {
@@ -114,6 +115,26 @@ TEST(DrawingProcess, a_comparison_comes_back_whole) {
                   },
                   60),
               "the same");
+}
+
+// A red pixel.
+constexpr const char* kData =
+    "data:image/png;base64,iVBORw0KGgoAAAANSUhEUgAAAAEAAAABCAIAAACQd1PeAAAADElEQVR4nGP4z8AAAAMBAQDJ/pLvAAAAAElFTkSuQmCC";
+
+TEST(DrawingProcess, draws_a_picture_inside_the_animation) {
+    EXPECT_FALSE(compare_in_child(with_picture(kData, true, 1), square_until(0), {}).looks_equal);
+}
+
+TEST(DrawingProcess, opens_no_file_that_an_animation_names) {
+    const RedPictureBeside trap;
+    EXPECT_TRUE(compare_in_child(with_picture("red.png", false, 100), square_until(0), {}).looks_equal);
+}
+
+TEST(DrawingProcess, draws_what_is_very_tall_less_wide) {
+    const std::string tall = R"({"v":"5","fr":30,"ip":0,"op":2,"w":10,"h":1000000,"layers":[],"assets":[]})";
+    const auto comparison = compare_in_child(tall, tall, {});
+    EXPECT_EQ(comparison.worst_before.width, 1);
+    EXPECT_EQ(comparison.worst_before.height, 4000);
 }
 
 TEST(DrawingProcess, an_animation_that_the_renderer_refuses_is_refused_with_its_sentence) {

@@ -317,6 +317,17 @@ constexpr Option kOptions[] = {
      .more = "The limit is processor time for all scripts together; a single one may take a quarter of it.",
      .commands = "run flatten check report",
      .set = [](Options& o, Text value) { o.script_time = number(value, 0.01, 1e6); }},
+    {.name = "--picture-time",
+     .value = "SECONDS",
+     .category = kDiagnosis,
+     .brief = "draw no longer than this for a file; default: 120",
+     .more = "The limit is processor time for all pictures of the file together. Where none can be drawn any more, the "
+             "result says so.",
+     .commands = "flatten check report",
+     .set =
+         [](Options& o, Text value) {
+             o.picture_time = std::chrono::milliseconds(static_cast<int>(number(value, 0.01, 1e6) * 1000));
+         }},
 
     {.name = "-h",
      .category = kInformation,

@@ -31,10 +31,10 @@ std::vector<Layer*> nests_to_check(const lottie::document::Document& document, c
     return nests;
 }
 
-void add_proof(const std::string& before, NestTrial& trial) {
+void add_proof(const std::string& before, NestTrial& trial, lottie::pictures::DrawingBudget& budget) {
     CheckedNest& nest = trial.nest;
     try {
-        nest.proof = prove(before, trial.after, nest.composition, nest.report.findings).proof;
+        nest.proof = prove(before, trial.after, nest.composition, nest.report.findings, budget).proof;
     } catch (const std::runtime_error& refused) {
         nest.proof_problem = refused.what();
     }
@@ -85,7 +85,7 @@ void check_flattening(const std::string& text, const Options& options, const hos
 
 // Throws Failure.
 void check_animation(std::string text, const Options& options, const host::runner::PluginModule& plugin,
-                     const Console& console, CheckedFile& checked) {
+                     const Console& console, lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
     checked.bytes = text.size();
     if (options.flatten) return check_flattening(text, options, plugin, console, checked);
     lottie::document::Document document = parse_input(std::move(text));
@@ -96,7 +96,10 @@ void check_animation(std::string text, const Options& options, const host::runne
     NestChecker checker(document, plugin, options.answers, limits);
     for (Layer* nest : nests) {
         NestTrial trial = checker.check(*nest, options.prove);
-        if (options.prove) add_proof(document.text(), trial);
+        if (options.prove) {
+            console.show_progress(drawing_progress(checked.nests.size(), nests.size()));
+            add_proof(document.text(), trial, budget);
+        }
         checked.nests.push_back(std::move(trial.nest));
     }
 }
@@ -118,6 +121,7 @@ std::vector<CheckedFile> check_file(const std::string& file, const Options& opti
                                     const host::runner::PluginModule& plugin, const Console& console) {
     std::vector<CheckedFile> all;
     std::vector<CheckedFile> lacking;
+    lottie::pictures::DrawingBudget budget{options.picture_time};
     CheckedFile whole;
     whole.name = shown_name(file);
     check_guarded(whole, [&] {
@@ -128,7 +132,7 @@ std::vector<CheckedFile> check_file(const std::string& file, const Options& opti
             bool fits = true;
             check_guarded(checked, [&] {
                 try {
-                    check_animation(input.take_text(i), options, plugin, console, checked);
+                    check_animation(input.take_text(i), options, plugin, console, budget, checked);
                 } catch (const SelectionNotFound&) {
                     fits = false;
                     throw;
@@ -137,6 +141,7 @@ std::vector<CheckedFile> check_file(const std::string& file, const Options& opti
             (fits ? all : lacking).push_back(std::move(checked));
         }
     });
+    console.show_progress("");
     if (whole.failure) all.push_back(std::move(whole));
     return all.empty() ? lacking : all;
 }

@@ -5,13 +5,9 @@
 
 #include "cli/shared/animation_file.h"
 #include "looks/extract_composition.h"
-#include "pictures/drawing_process.h"
 
 namespace cli {
 namespace {
-
-// Of the processor's time, for the pictures of one nest; real files take a few.
-constexpr std::chrono::seconds kMaxTime(120);
 
 // The frames that findings name, as the renderer counts them.
 std::vector<int> frames_of(const std::vector<lottie::looks::Finding>& findings, double first_frame) {
@@ -44,17 +40,21 @@ NestTrial NestChecker::check(host::model::Layer& nest, bool gives_text) {
 }
 
 Proven prove(const std::string& before, const std::string& after, const std::string& composition,
-             const std::vector<lottie::looks::Finding>& findings) {
+             const std::vector<lottie::looks::Finding>& findings, lottie::pictures::DrawingBudget& budget) {
+    if (budget.time.count() <= 0) throw std::runtime_error("the time for them is used up; --picture-time gives more");
     const auto part_before = lottie::looks::extract_composition(before, composition);
     const auto part_after = lottie::looks::extract_composition(after, composition);
     const double first = part_before.first_frame;
-    lottie::pictures::DrawingBudget budget{kMaxTime};
     auto comparison =
         lottie::pictures::compare_in_child(part_before.text, part_after.text, frames_of(findings, first), budget);
     const Proof proof{comparison.looks_equal, first + comparison.worst_frame,
                       comparison.worst.mean,  comparison.worst.share_beyond_8,
                       comparison.worst.ssim,  static_cast<std::size_t>(comparison.frames)};
     return {proof, std::move(comparison.worst_before), std::move(comparison.worst_after)};
+}
+
+std::string drawing_progress(std::size_t done, std::size_t count) {
+    return "pictures: " + std::to_string(done) + " of " + counted(count, "nest");
 }
 
 }  // namespace cli

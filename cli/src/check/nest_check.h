@@ -10,7 +10,7 @@
 #include "cli/shared/trial.h"
 #include "document/document.h"
 #include "looks/judge.h"
-#include "pictures/picture.h"
+#include "pictures/drawing_process.h"
 #include "runner/plugin_module.h"
 #include "script/engine.h"
 
@@ -74,8 +74,12 @@ struct Proven {
 };
 
 // Draws the composition before and after; the frames of the findings are among those compared. Throws
-// std::runtime_error with one sentence when the renderer refuses one of the animations, crashes, or does not end.
+// std::runtime_error with one sentence when the renderer refuses one of the animations, crashes, or wants more than the
+// budget.
 Proven prove(const std::string& before, const std::string& after, const std::string& composition,
-             const std::vector<lottie::looks::Finding>& findings);
+             const std::vector<lottie::looks::Finding>& findings, lottie::pictures::DrawingBudget& budget);
+
+// "pictures: 3 of 12 nests", while they are being drawn.
+std::string drawing_progress(std::size_t done, std::size_t count);
 
 }  // namespace cli

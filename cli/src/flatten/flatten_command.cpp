@@ -17,9 +17,6 @@ using lottie::looks::Finding;
 using lottie::looks::Weight;
 using Tone = Console::Tone;
 
-// Of the processor's time, for the pictures of one animation.
-constexpr std::chrono::seconds kMaxTime(120);
-
 std::string reasons(const std::vector<lottie::looks::Reason>& mended) {
     std::string list;
     for (const auto reason : mended) list += (list.empty() ? "" : ", ") + std::string(code(reason));
@@ -88,7 +85,7 @@ class Flatten {
     // How far apart the pictures of the whole are.
     std::string proof(const std::string& before, const std::string& after) const {
         try {
-            lottie::pictures::DrawingBudget budget{kMaxTime};
+            lottie::pictures::DrawingBudget budget{options_.picture_time};
             const auto apart = lottie::pictures::compare_in_child(before, after, {}, budget);
             char text[160];
             std::snprintf(text, sizeof text,

@@ -45,9 +45,10 @@ std::optional<WorstFrame> worst_frame(const Proven& proven) {
                       png(difference_picture(proven.before, proven.after, kGain))};
 }
 
-void add_pictures(const std::string& before, NestTrial& trial, ReportedNest& nest) {
+void add_pictures(const std::string& before, NestTrial& trial, ReportedNest& nest,
+                  lottie::pictures::DrawingBudget& budget) {
     try {
-        const Proven proven = prove(before, trial.after, trial.nest.composition, trial.nest.report.findings);
+        const Proven proven = prove(before, trial.after, trial.nest.composition, trial.nest.report.findings, budget);
         trial.nest.proof = proven.proof;
         nest.worst = worst_frame(proven);
     } catch (const std::runtime_error& refused) {
@@ -66,6 +67,8 @@ class Reporter {
     Reporter(const Options& options, const host::runner::PluginModule& plugin, const AnimationFile& input,
              const Console& console)
         : options_(options),
+          console_(console),
+          budget_{options.picture_time},
           input_(input),
           text_(input.text(0)),
           limits_(script_limits(options.script_time)),
@@ -80,6 +83,7 @@ class Reporter {
         describe();
         for (Layer* nest : nests_) check_alone(*nest);
         unnest_together();
+        console_.show_progress("");
         return std::move(report_);
     }
 
@@ -104,8 +108,9 @@ class Reporter {
 
     void check_alone(Layer& layer) {
         ReportedNest& nest = report_.nests.emplace_back();
+        console_.show_progress(drawing_progress(report_.nests.size() - 1, nests_.size()));
         NestTrial trial = checker_.check(layer, true);
-        add_pictures(text_, trial, nest);
+        add_pictures(text_, trial, nest, budget_);
         findings_.insert(findings_.end(), trial.nest.report.findings.begin(), trial.nest.report.findings.end());
         nest.checked = std::move(trial.nest);
     }
@@ -143,7 +148,7 @@ class Reporter {
     void compare_with(const std::string& after) {
         report_.after = lottie::looks::extract_composition(after, report_.composition).text;
         try {
-            const Proven proven = prove(text_, after, report_.composition, findings_);
+            const Proven proven = prove(text_, after, report_.composition, findings_, budget_);
             report_.proof = proven.proof;
             report_.worst = worst_frame(proven);
         } catch (const std::runtime_error& refused) {
@@ -152,6 +157,8 @@ class Reporter {
     }
 
     const Options& options_;
+    const Console& console_;
+    lottie::pictures::DrawingBudget budget_;
     const AnimationFile& input_;
     const std::string& text_;
     const host::script::Limits limits_;

@@ -233,6 +233,10 @@ std::atomic<std::size_t>& ChildProcess::Parent::place() const {
     return ends_.shared.place;
 }
 
+void ChildProcess::Parent::open_no_more_files() const {
+    forbid_opening_files();
+}
+
 void ChildProcess::Parent::wait_for_the_end() const {
     for (;;) ::pause();
 }

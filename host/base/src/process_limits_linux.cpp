@@ -42,6 +42,11 @@ void apply_limits(const ProcessLimits& limits, std::function<void()> out_of_memo
     if (limits.memory) std::set_new_handler([] { tell_out_of_memory(); });
 }
 
+void forbid_opening_files() {
+    const rlimit none{0, 0};
+    ::setrlimit(RLIMIT_NOFILE, &none);
+}
+
 std::chrono::milliseconds processor_time_of(const rusage& used) {
     const auto in_milliseconds = [](const timeval& time) { return time.tv_sec * 1000LL + time.tv_usec / 1000; };
     return std::chrono::milliseconds(in_milliseconds(used.ru_utime) + in_milliseconds(used.ru_stime));

@@ -9,6 +9,8 @@ namespace lottie::pictures {
 namespace {
 
 constexpr int kWidth = 400;       // pixels; what the limits were measured at
+constexpr int kMaxHeight = 4000;  // pixels; what is taller is drawn less wide
+constexpr int kMaxFrames = 10'000'000;
 constexpr int kFewFrames = 150;   // so many are all drawn
 constexpr int kCombFrames = 100;  // of a longer animation
 constexpr int kPeaks = 3;         // so many of the worst frames are looked at more closely
@@ -28,9 +30,11 @@ class Search {
     Search(const Animation& before, const Animation& after)
         : before_(before),
           after_(after),
-          count_(std::min(before.frame_count(), after.frame_count())),
-          height_(std::max(
-              1, static_cast<int>(std::lround(double{kWidth} * before.height() / std::max(1, before.width()))))) {}
+          count_(std::min({before.frame_count(), after.frame_count(), kMaxFrames})),
+          scale_(std::min(double{kWidth} / std::max(1, before.width()),
+                          double{kMaxHeight} / std::max(1, before.height()))),
+          width_(scaled(before.width())),
+          height_(scaled(before.height())) {}
 
     Comparison search(const std::vector<int>& look_at) {
         const int step = count_ <= kFewFrames ? 1 : std::max(1, count_ / kCombFrames);
@@ -42,6 +46,8 @@ class Search {
     }
 
   private:
+    int scaled(int length) const { return std::max(1, static_cast<int>(std::lround(scale_ * length))); }
+
     // At what lies around the peaks, up to the next frames that were drawn.
     void look_closely(int gap) {
         const int finer = std::max(1, gap / kFiner);
@@ -55,7 +61,7 @@ class Search {
         seen_[frame] = difference(draw(before_, frame), draw(after_, frame));
     }
 
-    Picture draw(const Animation& animation, int frame) const { return animation.frame(frame, kWidth, height_); }
+    Picture draw(const Animation& animation, int frame) const { return animation.frame(frame, width_, height_); }
 
     std::vector<int> peaks() const {
         std::vector<int> frames;
@@ -84,6 +90,8 @@ class Search {
     const Animation& before_;
     const Animation& after_;
     int count_;
+    double scale_;
+    int width_;
     int height_;
     std::map<int, Difference> seen_;
 };

@@ -1,6 +1,7 @@
 // What the options on the command line set.
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
@@ -51,6 +52,7 @@ struct Options {
 
     std::string journal;       // file for everything that the plug-in and the host say; empty: none
     double script_time = 120;  // seconds of processor time for all scripts of one file
+    std::chrono::milliseconds picture_time = std::chrono::minutes(2);  // of the processor, for all pictures of one file
 
     enum class Asks { nothing, summary, help, version } asks = Asks::nothing;
 };

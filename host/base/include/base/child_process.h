@@ -56,6 +56,8 @@ class ChildProcess {
         void say(std::string_view bytes) const;
         // A number that both sides see; 0 at first.
         std::atomic<std::size_t>& place() const;
+        // From now on it can open no file; what is open stays open.
+        void open_no_more_files() const;
         // Does nothing until the parent ends the process.
         [[noreturn]] void wait_for_the_end() const;
         // Ends the process as if the work had returned the number.

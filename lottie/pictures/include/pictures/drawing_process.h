@@ -18,8 +18,8 @@ struct DrawingBudget {
 };
 
 // What `work` gives. Throws std::runtime_error with one sentence when it throws one, crashes, or wants more than the
-// budget, or ten times that on the clock. Changes that it makes to memory are not seen here. The caller's process must
-// not have drawn anything itself: the renderer's threads do not go along.
+// budget, or three times that on the clock. Changes that it makes to memory are not seen here, and it can open no file.
+// The caller's process must not have drawn anything itself: the renderer's threads do not go along.
 std::string run_in_child(const std::function<std::string()>& work, DrawingBudget& budget);
 
 // compare() for the text of two animations. Throws as run_in_child() does; also when the renderer refuses one of them.
