@@ -55,6 +55,76 @@ function makePage(name, content) {
   return { status: ran.status, url: pathToFileURL(page).href, extra: text.length - animations[0].length - animations[1].length };
 }
 
+// ---- a trap for whatever calls out
+
+// A server on this machine that notes every connection and every request.
+async function setTrap() {
+  const trap = { caught: [] };
+  const server = createServer((request, response) => {
+    if (request.url !== "/favicon.ico") trap.caught.push(request.url);
+    response.setHeader("Access-Control-Allow-Origin", "*");
+    response.setHeader("Content-Type", request.url.startsWith("/control") ? "text/html" : request.url.includes("css") || request.url.includes("sheet") ? "text/css" : "text/javascript");
+    response.end(request.url.startsWith("/control") ? "<!doctype html><title>control</title>" : "");
+  });
+  server.on("connection", () => trap.caught.push("/connection"));
+  server.on("upgrade", (request, socket) => { trap.caught.push(request.url); socket.destroy(); });
+  await new Promise((resolve) => server.listen(0, "127.0.0.1", resolve));
+  trap.place = `http://127.0.0.1:${server.address().port}`;
+  trap.close = () => { server.closeAllConnections(); server.close(); };
+  return trap;
+}
+
+// Programs that try to reach it, each in its own way. The player hides the ordinary names of what a browser offers.
+function attemptsTo({ place }) {
+  const made = (name, then) => `var d = this.document, e = d.createElement('${name}'); ${then}; d.documentElement.append(e);`;
+  const link = (relation, kind, more = "") => made("link", `e.rel = '${relation}'; e.href = '${place}/${kind}'; ${more}`);
+  const markup = `<link rel="stylesheet" href="${place}/markup"><img src="${place}/markup"><iframe src="${place}/markup"></iframe>`;
+  return [
+    `this.fetch('${place}/fetch', { mode: 'no-cors' }).catch(function () {});`,
+    `var r = new this.XMLHttpRequest(); r.open('GET', '${place}/xhr'); r.send();`,
+    `this.navigator.sendBeacon('${place}/beacon', 'x');`,
+    `new this.WebSocket('${place.replace("http", "ws")}/socket');`,
+    `new this.EventSource('${place}/events');`,
+    `new this.WebTransport('${place.replace("http", "https")}/transport').ready.catch(function () {});`,
+    `var c = new this.RTCPeerConnection({ iceServers: [{ urls: 'turn:${place.slice(7)}?transport=tcp', username: 'x', credential: 'x' }] }); c.createDataChannel('x'); c.createOffer().then(function (o) { c.setLocalDescription(o); });`,
+    `new this.Image().src = '${place}/picture';`,
+    made("style", `e.textContent = "@import url('${place}/import.css'); @font-face { font-family: f; src: url('${place}/face') } html { background: url('${place}/style'); font-family: f } body::after { content: 'x' }"`),
+    `new this.FontFace('g', "url('${place}/face')").load().catch(function () {});`,
+    `this.document.documentElement.style.backgroundImage = "url('${place}/style')";`,
+    link("preconnect", "preconnect"), link("dns-prefetch", "dns"), link("prefetch", "prefetch"), link("preload", "preload", "e.as = 'image'"),
+    link("modulepreload", "modulepreload"), link("stylesheet", "sheet"), link("manifest", "manifest"), link("icon", "icon"),
+    made("iframe", `e.src = '${place}/frame'`), made("object", `e.data = '${place}/object'`), made("embed", `e.src = '${place}/embed'`),
+    made("iframe", `var n = (d.querySelector('script') || {}).nonce; e.srcdoc = '<script nonce="' + n + '">fetch("${place}/inner-frame")</scr' + 'ipt><img src="${place}/inner-frame"><link rel=preconnect href="${place}">'`),
+    made("iframe", "") + `new e.contentWindow.Image().src = '${place}/empty-frame'; new e.contentWindow.RTCPeerConnection();`,
+    made("audio", `e.src = '${place}/audio'`), made("video", `e.poster = '${place}/video'; e.src = '${place}/video'`),
+    made("script", `e.src = '${place}/script'`), made("script", `e.type = 'speculationrules'; e.textContent = '{"prefetch":[{"urls":["${place}/rules"]}]}'`),
+    `this.eval("import('${place}/module')").catch(function () {});`,
+    `new this.Worker('${place}/worker');`,
+    `new this.Worker(this.URL.createObjectURL(new this.Blob(["fetch('${place}/blob-worker')"])));`,
+    `var s = this.document.createElementNS('http://www.w3.org/2000/svg', 'svg'); var i = this.document.createElementNS('http://www.w3.org/2000/svg', 'image'); i.setAttribute('href', '${place}/svg-image'); s.append(i); this.document.documentElement.append(s);`,
+    `var l = this.document.createElementNS('http://www.w3.org/1999/xhtml', 'x:link'); l.rel = 'preconnect'; l.href = '${place}/'; this.document.head.append(l);`,
+    `this.document.documentElement.insertAdjacentHTML('beforeend', '${markup}');`,
+    `var b = this.document.createElement('div'); b.innerHTML = '${markup}'; this.document.documentElement.append(b);`,
+    `var r = this.document.createRange(); r.selectNode(this.document.head); this.document.head.append(r.createContextualFragment('${markup}'));`,
+    `this.document.head.append(this.document.adoptNode(new this.DOMParser().parseFromString('${markup}', 'text/html').querySelector('link')));`,
+    `var o = this.document.implementation.createDocument('http://www.w3.org/1999/xhtml', 'link').documentElement; o.rel = 'preconnect'; o.href = '${place}/'; this.document.head.append(this.document.adoptNode(o));`,
+    `var K = class extends this.HTMLLinkElement {}; this.customElements.define('x-link', K, { extends: 'link' }); var k = new K(); k.rel = 'preconnect'; k.href = '${place}/'; this.document.head.append(k);`,
+    made("form", `e.action = '${place}/form'; d.documentElement.append(e); e.submit()`),
+    `this.open('${place}/popup');`,
+    made("a", `e.href = '${place}/anchor'; e.ping = '${place}/ping'; e.target = '_blank'; d.documentElement.append(e); e.click()`),
+    `this.top.location = '${place}/top';`,
+  ];
+}
+
+// The same for programs that leave for it.
+function departuresTo({ place }) {
+  return [
+    `var m = this.document.querySelector('meta').cloneNode(); m.httpEquiv = 'refresh'; m.content = '0;url=${place}/refresh'; this.document.head.append(m);`,
+    `var a = this.document.createElementNS('http://www.w3.org/2000/svg', 'a'); a.setAttribute('href', '${place}/svg-anchor'); this.document.documentElement.append(a); a.dispatchEvent(new this.MouseEvent('click'));`,
+    `this.location = '${place}/location';`,
+  ];
+}
+
 // ---- the browser
 
 const browser = await chromium.launch({ executablePath: kBrowser, args: kArguments });
@@ -209,43 +279,96 @@ const cases = {
     await opened.context.close();
   },
 
-  async "shuts expressions in, and reaches no network even when asked to"() {
-    const asked = [];
-    const server = createServer((request, response) => { asked.push(request.url); response.end(); });
-    await new Promise((resolve) => server.listen(0, "127.0.0.1", resolve));
-    const place = `http://127.0.0.1:${server.address().port}`;
+  async "shuts expressions in, and reaches no network whatever they try"() {
+    const trap = await setTrap();
     try {
-      // The player hides the ordinary names of what a browser offers.
-      const attempt = (code) => `try { globalThis.${code} } catch (refused) {}`;
+      const attempts = attemptsTo(trap);
+      const attempt = (code) => `try { (function () { ${code} }).call(globalThis); } catch (refused) {}`;
       const x = [
-        attempt("parent.document.title = 'taken'"),
-        attempt(`top.location = '${place}/top'`),
-        attempt(`document.createElement('img').src = '${place}/picture'`),
-        attempt(`fetch('${place}/fetch').catch(() => 0)`),
-        attempt("document.documentElement.dataset.ran = 'yes'"),
+        ...attempts.map(attempt),
+        attempt("globalThis.parent.document.title = 'taken'"),
+        attempt("globalThis.document.documentElement.dataset.ran = 'yes'"),
         "var $bm_rt = value;",
       ].join(";\n");
       const content = animation([square(1, "spy", 60, { ks: { ...transform(100, 100), p: { ...still([100, 100, 0]), x } } })]);
-      content.assets.push({ id: "outside", w: 10, h: 10, u: `${place}/`, p: "outside.png", e: 0 });
-      content.layers.push(layer(2, 2, "outside", { refId: "outside" }));
+      content.assets.push({ id: "outside", w: 10, h: 10, u: `${trap.place}/`, p: "outside.png", e: 0 });
+      const drawing = `<svg xmlns="http://www.w3.org/2000/svg"><image href="${trap.place}/in-data"/><script href="${trap.place}/in-data"/></svg>`;
+      content.assets.push({ id: "data", w: 10, h: 10, u: "", p: `data:image/svg+xml,${encodeURIComponent(drawing)}`, e: 1 });
+      content.layers.push(layer(2, 2, "outside", { refId: "outside" }), layer(3, 2, "data", { refId: "data" }));
+      content.fonts = { list: [{ fName: "f", fFamily: "f", fStyle: "", fPath: `${trap.place}/font.css`, origin: 3, fOrigin: "g", ascent: 70 }] };
       const made = makePage("spy", content);
       const opened = await open(made, { offline: false });
       await settled(opened);
       assert.equal(await opened.stage.evaluate(() => document.documentElement.dataset.ran), "yes", "expressions are live");
       assert.equal(await opened.page.title(), "spy.json – un-nesting report");
       assert.match(await opened.page.textContent("#missing"), /^1 picture /);
+      // From outside too, one by one, without the words that the player hides.
       for (const frame of [opened.page.mainFrame(), opened.stage]) {
-        await frame.evaluate((url) => fetch(url).catch(() => 0), `${place}/fetch`);
+        await frame.evaluate((url) => fetch(url).catch(() => 0), `${trap.place}/fetch`);
       }
+      const left = await opened.stage.evaluate(() => Object.getOwnPropertyNames(window).filter((name) => /RTC/.test(name)));
+      assert.deepEqual(left, [], "nothing to call other browsers with");
+      assert.equal(await opened.stage.evaluate(() => document.querySelectorAll("script, link, iframe").length), 0);
       // The frame may leave for elsewhere, but the page's policy holds for where it goes.
-      await opened.stage.evaluate((url) => { setTimeout(() => { location = url; }); }, `${place}/frame`);
-      await opened.page.waitForTimeout(500);
+      await opened.page.waitForTimeout(1500);
+      assert.deepEqual(trap.caught, []);
+      for (const departure of departuresTo(trap)) await opened.stage.evaluate((code) => { setTimeout(code); }, attempt(departure)).catch(() => 0);
+      await opened.page.waitForTimeout(1500);
       assert.equal(opened.page.url(), made.url);
-      assert.deepEqual(asked, []);
+      // The browser opens a connection before it asks the policy, and nothing in a page can keep it from that.
+      assert.deepEqual(trap.caught.filter((url) => url !== "/connection"), []);
       await opened.context.close();
+
+      // The same attempts in a page that forbids nothing: the trap is sharp.
+      const context = await browser.newContext();
+      const page = await context.newPage();
+      await page.goto(`${trap.place}/control`);
+      trap.caught.length = 0;
+      for (const code of attempts.slice(0, -1)) await page.evaluate(attempt(code));
+      await page.waitForTimeout(1500);
+      const kinds = new Set(trap.caught.map((url) => url.replace(/^\/|\?.*/g, "")));
+      for (const kind of ["fetch", "xhr", "beacon", "socket", "events", "picture", "style", "import.css", "face", "frame", "object", "audio",
+        "module", "script", "prefetch", "sheet", "markup", "inner-frame", "svg-image", "connection"]) {
+        assert.ok(kinds.has(kind), `${kind} is an attempt that works where it may: ${[...kinds].join(" ")}`);
+      }
+      await context.close();
     } finally {
-      server.close();
+      trap.close();
     }
+  },
+
+  async "stays awake when an expression has no end"() {
+    const content = animation([square(1, "endless", 60, { ks: { ...transform(100, 100), p: { ...still([100, 100, 0]), x: "for (;;) {} var $bm_rt = value;" } } })]);
+    const made = makePage("endless", content);
+    const context = await browser.newContext({ offline: true });
+    const page = await context.newPage();
+    await page.addInitScript(() => {
+      const { setTimeout } = window;
+      window.setTimeout = (work, time) => setTimeout(work, time / 10);
+    });
+    await page.goto(made.url);
+    await page.waitForTimeout(500);
+    const began = performance.now();
+    assert.equal(await page.textContent("#verdict"), "exact");
+    await page.click("#layer-details summary");
+    await page.waitForFunction(() => document.querySelectorAll("#layer-table tbody tr").length === 1);
+    assert.ok(performance.now() - began < 5000, "the page answers");
+    await page.waitForSelector("#stage-problem:visible");
+    assert.match(await page.textContent("#stage-problem"), /^The animation was closed: .* an expression in it may have no end\.$/);
+    assert.equal(await page.locator("#stage iframe").count(), 0);
+    await context.close();
+  },
+
+  async "closes an animation whose expressions speak to the page"() {
+    const x = "for (var i = 0; i < 100; ++i) globalThis.parent.postMessage({ kind: 'opened', missing: i }, '*'); var $bm_rt = value;";
+    const made = makePage("talker", animation([square(1, "talker", 60, { ks: { ...transform(100, 100), p: { ...still([100, 100, 0]), x } } })]));
+    const context = await browser.newContext({ offline: true });
+    const page = await context.newPage();
+    await page.goto(made.url);
+    await page.waitForSelector("#stage-problem:visible");
+    assert.equal(await page.textContent("#stage-problem"), "The animation was closed: its expressions work on the page.");
+    assert.equal(await page.locator("#stage iframe").count(), 0);
+    await context.close();
   },
 };
 

@@ -36,8 +36,8 @@ std::string as_program(const std::string& program) {
     return replaced(replaced(program, "</script", "<\\/script"), "<!--", "<\\!--");
 }
 
-// Differs from page to page, but not from run to run. It need not be secret: only the page's own programs carry it, and
-// what comes from the animation is data.
+// Differs from page to page, but not from run to run. It need not be secret: only the page's own programs carry it,
+// what comes from the animation is data, and the frame in which expressions run gives it up before.
 std::string nonce_for(std::string_view data) {
     std::uint64_t hash = 0xcbf29ce484222325;
     for (const char byte : data) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001b3;
@@ -76,6 +76,7 @@ std::string report_page(const Report& report, const AnimationPlayer& player) {
                                             {"page.js", as_program(file_named("page.js"))},
                                             {"drawing.js", as_program(file_named("drawing.js"))},
                                             {"stage.css", file_named("stage.css")},
+                                            {"guard.js", as_program(file_named("guard.js"))},
                                             {"stage.js", as_program(file_named("stage.js"))},
                                             {"player", as_program(player.program)},
                                             {"data", data},

@@ -131,7 +131,10 @@
     },
   };
 
+  const kPatience = 30000; // milliseconds
+
   const stage = {
+    owed: 1, // answers; at first, that the frame is ready
     frame: element("iframe", { sandbox: "allow-scripts", tabindex: "-1", title: "The animation before and after", "aria-hidden": "true" }),
 
     // The frame is shut in by "sandbox"; it inherits the page's policy, and so cannot load anything either.
@@ -143,25 +146,51 @@
         `<!doctype html><html lang="en"><meta charset="utf-8"><title>The animation before and after</title>` +
         `<style>${text("stage-style")}</style><body data-view="side" data-background="white" data-columns="2">` +
         `<div class="stage">${pane("before", "Before")}${pane("after", "After")}</div>` +
+        `<script nonce="${nonce}">${text("guard-program")}</script>` +
         `<script nonce="${nonce}">${text("player-program")}</script>` +
         `<script nonce="${nonce}">${text("stage-program")}</script></body></html>`;
       byId("stage").append(this.frame);
       addEventListener("message", (event) => {
-        if (event.source === this.frame.contentWindow) this.hear(event.data);
+        if (this.frame.isConnected && event.source === this.frame.contentWindow) this.hear(event.data);
       });
+      this.wait();
       addEventListener("resize", () => this.layout());
     },
     send(message) {
+      if (!this.frame.isConnected) return;
       this.frame.contentWindow.postMessage(message, "*");
+      if (message.kind === "layout") return;
+      this.owed += 1;
+      this.wait();
     },
+    // An expression may never come to an end; the frame is a program of its own then, and the page goes on.
+    wait() {
+      clearTimeout(this.waiting);
+      this.waiting = setTimeout(() => this.close("it did not answer for half a minute, and an expression in it may have no end"), kPatience);
+    },
+    // The animation may say anything; more than it was asked for means that its expressions speak.
     hear(message) {
+      clearTimeout(this.waiting);
+      this.owed -= 1;
+      if (this.owed < 0) {
+        this.close("its expressions work on the page");
+        return;
+      }
+      if (this.owed > 0) this.wait();
       if (message.kind === "ready") this.load();
       if (message.kind === "opened") this.opened(Number(message.missing));
       if (message.kind === "shown") player.shown(Number(message.frame));
-      if (message.kind === "problem") {
-        byId("stage-problem").textContent = `The animation cannot be played: ${message.sentence}.`;
-        byId("stage-problem").hidden = false;
-      }
+      if (message.kind === "problem") this.complain(`The animation cannot be played: ${message.sentence}.`);
+    },
+    close(reason) {
+      this.frame.remove();
+      player.pause();
+      for (const id of ["play", "back", "forth", "scrub"]) byId(id).disabled = true;
+      this.complain(`The animation was closed: ${reason}.`);
+    },
+    complain(sentence) {
+      byId("stage-problem").textContent = sentence;
+      byId("stage-problem").hidden = false;
     },
     load() {
       const before = JSON.parse(byId("before-animation").textContent);

@@ -17,6 +17,7 @@
     for (const font of (animation.fonts && animation.fonts.list) || []) {
       font.fPath = "";
       font.origin = 0;
+      delete font.fOrigin;
     }
     return count;
   }
@@ -73,5 +74,13 @@
   addEventListener("message", (event) => {
     if (event.source === parent) answers[event.data.kind](event.data);
   });
+
+  // From here on nothing in this document or in one that it makes can become a program, expressions apart.
+  for (const program of document.querySelectorAll("script")) program.remove();
+  const policy = document.querySelector("meta").cloneNode();
+  policy.removeAttribute("charset");
+  policy.httpEquiv = "Content-Security-Policy";
+  policy.content = "script-src 'unsafe-eval'";
+  document.head.append(policy);
   tell({ kind: "ready" });
 })();
