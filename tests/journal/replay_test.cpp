@@ -223,4 +223,17 @@ TEST(AReplay, tells_another_course_of_random_calls) {
     EXPECT_THAT(words(ramble.replay()), StartsWith("differs"));
 }
 
+A_Err never_ends(SPBasicSuite*, A_long, A_long, AEGP_PluginID, AEGP_GlobalRefcon*) {
+    for (volatile bool goes_on = true; goes_on;) {
+    }
+    return A_Err_NONE;
+}
+
+TEST(AReplay, ends_a_plug_in_that_never_does) {
+    const auto journal = std::get<host::journal::Journal>(host::journal::read(TalkerRecording().text()));
+    const ReplayVerdict verdict = host::journal::replay(journal, never_ends, std::chrono::seconds(1));
+    EXPECT_EQ(verdict.kind, ReplayVerdict::Kind::differs);
+    EXPECT_THAT(verdict.sentence, HasSubstr("got nothing: the plug-in took too much of the processor's time"));
+}
+
 }  // namespace

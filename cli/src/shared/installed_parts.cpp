@@ -14,9 +14,20 @@ fs::path installation_folder() {
     return host::base::program_file().parent_path().parent_path();
 }
 
+namespace {
+
+constexpr const char* kPluginVariable = "EXFLATE_PLUGIN";
+
+bool is_set(const char* variable) {
+    const char* value = std::getenv(variable);
+    return value != nullptr && *value != '\0';
+}
+
+}  // namespace
+
 fs::path find_part(const char* variable, const fs::path& built, const fs::path& installed, const std::string& what,
                    const std::string& advice) {
-    if (const char* chosen = std::getenv(variable); chosen != nullptr && *chosen != '\0') return chosen;
+    if (is_set(variable)) return std::getenv(variable);
     const fs::path folder = installation_folder();
     for (const fs::path& part : {built, installed}) {
         std::error_code error;
@@ -26,8 +37,12 @@ fs::path find_part(const char* variable, const fs::path& built, const fs::path& 
                                         (folder / installed).string() + "': " + advice);
 }
 
+bool is_plugin_chosen() {
+    return is_set(kPluginVariable);
+}
+
 fs::path find_plugin() {
-    return find_part("EXFLATE_PLUGIN", "plugin/Exflate.so", "lib/exflate/Exflate.so", "the plug-in",
+    return find_part(kPluginVariable, "plugin/Exflate.so", "lib/exflate/Exflate.so", "the plug-in",
                      "set EXFLATE_PLUGIN to its file");
 }
 

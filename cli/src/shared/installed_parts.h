@@ -21,6 +21,9 @@ std::filesystem::path find_part(const char* variable, const std::filesystem::pat
 // (failed).
 std::filesystem::path find_plugin();
 
+// Whether EXFLATE_PLUGIN names one.
+bool is_plugin_chosen();
+
 // That module, loaded. Throws Failure (failed).
 host::runner::PluginModule load_plugin();
 

@@ -1,6 +1,9 @@
-// A plug-in whose command does nothing, unless the first layer has a telling name: "crash" and "leave" end the process.
+// A plug-in whose command does nothing, unless the first layer has a telling name: "crash" and "leave" end the process,
+// "compute" and "sleep" never come to an end.
+#include <chrono>
 #include <cstdlib>
 #include <cstring>
+#include <thread>
 
 #include "one_command_plugin.h"
 
@@ -21,6 +24,9 @@ A_Err command_hook(AEGP_GlobalRefcon, AEGP_CommandRefcon, AEGP_Command, AEGP_Hoo
     ERR(suites.LayerSuite5()->AEGP_GetLayerName(layer, name, nullptr));
     if (std::strcmp(name, "crash") == 0) std::abort();
     if (std::strcmp(name, "leave") == 0) std::_Exit(0);
+    for (volatile bool goes_on = std::strcmp(name, "compute") == 0; goes_on;) {
+    }
+    while (std::strcmp(name, "sleep") == 0) std::this_thread::sleep_for(std::chrono::hours(1));
     ERR(suites.UtilitySuite6()->AEGP_StartUndoGroup("nothing much"));
     ERR(suites.LayerSuite5()->AEGP_SetLayerFlag(layer, AEGP_LayerFlag_VIDEO_ACTIVE, false));
     ERR(suites.UtilitySuite6()->AEGP_EndUndoGroup());

@@ -1,6 +1,7 @@
 // Replays a journal against a plug-in.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <string>
 
@@ -23,8 +24,10 @@ struct ReplayVerdict {
 };
 
 // Calls the plug-in as the journal says, answers its calls as they were answered then, and compares everything it does.
-// The plug-in runs in a child process that ends at the first difference, so its crashes stay there. Throws
-// std::runtime_error if the child cannot be started.
-ReplayVerdict replay(const Journal& journal, AEGP_PluginInitFunc entry_point);
+// The plug-in runs in a child process that ends at the first difference, so its crashes stay there; it may use the
+// processor for `longest`, and three times as long by the clock. Throws std::runtime_error if the child cannot be
+// started.
+ReplayVerdict replay(const Journal& journal, AEGP_PluginInitFunc entry_point,
+                     std::chrono::seconds longest = std::chrono::minutes(10));
 
 }  // namespace host::journal

@@ -37,12 +37,13 @@ ReplayVerdict verdict_on_end(const Journal& journal, std::size_t place, const st
 
 }  // namespace
 
-ReplayVerdict replay(const Journal& journal, AEGP_PluginInitFunc entry_point) try {
-    ChildProcess child([&](const ChildProcess::Parent& parent) -> int {
+ReplayVerdict replay(const Journal& journal, AEGP_PluginInitFunc entry_point, std::chrono::seconds longest) try {
+    const auto work = [&](const ChildProcess::Parent& parent) -> int {
         ReplayHost host(journal, entry_point, parent.place(),
                         [&](const ReplayVerdict& verdict) { tell(parent, verdict); });
         host.play();
-    });
+    };
+    ChildProcess child(work, {.processor_time = longest, .time = 3 * longest});
     const base::ProcessEnd& end = child.wait();
     return end.kind == base::ProcessEnd::Kind::finished ? told(child.said(), end.number)
                                                         : verdict_on_end(journal, child.place(), in_words(end));
