@@ -1,6 +1,5 @@
 // The command exflate.
-#include <exception>
-
+#include "base/files.h"
 #include "base/signals.h"
 #include "cli/arguments/parser.h"
 #include "cli/shared/console.h"
@@ -12,22 +11,9 @@ namespace {
 using cli::Console;
 using cli::ExitCode;
 
-template <class Work>
-ExitCode guarded(const Console& console, Work work) {
-    try {
-        return work();
-    } catch (const cli::Failure& failure) {
-        print_failure(console, "exflate", failure);
-        return failure.code();
-    } catch (const std::exception& problem) {
-        print_failure(console, "exflate", cli::unforeseen(problem));
-        return ExitCode::failed;
-    }
-}
-
 ExitCode handle(const cli::Request& request, const Console& console) {
     return cli::keep_plugin_apart(request.options, console, [&] {
-        return guarded(console, [&] { return request.command->run(request.options, console); });
+        return cli::guarded(console, "exflate", [&] { return request.command->run(request.options, console); });
     });
 }
 
@@ -41,6 +27,7 @@ ExitCode handle(const cli::UsageProblem& problem, const Console& console) {
 int main(int argc, char** argv) {
     const Console console = Console::for_this_process();
     const auto work = [&] {
+        host::base::keep_places_of_standard_streams();
         host::base::ignore_failed_write_signals();
         if (!host::runner::use_utf8_locale()) {
             console.say(Console::Tone::warning, "exflate",
@@ -49,5 +36,5 @@ int main(int argc, char** argv) {
         const auto request = cli::parse_arguments({argv + 1, argv + argc});
         return std::visit([&](const auto& what) { return handle(what, console); }, request);
     };
-    return static_cast<int>(guarded(console, work));
+    return static_cast<int>(cli::guarded(console, "exflate", work));
 }

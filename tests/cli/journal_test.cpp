@@ -195,6 +195,27 @@ TEST(Journal, never_overwrites_what_the_run_reads_or_writes) {
     EXPECT_EQ(exflate(sandbox, {"a.json", "--journal", "-"}).exit_code, 2);
 }
 
+TEST(Journal, never_becomes_the_file_of_a_result_that_is_not_there_yet) {
+    const Sandbox sandbox(test::one_nest());
+    std::filesystem::create_symlink("flat.json", sandbox.path("link"));
+    std::filesystem::create_directory_symlink(".", sandbox.path("here"));
+    for (const char* journal : {"link", "here/flat.json", "./here/./flat.json", "here/link"}) {
+        const Finished finished = exflate(sandbox, {"a.json", "-o", "flat.json", "--journal", journal});
+        EXPECT_EQ(finished.exit_code, 2) << journal;
+        EXPECT_THAT(finished.err, StartsWith("exflate: the journal would overwrite 'flat.json': "));
+        EXPECT_THAT(sandbox.names(), ElementsAre("a.json", "here", "link"));
+    }
+}
+
+TEST(Journal, never_takes_the_place_of_a_closed_standard_output) {
+    const Sandbox sandbox(test::one_nest());
+    const Finished finished =
+        exflate(sandbox, {.arguments = {"a.json", "--journal", "run.journal"}, .has_no_output = true});
+    EXPECT_EQ(finished.exit_code, 4);
+    EXPECT_EQ(finished.err, "a.json: standard output cannot be written: Bad file descriptor\n");
+    EXPECT_THAT(sandbox.read("run.journal"), Not(HasSubstr("\"layers\"")));
+}
+
 TEST(Journal, that_cannot_be_made_stops_the_run) {
     const Sandbox sandbox(test::one_nest());
     const Finished finished = exflate(sandbox, {"a.json", "-o", "flat.json", "--journal", "none/run.journal"});

@@ -174,6 +174,57 @@ TEST(RunOutput, a_bad_file_among_good_ones_gives_its_code_and_harms_none) {
     EXPECT_EQ(layer_names(sandbox.read("c.json")), kFlat);
 }
 
+TEST(RunOutput, a_read_only_file_is_replaced_by_force_alone) {
+    const Sandbox sandbox(test::one_nest());
+    fs::permissions(sandbox.path("a.json"), fs::perms::owner_read);
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"run", "-i", "a.json"}, {"flatten", "-i", "a.json"}, {"-o", "a.json", "a.json"}}) {
+        const Finished refused = exflate(sandbox, arguments);
+        EXPECT_EQ(refused.exit_code, 4);
+        EXPECT_THAT(refused.err, testing::EndsWith("a.json: 'a.json' cannot be written: it is read-only; --force "
+                                                   "replaces it all the same\n"));
+        EXPECT_EQ(sandbox.read("a.json"), test::one_nest());
+    }
+    EXPECT_EQ(exflate(sandbox, {"run", "-i", "--force", "a.json"}).exit_code, 0);
+    EXPECT_EQ(layer_names(sandbox.read("a.json")), kFlat);
+    EXPECT_EQ(fs::status(sandbox.path("a.json")).permissions(), fs::perms::owner_read);
+}
+
+TEST(RunOutput, a_hard_link_that_is_split_is_told_of) {
+    const Sandbox sandbox(test::one_nest());
+    fs::create_hard_link(sandbox.path("a.json"), sandbox.path("b.json"));
+    fs::create_hard_link(sandbox.path("a.json"), sandbox.path("c.json"));
+    EXPECT_THAT(exflate(sandbox, {"-i", "a.json"}).err,
+                HasSubstr("a.json: is a file of its own now: it had 2 other hard links, which keep the old content\n"));
+    EXPECT_EQ(layer_names(sandbox.read("a.json")), kFlat);
+    EXPECT_EQ(sandbox.read("b.json"), test::one_nest());
+    EXPECT_THAT(exflate(sandbox, {"-i", "a.json"}).err, Not(HasSubstr("hard link")));
+}
+
+TEST(RunOutput, want_of_memory_is_a_sentence) {
+#if defined(__SANITIZE_ADDRESS__)
+    GTEST_SKIP() << "needs its address space for itself";
+#endif
+    const Sandbox sandbox;
+    std::vector<std::string> layers;
+    for (int i = 1; i <= 20'000; ++i) layers.push_back(test::solid_layer(i, std::string(1000, 'x')));
+    sandbox.write("a.json",
+                  test::animation({test::asset("comp_0", "Inside", layers)}, {test::nest_layer(1, "Nest", "comp_0")}));
+    const std::string before = sandbox.read("a.json");
+    // From what the program itself needs to what the work needs.
+    for (const long megabytes : {60, 80, 100, 130, 160, 200}) {
+        for (const char* command : {"run", "check", "list", "flatten"}) {
+            SCOPED_TRACE(std::to_string(megabytes) + " MB, " + command);
+            const Finished finished =
+                exflate(sandbox, {.arguments = {command, "a.json"}, .most_memory = megabytes << 20});
+            EXPECT_LE(finished.exit_code, 4) << finished.err;
+            EXPECT_THAT(finished.err, Not(HasSubstr("bad_alloc")));
+            if (finished.exit_code > 1) EXPECT_THAT(finished.err, HasSubstr("memory"));
+            EXPECT_EQ(sandbox.read("a.json"), before);
+        }
+    }
+}
+
 TEST(RunOutput, of_several_codes_the_highest_counts) {
     const Sandbox sandbox(test::one_nest());
     sandbox.write("bad.json", "nonsense");

@@ -150,6 +150,12 @@ Finished Sandbox::run(const std::string& program, const Start& start) const {
             std::signal(SIGXFSZ, SIG_IGN);  // the write fails instead
             if (setrlimit(RLIMIT_FSIZE, &limit) != 0) _exit(99);
         }
+        if (start.has_no_output) close(STDOUT_FILENO);
+        if (start.most_memory >= 0) {
+            const auto most = static_cast<rlim_t>(start.most_memory);
+            const rlimit limit = {most, most};
+            if (setrlimit(RLIMIT_AS, &limit) != 0) _exit(99);
+        }
         execve(program.c_str(), pointers(arguments).data(), pointers(environment).data());
         _exit(98);
     }

@@ -23,6 +23,8 @@ struct Start {
     bool without_settings_folder = false;                 // neither XDG_CONFIG_HOME nor HOME
     bool reader_is_gone = false;                          // standard output is a pipe that nobody reads
     long most_bytes_per_file = -1;                        // no file can grow beyond
+    bool has_no_output = false;                           // standard output is closed
+    long most_memory = -1;                                // bytes of address space
     bool errors_to_terminal = false;                      // standard error is a terminal
 };
 

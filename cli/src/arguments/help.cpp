@@ -140,17 +140,17 @@ std::string command_summary(const Command& command) {
 
 ExitCode show_help(const Options& options, const Console&) {
     if (options.files.empty()) {
-        write_result(kStandardStream, overview());
+        write_result(overview());
     } else {
         const Command& command = *find_command(options.file());
         const bool is_short = options.asks == Options::Asks::summary;
-        write_result(kStandardStream, is_short ? command_summary(command) : command_help(command));
+        write_result(is_short ? command_summary(command) : command_help(command));
     }
     return ExitCode::done;
 }
 
 ExitCode show_version(const Options&, const Console&) {
-    write_result(kStandardStream, std::string("exflate ") + kVersion + "\n");
+    write_result(std::string("exflate ") + kVersion + "\n");
     return ExitCode::done;
 }
 

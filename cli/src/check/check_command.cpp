@@ -41,7 +41,8 @@ void add_proof(const std::string& before, NestTrial& trial, lottie::pictures::Dr
 }
 
 // Compositions are drawn once each, the main one in any case; a nest that stays has nothing to show.
-void add_proofs(const std::string& before, const std::string& after, CheckedFile& checked) {
+void add_proofs(const std::string& before, const std::string& after, const Console& console,
+                lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
     std::map<std::string, NestTrial> drawn;
     drawn[""];
     for (const CheckedNest& nest : checked.nests) {
@@ -49,10 +50,12 @@ void add_proofs(const std::string& before, const std::string& after, CheckedFile
         auto& findings = drawn[nest.composition].nest.report.findings;
         findings.insert(findings.end(), nest.report.findings.begin(), nest.report.findings.end());
     }
+    std::size_t done = 0;
     for (auto& [composition, trial] : drawn) {
+        console.show_progress(drawing_progress(done++, drawn.size(), "composition"));
         trial.nest.composition = composition;
         trial.after = after;
-        add_proof(before, trial);
+        add_proof(before, trial, budget);
     }
     for (CheckedNest& nest : checked.nests) {
         if (!nest.flattened->kept_because.empty()) continue;
@@ -65,7 +68,7 @@ void add_proofs(const std::string& before, const std::string& after, CheckedFile
 
 // Throws Failure.
 void check_flattening(const std::string& text, const Options& options, const host::runner::PluginModule& plugin,
-                      const Console& console, CheckedFile& checked) {
+                      const Console& console, lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
     Options as_to_draw = options;
     as_to_draw.keep_unused = true;
     const Flattened flattened = flatten_animation(text, plugin, as_to_draw);
@@ -80,14 +83,14 @@ void check_flattening(const std::string& text, const Options& options, const hos
         one.report = {nest.number - 1, nest.name, nest.verdict, nest.findings, 0};
         one.flattened = {nest.kept_because, nest.mended};
     }
-    if (options.prove) add_proofs(text, flattened.text, checked);
+    if (options.prove) add_proofs(text, flattened.text, console, budget, checked);
 }
 
 // Throws Failure.
 void check_animation(std::string text, const Options& options, const host::runner::PluginModule& plugin,
                      const Console& console, lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
     checked.bytes = text.size();
-    if (options.flatten) return check_flattening(text, options, plugin, console, checked);
+    if (options.flatten) return check_flattening(text, options, plugin, console, budget, checked);
     lottie::document::Document document = parse_input(std::move(text));
     print_warnings(console, checked.name, document.warnings());
     const host::script::Limits limits = script_limits(options.script_time);
@@ -97,7 +100,7 @@ void check_animation(std::string text, const Options& options, const host::runne
     for (Layer* nest : nests) {
         NestTrial trial = checker.check(*nest, options.prove);
         if (options.prove) {
-            console.show_progress(drawing_progress(checked.nests.size(), nests.size()));
+            console.show_progress(drawing_progress(checked.nests.size(), nests.size(), "nest"));
             add_proof(document.text(), trial, budget);
         }
         checked.nests.push_back(std::move(trial.nest));
@@ -111,8 +114,8 @@ void check_guarded(CheckedFile& checked, Check check) {
         check();
     } catch (const Failure& failure) {
         checked.failure = failure;
-    } catch (const std::exception& unforeseen) {
-        checked.failure = Failure(ExitCode::failed, unforeseen.what());
+    } catch (const std::exception& problem) {
+        checked.failure = unforeseen(problem);
     }
 }
 
@@ -184,7 +187,7 @@ ExitCode check(const Options& options, const Console& console) {
             files.push_back(std::move(checked));
         }
     }
-    write_result(kStandardStream, report(files, options.format));
+    write_result(report(files, options.format));
     return highest;
 }
 

@@ -53,8 +53,8 @@ Proven prove(const std::string& before, const std::string& after, const std::str
     return {proof, std::move(comparison.worst_before), std::move(comparison.worst_after)};
 }
 
-std::string drawing_progress(std::size_t done, std::size_t count) {
-    return "pictures: " + std::to_string(done) + " of " + counted(count, "nest");
+std::string drawing_progress(std::size_t done, std::size_t count, std::string_view noun) {
+    return "pictures: " + std::to_string(done) + " of " + counted(count, noun);
 }
 
 }  // namespace cli

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cli/shared/dialog_answers.h"
@@ -80,6 +81,6 @@ Proven prove(const std::string& before, const std::string& after, const std::str
              const std::vector<lottie::looks::Finding>& findings, lottie::pictures::DrawingBudget& budget);
 
 // "pictures: 3 of 12 nests", while they are being drawn.
-std::string drawing_progress(std::size_t done, std::size_t count);
+std::string drawing_progress(std::size_t done, std::size_t count, std::string_view noun);
 
 }  // namespace cli

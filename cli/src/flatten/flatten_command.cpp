@@ -74,18 +74,19 @@ class Flatten {
             texts.emplace_back().refer(all.back().text);
             if (!all.back().is_as_asked()) code = ExitCode::look_changes;
         }
-        if (!options_.dry_run) write_output(options_, file, input.with(std::move(texts)).pieces());
+        if (!options_.dry_run) write_output(options_, console_, file, input.with(std::move(texts)).pieces());
+        lottie::pictures::DrawingBudget budget{options_.picture_time};
         for (std::size_t i = 0; i < input.count(); ++i) {
             tell(input.label(i), all[i]);
-            if (options_.prove) console_.say(Tone::plain, input.label(i), proof(input.text(i), all[i].text));
+            if (options_.prove) console_.say(Tone::plain, input.label(i), proof(input.text(i), all[i].text, budget));
         }
         return code;
     }
 
     // How far apart the pictures of the whole are.
-    std::string proof(const std::string& before, const std::string& after) const {
+    static std::string proof(const std::string& before, const std::string& after,
+                             lottie::pictures::DrawingBudget& budget) {
         try {
-            lottie::pictures::DrawingBudget budget{options_.picture_time};
             const auto apart = lottie::pictures::compare_in_child(before, after, {}, budget);
             char text[160];
             std::snprintf(text, sizeof text,

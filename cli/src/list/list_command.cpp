@@ -34,7 +34,7 @@ std::string listing(const Options& options, const Console& console) {
 
 ExitCode list(const Options& options, const Console& console) {
     return guarded(console, shown_name(options.file()), [&] {
-        write_result(kStandardStream, listing(options, console));
+        write_result(listing(options, console));
         return ExitCode::done;
     });
 }

@@ -2,7 +2,6 @@
 #include "commands.h"
 
 #include <array>
-#include <filesystem>
 #include <utility>
 
 #include "cli/shared/animation_file.h"
@@ -108,7 +107,7 @@ class Reporter {
 
     void check_alone(Layer& layer) {
         ReportedNest& nest = report_.nests.emplace_back();
-        console_.show_progress(drawing_progress(report_.nests.size() - 1, nests_.size()));
+        console_.show_progress(drawing_progress(report_.nests.size() - 1, nests_.size(), "nest"));
         NestTrial trial = checker_.check(layer, true);
         add_pictures(text_, trial, nest, budget_);
         findings_.insert(findings_.end(), trial.nest.report.findings.begin(), trial.nest.report.findings.end());
@@ -172,8 +171,7 @@ class Reporter {
 };
 
 void refuse_own_input(const Options& options) {
-    std::error_code error;
-    if (!options.output.empty() && std::filesystem::equivalent(options.file(), options.output, error)) {
+    if (!options.output.empty() && host::base::are_same_file(options.file(), options.output)) {
         throw Failure(ExitCode::usage, "the report would replace the animation: give -o another name");
     }
 }
@@ -216,7 +214,7 @@ ExitCode report(const Options& options, const Console& console) {
         const AnimationFile input(options.file(), options.animation);
         refuse_several(input);
         const Report report = report_on(input, options, plugin, console);
-        write_output(options, options.file(), report_page(report, player));
+        write_output(options, console, options.file(), report_page(report, player));
         print_report(console, report, options.output == kStandardStream ? "" : options.output);
         return report.verdict() == Verdict::changes ? ExitCode::look_changes : ExitCode::done;
     });

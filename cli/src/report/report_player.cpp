@@ -1,6 +1,7 @@
 // Where the player of the report's page lies.
 #include <filesystem>
 
+#include "base/files.h"
 #include "cli/shared/failure.h"
 #include "cli/shared/file_io.h"
 #include "report/report_page.h"

@@ -59,8 +59,8 @@ class Run {
             return ExitCode::done;
         } catch (const Failure& failure) {
             return print_problem(file, results, failure);
-        } catch (const std::exception& unforeseen) {  // such as running out of memory
-            return print_problem(file, results, Failure(ExitCode::failed, unforeseen.what()));
+        } catch (const std::exception& problem) {  // such as running out of memory
+            return print_problem(file, results, unforeseen(problem));
         }
     }
 
@@ -108,7 +108,7 @@ class Run {
         std::vector<lottie::document::OutputText> texts;
         for (WrittenAnimation& animation : animations) texts.push_back(std::move(animation.written));
         const lottie::document::OutputText bytes = input.with(std::move(texts));
-        if (is_changed || !options_.in_place) write_output(options_, file, bytes.pieces());
+        if (is_changed || !options_.in_place) write_output(options_, console_, file, bytes.pieces());
 
         const std::string shown_output = output == kStandardStream ? "" : output;
         for (const AnimationResult& result : results) print_result(result, input.form() ? "" : shown_output);

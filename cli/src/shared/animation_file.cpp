@@ -160,13 +160,28 @@ void prepare_folder(const std::string& folder) {
     }
 }
 
-void write_result(std::string_view output, host::base::Pieces bytes) {
+void write_result(host::base::Pieces bytes) {
     try {
-        write_whole(output, bytes);
+        host::base::write_standard_output(bytes);
     } catch (const FileError& error) {
-        const std::string name = output == kStandardStream ? "standard output" : "'" + std::string(output) + "'";
-        throw Failure(ExitCode::failed, name + ' ' + error.what());
+        throw Failure(ExitCode::failed, std::string("standard output ") + error.what());
     }
+}
+
+void write_result(const Console& console, const std::string& output, host::base::Pieces bytes, bool force) {
+    if (output == kStandardStream) return write_result(bytes);
+    const std::size_t others = host::base::other_hard_links(output);
+    try {
+        host::base::replace_file(output, bytes, {.temporary_prefix = ".exflate-", .even_if_read_only = force});
+    } catch (const FileError& error) {
+        const bool is_read_only = error.reason() == host::base::kReadOnly;
+        throw Failure(ExitCode::failed,
+                      "'" + output + "' " + error.what() + (is_read_only ? "; --force replaces it all the same" : ""));
+    }
+    if (others == 0) return;
+    console.say(Console::Tone::warning, output,
+                "is a file of its own now: it had " + counted(others, "other hard link") +
+                    (others == 1 ? ", which keeps" : ", which keep") + " the old content");
 }
 
 }  // namespace cli

@@ -56,6 +56,7 @@ void Console::pass_on(std::string_view text) const {
 
 void Console::show_progress(std::string_view line) const {
     if (!has_colors_) return;
+    shows_progress_ = shows_progress_ || !line.empty();
     write(printable(line));
     shows_progress_ = !line.empty();
 }

@@ -28,7 +28,6 @@ ExitCode work_at_once(const Options& options, const Console& console,
                         .work = [&](std::size_t i) { return work(options.files[i]); },
                         .tell =
                             [&](std::size_t i, const Ended& ended) {
-                                console.show_progress("");
                                 console.pass_on(ended.said);
                                 if (!ended.code) {
                                     print_failure(console, shown_name(options.files[i]),
@@ -56,9 +55,9 @@ std::string output_for(const Options& options, const std::string& file) {
     return options.output.empty() ? std::string(kStandardStream) : options.output;
 }
 
-void write_output(const Options& options, const std::string& file, host::base::Pieces bytes) {
+void write_output(const Options& options, const Console& console, const std::string& file, host::base::Pieces bytes) {
     if (!options.output_folder.empty()) prepare_folder(options.output_folder);
-    write_result(output_for(options, file), bytes);
+    write_result(console, output_for(options, file), bytes, options.force);
 }
 
 ExitCode work_on_files(const Options& options, const Console& console,

@@ -88,6 +88,14 @@ std::string read_own_file(const fs::path& file, std::size_t limit) {
     return read_all(fd.get(), static_cast<std::size_t>(facts.st_size), limit);
 }
 
+void keep_places_of_standard_streams() {
+    for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (::fcntl(stream, F_GETFD) >= 0) continue;
+        // The lowest place that is free, and of no use: what is read cannot be written and the other way round.
+        (void)::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+    }
+}
+
 std::string read_standard_input(std::size_t limit) {
     struct stat facts {};
     const bool has_size = ::fstat(STDIN_FILENO, &facts) == 0 && S_ISREG(facts.st_mode);

@@ -144,7 +144,7 @@ void replace_file(const fs::path& file, Pieces bytes, const ReplaceOptions& opti
     if (!exists && errno != ENOENT && errno != ENOTDIR) refuse_with_errno();
     if (exists && S_ISDIR(old.st_mode)) refuse("it is a folder");
     if (exists && !S_ISREG(old.st_mode)) return write_directly(file, bytes);
-    if (exists && !options.even_if_read_only && (old.st_mode & 0222) == 0) refuse("it is read-only");
+    if (exists && !options.even_if_read_only && (old.st_mode & 0222) == 0) refuse(kReadOnly);
     replace(follow_links(file), exists ? &old : nullptr, bytes, options.temporary_prefix);
 }
 

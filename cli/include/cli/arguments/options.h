@@ -21,7 +21,8 @@ struct Options {
     std::string output;         // empty: standard output, or what the two below say
     std::string output_folder;  // empty: none
     bool in_place = false;
-    unsigned jobs = 1;  // files at once
+    bool force = false;  // replace what is read-only too
+    unsigned jobs = 1;   // files at once
 
     std::string animation;            // id in a .lottie file; empty: every one, for `report` the only one
     std::string composition;          // name or id; empty: the main one, for `check` every one

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "base/files.h"
 #include "cli/shared/console.h"
 #include "cli/shared/file_io.h"
 #include "document/document.h"
@@ -38,8 +39,14 @@ lottie::document::WrittenLayers write_layers(const lottie::document::Document& d
 // The folder for results, made if it is missing. Throws Failure (failed).
 void prepare_folder(const std::string& folder);
 
-// Writes the whole result or nothing; "-" is standard output. Throws Failure (failed).
-void write_result(std::string_view output, host::base::Pieces bytes);
+// Writes to standard output. Throws Failure (failed).
+void write_result(host::base::Pieces bytes);
+
+// Writes the whole result to the file or nothing, as host::base::replace_file() does it; "-" is standard output. A
+// process that is killed leaves a file named .exflate- and six characters behind at most. A file that is read-only is
+// refused unless `force` is set; of other hard links to it `console` says that they keep what they have. Throws Failure
+// (failed).
+void write_result(const Console& console, const std::string& output, host::base::Pieces bytes, bool force);
 
 // Larger .tgs files are not accepted as stickers.
 constexpr std::size_t kMaxStickerBytes = std::size_t{64} << 10;

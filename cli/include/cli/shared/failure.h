@@ -1,6 +1,8 @@
 // Exit codes, and what ends the work on one file.
 #pragma once
 
+#include <exception>
+#include <new>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -26,6 +28,13 @@ class Failure : public std::runtime_error {
     std::string place_;
 };
 
+// What else may end it, as a failure.
+inline Failure unforeseen(const std::exception& problem) {
+    const bool is_memory = dynamic_cast<const std::bad_alloc*>(&problem) != nullptr ||
+                           dynamic_cast<const std::length_error*>(&problem) != nullptr;
+    return {ExitCode::failed, is_memory ? "there is not enough memory for it" : problem.what()};
+}
+
 inline void print_failure(const Console& console, const std::string& file, const Failure& failure) {
     console.say(Console::Tone::error, file + failure.place(), failure.what());
 }
@@ -38,8 +47,8 @@ ExitCode guarded(const Console& console, const std::string& file, Work work) {
     } catch (const Failure& failure) {
         print_failure(console, file, failure);
         return failure.code();
-    } catch (const std::exception& unforeseen) {  // such as running out of memory
-        print_failure(console, file, Failure(ExitCode::failed, unforeseen.what()));
+    } catch (const std::exception& problem) {
+        print_failure(console, file, unforeseen(problem));
         return ExitCode::failed;
     }
 }

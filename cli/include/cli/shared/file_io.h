@@ -1,11 +1,9 @@
-// Whole files in and out, "-" being a standard stream.
+// Whole files, "-" being a standard stream.
 #pragma once
 
 #include <cstddef>
 #include <string>
 #include <string_view>
-
-#include "base/files.h"
 
 namespace cli {
 
@@ -17,9 +15,5 @@ inline constexpr std::size_t kMaxInputBytes = std::size_t{1} << 30;
 
 // Throws host::base::FileError, whose sentence lacks the file's name.
 std::string read_whole(const std::string& file);
-
-// The whole file is written or nothing, as host::base::replace_file() does it; a process that is killed leaves a file
-// named .exflate- and six characters behind at most. Throws host::base::FileError.
-void write_whole(std::string_view file, host::base::Pieces bytes);
 
 }  // namespace cli

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "base/files.h"
 #include "cli/arguments/options.h"
 #include "cli/shared/console.h"
 #include "cli/shared/failure.h"
@@ -14,8 +15,8 @@ namespace cli {
 // The file for the result of `file`; "-" is standard output.
 std::string output_for(const Options& options, const std::string& file);
 
-// Makes the folder that it belongs into if there is none. Throws Failure (failed).
-void write_output(const Options& options, const std::string& file, host::base::Pieces bytes);
+// Writes the result of `file`, into a folder that is made if there is none. Throws Failure (failed).
+void write_output(const Options& options, const Console& console, const std::string& file, host::base::Pieces bytes);
 
 // Works on all files, several at once if the options say so, but one after another if two of them share a file. `work`
 // tells of its own problems. The highest exit code of all.

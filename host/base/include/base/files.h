@@ -48,6 +48,9 @@ std::string read_file(const std::filesystem::path& file, std::size_t limit);
 // its place could make the reader wait for ever. Throws FileError.
 std::string read_own_file(const std::filesystem::path& file, std::size_t limit);
 
+// A standard stream that is closed stays so: no file that is opened takes its place.
+void keep_places_of_standard_streams();
+
 std::string read_standard_input(std::size_t limit);
 
 // Throws FileError; a reader that has gone away is one, not a signal, once ignore_failed_write_signals() was called.
@@ -66,6 +69,9 @@ struct FileIdentity {
     auto operator<=>(const FileIdentity&) const = default;
 };
 std::optional<FileIdentity> identity_of(const std::filesystem::path& file);
+
+// The reason for which a file is refused that may not be written.
+inline constexpr const char* kReadOnly = "it is read-only";
 
 struct ReplaceOptions {
     // What the name of the new file begins with until it takes its place; six characters follow.
