@@ -162,6 +162,8 @@ class Layer {
     // For writers: the stream if it was requested or has an expression; else null, and it is as loaded or was never
     // set.
     const Stream* existing_stream(int number) const;
+    // Whether its name, switches, parent and timing may be others than those loaded. For writers.
+    bool is_state_touched() const { return touched_in_step_ != 0; }
     // Whether any of those is not as it was loaded. For writers.
     bool has_changed_streams() const;
     const std::vector<std::unique_ptr<Effect>>& loaded_effects() const { return extras().effects; }
