@@ -104,7 +104,8 @@ class Layer {
     void set_parent(Layer* parent,
                     Parenting parenting);  // throws bad_argument for itself, a descendant, another composition
 
-    // Track matte
+    // Track matte. If HostRules say that mattes go by position, a layer loaded with its matte directly above takes
+    // whichever layer ends up there, and so do its copies.
     Layer* matte() const { return state_.matte; }
     MatteType matte_type() const { return state_.matte_type; }
     void set_matte(Layer* matte, MatteType type);  // throws bad_argument for itself, another composition
@@ -180,6 +181,7 @@ class Layer {
         std::string name;
         std::uint32_t flags = kVideoActive | kAudioActive | kEffectsActive;
         MatteType matte_type = MatteType::none;
+        bool is_matte_above = false;  // see HostRules::mattes_by_position
         Layer* parent = nullptr;
         Layer* matte = nullptr;
         Time offset;
@@ -219,6 +221,7 @@ class Layer {
     static void unlink(std::vector<Layer*>& list, Layer& layer, ListPosition position);
     void change_parent(Layer* parent);
     void change_matte(Layer* matte, MatteType type);
+    bool takes_matte_by_position() const;
     void link_to_source();
     void unlink_from_source();
     void require_possible_parent(const Layer& parent) const;
