@@ -109,6 +109,21 @@ TEST(RunInput, numbers_that_cannot_be_held_are_bad_input_to_every_command) {
     }
 }
 
+TEST(RunInput, a_file_that_takes_more_work_than_one_may_make_is_refused_at_once) {
+    const Sandbox sandbox;
+    std::vector<std::string> nests;
+    for (int i = 1; i <= 20'000; ++i) nests.push_back(test::nest_layer(i, "nest", "comp_0"));
+    const std::string many = sandbox.write(
+        "many.json", test::animation({test::asset("comp_0", "Inner", {test::shape_layer(1, "dot")})}, nests));
+    for (const auto& options : {std::vector<std::string>{}, {"--recursive"}, {"--strict"}}) {
+        std::vector<std::string> arguments = {many, "-o", "out.json"};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        const Finished finished = exflate(sandbox, arguments);
+        expect_refused(sandbox, finished, 3);
+        EXPECT_THAT(finished.err, HasSubstr("more work than one file may make: choose fewer nests with --layer"));
+    }
+}
+
 TEST(RunInput, what_players_pass_over_is_passed_over_with_a_warning) {
     const Sandbox sandbox;
     const std::vector<std::pair<std::string, std::string>> cases = {

@@ -25,7 +25,8 @@ std::string run_and_take_back(const std::string& text, const DialogAnswers& answ
     host::runner::Session session(document.project(), settings, dialogs);
     cli::UnnestRecord record;
     cli::start_plugin(session, module, record);
-    cli::unnest(session, document.main_comp(), cli::nests_of(document.main_comp()), recursive, record);
+    lottie::looks::Work work;
+    cli::unnest(session, document.main_comp(), cli::nests_of(document.main_comp()), recursive, work, record);
     EXPECT_NE(document.write(), text);
     document.project().undo().undo_all();
     return document.write();

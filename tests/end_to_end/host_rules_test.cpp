@@ -286,19 +286,31 @@ TEST(NumberedCopies, are_what_a_name_that_is_taken_leads_to) {
     }
 }
 
+// "Shape" is cut out by "Matte" above it, which is copied first.
+const std::string kCutOut = animation({asset("inner", {layer(1, "Matte", R"(,"td":1)"), layer(2, "Shape", R"(,"tt":1)"),
+                                                       layer(3, "Child", R"(,"parent":2)")})},
+                                      {nest(1, "Intro", "inner", kFull), layer(4, "Ground", R"(,"tt":1)")});
+
 TEST(LinksOfCopies, to_layers_copied_before_are_kept_where_the_host_keeps_them) {
-    // "Shape" is cut out by "Matte" above it, which is copied first.
-    const std::string text =
-        animation({asset("inner", {layer(1, "Matte", R"(,"td":1)"), layer(2, "Shape", R"(,"tt":1)"),
-                                   layer(3, "Child", R"(,"parent":2)")})},
-                  {nest(1, "Intro", "inner", kFull)});
     for (const bool kept : {false, true}) {
-        OneRun run(text, [&](HostRules& rules) { rules.copies_keep_links_to_present_partners = kept; });
+        OneRun run(kCutOut, [&](HostRules& rules) {
+            rules.copies_keep_links_to_present_partners = kept;
+            rules.mattes_by_position = false;
+        });
         ASSERT_FALSE(run.on({0}, {kDiscard}).has_failed());
-        EXPECT_THAT(run.stack(), ElementsAre("Matte", "Shape", "Child"));
+        EXPECT_THAT(run.stack(), ElementsAre("Matte", "Shape", "Child", "Ground"));
         EXPECT_EQ(run.named("Shape").matte(), kept ? &run.named("Matte") : nullptr);
+        EXPECT_EQ(run.named("Ground").matte(), nullptr);
         EXPECT_EQ(run.named("Child").parent(), &run.named("Shape")) << "parents are the command's own affair";
     }
+}
+
+TEST(MattesByPosition, are_those_of_the_copies_and_of_what_lay_below_the_nest) {
+    OneRun run(kCutOut, [](HostRules&) {});
+    ASSERT_FALSE(run.on({0}, {kDiscard}).has_failed());
+    EXPECT_THAT(run.stack(), ElementsAre("Matte", "Shape", "Child", "Ground"));
+    EXPECT_EQ(run.named("Shape").matte(), &run.named("Matte"));
+    EXPECT_EQ(run.named("Ground").matte(), &run.named("Child"));
 }
 
 }  // namespace

@@ -133,6 +133,12 @@ std::vector<Case> clip_cases() {
         {Reason::clip, "cut_later", Weight::change, Pictures::differ,
          inside({red({{"ks", transform({{"p", keyed({{0, "10,10,0"}, {10, "20,10,0"}, {19, "56,10,0"}})}})}})}, small),
          "red", "w", 11},
+        {Reason::clip, "a_path_of_one_point_draws_nothing", std::nullopt, Pictures::equal,
+         inside({shape_layer(1, "point",
+                             R"({"ty":"sh","ks":{"a":0,"k":{"i":[[0,0]],"o":[[0,0]],"v":[[70,10]],"c":false}}},)"
+                             R"({"ty":"st","c":{"a":0,"k":[1,0,0,1]},"o":{"a":0,"k":100},"w":{"a":0,"k":4}})"),
+                 blue({{"ks", at(5, 5)}})},
+                small)},
         {Reason::clip, "everything_fits", std::nullopt, Pictures::equal, inside({red({{"ks", at(10, 10)}})}, small)},
         {Reason::clip, "outside_of_the_picture_anyway", std::nullopt, Pictures::equal,
          inside({red({{"ks", at(80, 80)}})})},

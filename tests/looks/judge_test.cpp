@@ -107,6 +107,14 @@ TEST(Judge, a_change_that_does_not_fit_the_animations_is_refused) {
     EXPECT_THROW(judge.accept(), std::invalid_argument) << "nothing was compared";
 }
 
+TEST(Judge, a_file_that_makes_more_work_than_it_may_is_refused) {
+    const std::string before = animation({});
+    const std::vector<Origin> origins = {{kCopied, 0, 0}, {kCopied, 1, 0}, {kKept, 1, 0}};
+    const RewrittenStack after = {{kRed, kBlue, kGround}, {}, 0};
+    EXPECT_NO_THROW(Judge(before).compare({"", {0}, origins}, after));
+    EXPECT_THROW(Judge(before, std::make_shared<Work>(100)).compare({"", {0}, origins}, after), TooMuchWork);
+}
+
 TEST(Judge, codes_are_unique_words_with_hyphens) {
     std::vector<std::string_view> codes;
     for (const Reason reason : all_reasons()) codes.push_back(code(reason));

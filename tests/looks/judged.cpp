@@ -41,7 +41,7 @@ Judged judged(const std::string& animation, const cli::DialogAnswers& answers) {
     static const host::runner::PluginModule kPlugin(PLUGIN_MODULE);
     lottie::document::Document document = cli::parse_input(animation);
     host::model::Comp& comp = document.main_comp();
-    const host::script::Limits limits;
+    const cli::FileLimits limits;
     lottie::looks::Judge judge(document.text());
     const cli::Trial trial = cli::Trials(document, kPlugin, answers, limits).run(comp, cli::find_nests(comp, {"Nest"}));
     return {animation, document.write(), compare(judge, trial).at(0)};

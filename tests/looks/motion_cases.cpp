@@ -73,6 +73,8 @@ std::vector<Case> clock_cases() {
          with_end(6000, inside({red({{"ks", at(20, 20)}, {"ip", "5"}, {"op", "9000"}})},
                                {{"st", "3001"}, {"ip", "3001"}, {"op", "6000"}})),
          "red", "ip", 3001},
+        {Reason::trim, "late_but_so_faded_that_nobody_sees_it", Weight::slight, Pictures::equal,
+         inside({red({{"ks", transform({{"o", still("0.1")}})}, {"ip", "5"}})}, {{"st", "10"}, {"ip", "10"}})},
         {Reason::trim, "at_both_ends", std::nullopt, Pictures::equal,
          inside({red({{"ks", at(20, 20)}, {"ip", "0"}, {"op", "20"}})}, {{"ip", "5"}, {"op", "15"}})},
     };

@@ -27,6 +27,7 @@ TEST_P(EachReason, is_judged_by_what_it_does_to_the_look) {
             EXPECT_EQ(finding->property, one.property) << result.text();
             EXPECT_EQ(finding->frame, one.frame) << result.text();
             EXPECT_FALSE(finding->way_out.empty()) << result.text();
+            EXPECT_EQ(finding->way_out.find("composition around"), std::string::npos) << "nothing is around the main one";
         }
     }
     if (!one.weight || *one.weight == Weight::harmless) {

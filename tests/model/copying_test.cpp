@@ -148,6 +148,54 @@ TEST(Copying, keeps_links_to_partners_copied_before_under_the_rule) {
     EXPECT_EQ(copy.effect(0).parameter(testing::kTintLayer).keyframe(0).value, value(partner.id()));
 }
 
+// What is read with its matte directly above goes on taking whichever layer is there.
+struct MatteAbove : NestScene {
+    explicit MatteAbove(bool by_position = true) {
+        project.rules().mattes_by_position = by_position;
+        two.load_matte(&one, MatteType::luma);
+    }
+};
+
+TEST(MattesByPosition, of_copies_are_the_layers_above_them_in_the_end) {
+    MatteAbove scene;
+    Layer& below = scene.comp.copy_layer_here(scene.two);
+    EXPECT_EQ(below.matte(), nullptr);
+    EXPECT_EQ(below.matte_type(), MatteType::luma);
+    Layer& above = scene.comp.copy_layer_here(scene.one);
+    EXPECT_EQ(below.matte(), &above);
+    EXPECT_EQ(above.matte_users(), std::vector<Layer*>{&below});
+    EXPECT_EQ(scene.two.matte(), &scene.one);
+}
+
+TEST(MattesByPosition, follow_every_change_of_the_stack_and_its_undoing) {
+    MatteAbove scene;
+    const auto matte = [&] { return scene.two.matte(); };
+    scene.three.move_to(1);
+    EXPECT_EQ(matte(), &scene.three);
+    EXPECT_EQ(scene.one.matte_users().size(), 0u);
+    scene.two.move_to(0);
+    EXPECT_EQ(matte(), nullptr);
+    EXPECT_EQ(scene.two.matte_type(), MatteType::luma);
+    scene.two.move_to(2);
+    scene.three.remove();
+    EXPECT_EQ(matte(), &scene.one);
+    scene.one.remove();
+    EXPECT_EQ(matte(), nullptr);
+    for (Layer* expected : {&scene.one, &scene.three, static_cast<Layer*>(nullptr), &scene.three, &scene.one}) {
+        scene.project.undo().undo();
+        EXPECT_EQ(matte(), expected);
+    }
+}
+
+TEST(MattesByPosition, are_links_where_the_host_has_those) {
+    MatteAbove scene(false);
+    EXPECT_EQ(scene.comp.copy_layer_here(scene.two).matte_type(), MatteType::none);
+    scene.three.move_to(1);
+    EXPECT_EQ(scene.two.matte(), &scene.one);
+    scene.one.remove();
+    EXPECT_EQ(scene.two.matte_type(), MatteType::none);
+}
+
 TEST(Copying, within_a_composition_keeps_all_links) {
     NestScene scene;
     link_one_to_two(scene);

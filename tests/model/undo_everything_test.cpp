@@ -26,6 +26,7 @@ HostRules random_rules(std::mt19937& random) {
     rules.copies_keep_links_to_present_partners = coin();
     rules.copies_get_numbered_names = coin();
     rules.deleting_a_parent_compensates = coin();
+    rules.mattes_by_position = coin();
     rules.new_null_is_selected = coin();
     rules.null_layer_gets_own_name = coin();
     if (coin()) rules.selection_order = SelectionOrder::top_to_bottom;
@@ -43,6 +44,7 @@ class Monkey {
             scene_.layer(name());
             add_unread_layer(i % 2 == 0 ? scene_.comp : second);
         }
+        scene_.comp.layer_at(2).load_matte(&scene_.comp.layer_at(1), MatteType::luma);
         scene_.comp.add_layer(second);
         project().undo().clear();
     }

@@ -93,7 +93,7 @@ void check_animation(std::string text, const Options& options, const host::runne
     if (options.flatten) return check_flattening(text, options, plugin, console, budget, checked);
     lottie::document::Document document = parse_input(std::move(text));
     print_warnings(console, checked.name, document.warnings());
-    const host::script::Limits limits = script_limits(options.script_time);
+    const FileLimits limits = file_limits(options.script_time);
     const std::vector<Layer*> nests = nests_to_check(document, options);
     if (nests.empty()) return;
     NestChecker checker(document, plugin, options.answers, limits);

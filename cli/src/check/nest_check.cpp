@@ -21,8 +21,8 @@ std::vector<int> frames_of(const std::vector<lottie::looks::Finding>& findings, 
 }  // namespace
 
 NestChecker::NestChecker(lottie::document::Document& document, const host::runner::PluginModule& plugin,
-                         const DialogAnswers& answers, const host::script::Limits& limits)
-    : document_(document), trials_(document, plugin, answers, limits), judge_(document.text()) {}
+                         const DialogAnswers& answers, const FileLimits& limits)
+    : document_(document), trials_(document, plugin, answers, limits), judge_(document.text(), limits.work) {}
 
 NestTrial NestChecker::check(host::model::Layer& nest, bool gives_text) {
     host::model::Comp& comp = nest.comp();
@@ -31,12 +31,16 @@ NestTrial NestChecker::check(host::model::Layer& nest, bool gives_text) {
     checked.composition_name = comp.name();
     checked.number = static_cast<std::size_t>(nest.index()) + 1;
     checked.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
-    const Trial trial = trials_.run(comp, {&nest});
-    std::string after = gives_text ? write_animation(document_).text() : std::string();
-    trials_.undo();
-    checked.bytes_after = trial.byte_count;
-    checked.report = compare(judge_, trial).front();
-    return {std::move(checked), std::move(after)};
+    try {
+        const Trial trial = trials_.run(comp, {&nest});
+        std::string after = gives_text ? write_animation(document_).text() : std::string();
+        trials_.undo();
+        checked.bytes_after = trial.byte_count;
+        checked.report = compare(judge_, trial).front();
+        return {std::move(checked), std::move(after)};
+    } catch (const lottie::looks::TooMuchWork& refused) {
+        throw too_much_work(refused);
+    }
 }
 
 Proven prove(const std::string& before, const std::string& after, const std::string& composition,

@@ -45,9 +45,9 @@ FlatteningState::FlatteningState(const std::string& text, const host::runner::Pl
                                  const Options& given)
     : plugin(module),
       options(given),
-      limits(script_limits(given.script_time)),
+      limits(file_limits(given.script_time)),
       bench(text),
-      judge(text),
+      judge(text, limits.work),
       shown(count_showings(bench)),
       bytes_to_read(kAlwaysReadBytes + kMostReadings * static_cast<double>(text.size())),
       most_bytes(given.max_growth ? static_cast<double>(text.size()) * (1 + *given.max_growth / 100)

@@ -23,7 +23,7 @@ struct FlatteningState {
 
     const host::runner::PluginModule& plugin;
     const Options& options;
-    host::script::Limits limits;
+    FileLimits limits;
     lottie::mend::Workbench bench;
     lottie::looks::Judge judge;
     std::vector<double> shown;  // how often the picture shows each composition, nests in nests included

@@ -70,7 +70,7 @@ class Reporter {
           budget_{options.picture_time},
           input_(input),
           text_(input.text(0)),
-          limits_(script_limits(options.script_time)),
+          limits_(file_limits(options.script_time)),
           document_(parse_input(text_)),
           comp_(find_composition(document_, options.composition)),
           nests_(find_nests(comp_, options.layers)),
@@ -160,7 +160,7 @@ class Reporter {
     lottie::pictures::DrawingBudget budget_;
     const AnimationFile& input_;
     const std::string& text_;
-    const host::script::Limits limits_;
+    const FileLimits limits_;
     lottie::document::Document document_;
     Comp& comp_;
     std::vector<Layer*> nests_;

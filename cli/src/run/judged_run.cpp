@@ -44,7 +44,11 @@ class JudgedRun {
   public:
     JudgedRun(lottie::document::Document& document, const std::string& text, const RunContext& context, Comp& comp,
               const Options& options)
-        : trials_(document, context), judge_(text), comp_(comp), options_(options), input_bytes_(text.size()) {
+        : trials_(document, context),
+          judge_(text, context.limits.work),
+          comp_(comp),
+          options_(options),
+          input_bytes_(text.size()) {
         for (const Comp* source : document.project().comps()) {
             if (source->users().size() > 1) shared_.insert(source);
         }

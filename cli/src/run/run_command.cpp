@@ -181,7 +181,7 @@ class Run {
                     AnimationResult& result) {
         DialogOperator answers(options_.answers);
         host::scriptui::DialogDriver& dialogs = windows_ != nullptr ? *windows_ : answers;
-        const host::script::Limits limits = script_limits(options_.script_time);
+        const FileLimits limits = file_limits(options_.script_time);
         const RunContext context{plugin_, settings_, dialogs, limits,
                                  [&](host::runner::Session& session) { journal_.observe(session, result.label); }};
         try {
@@ -189,11 +189,13 @@ class Run {
                 result.judged = unnest_judged(document, document.text(), context, comp, nests, options_, result.record);
             } else {
                 document.project().undo().keep_no_history();
-                host::runner::Session session(document.project(), settings_, dialogs, limits);
+                host::runner::Session session(document.project(), settings_, dialogs, limits.scripts);
                 context.observe(session);
                 start_plugin(session, plugin_, result.record);
-                unnest(session, comp, nests, options_.recursive, result.record);
+                unnest(session, comp, nests, options_.recursive, *limits.work, result.record);
             }
+        } catch (const lottie::looks::TooMuchWork& refused) {
+            throw too_much_work(refused);
         } catch (const NothingChanged&) {
             refuse_faulty_content(document);
             if (windows_ == nullptr || !result.record.alerts.empty()) throw;

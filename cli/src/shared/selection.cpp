@@ -75,13 +75,19 @@ std::vector<Layer*> nests_of(const Comp& comp) {
     return layers;
 }
 
-std::vector<Layer*> new_nests_of(const Comp& comp, host::model::LayerId newest_before) {
+std::vector<Layer*> layers_since(const Comp& comp, host::model::LayerId newest_before) {
     const host::model::Project& project = comp.project();
-    std::vector<Layer*> nests;
+    std::vector<Layer*> layers;
     for (host::model::LayerId id = newest_before + 1; id <= project.newest_layer_id(); ++id) {
         Layer* layer = project.layer_by_id(id);
-        if (layer != nullptr && &layer->comp() == &comp && is_nest(*layer)) nests.push_back(layer);
+        if (layer != nullptr && &layer->comp() == &comp) layers.push_back(layer);
     }
+    return layers;
+}
+
+std::vector<Layer*> new_nests_of(const Comp& comp, host::model::LayerId newest_before) {
+    std::vector<Layer*> nests = layers_since(comp, newest_before);
+    std::erase_if(nests, [](const Layer* layer) { return !is_nest(*layer); });
     std::sort(nests.begin(), nests.end(), [](const Layer* a, const Layer* b) { return a->index() < b->index(); });
     return nests;
 }

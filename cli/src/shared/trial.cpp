@@ -12,6 +12,10 @@
 namespace cli {
 namespace {
 
+// What a trial takes besides the run, in steps.
+constexpr std::size_t kStepsPerLayer = 40;  // of the stack
+constexpr std::size_t kStepsPerByte = 2;    // of a layer that is written anew
+
 using host::model::Comp;
 using host::model::Layer;
 using host::model::LayerId;
@@ -22,11 +26,9 @@ using lottie::looks::StackChange;
 class Origins {
   public:
     Origins(std::vector<Layer*> before, const std::vector<Layer*>& nests) : before_(std::move(before)) {
-        std::unordered_map<const Layer*, std::size_t> place;
-        for (const Layer* nest : nests) place.emplace(nest, 0);
-        for (std::size_t i = 0; i < before_.size(); ++i) {
-            if (!place.contains(before_[i])) continue;
-            nests_.push_back(i);  // copies come out in the order of the stack
+        for (const Layer* nest : nests) nests_.push_back(static_cast<std::size_t>(nest->index()));
+        std::sort(nests_.begin(), nests_.end());  // copies come out in the order of the stack
+        for (const std::size_t i : nests_) {
             std::size_t inner_place = 0;
             for (const Layer* inner : before_[i]->source()->comp()->stack().to_vector()) {
                 originals_[inner->id()].push_back({Origin::Kind::copied, inner_place++, i});
@@ -74,17 +76,16 @@ class Origins {
 
 }  // namespace
 
-host::script::Limits script_limits(double seconds) {
-    const std::chrono::milliseconds all(static_cast<std::chrono::milliseconds::rep>(seconds * 1000));
-    host::script::Limits limits;
-    limits.time = all / 4;
-    limits.time_of_all = std::make_shared<host::script::SharedTime>(all);
+FileLimits file_limits(double script_time) {
+    const std::chrono::milliseconds all(static_cast<std::chrono::milliseconds::rep>(script_time * 1000));
+    FileLimits limits;
+    limits.scripts.time = all / 4;
+    limits.scripts.time_of_all = std::make_shared<host::script::SharedTime>(all);
     return limits;
 }
 
 struct Trials::OwnContext {
-    OwnContext(const host::runner::PluginModule& plugin, const DialogAnswers& answers,
-               const host::script::Limits& limits)
+    OwnContext(const host::runner::PluginModule& plugin, const DialogAnswers& answers, const FileLimits& limits)
         : settings(host::script::Settings::in_memory()), dialogs(answers), context{plugin, settings, dialogs, limits} {}
 
     host::script::Settings settings;
@@ -93,18 +94,18 @@ struct Trials::OwnContext {
 };
 
 Trials::Trials(lottie::document::Document& document, const host::runner::PluginModule& plugin,
-               const DialogAnswers& answers, const host::script::Limits& limits)
+               const DialogAnswers& answers, const FileLimits& limits)
     : own_context_(std::make_unique<OwnContext>(plugin, answers, limits)),
       document_(document),
       context_(own_context_->context),
-      session_(document.project(), context_.settings, context_.dialogs, context_.limits) {}
+      session_(document.project(), context_.settings, context_.dialogs, context_.limits.scripts) {}
 
 Trials::~Trials() = default;
 
 Trials::Trials(lottie::document::Document& document, const RunContext& context)
     : document_(document),
       context_(context),
-      session_(document.project(), context.settings, context.dialogs, context.limits) {
+      session_(document.project(), context.settings, context.dialogs, context.limits.scripts) {
     context.observe(session_);
 }
 
@@ -118,8 +119,14 @@ Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
     try {
         if (!is_started_) start_plugin(session_, context_.plugin, trial.record);
         is_started_ = true;
-        unnest(session_, comp, nests, false, trial.record);
+        lottie::looks::Work& work = *context_.limits.work;
+        unnest(session_, comp, nests, false, work, trial.record);
+        work.spend(kStepsPerLayer * static_cast<std::size_t>(comp.layer_count()));
         trial.written = write_layers(document_, comp);
+        for (const std::string& layer : trial.written.own) work.spend(kStepsPerByte * layer.size());
+    } catch (const lottie::looks::TooMuchWork&) {
+        while (journal.step_names().size() > steps_before) journal.undo();
+        throw;
     } catch (const Failure&) {
         while (journal.step_names().size() > steps_before) journal.undo();
         refuse_faulty_content(document_);
@@ -144,11 +151,7 @@ std::string main_reason(const std::vector<lottie::looks::Finding>& findings) {
 }
 
 std::vector<lottie::looks::NestReport> compare(lottie::looks::Judge& judge, const Trial& trial) {
-    try {
-        return judge.compare(trial.change, {trial.written.layers, trial.deleted, trial.byte_count});
-    } catch (const lottie::looks::TooMuchWork& refused) {
-        throw Failure(ExitCode::bad_input, std::string(refused.what()) + ": choose fewer nests with --layer");
-    }
+    return judge.compare(trial.change, {trial.written.layers, trial.deleted, trial.byte_count});
 }
 
 }  // namespace cli

@@ -21,6 +21,12 @@ using Layers = std::vector<Layer*>;
 // Compositions that share compositions multiply: ten levels of ten nests are 10^10 layers.
 constexpr double kMaxLayers = 1'000'000;
 
+// What a run takes, in steps: by itself, for each item of the project, and for each nest to walk past one layer or one
+// item.
+constexpr std::size_t kStepsPerRun = 20'000;
+constexpr std::size_t kStepsPerItem = 40;
+constexpr std::size_t kStepsPerWalk = 4;
+
 const Comp& source_of(const Layer& nest) {
     return *nest.source()->comp();
 }
@@ -90,6 +96,14 @@ void keep_and_check(VisitResult outcome, UnnestRecord& record, const std::string
                                              : " failed with error " + std::to_string(outcome.error)));
 }
 
+// For each nest the plug-in walks through the stack and through the project.
+void spend_for_run(lottie::looks::Work& work, const Comp& comp, const Layers& nests) {
+    const auto items = static_cast<std::size_t>(comp.project().item_count());
+    std::size_t walk = items + static_cast<std::size_t>(comp.layer_count());
+    for (const Layer* nest : nests) walk += static_cast<std::size_t>(source_of(*nest).layer_count());
+    work.spend(kStepsPerRun + kStepsPerItem * items + kStepsPerWalk * nests.size() * walk);
+}
+
 void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, UnnestRecord& record) {
     comp.select(nests);
     const VisitResult outcome = session.run_command(session.menu_items().front().command);
@@ -101,12 +115,17 @@ void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, 
 
 }  // namespace
 
+Failure too_much_work(const lottie::looks::TooMuchWork& refused) {
+    return {ExitCode::bad_input, std::string(refused.what()) + ": choose fewer nests with --layer"};
+}
+
 void start_plugin(host::runner::Session& session, const host::runner::PluginModule& plugin, UnnestRecord& record) {
     keep_and_check(session.start(plugin), record, "the plug-in cannot start: its entry point");
     if (session.menu_items().empty()) throw Failure(ExitCode::failed, "the plug-in has no command");
 }
 
-void unnest(host::runner::Session& session, Comp& comp, Layers nests, bool recursive, UnnestRecord& record) {
+void unnest(host::runner::Session& session, Comp& comp, Layers nests, bool recursive, lottie::looks::Work& work,
+            UnnestRecord& record) {
     refuse_too_many_layers(nests, recursive);
     comp.project().set_active_panel(host::model::ActivePanel::timeline);
     comp.project().open_comp(&comp);
@@ -116,13 +135,12 @@ void unnest(host::runner::Session& session, Comp& comp, Layers nests, bool recur
     while (!nests.empty()) {
         for (const Layer* nest : nests) sources.insert(&source_of(*nest));
         const host::model::LayerId newest = comp.project().newest_layer_id();
+        spend_for_run(work, comp, nests);
         run_round(session, comp, nests, record);
         nests = recursive ? new_nests_of(comp, newest) : Layers();  // a kept nest is not run again
     }
 
-    for (const Layer* layer : comp.stack().to_vector()) {
-        if (layer->id() > newest_before) ++record.layers_made;
-    }
+    record.layers_made += layers_since(comp, newest_before).size();
     for (const Comp* source : sources) ++(source->is_alive() ? record.sources_kept : record.sources_deleted);
 }
 

@@ -65,6 +65,9 @@ void Comp::enter(Layer& layer, int index) {
     }
     if (names_ != nullptr) names_->add(layer);
     if (layer.awaits_loading()) layer.set_content(layer.content_);
+    has_mattes_above_ = has_mattes_above_ || layer.state_.is_matte_above;
+    renew_matte(index);
+    renew_matte(index + 1);
 }
 
 void Comp::leave(Layer& layer) {
@@ -78,9 +81,19 @@ void Comp::leave(Layer& layer) {
         Layer::unlink(layer.state_.matte->mutable_extras().matte_users, layer, &Layer::place_in_matte_users_);
     }
     layer.unlink_from_source();
+    const int index = layer.index();
     layer.alive_ = false;
     stack_.erase(layer.stack_node_);
     layer.stack_node_ = nullptr;
+    renew_matte(index);
+}
+
+// The layer there takes the one that is above it now, if that is how it has a matte.
+void Comp::renew_matte(int index) {
+    if (!has_mattes_above_ || index >= layer_count()) return;
+    Layer& layer = *stack_.at(index);
+    if (layer.takes_matte_by_position())
+        layer.change_matte(index > 0 ? stack_.at(index - 1) : nullptr, layer.matte_type());
 }
 
 Layer& Comp::make_layer(LayerKind kind, Item* source) {

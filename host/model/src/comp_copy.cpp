@@ -30,8 +30,8 @@ void Comp::drop_foreign_links(Layer& copy, const Layer& original) const {
     const bool keep = project().rules().copies_keep_links_to_present_partners;
     const auto partner = [&](Layer* layer) { return keep && layer != nullptr ? copy_of(*layer) : nullptr; };
     copy.state_.parent = partner(original.parent());
-    copy.state_.matte = partner(original.matte());
-    if (copy.state_.matte == nullptr) copy.state_.matte_type = MatteType::none;
+    copy.state_.matte = copy.takes_matte_by_position() ? nullptr : partner(original.matte());
+    if (copy.state_.matte == nullptr && !copy.takes_matte_by_position()) copy.state_.matte_type = MatteType::none;
 
     if (copy.awaits_loading()) {
         if (!copy.content_->has_layer_parameters()) return;

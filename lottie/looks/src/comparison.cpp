@@ -25,6 +25,7 @@ Comparison::Comparison(Surveys& before, std::shared_ptr<const Stack> result, con
     : before_(before),
       change_(change),
       rewritten_(rewritten),
+      work_(work),
       survey_(survey_of(before, change.composition)),
       result_(std::move(result), work),
       kept_at_(stack().size()),
@@ -53,6 +54,10 @@ const std::vector<Copy>& Comparison::copies(std::size_t nest) const {
 }
 
 bool Comparison::lies_as_before(std::size_t place) {
+    const auto own = kept_at_[place];
+    if (own && !stack().parent(place) && !result().parent(*own)) {
+        return stack().layer(place).has_same_transform(result().layer(*own));
+    }
     std::vector<std::size_t> chain;
     std::optional<std::size_t> at = place;
     bool is_same = true;

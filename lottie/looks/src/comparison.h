@@ -29,6 +29,7 @@ class Comparison {
     Comparison(Surveys& before, std::shared_ptr<const Stack> result, const StackChange& change,
                const RewrittenStack& rewritten, Work& work);
 
+    void spend(std::size_t steps) { work_.spend(steps); }  // throws TooMuchWork
     Surveys& surveys() { return before_; }
     const Scene& before() const { return before_.scene(); }
     const StackChange& change() const { return change_; }
@@ -64,6 +65,7 @@ class Comparison {
     Surveys& before_;
     const StackChange& change_;
     const RewrittenStack& rewritten_;
+    Work& work_;
     Survey& survey_;
     Survey result_;
     std::vector<std::optional<std::size_t>> kept_at_;

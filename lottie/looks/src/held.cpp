@@ -7,7 +7,8 @@
 namespace lottie::looks {
 namespace {
 
-constexpr double kSameOpacity = 0.1;    // percent: a quarter of a step of a channel
+constexpr double kSameOpacity = 0.1;  // percent: a quarter of a step of a channel
+constexpr std::size_t kStepsPerPair = 20;
 constexpr double kSmallOverlap = 0.25;  // square pixels of the nest
 constexpr double kLargeShare = 0.05;    // of the outer composition; the measured difference is below 2 of 255
 
@@ -52,6 +53,7 @@ bool is_fading_seen(Unnesting& u, double outer_frame) {
         const Hull hull = u.inside_survey().reach_in_stack(inner, frame);
         if (area(hull) <= 0) continue;
         if (!is_one_picture(u.inside().layer(inner))) return true;
+        u.comparison().spend(kStepsPerPair * met.size());
         for (const Hull& other : met) {
             if (area(cut(hull, other)) > kSmallOverlap) return true;
         }

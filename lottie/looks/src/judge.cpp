@@ -8,13 +8,12 @@
 #include "findings.h"
 #include "scene.h"
 #include "survey.h"
-#include "work.h"
 
 namespace lottie::looks {
 namespace {
 
-constexpr std::size_t kStepsPerRun = 20'000;  // as much as the run that is judged has taken by itself
 constexpr std::size_t kBytesPerStep = 8;
+constexpr std::size_t kStepsPerLook = 10;  // at a copy at a frame
 
 }  // namespace
 
@@ -25,8 +24,8 @@ SharedFindings::SharedFindings(Comparison& comparison)
       expressions(find_expression_changes_beside(comparison)) {}
 
 struct Judge::State {
-    State(std::string_view whole_text, std::size_t most_work)
-        : work(most_work), text(whole_text), scene(whole_text), surveys(scene, work) {}
+    State(std::string_view whole_text, std::shared_ptr<Work> budget)
+        : shared_work(std::move(budget)), text(whole_text), scene(whole_text), surveys(scene, work) {}
 
     struct Compared {
         std::shared_ptr<const Stack> stack;
@@ -81,14 +80,16 @@ struct Judge::State {
         return a.size() == b.size() && (a.data() == b.data() || a == b);
     }
 
-    Work work;
+    std::shared_ptr<Work> shared_work;
+    Work& work = *shared_work;
     std::string_view text;
     Scene scene;
     Surveys surveys;
     std::optional<Compared> newest;
 };
 
-Judge::Judge(std::string_view text, std::size_t most_work) : state_(std::make_unique<State>(text, most_work)) {}
+Judge::Judge(std::string_view text, std::shared_ptr<Work> work)
+    : state_(std::make_unique<State>(text, std::move(work))) {}
 Judge::~Judge() = default;
 Judge::Judge(Judge&&) noexcept = default;
 Judge& Judge::operator=(Judge&&) noexcept = default;
@@ -96,7 +97,6 @@ Judge& Judge::operator=(Judge&&) noexcept = default;
 std::vector<NestReport> Judge::compare(const StackChange& change, const RewrittenStack& after) {
     State& state = *state_;
     state.newest.reset();
-    state.work.spend(kStepsPerRun);
     const auto* before = state.scene.find(change.composition);
     if (before == nullptr) throw std::invalid_argument("the animation has no such composition");
     const std::shared_ptr<const Stack> result = state.read(**before, change, after);
@@ -105,6 +105,7 @@ std::vector<NestReport> Judge::compare(const StackChange& change, const Rewritte
     std::vector<NestReport> reports;
     for (const std::size_t nest : change.nests) {
         Unnesting unnesting(comparison, nest);
+        state.work.spend(kStepsPerLook * unnesting.copies().size() * unnesting.stack_frames().size());
         find_group_changes(unnesting);
         find_clip_changes(unnesting);
         find_inside_changes(unnesting);

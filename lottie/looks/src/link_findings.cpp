@@ -136,7 +136,28 @@ std::vector<std::size_t> find_lost_mattes(const Comparison& c) {
     return places;
 }
 
+namespace {
+
+// Whether the layers that stayed follow one another as before and each nest's come where it was; quick to tell.
+bool is_in_order(const Comparison& c) {
+    std::size_t next = 0;  // place before that is to come
+    std::size_t next_inner = 0;
+    for (const Origin& origin : c.change().after) {
+        if (origin.kind == Origin::Kind::made) continue;
+        const bool is_copy = origin.kind == Origin::Kind::copied;
+        const std::size_t place = is_copy ? origin.nest : origin.layer;
+        if (!is_copy && c.is_unnested(place)) continue;
+        if (place < next || (is_copy && place == next && origin.layer < next_inner)) return false;
+        next_inner = is_copy ? origin.layer + 1 : 0;
+        next = is_copy ? place : place + 1;
+    }
+    return true;
+}
+
+}  // namespace
+
 std::optional<Finding> find_order_change(const Comparison& c) {
+    if (is_in_order(c)) return std::nullopt;
     const auto expected = expected_order(c);
     const auto after = order_after(c);
     const auto [a, b] = std::mismatch(expected.begin(), expected.end(), after.begin(), after.end());

@@ -1,6 +1,7 @@
 // Where the copies and all other layers lie.
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "findings.h"
 #include "words.h"
@@ -38,43 +39,66 @@ bool are_alike(const Matrix& a, const Matrix& b) {
     return distance(hull_of(Box{-kFar, -kFar, kFar, kFar}), a, b) < kNothing / 100;
 }
 
-// `apart_at(frame)` is the distance in pixels at a frame of the stack, negative when the layer is not seen there.
+// How far one layer lies off.
+struct Measured {
+    const SceneLayer* layer;
+    bool moves;
+    double distance = 0;          // the furthest
+    std::optional<double> frame;  // the first at which the eye sees it
+};
+
+// Frame by frame, for what carries several layers is worked out once for each. `apart_at(i, frame)` is the distance of
+// the layer at that place of the list, in pixels, negative when it is not seen then.
 template <class Distance>
-void measure(Displacement& all, const SceneLayer& layer, const std::vector<double>& frames, bool moves,
-             Distance apart_at) {
-    bool is_counted = false;
+void measure(std::vector<Measured>& layers, const std::vector<double>& frames, Distance apart_at) {
+    std::vector<std::size_t> open(layers.size());
+    std::iota(open.begin(), open.end(), 0);
     for (const double frame : frames) {
-        const double apart = apart_at(frame);
-        if (apart < 0) continue;
-        if (apart > kUnseen && !is_counted) {
-            is_counted = true;
-            if (all.layers++ == 0 || frame < all.frame) all.frame = frame;
-        }
-        if (apart > all.distance) all.distance = apart, all.layer = &layer;
-        if (!moves) return;
+        if (open.empty()) return;
+        std::erase_if(open, [&](std::size_t i) {
+            Measured& one = layers[i];
+            const double apart = apart_at(i, frame);
+            if (apart < 0) return false;
+            if (apart > kUnseen && !one.frame) one.frame = frame;
+            one.distance = std::max(one.distance, apart);
+            return !one.moves;
+        });
     }
 }
 
+void add(Displacement& all, const Measured& one) {
+    if (one.frame && (all.layers++ == 0 || *one.frame < all.frame)) all.frame = *one.frame;
+    if (one.distance > all.distance) all.distance = one.distance, all.layer = one.layer;
+}
+
 Displacement compare_copies(Unnesting& u) {
-    Displacement all;
+    std::vector<Measured> layers;
+    std::vector<Copy> copies;
     for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         if (!inner.can_draw() || inner.is_hidden) continue;
-        const bool moves = u.inside_placement().moves(copy.inner) || u.stack_placement().moves(u.nest_place()) ||
-                           u.result_placement().moves(copy.result);
+        copies.push_back(copy);
+        layers.push_back({&inner,
+                          u.inside_placement().moves(copy.inner) || u.stack_placement().moves(u.nest_place()) ||
+                              u.result_placement().moves(copy.result),
+                          0,
+                          {}});
+    }
+    measure(layers, u.nest_frames(), [&](std::size_t i, double frame) {
+        const Copy& copy = copies[i];
+        const SceneLayer& inner = *layers[i].layer;
         // Another clock is another finding: places are compared at the time that the copy shows.
         const double shift = u.copied(copy).start - inner.start;
-        measure(all, inner, u.nest_frames(), moves, [&](double frame) {
-            const double inner_frame = u.only_shifts() ? u.inner_frame(frame) : frame - shift;
-            if (!inner.is_on(inner_frame) || !u.copied(copy).is_on(frame)) return -1.0;
-            const Matrix before = u.inside_placement()
-                                      .world(copy.inner, inner_frame)
-                                      .then(u.stack_placement().world(u.nest_place(), frame));
-            const Matrix& after = u.result_placement().world(copy.result, frame);
-            if (are_alike(before, after)) return 0.0;
-            return distance(extent(u.inside_survey(), copy.inner, inner_frame), before, after);
-        });
-    }
+        const double inner_frame = u.only_shifts() ? u.inner_frame(frame) : frame - shift;
+        if (!inner.is_on(inner_frame) || !u.copied(copy).is_on(frame)) return -1.0;
+        const Matrix before =
+            u.inside_placement().world(copy.inner, inner_frame).then(u.stack_placement().world(u.nest_place(), frame));
+        const Matrix& after = u.result_placement().world(copy.result, frame);
+        if (are_alike(before, after)) return 0.0;
+        return distance(extent(u.inside_survey(), copy.inner, inner_frame), before, after);
+    });
+    Displacement all;
+    for (const Measured& one : layers) add(all, one);
     return all;
 }
 
@@ -116,8 +140,10 @@ void find_copies(Unnesting& u) {
     if (displacement.distance > kNothing) {
         const bool is_seen = displacement.layers > 0;
         u.add({cause.reason, is_seen ? Weight::change : Weight::slight, cause.sentence + ": " + where(displacement),
-               is_seen ? "un-nest the composition around it first, or keep this nest" : "", displacement.layer->name,
-               "ks", is_seen ? std::optional(displacement.frame) : std::nullopt});
+               !is_seen               ? ""
+               : u.stack().id.empty() ? "keep this nest"
+                                      : "un-nest the composition around it first, or keep this nest",
+               displacement.layer->name, "ks", is_seen ? std::optional(displacement.frame) : std::nullopt});
     } else if (cause.reason == Reason::parent) {
         u.add({Reason::parent,
                Weight::harmless,
@@ -155,6 +181,12 @@ void find_copies(Unnesting& u) {
     }
 }
 
+// Neither hung on another layer nor does; most do not.
+bool is_free(const Comparison& c, std::size_t place) {
+    const auto kept = c.kept_at(place);
+    return kept && !c.stack().parent(place) && !c.result().parent(*kept);
+}
+
 // For each layer that stayed: itself or its nearest ancestor that hung on another layer before; nothing if none did.
 std::vector<std::optional<std::size_t>> find_cuts(const Comparison& c) {
     const std::size_t count = c.stack().size();
@@ -162,6 +194,7 @@ std::vector<std::optional<std::size_t>> find_cuts(const Comparison& c) {
     std::vector<bool> is_decided(count, false);
     std::vector<std::size_t> chain;
     for (std::size_t place = 0; place < count; ++place) {
+        if (is_free(c, place)) continue;
         chain.clear();
         std::optional<std::size_t> cut;
         for (std::optional<std::size_t> at = place; at; at = c.stack().parent(*at)) {
@@ -188,22 +221,6 @@ std::vector<std::optional<std::size_t>> find_cuts(const Comparison& c) {
     return cuts;
 }
 
-// Measures one layer that stayed.
-void compare_place(Comparison& c, std::size_t place, std::size_t kept, Unhitched& found) {
-    const SceneLayer& layer = c.stack().layer(place);
-    Placement& before = c.stack_survey().placement();
-    Placement& after = c.result_survey().placement();
-    Displacement displacement;
-    measure(displacement, layer, c.frames(), before.moves(place) || after.moves(kept), [&](double frame) {
-        if (!layer.is_on(frame)) return -1.0;
-        const Matrix was = before.world(place, frame);
-        const Matrix& is = after.world(kept, frame);
-        return are_alike(was, is) ? 0.0 : distance(extent(c.stack_survey(), place, frame), was, is);
-    });
-    found.distance = displacement.distance;
-    if (displacement.layers > 0) found.frame = displacement.frame;
-}
-
 void find_others(Unnesting& u, const SharedFindings& shared) {
     Displacement children, others;
     const SceneLayer* cut_child = nullptr;
@@ -216,12 +233,10 @@ void find_others(Unnesting& u, const SharedFindings& shared) {
         if (one.cut == one.layer) {
             if ((is_nests_child ? cut_children : cut_others)++ == 0) (is_nests_child ? cut_child : cut_other) = &layer;
         }
-        Displacement& all = is_nests_child ? children : others;
-        if (one.frame && (all.layers++ == 0 || *one.frame < all.frame)) all.frame = *one.frame;
-        if (one.distance > all.distance) all.distance = one.distance, all.layer = &layer;
+        add(is_nests_child ? children : others, {&layer, false, one.distance, one.frame});
     }
-    const auto add = [&u](Reason reason, const Displacement& d, const SceneLayer* cut, std::size_t count,
-                          const std::string& what, const std::string& way_out) {
+    const auto tell = [&u](Reason reason, const Displacement& d, const SceneLayer* cut, std::size_t count,
+                           const std::string& what, const std::string& way_out) {
         if (d.distance > kNothing) {
             const bool is_seen = d.layers > 0;
             u.add({reason, is_seen ? Weight::change : Weight::slight, what + ": " + where(d), is_seen ? way_out : "",
@@ -238,10 +253,10 @@ void find_others(Unnesting& u, const SharedFindings& shared) {
                    {}});
         }
     };
-    add(Reason::children, children, cut_child, cut_children, "layers hang on this nest",
-        "give them another parent first");
-    add(Reason::lost_link, others, cut_other, cut_others, "links of layers that are not in this nest are cut",
-        "move the nest to the bottom of its composition first, or keep it");
+    tell(Reason::children, children, cut_child, cut_children, "layers hang on this nest",
+         "give them another parent first");
+    tell(Reason::lost_link, others, cut_other, cut_others, "links of layers that are not in this nest are cut",
+         "move the nest to the bottom of its composition first, or keep it");
 }
 
 }  // namespace
@@ -249,14 +264,33 @@ void find_others(Unnesting& u, const SharedFindings& shared) {
 std::vector<Unhitched> find_unhitched(Comparison& c) {
     std::vector<Unhitched> all;
     const auto cuts = find_cuts(c);
+    Placement& before = c.stack_survey().placement();
+    Placement& after = c.result_survey().placement();
+    std::vector<Measured> layers;
     for (std::size_t place = 0; place < c.stack().size(); ++place) {
         const auto kept = c.kept_at(place);
         if (!kept || c.is_unnested(place)) continue;
-        Unhitched found{place, cuts[place], 0, {}};
+        const bool lies_as_before = c.lies_as_before(place);
+        if (cuts[place] != place && lies_as_before) continue;
         const SceneLayer& layer = c.stack().layer(place);
-        if (layer.can_draw() && !layer.is_hidden && !c.lies_as_before(place)) compare_place(c, place, *kept, found);
-        if (found.cut == place || found.distance > 0) all.push_back(found);
+        const bool is_measured = layer.can_draw() && !layer.is_hidden && !lies_as_before;
+        all.push_back({place, cuts[place], 0, {}});
+        layers.push_back(
+            {is_measured ? &layer : nullptr, is_measured && (before.moves(place) || after.moves(*kept)), 0, {}});
     }
+    measure(layers, c.frames(), [&](std::size_t i, double frame) {
+        const std::size_t place = all[i].layer;
+        if (layers[i].layer == nullptr) return 0.0;
+        if (!layers[i].layer->is_on(frame)) return -1.0;
+        const Matrix was = before.world(place, frame);
+        const Matrix& is = after.world(*c.kept_at(place), frame);
+        return are_alike(was, is) ? 0.0 : distance(extent(c.stack_survey(), place, frame), was, is);
+    });
+    for (std::size_t i = 0; i < all.size(); ++i) {
+        all[i].distance = layers[i].distance;
+        all[i].frame = layers[i].frame;
+    }
+    std::erase_if(all, [](const Unhitched& one) { return one.cut != one.layer && one.distance == 0; });
     return all;
 }
 

@@ -4,6 +4,11 @@
 #include <cmath>
 
 namespace lottie::looks {
+namespace {
+
+constexpr std::size_t kStepsPerTransform = 10;
+
+}  // namespace
 
 bool Placement::moves(std::size_t layer) {
     chain_.clear();
@@ -39,7 +44,7 @@ const Matrix& Placement::world(std::size_t layer, double frame) {
         above = nullptr;
         at = stack_.parent(*at);
     }
-    work_.spend(chain_.size());
+    work_.spend(kStepsPerTransform * chain_.size());
     for (auto link = chain_.rbegin(); link != chain_.rend(); ++link) {
         Known& known = *link->second;
         known.world = stack_.layer(link->first).transform().at(frame);

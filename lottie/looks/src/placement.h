@@ -5,8 +5,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "looks/work.h"
 #include "scene.h"
-#include "work.h"
 
 namespace lottie::looks {
 

@@ -207,7 +207,7 @@ Outline PathProperty::along(const Vertices& vertices) {
     Outline outline;
     outline.is_closed = vertices.is_closed;
     const std::size_t count = vertices.at.size();
-    if (count == 0) return outline;
+    if (count == 0 || (count == 1 && !vertices.is_closed)) return outline;  // goes nowhere, so nothing is drawn
     outline.points.push_back(vertices.at[0]);
     for (std::size_t i = 0; i + (vertices.is_closed ? 0 : 1) < count; ++i) {
         const std::size_t next = (i + 1) % count;

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "hull.h"
+#include "looks/work.h"
 #include "placement.h"
 #include "scene.h"
-#include "work.h"
 
 namespace lottie::looks {
 

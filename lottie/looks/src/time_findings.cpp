@@ -8,7 +8,8 @@
 namespace lottie::looks {
 namespace {
 
-constexpr double kSameTime = 0.001;  // frames; what the exporter rounds to
+constexpr double kSameTime = 0.001;    // frames; what the exporter rounds to
+constexpr double kSeenOpacity = 0.19;  // percent; less than that is no half step of a channel
 
 bool matters(const SceneLayer& layer) {
     return layer.can_draw() && !layer.is_hidden;
@@ -33,7 +34,7 @@ bool is_seen_before(const Unnesting& u, const SceneLayer& inner, double frame) {
 }
 
 bool is_transparent(const SceneLayer& layer, double frame) {
-    return layer.transform().opacity.at(frame)[0] <= 0;
+    return layer.transform().opacity.at(frame)[0] < kSeenOpacity;
 }
 
 struct Difference {

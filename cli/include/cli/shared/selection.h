@@ -22,8 +22,11 @@ bool is_nest(const host::model::Layer& layer);
 // The nests of a composition, top to bottom.
 std::vector<host::model::Layer*> nests_of(const host::model::Comp& comp);
 
-// Those among them that the composition got after the project's layer `newest_before`, top to bottom. The cost goes
-// with the number of new layers.
+// The layers that the composition got after the project's layer `newest_before`, in any order. The cost goes with the
+// number of new layers.
+std::vector<host::model::Layer*> layers_since(const host::model::Comp& comp, host::model::LayerId newest_before);
+
+// The nests among them, top to bottom.
 std::vector<host::model::Layer*> new_nests_of(const host::model::Comp& comp, host::model::LayerId newest_before);
 
 // The composition of that id, else of that name; the main one for an empty text. Throws SelectionNotFound if there is

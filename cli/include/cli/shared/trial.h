@@ -26,16 +26,21 @@ struct Trial {
     UnnestRecord record;
 };
 
-// What the scripts of one file may use, for every engine that works on it. Seconds of the processor's time for all of
-// them together; one may take a quarter of it.
-host::script::Limits script_limits(double seconds);
+// What one file may use, whatever is done with it.
+struct FileLimits {
+    host::script::Limits scripts;  // for every engine that works on it
+    std::shared_ptr<lottie::looks::Work> work = std::make_shared<lottie::looks::Work>();
+};
+
+// Scripts have that many seconds of the processor's time for all of them together; one may take a quarter of it.
+FileLimits file_limits(double script_time);
 
 // What a run needs besides the project; all of it must outlive the run.
 struct RunContext {
     const host::runner::PluginModule& plugin;
     host::script::Settings& settings;
     host::scriptui::DialogDriver& dialogs;
-    const host::script::Limits& limits;
+    const FileLimits& limits;
     std::function<void(host::runner::Session&)> observe = [](host::runner::Session&) {
     };  // the session, before it starts
 };
@@ -47,7 +52,7 @@ class Trials {
     Trials(lottie::document::Document& document, const RunContext& context);
     // The dialog is answered like this, and nothing of it remembered.
     Trials(lottie::document::Document& document, const host::runner::PluginModule& plugin, const DialogAnswers& answers,
-           const host::script::Limits& limits);
+           const FileLimits& limits);
     ~Trials();
 
     // Un-nests the nests of one composition in one run and leaves the project that way. Throws Failure as unnest()
@@ -70,7 +75,7 @@ class Trials {
 // The first finding of the greatest weight, as its code and sentence; empty if there is none.
 std::string main_reason(const std::vector<lottie::looks::Finding>& findings);
 
-// What the trial does to the looks. Throws Failure (bad_input) for a file that makes too much work.
+// What the trial does to the looks. Throws TooMuchWork.
 std::vector<lottie::looks::NestReport> compare(lottie::looks::Judge& judge, const Trial& trial);
 
 }  // namespace cli

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli/shared/failure.h"
+#include "looks/work.h"
 #include "model/comp.h"
 #include "runner/session.h"
 
@@ -27,14 +28,17 @@ class NothingChanged : public Failure {
     NothingChanged() : Failure(ExitCode::failed, "the plug-in's command changed nothing") {}
 };
 
+// What commands say of a file that takes more work than one may make, but for those that can leave the rest as it is.
+Failure too_much_work(const lottie::looks::TooMuchWork& refused);
+
 // Before the first un-nesting of a session. Throws Failure (failed).
 void start_plugin(host::runner::Session& session, const host::runner::PluginModule& plugin, UnnestRecord& record);
 
 // Runs the plug-in's command on the nests, in their order; with `recursive` again on the nests that came out of them,
 // each round in one run. What was done and said is in `record`, also after an error. Throws Failure (failed) for
 // whatever the plug-in or the host report; NothingChanged; Failure (usage) for an expansion out of all proportion,
-// before anything is run.
+// before anything is run; TooMuchWork before a run that takes more than is left of `work`.
 void unnest(host::runner::Session& session, host::model::Comp& comp, std::vector<host::model::Layer*> nests,
-            bool recursive, UnnestRecord& record);
+            bool recursive, lottie::looks::Work& work, UnnestRecord& record);
 
 }  // namespace cli

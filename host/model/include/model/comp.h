@@ -34,7 +34,8 @@ class Comp : public Item {
     Layer& create_null(const std::string& name, Time duration);  // duration 0 = the composition's
     // Like copy and paste: inserts directly above the topmost selected layer, else on top; keeps the selection. Links
     // to layers of another composition (parent, matte, effect parameters) are dropped, unless HostRules keep those to
-    // layers already copied here. Throws bad_argument if the layer's source contains this composition.
+    // layers already copied here; a matte by position is not a link. Throws bad_argument if the layer's source contains
+    // this composition.
     Layer& copy_layer_here(Layer& original);
 
     // For readers: appends below all others.
@@ -68,6 +69,7 @@ class Comp : public Item {
     // Adds a layer to the stack and every list of layers, or removes it; not undoable.
     void enter(Layer& layer, int index);
     void leave(Layer& layer);
+    void renew_matte(int index);
     void replace_selection(Selection selection);
     void set_selection_rank(Layer& layer, std::uint64_t rank);  // 0 = not selected
     void load_layer_parameters();
@@ -89,6 +91,7 @@ class Comp : public Item {
     Time duration_;
     Time current_time_;
     std::int64_t time_scale_override_ = 0;
+    bool has_mattes_above_ = false;  // some layer had its matte by position
 };
 
 }  // namespace host::model

@@ -42,6 +42,7 @@ struct HostRules {
     bool deleting_a_parent_compensates = true;
     bool copies_get_numbered_names = false;
     bool copies_keep_links_to_present_partners = false;  // parent, matte, layer parameters; else none
+    bool mattes_by_position = true;  // what is shaped by the layer above it always is; else by that layer, a link
 
     // Streams and keyframes
     InapplicableStream inapplicable_stream = InapplicableStream::hidden_default;

@@ -104,7 +104,8 @@ class Layer {
     void set_parent(Layer* parent,
                     Parenting parenting);  // throws bad_argument for itself, a descendant, another composition
 
-    // Track matte
+    // Track matte. If HostRules say that mattes go by position, a layer loaded with its matte directly above takes
+    // whichever layer ends up there, and so do its copies.
     Layer* matte() const { return state_.matte; }
     MatteType matte_type() const { return state_.matte_type; }
     void set_matte(Layer* matte, MatteType type);  // throws bad_argument for itself, another composition
@@ -162,6 +163,8 @@ class Layer {
     // For writers: the stream if it was requested or has an expression; else null, and it is as loaded or was never
     // set.
     const Stream* existing_stream(int number) const;
+    // Whether its name, switches, parent and timing may be others than those loaded. For writers.
+    bool is_state_touched() const { return touched_in_step_ != 0; }
     // Whether any of those is not as it was loaded. For writers.
     bool has_changed_streams() const;
     const std::vector<std::unique_ptr<Effect>>& loaded_effects() const { return extras().effects; }
@@ -178,6 +181,7 @@ class Layer {
         std::string name;
         std::uint32_t flags = kVideoActive | kAudioActive | kEffectsActive;
         MatteType matte_type = MatteType::none;
+        bool is_matte_above = false;  // see HostRules::mattes_by_position
         Layer* parent = nullptr;
         Layer* matte = nullptr;
         Time offset;
@@ -217,6 +221,7 @@ class Layer {
     static void unlink(std::vector<Layer*>& list, Layer& layer, ListPosition position);
     void change_parent(Layer* parent);
     void change_matte(Layer* matte, MatteType type);
+    bool takes_matte_by_position() const;
     void link_to_source();
     void unlink_from_source();
     void require_possible_parent(const Layer& parent) const;

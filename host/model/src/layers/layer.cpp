@@ -69,6 +69,7 @@ void Layer::restore_state(const State& state) {
     change_matte(state.matte, state.matte_type);
     if (state.name != state_.name) change_display_name(state.name);
     state_ = state;
+    if (alive_) comp_->renew_matte(index());
 }
 
 // Names
@@ -145,6 +146,7 @@ void Layer::release_dependents() {
     for (Layer* child : children) child->reparent(nullptr, parenting);
     const std::vector<Layer*> users = matte_users();
     for (Layer* user : users) {
+        if (user->takes_matte_by_position()) continue;
         user->writable_state();
         user->change_matte(nullptr, MatteType::none);
     }
@@ -185,7 +187,9 @@ void Layer::move_to(int index) {
     const auto move = [this](int to) {
         note_change();
         if (comp_->names_ != nullptr) comp_->names_->remove(*this);
+        const int from = this->index();
         comp_->stack_.move(stack_node_, to);
+        for (const int place : {from, from + 1, to, to + 1}) comp_->renew_matte(place);
         if (comp_->names_ != nullptr) comp_->names_->add(*this);
     };
     project().undo().note([move, old_index] { move(old_index); });

@@ -88,12 +88,18 @@ void Layer::set_matte(Layer* matte, MatteType type) {
     if (matte != nullptr && (matte == this || !matte->is_alive() || matte->comp_ != comp_)) {
         throw Error(ErrorKind::bad_argument, "A track matte is another living layer of the same composition.");
     }
-    writable_state();
+    writable_state().is_matte_above = false;
     change_matte(matte, type);
 }
 
 void Layer::load_matte(Layer* matte, MatteType type) {
     change_matte(matte, type);
+    state_.is_matte_above = matte != nullptr && matte->index() + 1 == index();
+    comp_->has_mattes_above_ = comp_->has_mattes_above_ || state_.is_matte_above;
+}
+
+bool Layer::takes_matte_by_position() const {
+    return state_.is_matte_above && project().rules().mattes_by_position;
 }
 
 }  // namespace host::model

@@ -42,6 +42,7 @@ const StoredLayer* base_of(const host::model::Layer& layer) {
 }
 
 bool is_from_file(const host::model::Layer& layer) {
+    if (layer.copied_from() != 0) return false;
     const StoredLayer* base = base_of(layer);
     return base != nullptr && base->layer == &layer;
 }

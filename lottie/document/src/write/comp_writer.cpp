@@ -67,7 +67,10 @@ CompWriter::CompWriter(const Store& store, const StoredComp* stored, const host:
       stack_(comp.is_alive() ? comp.stack().to_vector() : std::vector<Layer*>()),
       numbers_(stored, stack_),
       context_{store, numbers_, new_ids, writes_end_values(store)},
-      separator_(separator()) {}
+      separator_(separator()) {
+    own_.reserve(stack_.size());
+    for (const Layer* layer : stack_) own_.push_back(is_from_file(*layer) ? base_of(*layer) : nullptr);
+}
 
 bool CompWriter::is_untouched() const {
     if (stored_ == nullptr || stack_.size() != stored_->layers.size()) return false;
@@ -96,46 +99,47 @@ void CompWriter::write(OutputText& out) const {
 }
 
 // What stands before the layer at that place, or behind the last.
-void CompWriter::write_gap(OutputText& out, std::size_t place) const {
+std::string_view CompWriter::gap(std::size_t place) const {
     const bool had_layers = stored_ != nullptr && !stored_->layers.empty();
     const std::string_view text = store_.text;
-    if (stack_.empty()) return;
+    if (stack_.empty()) return {};
     if (place == 0) {
-        if (had_layers) out.refer(Slice{stored_->array.begin + 1, stored_->layers.front().text.begin}.of(text));
-        return;
+        return had_layers ? Slice{stored_->array.begin + 1, stored_->layers.front().text.begin}.of(text) : "";
     }
     if (place == stack_.size()) {
-        if (had_layers) out.refer(Slice{stored_->layers.back().text.end, stored_->array.end - 1}.of(text));
-        return;
+        return had_layers ? Slice{stored_->layers.back().text.end, stored_->array.end - 1}.of(text) : "";
     }
-    const StoredLayer* before = is_from_file(*above(place)) ? base_of(*above(place)) : nullptr;
-    const StoredLayer* own = is_from_file(*stack_[place]) ? base_of(*stack_[place]) : nullptr;
-    if (before != nullptr && own != nullptr && own->position == before->position + 1) {
-        out.refer(Slice{before->text.end, own->text.begin}.of(text));
+    const StoredLayer* before = own_[place - 1];
+    const StoredLayer* own = own_[place];
+    if (before == nullptr || own == nullptr || own->position != before->position + 1) return separator_;
+    return Slice{before->text.end, own->text.begin}.of(text);
+}
+
+void CompWriter::write_gap(OutputText& out, std::size_t place) const {
+    const std::string_view between = gap(place);
+    if (between.data() == separator_.data()) {
+        out.append(between);
     } else {
-        out.append(separator_);
+        out.refer(between);  // a piece of the document
     }
 }
 
 WrittenLayers CompWriter::write_layers(std::size_t& size_of_array) const {
     WrittenLayers written;
     written.layers.reserve(stack_.size());
-    OutputText gaps;
     size_of_array = 2;  // the brackets
     for (std::size_t i = 0; i < stack_.size(); ++i) {
-        write_gap(gaps, i);
         Layer& layer = *stack_[i];
         if (document::is_untouched(numbers_, layer, above(i))) {
-            written.layers.push_back(base_of(layer)->text.of(store_.text));
+            written.layers.push_back(own_[i]->text.of(store_.text));
         } else {
             OutputText one;
             write_layer(one, context_, layer, above(i));
             written.layers.push_back(written.own.emplace_back(one.text()));
         }
-        size_of_array += written.layers.back().size();
+        size_of_array += gap(i).size() + written.layers.back().size();
     }
-    write_gap(gaps, stack_.size());
-    size_of_array += gaps.size();
+    size_of_array += gap(stack_.size()).size();
     return written;
 }
 

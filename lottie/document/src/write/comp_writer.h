@@ -34,11 +34,13 @@ class CompWriter {
   private:
     const host::model::Layer* above(std::size_t i) const { return i == 0 ? nullptr : stack_[i - 1]; }
     std::string separator() const;
+    std::string_view gap(std::size_t place) const;
     void write_gap(OutputText& out, std::size_t place) const;
 
     const Store& store_;
     const StoredComp* stored_;
     std::vector<host::model::Layer*> stack_;
+    std::vector<const StoredLayer*> own_;  // of each that is the file's, else null
     Numbering numbers_;
     WriteContext context_;
     std::string separator_;

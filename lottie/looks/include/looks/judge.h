@@ -3,12 +3,12 @@
 
 #include <cstddef>
 #include <memory>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "looks/finding.h"
+#include "looks/work.h"
 
 namespace lottie::looks {
 
@@ -48,12 +48,6 @@ struct NestReport {
     double unseen = 0;
 };
 
-// Files that would take hours are told by the work they make, not by the clock: the same file is refused everywhere.
-class TooMuchWork : public std::runtime_error {
-  public:
-    TooMuchWork() : std::runtime_error("to judge its looks takes more work than one file may make") {}
-};
-
 // Knows an animation as it stands, and what it would look like otherwise. Each composition is read and worked out once,
 // however many nests show it; of a changed one only what changed is read. It goes like this:
 //
@@ -69,13 +63,10 @@ class TooMuchWork : public std::runtime_error {
 // what its text and its changes cost. Who only asks what would happen never accepts.
 class Judge {
   public:
-    // Steps; real files take a hundredth.
-    static constexpr std::size_t kMostWork = 1'000'000'000;
-
     // The text must be an animation that has been read or written as a project before; anything else throws
     // std::runtime_error. It is read here by another reader, so that a bug of the project's cannot hide from the judge,
-    // and must outlive the judge.
-    explicit Judge(std::string_view text, std::size_t most_work = kMostWork);
+    // and must outlive the judge. `work` is what the file may still make.
+    explicit Judge(std::string_view text, std::shared_ptr<Work> work = std::make_shared<Work>());
     ~Judge();
     Judge(Judge&&) noexcept;
     Judge& operator=(Judge&&) noexcept;
