@@ -1,9 +1,13 @@
 // Layers of an animation at any frame, as the audit evaluates them: for those who say the same in another way.
 #include "looks/evaluation.h"
 
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
 #include <cmath>
 #include <stdexcept>
 
+#include "one_outline.h"
 #include "scene.h"
 #include "shape_content.h"
 #include "survey.h"
@@ -64,12 +68,28 @@ double Evaluation::inner_frame(const std::string& composition, std::size_t nest,
     return state_->survey(composition).stack().layer(nest).inner_frame(frame, state_->scene.frame_rate);
 }
 
-PlaneMap Evaluation::place(const std::string& composition, std::size_t layer, double frame) {
-    const Matrix& world = state_->survey(composition).placement().world(layer, frame);
-    const Point origin = world.map({0, 0});
-    const Point right = world.map({1, 0});
-    const Point down = world.map({0, 1});
+namespace {
+
+PlaneMap plane(const Matrix& matrix) {
+    const Point origin = matrix.map({0, 0});
+    const Point right = matrix.map({1, 0});
+    const Point down = matrix.map({0, 1});
     return {{origin.x, origin.y}, {right.x - origin.x, right.y - origin.y}, {down.x - origin.x, down.y - origin.y}};
+}
+
+}  // namespace
+
+PlaneMap Evaluation::place(const std::string& composition, std::size_t layer, double frame) {
+    return plane(state_->survey(composition).placement().world(layer, frame));
+}
+
+std::optional<Evaluation::Outline> Evaluation::only_outline(const std::string& composition, std::size_t layer) {
+    const auto outline = one_outline(state_->survey(composition).stack().layer(layer));
+    if (!outline) return std::nullopt;
+    rapidjson::StringBuffer text;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(text);
+    outline->path->Accept(writer);
+    return Outline{{text.GetString(), text.GetSize()}, plane(outline->place), outline->is_closed};
 }
 
 bool Evaluation::moves(const std::string& composition, std::size_t layer) {
@@ -82,7 +102,12 @@ bool Evaluation::is_told_by_place(const std::string& composition, std::size_t la
 
 bool Evaluation::reaches_beyond(const std::string& composition, std::size_t layer, double width, double height,
                                 double frame) {
-    const Hull& hull = state_->survey(composition).reach_in_stack(layer, frame);
+    Survey& survey = state_->survey(composition);
+    const SceneLayer& one = survey.stack().layer(layer);
+    // What nests inside of it show need not be there.
+    const Hull hull = one.type == LayerType::nest
+                          ? mapped(hull_of(Box{0, 0, one.width, one.height}), survey.placement().world(layer, frame))
+                          : survey.reach_in_stack(layer, frame);
     if (hull.size() < 3) return false;
     const Box box = around(hull);
     return box.left < 0 || box.top < 0 || box.right > width || box.bottom > height;
