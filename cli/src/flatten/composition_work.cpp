@@ -173,10 +173,15 @@ CompositionWork::Attempt CompositionWork::attempt(const Places& places) {
         tried.reports = state_.judge.compare(tried.change(), {tried.layers(), {}, state_.bench.byte_count()});
     };
     judge();
-    if (tried.changes()) {
+    const auto cuts_add_up = [&] {
+        double unseen = 0;
+        for (const NestReport& report : tried.reports) unseen += report.unseen * state_.shown[composition_];
+        return unseen > state_.unseen_left;
+    };
+    if (tried.changes() || cuts_add_up()) {
         tried.mending = std::make_unique<Mending>(stage_->before, stage_->document.write(), tried.trial.change);
         tried.mended_layers = tried.mending->layers();
-        while (tried.changes() && tried.mending->answer(tried.reports)) {
+        while ((tried.changes() || cuts_add_up()) && tried.mending->answer(tried.reports, cuts_add_up())) {
             tried.mended_layers = tried.mending->layers();
             judge();
         }
