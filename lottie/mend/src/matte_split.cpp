@@ -35,7 +35,7 @@ void join(Unnested& unnested, const LayerText& before, LayerText& user, LayerTex
 }  // namespace
 
 void mend_matte_split(Unnested& unnested, Nest& nest) {
-    for (Copy& copy : nest.copies) {
+    for (CopiedLayer& copy : nest.copies) {
         const auto matte = matte_of(
             copy.inner, nest.copies.size(), [&](std::size_t i) -> const auto& { return nest.copies[i].facts; });
         if (!matte || copy.now == nullptr || nest.copies[*matte].now == nullptr) continue;

@@ -14,7 +14,7 @@ void mend_parent(Unnested& unnested, Nest& nest) {
         nest.stand_in->set("parent", std::to_string(number));
         return;
     }
-    for (Copy& copy : nest.copies) {
+    for (CopiedLayer& copy : nest.copies) {
         if (copy.now != nullptr && copy.now->member("parent").empty()) copy.now->set("parent", std::to_string(number));
     }
 }

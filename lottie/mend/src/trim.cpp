@@ -7,7 +7,7 @@
 namespace lottie::mend {
 namespace {
 
-void mend_copy(const Nest& nest, Copy& copy) {
+void mend_copy(const Nest& nest, CopiedLayer& copy) {
     const double nest_in = nest.facts().in.value_or(0);
     const double nest_out = nest.facts().out.value_or(0);
     const double in = std::max(nest_in, nest.outer_frame(copy.facts.in.value_or(0)));
@@ -28,7 +28,7 @@ void mend_copy(const Nest& nest, Copy& copy) {
 
 void mend_trim(Unnested&, Nest& nest) {
     if (nest.facts().remaps_time || nest.facts().stretch <= 0) return;
-    for (Copy& copy : nest.copies) {
+    for (CopiedLayer& copy : nest.copies) {
         if (copy.now != nullptr) mend_copy(nest, copy);
     }
 }

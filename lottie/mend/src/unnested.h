@@ -24,8 +24,8 @@ struct KeptLayer {
 };
 
 // A layer out of a nest.
-struct Copy {
-    Copy(const std::string& text, std::size_t place, const document::ScannedLayer& layer)
+struct CopiedLayer {
+    CopiedLayer(const std::string& text, std::size_t place, const document::ScannedLayer& layer)
         : inner(place), facts(layer), before(text, layer.text) {}
 
     std::size_t inner;                    // place in the nest's composition
@@ -42,8 +42,8 @@ struct Nest {
 
     std::size_t place;  // in the stack before
     KeptLayer& layer;
-    std::deque<Copy> copies;        // one for each layer of its composition, in the order of that
-    LayerText* stand_in = nullptr;  // a null with its transform; null if the run left none
+    std::deque<CopiedLayer> copies;  // one for each layer of its composition, in the order of that
+    LayerText* stand_in = nullptr;   // a null with its transform; null if the run left none
 
     const document::ScannedLayer& facts() const { return layer.facts; }
     // Its clock, as long as there is no time remapping.
