@@ -46,7 +46,7 @@ std::string Stage::run(std::string_view text, std::vector<Deeds> people) {
     served_ = nullptr;
     is_running_ = true;
     idle_looks_ = 0;
-    QTimer::singleShot(0, qApp, [this] { look_for_windows(); });
+    QTimer::singleShot(0, &here_, [this] { look_for_windows(); });
     const host::script::ScriptResult outcome = engine_.run(text);
     is_running_ = false;
     QApplication::processEvents();
@@ -58,7 +58,7 @@ std::string Stage::run(std::string_view text, std::vector<Deeds> people) {
 void Stage::look_for_windows() {
     if (!is_running_) return;
     // Before anything else: what follows may end in a window of its own.
-    QTimer::singleShot(kMilliseconds, qApp, [this] { look_for_windows(); });
+    QTimer::singleShot(kMilliseconds, &here_, [this] { look_for_windows(); });
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (dialog == nullptr || !dialog->isActiveWindow()) return;
     if (dialog == served_ || people_.empty()) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QObject>
 #include <QWidget>
 #include <deque>
 #include <functional>
@@ -40,6 +41,7 @@ class Stage {
     const QWidget* served_ = nullptr;
     bool is_running_ = false;
     int idle_looks_ = 0;
+    QObject here_;  // timers that have not fired end with it
 };
 
 // The plug-in's options dialog.

@@ -14,8 +14,8 @@
 namespace {
 
 using lottie::pictures::Animation;
-using lottie::pictures::Comparison;
 using lottie::pictures::DrawingBudget;
+using lottie::pictures::PictureComparison;
 using testing::ThrowsMessage;
 
 std::string run_in_child(const std::function<std::string()>& work, int seconds) {
@@ -23,7 +23,8 @@ std::string run_in_child(const std::function<std::string()>& work, int seconds) 
     return lottie::pictures::run_in_child(work, budget);
 }
 
-Comparison compare_in_child(const std::string& before, const std::string& after, const std::vector<int>& look_at) {
+PictureComparison compare_in_child(const std::string& before, const std::string& after,
+                                   const std::vector<int>& look_at) {
     DrawingBudget budget{std::chrono::minutes(1)};
     return lottie::pictures::compare_in_child(before, after, look_at, budget);
 }
@@ -95,7 +96,7 @@ TEST(DrawingProcess, what_the_work_throws_comes_back_with_its_sentence) {
                 ThrowsMessage<std::runtime_error>("no paint"));
 }
 
-bool are_equal(const lottie::pictures::Comparison& a, const lottie::pictures::Comparison& b) {
+bool are_equal(const lottie::pictures::PictureComparison& a, const lottie::pictures::PictureComparison& b) {
     return a.frames == b.frames && a.worst_frame == b.worst_frame && a.worst.mean == b.worst.mean &&
            a.worst.share_beyond_8 == b.worst.share_beyond_8 && a.worst.ssim == b.worst.ssim &&
            a.looks_equal == b.looks_equal && a.worst_before.width == b.worst_before.width &&

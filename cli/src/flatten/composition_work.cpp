@@ -17,7 +17,7 @@ using lottie::looks::Reason;
 using lottie::looks::Verdict;
 using lottie::looks::Weight;
 using lottie::mend::Mending;
-using Nest = lottie::mend::Workbench::Nest;
+using lottie::mend::Workbench;
 
 // However often compositions are shown, and however deep: more than real files need by far.
 constexpr double kMostGrowth = 8;
@@ -34,7 +34,7 @@ std::vector<double> count_showings(const lottie::mend::Workbench& bench) {
     std::vector<double> shown(order.empty() ? 0 : *std::max_element(order.begin(), order.end()) + 1, 0);
     shown[0] = 1;
     for (auto composition = order.rbegin(); composition != order.rend(); ++composition) {
-        for (const Nest& nest : bench.nests(*composition)) shown[nest.source] += shown[*composition];
+        for (const Workbench::Nest& nest : bench.nests(*composition)) shown[nest.source] += shown[*composition];
     }
     return shown;
 }
@@ -93,7 +93,7 @@ CompositionWork::CompositionWork(FlatteningState& state, std::size_t composition
 
 std::vector<FlattenedNest> CompositionWork::work(const Places& places) {
     Places wanted;
-    for (const Nest& nest : state_.bench.nests(composition_)) {
+    for (const Workbench::Nest& nest : state_.bench.nests(composition_)) {
         if (!places.contains(nest.place)) continue;
         FlattenedNest& entry = entries_.emplace_back();
         entry.composition = state_.bench.id(composition_);
@@ -125,7 +125,7 @@ CompositionWork::Places CompositionWork::without_large(const Places& places) {
     Places small;
     std::map<std::size_t, std::size_t> uses;
     double bytes = static_cast<double>(state_.bench.byte_count());
-    for (const Nest& nest : state_.bench.nests(composition_)) {
+    for (const Workbench::Nest& nest : state_.bench.nests(composition_)) {
         if (!places.contains(nest.place)) continue;
         std::size_t& left = uses.try_emplace(nest.source, state_.bench.use_count(nest.source)).first->second;
         const double more = left > 1 ? static_cast<double>(state_.bench.layer_bytes(nest.source)) : 0;
@@ -226,7 +226,7 @@ std::vector<std::size_t> CompositionWork::too_large(const Attempt& tried, const 
     for (const std::string_view layer : tried.layers()) bytes += static_cast<double>(layer.size() + 1);
     std::vector<std::size_t> shared;
     std::map<std::size_t, std::size_t> used_here;
-    for (const Nest& nest : state_.bench.nests(composition_)) {
+    for (const Workbench::Nest& nest : state_.bench.nests(composition_)) {
         const auto place = place_before_[nest.place];
         if (!place || !places.contains(*place)) continue;
         const std::size_t uses = state_.bench.use_count(nest.source);

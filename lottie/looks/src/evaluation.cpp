@@ -7,11 +7,11 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "looks/work.h"
 #include "one_outline.h"
 #include "scene.h"
 #include "shape_content.h"
 #include "survey.h"
-#include "work.h"
 
 namespace lottie::looks {
 

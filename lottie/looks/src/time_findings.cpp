@@ -44,7 +44,7 @@ bool is_transparent(const SceneLayer& layer, double frame) {
     return layer.transform().opacity.at(frame)[0] < kSeenOpacity;
 }
 
-struct Difference {
+struct TimingDifference {
     const SceneLayer* layer = nullptr;
     double frame = 0;
     bool was_seen = false;
@@ -52,13 +52,13 @@ struct Difference {
     bool is_tiny = false;  // times differ, whole frames do not
 };
 
-void note(Difference& difference, const SceneLayer& layer, double frame, bool was_seen) {
+void note(TimingDifference& difference, const SceneLayer& layer, double frame, bool was_seen) {
     if (difference.layers++ == 0) difference = {&layer, frame, was_seen, 1, difference.is_tiny};
 }
 
 // Frames at which a layer is seen before and not after, or the other way round.
-Difference compare_visibility(Unnesting& u) {
-    Difference difference;
+TimingDifference compare_visibility(Unnesting& u) {
+    TimingDifference difference;
     for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         const SceneLayer& copied = u.copied(copy);
@@ -81,15 +81,15 @@ Difference compare_visibility(Unnesting& u) {
     return difference;
 }
 
-std::string visibility_sentence(const Difference& difference) {
+std::string visibility_sentence(const TimingDifference& difference) {
     return layers_named(difference.layer->name, difference.layers) + " " + in_number(difference.layers, "is", "are") +
            (difference.was_seen ? " not seen any more" : " seen too early or too late") + ", first at frame " +
            plain(difference.frame);
 }
 
 // The first layer inside whose clock now shows another time, at the first frame at which it does.
-Difference compare_clocks(Unnesting& u) {
-    Difference difference;
+TimingDifference compare_clocks(Unnesting& u) {
+    TimingDifference difference;
     for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         if (!depends_on_time(u, copy)) continue;
@@ -147,8 +147,8 @@ std::optional<double> first_lost_key(const LayerPart& before, const LayerPart& a
 }
 
 // Keyframes travel with their layer, all by the same distance.
-Difference compare_keys(Unnesting& u) {
-    Difference difference;
+TimingDifference compare_keys(Unnesting& u) {
+    TimingDifference difference;
     for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         if (!inner.can_draw()) continue;
@@ -170,7 +170,7 @@ Difference compare_keys(Unnesting& u) {
     return difference;
 }
 
-void find_clock(Unnesting& u, const Difference& clocks) {
+void find_clock(Unnesting& u, const TimingDifference& clocks) {
     const bool is_remapped = u.has_time_remap();
     if (!is_remapped && u.nest().stretch == 1) {
         if (clocks.layers == 0) return;
@@ -232,13 +232,13 @@ void find_fractional_start(Unnesting& u) {
 void find_time_changes(Unnesting& u) {
     find_clock(u, compare_clocks(u));
     find_fractional_start(u);
-    if (const Difference keys = compare_keys(u); keys.layers > 0) {
+    if (const TimingDifference keys = compare_keys(u); keys.layers > 0) {
         u.add({Reason::start, Weight::change,
                "keyframes of " + layers_named(keys.layer->name, keys.layers) +
                    " did not travel along, first seen at frame " + plain(keys.frame),
                "", keys.layer->name, "t", keys.frame});
     }
-    const Difference visibility = compare_visibility(u);
+    const TimingDifference visibility = compare_visibility(u);
     if (visibility.layers > 0) {
         u.add({Reason::trim, Weight::change, visibility_sentence(visibility),
                "trim the layer inside its composition first, or keep this nest", visibility.layer->name,

@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "document/json_text.h"
+#include "document/output_text.h"
 #include "document/patch.h"
 #include "path_text.h"
 
@@ -60,7 +61,7 @@ std::string intersecting(const std::string& masks) {
     const JsonNode* mask = tree.first(tree.root());
     document::Patch patch;
     patch.replace(tree.member(mask, "mode")->text, "\"i\"");
-    document::Written out;
+    document::OutputText out;
     patch.write(masks, mask->text, out);
     return out.text();
 }
@@ -92,7 +93,7 @@ std::vector<Cutter> cutters_for(const Nest& nest, bool has_own, bool with_frame)
     return cutters;
 }
 
-bool is_drawn(const Copy& copy) {
+bool is_drawn(const CopiedLayer& copy) {
     return copy.now != nullptr && !copy.facts.is_matte && !copy.facts.is_hidden && copy.facts.type >= 0 &&
            copy.facts.type <= kLastDrawnType && copy.facts.type != kNullType;
 }
@@ -102,12 +103,12 @@ class Cutting {
     Cutting(Unnested& unnested, Nest& nest)
         : evaluation_(unnested.evaluation()), nest_(nest), around_(unnested.composition()), inside_(nest.source) {}
 
-    void cut(Copy& drawn, Frame frame) {
+    void cut(CopiedLayer& drawn, Frame frame) {
         if (!is_drawn(drawn)) return;
         // Some players do not draw a layer with both a matte and a mask.
         const auto matte = matte_inside(nest_, drawn);
         if (matte && drawn.facts.matte_type != kAlpha) return;
-        Copy& copy = matte ? nest_.copies[*matte] : drawn;
+        CopiedLayer& copy = matte ? nest_.copies[*matte] : drawn;
         if (copy.now == nullptr || !evaluation_.is_told_by_place(inside_, copy.inner)) return;
         const std::vector<double> frames =
             evaluation_.frames(around_, std::max(nest_.facts().in.value_or(0), copy.now->number("ip", 0)),
@@ -135,7 +136,7 @@ class Cutting {
   private:
     double inner_frame(double frame) const { return evaluation_.inner_frame(around_, nest_.place, frame); }
 
-    bool reaches_beyond(const Copy& copy, const std::vector<double>& frames) {
+    bool reaches_beyond(const CopiedLayer& copy, const std::vector<double>& frames) {
         return std::any_of(frames.begin(), frames.end(), [&](double frame) {
             return evaluation_.reaches_beyond(inside_, copy.inner, nest_.facts().width, nest_.facts().height,
                                               inner_frame(frame));
@@ -150,7 +151,8 @@ class Cutting {
                ",0],[" + w + "," + h + "],[0," + h + "]],\"c\":true}}";
     }
 
-    std::optional<std::string> mask_text(const Cutter& cutter, const Copy& copy, const std::vector<double>& frames) {
+    std::optional<std::string> mask_text(const Cutter& cutter, const CopiedLayer& copy,
+                                         const std::vector<double>& frames) {
         const JsonTree& tree = nest_.layer.before.tree();
         const auto text_of = [&](const char* key) {
             const JsonNode* value = cutter.mask == nullptr ? nullptr : tree.member(cutter.mask, key);
@@ -175,7 +177,7 @@ class Cutting {
     }
 
     // From the coordinates of the nest, or of its matte, to those of the layer; nothing where the layer has no area.
-    std::optional<looks::PlaneMap> map_to(const Copy& copy, bool from_matte, double frame) {
+    std::optional<looks::PlaneMap> map_to(const CopiedLayer& copy, bool from_matte, double frame) {
         const auto inside = evaluation_.place(inside_, copy.inner, inner_frame(frame)).inverse();
         if (!from_matte || !inside) return inside;
         const auto nest = evaluation_.place(around_, nest_.place, frame).inverse();
@@ -184,14 +186,14 @@ class Cutting {
         return matte.outline.place.then(evaluation_.place(around_, matte.place, frame)).then(*nest).then(*inside);
     }
 
-    bool moves(const Copy& copy, bool from_matte) {
+    bool moves(const CopiedLayer& copy, bool from_matte) {
         return evaluation_.moves(inside_, copy.inner) ||
                (from_matte &&
                 (evaluation_.moves(around_, nest_.place) || evaluation_.moves(around_, nest_.matte->place)));
     }
 
     // The path in the coordinates of the layer.
-    std::optional<std::string> path_for(const std::string& path, bool is_matte, const Copy& copy,
+    std::optional<std::string> path_for(const std::string& path, bool is_matte, const CopiedLayer& copy,
                                         const std::vector<double>& frames) {
         if (!moves(copy, is_matte)) {
             const auto map = map_to(copy, is_matte, frames[0]);
@@ -220,7 +222,7 @@ class Cutting {
 
 void cut_layers(Unnested& unnested, Nest& nest, Frame frame) {
     Cutting cutting(unnested, nest);
-    for (Copy& copy : nest.copies) cutting.cut(copy, frame);
+    for (CopiedLayer& copy : nest.copies) cutting.cut(copy, frame);
 }
 
 }  // namespace lottie::mend

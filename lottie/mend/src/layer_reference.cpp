@@ -30,12 +30,12 @@ bool next_number(const std::string& text, std::size_t& from, std::size_t& begin,
 
 void mend_layer_reference(Unnested& unnested, Nest& nest) {
     const auto number_now = [&](std::int64_t number) -> std::optional<std::int64_t> {
-        for (Copy& copy : nest.copies) {
+        for (CopiedLayer& copy : nest.copies) {
             if (copy.facts.ind == number && copy.now != nullptr) return unnested.number_of(*copy.now);
         }
         return std::nullopt;
     };
-    for (Copy& copy : nest.copies) {
+    for (CopiedLayer& copy : nest.copies) {
         if (copy.now == nullptr) continue;
         copy.now->rewrite_expressions([&](const std::string& text) -> std::optional<std::string> {
             std::string result;

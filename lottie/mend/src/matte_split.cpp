@@ -20,7 +20,7 @@ void join(Unnested& unnested, const LayerText& before, LayerText& user, LayerTex
 }  // namespace
 
 void mend_matte_split(Unnested& unnested, Nest& nest) {
-    for (Copy& copy : nest.copies) {
+    for (CopiedLayer& copy : nest.copies) {
         const auto matte = matte_inside(nest, copy);
         if (!matte || copy.now == nullptr || nest.copies[*matte].now == nullptr) continue;
         join(unnested, copy.before, *copy.now, *nest.copies[*matte].now);

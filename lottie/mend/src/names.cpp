@@ -34,17 +34,17 @@ void rename_references(LayerText& layer, const std::set<std::string>& from, cons
 }
 
 // The layer inside that an expression there meant by the name.
-Copy* meant_inside(Nest& nest, const std::string& name) {
-    for (Copy& copy : nest.copies) {
+CopiedLayer* meant_inside(Nest& nest, const std::string& name) {
+    for (CopiedLayer& copy : nest.copies) {
         if (Unnested::name_of(copy.before) == name) return &copy;
     }
     return nullptr;
 }
 
-void rename_copy(Unnested& unnested, Nest& nest, Copy& wanted, const std::string& name_inside) {
+void rename_copy(Unnested& unnested, Nest& nest, CopiedLayer& wanted, const std::string& name_inside) {
     const std::string name = Unnested::name_of(*wanted.now);
     if (unnested.find(name) != wanted.now) unnested.rename(*wanted.now);
-    for (Copy& copy : nest.copies) {
+    for (CopiedLayer& copy : nest.copies) {
         if (copy.now != nullptr) rename_references(*copy.now, {name, name_inside}, Unnested::name_of(*wanted.now));
     }
 }
@@ -53,9 +53,9 @@ void rename_copy(Unnested& unnested, Nest& nest, Copy& wanted, const std::string
 
 void mend_names(Unnested& unnested, Nest& nest) {
     std::set<std::string> names;
-    for (Copy& copy : nest.copies) names.merge(names_in(copy.before));
+    for (CopiedLayer& copy : nest.copies) names.merge(names_in(copy.before));
     for (const std::string& name : names) {
-        Copy* wanted = meant_inside(nest, name);
+        CopiedLayer* wanted = meant_inside(nest, name);
         if (wanted == nullptr || wanted->now == nullptr) continue;
         if (Unnested::name_of(*wanted->now) == name && unnested.find(name) == wanted->now) continue;
         rename_copy(unnested, nest, *wanted, name);
@@ -66,11 +66,11 @@ void mend_names(Unnested& unnested, Nest& nest) {
             LayerText* found = unnested.find(name);
             Nest* owner = found == nullptr ? nullptr : unnested.owner_of(*found);
             if (owner != &nest) continue;  // it means a layer that stayed, or another nest's remedy sees to it
-            for (Copy& copy : nest.copies) {
+            for (CopiedLayer& copy : nest.copies) {
                 if (copy.now != found) continue;
                 unnested.rename(*found);
                 if (names.contains(name) && meant_inside(nest, name) == &copy) {
-                    for (Copy& other : nest.copies) {
+                    for (CopiedLayer& other : nest.copies) {
                         if (other.now != nullptr) rename_references(*other.now, {name}, Unnested::name_of(*found));
                     }
                 }

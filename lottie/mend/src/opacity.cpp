@@ -64,7 +64,7 @@ std::string scaled(const Opacity& opacity, double factor, double shift) {
 void mend_opacity(Unnested&, Nest& nest) {
     const Opacity group = opacity_of(nest.layer.before);
     if (group.has_expression) return;
-    for (Copy& copy : nest.copies) {
+    for (CopiedLayer& copy : nest.copies) {
         if (copy.now == nullptr || copy.facts.is_matte) continue;
         const Opacity own = opacity_of(copy.before);
         if (own.has_expression || (!own.still && !group.still)) continue;

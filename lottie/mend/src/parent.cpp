@@ -8,7 +8,7 @@
 namespace lottie::mend {
 namespace {
 
-bool moves_along_path(Unnested& unnested, const Nest& nest, const Copy& copy) {
+bool moves_along_path(Unnested& unnested, const Nest& nest, const CopiedLayer& copy) {
     if (copy.now == nullptr || unnested.parent_inside(nest, copy.facts)) return false;
     const document::JsonTree& tree = copy.before.tree();
     const document::JsonNode* position = tree.member(tree.member(&tree.root(), "ks"), "p");
@@ -21,7 +21,7 @@ void mend_parent(Unnested& unnested, Nest& nest) {
     const auto parent = unnested.parent_in_stack(nest.facts());
     if (!parent) return;
     if (std::any_of(nest.copies.begin(), nest.copies.end(),
-                    [&](const Copy& copy) { return moves_along_path(unnested, nest, copy); })) {
+                    [&](const CopiedLayer& copy) { return moves_along_path(unnested, nest, copy); })) {
         return mend_place(unnested, nest);
     }
     KeptLayer& carrier = unnested.stack()[*parent];
@@ -31,7 +31,7 @@ void mend_parent(Unnested& unnested, Nest& nest) {
         nest.stand_in->set("parent", std::to_string(number));
         return;
     }
-    for (Copy& copy : nest.copies) {
+    for (CopiedLayer& copy : nest.copies) {
         if (copy.now != nullptr && copy.now->member("parent").empty()) copy.now->set("parent", std::to_string(number));
     }
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "document/json_text.h"
+#include "document/output_text.h"
 #include "document/patch.h"
 
 namespace lottie::mend {
@@ -103,7 +104,7 @@ std::string mapped_path(const std::string& property, const looks::PlaneMap& map)
             patch.replace(list->text, points_text(points));
         }
     }
-    document::Written out;
+    document::OutputText out;
     patch.write(property, all, out);
     return out.text();
 }

@@ -9,7 +9,7 @@ namespace lottie::mend {
 
 void mend_place(Unnested& unnested, Nest& nest) {
     const std::string stand_in = std::to_string(unnested.stand_in(nest));
-    for (Copy& copy : nest.copies) {
+    for (CopiedLayer& copy : nest.copies) {
         if (copy.now == nullptr) continue;
         const auto parent = unnested.parent_inside(nest, copy.facts);
         if (!parent) {

@@ -7,7 +7,7 @@
 namespace lottie::mend {
 namespace {
 
-void mend_copy(const Nest& nest, Copy& copy) {
+void mend_copy(const Nest& nest, CopiedLayer& copy) {
     double nest_in = nest.facts().in.value_or(0);
     double nest_out = nest.facts().out.value_or(0);
     if (nest.matte) {
@@ -32,7 +32,7 @@ void mend_copy(const Nest& nest, Copy& copy) {
 
 void mend_trim(Unnested&, Nest& nest) {
     if (nest.facts().remaps_time || nest.facts().stretch <= 0) return;
-    for (Copy& copy : nest.copies) {
+    for (CopiedLayer& copy : nest.copies) {
         if (copy.now != nullptr) mend_copy(nest, copy);
     }
 }

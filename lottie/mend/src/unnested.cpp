@@ -95,7 +95,7 @@ looks::Evaluation& Unnested::evaluation() {
 
 // The layer that the run made and hung copies of this nest on.
 void Unnested::find_stand_in(Nest& nest) {
-    for (const Copy& copy : nest.copies) {
+    for (const CopiedLayer& copy : nest.copies) {
         if (copy.now == nullptr) continue;
         const auto parent = copy.now->number("parent");
         if (!parent) continue;
@@ -125,13 +125,13 @@ std::optional<std::size_t> Unnested::parent_in_stack(const ScannedLayer& layer) 
 
 std::optional<std::size_t> Unnested::parent_inside(const Nest& nest, const ScannedLayer& layer) const {
     if (!layer.parent) return std::nullopt;
-    for (const Copy& copy : nest.copies) {
+    for (const CopiedLayer& copy : nest.copies) {
         if (&copy.facts != &layer && copy.facts.ind == layer.parent) return copy.inner;
     }
     return std::nullopt;
 }
 
-std::optional<std::size_t> matte_inside(const Nest& nest, const Copy& copy) {
+std::optional<std::size_t> matte_inside(const Nest& nest, const CopiedLayer& copy) {
     return matte_of(copy.inner, nest.copies.size(),
                     [&](std::size_t i) -> const ScannedLayer& { return nest.copies[i].facts; });
 }

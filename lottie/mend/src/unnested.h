@@ -25,8 +25,8 @@ struct KeptLayer {
 };
 
 // A layer out of a nest.
-struct Copy {
-    Copy(const std::string& text, std::size_t place, const document::ScannedLayer& layer)
+struct CopiedLayer {
+    CopiedLayer(const std::string& text, std::size_t place, const document::ScannedLayer& layer)
         : inner(place), facts(layer), before(text, layer.text) {}
 
     std::size_t inner;                    // place in the nest's composition
@@ -44,8 +44,8 @@ struct Nest {
 
     std::size_t place;  // in the stack before
     KeptLayer& layer;
-    std::string source;       // id of its composition
-    std::deque<Copy> copies;  // one for each layer of its composition, in the order of that
+    std::string source;              // id of its composition
+    std::deque<CopiedLayer> copies;  // one for each layer of its composition, in the order of that
     // A matte that became masks of the copies, which are never seen without it.
     struct Matte {
         const KeptLayer& layer;
@@ -61,7 +61,7 @@ struct Nest {
 };
 
 // The matte that a layer inside has, by its place there.
-std::optional<std::size_t> matte_inside(const Nest& nest, const Copy& copy);
+std::optional<std::size_t> matte_inside(const Nest& nest, const CopiedLayer& copy);
 
 class Unnested {
   public:

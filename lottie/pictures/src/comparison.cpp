@@ -36,7 +36,7 @@ class Search {
           width_(scaled(before.width())),
           height_(scaled(before.height())) {}
 
-    Comparison search(const std::vector<int>& look_at) {
+    PictureComparison search(const std::vector<int>& look_at) {
         const int step = count_ <= kFewFrames ? 1 : std::max(1, count_ / kCombFrames);
         for (int frame = 0; frame < count_; frame += step) look(frame);
         if (count_ > 0) look(count_ - 1);
@@ -72,8 +72,8 @@ class Search {
         return frames;
     }
 
-    Comparison result() const {
-        Comparison comparison;
+    PictureComparison result() const {
+        PictureComparison comparison;
         comparison.frames = static_cast<int>(seen_.size());
         for (const auto& [frame, d] : seen_) {
             if (frame != seen_.begin()->first && badness(d) <= badness(comparison.worst)) continue;
@@ -102,7 +102,7 @@ bool looks_equal(const Difference& difference) {
     return badness(difference) <= 1;
 }
 
-Comparison compare(const Animation& before, const Animation& after, const std::vector<int>& look_at) {
+PictureComparison compare(const Animation& before, const Animation& after, const std::vector<int>& look_at) {
     return Search(before, after).search(look_at);
 }
 

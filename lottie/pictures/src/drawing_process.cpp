@@ -99,7 +99,7 @@ class Taker {
     std::size_t at_ = 0;
 };
 
-std::string packed(const Comparison& comparison) {
+std::string packed(const PictureComparison& comparison) {
     std::string bytes;
     put(bytes, comparison.frames);
     put(bytes, comparison.worst_frame);
@@ -110,9 +110,9 @@ std::string packed(const Comparison& comparison) {
     return bytes;
 }
 
-Comparison unpacked(const std::string& bytes) {
+PictureComparison unpacked(const std::string& bytes) {
     Taker taker(bytes);
-    Comparison comparison;
+    PictureComparison comparison;
     comparison.frames = taker.take<int>();
     comparison.worst_frame = taker.take<int>();
     comparison.worst = taker.take<Difference>();
@@ -141,8 +141,8 @@ std::string run_in_child(const std::function<std::string()>& work, DrawingBudget
     throw std::runtime_error(std::string("no process for the renderer can be started: ") + reason.what());
 }
 
-Comparison compare_in_child(const std::string& before, const std::string& after, const std::vector<int>& look_at,
-                            DrawingBudget& budget) {
+PictureComparison compare_in_child(const std::string& before, const std::string& after, const std::vector<int>& look_at,
+                                   DrawingBudget& budget) {
     return unpacked(
         run_in_child([&] { return packed(compare(Animation(before), Animation(after), look_at)); }, budget));
 }

@@ -236,68 +236,36 @@ void add_project_suites(SuiteTables& tables);
 void add_layer_suites(SuiteTables& tables);
 void add_stream_suites(SuiteTables& tables);
 
-// ---- Handles
-
-inline AEGP_ItemH handle(Item* item) {
-    return reinterpret_cast<AEGP_ItemH>(item);
-}
-inline AEGP_CompH handle(Comp* comp) {
-    return reinterpret_cast<AEGP_CompH>(comp);
-}
-inline AEGP_LayerH handle(Layer* layer) {
-    return reinterpret_cast<AEGP_LayerH>(layer);
-}
-inline AEGP_StreamRefH handle(Stream* stream) {
-    return reinterpret_cast<AEGP_StreamRefH>(stream);
-}
-inline AEGP_EffectRefH handle(Effect* effect) {
-    return reinterpret_cast<AEGP_EffectRefH>(effect);
-}
-inline AEGP_Collection2H handle(Collection* collection) {
-    return reinterpret_cast<AEGP_Collection2H>(collection);
-}
-inline AEGP_MemHandle handle(Memory* memory) {
-    return reinterpret_cast<AEGP_MemHandle>(memory);
-}
-inline AEGP_AddKeyframesInfoH handle(Batch* batch) {
-    return reinterpret_cast<AEGP_AddKeyframesInfoH>(batch);
-}
+// ---- Handles, and arguments as text
 
 template <class T, class H>
 T* object(H handle) {
     return reinterpret_cast<T*>(handle);
 }
 
-// ---- Arguments as text
-
 template <class T>
 std::string label_of(const T* object) {
     return object == nullptr ? "null" : object->label;
 }
-inline std::string text_of(AEGP_ItemH item) {
-    return label_of(object<Item>(item));
-}
-inline std::string text_of(AEGP_CompH comp) {
-    return label_of(object<Comp>(comp));
-}
-inline std::string text_of(AEGP_LayerH layer) {
-    return label_of(object<Layer>(layer));
-}
-inline std::string text_of(AEGP_StreamRefH stream) {
-    return label_of(object<Stream>(stream));
-}
-inline std::string text_of(AEGP_EffectRefH effect) {
-    return label_of(object<Effect>(effect));
-}
-inline std::string text_of(AEGP_Collection2H collection) {
-    return label_of(object<Collection>(collection));
-}
-inline std::string text_of(AEGP_MemHandle memory) {
-    return label_of(object<Memory>(memory));
-}
-inline std::string text_of(AEGP_AddKeyframesInfoH batch) {
-    return label_of(object<Batch>(batch));
-}
+
+// The handle of each kind of object, and the object's label as the handle's text.
+#define FAKE_HANDLE(Object, Handle)           \
+    inline Handle handle(Object* one) {       \
+        return reinterpret_cast<Handle>(one); \
+    }                                         \
+    inline std::string text_of(Handle one) {  \
+        return label_of(object<Object>(one)); \
+    }
+FAKE_HANDLE(Item, AEGP_ItemH)
+FAKE_HANDLE(Comp, AEGP_CompH)
+FAKE_HANDLE(Layer, AEGP_LayerH)
+FAKE_HANDLE(Stream, AEGP_StreamRefH)
+FAKE_HANDLE(Effect, AEGP_EffectRefH)
+FAKE_HANDLE(Collection, AEGP_Collection2H)
+FAKE_HANDLE(Memory, AEGP_MemHandle)
+FAKE_HANDLE(Batch, AEGP_AddKeyframesInfoH)
+#undef FAKE_HANDLE
+
 inline std::string text_of(const A_Time& time) {
     return std::to_string(time.value) + "/" + std::to_string(time.scale);
 }

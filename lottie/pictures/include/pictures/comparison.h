@@ -11,7 +11,7 @@ namespace lottie::pictures {
 // Measured on real files with this renderer, 400 pixels wide, over white: pairs that people call equal stay within.
 bool looks_equal(const Difference& difference);
 
-struct Comparison {
+struct PictureComparison {
     int frames = 0;       // that were drawn of each
     int worst_frame = 0;  // counted as Animation::frame does
     Difference worst;
@@ -22,6 +22,6 @@ struct Comparison {
 
 // Draws the same frames of both, 400 pixels wide: all of them if they are few; else a fine comb, the frames in
 // `look_at`, and finer ones around the worst frames. Frames that one animation lacks are not compared.
-Comparison compare(const Animation& before, const Animation& after, const std::vector<int>& look_at = {});
+PictureComparison compare(const Animation& before, const Animation& after, const std::vector<int>& look_at = {});
 
 }  // namespace lottie::pictures

@@ -23,7 +23,7 @@ struct DrawingBudget {
 std::string run_in_child(const std::function<std::string()>& work, DrawingBudget& budget);
 
 // compare() for the text of two animations. Throws as run_in_child() does; also when the renderer refuses one of them.
-Comparison compare_in_child(const std::string& before, const std::string& after, const std::vector<int>& look_at,
-                            DrawingBudget& budget);
+PictureComparison compare_in_child(const std::string& before, const std::string& after, const std::vector<int>& look_at,
+                                   DrawingBudget& budget);
 
 }  // namespace lottie::pictures
