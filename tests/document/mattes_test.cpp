@@ -8,6 +8,13 @@ namespace {
 
 const std::string kMatte = shape_layer(1, "matte", {{"td", "1"}});
 
+// In a host where a matte is a link.
+Document read_with_links(std::string text) {
+    Document document = Document::read(std::move(text));
+    document.project().rules().mattes_by_position = false;
+    return document;
+}
+
 TEST(Mattes, without_a_name_the_layer_directly_above_is_the_matte) {
     const Document document =
         Document::read(animation(shape_layer(3, "top") + "," + kMatte + "," + shape_layer(2, "user", {{"tt", "4"}})));
@@ -24,7 +31,7 @@ TEST(Mattes, a_named_matte_may_stand_anywhere) {
 
 TEST(Mattes, the_matte_is_named_once_another_layer_stands_above_its_user) {
     const Document document =
-        Document::read(animation(kMatte + "," + shape_layer(2, "user", {{"tt", "1"}}) + "," + shape_layer(3, "x")));
+        read_with_links(animation(kMatte + "," + shape_layer(2, "user", {{"tt", "1"}}) + "," + shape_layer(3, "x")));
     layer_of(document, "x").move_to(1);
     const std::string user = object_named(document.write(), "user");
     EXPECT_EQ(member(user, "tt"), "1");
@@ -36,8 +43,8 @@ TEST(Mattes, the_matte_is_named_once_another_layer_stands_above_its_user) {
 
 TEST(Mattes, naming_the_matte_gives_it_a_number_if_it_has_none) {
     const Document document =
-        Document::read(animation(shape_layer(1, "matte", {{"td", "1"}, {"ind", ""}}) + "," +
-                                 shape_layer(2, "user", {{"tt", "1"}}) + "," + shape_layer(3, "x")));
+        read_with_links(animation(shape_layer(1, "matte", {{"td", "1"}, {"ind", ""}}) + "," +
+                                  shape_layer(2, "user", {{"tt", "1"}}) + "," + shape_layer(3, "x")));
     layer_of(document, "x").move_to(1);
     const std::string text = document.write();
     EXPECT_EQ(member(object_named(text, "matte"), "ind"), "4");
@@ -45,7 +52,7 @@ TEST(Mattes, naming_the_matte_gives_it_a_number_if_it_has_none) {
 }
 
 TEST(Mattes, a_user_that_lost_its_matte_no_longer_asks_for_one) {
-    const Document document = Document::read(
+    const Document document = read_with_links(
         animation(shape_layer(3, "top") + "," + kMatte + "," + shape_layer(2, "user", {{"tt", "1"}, {"tp", "1"}})));
     layer_of(document, "matte").remove();
     const std::string user = object_named(document.write(), "user");
@@ -63,7 +70,7 @@ TEST(Mattes, a_matte_whose_user_is_gone_is_a_hidden_layer) {
 }
 
 TEST(Mattes, a_copied_matte_without_its_user_is_a_hidden_layer_and_the_copied_user_has_no_matte) {
-    const Document document = Document::read(
+    const Document document = read_with_links(
         animation(nest_layer(1, "nest", "n"), nest_asset("n", kMatte + "," + shape_layer(2, "user", {{"tt", "1"}}))));
     host::model::Comp& nest = comp_of(document, "nest");
     host::model::Comp& main = document.main_comp();
@@ -75,6 +82,21 @@ TEST(Mattes, a_copied_matte_without_its_user_is_a_hidden_layer_and_the_copied_us
     EXPECT_EQ(member(object_named(layers, "matte"), "hd"), "true");
     EXPECT_EQ(member(object_named(layers, "user"), "tt"), "");
     EXPECT_NE(text.find(nest_asset("n", kMatte + "," + shape_layer(2, "user", {{"tt", "1"}}))), std::string::npos);
+}
+
+TEST(Mattes, by_position_are_those_of_copies_too_and_need_no_name) {
+    const std::string user = shape_layer(2, "user", {{"tt", "1"}, {"tp", "1"}});
+    const Document document =
+        Document::read(animation(nest_layer(1, "nest", "n"), nest_asset("n", kMatte + "," + user)));
+    host::model::Comp& nest = comp_of(document, "nest");
+    document.main_comp().copy_layer_here(layer_of(nest, "user"));
+    document.main_comp().copy_layer_here(layer_of(nest, "matte"));
+    const std::string text = document.write();
+    const Document reread = Document::read(text);
+    EXPECT_EQ(layer_of(reread, "user").matte(), &layer_of(reread, "matte"));
+    const std::string layers = text.substr(text.find("],\"layers\":["));
+    EXPECT_EQ(member(object_named(layers, "matte"), "td"), "1");
+    EXPECT_EQ(member(object_named(layers, "user"), "tt"), "1");
 }
 
 TEST(Mattes, a_matte_that_nobody_used_stays_as_it_was_and_so_do_its_copies) {

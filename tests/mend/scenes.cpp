@@ -65,8 +65,12 @@ std::vector<Scene> place_scenes() {
 
 std::vector<Scene> matte_scenes() {
     return {
-        {Reason::matte_split, "a matte inside", Outcome::mended,
+        {Reason::matte_split, "a matte right above its layer", Outcome::untouched,
          inside({kMatte, kMatted, solid(3, "blue", 40, 40, "#0000ff")})},
+        {Reason::matte_split, "a matte that is named, another layer being between", Outcome::mended,
+         inside({kMatte, solid(3, "blue", 40, 40, "#0000ff"),
+                 solid(2, "matted", 60, 60, "#ff0000", {{"ks", at(10, 10)}, {"tt", "1"}, {"tp", "1"}})}),
+         false},
     };
 }
 

@@ -19,6 +19,7 @@ using Names = std::vector<std::string>;
 struct FamilyScene : Scene {
     explicit FamilyScene(HostRules rules = {})
         : Scene(rules), child(layer("Child")), user(layer("User")), parent(layer("Parent")) {
+        project.rules().mattes_by_position = false;
         parent.stream(kRotation).set_static_value(value(30));
         child.load_parent(&parent);
         user.load_matte(&parent, MatteType::alpha);

@@ -177,7 +177,7 @@ void find_given_matte(Unnesting& u) {
         u.add({Reason::matte_given,
                weight_if_seen(u, Weight::change),
                (users > 0 ? "it is the matte of " + layers_named(first->name, users) + ", which " +
-                                in_number(users, "loses its", "lose their") + " matte; the copies are drawn"
+                                in_number(users, "loses", "lose") + " it; the copies are drawn"
                           : "it is marked as a matte and not drawn; the copies are drawn") +
                    unless_seen(u),
                "keep this nest",
