@@ -219,7 +219,9 @@ TEST(RunOutput, want_of_memory_is_a_sentence) {
                 exflate(sandbox, {.arguments = {command, "a.json"}, .most_memory = megabytes << 20});
             EXPECT_LE(finished.exit_code, 4) << finished.err;
             EXPECT_THAT(finished.err, Not(HasSubstr("bad_alloc")));
-            if (finished.exit_code > 1) EXPECT_THAT(finished.err, HasSubstr("memory"));
+            if (finished.exit_code > 1) {
+                EXPECT_THAT(finished.err, HasSubstr("memory"));
+            }
             EXPECT_EQ(sandbox.read("a.json"), before);
         }
     }
