@@ -12,6 +12,7 @@
 #include "cli/shared/trial.h"
 #include "cli/shared/unnest.h"
 #include "run/judged_run.h"
+#include "run/look_hint.h"
 #include "run/run_journal.h"
 #include "run/summary.h"
 #include "shared/dialog_window.h"
@@ -30,6 +31,7 @@ struct AnimationResult {
     std::string composition = {};
     UnnestRecord record = {};
     std::vector<JudgedNest> judged = {};  // of a judged run
+    std::string look_hint = {};           // of a run that was not judged
     Sizes sizes = {};                     // of the text, unpacked
     std::string skip_reason = {};         // empty: the animation was changed
 };
@@ -126,6 +128,7 @@ class Run {
         print_log(console_, result.label, result.record);
         print_judged_nests(console_, result.label, result.judged);
         print_success(console_, result.label, result.composition, result.record, result.sizes, output);
+        if (!result.look_hint.empty()) console_.say(Tone::warning, result.label, result.look_hint);
     }
 
     // The animations after it. One that lacks what the options name stays as it was if another has it.
@@ -192,7 +195,9 @@ class Run {
                 host::runner::Session session(document.project(), settings_, dialogs, limits.scripts);
                 context.observe(session);
                 start_plugin(session, plugin_, result.record);
+                LookHint hint(document, comp, nests, options_.recursive);
                 unnest(session, comp, nests, options_.recursive, *limits.work, result.record);
+                result.look_hint = hint.after(result.record);
             }
         } catch (const lottie::looks::TooMuchWork& refused) {
             throw too_much_work(refused);

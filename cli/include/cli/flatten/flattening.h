@@ -14,6 +14,7 @@ namespace cli {
 
 // What became of one nest of the input.
 struct FlattenedNest {
+    std::size_t origin = 0;   // its number among the nests of the input
     std::string composition;  // asset id; empty for the main one
     std::string composition_name;
     std::size_t number = 0;  // in the stack of the input, from 1
