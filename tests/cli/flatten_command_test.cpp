@@ -164,4 +164,19 @@ TEST(Flatten, keep_look_leaves_what_would_change) {
     EXPECT_THAT(layer_names(finished.out), ElementsAre("Inner", "dot", "Soft"));
 }
 
+TEST(Flatten, a_run_that_mends_un_nests_everything_and_gives_back_what_that_lost) {
+    std::string nest = test::nest_layer(1, "Nest", "inside");
+    nest.replace(nest.find(R"("op":50)"), 7, R"("op":20)");
+    const std::string text = test::animation({test::asset("inside", "Inside", {test::shape_layer(1, "x")})}, {nest});
+    const Finished mended = exflate_on(text, {"--mend"});
+    EXPECT_EQ(mended.exit_code, 0);
+    EXPECT_THAT(layer_names(mended.out), ElementsAre("x"));
+    EXPECT_THAT(mended.out, HasSubstr(R"("op":20)"));
+    EXPECT_THAT(mended.err, EndsWith("; every look is kept\n"));
+    EXPECT_EQ(exflate_on(test::three_nests(), {"--mend"}).out, exflate_on(test::three_nests()).out);
+    const Finished still = exflate_on(flat_and_blurred(), {"--mend"});
+    EXPECT_THAT(layer_names(still.out), ElementsAre("Inner", "dot", "one", "two"));
+    EXPECT_THAT(still.err, EndsWith("1 of 2 looks changes\n"));
+}
+
 }  // namespace

@@ -72,7 +72,7 @@ bool Flattened::is_as_asked() const {
 
 Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options) {
     lottie::document::Document document = parse_input(text);
-    Flattened flattened{text, {}, 0, document.warnings()};
+    Flattened flattened{text, {}, 0, document.warnings(), ""};
     if (document.is_passed_on()) return flattened;
     FlatteningState state(text, plugin, options);
     if (options.composition.empty() && options.layers.empty()) {

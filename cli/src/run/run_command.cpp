@@ -13,6 +13,7 @@
 #include "cli/shared/unnest.h"
 #include "run/judged_run.h"
 #include "run/look_hint.h"
+#include "run/mended_run.h"
 #include "run/run_journal.h"
 #include "run/summary.h"
 #include "shared/dialog_window.h"
@@ -32,6 +33,7 @@ struct AnimationResult {
     UnnestRecord record = {};
     std::vector<JudgedNest> judged = {};  // of a judged run
     std::string look_hint = {};           // of a run that was not judged
+    std::string mended = {};              // the animation, of a run that mends
     Sizes sizes = {};                     // of the text, unpacked
     std::string skip_reason = {};         // empty: the animation was changed
 };
@@ -174,7 +176,12 @@ class Run {
             return write_animation(document);
         }
         unnest_all(document, comp, nests, result);
-        lottie::document::OutputText written = write_animation(document);
+        lottie::document::OutputText written;
+        if (options_.mend) {
+            written.append(result.mended);
+        } else {
+            written = write_animation(document);
+        }
         result.sizes = {document.text().size(), written.size()};
         return written;
     }
@@ -196,8 +203,16 @@ class Run {
                 context.observe(session);
                 start_plugin(session, plugin_, result.record);
                 LookHint hint(document, comp, nests, options_.recursive);
+                Origins origins(comp, nests);
                 unnest(session, comp, nests, options_.recursive, *limits.work, result.record);
-                result.look_hint = hint.after(result.record);
+                if (options_.mend) {
+                    MendedRun mended = mend_run(document.text(), write_animation(document).text(),
+                                                origins.change_to(comp, document.comp_id(comp)));
+                    result.mended = std::move(mended.text);
+                    result.look_hint = std::move(mended.summary);
+                } else {
+                    result.look_hint = hint.after(result.record);
+                }
             }
         } catch (const lottie::looks::TooMuchWork& refused) {
             throw too_much_work(refused);

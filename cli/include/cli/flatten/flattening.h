@@ -35,6 +35,7 @@ struct Flattened {
     std::vector<FlattenedNest> nests;  // innermost compositions first, each from top to bottom
     std::size_t nests_left = 0;        // that can be seen
     std::vector<lottie::document::InputError> warnings;
+    std::string skipped;  // why nothing was done; empty otherwise
 
     // Every nest that was to become flat did, and looks as it did.
     bool is_as_asked() const;
