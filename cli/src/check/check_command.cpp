@@ -40,13 +40,17 @@ void add_proof(const std::string& before, NestTrial& trial, lottie::pictures::Dr
     }
 }
 
-// Compositions are drawn once each, the main one in any case; a nest that stays has nothing to show.
-void add_proofs(const std::string& before, const std::string& after, const Console& console,
+// The main composition is drawn once, and once the one whose nests were asked for. Others that became flat as parts of
+// the whole have nobody left who knows their size; a nest that stays has nothing to show.
+void add_proofs(const std::string& before, const std::string& after, bool is_whole, const Console& console,
                 lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
     std::map<std::string, NestTrial> drawn;
     drawn[""];
+    const auto is_drawn = [&](const CheckedNest& nest) {
+        return nest.flattened->kept_because.empty() && (nest.composition.empty() || !is_whole);
+    };
     for (const CheckedNest& nest : checked.nests) {
-        if (!nest.flattened->kept_because.empty()) continue;
+        if (!is_drawn(nest)) continue;
         auto& findings = drawn[nest.composition].nest.report.findings;
         findings.insert(findings.end(), nest.report.findings.begin(), nest.report.findings.end());
     }
@@ -58,7 +62,7 @@ void add_proofs(const std::string& before, const std::string& after, const Conso
         add_proof(before, trial, budget);
     }
     for (CheckedNest& nest : checked.nests) {
-        if (!nest.flattened->kept_because.empty()) continue;
+        if (!is_drawn(nest)) continue;
         nest.proof = drawn[nest.composition].nest.proof;
         nest.proof_problem = drawn[nest.composition].nest.proof_problem;
     }
@@ -83,7 +87,8 @@ void check_flattening(const std::string& text, const Options& options, const hos
         one.report = {nest.number - 1, nest.name, nest.verdict, nest.findings, 0};
         one.flattened = {nest.kept_because, nest.mended};
     }
-    if (options.prove) add_proofs(text, flattened.text, console, budget, checked);
+    const bool is_whole = options.composition.empty() && options.layers.empty();
+    if (options.prove) add_proofs(text, flattened.text, is_whole, console, budget, checked);
 }
 
 // Throws Failure.

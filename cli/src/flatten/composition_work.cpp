@@ -10,12 +10,10 @@
 namespace cli {
 namespace {
 
-using lottie::looks::Finding;
 using lottie::looks::NestReport;
 using lottie::looks::Origin;
 using lottie::looks::Reason;
 using lottie::looks::Verdict;
-using lottie::looks::Weight;
 using lottie::mend::Mending;
 using lottie::mend::Workbench;
 
@@ -79,158 +77,195 @@ struct CompositionWork::Attempt {
         return {mended_layers.begin(), mended_layers.end()};
     }
     lottie::looks::StackChange change() const { return mending == nullptr ? trial.change : mending->change(); }
-    bool changes() const {
-        return std::any_of(reports.begin(), reports.end(),
-                           [](const NestReport& report) { return report.verdict == Verdict::changes; });
-    }
 };
 
 CompositionWork::CompositionWork(FlatteningState& state, std::size_t composition)
-    : state_(state), composition_(composition) {
-    for (std::size_t place = 0; place < state.bench.layer_count(composition); ++place)
-        place_before_.emplace_back(place);
+    : state_(state), composition_(composition), next_layer_(state.bench.layer_count(composition)) {
+    for (std::size_t layer = 0; layer < next_layer_; ++layer) stack_.push_back(layer);
 }
 
-std::vector<FlattenedNest> CompositionWork::work(const Places& places) {
-    Places wanted;
+void CompositionWork::work(const std::set<std::size_t>& places, bool goes_deeper) {
+    Layers layers = places;
+    while (!layers.empty()) {
+        const std::size_t first_new = next_layer_;
+        try {
+            un_nest(without_large(without_asked_for(layers)));
+        } catch (const lottie::looks::TooMuchWork&) {
+            for (const Workbench::Nest& nest : nests_among(layers)) {
+                if (!entry(stack_[nest.place]).is_kept()) keep(stack_[nest.place], kTooMuchWork);
+            }
+            return;
+        }
+        layers.clear();
+        if (!goes_deeper) return;
+        for (const Workbench::Nest& nest : state_.bench.nests(composition_)) {
+            if (stack_[nest.place] >= first_new) layers.insert(stack_[nest.place]);
+        }
+    }
+}
+
+std::vector<Workbench::Nest> CompositionWork::nests_among(const Layers& layers) const {
+    std::vector<Workbench::Nest> nests;
     for (const Workbench::Nest& nest : state_.bench.nests(composition_)) {
-        if (!places.contains(nest.place)) continue;
-        FlattenedNest& entry = entries_.emplace_back();
-        entry.composition = state_.bench.id(composition_);
-        entry.composition_name = state_.bench.name(composition_);
-        entry.number = nest.place + 1;
-        entry.name = nest.name;
-        entry.layers = state_.bench.layer_count(nest.source);
+        if (layers.contains(stack_[nest.place])) nests.push_back(nest);
+    }
+    return nests;
+}
+
+FlattenedNest& CompositionWork::entry(std::size_t layer) {
+    const Workbench::Nest nest = nests_among({layer}).at(0);
+    const auto [found, is_new] = state_.nest_of_origin.emplace(nest.origin, state_.nests.size());
+    if (is_new) {
+        FlattenedNest& made = state_.nests.emplace_back();
+        made.origin = nest.origin;
+        made.composition = state_.bench.id(composition_);
+        made.composition_name = state_.bench.name(composition_);
+        made.number = nest.place + 1;
+        made.name = nest.name;
+        made.layers = state_.bench.layer_count(nest.source);
+    }
+    return state_.nests[found->second];
+}
+
+void CompositionWork::keep(std::size_t layer, const std::string& reason) {
+    entry(layer).kept_because = reason;
+}
+
+CompositionWork::Layers CompositionWork::without_asked_for(const Layers& layers) {
+    Layers free;
+    for (const Workbench::Nest& nest : nests_among(layers)) {
+        const std::size_t layer = stack_[nest.place];
+        entry(layer);
         std::string reason = state_.bench.asked_for(nest.source);
         if (reason.empty()) reason = state_.bench.asked_for(composition_);
         if (reason.empty() || state_.options.all) {
-            wanted.insert(nest.place);
+            free.insert(layer);
         } else {
-            keep(nest.place, std::string(code(Reason::composition_reference)) + ": " + reason);
+            keep(layer, std::string(code(Reason::composition_reference)) + ": " + reason);
         }
     }
-    try {
-        un_nest(without_large(wanted));
-    } catch (const lottie::looks::TooMuchWork&) {
-        for (const std::size_t place : wanted) {
-            const bool is_here = std::find(place_before_.begin(), place_before_.end(), place) != place_before_.end();
-            if (is_here && !entry_at(place).is_kept()) keep(place, kTooMuchWork);
-        }
-    }
-    return std::move(entries_);
+    return free;
 }
 
-// Goes by how much text would come out; one nest of several that share a composition comes without growth, the last.
-CompositionWork::Places CompositionWork::without_large(const Places& places) {
-    Places small;
+// Goes by how much text would come out; of several nests that share a composition the last comes without growth.
+CompositionWork::Layers CompositionWork::without_large(const Layers& layers) {
+    Layers small;
     std::map<std::size_t, std::size_t> uses;
     double bytes = static_cast<double>(state_.bench.byte_count());
-    for (const Workbench::Nest& nest : state_.bench.nests(composition_)) {
-        if (!places.contains(nest.place)) continue;
+    for (const Workbench::Nest& nest : nests_among(layers)) {
         std::size_t& left = uses.try_emplace(nest.source, state_.bench.use_count(nest.source)).first->second;
         const double more = left > 1 ? static_cast<double>(state_.bench.layer_bytes(nest.source)) : 0;
-        if (bytes + more > state_.most_bytes && left > 1) {
-            keep(nest.place, kTooLarge);
+        if (more > 0 && bytes + more > state_.most_bytes) {
+            keep(stack_[nest.place], kTooLarge);
             continue;
         }
         bytes += more;
         --left;
-        small.insert(nest.place);
+        small.insert(stack_[nest.place]);
     }
     return small;
 }
 
-void CompositionWork::un_nest(Places places) {
-    while (!places.empty()) {
-        Attempt tried = attempt(places);
-        const Refused refused = refused_of(tried, places);
+void CompositionWork::un_nest(Layers layers) {
+    while (!layers.empty()) {
+        Attempt tried = attempt(layers);
+        const Refused refused = refused_of(tried, layers);
         if (refused.empty()) return accept(tried);
         // What a run does to other layers is reported of each of its nests.
-        if (refused.size() == places.size() && places.size() > 1) {
-            const auto middle = std::next(places.begin(), static_cast<std::ptrdiff_t>(places.size() / 2));
-            un_nest({places.begin(), middle});
-            places.erase(places.begin(), middle);
+        if (refused.size() == layers.size() && layers.size() > 1) {
+            const auto middle = std::next(layers.begin(), static_cast<std::ptrdiff_t>(layers.size() / 2));
+            un_nest({layers.begin(), middle});
+            layers.erase(layers.begin(), middle);
             continue;
         }
-        for (const auto& [place, reason] : refused) {
-            keep(place, reason);
-            places.erase(place);
+        for (const auto& [layer, reason] : refused) {
+            keep(layer, reason);
+            layers.erase(layer);
         }
     }
 }
 
-CompositionWork::Attempt CompositionWork::attempt(const Places& places) {
+CompositionWork::Attempt CompositionWork::attempt(const Layers& layers) {
     if (!stage_) stage_ = std::make_shared<Stage>(state_, composition_);
     state_.bytes_to_read -= static_cast<double>(stage_->before.size());
     if (state_.bytes_to_read < 0) throw lottie::looks::TooMuchWork();
     const auto stack = stage_->comp.stack().to_vector();
     std::vector<host::model::Layer*> nests;
-    for (std::size_t i = 0; i < stack.size(); ++i) {
-        if (place_before_[i] && places.contains(*place_before_[i])) nests.push_back(stack[i]);
-    }
+    for (const Workbench::Nest& nest : nests_among(layers)) nests.push_back(stack.at(nest.place));
     Attempt tried{stage_->trials.run(stage_->comp, nests), nullptr, {}, {}};
-    const auto judge = [&] {
-        tried.reports = state_.judge.compare(tried.change(), {tried.layers(), {}, state_.bench.byte_count()});
-    };
-    judge();
-    const auto cuts_add_up = [&] {
-        double unseen = 0;
-        for (const NestReport& report : tried.reports) unseen += report.unseen * state_.shown[composition_];
-        return unseen > state_.unseen_left;
-    };
-    if (tried.changes() || cuts_add_up()) {
-        tried.mending = std::make_unique<Mending>(stage_->before, stage_->document.write(), tried.trial.change);
-        tried.mended_layers = tried.mending->layers();
-        while ((tried.changes() || cuts_add_up()) && tried.mending->answer(tried.reports, cuts_add_up())) {
-            tried.mended_layers = tried.mending->layers();
-            judge();
-        }
-    }
+    tried.reports = state_.judge.compare(tried.change(), {tried.layers(), {}, state_.bench.byte_count()});
+    mend(tried);
     stage_->trials.undo();
     for (const NestReport& report : tried.reports) {
-        FlattenedNest& entry = entry_at(*place_before_[report.nest]);
-        entry.verdict = report.verdict;
-        entry.findings = report.findings;
-        entry.mended = tried.mending ? tried.mending->mended(report.nest) : std::vector<Reason>();
+        FlattenedNest& nest = entry(stack_[report.nest]);
+        nest.verdict = report.verdict;
+        nest.findings = report.findings;
+        nest.mended = tried.mending ? tried.mending->mended(report.nest) : std::vector<Reason>();
     }
     return tried;
 }
 
-CompositionWork::Refused CompositionWork::refused_of(const Attempt& tried, const Places& places) {
+// Whether the nest looks other than it may. What nobody sees of one nest adds up over several, and over the times that
+// the picture shows them.
+bool CompositionWork::is_seen(const NestReport& report, double unseen_before) const {
+    if (report.verdict > (state_.options.exact ? Verdict::exact : Verdict::equal_to_the_eye)) return true;
+    const double more = report.unseen * state_.shown[composition_];
+    return more > 0 && unseen_before + more > state_.unseen_left;
+}
+
+// As long as there is something that is seen, and a remedy for it.
+void CompositionWork::mend(Attempt& tried) {
+    while (true) {
+        std::vector<NestReport> seen;
+        double unseen = 0;
+        bool cuts_add_up = false;
+        for (const NestReport& report : tried.reports) {
+            if (!is_seen(report, unseen)) {
+                unseen += report.unseen * state_.shown[composition_];
+                continue;
+            }
+            cuts_add_up = cuts_add_up || report.verdict == Verdict::equal_to_the_eye;
+            seen.push_back(report);
+        }
+        if (seen.empty()) return;
+        if (!tried.mending)
+            tried.mending = std::make_unique<Mending>(stage_->before, stage_->document.write(), tried.trial.change);
+        const bool is_mended = tried.mending->answer(seen, cuts_add_up);
+        tried.mended_layers = tried.mending->layers();
+        if (!is_mended) return;
+        tried.reports = state_.judge.compare(tried.change(), {tried.layers(), {}, state_.bench.byte_count()});
+    }
+}
+
+CompositionWork::Refused CompositionWork::refused_of(const Attempt& tried, const Layers& layers) {
     Refused refused;
     double unseen = 0;
     for (const NestReport& report : tried.reports) {
-        const std::size_t place = *place_before_[report.nest];
-        if (state_.options.all) continue;
-        // What nobody sees of one nest adds up over several, and over the times that the picture shows them.
-        const double more = report.unseen * state_.shown[composition_];
-        if (report.verdict > (state_.options.exact ? Verdict::exact : Verdict::equal_to_the_eye)) {
-            refused.emplace(place, main_reason(report.findings));
-        } else if (more > 0 && unseen + more > state_.unseen_left) {
-            refused.emplace(place,
-                            main_reason(report.findings) + ", but the eye would see what this and others add up to");
-        } else {
-            unseen += more;
+        if (state_.options.all) break;
+        if (!is_seen(report, unseen)) {
+            unseen += report.unseen * state_.shown[composition_];
+            continue;
         }
+        const bool adds_up = report.verdict != Verdict::changes && !state_.options.exact;
+        refused.emplace(stack_[report.nest], main_reason(report.findings) +
+                                                 (adds_up ? ", but with others like it the eye would see it" : ""));
     }
     if (refused.empty()) {
-        for (const std::size_t place : too_large(tried, places)) refused.emplace(place, kTooLarge);
+        for (const std::size_t layer : too_large(tried, layers)) refused.emplace(layer, kTooLarge);
     }
     return refused;
 }
 
 // Half of the shared ones if the result is too large after all; more if that is not enough.
-std::vector<std::size_t> CompositionWork::too_large(const Attempt& tried, const Places& places) {
+std::vector<std::size_t> CompositionWork::too_large(const Attempt& tried, const Layers& layers) {
     double bytes =
         static_cast<double>(state_.bench.byte_count()) - static_cast<double>(state_.bench.layer_bytes(composition_));
     for (const std::string_view layer : tried.layers()) bytes += static_cast<double>(layer.size() + 1);
     std::vector<std::size_t> shared;
     std::map<std::size_t, std::size_t> used_here;
-    for (const Workbench::Nest& nest : state_.bench.nests(composition_)) {
-        const auto place = place_before_[nest.place];
-        if (!place || !places.contains(*place)) continue;
+    for (const Workbench::Nest& nest : nests_among(layers)) {
         const std::size_t uses = state_.bench.use_count(nest.source);
-        if (uses > 1) shared.push_back(*place);
+        if (uses > 1) shared.push_back(stack_[nest.place]);
         if (++used_here[nest.source] == uses) bytes -= static_cast<double>(state_.bench.layer_bytes(nest.source));
     }
     if (bytes <= state_.most_bytes) return {};
@@ -239,23 +274,17 @@ std::vector<std::size_t> CompositionWork::too_large(const Attempt& tried, const 
 
 void CompositionWork::accept(Attempt& tried) {
     state_.judge.accept();
-    for (const NestReport& report : tried.reports) state_.unseen_left -= report.unseen * state_.shown[composition_];
+    for (const NestReport& report : tried.reports) {
+        state_.unseen_left -= report.unseen * state_.shown[composition_];
+        state_.flat.insert(entry(stack_[report.nest]).origin);
+    }
     const lottie::looks::StackChange change = tried.change();
     state_.bench.put_back(composition_, change, tried.layers());
-    std::vector<std::optional<std::size_t>> now;
+    std::vector<std::size_t> now;
     for (const Origin& origin : change.after)
-        now.push_back(origin.kind == Origin::Kind::kept ? place_before_[origin.layer] : std::nullopt);
-    place_before_ = std::move(now);
+        now.push_back(origin.kind == Origin::Kind::kept ? stack_[origin.layer] : next_layer_++);
+    stack_ = std::move(now);
     stage_.reset();
-}
-
-void CompositionWork::keep(std::size_t place, const std::string& reason) {
-    entry_at(place).kept_because = reason;
-}
-
-FlattenedNest& CompositionWork::entry_at(std::size_t place) {
-    return *std::find_if(entries_.begin(), entries_.end(),
-                         [&](const FlattenedNest& entry) { return entry.number == place + 1; });
 }
 
 }  // namespace cli

@@ -30,35 +30,46 @@ struct FlatteningState {
     double unseen_left = 1;     // of what may differ unseen, as the judge counts it
     double bytes_to_read;       // in attempts, before what is left stays as it is
     double most_bytes;          // that the animation may come to by un-nesting nests of shared compositions
+
+    // Of the file, in the order in which they were first tried; a nest inside of others may be tried again after it
+    // came out of them.
+    std::vector<FlattenedNest> nests;
+    std::map<std::size_t, std::size_t> nest_of_origin;
+    std::set<std::size_t> flat;  // origins of which some nest was un-nested
 };
 
 class CompositionWork {
   public:
     CompositionWork(FlatteningState& state, std::size_t composition);
 
-    // Un-nests the nests at those places. Throws Failure.
-    std::vector<FlattenedNest> work(const std::set<std::size_t>& places);
+    // Un-nests the nests at those places, and if `goes_deeper` those that come out of them. Throws Failure.
+    void work(const std::set<std::size_t>& places, bool goes_deeper);
 
   private:
-    using Places = std::set<std::size_t>;                // in the stack as it was when the work began
-    using Refused = std::map<std::size_t, std::string>;  // such places, and why
+    // Layers are told by their places in the stack when the work began, and those that came later by higher numbers.
+    using Layers = std::set<std::size_t>;
+    using Refused = std::map<std::size_t, std::string>;  // layers, and why
     struct Stage;
     struct Attempt;
 
-    void un_nest(Places places);
-    Places without_large(const Places& places);
-    Attempt attempt(const Places& places);
-    Refused refused_of(const Attempt& attempt, const Places& places);
-    std::vector<std::size_t> too_large(const Attempt& attempt, const Places& places);
+    Layers without_asked_for(const Layers& layers);
+    Layers without_large(const Layers& layers);
+    void un_nest(Layers layers);
+    Attempt attempt(const Layers& layers);
+    void mend(Attempt& attempt);
+    bool is_seen(const lottie::looks::NestReport& report, double unseen_before) const;
+    Refused refused_of(const Attempt& attempt, const Layers& layers);
+    std::vector<std::size_t> too_large(const Attempt& attempt, const Layers& layers);
     void accept(Attempt& attempt);
-    void keep(std::size_t place, const std::string& reason);
-    FlattenedNest& entry_at(std::size_t place);
+    std::vector<lottie::mend::Workbench::Nest> nests_among(const Layers& layers) const;
+    FlattenedNest& entry(std::size_t layer);
+    void keep(std::size_t layer, const std::string& reason);
 
     FlatteningState& state_;
     std::size_t composition_;
-    std::vector<FlattenedNest> entries_;
-    std::vector<std::optional<std::size_t>> place_before_;  // of each layer of the stack as it is now
-    std::shared_ptr<Stage> stage_;                          // of the stack as it is now; null until something is tried
+    std::vector<std::size_t> stack_;  // as it is now
+    std::size_t next_layer_;
+    std::shared_ptr<Stage> stage_;  // of the stack as it is now; null until something is tried
 };
 
 }  // namespace cli

@@ -2,10 +2,12 @@
 #include "commands.h"
 
 #include <cstdio>
+#include <optional>
 
 #include "cli/flatten/flattening.h"
 #include "cli/shared/animation_file.h"
 #include "cli/shared/files_at_work.h"
+#include "cli/shared/selection.h"
 #include "cli/shared/trial.h"
 #include "pictures/drawing_process.h"
 #include "shared/installed_parts.h"
@@ -68,24 +70,38 @@ class Flatten {
         AnimationFile input(file, options_.animation);
         std::vector<Flattened> all;
         std::vector<lottie::document::OutputText> texts;
-        ExitCode code = ExitCode::done;
+        std::optional<SelectionNotFound> missing;
+        bool any_matches = false;
         for (std::size_t i = 0; i < input.count(); ++i) {
-            all.push_back(flatten_animation(input.text(i), plugin_, options_));
+            try {
+                all.push_back(flatten_animation(input.text(i), plugin_, options_));
+                any_matches = true;
+            } catch (const SelectionNotFound& not_here) {
+                missing = not_here;
+                all.push_back({input.text(i), {}, 0, {}, not_here.what()});
+            }
             texts.emplace_back().refer(all.back().text);
-            if (!all.back().is_as_asked()) code = ExitCode::look_changes;
         }
+        if (!any_matches) throw SelectionNotFound(*missing);
         if (!options_.dry_run) write_output(options_, console_, file, input.with(std::move(texts)).pieces());
         lottie::pictures::DrawingBudget budget{options_.picture_time};
+        ExitCode code = ExitCode::done;
         for (std::size_t i = 0; i < input.count(); ++i) {
+            if (!all[i].skipped.empty()) {
+                console_.say(Tone::plain, input.label(i), "skipped: " + all[i].skipped);
+                continue;
+            }
+            if (!all[i].is_as_asked()) code = ExitCode::look_changes;
+            if (options_.prove && !prove_whole(input.label(i), input.text(i), all[i].text, budget))
+                code = ExitCode::look_changes;
             tell(input.label(i), all[i]);
-            if (options_.prove) console_.say(Tone::plain, input.label(i), proof(input.text(i), all[i].text, budget));
         }
         return code;
     }
 
-    // How far apart the pictures of the whole are.
-    static std::string proof(const std::string& before, const std::string& after,
-                             lottie::pictures::DrawingBudget& budget) {
+    // Says how far apart the pictures of the whole are. False if people would see it.
+    bool prove_whole(const std::string& label, const std::string& before, const std::string& after,
+                     lottie::pictures::DrawingBudget& budget) const {
         try {
             const auto apart = lottie::pictures::compare_in_child(before, after, {}, budget);
             char text[160];
@@ -93,9 +109,11 @@ class Flatten {
                           "pictures %s: %d frames, worst frame %d: mean difference %.3f, %.2f %% of pixels, SSIM %.4f",
                           apart.looks_equal ? "look equal" : "differ", apart.frames, apart.worst_frame,
                           apart.worst.mean, 100 * apart.worst.share_beyond_8, apart.worst.ssim);
-            return text;
+            console_.say(apart.looks_equal ? Tone::plain : Tone::warning, label, text);
+            return apart.looks_equal;
         } catch (const std::runtime_error& problem) {
-            return std::string("no pictures: ") + problem.what();
+            console_.say(Tone::plain, label, std::string("no pictures: ") + problem.what());
+            return true;
         }
     }
 

@@ -2,7 +2,6 @@
 #include "cli/flatten/flattening.h"
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 
 #include "cli/shared/animation_file.h"
@@ -22,21 +21,45 @@ Places selected_places(const host::model::Comp& comp, const Options& options) {
     return places;
 }
 
-void work_on(FlatteningState& state, std::size_t composition, const Places& places, std::vector<FlattenedNest>& nests) {
+// A composition alone has other places than the file, so what is wrong in it is met once more in the file.
+[[noreturn]] void refuse(const Failure& failure, FlatteningState& state, lottie::document::Document& document,
+                         std::size_t composition) {
+    host::model::Comp& comp = find_composition(document, state.bench.id(composition));
+    const DialogAnswers answers;
+    if (failure.code() == ExitCode::bad_input && !nests_of(comp).empty())
+        Trials(document, state.plugin, answers, state.limits).run(comp, nests_of(comp));
+    throw Failure(failure.code(), "composition " + in_quotes(state.bench.name(composition)) + ": " + failure.what());
+}
+
+void work_on(FlatteningState& state, lottie::document::Document& document, std::size_t composition,
+             const Places& places, bool goes_deeper) {
     try {
-        std::vector<FlattenedNest> more = CompositionWork(state, composition).work(places);
-        nests.insert(nests.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
-    } catch (const Failure& failure) {  // its place is one in the composition alone
-        throw Failure(failure.code(),
-                      "composition " + in_quotes(state.bench.name(composition)) + ": " + failure.what());
+        CompositionWork(state, composition).work(places, goes_deeper);
+    } catch (const Failure& failure) {
+        refuse(failure, state, document, composition);
     }
 }
 
-void work_on_all(FlatteningState& state, std::vector<FlattenedNest>& nests) {
+void work_on_all(FlatteningState& state, lottie::document::Document& document) {
     for (const std::size_t composition : state.bench.innermost_first()) {
         Places places;
         for (const auto& nest : state.bench.nests(composition)) places.insert(nest.place);
-        if (!places.empty()) work_on(state, composition, places, nests);
+        work_on(state, document, composition, places, true);
+    }
+}
+
+// What had to stay inside of a composition may have become flat in every one that it came out into.
+void take_nests(FlatteningState& state, Flattened& flattened) {
+    std::set<std::size_t> left;
+    for (const std::size_t composition : state.bench.innermost_first()) {
+        for (const auto& nest : state.bench.nests(composition)) {
+            left.insert(nest.origin);
+            ++flattened.nests_left;
+        }
+    }
+    flattened.nests = std::move(state.nests);
+    for (FlattenedNest& nest : flattened.nests) {
+        if (state.flat.contains(nest.origin) && !left.contains(nest.origin)) nest.kept_because.clear();
     }
 }
 
@@ -48,18 +71,17 @@ bool Flattened::is_as_asked() const {
 }
 
 Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options) {
-    const lottie::document::Document document = parse_input(text);
-    Flattened flattened{text, {}, 0, document.warnings()};
+    lottie::document::Document document = parse_input(text);
+    Flattened flattened{text, {}, 0, document.warnings(), ""};
     if (document.is_passed_on()) return flattened;
     FlatteningState state(text, plugin, options);
     if (options.composition.empty() && options.layers.empty()) {
-        work_on_all(state, flattened.nests);
+        work_on_all(state, document);
     } else {
         const host::model::Comp& comp = find_composition(document, options.composition);
-        work_on(state, *state.bench.find(document.comp_id(comp)), selected_places(comp, options), flattened.nests);
+        work_on(state, document, *state.bench.find(document.comp_id(comp)), selected_places(comp, options), false);
     }
-    for (const std::size_t composition : state.bench.innermost_first())
-        flattened.nests_left += state.bench.nests(composition).size();
+    take_nests(state, flattened);
     flattened.text = state.bench.text(options.keep_unused);
     return flattened;
 }

@@ -12,6 +12,8 @@
 #include "cli/shared/trial.h"
 #include "cli/shared/unnest.h"
 #include "run/judged_run.h"
+#include "run/look_hint.h"
+#include "run/mended_run.h"
 #include "run/run_journal.h"
 #include "run/summary.h"
 #include "shared/dialog_window.h"
@@ -30,6 +32,8 @@ struct AnimationResult {
     std::string composition = {};
     UnnestRecord record = {};
     std::vector<JudgedNest> judged = {};  // of a judged run
+    std::string look_hint = {};           // of a run that was not judged
+    std::string mended = {};              // the animation, of a run that mends
     Sizes sizes = {};                     // of the text, unpacked
     std::string skip_reason = {};         // empty: the animation was changed
 };
@@ -126,6 +130,7 @@ class Run {
         print_log(console_, result.label, result.record);
         print_judged_nests(console_, result.label, result.judged);
         print_success(console_, result.label, result.composition, result.record, result.sizes, output);
+        if (!result.look_hint.empty()) console_.say(Tone::warning, result.label, result.look_hint);
     }
 
     // The animations after it. One that lacks what the options name stays as it was if another has it.
@@ -171,7 +176,12 @@ class Run {
             return write_animation(document);
         }
         unnest_all(document, comp, nests, result);
-        lottie::document::OutputText written = write_animation(document);
+        lottie::document::OutputText written;
+        if (options_.mend) {
+            written.append(result.mended);
+        } else {
+            written = write_animation(document);
+        }
         result.sizes = {document.text().size(), written.size()};
         return written;
     }
@@ -192,7 +202,17 @@ class Run {
                 host::runner::Session session(document.project(), settings_, dialogs, limits.scripts);
                 context.observe(session);
                 start_plugin(session, plugin_, result.record);
+                LookHint hint(document, comp, nests, options_.recursive);
+                Origins origins(comp, nests);
                 unnest(session, comp, nests, options_.recursive, *limits.work, result.record);
+                if (options_.mend) {
+                    MendedRun mended = mend_run(document.text(), write_animation(document).text(),
+                                                origins.change_to(comp, document.comp_id(comp)));
+                    result.mended = std::move(mended.text);
+                    result.look_hint = std::move(mended.summary);
+                } else {
+                    result.look_hint = hint.after(result.record);
+                }
             }
         } catch (const lottie::looks::TooMuchWork& refused) {
             throw too_much_work(refused);

@@ -3,14 +3,13 @@
 
 #include <algorithm>
 #include <set>
-#include <unordered_map>
 
 #include "cli/shared/animation_file.h"
 #include "cli/shared/dialog_operator.h"
 #include "cli/shared/failure.h"
+#include "cli/shared/origins.h"
 
 namespace cli {
-namespace {
 
 // What a trial takes besides the run, in steps.
 constexpr std::size_t kStepsPerLayer = 40;  // of the stack
@@ -18,63 +17,6 @@ constexpr std::size_t kStepsPerByte = 2;    // of a layer that is written anew
 
 using host::model::Comp;
 using host::model::Layer;
-using host::model::LayerId;
-using lottie::looks::Origin;
-using lottie::looks::StackChange;
-
-// Where the layers of a stack after a run come from.
-class Origins {
-  public:
-    Origins(std::vector<Layer*> before, const std::vector<Layer*>& nests) : before_(std::move(before)) {
-        for (const Layer* nest : nests) nests_.push_back(static_cast<std::size_t>(nest->index()));
-        std::sort(nests_.begin(), nests_.end());  // copies come out in the order of the stack
-        for (const std::size_t i : nests_) {
-            std::size_t inner_place = 0;
-            for (const Layer* inner : before_[i]->source()->comp()->stack().to_vector()) {
-                originals_[inner->id()].push_back({Origin::Kind::copied, inner_place++, i});
-            }
-        }
-    }
-
-    StackChange change_to(const std::vector<Layer*>& after, std::string composition) {
-        StackChange change;
-        change.composition = std::move(composition);
-        change.nests = nests_;
-        // Most of the stack is as before; only what lies between is looked up.
-        const std::size_t shorter = std::min(before_.size(), after.size());
-        std::size_t top = 0;
-        while (top < shorter && before_[top] == after[top]) ++top;
-        std::size_t bottom = 0;
-        while (bottom < shorter - top && before_[before_.size() - 1 - bottom] == after[after.size() - 1 - bottom]) {
-            ++bottom;
-        }
-        for (std::size_t i = top; i < before_.size() - bottom; ++i) kept_[before_[i]] = i;
-        for (std::size_t i = 0; i < top; ++i) change.after.push_back({Origin::Kind::kept, i, 0});
-        for (std::size_t i = top; i < after.size() - bottom; ++i) change.after.push_back(origin_of(*after[i]));
-        for (std::size_t i = before_.size() - bottom; i < before_.size(); ++i) {
-            change.after.push_back({Origin::Kind::kept, i, 0});
-        }
-        return change;
-    }
-
-  private:
-    Origin origin_of(const Layer& layer) {
-        if (const auto kept = kept_.find(&layer); kept != kept_.end()) return {Origin::Kind::kept, kept->second, 0};
-        const auto copied = originals_.find(layer.copied_from());
-        if (copied == originals_.end()) return {};
-        // Nests that share a composition give several copies of one layer.
-        const std::size_t number = copies_met_[layer.copied_from()]++;
-        return number < copied->second.size() ? copied->second[number] : Origin{};
-    }
-
-    std::vector<Layer*> before_;
-    std::vector<std::size_t> nests_;
-    std::unordered_map<LayerId, std::vector<Origin>> originals_;
-    std::unordered_map<const Layer*, std::size_t> kept_;
-    std::unordered_map<LayerId, std::size_t> copies_met_;
-};
-
-}  // namespace
 
 FileLimits file_limits(double script_time) {
     const std::chrono::milliseconds all(static_cast<std::chrono::milliseconds::rep>(script_time * 1000));
@@ -112,7 +54,7 @@ Trials::Trials(lottie::document::Document& document, const RunContext& context)
 Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
     host::model::UndoJournal& journal = document_.project().undo();
     const std::size_t steps_before = journal.step_names().size();
-    Origins origins(comp.stack().to_vector(), nests);
+    Origins origins(comp, nests);
     std::set<const Comp*> sources;
     for (const Layer* nest : nests) sources.insert(nest->source()->comp());
     Trial trial;
@@ -132,7 +74,7 @@ Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
         refuse_faulty_content(document_);
         throw;
     }
-    trial.change = origins.change_to(comp.stack().to_vector(), document_.comp_id(comp));
+    trial.change = origins.change_to(comp, document_.comp_id(comp));
     for (const Comp* source : sources) {
         if (!source->is_alive()) trial.deleted.push_back(document_.comp_id(*source));
     }

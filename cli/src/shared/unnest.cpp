@@ -138,6 +138,7 @@ void unnest(host::runner::Session& session, Comp& comp, Layers nests, bool recur
         spend_for_run(work, comp, nests);
         run_round(session, comp, nests, record);
         nests = recursive ? new_nests_of(comp, newest) : Layers();  // a kept nest is not run again
+        for (const Layer* nest : nests) record.places_lost += nest->parent() != nullptr ? 1U : 0U;
     }
 
     record.layers_made += layers_since(comp, newest_before).size();

@@ -103,7 +103,7 @@ struct Compositions {
                 if (asset != asset_of.end()) one.footage.insert(asset->second);
             } else if (layer.type == kNestType) {
                 Composition& shown = all[found->second];
-                one.nests.push_back({i, decoded_name(layer.name), found->second});
+                one.nests.push_back({i, decoded_name(layer.name), found->second, nest_count++});
                 if (shown.shown_as.empty()) shown.name = one.nests.back().name;
                 shown.shown_as.insert(one.nests.back().name);
                 shown.width = std::max(shown.width, layer.width);
@@ -201,6 +201,7 @@ struct Compositions {
     std::vector<Composition> all;
     std::set<std::string> called;  // names that expressions give to comp()
     bool calls_any = false;        // one that is worked out at run time
+    std::size_t nest_count = 0;    // of the file
     std::size_t byte_count = 0;
 };
 
@@ -322,14 +323,18 @@ void Workbench::put_back(std::size_t composition, const looks::StackChange& chan
     std::map<std::size_t, const Nest*> nest_at;
     for (const Nest& nest : one.nests) nest_at.emplace(nest.place, &nest);
     std::vector<Nest> now;
+    const auto moved = [](Nest nest, std::size_t place) {
+        nest.place = place;
+        return nest;
+    };
     for (std::size_t place = 0; place < change.after.size(); ++place) {
         const Origin& origin = change.after[place];
         if (origin.kind == Origin::Kind::kept) {
             const auto found = nest_at.find(origin.layer);
-            if (found != nest_at.end()) now.push_back({place, found->second->name, found->second->source});
+            if (found != nest_at.end()) now.push_back(moved(*found->second, place));
         } else if (origin.kind == Origin::Kind::copied) {
             for (const Nest& nest : nests(nest_at.at(origin.nest)->source)) {
-                if (nest.place == origin.layer) now.push_back({place, nest.name, nest.source});
+                if (nest.place == origin.layer) now.push_back(moved(nest, place));
             }
         }
     }

@@ -33,6 +33,7 @@ struct Options {
     bool keep_look = false;            // the same, and those judged equal to the eye
     std::optional<double> max_growth;  // percent of the input's size; shared nests beyond it are kept
 
+    bool mend = false;         // what un-nesting loses
     bool flatten = false;      // for `check`: what flatten would do
     bool all = false;          // even where the look changes
     bool exact = false;        // keep nests whose look is not exact

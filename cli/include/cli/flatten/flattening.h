@@ -14,6 +14,7 @@ namespace cli {
 
 // What became of one nest of the input.
 struct FlattenedNest {
+    std::size_t origin = 0;   // its number among the nests of the input
     std::string composition;  // asset id; empty for the main one
     std::string composition_name;
     std::size_t number = 0;  // in the stack of the input, from 1
@@ -34,6 +35,7 @@ struct Flattened {
     std::vector<FlattenedNest> nests;  // innermost compositions first, each from top to bottom
     std::size_t nests_left = 0;        // that can be seen
     std::vector<lottie::document::InputError> warnings;
+    std::string skipped;  // why nothing was done; empty otherwise
 
     // Every nest that was to become flat did, and looks as it did.
     bool is_as_asked() const;

@@ -17,6 +17,7 @@ struct UnnestRecord {
     std::size_t layers_made = 0;      // that are in the composition and were not before
     std::size_t sources_deleted = 0;  // nested compositions
     std::size_t sources_kept = 0;
+    std::size_t places_lost = 0;  // nests that came out of others and then lost the layer that they hung on
     std::vector<host::scriptui::Alert> alerts;
     std::vector<std::string> reports;
     std::vector<std::string> log;

@@ -18,6 +18,7 @@ class Workbench {
         std::size_t place = 0;  // in the stack, 0 = top
         std::string name;
         std::size_t source = 0;  // a composition
+        std::size_t origin = 0;  // the number of the nest of the file that it is, or that it was copied from
     };
 
     // Throws document::InputError when the text is no animation.

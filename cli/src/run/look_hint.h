@@ -1,0 +1,29 @@
+// What a run that was not asked to judge does to looks, in a sentence.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/shared/origins.h"
+#include "cli/shared/unnest.h"
+#include "document/document.h"
+
+namespace cli {
+
+class LookHint {
+  public:
+    // Before the run. Everything given must outlive it.
+    LookHint(const lottie::document::Document& document, const host::model::Comp& comp,
+             const std::vector<host::model::Layer*>& nests, bool recursive);
+
+    // After it: the hint; empty if every look stays.
+    std::string after(const UnnestRecord& record);
+
+  private:
+    const lottie::document::Document& document_;
+    const host::model::Comp& comp_;
+    std::optional<Origins> origins_;  // none where judging costs too much
+};
+
+}  // namespace cli

@@ -1,0 +1,19 @@
+// What un-nesting lost is mended, where a flat file can hold it.
+#pragma once
+
+#include <string>
+
+#include "looks/judge.h"
+
+namespace cli {
+
+struct MendedRun {
+    std::string text;     // the animation
+    std::string summary;  // what was mended, and how many looks change nonetheless
+};
+
+// The animation before and after one run, and what that did. Throws std::runtime_error for texts that cannot be read,
+// TooMuchWork.
+MendedRun mend_run(const std::string& before, const std::string& after, const lottie::looks::StackChange& change);
+
+}  // namespace cli
