@@ -1,5 +1,5 @@
 # Commands for newcomers; all set the machine up first. The work is done by tools/setup and the CMake presets.
-.PHONY: all demo install package test
+.PHONY: all demo install package test web
 PREFIX = /usr/local
 
 all:
@@ -16,6 +16,12 @@ test:
 	cmake --build --preset release
 	ctest --preset release $(CTEST_FLAGS)
 
+# The command as WebAssembly: the npm package and the page, into build/web/dist.
+web:
+	tools/setup web
+	cmake --preset web
+	cmake --build --preset web
+
 # DESTDIR is honoured.
 install: all
 	cmake --install build/release --strip --prefix "$(PREFIX)"
@@ -27,4 +33,7 @@ package:
 	cmake --build --preset release --target packages
 	cmake -E rm -rf dist
 	cmake -E copy_directory build/release/dist dist
+	$(MAKE) web
+	cmake -E copy_directory build/web/dist dist/web
+	cmake -E rm -rf dist/web/npm
 	cmake -E chdir dist find . -type f

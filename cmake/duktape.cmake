@@ -2,7 +2,7 @@
 # loop, and unwinds C++ frames with longjmp. The package duktape-dev also installs the engine's source; it is compiled here
 # with that check switched on, and as C++ so that script errors run destructors.
 
-find_file(DUKTAPE_SOURCE NAMES duktape.c PATHS /usr/share/duktape /usr/local/share/duktape NO_CACHE REQUIRED)
+find_file(DUKTAPE_SOURCE NAMES duktape.c PATHS /usr/share/duktape /usr/local/share/duktape NO_CACHE REQUIRED NO_CMAKE_FIND_ROOT_PATH)
 cmake_path(GET DUKTAPE_SOURCE PARENT_PATH duktape_from)
 
 # add_stoppable_duktape(<target> CHECK <function> WORK <function> STACK <function>)

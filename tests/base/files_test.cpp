@@ -254,4 +254,20 @@ TEST_F(Files, a_limit_on_sizes_is_an_error_and_no_signal) {
     EXPECT_EXIT(write_beyond_it(), testing::ExitedWithCode(0), "");
 }
 
+TEST_F(Files, AreToldByTheirKind) {
+    write("a", "");
+    fs::create_directory_symlink(folder_, path("link"));
+    EXPECT_EQ(kind_of(path("a")), FileKind::file);
+    EXPECT_EQ(kind_of(path("link")), FileKind::folder);
+    EXPECT_EQ(kind_of("/dev/null"), FileKind::other);
+    EXPECT_EQ(kind_of(path("none")), FileKind::none);
+}
+
+TEST_F(Files, HaveOneRealPathWhateverTheyAreCalled) {
+    fs::create_directory_symlink(folder_, path("link"));
+    EXPECT_EQ(real_path(path("link") / "none"), real_path(path("none")));
+    EXPECT_TRUE(are_same_file(path("link") / "none", path("none")));
+    EXPECT_FALSE(are_same_file(path("other"), path("none")));
+}
+
 }  // namespace

@@ -2,9 +2,9 @@
 #include "cli/arguments/parser.h"
 
 #include <algorithm>
-#include <filesystem>
 #include <stdexcept>
 
+#include "base/files.h"
 #include "cli/shared/suggestions.h"
 
 namespace cli {
@@ -156,8 +156,8 @@ Result read(const Command& command, ArgumentList arguments) {
 
 // `exflate chek`: a plain word that is like a command, and no file. Empty for any other text.
 std::string command_suggestion(const std::string& text) {
-    std::error_code error;
-    if (text.find_first_of("./-") != std::string::npos || std::filesystem::exists(text, error)) return "";
+    if (text.find_first_of("./-") != std::string::npos) return "";
+    if (host::base::kind_of(text) != host::base::FileKind::none) return "";
     return did_you_mean(text, command_names());
 }
 

@@ -4,6 +4,7 @@
 #include <array>
 #include <utility>
 
+#include "base/files.h"
 #include "cli/shared/animation_file.h"
 #include "cli/shared/file_io.h"
 #include "cli/shared/files_at_work.h"
@@ -171,7 +172,8 @@ class Reporter {
 };
 
 void refuse_own_input(const Options& options) {
-    if (!options.output.empty() && host::base::are_same_file(options.file(), options.output)) {
+    if (!options.output.empty() && options.output != kStandardStream &&
+        host::base::are_same_file(options.file(), options.output)) {
         throw Failure(ExitCode::usage, "the report would replace the animation: give -o another name");
     }
 }

@@ -1,9 +1,9 @@
 // Animations from files, plain or packed, and back.
 #include "cli/shared/animation_file.h"
 
-#include <filesystem>
 #include <utility>
 
+#include "base/files.h"
 #include "cli/shared/failure.h"
 #include "cli/shared/suggestions.h"
 #include "document/input_error.h"
@@ -91,8 +91,7 @@ std::string read_input(const std::string& file) {
     try {
         return read_whole(file);
     } catch (const FileError& error) {
-        std::error_code none;
-        if (std::filesystem::is_directory(file, none))
+        if (host::base::kind_of(file) == host::base::FileKind::folder)
             throw Failure(ExitCode::bad_input, "is a folder; name the files in it, as in FOLDER/*.json");
         throw Failure(ExitCode::bad_input, error.what());
     }

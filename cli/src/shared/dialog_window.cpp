@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <string>
 
+#include "base/files.h"
 #include "base/module.h"
 #include "cli/shared/failure.h"
 #include "shared/installed_parts.h"
@@ -16,10 +17,10 @@ namespace dialog = desktop;
 
 // Beside this command: ../desktop in a build tree, ../lib/exflate when installed.
 fs::path find_module() {
-    std::error_code error;
     const fs::path folder = installation_folder();
     for (const fs::path& place : {folder / "desktop", folder / "lib" / "exflate"}) {
-        if (fs::exists(place / dialog::kModuleFile, error)) return place / dialog::kModuleFile;
+        const fs::path file = place / dialog::kModuleFile;
+        if (host::base::kind_of(file) != host::base::FileKind::none) return file;
     }
     throw Failure(ExitCode::usage,
                   "there is no dialog window beside this command (Debian: install exflate-dialog): answer the "

@@ -62,7 +62,7 @@ void write_output(const Options& options, const Console& console, const std::str
 
 ExitCode work_on_files(const Options& options, const Console& console,
                        const std::function<ExitCode(const std::string& file)>& work) {
-    if (options.jobs > 1 && options.files.size() > 1 && !have_files_in_common(options))
+    if (options.jobs > 1 && options.files.size() > 1 && can_work_at_once() && !have_files_in_common(options))
         return work_at_once(options, console, work);
     ExitCode highest = ExitCode::done;
     for (const std::string& file : options.files) highest = std::max(highest, work(file));

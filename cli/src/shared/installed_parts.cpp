@@ -3,6 +3,7 @@
 
 #include <cstdlib>
 
+#include "base/files.h"
 #include "base/module.h"
 #include "cli/shared/failure.h"
 
@@ -30,8 +31,7 @@ fs::path find_part(const char* variable, const fs::path& built, const fs::path& 
     if (is_set(variable)) return std::getenv(variable);
     const fs::path folder = installation_folder();
     for (const fs::path& part : {built, installed}) {
-        std::error_code error;
-        if (fs::exists(folder / part, error)) return folder / part;
+        if (host::base::kind_of(folder / part) != host::base::FileKind::none) return folder / part;
     }
     throw Failure(ExitCode::failed, what + " is neither at '" + (folder / built).string() + "' nor at '" +
                                         (folder / installed).string() + "': " + advice);

@@ -84,6 +84,10 @@ class Team {
 
 }  // namespace
 
+bool can_work_at_once() {
+    return ChildProcess::can_start();
+}
+
 void work_on_all(std::size_t count, const Workers& workers) {
     Team(count, workers).work();
 }

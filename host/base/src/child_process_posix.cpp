@@ -247,6 +247,10 @@ void ChildProcess::Parent::finish(int number) const {
     ::_exit(0);
 }
 
+bool ChildProcess::can_start() {
+    return true;
+}
+
 ChildProcess::ChildProcess(const Work& work, const ProcessLimits& limits, Streams streams)
     : state_(std::make_unique<State>()) {
     state_->limits = limits;

@@ -114,12 +114,25 @@ std::optional<FileIdentity> identity_of(const fs::path& file) {
     return FileIdentity{facts.st_dev, facts.st_ino};
 }
 
+FileKind kind_of(const fs::path& file) {
+    std::error_code error;
+    const fs::file_status status = fs::status(file, error);
+    if (!fs::exists(status)) return FileKind::none;
+    if (fs::is_directory(status)) return FileKind::folder;
+    return fs::is_regular_file(status) ? FileKind::file : FileKind::other;
+}
+
+fs::path real_path(const fs::path& file) {
+    std::error_code error;
+    const fs::path absolute = fs::absolute(file, error);
+    if (error) return file;
+    const fs::path real = fs::weakly_canonical(absolute, error);
+    return error ? absolute : real;
+}
+
 bool are_same_file(const fs::path& a, const fs::path& b) {
     std::error_code error;
-    if (fs::equivalent(a, b, error)) return true;
-    const fs::path first = fs::weakly_canonical(fs::absolute(a, error), error);
-    const fs::path second = fs::weakly_canonical(fs::absolute(b, error), error);
-    return !first.empty() && first == second;
+    return fs::equivalent(a, b, error) || real_path(a) == real_path(b);
 }
 
 std::size_t other_hard_links(const fs::path& file) {

@@ -6,6 +6,7 @@
 #include <type_traits>
 
 #include "AE_GeneralPlug.h"
+#include "base/number_in_pointer.h"
 #include "suites/slot_facts.h"
 
 namespace host::journal {
@@ -98,12 +99,12 @@ ROOM(AEGP_UtilitySuite6::AEGP_GetLastErrorMessage, kArgumentSays)
 
 template <class Pointer>
 std::uint64_t raw(Pointer pointer) {
-    return reinterpret_cast<std::uintptr_t>(pointer);
+    return base::number_in(pointer);
 }
 
 template <class Pointer>
 Pointer from_raw(std::uint64_t number) {
-    return reinterpret_cast<Pointer>(static_cast<std::uintptr_t>(number));
+    return base::pointer_with<Pointer>(number);
 }
 
 }  // namespace host::journal

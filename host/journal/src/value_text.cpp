@@ -3,11 +3,11 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
 
+#include "base/bits.h"
 #include "base/number_text.h"
 #include "base/unicode.h"
 
@@ -129,7 +129,7 @@ std::string real_text(double number) {
     if (std::isnan(number)) {
         std::array<char, 24> text{};
         std::snprintf(text.data(), text.size(), "nan:%016llX",
-                      static_cast<unsigned long long>(std::bit_cast<std::uint64_t>(number)));
+                      static_cast<unsigned long long>(base::bit_cast<std::uint64_t>(number)));
         return text.data();
     }
     return base::shortest_text(number);
@@ -141,7 +141,7 @@ double real_from(const JournalValue& value) {
     if (value.kind == JournalValue::Kind::number && text.starts_with("nan:") && text.size() == 20) {
         std::uint64_t bits = 0;
         const auto [stop, error] = std::from_chars(text.data() + 4, end, bits, 16);
-        const double number = std::bit_cast<double>(bits);
+        const double number = base::bit_cast<double>(bits);
         if (error == std::errc() && stop == end && std::isnan(number)) return number;
     } else if (value.kind == JournalValue::Kind::number) {
         const auto number = base::number_from(text);

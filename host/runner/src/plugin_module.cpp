@@ -1,14 +1,15 @@
 // The plug-in's binary: found, loaded, entered by name, unloaded.
 #include "runner/plugin_module.h"
 
+#include "base/files.h"
+
 namespace host::runner {
 namespace {
 
 namespace fs = std::filesystem;
 
 base::Module load(const fs::path& file) {
-    std::error_code error;
-    if (!fs::exists(file, error)) throw LoadError("there is no plug-in at '" + file.string() + "'");
+    if (base::kind_of(file) == base::FileKind::none) throw LoadError("there is no plug-in at '" + file.string() + "'");
     try {
         return base::Module(file);
     } catch (const base::ModuleError& reason) {

@@ -48,15 +48,6 @@ base::FolderLock lock_folder_of(const fs::path& file) try {
     give_up("make or open settings folder", folder_of(file), error);
 }
 
-// Where a symbolic link leads, so that saving replaces the file and not the link.
-std::filesystem::path real_place(const std::filesystem::path& file) {
-    std::error_code error;
-    std::filesystem::path absolute = std::filesystem::absolute(file, error);
-    if (error) return file;
-    std::filesystem::path real = std::filesystem::weakly_canonical(absolute, error);
-    return error ? absolute : real;
-}
-
 std::filesystem::path beside(const std::filesystem::path& file, const char* suffix) {
     std::filesystem::path other = file;
     other += suffix;
@@ -65,7 +56,8 @@ std::filesystem::path beside(const std::filesystem::path& file, const char* suff
 
 }  // namespace
 
-Settings::Settings(std::filesystem::path file) : file_(real_place(file)) {
+// Where a symbolic link leads, so that saving replaces the file and not the link.
+Settings::Settings(std::filesystem::path file) : file_(base::real_path(file)) {
     try {
         sections_ = read_file();
     } catch (const SettingsError& e) {

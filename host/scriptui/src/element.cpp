@@ -39,12 +39,15 @@ Element* find_below(const Element& element, const Matches& matches) {
 }  // namespace
 
 std::string_view type_name(ElementType type) {
-    return std::ranges::find(kTypeNames, type, &std::pair<ElementType, std::string_view>::first)->second;
+    return std::find_if(std::begin(kTypeNames), std::end(kTypeNames),
+                        [&](const auto& row) { return row.first == type; })
+        ->second;
 }
 
 std::optional<ElementType> element_type(std::string_view name) {
     for (const auto& [type, type_name] : kTypeNames) {
-        if (std::ranges::equal(name, type_name, {}, lower)) return type;
+        const auto is_same = [](char a, char b) { return lower(a) == b; };
+        if (std::equal(name.begin(), name.end(), type_name.begin(), type_name.end(), is_same)) return type;
     }
     return {};
 }

@@ -17,7 +17,7 @@ std::string label(const Element& element) {
 
 bool equal_ignoring_case(std::string_view a, std::string_view b) {
     const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::ranges::equal(a, b, {}, lower, lower);
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(), [&](char x, char y) { return lower(x) == lower(y); });
 }
 
 // Where the character that begins at `i` ends, in UTF-8; damaged text counts byte by byte.

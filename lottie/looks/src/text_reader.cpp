@@ -4,9 +4,10 @@
 #include <rapidjson/document.h>
 
 #include <array>
-#include <charconv>
 #include <cstring>
 #include <stdexcept>
+
+#include "base/number_text.h"
 
 namespace lottie::looks {
 namespace {
@@ -164,10 +165,7 @@ bool is_number(std::string_view text) {
 }
 
 double number_of(std::string_view text, double missing) {
-    if (!is_number(text)) return missing;
-    double number = missing;
-    std::from_chars(text.data(), text.data() + text.size(), number);
-    return number;
+    return is_number(text) ? host::base::number_from(text).value_or(missing) : missing;
 }
 
 std::string string_of(std::string_view text) {

@@ -76,7 +76,7 @@ class OpenZip {
         zip_stat_t facts;
         zip_stat_init(&facts);
         if (zip_source_stat(source_, &facts) != 0 || zip_source_open(source_) != 0) throw std::bad_alloc();
-        std::string bytes(facts.size, '\0');
+        std::string bytes(static_cast<std::size_t>(facts.size), '\0');
         const zip_int64_t count = zip_source_read(source_, bytes.data(), bytes.size());
         zip_source_close(source_);
         if (count != static_cast<zip_int64_t>(bytes.size()))
@@ -111,7 +111,7 @@ std::string unpack(zip_t* zip, zip_uint64_t index, const std::string& entry, std
     const std::unique_ptr<zip_file_t, int (*)(zip_file_t*)> file(zip_fopen_index(zip, index, 0), zip_fclose);
     if (file == nullptr)
         throw ArchiveError(std::string("cannot be unpacked (") + zip_strerror(zip) + "): pack it again", entry);
-    UnpackLimit limit(facts.comp_size, most, entry);
+    UnpackLimit limit(static_cast<std::size_t>(facts.comp_size), most, entry);
     std::array<char, 1 << 16> block;
     std::string text;
     for (;;) {

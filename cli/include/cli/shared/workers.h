@@ -30,6 +30,9 @@ struct Workers {
     std::function<void(std::size_t)> progress;
 };
 
+// Whether this system can do it.
+bool can_work_at_once();
+
 // Returns when the work on all `count` files has ended.
 void work_on_all(std::size_t count, const Workers& workers);
 

@@ -1,6 +1,7 @@
 // Draws the stack of layers before and after: what moved, what is new, what is gone.
 "use strict";
 const drawing = (() => {
+  const { element, number, shape } = parts;
   const kRow = 22; // pixels
   const kWidth = 1000;
   const kPanel = 430; // of one stack
@@ -8,17 +9,6 @@ const drawing = (() => {
   const kMaxOpen = 100; // layers that are drawn without folding
   const kMaxRows = 400;
   const kHues = 8;
-
-  const number = (value) => String(Math.round(value * 1000) / 1000);
-
-  // Text becomes text, never markup.
-  function fill(node, attributes, children) {
-    for (const [name, value] of Object.entries(attributes)) node.setAttribute(name, value);
-    node.append(...children);
-    return node;
-  }
-  const element = (name, attributes = {}, ...children) => fill(document.createElement(name), attributes, children);
-  const shape = (name, attributes = {}, ...children) => fill(document.createElementNS("http://www.w3.org/2000/svg", name), attributes, children);
 
   // Of a sequence of numbers, the places that are no part of the longest rising one.
   function outOfOrder(numbers) {
@@ -251,5 +241,5 @@ const drawing = (() => {
     });
   }
 
-  return { element, number, fill: fillSection };
+  return { fill: fillSection };
 })();

@@ -45,7 +45,55 @@
     tell({ kind: "shown", frame });
   }
 
+  // ---- how far apart the two are: both drawn small, as pictures, over white
+
+  const kSide = 160; // pixels, of the longer side
+  const kMostTime = 6000; // milliseconds
+
+  function small(player, canvas, frame) {
+    player.goToAndStop(frame, true);
+    const drawn = document.querySelector(`#${player.wrapper.closest(".pane").id} svg`).cloneNode(true);
+    drawn.setAttribute("xmlns", "http://www.w3.org/2000/svg");
+    drawn.setAttribute("width", canvas.width);
+    drawn.setAttribute("height", canvas.height);
+    const picture = document.createElement("img");
+    picture.src = `data:image/svg+xml;charset=utf-8,${encodeURIComponent(new XMLSerializer().serializeToString(drawn))}`;
+    return picture.decode().then(() => {
+      const pen = canvas.getContext("2d", { willReadFrequently: true });
+      pen.fillStyle = "#fff";
+      pen.fillRect(0, 0, canvas.width, canvas.height);
+      pen.drawImage(picture, 0, 0, canvas.width, canvas.height);
+      return pen.getImageData(0, 0, canvas.width, canvas.height).data;
+    });
+  }
+
+  async function difference(canvas, frame) {
+    const [before, after] = [await small(players[0], canvas, frame), await small(players[1], canvas, frame)];
+    let sum = 0;
+    for (let i = 0; i < before.length; i += 1) sum += Math.abs(before[i] - after[i]); // the fourth channel is the same
+    return (4 * sum) / (3 * before.length);
+  }
+
   const answers = {
+    async measure(message) {
+      const { w, h } = players[0].animationData;
+      const canvas = document.createElement("canvas");
+      canvas.width = Math.max(1, Math.round((kSide * w) / Math.max(w, h)));
+      canvas.height = Math.max(1, Math.round((kSide * h) / Math.max(w, h)));
+      const differences = [];
+      const now = players[0].currentFrame;
+      const end = performance.now() + kMostTime;
+      try {
+        for (const frame of message.frames) {
+          if (performance.now() > end) break;
+          differences.push(await difference(canvas, frame));
+        }
+      } catch {
+        // What cannot be drawn as a picture is not measured.
+      }
+      for (const player of players) player.goToAndStop(now, true);
+      tell({ kind: "measured", differences });
+    },
     async open(message) {
       try {
         const missing = leaveOutsideOut(message.before);

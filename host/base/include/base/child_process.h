@@ -82,6 +82,9 @@ class ChildProcess {
     // memory is told apart.
     using Work = std::function<int(const Parent&)>;
 
+    // Whether this system has processes that begin as copies.
+    static bool can_start();
+
     // Starts the process; the thread that does so must outlive it. Of this process's threads none goes along: `work`
     // may not need them. Throws NoProcess.
     explicit ChildProcess(const Work& work, const ProcessLimits& limits = {}, Streams streams = Streams::same);

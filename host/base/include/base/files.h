@@ -56,6 +56,14 @@ std::string read_standard_input(std::size_t limit);
 // Throws FileError; a reader that has gone away is one, not a signal, once ignore_failed_write_signals() was called.
 void write_standard_output(Pieces bytes);
 
+// What a name stands for, symbolic links being followed.
+enum class FileKind { none, file, folder, other };
+FileKind kind_of(const std::filesystem::path& file);
+
+// The absolute name without symbolic links, as far as there are files; the name as it is where the system does not
+// tell.
+std::filesystem::path real_path(const std::filesystem::path& file);
+
 // Makes the folder and those it stands in, where they are missing. Throws FileError.
 void make_folder(const std::filesystem::path& folder);
 

@@ -21,7 +21,7 @@ void ReplayedMemory::fill(std::uint64_t handle, const JournalValue& content) {
         throw BadValue("the plug-in was given more than a gigabyte of memory");
     const std::size_t old_size = block.known.size();
     block.known = content.text;
-    block.known.append(content.number, '\0');
+    block.known.append(static_cast<std::size_t>(content.number), '\0');
     if (!block.bytes || block.known.size() != old_size) block.bytes = std::make_unique<char[]>(block.known.size() + 1);
     std::memcpy(block.bytes.get(), block.known.data(), block.known.size());
     used_ = others + block.known.size();

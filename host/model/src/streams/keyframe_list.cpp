@@ -2,7 +2,8 @@
 #include "model/keyframe_list.h"
 
 #include <algorithm>
-#include <bit>
+
+#include "base/bits.h"
 
 namespace host::model {
 namespace {
@@ -11,7 +12,7 @@ using Word = std::uint64_t;
 
 // Bitwise, so that negative zero is kept.
 bool is_default(double number, double value) {
-    return std::bit_cast<Word>(number) == std::bit_cast<Word>(value);
+    return base::bit_cast<Word>(number) == base::bit_cast<Word>(value);
 }
 
 bool is_default(const Ease& ease) {
@@ -73,7 +74,7 @@ KeyframeList::KeyframeList(const std::vector<Keyframe>& keyframes)
 void KeyframeList::pack(const Keyframe& keyframe, Word* to) const {
     *to++ = static_cast<Word>(keyframe.time.ticks);
     *to++ = packed_flags(keyframe);
-    visit_numbers(shape_, keyframe, [&to](double number) { *to++ = std::bit_cast<Word>(number); });
+    visit_numbers(shape_, keyframe, [&to](double number) { *to++ = base::bit_cast<Word>(number); });
 }
 
 Keyframe KeyframeList::operator[](std::size_t index) const {
@@ -84,7 +85,7 @@ Keyframe KeyframeList::operator[](std::size_t index) const {
     keyframe.in = static_cast<Interpolation>(flags & 3);
     keyframe.out = static_cast<Interpolation>(flags >> 2 & 3);
     keyframe.flags = static_cast<std::uint32_t>(flags >> 4);
-    visit_numbers(shape_, keyframe, [&from](double& number) { number = std::bit_cast<double>(*from++); });
+    visit_numbers(shape_, keyframe, [&from](double& number) { number = base::bit_cast<double>(*from++); });
     return keyframe;
 }
 

@@ -1,8 +1,9 @@
 // Shared data of streams without keyframes.
 #include "streams/still_data.h"
 
-#include <bit>
 #include <cstdint>
+
+#include "base/bits.h"
 
 namespace host::model {
 namespace {
@@ -10,7 +11,7 @@ namespace {
 using Bits = std::array<std::uint64_t, 4>;
 
 Bits bits_of(const Value& value) {
-    return std::bit_cast<Bits>(value.n);
+    return base::bit_cast<Bits>(value.n);
 }
 
 // Below 64.

@@ -15,9 +15,11 @@ constexpr std::string_view kAligns[] = {"left", "center", "right", "fill", "top"
 template <std::size_t N>
 std::size_t index_of_word(ScriptCall& call, const char* what, duk_idx_t i, const std::string_view (&words)[N]) {
     const std::string word = call.text(i);
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
+    const auto is_same = [](char c, char small) {
+        return (c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c) == small;
+    };
     for (std::size_t n = 0; n < N; ++n) {
-        if (std::ranges::equal(word, words[n], {}, lower)) return n;
+        if (std::equal(word.begin(), word.end(), words[n].begin(), words[n].end(), is_same)) return n;
     }
     call.fail(std::string("unknown ") + what + " \"" + word + "\"");
 }

@@ -98,7 +98,8 @@ void read_property(ScriptCall& call, Creation& creation) {
         creation.is_multiline = call.boolean(-1);
     } else if (key == "readonly") {
         creation.is_read_only = call.boolean(-1);
-    } else if (std::ranges::find(kMustBeFalse, key) == std::end(kMustBeFalse) || call.boolean(-1)) {
+    } else if (std::find(std::begin(kMustBeFalse), std::end(kMustBeFalse), key) == std::end(kMustBeFalse) ||
+               call.boolean(-1)) {
         call.fail("the creation property \"" + key + "\" is not supported");
     }
 }

@@ -41,7 +41,7 @@ duk_ret_t notify(ScriptCall& call) {
         element.type() == scriptui::ElementType::edit_text ? scriptui::Event::change : scriptui::Event::click;
     if (call.given(0)) {
         const std::string name = call.text(0);
-        const auto* found = std::ranges::find(kHandlerNames, name);
+        const auto* found = std::find(std::begin(kHandlerNames), std::end(kHandlerNames), name);
         if (found == std::end(kHandlerNames)) call.fail("unknown event \"" + name + "\"");
         event = static_cast<scriptui::Event>(found - std::begin(kHandlerNames));
     }

@@ -31,7 +31,8 @@ duk_ret_t complain(duk_context* ctx) {
 }  // namespace
 
 bool is_missing_member(std::string_view name) {
-    return std::ranges::find(kMissing, name, &Missing::member) != std::end(kMissing);
+    return std::any_of(std::begin(kMissing), std::end(kMissing),
+                       [name](const Missing& missing) { return missing.member == name; });
 }
 
 void define_missing(duk_context* ctx) {

@@ -87,8 +87,8 @@ void remove_all_but_standard_objects(duk_context* ctx) {
     duk_push_global_object(ctx);
     duk_enum(ctx, -1, DUK_ENUM_INCLUDE_NONENUMERABLE | DUK_ENUM_OWN_PROPERTIES_ONLY);
     while (duk_next(ctx, -1, 0)) {
-        if (std::ranges::find(kStandardObjects, std::string_view(duk_get_string(ctx, -1))) ==
-            std::end(kStandardObjects)) {
+        const std::string_view name = duk_get_string(ctx, -1);
+        if (std::find(std::begin(kStandardObjects), std::end(kStandardObjects), name) == std::end(kStandardObjects)) {
             duk_del_prop(ctx, -3);
         } else {
             duk_pop(ctx);

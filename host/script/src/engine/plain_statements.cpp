@@ -17,7 +17,7 @@ constexpr std::array<std::string_view, 48> kReservedWords = {
     "in",        "instanceof", "interface", "let",    "new",      "null",   "package",    "private",
     "protected", "public",     "return",    "static", "super",    "switch", "this",       "throw",
     "true",      "try",        "typeof",    "var",    "void",     "while",  "with",       "yield"};
-static_assert(std::ranges::is_sorted(kReservedWords));
+static_assert(std::is_sorted(kReservedWords.begin(), kReservedWords.end()));
 
 // Bit N: a reserved word starts with this letter and has N letters. Few names get past this.
 constexpr auto kLengthsByLetter = [] {
@@ -26,12 +26,13 @@ constexpr auto kLengthsByLetter = [] {
         lengths[static_cast<unsigned char>(word.front())] |= static_cast<std::uint16_t>(1U << word.size());
     return lengths;
 }();
-static_assert(std::ranges::all_of(kReservedWords, [](std::string_view word) { return word.size() < 16; }));
+static_assert(std::all_of(kReservedWords.begin(), kReservedWords.end(),
+                          [](std::string_view word) { return word.size() < 16; }));
 
 bool is_reserved(std::string_view word) {
     if (word.size() >= 16) return false;
     const unsigned lengths = kLengthsByLetter[static_cast<unsigned char>(word.front())];
-    return (lengths >> word.size() & 1U) != 0 && std::ranges::binary_search(kReservedWords, word);
+    return (lengths >> word.size() & 1U) != 0 && std::binary_search(kReservedWords.begin(), kReservedWords.end(), word);
 }
 
 // A number with this many digits fits an int.

@@ -8,11 +8,10 @@
 #include <optional>
 
 #include "AE_GeneralPlug.h"
+#include "base/number_in_pointer.h"
 #include "suites/ledger_report.h"
 
 namespace host::suites {
-
-static_assert(sizeof(void*) == 8, "handles need 64 bits");
 
 using RawHandle = std::uint64_t;
 
@@ -51,12 +50,12 @@ constexpr std::optional<HandleParts> decode(RawHandle handle) {
 
 template <class Pointer>
 RawHandle raw(Pointer handle) {
-    return reinterpret_cast<std::uintptr_t>(handle);
+    return base::number_in(handle);
 }
 
 template <class Pointer>
 Pointer as_pointer(RawHandle handle) {
-    return reinterpret_cast<Pointer>(static_cast<std::uintptr_t>(handle));
+    return base::pointer_with<Pointer>(handle);
 }
 
 // The kind of the interface's handle types; {} for other types.

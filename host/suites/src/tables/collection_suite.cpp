@@ -41,7 +41,8 @@ void erase(Collection& collection, A_u_long first, A_u_long last) {
     if (first > last || last > collection.items.size())
         refuse_argument("There is no range from " + std::to_string(first) + " to before " + std::to_string(last) +
                         " in a collection of " + std::to_string(collection.items.size()) + " items.");
-    collection.items.erase(collection.items.begin() + first, collection.items.begin() + last);
+    const auto begin = collection.items.begin();
+    collection.items.erase(begin + static_cast<std::ptrdiff_t>(first), begin + static_cast<std::ptrdiff_t>(last));
 }
 
 }  // namespace
