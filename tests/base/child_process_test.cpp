@@ -166,6 +166,18 @@ TEST(ChildProcess, may_print_without_end_and_only_the_beginning_is_kept) {
     EXPECT_EQ(child.printed().size(), 64U << 10);
 }
 
+TEST(ChildProcess, that_copies_itself_is_heard_once) {
+    ChildProcess child(
+        [](const Parent& parent) {
+            (void)!::fork();
+            parent.say("once");
+            return 4;
+        },
+        {}, ChildProcess::Streams::apart);
+    EXPECT_EQ(child.wait().number, 4);
+    EXPECT_EQ(child.said(), "once");
+}
+
 TEST(ChildProcess, kept_apart_takes_along_what_it_has_started) {
     ::prctl(PR_SET_CHILD_SUBREAPER, 1);  // orphans become ours, and can be waited for
     const auto start = std::chrono::steady_clock::now();

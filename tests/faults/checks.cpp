@@ -57,7 +57,7 @@ bool is_held_to_the_end(const std::vector<MadeCall>& calls, std::size_t acquisit
 
 class Judge {
   public:
-    Judge(const Promise& promise, const Scenario& scenario, const PlannedFault& fault, const SweepVisit& visit,
+    Judge(const Promise& promise, const Scenario& scenario, const Fault& fault, const SweepVisit& visit,
           const SweepVisit& clean)
         : promise_(promise),
           scenario_(scenario),
@@ -175,8 +175,7 @@ class Judge {
 
     // After one dropped failure the calls are those of the clean visit, but for one run of calls of the parts named.
     void check_rest_of_run() {
-        const bool strikes_once =
-            fault_.kind == PlannedFault::Kind::call_once || fault_.kind == PlannedFault::Kind::suite_once;
+        const bool strikes_once = fault_.kind == Fault::Kind::call_once || fault_.kind == Fault::Kind::suite_once;
         if (!strikes_once || failure_ || dropped_.empty() || visit_.outcome.error != A_Err_NONE) return;
         const std::size_t at =
             *std::find_if(dropped_.begin(), dropped_.end(), [&](std::size_t i) { return placed_[i].call->injected; });
@@ -203,7 +202,7 @@ class Judge {
         const std::vector<Part>& optional = promise_.rule(placed_[at].part).parts;
         for (std::size_t i = head; i < clean.size() - tail; ++i) {
             // The call for which a refused suite was asked for is missing with it.
-            const bool is_the_failed_one = fault_.kind == PlannedFault::Kind::suite_once && i == 0;
+            const bool is_the_failed_one = fault_.kind == Fault::Kind::suite_once && i == 0;
             if (is_the_failed_one || contains(optional, clean[i]->part)) continue;
             find("run-stopped", "missing is " + words(*clean[i]));
             return;
@@ -211,7 +210,7 @@ class Judge {
     }
 
     void check_calls_still_made() {
-        if (!failure_ || is_own_suite_ || fault_.kind == PlannedFault::Kind::call_then_no_suites) return;
+        if (!failure_ || is_own_suite_ || fault_.kind == Fault::Kind::call_then_no_suites) return;
         const Placed& failed = placed_[*failure_];
         const std::string_view function = promise_.rule(failed.part).still_calls;
         if (function.empty()) return;
@@ -306,7 +305,7 @@ class Judge {
 
     const Promise& promise_;
     const Scenario& scenario_;
-    const PlannedFault& fault_;
+    const Fault& fault_;
     const SweepVisit& visit_;
     const SweepVisit& clean_;
     std::vector<Placed> clean_placed_;
@@ -321,7 +320,7 @@ class Judge {
 
 }  // namespace
 
-Judgement judge(const Promise& promise, const Scenario& scenario, const PlannedFault& fault, const SweepVisit& visit,
+Judgement judge(const Promise& promise, const Scenario& scenario, const Fault& fault, const SweepVisit& visit,
                 const SweepVisit& clean) {
     return Judge(promise, scenario, fault, visit, clean).judge();
 }

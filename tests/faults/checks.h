@@ -15,10 +15,9 @@ struct FailedCheck {
     std::string sentence;  // what was seen
 };
 
-// Ids and what each asks; "crash" and "hang" are seen from outside, by the sweep.
+// Ids and what each asks; "lives" is seen from outside, by the sweep.
 inline constexpr std::pair<std::string_view, std::string_view> kChecks[] = {
-    {"crash", "the process lives"},
-    {"hang", "the visit ends"},
+    {"lives", "the visit comes to its end"},
     {"exception", "no exception leaves the plug-in"},
     {"error-swallowed", "a failure that counts is returned"},
     {"code-changed", "the code returned is that of the first failure that counts"},
@@ -41,7 +40,7 @@ struct Judgement {
     std::vector<FailedCheck> findings;
 };
 
-Judgement judge(const Promise& promise, const Scenario& scenario, const PlannedFault& fault, const SweepVisit& visit,
+Judgement judge(const Promise& promise, const Scenario& scenario, const Fault& fault, const SweepVisit& visit,
                 const SweepVisit& clean);
 
 }  // namespace faults

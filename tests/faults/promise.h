@@ -6,9 +6,9 @@
 #include <string_view>
 #include <vector>
 
-#include "call_log.h"
 #include "scenario.h"
 #include "suites/ledger_report.h"
+#include "visit.h"
 
 namespace faults {
 

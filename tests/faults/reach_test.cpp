@@ -1,8 +1,9 @@
 // The scenarios together reach every call of the plug-in, at every place where it stands.
-#include <dlfcn.h>
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -62,13 +63,14 @@ std::set<std::string> slots_in_sources() {
 }
 
 // Every scenario without a fault, and a start that fails: only then is there something to report.
-std::vector<SweepVisit> visits(const char* module_file) {
-    const host::runner::PluginModule module(module_file);
+std::vector<SweepVisit> visits(const char* module) {
     std::vector<SweepVisit> all;
-    for (const Scenario& scenario : scenarios()) all.push_back(visit(module, scenario, {}, nullptr));
-    const Scenario& entry = scenarios().front();
-    EXPECT_EQ(entry.door, VisitedDoor::entry_point);
-    all.push_back(visit(module, entry, {PlannedFault::Kind::call_once, 1}, &all.front()));
+    const auto visit_with = [&](const Scenario& scenario, const Fault& fault) {
+        visit(module, scenario, {fault}, 60, [&](const Fault&, const SweepVisit& visited) { all.push_back(visited); });
+    };
+    for (const Scenario& scenario : scenarios()) visit_with(scenario, {});
+    EXPECT_EQ(scenarios().front().door, VisitedDoor::entry_point);
+    visit_with(scenarios().front(), {Fault::Kind::call_once, 1});
     return all;
 }
 
@@ -141,14 +143,15 @@ struct NotedCall {
 };
 
 std::vector<NotedCall> noted_calls() {
-    const host::runner::PluginModule kept_loaded(NOTING_PLUGIN);
+    const std::string notes = testing::TempDir() + "noted_calls_" + std::to_string(getpid());
+    setenv("NOTED_CALLS", notes.c_str(), 1);
     visits(NOTING_PLUGIN);
-    void* module = dlopen(NOTING_PLUGIN, RTLD_NOW);
-    using Function = const char* (*)();
-    const auto function = reinterpret_cast<Function>(dlsym(module, "noted_calls"));
+    std::set<std::string> lines;
+    std::istringstream in(read(notes));
+    for (std::string line; std::getline(in, line);) lines.insert(line);
+    std::filesystem::remove(notes);
     std::vector<NotedCall> calls;
-    std::istringstream in(function());
-    for (std::string line; std::getline(in, line);) {
+    for (const std::string& line : lines) {
         std::istringstream fields(line);
         std::string file, number, text;
         std::getline(fields, file, '\t');
@@ -156,7 +159,6 @@ std::vector<NotedCall> noted_calls() {
         std::getline(fields, text);
         calls.push_back({std::filesystem::path(file).filename().string(), std::stol(number), without_blanks(text)});
     }
-    dlclose(module);
     return calls;
 }
 

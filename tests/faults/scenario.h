@@ -36,8 +36,8 @@ struct Scenario {
     std::function<void(Scene&)> build;
     DialogChoices choices = {};
     host::model::HostRules rules = {};
-    // After the menus were updated once, before the visit.
-    std::function<void(Scene&)> change_before_visit = [](Scene&) {};
+    // After the menus were updated once, before the command is picked.
+    std::function<void(host::model::Project&)> change_before_visit = {};
 
     friend std::ostream& operator<<(std::ostream& out, const Scenario& scenario) { return out << scenario.name; }
 };

@@ -233,7 +233,7 @@ Scenario at_command(const char* name, Build build, DialogChoices choices, HostRu
 Scenario at_command_with_nothing_open() {
     Scenario scenario = at_command("nothing_open", plain, {});
     // The item stays enabled from before.
-    scenario.change_before_visit = [](Scene& scene) { scene.project.open_comp(nullptr); };
+    scenario.change_before_visit = [](Project& project) { project.open_comp(nullptr); };
     return scenario;
 }
 

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <cstdint>
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -12,13 +11,13 @@
 namespace faults {
 
 struct Subject {
-    std::filesystem::path module;
+    std::string module;
     Promise promise;
 };
 
-inline constexpr PlannedFault::Kind kSweptKinds[] = {
-    PlannedFault::Kind::call_once,          PlannedFault::Kind::call_from_then_on,   PlannedFault::Kind::suite_once,
-    PlannedFault::Kind::suite_from_then_on, PlannedFault::Kind::call_then_no_suites,
+inline constexpr Fault::Kind kSweptKinds[] = {
+    Fault::Kind::call_once,          Fault::Kind::call_from_then_on,   Fault::Kind::suite_once,
+    Fault::Kind::suite_from_then_on, Fault::Kind::call_then_no_suites,
 };
 
 struct Figures {
@@ -48,7 +47,7 @@ struct Effort {
 // For an ordinary test run: bounded, unless EXFLATE_SWEEP is "full".
 Effort usual_effort();
 
-// Visits run in a process of their own, which may crash. Throws std::runtime_error if the plug-in cannot be swept at
+// Throws std::runtime_error if the plug-in cannot be swept at
 // all.
 SweepReport sweep(const Subject& subject, const Scenario& scenario, const Effort& effort = {});
 

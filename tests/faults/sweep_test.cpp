@@ -48,6 +48,10 @@ TEST_P(Sweep, keeps_every_promise_whatever_call_fails) {
 INSTANTIATE_TEST_SUITE_P(Scenarios, Sweep, testing::ValuesIn(scenarios()),
                          [](const auto& scenario) { return scenario.param.name; });
 
+TEST(Sweep, refuses_a_plugin_that_does_not_start) {
+    EXPECT_THROW(sweep({"no/such/module.so", exflate_promise()}, scenarios().front()), std::runtime_error);
+}
+
 TEST(FaultTable, has_all_scenarios_in_full_and_their_totals) {
     const std::vector<Row> rows = read_rows(committed_page());
     EXPECT_EQ(table_page(rows), committed_page()) << kRefresh;
@@ -56,8 +60,7 @@ TEST(FaultTable, has_all_scenarios_in_full_and_their_totals) {
         const auto& [title, figures] = rows[i];
         EXPECT_EQ(title, scenarios()[i].name) << kRefresh;
         for (std::size_t kind = 0; kind < figures.swept.size(); ++kind) {
-            const bool counts_suites = kSweptKinds[kind] == PlannedFault::Kind::suite_once ||
-                                       kSweptKinds[kind] == PlannedFault::Kind::suite_from_then_on;
+            const bool counts_suites = validator::counts_suites(kSweptKinds[kind]);
             EXPECT_EQ(figures.swept[kind], counts_suites ? figures.acquisitions : figures.calls) << title;
         }
         EXPECT_EQ(figures.returned + figures.dropped, figures.visits()) << title;

@@ -11,7 +11,7 @@ import subprocess
 import sys
 
 BASE = "host/base"
-ROOMS = ("cli", "desktop", "host", "lottie")
+ROOMS = ("cli", "desktop", "host", "lottie", "validator")
 
 CALLS = set("""_exit _Exit alarm chdir chmod chown clock_gettime close creat dlclose dlerror dlopen dlsym dup dup2 dup3 execl execle execlp
     execv execve execvp fchmod fchown fcntl fdatasync flock fork fstat fsync getpid getppid getrlimit getrusage getxattr fgetxattr

@@ -92,6 +92,12 @@ void lead_streams(ChildProcess::Streams streams, int says, int prints) {
 struct ChildProcess::Parent::Ends {
     Shared& shared;
     int says;
+    pid_t process;
+
+    // The work may have copied its process: the copy is none of the parent's.
+    void end_copies() const {
+        if (::getpid() != process) ::_exit(1);
+    }
 };
 
 struct ChildProcess::State {
@@ -177,7 +183,9 @@ struct ChildProcess::State {
         using Kind = ProcessEnd::Kind;
         ProcessEnd result;
         result.processor_time = processor_time_of(used);
-        if (shared->has_finished) {
+        // What runs along with the program, a memory checker for one, may exchange the exit code.
+        const bool is_as_left = WIFEXITED(status) && WEXITSTATUS(status) == 0;
+        if (shared->has_finished && is_as_left) {
             result.number = shared->number;
         } else if (shared->is_out_of_memory || (WIFSIGNALED(status) && has_used_up_memory(used))) {
             result.kind = Kind::out_of_memory;
@@ -207,7 +215,7 @@ struct ChildProcess::State {
         forget_all_children();
         if (prints) ::setpgid(0, 0);
         lead_streams(streams, says.to.get(), prints ? prints->to.get() : -1);
-        const Parent::Ends ends{*shared, says.to.get()};
+        const Parent::Ends ends{*shared, says.to.get(), ::getpid()};
         const Parent parent(ends);
         shared->memory_at_start = resident_memory();
         apply_limits(limits, [&page = *shared]() -> void {
@@ -226,6 +234,7 @@ struct ChildProcess::State {
 };
 
 void ChildProcess::Parent::say(std::string_view bytes) const {
+    ends_.end_copies();
     if (!write_all(ends_.says, bytes)) ::_exit(1);
 }
 
@@ -242,6 +251,7 @@ void ChildProcess::Parent::wait_for_the_end() const {
 }
 
 void ChildProcess::Parent::finish(int number) const {
+    ends_.end_copies();
     ends_.shared.number = number;
     ends_.shared.has_finished = true;
     ::_exit(0);

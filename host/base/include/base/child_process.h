@@ -25,7 +25,7 @@ struct ProcessLimits {
 struct ProcessEnd {
     enum class Kind {
         finished,               // it came to its end, with the number that its work gave
-        exited,                 // it ended itself in the middle, with this exit code
+        exited,                 // it ended itself in the middle, or was ended by what ran along, with this exit code
         crashed,                // by this signal
         out_of_processor_time,  // the limits
         out_of_time,
