@@ -23,6 +23,8 @@ constexpr double kAlwaysAllowedBytes = 32 << 20;
 constexpr double kMostReadings = 100;
 constexpr double kAlwaysReadBytes = 256 << 20;
 
+constexpr std::size_t kStepsPerByte = 16;  // to read a composition and what was made of it, judge it and mend it
+
 constexpr const char* kTooLarge =
     "size: the file would become too large, for the composition is shown by several nests";
 constexpr const char* kTooMuchWork = "size: to make the file flat takes more work than one file may make";
@@ -189,6 +191,7 @@ CompositionWork::Attempt CompositionWork::attempt(const Layers& layers) {
     if (!stage_) stage_ = std::make_shared<Stage>(state_, composition_);
     state_.bytes_to_read -= static_cast<double>(stage_->before.size());
     if (state_.bytes_to_read < 0) throw lottie::looks::TooMuchWork();
+    state_.limits.work->spend(kStepsPerByte * stage_->before.size());
     const auto stack = stage_->comp.stack().to_vector();
     std::vector<host::model::Layer*> nests;
     for (const Workbench::Nest& nest : nests_among(layers)) nests.push_back(stack.at(nest.place));

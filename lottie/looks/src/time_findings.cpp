@@ -40,8 +40,8 @@ bool is_seen_before(const Unnesting& u, const SceneLayer& inner, double frame) {
     return u.nest().is_on(frame) && inner.is_on(u.inner_frame(frame)) && !is_matte_off(u, frame);
 }
 
-bool is_transparent(const SceneLayer& layer, double frame) {
-    return layer.transform().opacity.at(frame)[0] < kSeenOpacity;
+double opacity_at(const SceneLayer& layer, double frame) {
+    return layer.transform().opacity.at(frame)[0];
 }
 
 struct TimingDifference {
@@ -64,10 +64,12 @@ TimingDifference compare_visibility(Unnesting& u) {
         const SceneLayer& copied = u.copied(copy);
         if (!matters(inner)) continue;
         for (const double frame : u.stack_frames()) {
-            const bool was_seen = is_seen_before(u, inner, frame) && !is_transparent(inner, u.inner_frame(frame));
-            const bool is_seen = copied.is_on(frame) && !is_transparent(copied, frame);
-            if (u.nest().is_on(frame) && is_transparent(u.nest(), frame)) continue;  // a matter of its opacity
-            if (was_seen == is_seen) continue;
+            if (u.nest().is_on(frame) && opacity_at(u.nest(), frame) <= 0) continue;  // a matter of its opacity
+            const double before = is_seen_before(u, inner, frame) ? opacity_at(inner, u.inner_frame(frame)) : 0;
+            const double after = copied.is_on(frame) ? opacity_at(copied, frame) : 0;
+            // What one of them lacks and nobody sees in the other is no difference.
+            const bool was_seen = before > 0;
+            if (was_seen == (after > 0) || std::max(before, after) < kSeenOpacity) continue;
             note(difference, inner, frame, was_seen);
             break;
         }
