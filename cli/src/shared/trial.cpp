@@ -12,6 +12,7 @@
 namespace cli {
 
 // What a trial takes besides the run, in steps.
+constexpr std::size_t kStepsPerItem = 25;   // of the project
 constexpr std::size_t kStepsPerLayer = 40;  // of the stack
 constexpr std::size_t kStepsPerByte = 2;    // of a layer that is written anew
 
@@ -63,7 +64,8 @@ Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
         is_started_ = true;
         lottie::looks::Work& work = *context_.limits.work;
         unnest(session_, comp, nests, false, work, trial.record);
-        work.spend(kStepsPerLayer * static_cast<std::size_t>(comp.layer_count()));
+        work.spend(kStepsPerLayer * static_cast<std::size_t>(comp.layer_count()) +
+                   kStepsPerItem * static_cast<std::size_t>(document_.project().item_count()));
         trial.written = write_layers(document_, comp);
         for (const std::string& layer : trial.written.own) work.spend(kStepsPerByte * layer.size());
     } catch (const lottie::looks::TooMuchWork&) {

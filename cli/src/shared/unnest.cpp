@@ -21,10 +21,9 @@ using Layers = std::vector<Layer*>;
 // Compositions that share compositions multiply: ten levels of ten nests are 10^10 layers.
 constexpr double kMaxLayers = 1'000'000;
 
-// What a run takes, in steps: by itself, for each item of the project, for each layer that it copies, and for each nest
-// to walk past one layer or one item.
+// What a run takes, in steps: by itself, for each layer that it copies, and for each nest to walk past one layer or one
+// item of the project.
 constexpr std::size_t kStepsPerRun = 20'000;
-constexpr std::size_t kStepsPerItem = 40;
 constexpr std::size_t kStepsPerCopy = 2'000;
 constexpr std::size_t kStepsPerWalk = 4;
 
@@ -99,11 +98,10 @@ void keep_and_check(VisitResult outcome, UnnestRecord& record, const std::string
 
 // For each nest the plug-in walks through the stack and through the project.
 void spend_for_run(lottie::looks::Work& work, const Comp& comp, const Layers& nests) {
-    const auto items = static_cast<std::size_t>(comp.project().item_count());
     std::size_t copies = 0;
     for (const Layer* nest : nests) copies += static_cast<std::size_t>(source_of(*nest).layer_count());
-    const std::size_t walk = items + static_cast<std::size_t>(comp.layer_count()) + copies;
-    work.spend(kStepsPerRun + kStepsPerItem * items + kStepsPerCopy * copies + kStepsPerWalk * nests.size() * walk);
+    const std::size_t walk = static_cast<std::size_t>(comp.layer_count() + comp.project().item_count()) + copies;
+    work.spend(kStepsPerRun + kStepsPerCopy * copies + kStepsPerWalk * nests.size() * walk);
 }
 
 void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, UnnestRecord& record) {

@@ -13,7 +13,7 @@ namespace lottie::looks {
 namespace {
 
 constexpr std::size_t kBytesPerStep = 8;
-constexpr std::size_t kStepsPerLook = 10;  // at a copy at a frame
+constexpr std::size_t kStepsPerLook = 60;  // at a copy at a frame
 
 }  // namespace
 
