@@ -27,7 +27,7 @@ COMMANDS = {
     "check": ["check"],
     "list": ["list"],
     "flatten": ["flatten"],
-    "report": ["report"],
+    "report": ["report", "--picture-time", "0.2"],
 }
 REFUSALS = (2, 3, 4)
 ADDRESS_SPACE = 4 << 30  # bytes
