@@ -23,7 +23,7 @@ constexpr double kAlwaysAllowedBytes = 32 << 20;
 constexpr double kMostReadings = 100;
 constexpr double kAlwaysReadBytes = 256 << 20;
 
-constexpr std::size_t kStepsPerByte = 16;  // to read a composition and what was made of it, judge it and mend it
+constexpr std::size_t kStepsPerByte = 4;  // to read a composition
 
 constexpr const char* kTooLarge =
     "size: the file would become too large, for the composition is shown by several nests";
@@ -188,10 +188,12 @@ void CompositionWork::un_nest(Layers layers) {
 }
 
 CompositionWork::Attempt CompositionWork::attempt(const Layers& layers) {
-    if (!stage_) stage_ = std::make_shared<Stage>(state_, composition_);
+    if (!stage_) {
+        stage_ = std::make_shared<Stage>(state_, composition_);
+        state_.limits.work->spend(kStepsPerByte * stage_->before.size());
+    }
     state_.bytes_to_read -= static_cast<double>(stage_->before.size());
     if (state_.bytes_to_read < 0) throw lottie::looks::TooMuchWork();
-    state_.limits.work->spend(kStepsPerByte * stage_->before.size());
     const auto stack = stage_->comp.stack().to_vector();
     std::vector<host::model::Layer*> nests;
     for (const Workbench::Nest& nest : nests_among(layers)) nests.push_back(stack.at(nest.place));
