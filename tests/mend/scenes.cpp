@@ -159,8 +159,6 @@ std::vector<Scene> mask_scenes() {
                      {{"ks", transform({{"p", still("[50,10,0]")}, {"r", degrees}, {"s", still("[80,120,100]")}})}});
     };
     const std::string spinning = keyed({{0, "0"}, {19, "90"}});
-    const std::string uneven = R"({"a":1,"k":[{"t":0,"s":[50,50,100],"i":{"x":[0.8,0.2,0.8],"y":[1,0.3,1]},)"
-                               R"("o":{"x":[0.2,0.6,0.2],"y":[0,0.9,0]}},{"t":19,"s":[100,140,100]}]})";
     const std::string narrow = mask(still(path("[[0,0],[40,0],[10,40]]")));
     const std::string own_mask = solid(1, "red", 60, 60, "#ff0000", masked(narrow, {{"ks", at(20, 20)}}));
     const std::string wide = solid(2, "matted", 100, 100, "#ff0000", {{"tt", "1"}});
@@ -189,8 +187,6 @@ std::vector<Scene> mask_scenes() {
         {Reason::mask, "around the whole frame", Outcome::untouched,
          inside({red(), blue()},
                 masked(mask(still(path("[[0,0],[100,0],[100,100],[0,100]]", "[[0,0],[0,0],[0,0],[0,0]]")))))},
-        {Reason::mask, "over a layer that some players scale with one ease only", Outcome::stays,
-         inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"s", uneven}})}})}, masked(triangle))},
         {Reason::mask, "over a layer that an expression moves", Outcome::stays,
          inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression("[20,20]", "[20,20,0]")}})}})},
                 masked(triangle))},

@@ -110,7 +110,7 @@ class HeldCutFinder {
         const auto place = u_.stack().matte(u_.nest_place());
         const int mode = u_.nest().matte_mode;
         if (!place || (mode != 1 && mode != 2) || u_.stack().matte(*place) ||
-            !u_.stack_survey().is_told_by_place(*place) || !u_.stack_survey().is_told_by_place(u_.nest_place())) {
+            !u_.stack_survey().is_told_by_place(*place)) {
             return;
         }
         const SceneLayer& layer = u_.stack().layer(*place);

@@ -185,14 +185,6 @@ bool Property::find_animation() const {
     });
 }
 
-bool Property::eases_evenly() const {
-    return std::all_of(keys_.begin(), keys_.end(), [](const Key& key) {
-        return key.is_hold || key.has_path || key.value[1] == key.end[1] ||
-               (key.out_x[0] == key.out_x[1] && key.out_y[0] == key.out_y[1] && key.in_x[0] == key.in_x[1] &&
-                key.in_y[0] == key.in_y[1]);
-    });
-}
-
 std::vector<Values> Property::key_values() const {
     std::vector<Values> values;
     for (const double time : key_times_) values.push_back(at(time));

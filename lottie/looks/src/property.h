@@ -23,8 +23,6 @@ class Property {
     // Whether any two frames may differ, expressions left aside.
     bool is_animated() const { return is_animated_; }
     bool has_expression() const { return has_expression_; }
-    // Whether x and y follow the same ease wherever they change; some players know but one for both.
-    bool eases_evenly() const;
     // Times of the keyframes, ascending in proper files.
     const std::vector<double>& key_times() const { return key_times_; }
     // The values that the property takes at its keyframes, or the one that it always has.

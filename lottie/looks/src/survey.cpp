@@ -309,10 +309,7 @@ bool Survey::is_seen_in_depth(std::size_t place) {
 bool Survey::is_told_by_place(std::size_t place) const {
     for (std::optional<std::size_t> at = place; at; at = stack_->parent(*at)) {
         const Transform& transform = stack_->layer(*at).transform();
-        if (transform.has_expression() || transform.is_spatial() || !transform.anchor.eases_evenly() ||
-            !transform.position.eases_evenly() || !transform.scale.eases_evenly()) {
-            return false;
-        }
+        if (transform.has_expression() || transform.is_spatial()) return false;
     }
     return true;
 }

@@ -52,8 +52,7 @@ class Survey {
     // Whether a layer that players draw leaves the plane by itself or through a parent.
     bool is_seen_in_depth(std::size_t layer);
 
-    // Whether all players see the layer where its placement says: no expression moves it or what it hangs on, none of
-    // them leaves the plane, and all ease x and y alike.
+    // Whether no expression moves the layer or what it hangs on, and none of them leaves the plane.
     bool is_told_by_place(std::size_t layer) const;
 
     // How many compositions lie inside one another, this one being 1.
