@@ -170,9 +170,7 @@ std::vector<Scene> mask_scenes() {
         {Reason::mask, "over a turning layer", Outcome::mended, inside({turned(spinning)}, masked(triangle))},
         {Reason::mask, "of a nest that turns and hangs on a layer", Outcome::mended,
          carried_by_a_spinning_null(masked(growing, {{"ks", spun(90, 0)}}))},
-        {Reason::mask, "over a layer with a matte", Outcome::mended,
-         inside({kMatte, wide},
-                masked(mask(still(path("[[20,20],[45,20],[45,80],[20,80]]", "[[0,0],[0,0],[0,0],[0,0]]")))))},
+        {Reason::mask, "over a layer with a matte", Outcome::mended, inside({kMatte, wide}, masked(triangle))},
         {Reason::mask, "over a layer with a mask", Outcome::mended, inside({own_mask, blue()}, masked(triangle))},
         {Reason::mask, "two that join over a layer with a mask", Outcome::stays,
          inside({own_mask}, masked(triangle + "," + mask(still(kSlimTriangle))))},
@@ -190,44 +188,6 @@ std::vector<Scene> mask_scenes() {
         {Reason::mask, "over a layer that an expression moves", Outcome::stays,
          inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression("[20,20]", "[20,20,0]")}})}})},
                 masked(triangle))},
-    };
-}
-
-std::vector<Scene> matte_used_scenes() {
-    const auto matted = [](const std::string& matte, const std::string& mode, const std::vector<std::string>& layers,
-                           const Members& members = {}) {
-        Members nest = members;
-        nest["tt"] = mode;
-        return animation({.above = {matte}, .nest = nest, .inside = layers});
-    };
-    const std::string triangle = R"({"ty":"gr","it":[{"ty":"sh","ks":)" + still(kTriangle) +
-                                 R"(},{"ty":"fl","c":{"a":0,"k":[0,0,0,1]},"o":{"a":0,"k":100}},)"
-                                 R"({"ty":"tr","p":{"a":0,"k":[-10,0]},"a":{"a":0,"k":[0,0]},"s":{"a":0,"k":[90,110]},)"
-                                 R"("r":{"a":0,"k":10},"o":{"a":0,"k":100}}]})";
-    const Members is_matte = {{"td", "1"}};
-    const std::string filled = shape_layer(9, "stencil", triangle, is_matte);
-    const std::string moving =
-        shape_layer(9, "stencil", triangle,
-                    {{"td", "1"}, {"ks", transform({{"p", keyed({{0, "-5,-5,0"}, {19, "10,5,0"}})}})}, {"ip", "3"}});
-    const std::string soft =
-        shape_layer(9, "stencil", triangle, {{"td", "1"}, {"ks", transform({{"o", still("50")}})}});
-    const std::string masked_solid = solid(9, "stencil", 100, 100, "#000000", masked(mask(still(kTriangle)), is_matte));
-    // So small that no player's rounding shows.
-    const std::vector<std::string> small = {solid(1, "red", 10, 8, "#ff0000", {{"ks", at(22, 31)}}),
-                                            solid(2, "blue", 6, 6, "#0000ff", {{"ks", at(28, 35)}})};
-    return {
-        {Reason::matte_used, "a filled path", Outcome::mended, matted(filled, "1", small)},
-        {Reason::matte_used, "a filled path that moves over a nest that turns", Outcome::mended,
-         matted(moving, "1", small, {{"ks", spun(0, 30)}})},
-        {Reason::matte_used, "a solid with a mask", Outcome::mended, matted(masked_solid, "1", small)},
-        {Reason::matte_used, "the inverse of a filled path", Outcome::mended, matted(filled, "2", small)},
-        {Reason::matte_used, "the inverse of one that comes later", Outcome::stays, matted(moving, "2", small)},
-        {Reason::matte_used, "over layers so large that rounding shows", Outcome::stays,
-         matted(filled, "1", {red(), blue()})},
-        {Reason::matte_used, "a half transparent path", Outcome::stays, matted(soft, "1", small)},
-        {Reason::matte_used, "the brightness of a path", Outcome::stays, matted(filled, "3", small)},
-        {Reason::matte_used, "a plain solid", Outcome::stays,
-         matted(solid(9, "stencil", 30, 60, "#000000", {{"td", "1"}, {"ks", at(25, 15)}}), "1", small)},
     };
 }
 
@@ -252,8 +212,8 @@ std::vector<Scene> clip_scenes() {
 
 std::vector<Scene> all_scenes() {
     std::vector<Scene> all;
-    for (auto&& scenes : {trim_scenes(), place_scenes(), matte_scenes(), name_scenes(), opacity_scenes(), mask_scenes(),
-                          matte_used_scenes(), clip_scenes()})
+    for (auto&& scenes :
+         {trim_scenes(), place_scenes(), matte_scenes(), name_scenes(), opacity_scenes(), mask_scenes(), clip_scenes()})
         all.insert(all.end(), scenes.begin(), scenes.end());
     return all;
 }

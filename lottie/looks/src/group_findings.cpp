@@ -164,9 +164,20 @@ bool shows_everything(Unnesting& u, std::size_t matte) {
                                 u.stack().height);
 }
 
-// What it is a matte for.
-void find_given_matte(Unnesting& u) {
+void find_mattes(Unnesting& u) {
     const SceneLayer& nest = u.nest();
+    if (const auto place = u.stack().matte(u.nest_place())) {
+        const bool is_harmless = nest.matte_mode == 1 && shows_everything(u, *place);
+        const std::string matte = quoted(u.stack().layer(*place).name);
+        u.add({Reason::matte_used,
+               is_harmless ? Weight::harmless : weight_if_seen(u, Weight::change),
+               is_harmless ? "its matte, layer " + matte + ", shows everything"
+                           : "layer " + matte + " is its matte and shapes the copies no more" + unless_seen(u),
+               is_harmless ? "" : "keep this nest, or use the matte inside the composition",
+               "",
+               "tt",
+               {}});
+    }
     std::size_t users = 0;
     const SceneLayer* first = nullptr;
     for (std::size_t place = 0; place < u.stack().size(); ++place) {
@@ -185,33 +196,6 @@ void find_given_matte(Unnesting& u) {
                "td",
                {}});
     }
-}
-
-void find_mattes(Unnesting& u) {
-    const SceneLayer& nest = u.nest();
-    if (const auto place = u.stack().matte(u.nest_place())) {
-        const bool is_harmless = nest.matte_mode == 1 && shows_everything(u, *place);
-        const std::string matte = quoted(u.stack().layer(*place).name);
-        if (!is_harmless && find_held_cut(u).matte) {
-            u.add({Reason::matte_used,
-                   weight_if_seen(u, Weight::slight),
-                   "its matte, layer " + matte + ", now cuts each layer by itself, as a mask",
-                   "",
-                   "",
-                   "tt",
-                   {}});
-            return find_given_matte(u);
-        }
-        u.add({Reason::matte_used,
-               is_harmless ? Weight::harmless : weight_if_seen(u, Weight::change),
-               is_harmless ? "its matte, layer " + matte + ", shows everything"
-                           : "layer " + matte + " is its matte and shapes the copies no more" + unless_seen(u),
-               is_harmless ? "" : "keep this nest, or use the matte inside the composition",
-               "",
-               "tt",
-               {}});
-    }
-    find_given_matte(u);
 }
 
 bool is_anything_below(const Unnesting& u) {

@@ -29,15 +29,8 @@ bool any_depends_on_time(Unnesting& u) {
                        [&u](const Copy& copy) { return depends_on_time(u, copy); });
 }
 
-// Players show nothing of a layer while its matte is off; what they make of inverted ones differs.
-bool is_matte_off(const Unnesting& u, double frame) {
-    const auto matte = u.stack().matte(u.nest_place());
-    const bool is_upright = u.nest().matte_mode == 1 || u.nest().matte_mode == 3;
-    return matte && is_upright && !u.stack().layer(*matte).is_on(frame);
-}
-
 bool is_seen_before(const Unnesting& u, const SceneLayer& inner, double frame) {
-    return u.nest().is_on(frame) && inner.is_on(u.inner_frame(frame)) && !is_matte_off(u, frame);
+    return u.nest().is_on(frame) && inner.is_on(u.inner_frame(frame));
 }
 
 double opacity_at(const SceneLayer& layer, double frame) {
@@ -157,11 +150,6 @@ TimingDifference compare_keys(Unnesting& u) {
         const double shift = u.copied(copy).start - inner.start;
         for (const auto& part : inner.parts()) {
             const LayerPart* after = u.copied(copy).part(part->key());
-            // What became of masks among new ones is looked at with what they cut.
-            if (after != nullptr && part->key() == "masksProperties" &&
-                elements(&after->json()).Size() != elements(&part->json()).Size()) {
-                continue;
-            }
             const auto lost =
                 after == nullptr ? std::nullopt : first_lost_key(*part, *after, shift, is_faded(u.nest()));
             if (!lost) continue;

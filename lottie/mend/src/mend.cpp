@@ -28,7 +28,6 @@ constexpr Remedy kRemedies[] = {
     {Reason::auto_orient, mend_place},
     {Reason::children, mend_children},
     {Reason::lost_link, mend_lost_link},
-    {Reason::matte_used, mend_matte_used},
     {Reason::mask, mend_mask},
     {Reason::clip, mend_clip},
     {Reason::opacity, mend_opacity},

@@ -8,12 +8,8 @@ namespace lottie::mend {
 namespace {
 
 void mend_copy(const Nest& nest, CopiedLayer& copy) {
-    double nest_in = nest.facts().in.value_or(0);
-    double nest_out = nest.facts().out.value_or(0);
-    if (nest.matte) {
-        nest_in = std::max(nest_in, nest.matte->layer.facts.in.value_or(0));
-        nest_out = std::min(nest_out, nest.matte->layer.facts.out.value_or(0));
-    }
+    const double nest_in = nest.facts().in.value_or(0);
+    const double nest_out = nest.facts().out.value_or(0);
     const double in = std::max(nest_in, nest.outer_frame(copy.facts.in.value_or(0)));
     const double out = std::min(nest_out, nest.outer_frame(copy.facts.out.value_or(0)));
     if (in < out) {

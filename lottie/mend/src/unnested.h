@@ -44,15 +44,8 @@ struct Nest {
 
     std::size_t place;  // in the stack before
     KeptLayer& layer;
-    std::string source;              // id of its composition
-    std::deque<CopiedLayer> copies;  // one for each layer of its composition, in the order of that
-    // A matte that became masks of the copies, which are never seen without it.
-    struct Matte {
-        const KeptLayer& layer;
-        std::size_t place;  // in the stack before
-        looks::Evaluation::Outline outline;
-    };
-    std::optional<Matte> matte;
+    std::string source;             // id of its composition
+    std::deque<CopiedLayer> copies;        // one for each layer of its composition, in the order of that
     LayerText* stand_in = nullptr;  // a null with its transform; null if the run left none
 
     const document::ScannedLayer& facts() const { return layer.facts; }

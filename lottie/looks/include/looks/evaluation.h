@@ -48,14 +48,6 @@ class Evaluation {
     // Whether any of a layer's picture may lie outside of (0, 0, width, height) in its composition.
     bool reaches_beyond(const std::string& composition, std::size_t layer, double width, double height, double frame);
 
-    struct Outline {
-        std::string path;  // JSON of a path property
-        PlaneMap place;    // from its coordinates to the layer's
-        bool is_closed = true;
-    };
-    // Of a layer whose picture is one area within a hard edge; nothing for others.
-    std::optional<Outline> only_outline(const std::string& composition, std::size_t layer);
-
   private:
     struct State;
     std::unique_ptr<State> state_;
