@@ -3,10 +3,8 @@
 #include <cmath>
 #include <set>
 
-#include "effects.h"
 #include "findings.h"
 #include "held.h"
-#include "held_cut.h"
 #include "words.h"
 
 namespace lottie::looks {
@@ -104,33 +102,10 @@ bool hides_nothing(const Json& mask, const SceneLayer& nest) {
 }
 
 void find_masks(Unnesting& u) {
-    const HeldCut held = find_held_cut(u);
-    if (held.cuts_otherwise) {
-        const SceneLayer& layer = u.inside().layer(*held.cuts_otherwise);
-        u.add(
-            {Reason::mask,
-             weight_if_seen(u, Weight::change),
-             "a new mask cuts layer " + quoted(layer.name) + " as neither its masks nor its frame did" + unless_seen(u),
-             "keep this nest",
-             layer.name,
-             "masksProperties",
-             {}});
-        return;
-    }
     const auto masks = u.nest().array("masksProperties");
     if (!u.nest().has_masks || masks.Empty()) return;
     for (const Json& mask : masks) {
         if (hides_nothing(mask, u.nest())) continue;
-        if (held.masks) {
-            u.add({Reason::mask,
-                   weight_if_seen(u, Weight::slight),
-                   "its masks now cut each layer by itself",
-                   "",
-                   "",
-                   "masksProperties",
-                   {}});
-            return;
-        }
         const std::string name = text_member(mask, "nm");
         u.add({Reason::mask,
                weight_if_seen(u, Weight::change),
@@ -220,6 +195,17 @@ void find_blend_mode(Unnesting& u) {
            {}});
 }
 
+enum class EffectReach { nothing, each_pixel, elsewhere };
+
+EffectReach reach_of(const Json& effect) {
+    if (const Json* on = member(effect, "en"); on != nullptr && !is_truthy(effect, "en")) return EffectReach::nothing;
+    const std::string match_name = text_member(effect, "mn");
+    if (match_name.ends_with(" Control") || match_name.starts_with("Pseudo/")) return EffectReach::nothing;
+    const int type = static_cast<int>(number_member(effect, "ty", 5));
+    if (type == 20 || type == 21) return EffectReach::each_pixel;  // tint and fill: the same for a stack and its layers
+    return type == 5 && match_name.empty() ? EffectReach::nothing : EffectReach::elsewhere;
+}
+
 void find_effects(Unnesting& u) {
     const auto effects = u.nest().array("ef");
     if (effects.Empty()) return;
@@ -263,6 +249,12 @@ void find_effects(Unnesting& u) {
                property,
                {}});
     }
+}
+
+// Shadows and glows; no player draws strokes, bevels, satin and overlays.
+bool do_players_draw(const Json& style) {
+    const double kind = number_member(style, "ty", -1);
+    return kind >= 1 && kind <= 4;
 }
 
 void find_layer_styles(Unnesting& u) {

@@ -56,15 +56,7 @@ bool text_changes(const SceneLayer& layer) {
     return source != nullptr && array_member(*source, "k").Size() > 1;
 }
 
-bool is_mask_animated(const SceneLayer& layer) {
-    const auto masks = layer.array("masksProperties");
-    return layer.has_masks && std::any_of(masks.begin(), masks.end(), [](const Json& mask) {
-               return PathProperty(member(mask, "pt")).is_animated() || Property(member(mask, "x"), {}).is_animated();
-           });
-}
-
-}  // namespace
-
+// What added masks leave; null when the masks do not bound the layer.
 std::optional<Hull> mask_reach(const SceneLayer& layer, double frame) {
     if (!layer.has_masks) return std::nullopt;
     std::optional<Hull> hull;
@@ -78,6 +70,15 @@ std::optional<Hull> mask_reach(const SceneLayer& layer, double frame) {
     }
     return hull;
 }
+
+bool is_mask_animated(const SceneLayer& layer) {
+    const auto masks = layer.array("masksProperties");
+    return layer.has_masks && std::any_of(masks.begin(), masks.end(), [](const Json& mask) {
+               return PathProperty(member(mask, "pt")).is_animated() || Property(member(mask, "x"), {}).is_animated();
+           });
+}
+
+}  // namespace
 
 Survey::Survey(std::shared_ptr<const Stack> stack, Work& work, Surveys* all)
     : stack_(std::move(stack)), work_(work), all_(all), placement_(*stack_, work) {
@@ -304,14 +305,6 @@ bool Survey::is_seen_in_depth(std::size_t place) {
     work_.spend(chain.size());
     for (const std::size_t link : chain) about_[link].leaves_plane = answer;
     return answer == Answer::yes;
-}
-
-bool Survey::is_told_by_place(std::size_t place) const {
-    for (std::optional<std::size_t> at = place; at; at = stack_->parent(*at)) {
-        const Transform& transform = stack_->layer(*at).transform();
-        if (transform.has_expression() || transform.is_spatial()) return false;
-    }
-    return true;
 }
 
 // All

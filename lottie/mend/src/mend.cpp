@@ -28,8 +28,6 @@ constexpr Remedy kRemedies[] = {
     {Reason::auto_orient, mend_place},
     {Reason::children, mend_children},
     {Reason::lost_link, mend_lost_link},
-    {Reason::mask, mend_mask},
-    {Reason::clip, mend_clip},
     {Reason::opacity, mend_opacity},
     {Reason::name_clash, mend_names},
     {Reason::long_name, mend_names},
@@ -51,20 +49,18 @@ Mending::Mending(std::string before, std::string after, looks::StackChange chang
     : progress_(std::make_unique<Progress>(std::move(before), std::move(after), std::move(change))) {}
 Mending::~Mending() = default;
 
-bool Mending::answer(const std::vector<looks::NestReport>& reports, bool cuts_add_up) {
+bool Mending::answer(const std::vector<looks::NestReport>& reports) {
     bool is_any = false;
     for (const looks::NestReport& report : reports) {
-        std::set<Reason> open;
         for (const looks::Finding& finding : report.findings) {
-            const bool adds_up =
-                cuts_add_up && finding.reason == Reason::clip && finding.weight == looks::Weight::slight;
-            if (finding.weight == looks::Weight::change || adds_up) open.insert(finding.reason);
-        }
-        for (const Remedy& remedy : kRemedies) {
-            if (!open.contains(remedy.reason) || !progress_->applied[report.nest].insert(&remedy).second) continue;
-            remedy.apply(progress_->unnested, progress_->unnested.nest_at(report.nest));
-            open.erase(remedy.reason);
-            is_any = true;
+            if (finding.weight != looks::Weight::change) continue;
+            for (const Remedy& remedy : kRemedies) {
+                if (remedy.reason != finding.reason || !progress_->applied[report.nest].insert(&remedy).second)
+                    continue;
+                remedy.apply(progress_->unnested, progress_->unnested.nest_at(report.nest));
+                is_any = true;
+                break;
+            }
         }
     }
     return is_any;
