@@ -42,8 +42,8 @@ struct Nest {
 
     std::size_t place;  // in the stack before
     KeptLayer& layer;
-    std::deque<CopiedLayer> copies;        // one for each layer of its composition, in the order of that
-    LayerText* stand_in = nullptr;  // a null with its transform; null if the run left none
+    std::deque<CopiedLayer> copies;  // one for each layer of its composition, in the order of that
+    LayerText* stand_in = nullptr;   // a null with its transform; null if the run left none
 
     const document::ScannedLayer& facts() const { return layer.facts; }
     // Its clock, as long as there is no time remapping.
