@@ -19,7 +19,7 @@ using lottie::mend::Workbench;
 
 // However often compositions are shown, and however deep: more than real files need by far.
 constexpr double kMostGrowth = 8;
-constexpr double kAlwaysAllowedBytes = 32 << 20;
+constexpr double kAlwaysAllowedBytes = 8 << 20;
 constexpr double kMostReadings = 100;
 constexpr double kAlwaysReadBytes = 256 << 20;
 
