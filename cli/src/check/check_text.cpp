@@ -9,7 +9,6 @@ namespace cli {
 namespace {
 
 using lottie::looks::Finding;
-using lottie::looks::Verdict;
 using lottie::looks::Weight;
 
 std::string growth(const CheckedFile& file, const CheckedNest& nest) {

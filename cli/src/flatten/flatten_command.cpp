@@ -15,8 +15,6 @@
 namespace cli {
 namespace {
 
-using lottie::looks::Finding;
-using lottie::looks::Weight;
 using Tone = Console::Tone;
 
 std::string reasons(const std::vector<lottie::looks::Reason>& mended) {

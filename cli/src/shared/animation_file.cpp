@@ -58,7 +58,8 @@ const std::string& AnimationFile::text(std::size_t i) const {
 }
 
 std::string AnimationFile::take_text(std::size_t i) {
-    return archive_ ? packed(i).text : std::move(plain_);
+    if (archive_) return packed(i).text;
+    return std::move(plain_);
 }
 
 std::string AnimationFile::id(std::size_t i) const {

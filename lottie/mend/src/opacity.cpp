@@ -8,7 +8,6 @@
 namespace lottie::mend {
 namespace {
 
-using document::JsonKind;
 using document::JsonNode;
 using document::JsonTree;
 

@@ -9,7 +9,6 @@ namespace host::suites {
 namespace {
 
 using model::Layer;
-using model::Stream;
 
 bool is_legal(Layer& layer, AEGP_LayerStream number) {
     return Layer::is_stream_number(number) && layer.is_stream_legal(number);
