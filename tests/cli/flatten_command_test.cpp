@@ -150,7 +150,9 @@ TEST(Flatten, a_bare_run_hints_at_it_where_looks_change) {
 }
 
 TEST(Flatten, a_recursive_run_says_that_nests_inside_lose_the_layer_they_hang_on) {
-    const std::string text = test::animation({test::asset("outer", "Outer", {test::nest_layer(1, "Inner", "inner")}),
+    std::string inner = test::nest_layer(1, "Inner", "inner");
+    inner.insert(1, R"("parent":2,)");
+    const std::string text = test::animation({test::asset("outer", "Outer", {inner, test::shape_layer(2, "carrier")}),
                                               test::asset("inner", "Inner", {test::shape_layer(1, "core")})},
                                              {test::nest_layer(1, "Box", "outer")});
     EXPECT_THAT(exflate_on(text, {"--recursive"}).err,

@@ -69,6 +69,8 @@ std::vector<Case> mask_cases() {
          nest(masked(mask(kQuarter, "s", "0")))},
         {Reason::mask, "switched_off", std::nullopt, Pictures::cannot_tell,
          nest({{"hasMask", "false"}, {"masksProperties", "[" + mask(kQuarter, "a") + "]"}})},
+        {Reason::mask, "switched_on_with_none", Weight::change, Pictures::differ, nest({{"hasMask", "true"}}), "",
+         "hasMask"},
     };
 }
 

@@ -5,14 +5,14 @@ usage: check_random_flattening.py EXFLATE FOLDER
 
 Each is drawn before and after; made flat twice, which gives the same bytes; and made flat again, which changes nothing.
 FOLDER takes files that failed. Environment: EXFLATE_RANDOM_FILES is how many animations (default 20), EXFLATE_RANDOM_SEED
-the first seed (default: the clock); both are printed. A seed makes the same animation again.
+the first seed (default 1, so that a failure of the tests is never chance; sweeps choose their own). Both are printed, and a
+seed makes the same animation again.
 """
 import json
 import os
 import random
 import subprocess
 import sys
-import time
 from collections import Counter
 
 from animations import animation
@@ -75,7 +75,7 @@ class Sweep:
 def main():
     exflate, folder = sys.argv[1:]
     count = int(os.environ.get("EXFLATE_RANDOM_FILES", "20"))
-    first = int(os.environ.get("EXFLATE_RANDOM_SEED", str(int(time.time()))))
+    first = int(os.environ.get("EXFLATE_RANDOM_SEED", "1"))
     print(f"EXFLATE_RANDOM_FILES={count} EXFLATE_RANDOM_SEED={first}", flush=True)
     sweep = Sweep(exflate)
     failures = 0

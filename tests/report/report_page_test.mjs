@@ -324,7 +324,8 @@ const cases = {
       const page = await context.newPage();
       await page.goto(`${trap.place}/control`);
       trap.caught.length = 0;
-      for (const code of attempts.slice(0, -1)) await page.evaluate(attempt(code));
+      // Those that would take the page itself elsewhere are left out.
+      for (const code of attempts.filter((code) => !/e\.submit\(\)|this\.top\.location/.test(code))) await page.evaluate(attempt(code));
       await page.waitForTimeout(1500);
       const kinds = new Set(trap.caught.map((url) => url.replace(/^\/|\?.*/g, "")));
       for (const kind of ["fetch", "xhr", "beacon", "socket", "events", "picture", "style", "import.css", "face", "frame", "object", "audio",

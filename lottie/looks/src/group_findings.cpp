@@ -103,7 +103,17 @@ bool hides_nothing(const Json& mask, const SceneLayer& nest) {
 
 void find_masks(Unnesting& u) {
     const auto masks = u.nest().array("masksProperties");
-    if (!u.nest().has_masks || masks.Empty()) return;
+    if (!u.nest().has_masks) return;
+    if (masks.Empty()) {
+        u.add({Reason::mask,
+               weight_if_seen(u, Weight::change),
+               "it says that it has masks and has none: some players hide it, others show it" + unless_seen(u),
+               "take \"hasMask\" out, or give it a mask",
+               "",
+               "hasMask",
+               {}});
+        return;
+    }
     for (const Json& mask : masks) {
         if (hides_nothing(mask, u.nest())) continue;
         const std::string name = text_member(mask, "nm");
