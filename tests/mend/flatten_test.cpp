@@ -67,6 +67,16 @@ TEST(Flatten, a_composition_that_an_expression_asks_for_stays_with_all_its_layer
     EXPECT_EQ(asking("[0, 0]").nests_left, 0U);
 }
 
+TEST(Flatten, a_layer_without_a_transform_gets_none) {
+    Nesting nesting;
+    nesting.nest = {{"ks", moving_transform()}};
+    nesting.below = {R"({"ddd":0,"ind":19,"ty":3,"nm":"bare","parent":10,"ip":0,"op":20,"st":0,"bm":0})",
+                     solid(20, "on both", 9, 9, "#00aa00", {{"parent", "19"}})};
+    const cli::Flattened flat = cli::flatten_animation(animation(nesting), plugin(), {});
+    EXPECT_EQ(flat.nests_left, 0U);
+    EXPECT_EQ(cli::flatten_animation(flat.text, plugin(), {}).text, flat.text);
+}
+
 TEST(Flatten, compositions_that_nothing_shows_any_more_go_unless_they_are_to_stay) {
     const std::string text = animation({});
     EXPECT_EQ(cli::flatten_animation(text, plugin(), {}).text.find("refId"), std::string::npos);

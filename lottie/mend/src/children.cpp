@@ -8,7 +8,7 @@ void mend_children(Unnested& unnested, Nest& nest) {
     for (KeptLayer& layer : unnested.stack()) {
         if (layer.now == nullptr || unnested.parent_in_stack(layer.facts) != nest.place) continue;
         layer.now->set("parent", std::to_string(unnested.stand_in(nest)));
-        layer.now->set("ks", std::string(layer.before.member("ks")));
+        layer.now->take("ks", layer.before);
     }
 }
 

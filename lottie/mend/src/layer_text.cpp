@@ -56,6 +56,15 @@ void LayerText::remove(std::string_view key) {
     if (!member(key).empty()) changes_.insert_or_assign(std::string(key), std::nullopt);
 }
 
+void LayerText::take(std::string_view key, const LayerText& other) {
+    const std::string value(other.member(key));
+    if (value.empty()) {
+        remove(key);
+    } else {
+        set(key, value);
+    }
+}
+
 void LayerText::set_inside(std::string_view key, std::string_view inner, std::string value) {
     const std::string object(member(key));
     if (!object.starts_with('{')) return;

@@ -31,6 +31,8 @@ class LayerText {
     void set(std::string_view key, std::string value);
     void set_number(std::string_view key, double value);
     void remove(std::string_view key);
+    // As `other` has it, which may be not at all.
+    void take(std::string_view key, const LayerText& other);
 
     // Sets a member of the object that is its member `key`.
     void set_inside(std::string_view key, std::string_view inner, std::string value);

@@ -11,11 +11,11 @@ void mend_lost_link(Unnested& unnested, Nest&) {
         if (parent && unnested.is_unnested(*parent)) continue;  // a child of the nest
         if (layer.before.member("parent") == layer.now->member("parent")) continue;
         if (parent) {
-            layer.now->set("parent", std::string(layer.before.member("parent")));
+            layer.now->take("parent", layer.before);
         } else {
             layer.now->remove("parent");
         }
-        layer.now->set("ks", std::string(layer.before.member("ks")));
+        layer.now->take("ks", layer.before);
     }
 }
 
