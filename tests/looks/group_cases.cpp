@@ -128,6 +128,14 @@ std::vector<std::string> specks(int count) {
     return layers;
 }
 
+std::string on_a_layer_in_depth(const std::vector<std::string>& layers) {
+    Nesting nesting;
+    nesting.above = {null_layer(30, "turned", {{"ddd", "1"}, {"ks", transform({{"ry", still("45")}})}})};
+    nesting.nest = {{"parent", "30"}};
+    nesting.inside = layers;
+    return animation(nesting);
+}
+
 std::vector<Case> clip_cases() {
     const Members small = {{"w", "60"}, {"h", "60"}, {"ks", at(20, 20)}};
     const std::string dot = R"({"ty":"el","p":{"a":0,"k":[0,0]},"s":{"a":0,"k":[56,56]}},)"
@@ -147,6 +155,8 @@ std::vector<Case> clip_cases() {
         {Reason::clip, "everything_fits", std::nullopt, Pictures::equal, inside({red({{"ks", at(10, 10)}})}, small)},
         {Reason::clip, "outside_of_the_picture_anyway", std::nullopt, Pictures::equal,
          inside({red({{"ks", at(80, 80)}})})},
+        {Reason::clip, "outside_of_the_picture_on_a_layer_in_depth", Weight::change, Pictures::cannot_tell,
+         on_a_layer_in_depth({red({{"ks", at(80, 80)}})}), "red", "w", 0},
         {Reason::clip, "turned_so_that_only_the_rectangle_around_it_reaches_over", std::nullopt, Pictures::equal,
          inside({shape_layer(1, "dot", dot, {{"ks", transform({{"p", still("[30,30,0]")}, {"r", still("45")}})}})},
                 small)},

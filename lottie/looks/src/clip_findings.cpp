@@ -59,10 +59,12 @@ Overhang overhang(const Unnesting& u, const Hull& hull, double frame) {
     Overhang all;
     const Box inner_frame{0, 0, u.nest().width, u.nest().height};
     if (is_within(hull, inner_frame)) return all;
-    const Matrix& outer = u.stack_placement().world(u.nest_place(), frame);
+    // Players differ in where things in depth lie, so there all of it counts as in view.
+    const bool is_flat = !u.stack_survey().is_seen_in_depth(u.nest_place());
+    const Matrix outer = is_flat ? u.stack_placement().world(u.nest_place(), frame) : Matrix();
     const Hull view = hull_of(Box{0, 0, u.stack().width, u.stack().height});
     for (const Hull& part : outside(hull, inner_frame)) {
-        const Hull seen = cut(mapped(part, outer), view);
+        const Hull seen = is_flat ? cut(mapped(part, outer), view) : part;
         const Box box = around(seen);
         const double width = std::min(box.right - box.left, box.bottom - box.top);
         all.width = std::max(all.width, width);
