@@ -89,6 +89,7 @@ CompositionWork::CompositionWork(FlatteningState& state, std::size_t composition
 void CompositionWork::work(const std::set<std::size_t>& places, bool goes_deeper) {
     Layers layers = places;
     while (!layers.empty()) {
+        const std::vector<std::size_t> before = stack_;
         const std::size_t first_new = next_layer_;
         try {
             un_nest(without_large(without_asked_for(layers)));
@@ -98,11 +99,14 @@ void CompositionWork::work(const std::set<std::size_t>& places, bool goes_deeper
             }
             return;
         }
-        layers.clear();
-        if (!goes_deeper) return;
+        if (stack_ == before) return;
+        // What stayed is tried again: it may have been kept by a layer that is gone now.
+        Layers next;
         for (const Workbench::Nest& nest : state_.bench.nests(composition_)) {
-            if (stack_[nest.place] >= first_new) layers.insert(stack_[nest.place]);
+            const std::size_t layer = stack_[nest.place];
+            if (layers.contains(layer) || (goes_deeper && layer >= first_new)) next.insert(layer);
         }
+        layers = std::move(next);
     }
 }
 
