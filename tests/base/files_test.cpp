@@ -9,6 +9,7 @@
 
 #include <fstream>
 #include <sstream>
+#include <thread>
 
 #include "base/signals.h"
 
@@ -97,6 +98,16 @@ TEST_F(Files, of_unknown_size_are_read_to_their_end_or_the_limit) {
     EXPECT_NE(read_file("/proc/self/maps", kLimit), "");
     EXPECT_EQ(error_of([] { read_file("/proc/self/maps", 100); }),
               "cannot be read: it is larger than 0 MB, the most that is read");
+}
+
+TEST_F(Files, of_unknown_size_take_no_more_memory_than_the_limit) {
+    constexpr std::size_t kBytes = 40 << 20;
+    ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
+    std::thread writer([&] { std::ofstream(path("pipe")) << std::string(kBytes, 'x'); });
+    const std::string bytes = read_file(path("pipe"), kBytes);
+    writer.join();
+    EXPECT_EQ(bytes.size(), kBytes);
+    EXPECT_LE(bytes.capacity(), kBytes + (2 << 20));
 }
 
 TEST_F(Files, new_ones_get_the_usual_mode) {

@@ -174,4 +174,12 @@ TEST(Check, no_name_can_end_a_line_or_steer_the_terminal) {
     EXPECT_THAT(finished.out, Not(HasSubstr("\xC2\x9B")));
 }
 
+TEST(Check, pictures_of_all_nests_share_their_time_and_a_nest_without_says_why) {
+    const Finished finished = test::exflate_on(test::three_nests(), {"check", "--prove", "--picture-time", "0.01"});
+    EXPECT_EQ(finished.err, "");
+    EXPECT_THAT(finished.out, testing::HasSubstr("pictures: equal; "));
+    EXPECT_THAT(finished.out,
+                testing::HasSubstr("no pictures: the time for them is used up; --picture-time gives more\n"));
+}
+
 }  // namespace

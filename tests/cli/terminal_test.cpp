@@ -59,4 +59,21 @@ TEST(Terminal, names_in_a_file_cannot_steer_it) {
     EXPECT_THAT(finished.err, Not(HasSubstr("\033")));
 }
 
+TEST(Terminal, a_line_tells_how_many_nests_are_drawn_and_goes_in_the_end) {
+    const Sandbox sandbox(test::three_nests());
+    sandbox.write("player.js", "");
+    sandbox.write("LICENSE.md", "");
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"check", "--prove", "a.json"}, {"report", "a.json", "-o", "page.html"}}) {
+        const std::string shown = exflate(sandbox, {.arguments = arguments,
+                                                    .environment = {{"TERM", "xterm"}, {"EXFLATE_PLAYER", "player.js"}},
+                                                    .errors_to_terminal = true})
+                                      .err;
+        EXPECT_THAT(shown, StartsWith("\r\033[Kpictures: 0 of "));
+        EXPECT_THAT(shown, HasSubstr("\r\033[Kpictures: 2 of "));
+        EXPECT_THAT(shown, HasSubstr("nests\r\033[K"));
+        EXPECT_THAT(shown.substr(shown.rfind("\r\033[K")), Not(HasSubstr("pictures")));
+    }
+}
+
 }  // namespace

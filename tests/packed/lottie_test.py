@@ -57,6 +57,15 @@ def several():
         comment=b"of the whole")
 
 
+def interactive(layer, text=None):
+    """One animation and a state machine that reacts to a layer of that name."""
+    machine = {"initial": "idle", "states": [{"name": "idle", "type": "PlaybackState", "animation": "x"}],
+               "interactions": [{"type": "PointerDown", "layerName": layer, "actions": [{"type": "Fire", "inputName": layer}]}],
+               "speed": 1.50}
+    return packed(("manifest.json", manifest("x", stateMachines=[{"id": "m"}])), ("a/x.json", text or animation()),
+                  ("s/m.json", json.dumps(machine)), ("s/broken.json", "{"), ("t/dark.json", '{"rules":[{"id":"colour"}]}'))
+
+
 class Pipe:
     """Cannot be gone back in, so the sizes of an entry come after it."""
 
@@ -287,6 +296,96 @@ class OtherCommands(Sandbox):
     def test_a_journal_of_all_animations_can_be_replayed(self):
         self.assertEqual(self.exflate("-", "--journal", "j", "-o", "b.lottie", given=several()).returncode, 0)
         self.assertEqual(self.exflate("replay", "j").returncode, 0)
+
+
+class Interactions(Sandbox):
+    def entry(self, name, file="out.lottie"):
+        with zipfile.ZipFile(self.folder / file) as archive:
+            return archive.read(name)
+
+    def test_a_state_machine_that_names_no_renamed_layer_stays_as_it_is(self):
+        for layer in ("circle", "nobody"):
+            content = interactive(layer)
+            self.write("a.lottie", content)
+            done = self.exflate("run", "a.lottie", "-o", "out.lottie")
+            self.assertEqual((done.returncode, done.err.count("state machine")), (0, 0), done.err)
+            self.write("in.lottie", content)
+            self.assertEqual(self.entry("s/m.json"), self.entry("s/m.json", "in.lottie"))
+            self.assertNotIn(b"interaction", self.exflate("check", "a.lottie").stdout)
+
+    def test_a_layer_that_is_renamed_is_renamed_in_state_machines(self):
+        self.write("a.lottie", interactive("circle"))
+        done = self.exflate("run", "a.lottie", "-o", "out.lottie", "--prefix", "P")
+        self.assertEqual(done.returncode, 0, done.err)
+        machine = self.entry("s/m.json").decode()
+        self.assertEqual([one["layerName"] for one in json.loads(machine)["interactions"]], ["P_circle"])
+        self.assertIn('"inputName":"circle"', machine)
+        self.assertIn('1.5', machine)
+        self.assertEqual(self.entry("s/broken.json"), b"{")
+
+    def test_a_nest_that_a_state_machine_names_is_a_finding(self):
+        self.write("a.lottie", interactive("Intro"))
+        checked = self.exflate("check", "a.lottie")
+        self.assertEqual(checked.returncode, 1)
+        self.assertIn(b'! interaction: a state machine reacts to layer "Intro", which goes away -> let the state machine', checked.stdout)
+        strict = self.exflate("run", "--strict", "a.lottie", "-o", "out.lottie")
+        self.assertEqual((strict.returncode, self.names()), (1, ["a.lottie"]), strict.err)
+        self.assertEqual(self.exflate("run", "--only-exact", "a.lottie", "-o", "out.lottie").returncode, 0)
+        self.assertEqual(layer_names(self.entry("a/x.json")), ["Title", "Intro"])
+        flat = self.exflate("flatten", "a.lottie", "-o", "out.lottie")
+        self.assertEqual(flat.returncode, 1)
+        self.assertIn('"Intro" stays: interaction: a state machine reacts to layer "Intro", which goes away', flat.err)
+        plain = self.exflate("run", "a.lottie", "-o", "out.lottie")
+        self.assertEqual(plain.returncode, 0)
+        self.assertIn('a state machine reacts to layer "Intro", which goes away: ', plain.err)
+
+    def test_a_layer_that_mending_renames_is_renamed_in_state_machines(self):
+        content = json.loads(animation())
+        content["layers"][0]["ks"] = dict(content["layers"][0]["ks"], o={"a": 0, "k": 100, "x": "thisComp.layer('circle').index"})
+        self.write("a.lottie", interactive("circle", json.dumps(content)))
+        for command in (["flatten"], ["run", "--mend"]):
+            done = self.exflate(*command, "a.lottie", "-o", "out.lottie")
+            self.assertEqual(done.returncode, 0, done.err)
+            self.assertEqual(layer_names(self.entry("a/x.json")), ["Title", "circle 2", "square"])
+            self.assertIn(b'"layerName":"circle 2"', self.entry("s/m.json"))
+
+    def test_a_name_that_would_become_two_stays(self):
+        content = json.loads(animation())
+        content["layers"][0]["ks"] = dict(content["layers"][0]["ks"], o={"a": 0, "k": 100, "x": "thisComp.layer('circle').index"})
+        content["layers"].append(dict(content["assets"][0]["layers"][0], ind=3))
+        self.write("a.lottie", interactive("circle", json.dumps(content)))
+        flat = self.exflate("flatten", "a.lottie", "-o", "out.lottie")
+        self.assertEqual(flat.returncode, 1)
+        self.assertIn('"Intro" stays: interaction: a state machine reacts to layer "circle", which has several names', flat.err)
+        self.assertEqual(layer_names(self.entry("a/x.json")), ["Title", "Intro", "circle"])
+        mended = self.exflate("run", "--mend", "a.lottie", "-o", "out.lottie")
+        self.assertEqual(mended.returncode, 0)
+        self.assertIn('layer "circle", which has several names afterwards: leave out the prefix, or keep the nest', mended.err)
+        self.assertIn(b'"layerName": "circle"', self.entry("s/m.json"))
+
+    def test_animations_that_do_not_agree_on_a_name_leave_state_machines_as_they_are(self):
+        machine = json.dumps({"interactions": [{"type": "Click", "layerName": "circle"}]})
+        for second in (animation(), animation(None).replace("Title", "circle")):  # one that is not chosen, and one without nests
+            self.write("a.lottie", packed(("manifest.json", manifest("x", "y")), ("a/x.json", animation()), ("a/y.json", second),
+                                          ("s/m.json", machine)))
+            chosen = ["--animation", "x"] if second == animation() else []
+            done = self.exflate("run", "a.lottie", *chosen, "-o", "out.lottie", "--prefix", "P")
+            self.assertEqual(done.returncode, 0, done.err)
+            self.assertEqual(self.entry("s/m.json").decode(), machine)
+            self.assertIn('a.lottie: a state machine reacts to layer "circle", which has several names afterwards', done.err)
+
+    def test_a_theme_that_fills_what_goes_away_is_a_finding(self):
+        content = json.loads(animation())
+        content["slots"] = {"colour": {"p": {"a": 0, "k": 100}}}
+        content["layers"][1]["ks"] = dict(content["layers"][1]["ks"], o={"sid": "colour", "a": 0, "k": 100})
+        self.write("a.lottie", interactive("nobody", json.dumps(content)))
+        checked = self.exflate("check", "a.lottie")
+        self.assertEqual(checked.returncode, 1)
+        self.assertIn(b'! interaction: a theme fills slot "colour"', checked.stdout)
+        content["slots"] = {"other": content["slots"]["colour"]}
+        content["layers"][1]["ks"]["o"]["sid"] = "other"
+        self.write("a.lottie", interactive("nobody", json.dumps(content)))
+        self.assertNotIn(b"interaction", self.exflate("check", "a.lottie").stdout)
 
 
 class Hostile(Sandbox):

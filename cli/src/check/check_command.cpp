@@ -72,10 +72,11 @@ void add_proofs(const std::string& before, const std::string& after, bool is_who
 
 // Throws Failure.
 void check_flattening(const std::string& text, const Options& options, const host::runner::PluginModule& plugin,
-                      const Console& console, lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
+                      const Console& console, const lottie::packed::AskedFor& asked_for,
+                      lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
     Options as_to_draw = options;
     as_to_draw.keep_unused = true;
-    const Flattened flattened = flatten_animation(text, plugin, as_to_draw);
+    const Flattened flattened = flatten_animation(text, plugin, as_to_draw, asked_for);
     print_warnings(console, checked.name, flattened.warnings);
     for (const FlattenedNest& nest : flattened.nests) {
         CheckedNest& one = checked.nests.emplace_back();
@@ -93,15 +94,16 @@ void check_flattening(const std::string& text, const Options& options, const hos
 
 // Throws Failure.
 void check_animation(std::string text, const Options& options, const host::runner::PluginModule& plugin,
-                     const Console& console, lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
+                     const Console& console, const lottie::packed::AskedFor& asked_for,
+                     lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
     checked.bytes = text.size();
-    if (options.flatten) return check_flattening(text, options, plugin, console, budget, checked);
+    if (options.flatten) return check_flattening(text, options, plugin, console, asked_for, budget, checked);
     lottie::document::Document document = parse_input(std::move(text));
     print_warnings(console, checked.name, document.warnings());
     const FileLimits limits = file_limits(options.script_time);
     const std::vector<Layer*> nests = nests_to_check(document, options);
     if (nests.empty()) return;
-    NestChecker checker(document, plugin, options.answers, limits);
+    NestChecker checker(document, plugin, options.answers, limits, asked_for);
     for (Layer* nest : nests) {
         NestTrial trial = checker.check(*nest, options.prove);
         if (options.prove) {
@@ -140,7 +142,7 @@ std::vector<CheckedFile> check_file(const std::string& file, const Options& opti
             bool fits = true;
             check_guarded(checked, [&] {
                 try {
-                    check_animation(input.take_text(i), options, plugin, console, budget, checked);
+                    check_animation(input.take_text(i), options, plugin, console, input.asked_for(), budget, checked);
                 } catch (const SelectionNotFound&) {
                     fits = false;
                     throw;

@@ -21,8 +21,11 @@ std::vector<int> frames_of(const std::vector<lottie::looks::Finding>& findings, 
 }  // namespace
 
 NestChecker::NestChecker(lottie::document::Document& document, const host::runner::PluginModule& plugin,
-                         const DialogAnswers& answers, const FileLimits& limits)
-    : document_(document), trials_(document, plugin, answers, limits), judge_(document.text(), limits.work) {}
+                         const DialogAnswers& answers, const FileLimits& limits,
+                         const lottie::packed::AskedFor& asked_for)
+    : document_(document),
+      trials_(document, plugin, answers, limits, asked_for),
+      judge_(document.text(), limits.work) {}
 
 NestTrial NestChecker::check(host::model::Layer& nest, bool gives_text) {
     host::model::Comp& comp = nest.comp();

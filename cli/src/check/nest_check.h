@@ -55,7 +55,7 @@ class NestChecker {
   public:
     // Everything given must outlive it.
     NestChecker(lottie::document::Document& document, const host::runner::PluginModule& plugin,
-                const DialogAnswers& answers, const FileLimits& limits);
+                const DialogAnswers& answers, const FileLimits& limits, const lottie::packed::AskedFor& asked_for);
 
     // Un-nests the nest alone, judges, and puts it back. Throws Failure as Trials::run() and compare() do.
     NestTrial check(host::model::Layer& nest, bool gives_text);

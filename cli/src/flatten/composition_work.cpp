@@ -42,9 +42,10 @@ std::vector<double> count_showings(const lottie::mend::Workbench& bench) {
 }  // namespace
 
 FlatteningState::FlatteningState(const std::string& text, const host::runner::PluginModule& module,
-                                 const Options& given)
+                                 const Options& given, lottie::packed::AskedFor asked)
     : plugin(module),
       options(given),
+      asked_for(std::move(asked)),
       limits(file_limits(given.script_time)),
       bench(text),
       judge(text, limits.work),
@@ -53,13 +54,36 @@ FlatteningState::FlatteningState(const std::string& text, const host::runner::Pl
       most_bytes(given.max_growth ? static_cast<double>(text.size()) * (1 + *given.max_growth / 100)
                                   : std::max(kAlwaysAllowedBytes, kMostGrowth * static_cast<double>(text.size()))) {}
 
+void FlatteningState::find_asked_layers(const lottie::document::Document& document) {
+    const AskedLayers asked(document, asked_for);
+    for (const std::string& name : asked_for.layers) {
+        double count = 0;
+        for (const host::model::Comp* home : asked.homes(name)) {
+            const std::size_t composition = *bench.find(document.comp_id(*home));
+            if (composition < shown.size()) count += shown[composition];
+        }
+        if (count > 0) layer_names[name] = name;
+        if (count == 1) single.insert(name);
+    }
+}
+
+void FlatteningState::rename(const std::string& before, const std::string& now) {
+    const auto original = layer_names.extract(before);
+    if (original.empty()) return;
+    layer_names[now] = original.mapped();
+    single.erase(before);
+    single.insert(now);
+    asked_for.layers.erase(before);
+    asked_for.layers.insert(now);
+}
+
 // The composition as a project of its own.
 struct CompositionWork::Stage {
     Stage(const FlatteningState& state, std::size_t composition)
         : before(state.bench.alone(composition)),
           document(parse_input(before)),
           comp(find_composition(document, state.bench.id(composition))),
-          trials(document, state.plugin, answers, state.limits) {}
+          trials(document, state.plugin, answers, state.limits, state.asked_for) {}
 
     std::string before;
     lottie::document::Document document;
@@ -73,6 +97,8 @@ struct CompositionWork::Attempt {
     std::unique_ptr<Mending> mending;  // null if there was nothing to mend
     std::vector<std::string> mended_layers;
     std::vector<NestReport> reports;
+    std::map<std::string, std::string> renamed;  // layers that state machines ask for
+    std::vector<lottie::looks::Finding> losses;  // to those and to themes
 
     std::vector<std::string_view> layers() const {
         if (mending == nullptr) return trial.written.layers;
@@ -201,8 +227,8 @@ CompositionWork::Attempt CompositionWork::attempt(const Layers& layers) {
     const auto stack = stage_->comp.stack().to_vector();
     std::vector<host::model::Layer*> nests;
     for (const Workbench::Nest& nest : nests_among(layers)) nests.push_back(stack.at(nest.place));
-    Attempt tried{stage_->trials.run(stage_->comp, nests), nullptr, {}, {}};
-    tried.reports = state_.judge.compare(tried.change(), {tried.layers(), {}, state_.bench.byte_count()});
+    Attempt tried{stage_->trials.run(stage_->comp, nests), nullptr, {}, {}, {}, {}};
+    judge(tried);
     mend(tried);
     stage_->trials.undo();
     for (const NestReport& report : tried.reports) {
@@ -212,6 +238,32 @@ CompositionWork::Attempt CompositionWork::attempt(const Layers& layers) {
         nest.mended = tried.mending ? tried.mending->mended(report.nest) : std::vector<Reason>();
     }
     return tried;
+}
+
+void CompositionWork::judge(Attempt& tried) {
+    tried.reports = state_.judge.compare(tried.change(), {tried.layers(), {}, state_.bench.byte_count()});
+    follow_names(tried);
+    for (NestReport& report : tried.reports) add_losses(report, tried.losses);
+}
+
+// What state machines and themes find after the run and its mending.
+void CompositionWork::follow_names(Attempt& tried) {
+    const auto& run = tried.trial.asked;
+    tried.losses = run.losses;
+    tried.renamed = new_layer_names({run.names}).names;
+    if (tried.mending != nullptr) {
+        const auto mended = follow_mending(run, {tried.trial.change, tried.trial.written.layers},
+                                           {tried.change(), tried.layers()}, state_.asked_for);
+        tried.losses.insert(tried.losses.end(), mended.losses.begin(), mended.losses.end());
+        for (const auto& [name, now] : mended.names) {
+            const auto before = std::find_if(tried.renamed.begin(), tried.renamed.end(),
+                                             [&](const auto& one) { return one.second == name; });
+            tried.renamed[before == tried.renamed.end() ? name : before->first] = *now.begin();
+        }
+    }
+    for (const auto& [before, now] : tried.renamed) {
+        if (!state_.single.contains(before)) tried.losses.push_back(has_several_names(before));
+    }
 }
 
 // Whether the nest looks other than it may. What nobody sees of one nest adds up over several, and over the times that
@@ -240,7 +292,7 @@ void CompositionWork::mend(Attempt& tried) {
         const bool is_mended = tried.mending->answer(seen);
         tried.mended_layers = tried.mending->layers();
         if (!is_mended) return;
-        tried.reports = state_.judge.compare(tried.change(), {tried.layers(), {}, state_.bench.byte_count()});
+        judge(tried);
     }
 }
 
@@ -281,6 +333,7 @@ std::vector<std::size_t> CompositionWork::too_large(const Attempt& tried, const 
 
 void CompositionWork::accept(Attempt& tried) {
     state_.judge.accept();
+    for (const auto& [before, now] : tried.renamed) state_.rename(before, now);
     for (const NestReport& report : tried.reports) {
         state_.unseen_left -= report.unseen * state_.shown[composition_];
         state_.flat.insert(entry(stack_[report.nest]).origin);

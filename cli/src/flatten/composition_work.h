@@ -19,10 +19,17 @@ namespace cli {
 
 // One animation on its way to being flat.
 struct FlatteningState {
-    FlatteningState(const std::string& text, const host::runner::PluginModule& plugin, const Options& options);
+    FlatteningState(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
+                    lottie::packed::AskedFor asked_for);
+
+    void find_asked_layers(const lottie::document::Document& document);  // in the whole animation
+    void rename(const std::string& before, const std::string& now);      // one of those
 
     const host::runner::PluginModule& plugin;
     const Options& options;
+    lottie::packed::AskedFor asked_for;              // by the names that layers have now
+    std::map<std::string, std::string> layer_names;  // of layers that are asked for, by the ones that they have now
+    std::set<std::string> single;                    // names of layers of which the picture shows one
     FileLimits limits;
     lottie::mend::Workbench bench;
     lottie::looks::Judge judge;
@@ -56,6 +63,8 @@ class CompositionWork {
     Layers without_large(const Layers& layers);
     void un_nest(Layers layers);
     Attempt attempt(const Layers& layers);
+    void judge(Attempt& attempt);
+    void follow_names(Attempt& attempt);
     void mend(Attempt& attempt);
     bool is_seen(const lottie::looks::NestReport& report, double unseen_before) const;
     Refused refused_of(const Attempt& attempt, const Layers& layers);

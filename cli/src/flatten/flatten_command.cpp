@@ -72,16 +72,22 @@ class Flatten {
         bool any_matches = false;
         for (std::size_t i = 0; i < input.count(); ++i) {
             try {
-                all.push_back(flatten_animation(input.text(i), plugin_, options_));
+                all.push_back(flatten_animation(input.text(i), plugin_, options_, input.asked_for()));
                 any_matches = true;
             } catch (const SelectionNotFound& not_here) {
                 missing = not_here;
-                all.push_back({input.text(i), {}, 0, {}, not_here.what()});
+                all.push_back({input.text(i), {}, 0, names_in(input.text(i), input.asked_for()), {}, not_here.what()});
             }
             texts.emplace_back().refer(all.back().text);
         }
         if (!any_matches) throw SelectionNotFound(*missing);
-        if (!options_.dry_run) write_output(options_, console_, file, input.with(std::move(texts)).pieces());
+        std::vector<NamesNow> names = {input.names_in_others()};
+        for (const Flattened& flattened : all) names.push_back(flattened.layer_names);
+        const NewNames new_names = new_layer_names(names);
+        for (const lottie::looks::Finding& loss : new_names.losses)
+            console_.say(Tone::warning, input.label(0), loss.sentence + ": " + loss.way_out);
+        if (!options_.dry_run)
+            write_output(options_, console_, file, input.with(std::move(texts), new_names.names).pieces());
         lottie::pictures::DrawingBudget budget{options_.picture_time};
         ExitCode code = ExitCode::done;
         for (std::size_t i = 0; i < input.count(); ++i) {

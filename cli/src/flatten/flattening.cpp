@@ -70,11 +70,16 @@ bool Flattened::is_as_asked() const {
                         [](const FlattenedNest& nest) { return nest.is_kept() || nest.changes(); });
 }
 
-Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options) {
+Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
+                            const lottie::packed::AskedFor& asked_for) {
     lottie::document::Document document = parse_input(text);
-    Flattened flattened{text, {}, 0, document.warnings(), ""};
-    if (document.is_passed_on()) return flattened;
-    FlatteningState state(text, plugin, options);
+    Flattened flattened{text, {}, 0, {}, document.warnings(), ""};
+    if (document.is_passed_on()) {
+        flattened.layer_names = names_in(text, asked_for);
+        return flattened;
+    }
+    FlatteningState state(text, plugin, options, asked_for);
+    state.find_asked_layers(document);
     if (options.composition.empty() && options.layers.empty()) {
         work_on_all(state, document);
     } else {
@@ -82,6 +87,7 @@ Flattened flatten_animation(const std::string& text, const host::runner::PluginM
         work_on(state, document, *state.bench.find(document.comp_id(comp)), selected_places(comp, options), false);
     }
     take_nests(state, flattened);
+    for (const auto& [now, before] : state.layer_names) flattened.layer_names[before].insert(now);
     flattened.text = state.bench.text(options.keep_unused);
     return flattened;
 }

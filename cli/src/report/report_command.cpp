@@ -75,7 +75,7 @@ class Reporter {
           document_(parse_input(text_)),
           comp_(find_composition(document_, options.composition)),
           nests_(find_nests(comp_, options.layers)),
-          checker_(document_, plugin, options.answers, limits_) {
+          checker_(document_, plugin, options.answers, limits_, input.asked_for()) {
         print_warnings(console, input.label(0), document_.warnings());
     }
 

@@ -56,7 +56,7 @@ MendedRun mend_run(const std::string& before, const std::string& after, const lo
     for (const std::size_t nest : change.nests) {
         for (const auto reason : mending.mended(nest)) mended.insert(std::string(code(reason)));
     }
-    return {std::move(text), summary_of(mended, reports)};
+    return {std::move(text), summary_of(mended, reports), mending.change(), mending.layers()};
 }
 
 }  // namespace cli

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "looks/judge.h"
 
@@ -10,6 +11,8 @@ namespace cli {
 struct MendedRun {
     std::string text;     // the animation
     std::string summary;  // what was mended, and how many looks change nonetheless
+    lottie::looks::StackChange change;
+    std::vector<std::string> layers;  // of the changed stack
 };
 
 // The animation before and after one run, and what that did. Throws std::runtime_error for texts that cannot be read,

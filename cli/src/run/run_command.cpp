@@ -35,6 +35,7 @@ struct AnimationResult {
     std::string look_hint = {};           // of a run that was not judged
     std::string mended = {};              // the animation, of a run that mends
     Sizes sizes = {};                     // of the text, unpacked
+    AskedLayers::Outcome asked = {};      // what became of layers that state machines ask for
     std::string skip_reason = {};         // empty: the animation was changed
 };
 
@@ -111,11 +112,15 @@ class Run {
         const std::string output = output_for(options_, file);
         std::vector<lottie::document::OutputText> texts;
         for (WrittenAnimation& animation : animations) texts.push_back(std::move(animation.written));
-        const lottie::document::OutputText bytes = input.with(std::move(texts));
+        std::vector<NamesNow> names = {input.names_in_others()};
+        for (const AnimationResult& result : results) names.push_back(result.asked.names);
+        const NewNames new_names = new_layer_names(names);
+        const lottie::document::OutputText bytes = input.with(std::move(texts), new_names.names);
         if (is_changed || !options_.in_place) write_output(options_, console_, file, bytes.pieces());
 
         const std::string shown_output = output == kStandardStream ? "" : output;
         for (const AnimationResult& result : results) print_result(result, input.form() ? "" : shown_output);
+        print_losses(shown_name(file), new_names.losses);
         if (!is_changed || !input.form()) return;
         print_packed(console_, shown_name(file), {input.byte_count(), bytes.size()}, shown_output);
         if (input.form() == lottie::packed::Form::tgs && input.byte_count() <= kMaxStickerBytes &&
@@ -124,11 +129,17 @@ class Run {
         }
     }
 
+    void print_losses(const std::string& label, const std::vector<lottie::looks::Finding>& losses) const {
+        for (const lottie::looks::Finding& loss : losses)
+            console_.say(Tone::warning, label, loss.sentence + ": " + loss.way_out);
+    }
+
     void print_result(const AnimationResult& result, const std::string& output) const {
         if (!result.skip_reason.empty()) return console_.say(Tone::plain, result.label, result.skip_reason);
         print_messages_of(result);
         print_log(console_, result.label, result.record);
         print_judged_nests(console_, result.label, result.judged);
+        print_losses(result.label, result.asked.losses);
         print_success(console_, result.label, result.composition, result.record, result.sizes, output);
         if (!result.look_hint.empty()) console_.say(Tone::warning, result.label, result.look_hint);
     }
@@ -146,6 +157,7 @@ class Run {
             } catch (const SelectionNotFound& missing) {
                 if (!first_missing) first_missing = Failure(missing.code(), missing.what(), input.place(i));
                 result.skip_reason = std::string("skipped: ") + missing.what();
+                result.asked = {names_in(input.text(i), input.asked_for()), {}};
                 animations.emplace_back().written.append(input.text(i));
             } catch (const Failure& failure) {
                 throw Failure(failure.code(), failure.what(), input.place(i) + failure.place());
@@ -160,14 +172,18 @@ class Run {
         WrittenAnimation animation;
         animation.document = parse_input(input.take_text(i));
         print_warnings(console_, result.label, animation.document->warnings());
-        animation.written = unnest_in(*animation.document, result);
+        animation.written = unnest_in(*animation.document, input.asked_for(), result);
         if (!input.form()) return animation;
         WrittenAnimation text_only;  // packing needs the text; a document is kept for no longer than it must be
         text_only.written.append(animation.written.text());
         return text_only;
     }
 
-    lottie::document::OutputText unnest_in(lottie::document::Document& document, AnimationResult& result) {
+    lottie::document::OutputText unnest_in(lottie::document::Document& document,
+                                           const lottie::packed::AskedFor& asked_for, AnimationResult& result) {
+        const AskedLayers asked(document, asked_for);
+        result.asked = asked.outcome();
+        if (document.is_passed_on()) result.asked.names = names_in(document.text(), asked_for);
         Comp& comp = find_composition(document, options_.composition);
         const auto nests = find_nests(comp, options_.layers);
         result.composition = comp.name();
@@ -175,7 +191,7 @@ class Run {
             result.skip_reason = "composition " + in_quotes(comp.name()) + " has no nests: nothing to do";
             return write_animation(document);
         }
-        unnest_all(document, comp, nests, result);
+        unnest_all(document, comp, nests, asked_for, asked, result);
         lottie::document::OutputText written;
         if (options_.mend) {
             written.append(result.mended);
@@ -188,15 +204,20 @@ class Run {
 
     // Nobody may write the project if it fails.
     void unnest_all(lottie::document::Document& document, Comp& comp, const std::vector<host::model::Layer*>& nests,
-                    AnimationResult& result) {
+                    const lottie::packed::AskedFor& asked_for, const AskedLayers& asked, AnimationResult& result) {
         DialogOperator answers(options_.answers);
         host::scriptui::DialogDriver& dialogs = windows_ != nullptr ? *windows_ : answers;
         const FileLimits limits = file_limits(options_.script_time);
-        const RunContext context{plugin_, settings_, dialogs, limits,
-                                 [&](host::runner::Session& session) { journal_.observe(session, result.label); }};
+        const RunContext context{plugin_,
+                                 settings_,
+                                 dialogs,
+                                 limits,
+                                 [&](host::runner::Session& session) { journal_.observe(session, result.label); },
+                                 asked_for};
         try {
             if (is_judged(options_)) {
                 result.judged = unnest_judged(document, document.text(), context, comp, nests, options_, result.record);
+                result.asked = asked.outcome();
             } else {
                 document.project().undo().keep_no_history();
                 host::runner::Session session(document.project(), settings_, dialogs, limits.scripts);
@@ -205,11 +226,16 @@ class Run {
                 LookHint hint(document, comp, nests, options_.recursive);
                 Origins origins(comp, nests);
                 unnest(session, comp, nests, options_.recursive, *limits.work, result.record);
+                result.asked = asked.outcome();
                 if (options_.mend) {
-                    MendedRun mended = mend_run(document.text(), write_animation(document).text(),
-                                                origins.change_to(comp, document.comp_id(comp)));
+                    const auto change = origins.change_to(comp, document.comp_id(comp));
+                    MendedRun mended = mend_run(document.text(), write_animation(document).text(), change);
                     result.mended = std::move(mended.text);
                     result.look_hint = std::move(mended.summary);
+                    const lottie::document::WrittenLayers layers = write_layers(document, comp);
+                    asked.add(follow_mending(result.asked, {change, layers.layers},
+                                             {mended.change, {mended.layers.begin(), mended.layers.end()}}, asked_for),
+                              result.asked);
                 } else {
                     result.look_hint = hint.after(result.record);
                 }

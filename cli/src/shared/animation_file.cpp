@@ -1,6 +1,7 @@
 // Animations from files, plain or packed, and back.
 #include "cli/shared/animation_file.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/files.h"
@@ -70,14 +71,34 @@ std::string AnimationFile::place(std::size_t i) const {
     return is_collection() ? ':' + printable(packed(i).entry) : "";
 }
 
-OutputText AnimationFile::with(std::vector<OutputText> texts) const {
+const lottie::packed::AskedFor& AnimationFile::asked_for() const {
+    static const lottie::packed::AskedFor nothing;
+    return archive_ ? archive_->asked_for() : nothing;
+}
+
+NamesNow AnimationFile::names_in_others() const {
+    NamesNow names;
+    if (!archive_) return names;
+    for (std::size_t i = 0; i < archive_->animations().size(); ++i) {
+        if (std::find(chosen_.begin(), chosen_.end(), i) != chosen_.end()) continue;
+        try {
+            names.merge(names_in(parse_input(archive_->animations()[i].text).text(), archive_->asked_for()));
+        } catch (const Failure&) {
+            continue;  // no animation, and nothing that players could show
+        }
+    }
+    return names;
+}
+
+OutputText AnimationFile::with(std::vector<OutputText> texts,
+                               const std::map<std::string, std::string>& layer_names) const {
     if (!archive_) return std::move(texts.front());
     std::vector<std::string> all;
     for (const auto& animation : archive_->animations()) all.push_back(animation.text);
     for (std::size_t i = 0; i < chosen_.size(); ++i) all[chosen_[i]] = texts[i].text();
     try {
         OutputText packed;
-        packed.append(archive_->write(all));
+        packed.append(archive_->write(all, layer_names));
         return packed;
     } catch (const ArchiveError& error) {
         throw Failure(ExitCode::failed, error.what());

@@ -8,6 +8,7 @@
 #include "cli/shared/dialog_operator.h"
 #include "cli/shared/failure.h"
 #include "cli/shared/origins.h"
+#include "shared/filled_slots.h"
 
 namespace cli {
 
@@ -27,9 +28,22 @@ FileLimits file_limits(double script_time) {
     return limits;
 }
 
+namespace {
+
+std::size_t count_layers(const host::model::Project& project) {
+    std::size_t count = 0;
+    for (const Comp* comp : project.comps()) count += static_cast<std::size_t>(comp->layer_count());
+    return count;
+}
+
+}  // namespace
+
 struct Trials::OwnContext {
-    OwnContext(const host::runner::PluginModule& plugin, const DialogAnswers& answers, const FileLimits& limits)
-        : settings(host::script::Settings::in_memory()), dialogs(answers), context{plugin, settings, dialogs, limits} {}
+    OwnContext(const host::runner::PluginModule& plugin, const DialogAnswers& answers, const FileLimits& limits,
+               const lottie::packed::AskedFor& asked_for)
+        : settings(host::script::Settings::in_memory()), dialogs(answers), context{plugin, settings, dialogs, limits} {
+        context.asked_for = asked_for;
+    }
 
     host::script::Settings settings;
     DialogOperator dialogs;
@@ -37,8 +51,8 @@ struct Trials::OwnContext {
 };
 
 Trials::Trials(lottie::document::Document& document, const host::runner::PluginModule& plugin,
-               const DialogAnswers& answers, const FileLimits& limits)
-    : own_context_(std::make_unique<OwnContext>(plugin, answers, limits)),
+               const DialogAnswers& answers, const FileLimits& limits, const lottie::packed::AskedFor& asked_for)
+    : own_context_(std::make_unique<OwnContext>(plugin, answers, limits, asked_for)),
       document_(document),
       context_(own_context_->context),
       session_(document.project(), context_.settings, context_.dialogs, context_.limits.scripts) {}
@@ -55,6 +69,8 @@ Trials::Trials(lottie::document::Document& document, const RunContext& context)
 Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
     host::model::UndoJournal& journal = document_.project().undo();
     const std::size_t steps_before = journal.step_names().size();
+    const AskedLayers asked(document_, context_.asked_for);
+    const FilledSlots slots(document_, comp, nests, context_.asked_for.slots);
     Origins origins(comp, nests);
     std::set<const Comp*> sources;
     for (const Layer* nest : nests) sources.insert(nest->source()->comp());
@@ -64,7 +80,9 @@ Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
         is_started_ = true;
         lottie::looks::Work& work = *context_.limits.work;
         unnest(session_, comp, nests, false, work, trial.record);
-        work.spend(kStepsPerLayer * static_cast<std::size_t>(comp.layer_count()) +
+        const std::size_t looked_at = context_.asked_for.layers.empty() ? static_cast<std::size_t>(comp.layer_count())
+                                                                        : count_layers(document_.project());
+        work.spend(kStepsPerLayer * looked_at +
                    kStepsPerItem * static_cast<std::size_t>(document_.project().item_count()));
         trial.written = write_layers(document_, comp);
         for (const std::string& layer : trial.written.own) work.spend(kStepsPerByte * layer.size());
@@ -81,6 +99,9 @@ Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
         if (!source->is_alive()) trial.deleted.push_back(document_.comp_id(*source));
     }
     trial.byte_count = document_.written_size();
+    trial.asked = asked.outcome();
+    for (lottie::looks::Finding& loss : slots.losses(trial.change, trial.written))
+        trial.asked.losses.push_back(std::move(loss));
     return trial;
 }
 
@@ -94,8 +115,18 @@ std::string main_reason(const std::vector<lottie::looks::Finding>& findings) {
     return worst == findings.end() ? "" : std::string(code(worst->reason)) + ": " + worst->sentence;
 }
 
+void add_losses(lottie::looks::NestReport& report, const std::vector<lottie::looks::Finding>& losses) {
+    if (losses.empty()) return;
+    report.findings.insert(report.findings.end(), losses.begin(), losses.end());
+    std::stable_sort(report.findings.begin(), report.findings.end(),
+                     [](const auto& a, const auto& b) { return a.reason < b.reason; });
+    report.verdict = verdict_of(report.findings);
+}
+
 std::vector<lottie::looks::NestReport> compare(lottie::looks::Judge& judge, const Trial& trial) {
-    return judge.compare(trial.change, {trial.written.layers, trial.deleted, trial.byte_count});
+    auto reports = judge.compare(trial.change, {trial.written.layers, trial.deleted, trial.byte_count});
+    for (lottie::looks::NestReport& report : reports) add_losses(report, trial.asked.losses);
+    return reports;
 }
 
 }  // namespace cli

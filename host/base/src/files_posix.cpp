@@ -16,6 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// More than one read gives.
+constexpr std::size_t kMaxBlock = std::size_t{1} << 20;
+
 constexpr const char* kUnreadable = "cannot be read";
 constexpr const char* kUnwritable = "cannot be written";
 
@@ -44,6 +47,8 @@ std::string read_all(int fd, std::size_t size, std::size_t limit) {
                 throw FileError(kUnreadable, reason());
             case ReadResult::some:
                 if (bytes.size() > limit) refuse_size(limit);
+                // The last step of growth would be to twice what is ever needed.
+                if (bytes.size() > limit / 2 && bytes.capacity() < limit) bytes.reserve(limit + kMaxBlock);
         }
     }
 }

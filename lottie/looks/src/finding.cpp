@@ -45,6 +45,7 @@ constexpr auto kCodes = std::to_array<std::string_view>({
     "layer-reference",
     "composition-reference",
     "name-clash",
+    "interaction",
     "long-name",
     "quoted-name",
     "random",

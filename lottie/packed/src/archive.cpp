@@ -44,11 +44,16 @@ const std::vector<PackedAnimation>& Archive::animations() const {
     return packed_->animations;
 }
 
-std::string Archive::write(const std::vector<std::string>& texts) const {
+const AskedFor& Archive::asked_for() const {
+    return packed_->asked_for;
+}
+
+std::string Archive::write(const std::vector<std::string>& texts,
+                           const std::map<std::string, std::string>& layer_names) const {
     const auto& animations = packed_->animations;
     if (texts.size() != animations.size()) throw std::invalid_argument("a text for each animation is needed");
     for (std::size_t i = 0; i < texts.size(); ++i) {
-        if (texts[i] != animations[i].text) return packed_->write(texts);
+        if (texts[i] != animations[i].text) return packed_->write(texts, layer_names);
     }
     return packed_->bytes;
 }

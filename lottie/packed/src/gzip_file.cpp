@@ -62,7 +62,8 @@ class GzipFile : public PackedFile {
 
     Form form() const override { return Form::tgs; }
 
-    std::string write(const std::vector<std::string>& texts) const override {
+    std::string write(const std::vector<std::string>& texts,
+                      const std::map<std::string, std::string>& /*no state machines*/) const override {
         const std::string& text = texts.front();
         z_stream stream{};
         if (deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, kGzipWindow, kMemoryLevel, Z_DEFAULT_STRATEGY) !=

@@ -3,6 +3,7 @@
 
 #include <zip.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <cstring>
@@ -12,6 +13,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "companions.h"
 #include "entry_name.h"
 #include "manifest.h"
 #include "unpack_limit.h"
@@ -147,20 +149,49 @@ class ZipFile : public PackedFile {
             left -= animation.text.size();
             animations.push_back(std::move(animation));
         }
+        read_companions(zip.get(), indices, left);
     }
 
     Form form() const override { return Form::lottie; }
 
-    std::string write(const std::vector<std::string>& texts) const override {
+    std::string write(const std::vector<std::string>& texts,
+                      const std::map<std::string, std::string>& layer_names) const override {
+        std::map<zip_uint64_t, std::string> machines;
+        for (const auto& [index, machine] : machines_) {
+            for (const std::string& layer : layers_named_in(machine)) {
+                if (layer_names.contains(layer)) machines[index] = with_layers_renamed(machine, layer_names);
+            }
+        }
         OpenZip zip(bytes, 0);
         for (std::size_t i = 0; i < texts.size(); ++i) {
             if (texts[i] != animations[i].text) replace(zip.get(), indices_[i], texts[i]);
         }
+        for (const auto& [index, machine] : machines) replace(zip.get(), index, machine);
         return zip.close();
     }
 
   private:
     using EntryIndices = std::unordered_map<std::string, zip_uint64_t>;
+
+    // State machines and themes. What cannot be unpacked is of no use to players either and asks for nothing.
+    void read_companions(zip_t* zip, const EntryIndices& indices, std::size_t left) {
+        for (const auto& [entry, index] : indices) {
+            const bool is_machine = entry.starts_with("s/");
+            if (!entry.ends_with(".json") || (!is_machine && !entry.starts_with("t/"))) continue;
+            try {
+                std::string text = unpack(zip, index, entry, std::min(left, kMaxManifestBytes));
+                left -= text.size();
+                if (is_machine) {
+                    asked_for.layers.merge(layers_named_in(text));
+                    machines_.emplace(index, std::move(text));
+                } else {
+                    asked_for.slots.merge(slots_filled_by(text));
+                }
+            } catch (const ArchiveError&) {
+                continue;
+            }
+        }
+    }
 
     // Every entry's index by its name. Entries that nobody should unpack are refused although nothing is unpacked here:
     // the result would carry them on.
@@ -210,6 +241,7 @@ class ZipFile : public PackedFile {
     }
 
     std::vector<zip_uint64_t> indices_;  // of the animations
+    std::map<zip_uint64_t, std::string> machines_;
 };
 
 }  // namespace

@@ -6,8 +6,10 @@
 #include <vector>
 
 #include "cli/arguments/options.h"
+#include "cli/shared/interactions.h"
 #include "document/input_error.h"
 #include "looks/judge.h"
+#include "packed/archive.h"
 #include "runner/plugin_module.h"
 
 namespace cli {
@@ -34,6 +36,7 @@ struct Flattened {
     std::string text;
     std::vector<FlattenedNest> nests;  // innermost compositions first, each from top to bottom
     std::size_t nests_left = 0;        // that can be seen
+    NamesNow layer_names;              // of layers that state machines ask for
     std::vector<lottie::document::InputError> warnings;
     std::string skipped;  // why nothing was done; empty otherwise
 
@@ -41,8 +44,9 @@ struct Flattened {
     bool is_as_asked() const;
 };
 
-// Works on the nests that the options name, or on all. Throws Failure: bad input, and what the plug-in or the host
-// report.
-Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options);
+// Works on the nests that the options name, or on all. What lies around the animation asks for parts of it. Throws
+// Failure: bad input, and what the plug-in or the host report.
+Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
+                            const lottie::packed::AskedFor& asked_for = {});
 
 }  // namespace cli

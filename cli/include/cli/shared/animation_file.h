@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -9,6 +10,7 @@
 #include "base/files.h"
 #include "cli/shared/console.h"
 #include "cli/shared/file_io.h"
+#include "cli/shared/interactions.h"
 #include "document/document.h"
 #include "document/output_text.h"
 #include "packed/archive.h"
@@ -72,9 +74,15 @@ class AnimationFile {
     // The file's name as it is in sentences, and the place.
     std::string label(std::size_t i) const { return name_ + place(i); }
 
+    // What other things in the file ask of the animations.
+    const lottie::packed::AskedFor& asked_for() const;
+    // The layers among it that animations have which are not chosen.
+    NamesNow names_in_others() const;
+
     // The file's bytes with `texts` in the place of the chosen animations, in the same form. They point at what the
-    // texts of a plain file point at. Throws Failure (failed).
-    lottie::document::OutputText with(std::vector<lottie::document::OutputText> texts) const;
+    // texts of a plain file point at. What asks for a layer asks by its new name. Throws Failure (failed).
+    lottie::document::OutputText with(std::vector<lottie::document::OutputText> texts,
+                                      const std::map<std::string, std::string>& layer_names = {}) const;
 
   private:
     void choose(const std::string& id);

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "cli/shared/dialog_answers.h"
+#include "cli/shared/interactions.h"
 #include "cli/shared/unnest.h"
 #include "document/document.h"
 #include "looks/judge.h"
@@ -24,6 +25,7 @@ struct Trial {
     std::vector<std::string> deleted;         // ids of the compositions that went
     std::size_t byte_count = 0;               // of the whole animation
     UnnestRecord record;
+    AskedLayers::Outcome asked;  // of what state machines and themes ask for
 };
 
 // What one file may use, whatever is done with it.
@@ -42,7 +44,8 @@ struct RunContext {
     host::scriptui::DialogDriver& dialogs;
     const FileLimits& limits;
     std::function<void(host::runner::Session&)> observe = [](host::runner::Session&) {
-    };  // the session, before it starts
+    };                                        // the session, before it starts
+    lottie::packed::AskedFor asked_for = {};  // by what lies around the animation
 };
 
 // Un-nests nests of one animation, in one session as often as wanted.
@@ -52,7 +55,7 @@ class Trials {
     Trials(lottie::document::Document& document, const RunContext& context);
     // The dialog is answered like this, and nothing of it remembered.
     Trials(lottie::document::Document& document, const host::runner::PluginModule& plugin, const DialogAnswers& answers,
-           const FileLimits& limits);
+           const FileLimits& limits, const lottie::packed::AskedFor& asked_for = {});
     ~Trials();
 
     // Un-nests the nests of one composition in one run and leaves the project that way. Throws Failure as unnest()
@@ -75,7 +78,10 @@ class Trials {
 // The first finding of the greatest weight, as its code and sentence; empty if there is none.
 std::string main_reason(const std::vector<lottie::looks::Finding>& findings);
 
-// What the trial does to the looks. Throws TooMuchWork.
+// Tells a nest of what state machines and themes lose, whichever nest it is by.
+void add_losses(lottie::looks::NestReport& report, const std::vector<lottie::looks::Finding>& losses);
+
+// What the trial does to the looks and to what reacts to them. Throws TooMuchWork.
 std::vector<lottie::looks::NestReport> compare(lottie::looks::Judge& judge, const Trial& trial);
 
 }  // namespace cli

@@ -47,6 +47,7 @@ enum class Reason {
     layer_reference,
     composition_reference,
     name_clash,
+    interaction,
     long_name,
     quoted_name,
     random,

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,8 +16,8 @@ namespace lottie::packed {
 enum class Form { lottie, tgs };
 
 // How much an archive may unpack to; what is beyond is refused while it is being unpacked, whatever its headers say.
-inline constexpr std::size_t kMaxBytes = std::size_t{256} << 20;  // all animations together
-inline constexpr std::size_t kMaxManifestBytes = std::size_t{1} << 20;
+inline constexpr std::size_t kMaxBytes = std::size_t{256} << 20;        // all animations together
+inline constexpr std::size_t kMaxManifestBytes = std::size_t{1} << 20;  // a state machine and a theme too
 inline constexpr std::size_t kMaxEntries = 10'000;
 inline constexpr std::size_t kMaxRatio = 200;                    // bytes for each packed one, ...
 inline constexpr std::size_t kFreeBytes = std::size_t{1} << 20;  // ... except for the first million
@@ -26,8 +28,14 @@ struct PackedAnimation {
     std::string text;
 };
 
-// Keeps the bytes it was read from. Nothing but the animations and the manifest is ever unpacked, and nothing is
-// written to any disk.
+// What else in the archive names parts of its animations.
+struct AskedFor {
+    std::set<std::string> layers;  // by state machines
+    std::set<std::string> slots;   // by themes
+};
+
+// Keeps the bytes it was read from. Nothing but the manifest, the animations, state machines and themes is ever
+// unpacked, and nothing is written to any disk.
 class Archive {
   public:
     // By the first bytes: a file's name proves nothing.
@@ -44,10 +52,14 @@ class Archive {
     // At least one; in the order of the manifest.
     const std::vector<PackedAnimation>& animations() const;
 
+    const AskedFor& asked_for() const;
+
     // The archive with `texts` in the place of the animations' own, one for each. With equal texts the very bytes that
     // were read; else every entry that stays keeps its packed bytes, name, place, time and comment, and the new ones
-    // keep all but the first. Equal archives and texts give equal bytes. Throws ArchiveError.
-    std::string write(const std::vector<std::string>& texts) const;
+    // keep all but the first. In state machines layers get the new names of `layer_names`, by their old ones. Equal
+    // archives and texts give equal bytes. Throws ArchiveError.
+    std::string write(const std::vector<std::string>& texts,
+                      const std::map<std::string, std::string>& layer_names = {}) const;
 
   private:
     explicit Archive(std::unique_ptr<struct PackedFile> packed);

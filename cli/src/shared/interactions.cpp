@@ -1,0 +1,173 @@
+// What state machines and themes around an animation ask of its layers, and what a run makes of that.
+#include "cli/shared/interactions.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+
+#include "cli/shared/console.h"
+#include "document/json_text.h"
+#include "document/json_tree.h"
+#include "shared/filled_slots.h"
+
+namespace cli {
+namespace {
+
+using host::model::Layer;
+using lottie::looks::Finding;
+
+// Whether anybody can meet it: un-nested compositions often stay in the project, and nests as hidden layers.
+bool is_shown(const Layer& layer, const host::model::Comp& main) {
+    const host::model::Comp& comp = layer.comp();
+    return layer.is_alive() && layer.has_flag(host::model::kVideoActive) && (&comp == &main || !comp.users().empty());
+}
+
+Finding finding(const std::string& layer, const std::string& what, const std::string& way_out) {
+    return {.reason = lottie::looks::Reason::interaction,
+            .weight = lottie::looks::Weight::change,
+            .sentence = "a state machine reacts to layer " + in_quotes(layer) + ", which " + what,
+            .way_out = way_out,
+            .layer = layer,
+            .property = "",
+            .frame = {}};
+}
+
+Finding goes_away(const std::string& layer) {
+    return finding(layer, "goes away", "let the state machine name a layer inside it, or keep it nested");
+}
+
+std::string name_of(std::string_view layer) {
+    const std::string text(layer);
+    const lottie::document::JsonTree tree(text, {0, static_cast<std::uint32_t>(text.size())});
+    const lottie::document::JsonNode* name = tree.member(&tree.root(), "nm");
+    return name == nullptr || name->kind != lottie::document::JsonKind::string
+               ? ""
+               : lottie::document::decode_string(tree.text(*name));
+}
+
+// Tells layers of a changed stack apart; what runs and remedies made has no place before.
+auto place_of(const lottie::looks::Origin& origin) {
+    return std::tuple(origin.kind, origin.nest, origin.layer);
+}
+
+}  // namespace
+
+Finding has_several_names(const std::string& layer) {
+    return finding(layer, "has several names afterwards", "leave out the prefix, or keep the nest");
+}
+
+AskedLayers::AskedLayers(const lottie::document::Document& document, const lottie::packed::AskedFor& asked_for)
+    : document_(document) {
+    if (asked_for.layers.empty()) return;
+    for (const host::model::Comp* comp : document.project().comps()) {
+        for (const Layer* layer : comp->stack().to_vector()) {
+            const std::string& name = layer->display_name();
+            if (asked_for.layers.contains(name) && is_shown(*layer, document.main_comp()))
+                asked_[name].push_back(layer);
+        }
+    }
+}
+
+std::vector<const host::model::Comp*> AskedLayers::homes(const std::string& name) const {
+    std::vector<const host::model::Comp*> homes;
+    if (const auto found = asked_.find(name); found != asked_.end()) {
+        for (const Layer* layer : found->second) homes.push_back(&layer->comp());
+    }
+    return homes;
+}
+
+AskedLayers::Outcome AskedLayers::outcome() const {
+    Outcome outcome;
+    if (asked_.empty()) return outcome;
+    std::map<host::model::LayerId, std::set<std::string>> names;  // that a layer has now, and its copies
+    for (const host::model::Comp* comp : document_.project().comps()) {
+        for (const Layer* layer : comp->stack().to_vector()) {
+            if (!is_shown(*layer, document_.main_comp())) continue;
+            names[layer->id()].insert(layer->display_name());
+            names[layer->copied_from()].insert(layer->display_name());
+        }
+    }
+    for (const auto& [name, layers] : asked_) {
+        std::set<std::string>& now = outcome.names[name];
+        bool is_any_gone = false;
+        for (const Layer* layer : layers) {
+            const std::set<std::string>& its = names[layer->id()];
+            now.insert(its.begin(), its.end());
+            is_any_gone = is_any_gone || its.empty();
+        }
+        if (is_any_gone) outcome.losses.push_back(goes_away(name));
+        if (now.size() > 1) outcome.losses.push_back(has_several_names(name));
+    }
+    return outcome;
+}
+
+void AskedLayers::add(const Outcome& mended, Outcome& run) const {
+    run.losses.insert(run.losses.end(), mended.losses.begin(), mended.losses.end());
+    for (auto& [name, now] : run.names) {
+        const bool had_one = now.size() == 1;
+        for (const auto& [before, after] : mended.names) {
+            if (!now.contains(before)) continue;
+            if (homes(name).size() == 1) now.erase(before);
+            now.insert(after.begin(), after.end());
+        }
+        if (had_one && now.size() > 1) run.losses.push_back(has_several_names(name));
+    }
+}
+
+NamesNow names_in(std::string_view animation, const lottie::packed::AskedFor& asked_for) {
+    NamesNow names;
+    if (asked_for.layers.empty()) return names;
+    for (const std::string_view literal : literals_under("\"nm\"", animation)) {
+        const std::string name = lottie::document::decode_string(literal);
+        if (asked_for.layers.contains(name)) names[name] = {name};
+    }
+    return names;
+}
+
+NewNames new_layer_names(const std::vector<NamesNow>& animations) {
+    NamesNow all;
+    std::set<std::string> told;  // by one animation alone
+    for (const NamesNow& animation : animations) {
+        for (const auto& [name, now] : animation) {
+            all[name].insert(now.begin(), now.end());
+            if (now.size() > 1) told.insert(name);
+        }
+    }
+    NewNames result;
+    for (const auto& [name, now] : all) {
+        if (now.size() == 1 && *now.begin() != name) result.names[name] = *now.begin();
+        if (now.size() > 1 && !told.contains(name)) result.losses.push_back(has_several_names(name));
+    }
+    return result;
+}
+
+AskedLayers::Outcome follow_mending(const AskedLayers::Outcome& after_run, const ChangedStack& run,
+                                    const ChangedStack& mended, const lottie::packed::AskedFor& asked_for) {
+    AskedLayers::Outcome outcome;
+    if (asked_for.layers.empty() && asked_for.slots.empty()) return outcome;
+    std::set<std::string> names;
+    for (const auto& [before, now] : after_run.names) names.insert(now.begin(), now.end());
+    std::map<std::tuple<lottie::looks::Origin::Kind, std::size_t, std::size_t>, std::string_view> now;
+    for (std::size_t i = 0; i < mended.layers.size(); ++i) now[place_of(mended.change.after[i])] = mended.layers[i];
+    std::set<std::string> lost;
+    for (std::size_t i = 0; i < run.layers.size(); ++i) {
+        if (run.change.after[i].kind == lottie::looks::Origin::Kind::made) continue;
+        const auto found = now.find(place_of(run.change.after[i]));
+        const std::string_view layer = found == now.end() ? "{}" : found->second;
+        if (layer == run.layers[i]) continue;
+        if (const std::string name = name_of(run.layers[i]); names.contains(name)) {
+            if (found == now.end()) {
+                outcome.losses.push_back(goes_away(name));
+            } else {
+                outcome.names[name].insert(name_of(layer));
+            }
+        }
+        const std::set<std::string> before = slots_in(run.layers[i], asked_for.slots);
+        const std::set<std::string> after = slots_in(layer, asked_for.slots);
+        std::set_difference(before.begin(), before.end(), after.begin(), after.end(), std::inserter(lost, lost.end()));
+    }
+    for (const std::string& slot : lost) outcome.losses.push_back(loses_value(slot));
+    return outcome;
+}
+
+}  // namespace cli
