@@ -61,7 +61,9 @@ std::vector<Case> mask_cases() {
     return {
         {Reason::mask, "quarter", Weight::change, Pictures::differ, nest(masked(mask(kQuarter, "a"))), "",
          "masksProperties"},
-        {Reason::mask, "mode_none", Weight::harmless, Pictures::cannot_tell, nest(masked(mask(kQuarter, "n")))},
+        {Reason::mask, "mode_none", Weight::change, Pictures::differ, nest(masked(mask(kQuarter, "n"))), "", "hasMask"},
+        {Reason::mask, "mode_none_and_around_everything", Weight::harmless, Pictures::equal,
+         nest(masked(mask(kQuarter, "n") + "," + mask(kWhole, "a")))},
         {Reason::mask, "around_everything", Weight::harmless, Pictures::equal, nest(masked(mask(kWhole, "a")))},
         {Reason::mask, "shrunk", Weight::change, Pictures::cannot_tell, nest(masked(mask(kWhole, "a", "100", "-30"))),
          "", "masksProperties"},

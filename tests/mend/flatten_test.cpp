@@ -77,6 +77,23 @@ TEST(Flatten, a_layer_without_a_transform_gets_none) {
     EXPECT_EQ(cli::flatten_animation(flat.text, plugin(), {}).text, flat.text);
 }
 
+TEST(Flatten, a_nest_that_hangs_on_another_becomes_flat_with_it) {
+    const std::string turning = transform({{"p", still("[50,50,0]")},
+                                           {"a", still("[50,50,0]")},
+                                           {"s", still("[60,90,100]")},
+                                           {"r", keyed({{0, "0"}, {19, "80"}})}});
+    Nesting nesting;
+    nesting.nest = {{"ks", turning}};
+    nesting.below.insert(
+        nesting.below.begin(),
+        nest_layer(11, "Rider", "other", {{"parent", "10"}, {"ks", turning}, {"w", "100"}, {"h", "100"}}));
+    nesting.assets = {R"({"id":"other","layers":[)" + solid(1, "green", 30, 30, "#00ff00", {{"ks", at(5, 60)}}) + "]}"};
+    const std::string text = animation(nesting);
+    const cli::Flattened flat = cli::flatten_animation(text, plugin(), {});
+    EXPECT_EQ(flat.nests_left, 0U);
+    EXPECT_TRUE((Judged{text, flat.text, {}}).looks_equal()) << flat.text;
+}
+
 TEST(Flatten, compositions_that_nothing_shows_any_more_go_unless_they_are_to_stay) {
     const std::string text = animation({});
     EXPECT_EQ(cli::flatten_animation(text, plugin(), {}).text.find("refId"), std::string::npos);

@@ -101,17 +101,24 @@ bool hides_nothing(const Json& mask, const SceneLayer& nest) {
            is_frame_around(member(mask, "pt"), nest.width, nest.height);
 }
 
+// Whether any of them is switched on.
+bool acts(Json::ConstArray masks) {
+    return std::any_of(masks.begin(), masks.end(), [](const Json& mask) { return text_member(mask, "mode") != "n"; });
+}
+
 void find_masks(Unnesting& u) {
     const auto masks = u.nest().array("masksProperties");
     if (!u.nest().has_masks) return;
-    if (masks.Empty()) {
-        u.add({Reason::mask,
-               weight_if_seen(u, Weight::change),
-               "it says that it has masks and has none: some players hide it, others show it" + unless_seen(u),
-               "take \"hasMask\" out, or give it a mask",
-               "",
-               "hasMask",
-               {}});
+    if (!acts(masks)) {
+        u.add(
+            {Reason::mask,
+             weight_if_seen(u, Weight::change),
+             std::string(masks.Empty() ? "it says that it has masks and has none" : "its masks are all switched off") +
+                 ": some players hide it, others show it" + unless_seen(u),
+             "take \"hasMask\" out, or give it a mask that shows all",
+             "",
+             "hasMask",
+             {}});
         return;
     }
     for (const Json& mask : masks) {

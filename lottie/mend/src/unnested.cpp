@@ -145,6 +145,8 @@ std::int64_t Unnested::stand_in(Nest& nest) {
     if (const auto parent = parent_in_stack(nest.facts())) {
         const std::int64_t number = is_unnested(*parent) ? stand_in(nest_at(*parent)) : number_of(*stack_[*parent].now);
         nest.stand_in->set("parent", std::to_string(number));
+        // The run made it after the nest had lost its parent, with what that made of its transform.
+        if (is_unnested(*parent)) nest.stand_in->take("ks", nest.layer.before);
     }
     return number_of(*nest.stand_in);
 }
