@@ -16,8 +16,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// More than one read gives.
-constexpr std::size_t kMaxBlock = std::size_t{1} << 20;
+// The most that one read gives.
+constexpr std::size_t kMaxBlock = std::size_t{1} << 16;
 
 constexpr const char* kUnreadable = "cannot be read";
 constexpr const char* kUnwritable = "cannot be written";
@@ -35,6 +35,16 @@ std::string in_units(std::size_t bytes) {
     throw FileError(kUnreadable, "it is larger than " + in_units(limit) + ", the most that is read");
 }
 
+// For one more block. Left to itself the text would grow to twice what is ever needed.
+void make_room(std::string& bytes, std::size_t limit) {
+    if (bytes.capacity() - bytes.size() >= kMaxBlock) return;
+    std::string larger;
+    const std::size_t twice = 2 * bytes.size();
+    larger.reserve((twice > limit / 2 ? limit : twice) + kMaxBlock);
+    larger += bytes;
+    bytes.swap(larger);
+}
+
 std::string read_all(int fd, std::size_t size, std::size_t limit) {
     if (size > limit) refuse_size(limit);
     std::string bytes;
@@ -47,8 +57,7 @@ std::string read_all(int fd, std::size_t size, std::size_t limit) {
                 throw FileError(kUnreadable, reason());
             case ReadResult::some:
                 if (bytes.size() > limit) refuse_size(limit);
-                // The last step of growth would be to twice what is ever needed.
-                if (bytes.size() > limit / 2 && bytes.capacity() < limit) bytes.reserve(limit + kMaxBlock);
+                if (bytes.size() > size) make_room(bytes, limit);
         }
     }
 }
