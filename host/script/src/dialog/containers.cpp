@@ -114,7 +114,7 @@ constexpr ScriptProperty kContainerProperties[] = {
     {"orientation", guarded<get_orientation>, guarded<set_orientation>},
     {"alignChildren", guarded<get_align_children>, guarded<set_align_children>},
     {"spacing", guarded<spacing>, guarded<set_spacing>},
-    {"margins", measure_getter<Measure::margins>, measure_setter<Measure::margins>},
+    {"margins", guarded<get_measure<Measure::margins>>, guarded<set_measure<Measure::margins>>},
     {"layout", guarded<get_layout>, nullptr},
 };
 

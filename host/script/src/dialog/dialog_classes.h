@@ -69,10 +69,15 @@ bool is_missing_member(std::string_view name);
 enum class Measure : int { preferred_size, minimum_size, maximum_size, size, location, bounds, margins };
 duk_ret_t get_measure(ScriptCall& call, Measure measure);
 duk_ret_t set_measure(ScriptCall& call, Measure measure);
+// Not as lambdas: Clang up to 15 gives the first ones in two files the same name, and the linker keeps one of them.
 template <Measure M>
-constexpr auto measure_getter = guarded<[](ScriptCall& call) { return get_measure(call, M); }>;
+duk_ret_t get_measure(ScriptCall& call) {
+    return get_measure(call, M);
+}
 template <Measure M>
-constexpr auto measure_setter = guarded<[](ScriptCall& call) { return set_measure(call, M); }>;
+duk_ret_t set_measure(ScriptCall& call) {
+    return set_measure(call, M);
+}
 
 // From arrangement.cpp.
 duk_ret_t get_alignment(ScriptCall& call);

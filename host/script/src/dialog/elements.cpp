@@ -118,12 +118,12 @@ constexpr ScriptProperty kElementProperties[] = {
     {"window", guarded<window>, nullptr},
     {"helpTip", get<&scriptui::Element::help_tip>, set<&scriptui::Element::set_help_tip, &ScriptCall::text>},
     {"alignment", guarded<get_alignment>, guarded<set_alignment>},
-    {"preferredSize", measure_getter<Measure::preferred_size>, measure_setter<Measure::preferred_size>},
-    {"minimumSize", measure_getter<Measure::minimum_size>, measure_setter<Measure::minimum_size>},
-    {"maximumSize", measure_getter<Measure::maximum_size>, measure_setter<Measure::maximum_size>},
-    {"size", measure_getter<Measure::size>, measure_setter<Measure::size>},
-    {"location", measure_getter<Measure::location>, measure_setter<Measure::location>},
-    {"bounds", measure_getter<Measure::bounds>, measure_setter<Measure::bounds>},
+    {"preferredSize", guarded<get_measure<Measure::preferred_size>>, guarded<set_measure<Measure::preferred_size>>},
+    {"minimumSize", guarded<get_measure<Measure::minimum_size>>, guarded<set_measure<Measure::minimum_size>>},
+    {"maximumSize", guarded<get_measure<Measure::maximum_size>>, guarded<set_measure<Measure::maximum_size>>},
+    {"size", guarded<get_measure<Measure::size>>, guarded<set_measure<Measure::size>>},
+    {"location", guarded<get_measure<Measure::location>>, guarded<set_measure<Measure::location>>},
+    {"bounds", guarded<get_measure<Measure::bounds>>, guarded<set_measure<Measure::bounds>>},
 };
 
 constexpr ScriptProperty kValueProperties[] = {
