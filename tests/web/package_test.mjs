@@ -16,7 +16,8 @@ const animation = join(sources, "examples/lift_off.json");
 
 const at = (name) => join(folder, name);
 function run(command, args, options = {}) {
-  const ran = spawnSync(command, args, { cwd: folder, encoding: "utf8", maxBuffer: 1 << 28, ...options });
+  const env = { ...process.env, npm_config_loglevel: "error" }; // npm says on standard error what it thinks of the machine
+  const ran = spawnSync(command, args, { cwd: folder, encoding: "utf8", maxBuffer: 1 << 28, env, ...options });
   return { code: ran.status, output: ran.stdout, said: ran.stderr };
 }
 function succeed(command, args, options) {
