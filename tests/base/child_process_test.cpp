@@ -178,26 +178,59 @@ TEST(ChildProcess, that_copies_itself_is_heard_once) {
     EXPECT_EQ(child.said(), "once");
 }
 
-TEST(ChildProcess, kept_apart_takes_along_what_it_has_started) {
-    ::prctl(PR_SET_CHILD_SUBREAPER, 1);  // orphans become ours, and can be waited for
-    const auto start = std::chrono::steady_clock::now();
+// Whether that process runs on, started by `start` in a ChildProcess that says its number.
+bool does_outlive(pid_t (*start)()) {
+    const auto begin = std::chrono::steady_clock::now();
     ChildProcess child(
-        [](const ChildProcess::Parent& parent) {
-            const pid_t grandchild = ::fork();
-            if (grandchild == 0) {
-                ::sleep(60);
-                ::_exit(0);
-            }
-            parent.say(std::to_string(grandchild));
-            return 0;
+        [start](const Parent& parent) {
+            parent.say(std::to_string(start()));
+            return parent.has_children() ? 1 : 0;
         },
         {}, ChildProcess::Streams::apart);
     EXPECT_EQ(child.wait().kind, ProcessEnd::Kind::finished);
-    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(30));
-    const pid_t grandchild = std::stoi(child.said());
-    int status = 0;
-    EXPECT_EQ(::waitpid(grandchild, &status, 0), grandchild);
-    EXPECT_TRUE(WIFSIGNALED(status));
+    EXPECT_EQ(child.end()->number, 1);
+    EXPECT_LT(std::chrono::steady_clock::now() - begin, std::chrono::seconds(30));
+    const pid_t started = std::stoi(child.said());
+    return ::kill(started, 0) == 0;
+}
+
+pid_t start_sleeper() {
+    const pid_t process = ::fork();
+    if (process == 0) {
+        ::sleep(60);
+        ::_exit(0);
+    }
+    return process;
+}
+
+// In a session of its own, and nobody's child.
+pid_t start_daemon() {
+    int ends[2];
+    if (::pipe(ends) != 0) std::abort();
+    if (::fork() == 0) {
+        ::setsid();
+        const pid_t sleeper = start_sleeper();
+        ::_exit(::write(ends[1], &sleeper, sizeof sleeper) == sizeof sleeper ? 0 : 1);
+    }
+    pid_t sleeper = 0;
+    if (::read(ends[0], &sleeper, sizeof sleeper) != sizeof sleeper) std::abort();
+    return sleeper;
+}
+
+TEST(ChildProcess, kept_apart_takes_along_what_it_has_started) {
+    EXPECT_FALSE(does_outlive(start_sleeper));
+    EXPECT_FALSE(does_outlive(start_daemon));
+}
+
+TEST(ChildProcess, knows_that_it_has_no_children_left) {
+    ChildProcess child(
+        [](const Parent& parent) {
+            if (::fork() == 0) ::_exit(0);
+            while (parent.has_children()) ::usleep(1000);
+            return 5;
+        },
+        {}, ChildProcess::Streams::apart);
+    EXPECT_EQ(child.wait().number, 5);
 }
 
 TEST(ChildProcess, is_ended_with_its_object) {

@@ -156,15 +156,18 @@ struct ChildProcess::State {
     // The process has closed its end; what it has not closed by ending it may take its time for.
     void bury() {
         says.from.close();
+        const pid_t group = process;
         int status = 0;
         rusage used{};
         while (latest && !was_ended_late && wait_for(status, used, WNOHANG) == 0) {
             ::poll(nullptr, 0, 1);
             end_if_late();
         }
-        const pid_t group = process;
         if (process > 0) wait_for(status, used, 0);
-        if (prints && group > 0) ::kill(-group, SIGKILL);
+        if (prints && group > 0) {
+            ::kill(-group, SIGKILL);
+            end_orphans();
+        }
         receive_printed();
         end = judge(status, used);
     }
@@ -213,7 +216,10 @@ struct ChildProcess::State {
     [[noreturn]] void work(const Work& work, Streams streams) {
         says.from.close();
         forget_all_children();
-        if (prints) ::setpgid(0, 0);
+        if (prints) {
+            ::setpgid(0, 0);
+            take_in_orphans();
+        }
         lead_streams(streams, says.to.get(), prints ? prints->to.get() : -1);
         const Parent::Ends ends{*shared, says.to.get(), ::getpid()};
         const Parent parent(ends);
@@ -242,6 +248,13 @@ std::atomic<std::size_t>& ChildProcess::Parent::place() const {
     return ends_.shared.place;
 }
 
+bool ChildProcess::Parent::has_children() const {
+    pid_t ended = 0;
+    do ended = ::waitpid(-1, nullptr, WNOHANG);
+    while (ended > 0 || (ended < 0 && errno == EINTR));
+    return ended == 0;
+}
+
 void ChildProcess::Parent::open_no_more_files() const {
     forbid_opening_files();
 }
@@ -265,6 +278,7 @@ ChildProcess::ChildProcess(const Work& work, const ProcessLimits& limits, Stream
     : state_(std::make_unique<State>()) {
     state_->limits = limits;
     if (streams == Streams::apart) {
+        take_in_orphans();
         state_->prints.emplace();
         for (const int from : {state_->says.from.get(), state_->prints->from.get()}) ::fcntl(from, F_SETFL, O_NONBLOCK);
     }

@@ -18,6 +18,10 @@ std::atomic<std::size_t>& ChildProcess::Parent::place() const {
     std::abort();  // nobody is the parent of a process that never began
 }
 
+bool ChildProcess::Parent::has_children() const {
+    return false;
+}
+
 void ChildProcess::Parent::open_no_more_files() const {}
 
 void ChildProcess::Parent::wait_for_the_end() const {

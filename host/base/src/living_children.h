@@ -15,6 +15,12 @@ pid_t fork_child(std::size_t& entry);
 // It has been waited for.
 void forget_child(std::size_t entry);
 
+// Orphans of its descendants become children of this process.
+void take_in_orphans();
+
+// Ends them. Whatever else this process has started, it was started by fork_child().
+void end_orphans();
+
 // In a child: its parent's other children are not its own.
 void forget_all_children();
 

@@ -7,9 +7,12 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
+#include <fstream>
+#include <vector>
 
 namespace host::base {
 namespace {
@@ -26,7 +29,10 @@ static_assert(std::atomic<pid_t>::is_always_lock_free);
 
 void send_to_all(int signal) {
     for (const auto& child : living_children) {
-        if (const pid_t process = child; process > 0) ::kill(process, signal);
+        const pid_t process = child;
+        if (process <= 0) continue;
+        ::kill(process, signal);
+        if (signal == SIGKILL) ::kill(-process, signal);  // a group, if it is the head of one
     }
 }
 
@@ -87,6 +93,17 @@ void end_with_parent(pid_t parent) {
     if (::getppid() != parent) ::_exit(1);
 }
 
+// Children of this thread, to which orphans come too, that were not started here.
+std::vector<pid_t> children_of_others() {
+    std::vector<pid_t> others;
+    std::ifstream list("/proc/thread-self/children");
+    for (pid_t process = 0; list >> process;) {
+        const auto is_it = [process](const std::atomic<pid_t>& child) { return child == process; };
+        if (std::none_of(living_children.begin(), living_children.end(), is_it)) others.push_back(process);
+    }
+    return others;
+}
+
 }  // namespace
 
 pid_t fork_child(std::size_t& entry) {
@@ -119,6 +136,19 @@ pid_t fork_child(std::size_t& entry) {
 void forget_child(std::size_t entry) {
     living_children[entry] = 0;
     if (!is_any_alive()) leave_endings_to_the_system();
+}
+
+void take_in_orphans() {
+    ::prctl(PR_SET_CHILD_SUBREAPER, 1);
+}
+
+void end_orphans() {
+    for (std::vector<pid_t> orphans = children_of_others(); !orphans.empty(); orphans = children_of_others()) {
+        for (const pid_t orphan : orphans) ::kill(orphan, SIGKILL);
+        for (const pid_t orphan : orphans) {
+            while (::waitpid(orphan, nullptr, 0) < 0 && errno == EINTR) continue;
+        }
+    }
 }
 
 void forget_all_children() {

@@ -56,6 +56,9 @@ class ChildProcess {
         void say(std::string_view bytes) const;
         // A number that both sides see; 0 at first.
         std::atomic<std::size_t>& place() const;
+        // Whether a process that it has started, or one of theirs, still runs; only for streams that are kept apart.
+        // Those that have ended are forgotten.
+        bool has_children() const;
         // From now on it can open no file; what is open stays open.
         void open_no_more_files() const;
         // Does nothing until the parent ends the process.
@@ -96,8 +99,8 @@ class ChildProcess {
     // What it has said so far; the caller may take from it.
     std::string& said();
     std::size_t place() const;
-    // The beginning of what went to its standard streams, if they are kept apart. Such a process is also the head of a
-    // group of its own, and what it has started itself ends with it.
+    // The beginning of what went to its standard streams, if they are kept apart. What such a process has started ends
+    // with it: this one takes in its orphans, and ends every child of its own that is no ChildProcess.
     const std::string& printed() const;
     // Set once it has ended.
     const std::optional<ProcessEnd>& end() const;
