@@ -32,6 +32,7 @@ AEGP_PluginID S_my_id = 0;
 AEGP_Command S_hide_cmd = 0;
 int S_runs = 0;
 AEGP_CompH S_first_compH = nullptr;
+AEGP_LayerH S_kept_layerH = nullptr;
 
 [[noreturn]] void crash() {
     std::abort();
@@ -42,9 +43,19 @@ void hang() {
     }
 }
 
+// A process that runs until somebody ends it, in a session of its own.
+void start_daemon() {
+    if (fork() != 0) return;
+    setsid();
+    for (;;) pause();
+}
+
 struct AtLoading {
     AtLoading() {
         if (makes("crashes_while_it_is_loaded")) crash();
+    }
+    ~AtLoading() {
+        if (makes("crashes_when_it_is_unloaded")) crash();
     }
 } S_at_loading;
 
@@ -189,6 +200,7 @@ A_Err blunder(AEGP_SuiteHandler& suites, AEGP_CompH comp) {
     A_Err err = A_Err_NONE;
     if (makes("crashes_in_the_command")) crash();
     if (makes("hangs_in_the_command")) hang();
+    if (makes("leaves_a_process")) start_daemon();
     if (makes("waits_in_the_command")) std::this_thread::sleep_for(std::chrono::hours(1));
     if (makes("ends_the_program")) std::exit(0);
     if (makes("prints")) std::printf("hiding layers\n"), std::fflush(stdout);
@@ -203,6 +215,11 @@ A_Err blunder(AEGP_SuiteHandler& suites, AEGP_CompH comp) {
             A_long count = 0;
             (void)layers->AEGP_GetCompNumLayers(comp, &count);
         }).join();
+    }
+    if (makes("keeps_a_layer")) {
+        AEGP_LayerFlags flags = 0;
+        if (S_kept_layerH != nullptr) (void)suites.LayerSuite5()->AEGP_GetLayerFlags(S_kept_layerH, &flags);
+        (void)suites.LayerSuite5()->AEGP_GetCompLayerByIndex(comp, 0, &S_kept_layerH);
     }
     if (makes("divides_by_the_number_of_layers")) {
         A_long count = 0;
@@ -357,6 +374,12 @@ A_Err update_menu_hook(AEGP_GlobalRefcon, AEGP_UpdateMenuRefcon, AEGP_WindowType
 
 A_Err idle_hook(AEGP_GlobalRefcon, AEGP_IdleRefcon, A_long*) try {
     if (makes("crashes_when_idle")) crash();
+    if (makes("prints_when_idle")) std::printf("idle\n"), std::fflush(stdout);
+    if (makes("leaves_a_group_open_when_idle")) return AEGP_SuiteHandler(sP).UtilitySuite6()->AEGP_StartUndoGroup("");
+    if (makes("asks_for_the_type_of_nothing_when_idle")) {
+        AEGP_ItemType type = AEGP_ItemType_NONE;
+        return AEGP_SuiteHandler(sP).ItemSuite6()->AEGP_GetItemType(nullptr, &type);
+    }
     return makes("changes_something_when_idle") ? change_something() : static_cast<A_Err>(A_Err_NONE);
 } catch (A_Err missing_suite) {
     return missing_suite;
@@ -381,6 +404,17 @@ A_Err start(AEGP_PluginID id) {
     if (!makes("has_no_menu_item"))
         ERR(suites.CommandSuite1()->AEGP_InsertMenuCommand(S_hide_cmd, "Hide", AEGP_Menu_LAYER,
                                                            AEGP_MENU_INSERT_AT_BOTTOM));
+    if (makes("has_one_menu_item_for_two_commands")) {
+        AEGP_Command second = 0;
+        ERR(suites.CommandSuite1()->AEGP_GetUniqueCommand(&second));
+    }
+    if (makes("registers_a_null_hook"))
+        ERR(suites.RegisterSuite5()->AEGP_RegisterCommandHook(id, AEGP_HP_BeforeAE, AEGP_Command_ALL, nullptr,
+                                                              nullptr));
+    if (makes("holds_a_suite_when_it_does_not_start") && err != A_Err_NONE) {
+        const void* table = nullptr;
+        (void)sP->AcquireSuite(kAEGPProjSuite, kAEGPProjSuiteVersion6, &table);
+    }
     if (!makes("has_no_command_hook"))
         ERR(suites.RegisterSuite5()->AEGP_RegisterCommandHook(id, AEGP_HP_BeforeAE, AEGP_Command_ALL, command_hook,
                                                               nullptr));

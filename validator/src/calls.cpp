@@ -59,12 +59,23 @@ void CallLog::after(const host::suites::SuiteCall& call) {
     calls_.back().injected = call.is_injected();
 }
 
+void CallLog::left(const host::suites::PluginCall& call, A_Err result, bool has_thrown) {
+    if (has_failed_ || (result == A_Err_NONE && !has_thrown)) return;
+    has_failed_ = true;
+    failed_ = call.function;
+}
+
 std::vector<MadeCall> CallLog::take() {
     return std::exchange(calls_, {});
 }
 
 std::uint64_t CallLog::take_count() {
     return std::exchange(count_, 0);
+}
+
+PluginFunction CallLog::take_failed() {
+    has_failed_ = false;
+    return std::exchange(failed_, PluginFunction::entry_point);
 }
 
 }  // namespace validator

@@ -96,8 +96,22 @@ void Examiner::note(const std::string& test, const TestFinding& finding, const V
     noted.printed = record.printed;
 }
 
+bool Examiner::has_failed(const std::string& test) const {
+    const auto noted = noted_.find(test);
+    return noted != noted_.end() && noted->second.has_finding && is_bad(noted->second.worst.verdict);
+}
+
 void Examiner::note_not_applicable(const std::string& test, const std::string& reason) {
     if (noted_[test].not_applicable.empty()) noted_[test].not_applicable = reason;
+}
+
+std::vector<std::size_t> Examiner::items_that_come_back(const std::vector<TestFacts>& tests) {
+    std::vector<std::size_t> left;
+    for (const std::size_t item : items)
+        if (!hanging.contains(item)) left.push_back(item);
+    if (left.empty() && !items.empty())
+        for (const TestFacts& test : tests) note_not_applicable(test.id, kHangs);
+    return left;
 }
 
 const Situation& Examiner::keep(Situation situation) {
@@ -105,7 +119,7 @@ const Situation& Examiner::keep(Situation situation) {
 }
 
 std::vector<Act> Examiner::to_the_end(std::vector<Act> acts) const {
-    if (registered().death_hooks > 0) acts.push_back(Act::quit);
+    if (registered().death_hooks > 0 && !has_failed("hooks.death")) acts.push_back(Act::quit);
     return acts;
 }
 

@@ -12,6 +12,8 @@
 
 namespace validator {
 
+inline constexpr const char* kHangs = "the command hangs in simpler projects";
+
 // What speaks against a plug-in, or for leaving a test out.
 struct TestFinding {
     TestVerdict verdict;
@@ -50,6 +52,8 @@ class Examiner {
     // The test could be made, with this result; the worst counts, of equal ones the first.
     void note_ok(const std::string& test);
     void note(const std::string& test, const TestFinding& finding, const VisitPlan& plan, const VisitRecord& record);
+    // Whether something speaks against the plug-in so far.
+    bool has_failed(const std::string& test) const;
     // Why it could not be made; counts only if nothing else is noted.
     void note_not_applicable(const std::string& test, const std::string& reason);
     // Tells the results of the tests.
@@ -59,17 +63,22 @@ class Examiner {
     VisitPlan start_plan;
     VisitRecord start;               // of that plan: the plug-in was only started
     std::vector<std::size_t> items;  // those that are examined
-    std::vector<CleanVisit> clean;   // of commands
+    std::vector<CleanVisit> clean;   // of commands, and one of the other hooks
+    std::set<std::size_t> hanging;   // items that take too long even on small projects
     std::string load_problem;        // why the module cannot be loaded
     const Registered& registered() const { return start.registered; }
     std::vector<Situation> empty;
-    std::vector<Situation> typical;
+    std::vector<Situation> typical;           // the first one is for hooks
     std::vector<Situation> typical_of_nests;  // the same with layers that show compositions
+
+    // The items but those that hang; without any, none of the tests can be made.
+    std::vector<std::size_t> items_that_come_back(const std::vector<TestFacts>& tests);
 
     // A situation of one rung alone: plans that are noted point to it.
     const Situation& keep(Situation situation);
 
-    // To the acts of every visit: what the application does when it ends.
+    // To the acts of every visit: what the application does when it ends. A death hook that is known to fail is left
+    // out.
     std::vector<Act> to_the_end(std::vector<Act> acts) const;
 
     Examination finish();

@@ -27,6 +27,23 @@ std::string seconds_text(std::chrono::milliseconds time) {
     return std::to_string(time.count() / 1000) + " s";
 }
 
+std::string failed_function(const Outcome& outcome, const std::string& command) {
+    using host::suites::PluginFunction;
+    switch (outcome.failed_in) {
+        case PluginFunction::entry_point:
+            return "entry point";
+        case PluginFunction::update_menu_hook:
+            return "update-menu hook";
+        case PluginFunction::command_hook:
+            return command;
+        case PluginFunction::idle_hook:
+            return "idle hook";
+        case PluginFunction::death_hook:
+            return "death hook";
+    }
+    return command;
+}
+
 }  // namespace
 
 bool has_hung(const VisitRecord& record) {
@@ -73,23 +90,39 @@ std::optional<TestFinding> bad_end(const VisitPlan& plan, const VisitRecord& rec
     return std::nullopt;
 }
 
-std::optional<TestFinding> exception_in(const VisitPlan& plan, const Outcome& outcome, const std::string& function) {
+std::optional<TestFinding> exception_in(const VisitPlan& plan, const Outcome& outcome, const std::string& command) {
     if (!outcome.has_thrown) return std::nullopt;
-    return TestFinding{TestVerdict::failed, when(plan) + "an exception left its " + function +
+    return TestFinding{TestVerdict::failed, when(plan) + "an exception left its " + failed_function(outcome, command) +
                                                 ", which would end the application: catch all of them there"};
 }
 
-std::optional<TestFinding> error_in(const VisitPlan& plan, const Outcome& outcome, const std::string& function) {
+std::string error_words(const Outcome& outcome, const std::string& command) {
+    std::string words = "its " + failed_function(outcome, command) + " returned error " + std::to_string(outcome.error);
+    if (!outcome.refusals.empty())
+        words += " after the host refused " + outcome.refusals.back().function + " (" +
+                 outcome.refusals.back().sentence + ")";
+    return words;
+}
+
+const Refusal* refusal_of_what_is_gone(const Outcome& outcome) {
+    for (const Refusal& refusal : outcome.refusals) {
+        const bool is_gone = refusal.sentence.find(" any more.") != std::string::npos ||
+                             refusal.sentence.find("was deleted.") != std::string::npos;
+        if (is_gone && refusal.code == host::suites::kBadArgument) return &refusal;
+    }
+    return nullptr;
+}
+
+std::optional<TestFinding> error_in(const VisitPlan& plan, const Outcome& outcome, const std::string& command) {
     if (outcome.error == A_Err_NONE || outcome.has_thrown) return std::nullopt;
     if (const std::string missing = not_offered_in(outcome); !missing.empty())
         return TestFinding{TestVerdict::not_applicable, when(plan) + "it needs " + missing + ", not offered here"};
     if (!outcome.told.empty()) return std::nullopt;
-    std::string reason = when(plan) + "its " + function + " returned error " + std::to_string(outcome.error);
-    if (!outcome.refusals.empty())
-        reason += " after the host refused " + outcome.refusals.back().function + " (" +
-                  outcome.refusals.back().sentence + ")";
-    return TestFinding{TestVerdict::failed,
-                       reason + ": disable the command where it cannot work, or tell the user and return 0"};
+    const bool is_command = outcome.failed_in == host::suites::PluginFunction::command_hook;
+    return TestFinding{
+        TestVerdict::failed,
+        when(plan) + error_words(outcome, command) +
+            (is_command ? ": disable the command where it cannot work, or tell the user and return 0" : "")};
 }
 
 const MadeCall* injected_call(const VisitRecord& record) {

@@ -17,12 +17,20 @@ bool has_hung(const VisitRecord& record);
 // "When one layer is selected, "
 std::string when(const VisitPlan& plan);
 
-// An exception left a function of the plug-in.
-std::optional<TestFinding> exception_in(const VisitPlan& plan, const Outcome& outcome, const std::string& function);
+// An exception left a function of the plug-in. `command` names the command hook.
+std::optional<TestFinding> exception_in(const VisitPlan& plan, const Outcome& outcome,
+                                        const std::string& command = "command hook");
 
 // An error code without a fault. Told to the user it is polite; after a call that this host does not offer it is none
 // of the plug-in's.
-std::optional<TestFinding> error_in(const VisitPlan& plan, const Outcome& outcome, const std::string& function);
+std::optional<TestFinding> error_in(const VisitPlan& plan, const Outcome& outcome,
+                                    const std::string& command = "command hook");
+
+// "its idle hook returned error 3 after the host refused ItemSuite6.AEGP_GetItemType (The item handle is null.)"
+std::string error_words(const Outcome& outcome, const std::string& command = "command hook");
+
+// What the host refused because it was of something that does not exist any more; null if there is nothing of the kind.
+const Refusal* refusal_of_what_is_gone(const Outcome& outcome);
 
 // The call that a fault struck: in this record if it is there, else where `clean` has it. Empty if it struck none.
 std::string struck_call(const Fault& fault, const VisitRecord& record, const VisitRecord& clean);

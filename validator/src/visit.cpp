@@ -45,6 +45,7 @@ class Place : public host::suites::Observer {
                                                               "idle hook", "death hook"};
         const std::size_t function = number & 0xFF;
         if (function == 0) return "while it was being loaded";
+        if (function == kUnloading) return "while it was being unloaded";
         if (function == kAtHost) return VisitRecord::kBetweenFunctions;
         const std::size_t slot = number >> 8 & 0xFFFF;
         const std::size_t call = number >> 32;
@@ -57,9 +58,10 @@ class Place : public host::suites::Observer {
         return in + (is_inside ? ", inside " : ", after ") + name;
     }
 
-  private:
     static constexpr std::size_t kAtHost = 0xFF;
+    static constexpr std::size_t kUnloading = 0xFE;
 
+  private:
     void tell(bool is_inside) {
         number_ = function_ | slot_ << 8 | std::size_t{is_inside} << 24 | std::size_t{last_call_} << 32;
     }
@@ -92,8 +94,9 @@ class VisitJournal {
 };
 
 void bring_other_comp_to_front(host::model::Project& project) {
+    const host::model::Comp* in_front = project.open_comp();
     for (host::model::Comp* comp : project.comps()) {
-        if (comp == project.open_comp() || comp->layer_count() == 0) continue;
+        if (comp == in_front || comp->layer_count() == 0) continue;
         project.set_active_panel(host::model::ActivePanel::timeline);
         project.open_comp(comp);
         comp->select({&comp->layer_at(0)});
@@ -149,6 +152,12 @@ class Visitor {
                 bring_other_comp_to_front(project());
                 return outcome_of({}, before);
             }
+            case Act::delete_comp: {
+                host::model::Comp* in_front = project().open_comp();
+                bring_other_comp_to_front(project());
+                if (in_front != nullptr) project().delete_item(*in_front);
+                return outcome_of({}, before);
+            }
             case Act::idle:
                 return outcome_of(session_.idle(), before);
             case Act::quit:
@@ -201,6 +210,7 @@ class Visitor {
         outcome.call_count = log_.take_count();
         outcome.error = result.error;
         outcome.has_thrown = result.has_thrown;
+        outcome.failed_in = log_.take_failed();
         outcome.is_enabled = result.is_enabled;
         outcome.is_handled = result.is_handled;
         outcome.told = result.reports;
@@ -259,8 +269,13 @@ class Visitor {
 int visit_here(const std::string& module, const VisitPlan& plan, const ChildProcess::Parent& parent) {
     VisitRecord record;
     try {
-        const host::runner::PluginModule loaded(module);
-        Visitor(loaded, plan, parent.place()).visit(record);
+        {
+            const host::runner::PluginModule loaded(module);
+            Visitor(loaded, plan, parent.place()).visit(record);
+            parent.place() = Place::kUnloading;
+        }
+        parent.place() = Place::kAtHost;
+        record.has_left_processes = parent.has_children();
     } catch (const host::runner::LoadError& problem) {
         record.load_problem = problem.what();
     } catch (const std::exception& problem) {

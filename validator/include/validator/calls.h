@@ -37,12 +37,16 @@ struct MadeCall {
 class CallLog : public host::suites::Observer {
   public:
     void entering(const host::suites::PluginCall& call) override { function_ = call.function; }
+    void left(const host::suites::PluginCall& call, A_Err result, bool has_thrown) override;
     std::optional<A_Err> before(const host::suites::SuiteCall& call) override;
     void after(const host::suites::SuiteCall& call) override;
 
     // Those since the last time, and how many there were.
     std::vector<MadeCall> take();
     std::uint64_t take_count();
+    // The first of the plug-in's functions since the last time that returned an error or threw; the entry point if
+    // none.
+    PluginFunction take_failed();
 
   private:
     static constexpr std::size_t kMostKept = 50'000;
@@ -50,6 +54,8 @@ class CallLog : public host::suites::Observer {
     PluginFunction function_ = PluginFunction::entry_point;
     std::vector<MadeCall> calls_;
     std::uint64_t count_ = 0;
+    bool has_failed_ = false;
+    PluginFunction failed_ = PluginFunction::entry_point;
 };
 
 }  // namespace validator

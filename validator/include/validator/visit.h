@@ -16,9 +16,10 @@ namespace validator {
 // What is done after the plug-in has been started.
 enum class Act : std::uint8_t {
     update_menus,
-    command,     // menus are updated, then a person picks the command
-    undo,        // the steps that the visit before has made are taken back
-    other_comp,  // another composition comes to the front, its first layer selected
+    command,      // menus are updated, then a person picks the command
+    undo,         // the steps that the visit before has made are taken back
+    other_comp,   // another composition comes to the front, its first layer selected
+    delete_comp,  // the same, and the composition that was in front is deleted
     idle,
     quit,
 };
@@ -44,6 +45,7 @@ struct Outcome {
     std::uint64_t call_count = 0;  // of all
     A_Err error = A_Err_NONE;
     bool has_thrown = false;
+    host::suites::PluginFunction failed_in{};  // the first function that returned the error, or threw
     bool is_enabled = true;
     bool is_handled = false;
     std::vector<std::string> told;  // boxes and alerts that the user saw
@@ -89,6 +91,7 @@ struct VisitRecord {
     std::vector<host::suites::Misuse> used_after_disposal;
     std::vector<std::string> held;  // suites
     std::vector<std::string> dialog_problems;
+    bool has_left_processes = false;  // what it has started still ran when it had been unloaded
 
     // All functions of the plug-in had come back before the process ended, whichever way.
     bool has_come_through() const { return where == kBetweenFunctions; }

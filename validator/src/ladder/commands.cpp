@@ -1,5 +1,6 @@
 // Rungs 3 and 4: commands where there is nothing to work on, and on what people have every day.
 #include <algorithm>
+#include <optional>
 
 #include "base/printable.h"
 #include "examiner.h"
@@ -21,6 +22,8 @@ constexpr const char* kCancelled = "typical.cancelled";
 constexpr const char* kSecondRun = "typical.second-run";
 constexpr const char* kAfterUndo = "typical.run-after-undo";
 constexpr const char* kInFront = "typical.composition-in-front";
+constexpr const char* kDeleted = "typical.after-deletion";
+constexpr const char* kProcesses = "typical.processes";
 
 std::string command_words(const Examiner& examiner, std::size_t item) {
     const auto& items = examiner.registered().items;
@@ -47,8 +50,8 @@ bool is_only_printing(const VisitRecord& record) {
     return record.has_finished() && !record.printed.empty();
 }
 
-// What goes for the command wherever it runs.
-void examine_manners(Examiner& examiner, const VisitPlan& plan, const VisitRecord& record) {
+// What goes for every visit.
+void examine_surroundings(Examiner& examiner, const VisitPlan& plan, const VisitRecord& record) {
     if (is_only_printing(record))
         examiner.note(kQuiet,
                       {TestVerdict::warning, "it writes to the standard streams, where no user looks: " +
@@ -56,6 +59,19 @@ void examine_manners(Examiner& examiner, const VisitPlan& plan, const VisitRecor
                       plan, record);
     else
         examiner.note_ok(kQuiet);
+    if (record.has_left_processes)
+        examiner.note(
+            kProcesses,
+            {TestVerdict::failed, when(plan) + "it starts a process that still runs when the plug-in has been "
+                                               "unloaded: end it, at the latest in the death hook"},
+            plan, record);
+    else
+        examiner.note_ok(kProcesses);
+}
+
+// What goes for the command wherever it runs.
+void examine_manners(Examiner& examiner, const VisitPlan& plan, const VisitRecord& record) {
+    examine_surroundings(examiner, plan, record);
     const Outcome* outcome = record.outcomes.empty() ? nullptr : &record.outcomes.front();
     if (outcome == nullptr || !outcome->is_enabled) return;
     examiner.note_ok(kEnabled);
@@ -103,15 +119,24 @@ bool is_enabled(const Examiner& examiner, std::size_t item, const std::string& s
     });
 }
 
+// Until the first one hangs: more would take minutes and say the same.
 void examine_plans(Examiner& examiner, const std::string& prefix, const std::vector<VisitPlan>& plans) {
-    int hung = 0;
-    examiner.visit(plans, [&](const VisitPlan& plan, const VisitRecord& record) {
-        examine_situation(examiner, prefix + plan.situation->name, plan, record);
-        examine_manners(examiner, plan, record);
-        examiner.clean.push_back({plan.situation, plan.item, plan, record});
-        if (has_hung(record)) ++hung;
-        return hung < 2;  // more would take minutes and say the same
-    });
+    for (const std::size_t item : examiner.items) {
+        std::vector<VisitPlan> of_item = plans;
+        std::erase_if(of_item, [&](const VisitPlan& plan) { return plan.item != item; });
+        bool has_ever_hung = prefix == kTypical && examiner.hanging.contains(item);
+        if (!has_ever_hung)
+            examiner.visit(of_item, [&](const VisitPlan& plan, const VisitRecord& record) {
+                examine_situation(examiner, prefix + plan.situation->name, plan, record);
+                examine_manners(examiner, plan, record);
+                examiner.clean.push_back({plan.situation, plan.item, plan, record});
+                has_ever_hung = has_hung(record);
+                return !has_ever_hung;
+            });
+        if (!has_ever_hung) continue;
+        if (prefix == kTypical) examiner.hanging.insert(item);
+        for (const VisitPlan& plan : of_item) examiner.note_not_applicable(prefix + plan.situation->name, kHangs);
+    }
 }
 
 const CleanVisit* good_visit(const Examiner& examiner, std::size_t item, const std::string& situation = {}) {
@@ -169,11 +194,10 @@ void examine_later_runs(Examiner& examiner, std::size_t item) {
 
 // A command that remembers the composition of its first run works on that one for ever.
 void examine_front(Examiner& examiner, std::size_t item) {
-    const auto situation = std::find_if(examiner.typical.begin(), examiner.typical.end(),
-                                        [](const Situation& one) { return one.name == "two-compositions"; });
+    const Situation& situation = situation_named(examiner.typical, "two-compositions");
     std::uint64_t expected = 0;
     bool is_known = false;
-    const VisitPlan fresh{.situation = &*situation, .acts = {Act::other_comp, Act::command}, .item = item};
+    const VisitPlan fresh{.situation = &situation, .acts = {Act::other_comp, Act::command}, .item = item};
     examiner.visit({fresh}, [&](const VisitPlan&, const VisitRecord& record) {
         is_known = record.has_finished() && record.outcomes.size() > 1 && record.outcomes[1].is_enabled &&
                    record.outcomes[1].error == A_Err_NONE;
@@ -194,6 +218,44 @@ void examine_front(Examiner& examiner, std::size_t item) {
                    });
 }
 
+// Somebody who keeps a handle looks behind it when a menu opens, in an idle moment, or when the command runs again.
+void examine_deletion(Examiner& examiner, const std::optional<std::size_t>& item) {
+    if (item && good_visit(examiner, *item, "two-compositions") == nullptr)
+        return examiner.note_not_applicable(kDeleted, "the command does nothing with two compositions");
+    std::vector<Act> hooks;
+    if (examiner.registered().update_menu_hooks > 0) hooks.push_back(Act::update_menus);
+    if (examiner.registered().idle_hooks > 0 && !examiner.has_failed("hooks.idle")) hooks.push_back(Act::idle);
+    if (item) hooks.push_back(Act::command);
+    std::vector<Act> acts = hooks;
+    acts.push_back(Act::delete_comp);
+    acts.insert(acts.end(), hooks.begin(), hooks.end());
+    const VisitPlan plan{.situation = &situation_named(examiner.typical, "two-compositions"),
+                         .acts = examiner.to_the_end(acts),
+                         .item = item.value_or(0)};
+    examiner.visit({plan}, [&](const VisitPlan&, const VisitRecord& record) {
+        const std::string beginning = when(plan) + "and the composition in front was deleted, ";
+        if (const auto bad = bad_end(plan, record, examiner.request().limits)) {
+            examiner.note(kDeleted, *bad, plan, record);
+            return true;
+        }
+        examiner.note_ok(kDeleted);
+        for (std::size_t i = hooks.size() + 1; i < record.outcomes.size(); ++i) {
+            const Outcome& outcome = record.outcomes[i];
+            if (const Refusal* gone = refusal_of_what_is_gone(outcome))
+                examiner.note(kDeleted,
+                              {TestVerdict::failed, beginning + "it calls " + gone->function +
+                                                        " with a handle that it has kept (" + gone->sentence +
+                                                        "); the application would crash there"},
+                              plan, record);
+            else if (const auto thrown = exception_in(plan, outcome))
+                examiner.note(kDeleted, *thrown, plan, record);
+            else if (const auto error = error_in(plan, outcome))
+                examiner.note(kDeleted, {error->verdict, beginning + error_words(outcome)}, plan, record);
+        }
+        return true;
+    });
+}
+
 // A dialog that is closed means that nothing shall happen.
 void examine_cancelled(Examiner& examiner, std::size_t item) {
     const CleanVisit* good = good_visit(examiner, item);
@@ -211,9 +273,9 @@ void examine_cancelled(Examiner& examiner, std::size_t item) {
         }
         const Outcome& outcome = record.outcomes.front();
         const bool has_dialog = outcome.project != good->command()->project;
-        if (const auto thrown = exception_in(plan, outcome, "command hook"))
+        if (const auto thrown = exception_in(plan, outcome))
             examiner.note(kCancelled, *thrown, plan, record);
-        else if (const auto error = error_in(plan, outcome, "command hook"))
+        else if (const auto error = error_in(plan, outcome))
             examiner.note(kCancelled, *error, plan, record);
         else if (has_dialog && !outcome.change.empty())
             examiner.note(kCancelled,
@@ -245,17 +307,22 @@ const std::vector<TestFacts>& command_tests() {
         all.push_back({kMainThread, "the host is called from the main thread only", 4});
         all.push_back({kCalls, "the host has nothing to refuse", 4});
         all.push_back({kQuiet, "nothing is written to the standard streams", 4});
+        all.push_back({kProcesses, "no process that the plug-in has started outlives it", 4});
         all.push_back({kCancelled, "a dialog that is cancelled changes nothing", 4});
         all.push_back({kSecondRun, "the command can be run a second time", 4});
         all.push_back({kAfterUndo, "the command does the same again after it was taken back", 4});
         all.push_back({kInFront, "the command works on the composition that is in front", 4});
+        all.push_back({kDeleted, "nothing is kept that was deleted since the command ran", 4});
         return all;
     }();
     return tests;
 }
 
 bool examine_commands(Examiner& examiner) {
+    if (!examiner.clean.empty())
+        examine_surroundings(examiner, examiner.clean.front().plan, examiner.clean.front().record);
     if (examiner.items.empty()) {
+        if (examiner.request().strictness >= 4) examine_deletion(examiner, std::nullopt);
         for (const TestFacts& test : command_tests())
             examiner.note_not_applicable(test.id, "the plug-in has no command");
         return true;
@@ -275,7 +342,7 @@ bool examine_commands(Examiner& examiner) {
             std::any_of(examiner.clean.begin(), examiner.clean.end(), [&](const CleanVisit& visit) {
                 return visit.item == item && visit.command() != nullptr && visit.command()->is_enabled;
             });
-        if (!is_ever_enabled)
+        if (!is_ever_enabled && !examiner.hanging.contains(item))
             examiner.note(
                 kEnabled,
                 {TestVerdict::warning, "'" + examiner.registered().items[item].text +
@@ -284,6 +351,7 @@ bool examine_commands(Examiner& examiner) {
                 examiner.start_plan, examiner.start);
         examine_later_runs(examiner, item);
         examine_front(examiner, item);
+        examine_deletion(examiner, item);
         examine_cancelled(examiner, item);
     }
     return true;

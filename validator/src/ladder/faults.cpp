@@ -291,14 +291,16 @@ std::vector<CleanVisit> chosen_visits(const Examiner& examiner, std::size_t item
     return chosen;
 }
 
-void examine_command(Examiner& examiner, const Way& way, const CleanVisit& clean) {
-    int hung = 0;
+// Whether it never hung: once is enough to know.
+bool examine_command(Examiner& examiner, const Way& way, const CleanVisit& clean) {
+    bool has_ever_hung = false;
     const auto plans = plans_of(clean.plan, clean.record, PluginFunction::command_hook, way);
     examiner.visit(plans, [&](const VisitPlan& plan, const VisitRecord& record) {
         FaultJudge(examiner, way, clean, plan, record).judge();
-        if (has_hung(record)) ++hung;
-        return hung < 2;
+        has_ever_hung = has_hung(record);
+        return !has_ever_hung;
     });
+    return !has_ever_hung;
 }
 
 void examine_start(Examiner& examiner, const Way& way) {
@@ -320,7 +322,7 @@ void examine_start(Examiner& examiner, const Way& way) {
             find("an exception left its entry point");
         else if (record.start.error == A_Err_NONE && !is_dropped)
             find("its entry point returned 0, so the plug-in stays there half registered");
-        else if (record.held.size() > examiner.start.held.size())
+        else if (record.start.error != A_Err_NONE && !record.held.empty())
             find("its entry point returned without releasing " + record.held.back());
         else
             examiner.note_ok(test);
@@ -339,13 +341,14 @@ void examine_hooks(Examiner& examiner, const Way& way) {
     };
     const Hook hooks[] = {
         {registered.update_menu_hooks > 0, PluginFunction::update_menu_hook, Act::update_menus, "update-menu hook"},
-        {registered.idle_hooks > 0, PluginFunction::idle_hook, Act::idle, "idle hook"},
-        {registered.death_hooks > 0, PluginFunction::death_hook, Act::quit, "death hook"},
+        {registered.idle_hooks > 0 && !examiner.has_failed("hooks.idle"), PluginFunction::idle_hook, Act::idle,
+         "idle hook"},
+        {registered.death_hooks > 0 && !examiner.has_failed("hooks.death"), PluginFunction::death_hook, Act::quit,
+         "death hook"},
     };
     for (const Hook& hook : hooks) {
         if (!hook.is_there) continue;
-        VisitPlan base = examiner.start_plan;
-        base.acts = {hook.act};
+        const VisitPlan base{.situation = &examiner.typical.front(), .acts = {hook.act}};
         VisitRecord clean;
         examiner.visit({base}, [&](const VisitPlan&, const VisitRecord& record) {
             clean = record;
@@ -393,7 +396,8 @@ bool examine_faults(Examiner& examiner) {
         examine_start(examiner, way);
         examine_hooks(examiner, way);
         for (const std::size_t item : examiner.items)
-            for (const CleanVisit& clean : chosen_visits(examiner, item)) examine_command(examiner, way, clean);
+            for (const CleanVisit& clean : chosen_visits(examiner, item))
+                if (!examine_command(examiner, way, clean)) break;
         if (examiner.items.empty())
             for (const TestFacts& test : tests) examiner.note_not_applicable(test.id, "the plug-in has no command");
     }

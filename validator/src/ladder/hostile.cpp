@@ -19,9 +19,8 @@ void examine_situation(Examiner& examiner, const VisitPlan& plan, const VisitRec
         return examiner.note(test, *bad, plan, record);
     const Outcome& outcome = record.outcomes.front();
     if (!outcome.is_enabled) return examiner.note_not_applicable(test, "the command is disabled there");
-    if (const auto thrown = exception_in(plan, outcome, "command hook"))
-        return examiner.note(test, *thrown, plan, record);
-    if (const auto error = error_in(plan, outcome, "command hook")) return examiner.note(test, *error, plan, record);
+    if (const auto thrown = exception_in(plan, outcome)) return examiner.note(test, *thrown, plan, record);
+    if (const auto error = error_in(plan, outcome)) return examiner.note(test, *error, plan, record);
     if (const std::string& change = record.outcomes[1].change; !change.empty())
         return examiner.note(test, {TestVerdict::failed, when(plan) + "undo does not give the project back: " + change},
                              plan, record);
@@ -74,7 +73,7 @@ void examine_growth(Examiner& examiner, std::size_t item, Sources sources) {
                 examiner.note_not_applicable(kGrowth, "the command is disabled there");
                 return true;
             }
-            if (const auto error = error_in(plan, outcome, "command hook")) {
+            if (const auto error = error_in(plan, outcome)) {
                 examiner.note(kGrowth, *error, plan, record);
                 return true;
             }
@@ -115,12 +114,13 @@ bool examine_hostile(Examiner& examiner) {
             examiner.note_not_applicable(test.id, "the plug-in has no command");
         return true;
     }
+    const std::vector<std::size_t> items = examiner.items_that_come_back(hostile_tests());
     std::vector<VisitPlan> plans;
     for (const Sources sources : {Sources::pictures, Sources::compositions}) {
         for (const Situation& situation : hostile_situations(examiner.answers(), sources)) {
             if (!examiner.is_wanted({{kHostile + situation.name, "", 9}})) continue;
             const Situation& kept = examiner.keep(situation);
-            for (const std::size_t item : examiner.items)
+            for (const std::size_t item : items)
                 plans.push_back({.situation = &kept, .acts = {Act::command, Act::undo}, .item = item});
         }
     }
@@ -133,7 +133,7 @@ bool examine_hostile(Examiner& examiner) {
     if (examiner.declared().grows())
         examiner.note_not_applicable(kGrowth, "it is declared that the work grows with the square of the layers");
     else if (examiner.is_wanted({{kGrowth, "", 9}}))
-        for (const std::size_t item : examiner.items)
+        for (const std::size_t item : items)
             for (const Sources sources : {Sources::pictures, Sources::compositions})
                 examine_growth(examiner, item, sources);
     return true;

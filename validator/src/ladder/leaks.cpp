@@ -92,19 +92,6 @@ void examine_suites(Examiner& examiner, const CleanVisit& visit) {
     }
 }
 
-// A plug-in with idle hooks alone leaks too.
-void add_hook_visits(Examiner& examiner) {
-    std::vector<VisitPlan> plans;
-    std::vector<Act> acts;
-    if (examiner.registered().update_menu_hooks > 0) acts.push_back(Act::update_menus);
-    if (examiner.registered().idle_hooks > 0) acts.insert(acts.end(), {Act::idle, Act::idle});
-    plans.push_back({.situation = examiner.start_plan.situation, .acts = examiner.to_the_end(acts)});
-    examiner.visit(plans, [&](const VisitPlan& plan, const VisitRecord& record) {
-        if (record.has_finished()) examiner.clean.push_back({plan.situation, ~std::size_t{0}, plan, record});
-        return true;
-    });
-}
-
 }  // namespace
 
 const std::vector<TestFacts>& leak_tests() {
@@ -122,7 +109,6 @@ const std::vector<TestFacts>& leak_tests() {
 }
 
 bool examine_leaks(Examiner& examiner) {
-    add_hook_visits(examiner);
     for (const CleanVisit& visit : examiner.clean) {
         if (!visit.record.has_finished()) continue;
         examine_left(examiner, visit);

@@ -17,20 +17,25 @@ void examine_items(Examiner& examiner) {
     const VisitPlan& plan = examiner.start_plan;
     const VisitRecord& record = examiner.start;
     const Registered& registered = examiner.registered();
-    const auto asks_for_command = std::any_of(record.start.calls.begin(), record.start.calls.end(),
-                                              [](const MadeCall& call) { return call.is("AEGP_GetUniqueCommand"); });
+    const auto commands = static_cast<std::size_t>(std::count_if(
+        record.start.calls.begin(), record.start.calls.end(),
+        [](const MadeCall& call) { return call.is("AEGP_GetUniqueCommand") && call.result == A_Err_NONE; }));
     const auto fail = [&](const std::string& reason) {
         examiner.note(kItems, {TestVerdict::failed, reason}, plan, record);
     };
-    if (registered.items.empty() && registered.command_hooks == 0 && !asks_for_command)
+    if (registered.items.empty() && registered.command_hooks == 0 && commands == 0)
         return examiner.note_not_applicable(kItems, "the plug-in has no command");
-    if (registered.items.empty() && asks_for_command)
+    if (registered.items.empty() && commands > 0)
         return fail("it asks for a command's number and inserts no menu item for it, so nobody can pick the command");
     if (registered.items.empty())
         return examiner.note_not_applicable(kItems, "the plug-in has no menu item of its own");
     if (registered.command_hooks == 0)
         return fail("its menu item '" + registered.items.front().text +
                     "' has no command hook behind it: register one in the entry point");
+    if (registered.items.size() < commands)
+        return fail("it asks for the numbers of " + std::to_string(commands) + " commands and inserts " +
+                    std::to_string(registered.items.size()) +
+                    " menu item(s), so nobody can pick the others: insert one for each");
     for (const OfferedItem& item : registered.items)
         if (item.text.find_first_not_of(' ') == std::string::npos) return fail("a menu item of it has no text");
     if (registered.update_menu_hooks == 0)
@@ -43,19 +48,16 @@ void examine_items(Examiner& examiner) {
 }
 
 // What a hook must not do that is called without anybody's wish.
-void examine_quiet(Examiner& examiner, const std::string& test, const std::string& hook, const VisitPlan& plan,
-                   const VisitRecord& record, std::size_t first) {
-    for (std::size_t i = first; i < record.outcomes.size(); ++i) {
-        const Outcome& outcome = record.outcomes[i];
-        if (auto thrown = exception_in(plan, outcome, hook)) return examiner.note(test, *thrown, plan, record);
+void examine_quiet(Examiner& examiner, const std::string& test, const VisitPlan& plan, const VisitRecord& record) {
+    for (const Outcome& outcome : record.outcomes) {
+        if (auto thrown = exception_in(plan, outcome)) return examiner.note(test, *thrown, plan, record);
         if (outcome.error != A_Err_NONE) {
             const std::string missing = not_offered_in(outcome);
             const TestVerdict verdict = missing.empty() ? TestVerdict::failed : TestVerdict::not_applicable;
-            return examiner.note(
-                test,
-                {verdict, when(plan) + "its " + hook + " returned error " + std::to_string(outcome.error) +
-                              (missing.empty() ? "" : "; it needs " + missing + ", not offered here")},
-                plan, record);
+            return examiner.note(test,
+                                 {verdict, when(plan) + error_words(outcome) +
+                                               (missing.empty() ? "" : "; it needs " + missing + ", not offered here")},
+                                 plan, record);
         }
     }
     examiner.note_ok(test);
@@ -71,7 +73,7 @@ void examine_menu_visits(Examiner& examiner) {
             examiner.note(kUpdate, *bad, plan, record);
             return bad->verdict != TestVerdict::hung;
         }
-        examine_quiet(examiner, kUpdate, "update-menu hook", plan, record, 0);
+        examine_quiet(examiner, kUpdate, plan, record);
         const Outcome& outcome = record.outcomes.front();
         if (outcome.change.empty() && outcome.undo_steps.empty())
             examiner.note_ok(kUnchanged);
@@ -88,8 +90,8 @@ void examine_menu_visits(Examiner& examiner) {
 
 std::vector<VisitPlan> plans_with(const Examiner& examiner, const std::vector<Act>& acts) {
     std::vector<VisitPlan> plans;
-    for (const auto* situations : {&examiner.empty, &examiner.typical})
-        plans.push_back({.situation = &situations->front(), .acts = acts});
+    for (const Situation& situation : examiner.empty) plans.push_back({.situation = &situation, .acts = acts});
+    plans.push_back({.situation = &examiner.typical.front(), .acts = acts});
     return plans;
 }
 
@@ -101,7 +103,7 @@ void examine_hook_visits(Examiner& examiner, const std::string& test, const std:
             examiner.note(test, *bad, plan, record);
             return false;
         }
-        examine_quiet(examiner, test, hook, plan, record, 0);
+        examine_quiet(examiner, test, plan, record);
         for (const Outcome& outcome : record.outcomes) {
             if (outcome.change.empty()) continue;
             const bool is_one_step = outcome.undo_steps.size() == 1 && !outcome.undo_steps.front().empty();
@@ -111,6 +113,19 @@ void examine_hook_visits(Examiner& examiner, const std::string& test, const std:
                  when(plan) + "its " + hook + " changes the project, which nobody has asked for: " + outcome.change},
                 plan, record);
         }
+        return true;
+    });
+}
+
+// Later rungs look at it too: a plug-in with idle hooks alone leaks as well.
+void add_hook_visit(Examiner& examiner) {
+    const Registered& registered = examiner.registered();
+    std::vector<Act> acts;
+    if (registered.update_menu_hooks > 0) acts.push_back(Act::update_menus);
+    if (registered.idle_hooks > 0 && !examiner.has_failed(kIdle)) acts.insert(acts.end(), {Act::idle, Act::idle});
+    const VisitPlan plan{.situation = &examiner.typical.front(), .acts = examiner.to_the_end(acts)};
+    examiner.visit({plan}, [&](const VisitPlan&, const VisitRecord& record) {
+        if (record.has_finished()) examiner.clean.push_back({plan.situation, ~std::size_t{0}, plan, record});
         return true;
     });
 }
@@ -130,6 +145,8 @@ const std::vector<TestFacts>& menu_tests() {
 
 bool examine_menus(Examiner& examiner) {
     examine_items(examiner);
+    // First, as every other visit ends with it.
+    examine_hook_visits(examiner, kDeath, "death hook", examiner.registered().death_hooks > 0, {Act::quit});
     if (examiner.registered().update_menu_hooks > 0) {
         examine_menu_visits(examiner);
     } else {
@@ -138,7 +155,7 @@ bool examine_menus(Examiner& examiner) {
     }
     examine_hook_visits(examiner, kIdle, "idle hook", examiner.registered().idle_hooks > 0,
                         examiner.to_the_end({Act::idle, Act::idle, Act::idle}));
-    examine_hook_visits(examiner, kDeath, "death hook", examiner.registered().death_hooks > 0, {Act::quit});
+    add_hook_visit(examiner);
     return true;
 }
 

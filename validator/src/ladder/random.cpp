@@ -19,11 +19,11 @@ void examine_record(Examiner& examiner, const VisitPlan& plan, const VisitRecord
     const auto fail = [&](const char* test, const std::string& reason) {
         examiner.note(test, {TestVerdict::failed, when(plan) + reason}, plan, record);
     };
-    if (const auto thrown = exception_in(plan, outcome, "command hook"))
+    if (const auto thrown = exception_in(plan, outcome))
         examiner.note(kLives, *thrown, plan, record);
     else
         examiner.note_ok(kLives);
-    if (const auto error = error_in(plan, outcome, "command hook"))
+    if (const auto error = error_in(plan, outcome))
         examiner.note(kReturns, *error, plan, record);
     else
         examiner.note_ok(kReturns);
@@ -70,10 +70,11 @@ bool examine_random(Examiner& examiner) {
         return true;
     }
     const CheckRequest& request = examiner.request();
+    const std::vector<std::size_t> items = examiner.items_that_come_back(random_tests());
     std::vector<VisitPlan> plans;
     for (std::uint64_t seed = request.first_seed; seed <= request.last_seed; ++seed) {
         const Situation& situation = examiner.keep(random_situation(seed, examiner.answers()));
-        for (const std::size_t item : examiner.items)
+        for (const std::size_t item : items)
             plans.push_back(
                 {.situation = &situation, .acts = examiner.to_the_end({Act::command, Act::undo}), .item = item});
     }

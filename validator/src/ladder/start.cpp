@@ -15,11 +15,11 @@ bool registers_something(const Registered& registered) {
 }
 
 std::optional<TestFinding> entry_finding(const VisitPlan& plan, const VisitRecord& record) {
-    if (auto thrown = exception_in(plan, record.start, "entry point")) return thrown;
+    if (auto thrown = exception_in(plan, record.start)) return thrown;
     if (record.start.error != A_Err_NONE) {
         const std::string missing = not_offered_in(record.start);
         return TestFinding{missing.empty() ? TestVerdict::failed : TestVerdict::not_applicable,
-                           "its entry point returned error " + std::to_string(record.start.error) +
+                           error_words(record.start) +
                                (missing.empty() ? std::string() : "; it needs " + missing + ", not offered here")};
     }
     if (!record.start.change.empty())
@@ -48,9 +48,9 @@ bool examine_start(Examiner& examiner) {
                                 file_situation(request.animation, request.selected, examiner.answers()));
     }
     bool has_started = false;
-    const VisitPlan plan{.situation = &examiner.typical.front()};
-    examiner.start_plan = plan;
-    examiner.visit({plan}, [&](const VisitPlan&, const VisitRecord& record) {
+    // The application starts its plug-ins before anything is open.
+    examiner.start_plan = {.situation = &situation_named(examiner.empty, "empty-project")};
+    examiner.visit({examiner.start_plan}, [&](const VisitPlan& plan, const VisitRecord& record) {
         if (!record.load_problem.empty()) {
             examiner.load_problem = record.load_problem;
             examiner.note(kLoads, {TestVerdict::failed, record.load_problem}, plan, record);

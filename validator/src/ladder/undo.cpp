@@ -13,16 +13,41 @@ constexpr const char* kInGroup = "undo.in-a-group";
 constexpr const char* kOneStep = "undo.one-step";
 constexpr const char* kRestores = "undo.restores";
 
+const char* hook_words(Act act) {
+    switch (act) {
+        case Act::update_menus:
+            return "its update-menu hook";
+        case Act::idle:
+            return "its idle hook";
+        case Act::quit:
+            return "its death hook";
+        default:
+            return "it";
+    }
+}
+
+// Groups are left open by any function.
+void examine_groups(Examiner& examiner, const CleanVisit& visit) {
+    examiner.note_ok(kOpen);
+    const auto look = [&](const Outcome& outcome, const std::string& who) {
+        if (outcome.groups_left_open > 0)
+            examiner.note(
+                kOpen,
+                {TestVerdict::failed, when(visit.plan) + who + " leaves " + std::to_string(outcome.groups_left_open) +
+                                          " undo group(s) open: each AEGP_StartUndoGroup needs its "
+                                          "AEGP_EndUndoGroup"},
+                visit.plan, visit.record);
+    };
+    look(visit.record.start, "its entry point");
+    for (std::size_t i = 0; i < visit.record.outcomes.size(); ++i)
+        look(visit.record.outcomes[i], hook_words(visit.plan.acts[i]));
+}
+
 void examine_command(Examiner& examiner, const CleanVisit& visit) {
     const Outcome& outcome = *visit.command();
     const auto fail = [&](const char* test, TestVerdict verdict, const std::string& reason) {
         examiner.note(test, {verdict, when(visit.plan) + reason}, visit.plan, visit.record);
     };
-    examiner.note_ok(kOpen);
-    if (outcome.groups_left_open > 0)
-        fail(kOpen, TestVerdict::failed,
-             "it leaves " + std::to_string(outcome.groups_left_open) +
-                 " undo group(s) open: each AEGP_StartUndoGroup needs its AEGP_EndUndoGroup");
     examiner.note_ok(kUnbalanced);
     for (const MadeCall& call : outcome.calls) {
         if (call.is("AEGP_EndUndoGroup") && call.result != A_Err_NONE)
@@ -60,8 +85,9 @@ const std::vector<TestFacts>& undo_tests() {
 
 bool examine_undo(Examiner& examiner) {
     for (const CleanVisit& visit : examiner.clean) {
-        if (!visit.record.has_finished() || visit.plan.acts.empty() || visit.plan.acts.front() != Act::command)
-            continue;
+        if (!visit.record.has_finished()) continue;
+        examine_groups(examiner, visit);
+        if (visit.plan.acts.empty() || visit.plan.acts.front() != Act::command) continue;
         if (visit.command()->is_enabled) examine_command(examiner, visit);
     }
     return true;

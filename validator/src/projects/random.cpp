@@ -125,7 +125,7 @@ class Maker {
 
 Situation random_situation(std::uint64_t seed, const Answers& answers) {
     return {.name = "seed-" + std::to_string(seed),
-            .sentence = "a project made at random from seed " + std::to_string(seed),
+            .sentence = "the project of seed " + std::to_string(seed) + " is open",
             .build =
                 [seed] {
                     auto stage = std::make_unique<BuiltStage>();

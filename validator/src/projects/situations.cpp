@@ -1,6 +1,8 @@
 // What people have every day, and nothing at all.
 #include "projects/situations.h"
 
+#include <stdexcept>
+
 #include "projects/stages.h"
 
 namespace validator {
@@ -205,6 +207,12 @@ std::vector<Situation> all_of(const Row (&rows)[N], const Answers& answers, Sour
 }
 
 }  // namespace
+
+const Situation& situation_named(const std::vector<Situation>& situations, const std::string& name) {
+    for (const Situation& situation : situations)
+        if (situation.name == name) return situation;
+    throw std::out_of_range("no situation is named " + name);
+}
 
 std::vector<Situation> empty_situations(const Answers& answers) {
     return all_of(kEmpty, answers, Sources::pictures);

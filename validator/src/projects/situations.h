@@ -18,6 +18,8 @@ using Answers = std::vector<Answer>;
 std::vector<Situation> empty_situations(const Answers& answers);
 // What people have every day.
 std::vector<Situation> typical_situations(const Answers& answers, Sources sources = Sources::pictures);
+// Throws std::out_of_range if there is none of that name.
+const Situation& situation_named(const std::vector<Situation>& situations, const std::string& name);
 // Names, times and numbers that nobody has thought of.
 std::vector<Situation> hostile_situations(const Answers& answers, Sources sources = Sources::pictures);
 // One composition with so many layers, all selected.
