@@ -1,5 +1,5 @@
 // What becomes of nests made flat, and how it looks, as Markdown.
-import { cell, lottieWebCell, numbers, percent, rlottieCanJudge, staysInBoth } from "./table.mjs";
+import { cell, lottieWebCell, numbers, percent, isOnAnotherClock, rlottieCanJudge, staysInBoth } from "./table.mjs";
 
 const kHead = `# Flat, and looking the same
 
@@ -31,9 +31,15 @@ function nestLine(row) {
   return `| ${cells.join(" | ")} |`;
 }
 
+/** A whole file as a row of its own. */
+function asRow(whole) {
+  const flat = whole.nests.filter((nest) => nest.becomes === "flat");
+  return { ...whole, reasons: flat.flatMap((nest) => nest.reasons).filter(isOnAnotherClock) };
+}
+
 function wholeLine(row) {
   const reasons = row.nests.filter((nest) => nest.becomes === "kept").map((nest) => nest.kept_because.split(":")[0]);
-  const cells = [row.file, row.nests.length, row.left, [...new Set(reasons)].join(", "), rlottieCell({ ...row, reasons: [] }),
+  const cells = [row.file, row.nests.length, row.left, [...new Set(reasons)].join(", "), rlottieCell(asRow(row)),
                  lottieWebCell(row), row.bytes[0], `${row.bytes[1]} (${percent(row.bytes[1], row.bytes[0])})`,
                  row.seconds.toFixed(2)];
   return `| ${cells.join(" | ")} |`;
@@ -55,7 +61,7 @@ function totals(rows, wholes) {
     `- What keeps the others, by the first reason: ${countedBy(kept.map((row) => row.kept_because.split(":")[0]))}; by all of ` +
       `their reasons: ${countedBy(kept.flatMap((row) => [...new Set(changes(row))]))}.`,
     `- ${wholes.length} files: ${wholes.filter((row) => row.left === 0).length} without any pre-comp, ` +
-      `${wholes.filter((row) => row.pictures?.equal !== false && row.lottieWeb.equal).length} within the limits in both renderers.`,
+      `${wholes.map(asRow).filter(staysInBoth).length} within the limits in both renderers.`,
   ].join("\n");
 }
 
@@ -84,6 +90,6 @@ export function flatteningPage(rows, wholes) {
 export function falsePromises(rows, wholes) {
   return [
     ...rows.filter((row) => row.becomes === "flat" && !staysInBoth(row)).map((row) => `${place(row)}: does not look the same`),
-    ...wholes.filter((row) => !row.lottieWeb.equal || row.pictures?.equal === false).map((row) => `${row.file}: does not look the same`),
+    ...wholes.map(asRow).filter((row) => !staysInBoth(row)).map((row) => `${row.file}: does not look the same`),
   ];
 }

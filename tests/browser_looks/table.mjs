@@ -5,9 +5,15 @@ function place(row) {
   return `${row.file} ${row.composition ?? "main"} #${row.number}`;
 }
 
-/** rlottie takes whole frames only, so what it shows of fractional starts says nothing. */
+/** rlottie counts whole frames inside of nests, so what it shows of other clocks and of fractional starts says nothing. */
+const CLOCKS = new Set(["time-remap", "stretch"]);
+
+export function isOnAnotherClock(reason) {
+  return CLOCKS.has(reason.code) && reason.weight === "slight";
+}
+
 export function rlottieCanJudge(row) {
-  return Boolean(row.pictures) && !row.reasons.some((reason) => reason.code === "fractional-start");
+  return Boolean(row.pictures) && !row.reasons.some((reason) => reason.code === "fractional-start" || isOnAnotherClock(reason));
 }
 
 export function staysInBoth(row) {

@@ -45,6 +45,59 @@ std::vector<Scene> trim_scenes() {
     };
 }
 
+std::vector<Scene> clock_scenes() {
+    // A red square that crosses the picture, fades and grows on the way.
+    const std::string handles = R"("i":{"x":0.7,"y":1},"o":{"x":0.3,"y":0},)";
+    const std::string straight = R"({"a":1,"k":[{)" + handles + R"("t":2,"s":[10,10,0]},{"t":16,"s":[60,60,0]}]})";
+    const std::string curved =
+        R"({"a":1,"k":[{)" + handles + R"("t":2,"s":[10,10,0],"to":[20,0,0],"ti":[0,-20,0]},{"t":16,"s":[60,60,0]}]})";
+    const std::string grown =
+        R"({"a":1,"k":[{"t":0,"s":[50,50,100],"h":1},{"i":{"x":[0.8,0.8,0.8],"y":[1,1,1]},)"
+        R"("o":{"x":[0.2,0.2,0.2],"y":[0,0,0]},"t":6,"s":[60,60,100]},{"t":18,"s":[100,90,100]}]})";
+    const auto red_along = [&](const std::string& path) {
+        return solid(1, "red", 15, 15, "#ff0000",
+                     {{"ks", transform({{"p", path}, {"s", grown}, {"o", keyed({{4, "100"}, {14, "40"}})}})}});
+    };
+    const std::vector<std::string> layers = {red_along(straight), blue({{"ks", at(55, 5)}, {"ip", "3"}, {"op", "14"}})};
+    const auto remapped = [&](const std::string& keys) { return inside(layers, {{"tm", keys}}); };
+    // Seconds, at 25 frames each; a hair more than whole frames, for players that cut them off.
+    const std::string pauses = keyed({{0, "0.00001"}, {5, "0.20001"}, {9, "0.20001"}, {18, "0.56001"}});
+    const std::string backward = keyed({{0, "0.60001"}, {15, "0.00001"}});
+    const std::string jumps =
+        R"({"a":1,"k":[{"t":0,"s":[0.40001],"h":1},{"t":6,"s":[0.20001],"h":1},{"t":12,"s":[0.56001],"h":1}]})";
+    const std::string eased = R"({"a":1,"k":[{"i":{"x":[0.6],"y":[1]},"o":{"x":[0.4],"y":[0]},"t":0,"s":[0]},)"
+                              R"({"t":19,"s":[0.72]}]})";
+    const std::string driven =
+        R"x({"a":1,"k":[{"i":{"x":[1],"y":[1]},"o":{"x":[0],"y":[0]},"t":0,"s":[0]},{"t":10,"s":[0.4]}],)x"
+        R"x("x":"loopOut('cycle')"})x";
+    return {
+        {Reason::time_remap, "a clock that pauses", Outcome::mended, remapped(pauses)},
+        {Reason::time_remap, "a clock that runs backward", Outcome::mended,
+         inside({red_along(straight)}, {{"tm", backward}})},
+        {Reason::time_remap, "a clock that jumps and stands still", Outcome::mended, remapped(jumps)},
+        {Reason::time_remap, "a clock that speeds up and slows down", Outcome::mended, remapped(eased), false},
+        // The renderer is a tenth of a pixel off on curved paths, in one way for the whole and in another for a part.
+        {Reason::time_remap, "a clock that pauses on the way along a curve", Outcome::mended,
+         inside({red_along(curved)}, {{"tm", pauses}}), false},
+        {Reason::time_remap, "a clock that stands still all the time", Outcome::mended, remapped(still("0.40001")),
+         false},
+        {Reason::time_remap, "a clock driven by an expression", Outcome::stays, remapped(driven), false},
+        {Reason::time_remap, "a clock that shows a layer twice", Outcome::stays,
+         remapped(keyed({{0, "0.20001"}, {8, "0.64001"}, {16, "0.20001"}}))},
+        {Reason::time_remap, "a picture that stands still", Outcome::untouched,
+         inside({red(), blue()}, {{"tm", backward}})},
+        {Reason::stretch, "twice the speed", Outcome::mended, inside(layers, {{"sr", "0.5"}})},
+        {Reason::stretch, "a third of the speed", Outcome::mended, inside(layers, {{"sr", "3"}}), false},
+        {Reason::stretch, "a picture that stands still", Outcome::untouched, inside({red(), blue()}, {{"sr", "2"}})},
+    };
+}
+
+std::string on_a_curve() {
+    const std::string path = R"({"a":1,"k":[{"i":{"x":1,"y":1},"o":{"x":0,"y":0},"t":0,"s":[10,10,0],"to":[40,0,0],)"
+                             R"("ti":[0,-20,0]},{"t":19,"s":[50,60,0]}]})";
+    return solid(1, "red", 9, 9, "#ff0000", {{"ks", transform({{"p", path}})}});
+}
+
 std::vector<Scene> place_scenes() {
     return {
         {Reason::parent, "a nest on a spinning null", Outcome::mended, carried_by_a_spinning_null({})},
@@ -58,6 +111,10 @@ std::vector<Scene> place_scenes() {
                                      {{"ks", transform({{"p", still("[50,20,0]")}, {"r", still("45")}})}})}})},
         {Reason::shear, "a squeezed nest with an upright layer", Outcome::untouched,
          animation({.nest = {{"ks", transform({{"s", still("[100,50,100]")}})}}})},
+        {Reason::place, "a turned nest with a layer on a curve", Outcome::mended,
+         inside({on_a_curve()}, {{"ks", transform({{"p", still("[50,0,0]")}, {"r", still("30")}})}}), false},
+        {Reason::place, "a mirrored nest with a layer on a curve", Outcome::untouched,
+         inside({on_a_curve()}, {{"ks", transform({{"p", still("[100,0,0]")}, {"s", still("[-100,100,100]")}})}})},
         {Reason::children, "a layer on a nest that moves", Outcome::mended, with_a_child({{"ks", moving_transform()}})},
         {Reason::children, "a layer on a nest that never moves", Outcome::untouched, with_a_child({})},
     };
@@ -133,7 +190,8 @@ std::vector<Scene> opacity_scenes() {
 
 std::vector<Scene> all_scenes() {
     std::vector<Scene> all;
-    for (auto&& scenes : {trim_scenes(), place_scenes(), matte_scenes(), name_scenes(), opacity_scenes()})
+    for (auto&& scenes :
+         {clock_scenes(), trim_scenes(), place_scenes(), matte_scenes(), name_scenes(), opacity_scenes()})
         all.insert(all.end(), scenes.begin(), scenes.end());
     return all;
 }

@@ -18,8 +18,8 @@ from collections import Counter
 from animations import animation
 from calm_animations import calm_animation
 
-# A finding by which the renderer's pictures cannot be judged: it counts whole frames inside of nests.
-BEYOND_RENDERER = {"fractional-start"}
+# Findings by which the renderer's pictures cannot be judged: it counts whole frames inside of nests.
+BEYOND_RENDERER = {"fractional-start", "time-remap", "stretch"}
 
 
 def is_beyond_renderer(animation):

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "findings.h"
+#include "retiming.h"
 #include "words.h"
 
 namespace lottie::looks {
@@ -88,6 +89,10 @@ TimingDifference compare_clocks(Unnesting& u) {
     for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         if (!depends_on_time(u, copy)) continue;
+        if (u.is_retimed()) {
+            if (!shows_what_it_showed(u, copy)) note(difference, inner, u.nest().in, true);
+            continue;
+        }
         const double shift = u.copied(copy).start - inner.start;
         for (const double frame : u.nest_frames()) {
             if (!is_seen_before(u, inner, frame) || std::abs(u.inner_frame(frame) - (frame - shift)) < kSameTime)
@@ -144,6 +149,7 @@ std::optional<double> first_lost_key(const LayerPart& before, const LayerPart& a
 // Keyframes travel with their layer, all by the same distance.
 TimingDifference compare_keys(Unnesting& u) {
     TimingDifference difference;
+    if (u.is_retimed()) return difference;  // asked of the values already
     for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         if (!inner.can_draw()) continue;
@@ -175,10 +181,10 @@ void find_clock(Unnesting& u, const TimingDifference& clocks) {
         is_remapped ? "its time remapping" : "its stretch by " + plain(u.nest().stretch * 100) + " %";
     const std::string property = is_remapped ? "tm" : "sr";
     if (clocks.layers == 0) {
-        const bool is_rounded = is_remapped && any_depends_on_time(u);
+        const bool is_rounded = (is_remapped || u.is_retimed()) && any_depends_on_time(u);
         u.add({reason,
                is_rounded ? Weight::slight : Weight::harmless,
-               what + " changes no frame that is seen" +
+               what + (u.is_retimed() ? " is now in the layers' own keyframes" : " changes no frame that is seen") +
                    (is_rounded ? "; players that count whole frames inside nests show its layers up to a frame apart"
                                : ""),
                "",

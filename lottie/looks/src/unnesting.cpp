@@ -16,6 +16,25 @@ Survey& inside_of(Comparison& comparison, std::size_t nest) {
     return *inside;
 }
 
+// Whether any keyframe is where moving the layer's would put none.
+bool has_other_keys(const SceneLayer& inner, const SceneLayer& copied) {
+    constexpr double kSameTime = 0.002;
+    const double shift = copied.start - inner.start;
+    if (copied.time_remap() && !inner.time_remap()) return true;
+    for (const auto& part : inner.parts()) {
+        const LayerPart* after = copied.part(part->key());
+        if (after == nullptr) continue;
+        std::vector<double> moved = part->key_times();
+        for (double& time : moved) time += shift;
+        std::sort(moved.begin(), moved.end());
+        for (const double time : after->key_times()) {
+            const auto next = std::lower_bound(moved.begin(), moved.end(), time - kSameTime);
+            if (next == moved.end() || *next > time + kSameTime) return true;
+        }
+    }
+    return false;
+}
+
 }  // namespace
 
 Unnesting::Unnesting(Comparison& comparison, std::size_t nest)
@@ -25,6 +44,15 @@ Unnesting::Unnesting(Comparison& comparison, std::size_t nest)
       copy_of_(inside().size()),
       nest_frames_(comparison.frames_of_nest(nest)) {
     for (const Copy& copy : copies()) copy_of_.at(copy.inner) = copy.result;
+}
+
+bool Unnesting::is_retimed() const {
+    if (!is_retimed_) {
+        is_retimed_ = !only_shifts() && std::any_of(copies().begin(), copies().end(), [this](const Copy& copy) {
+            return has_other_keys(inner(copy), copied(copy));
+        });
+    }
+    return *is_retimed_;
 }
 
 std::vector<Finding> Unnesting::take_findings() {

@@ -32,6 +32,8 @@ class Unnesting {
     bool has_time_remap() const { return nest().time_remap().has_value(); }
     // Whether the clock runs as the outer one does, only shifted.
     bool only_shifts() const { return !has_time_remap() && nest().stretch == 1; }
+    // Whether somebody put the copies' keyframes on another clock than the run did, which only moves them.
+    bool is_retimed() const;
     double outer_frame(double inner) const { return nest().start + nest().stretch * inner; }
 
     // Frames of the composition at which it can be seen, and those at which the nest can; see Comparison.
@@ -59,6 +61,7 @@ class Unnesting {
     std::vector<double> nest_frames_;
     std::vector<Finding> findings_;
     double unseen_ = 0;
+    mutable std::optional<bool> is_retimed_;
 };
 
 }  // namespace lottie::looks

@@ -19,6 +19,8 @@ struct Remedy {
 
 // In the order in which they are tried; of several for one reason the next one only when the first was not enough.
 constexpr Remedy kRemedies[] = {
+    {Reason::time_remap, mend_time_remap},
+    {Reason::stretch, mend_time_remap},
     {Reason::matte_split, mend_matte_split},
     {Reason::trim, mend_trim},
     {Reason::parent, mend_parent},
@@ -52,15 +54,15 @@ Mending::~Mending() = default;
 bool Mending::answer(const std::vector<looks::NestReport>& reports) {
     bool is_any = false;
     for (const looks::NestReport& report : reports) {
+        std::set<Reason> open;
         for (const looks::Finding& finding : report.findings) {
-            if (finding.weight != looks::Weight::change) continue;
-            for (const Remedy& remedy : kRemedies) {
-                if (remedy.reason != finding.reason || !progress_->applied[report.nest].insert(&remedy).second)
-                    continue;
-                remedy.apply(progress_->unnested, progress_->unnested.nest_at(report.nest));
-                is_any = true;
-                break;
-            }
+            if (finding.weight == looks::Weight::change) open.insert(finding.reason);
+        }
+        for (const Remedy& remedy : kRemedies) {
+            if (!open.contains(remedy.reason) || !progress_->applied[report.nest].insert(&remedy).second) continue;
+            remedy.apply(progress_->unnested, progress_->unnested.nest_at(report.nest));
+            open.erase(remedy.reason);
+            is_any = true;
         }
     }
     return is_any;

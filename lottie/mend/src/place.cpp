@@ -2,7 +2,6 @@
 // without a parent hang on a null with the nest's own transform and parent. That chain is the one players multiplied
 // before.
 #include "document/json_text.h"
-#include "key_times.h"
 #include "remedies.h"
 
 namespace lottie::mend {
@@ -19,7 +18,7 @@ void mend_place(Unnested& unnested, Nest& nest) {
         }
         const document::JsonTree& tree = copy.before.tree();
         if (const document::JsonNode* transform = tree.member(&tree.root(), "ks"))
-            copy.now->set("ks", with_times(tree, *transform, {.shift = copy.shift()}));
+            copy.now->set("ks", nest.on_outer_clock(copy, *transform));
     }
 }
 

@@ -6,6 +6,7 @@
 namespace lottie::mend {
 
 // Each mends what it can of one nest and leaves the rest.
+void mend_time_remap(Unnested& unnested, Nest& nest);
 void mend_trim(Unnested& unnested, Nest& nest);
 void mend_parent(Unnested& unnested, Nest& nest);
 void mend_place(Unnested& unnested, Nest& nest);

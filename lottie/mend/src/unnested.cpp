@@ -7,6 +7,7 @@
 
 #include "document/json_text.h"
 #include "document/outline_reader.h"
+#include "retimed.h"
 
 namespace lottie::mend {
 namespace {
@@ -60,9 +61,20 @@ Unnested::Unnested(std::string before, std::string after, looks::StackChange cha
     for (const std::size_t place : change_.nests) read_nest(place);
 }
 
+std::string Nest::on_outer_clock(const CopiedLayer& copy, const document::JsonNode& value) const {
+    const document::JsonTree& tree = copy.before.tree();
+    if (only_shifts() || !clock) return shifted(tree, value, copy.shift());
+    return retimed(tree, value, *clock);
+}
+
+double Unnested::frame_rate() const {
+    return document::read_number(before_.frame_rate.text.of(before_text_));
+}
+
 void Unnested::read_nest(std::size_t place) {
     KeptLayer& layer = stack_.at(place);
     auto nest = std::make_unique<Nest>(place, layer);
+    nest->clock = NestClock::of(layer.facts, layer.before, frame_rate());
     const ScannedComp& inside =
         comp_named(before_, before_text_, document::decode_string(layer.facts.ref_id.of(before_text_)));
     for (std::size_t i = 0; i < inside.list.size(); ++i) nest->copies.emplace_back(before_text_, i, inside.list[i]);

@@ -11,6 +11,7 @@
 #include "document/outline.h"
 #include "layer_text.h"
 #include "looks/judge.h"
+#include "nest_clock.h"
 
 namespace lottie::mend {
 
@@ -44,10 +45,14 @@ struct Nest {
     KeptLayer& layer;
     std::deque<CopiedLayer> copies;  // one for each layer of its composition, in the order of that
     LayerText* stand_in = nullptr;   // a null with its transform; null if the run left none
+    std::optional<NestClock> clock;  // nothing if it cannot be told
 
     const document::ScannedLayer& facts() const { return layer.facts; }
-    // Its clock, as long as there is no time remapping.
+    // As long as there is no time remapping.
     double outer_frame(double inner) const { return facts().start + facts().stretch * inner; }
+    bool only_shifts() const { return !facts().remaps_time && facts().stretch == 1; }
+    // The text of a value of the layer inside, with keyframes at the frames at which the nest showed them.
+    std::string on_outer_clock(const CopiedLayer& copy, const document::JsonNode& value) const;
 };
 
 class Unnested {
@@ -55,6 +60,7 @@ class Unnested {
     Unnested(std::string before, std::string after, looks::StackChange change);
     Unnested(const Unnested&) = delete;
 
+    double frame_rate() const;
     std::deque<KeptLayer>& stack() { return stack_; }  // before
     Nest& nest_at(std::size_t place);
     bool is_unnested(std::size_t place) const;
