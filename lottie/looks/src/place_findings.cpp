@@ -89,7 +89,7 @@ Displacement compare_copies(Unnesting& u) {
         const SceneLayer& inner = *layers[i].layer;
         // Another clock is another finding: places are compared at the time that the copy shows.
         const double shift = u.copied(copy).start - inner.start;
-        const double inner_frame = u.only_shifts() ? u.inner_frame(frame) : frame - shift;
+        const double inner_frame = u.only_shifts() || u.is_retimed() ? u.inner_frame(frame) : frame - shift;
         if (!inner.is_on(inner_frame) || !u.copied(copy).is_on(frame)) return -1.0;
         const Matrix before =
             u.inside_placement().world(copy.inner, inner_frame).then(u.stack_placement().world(u.nest_place(), frame));
@@ -100,6 +100,43 @@ Displacement compare_copies(Unnesting& u) {
     Displacement all;
     for (const Measured& one : layers) add(all, one);
     return all;
+}
+
+// Whether one path is the other moved, grown or mirrored, but not turned.
+bool are_parallel(const std::vector<Values>& a, const std::vector<Values>& b) {
+    if (a.size() != b.size()) return true;  // they are no copies of one another
+    const auto way = [](const std::vector<Values>& points, std::size_t i, std::size_t dimension) {
+        return std::abs(points[i][dimension] - points[0][dimension]);
+    };
+    double grown = 0;
+    for (std::size_t i = 0; i < a.size(); ++i) grown = std::max({grown, way(a, i, 0), way(a, i, 1)});
+    double grown_b = 0;
+    for (std::size_t i = 0; i < b.size(); ++i) grown_b = std::max({grown_b, way(b, i, 0), way(b, i, 1)});
+    if (grown <= 0) return true;
+    for (std::size_t i = 0; i < a.size(); ++i) {
+        for (const std::size_t dimension : {0U, 1U}) {
+            if (std::abs(way(a, i, dimension) * grown_b / grown - way(b, i, dimension)) > kUnseen) return false;
+        }
+    }
+    return true;
+}
+
+// Players measure curves in their own ways; some of them find other points on a curve when it is turned.
+void find_turned_curves(Unnesting& u) {
+    constexpr double kMeasuredApart = 0.02;  // of the length of a curve
+    constexpr double kPictureWidth = 400;
+    for (const Copy& copy : u.copies()) {
+        const Property& before = u.inner(copy).transform().position;
+        const Property& after = u.copied(copy).transform().position;
+        const double curve = after.longest_curve();
+        if (curve * kMeasuredApart * kPictureWidth / std::max(1.0, u.stack().width) <= kUnseen) continue;
+        if (are_parallel(before.key_values(), after.key_values())) continue;
+        u.add({Reason::place, Weight::change,
+               "the path of layer " + quoted(u.inner(copy).name) +
+                   " is turned, and some players measure a turned curve otherwise",
+               "keep this nest", u.inner(copy).name, "ks.p", std::nullopt});
+        return;
+    }
 }
 
 bool is_uneven(const Property& scale) {
@@ -296,6 +333,7 @@ std::vector<Unhitched> find_unhitched(Comparison& c) {
 
 void find_place_changes(Unnesting& u, const SharedFindings& shared) {
     find_copies(u);
+    find_turned_curves(u);
     find_others(u, shared);
 }
 

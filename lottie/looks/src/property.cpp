@@ -185,6 +185,16 @@ bool Property::find_animation() const {
     });
 }
 
+double Property::longest_curve() const {
+    double longest = 0;
+    for (const Key& key : keys_) {
+        if (is_zero(key.out_tangent) && is_zero(key.in_tangent)) continue;
+        const double handles = distance(key.out_tangent, {}) + distance(key.in_tangent, {});
+        longest = std::max(longest, distance(key.value, key.end) + handles);
+    }
+    return longest;
+}
+
 std::vector<Values> Property::key_values() const {
     std::vector<Values> values;
     for (const double time : key_times_) values.push_back(at(time));

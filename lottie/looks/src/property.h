@@ -27,6 +27,8 @@ class Property {
     const std::vector<double>& key_times() const { return key_times_; }
     // The values that the property takes at its keyframes, or the one that it always has.
     std::vector<Values> key_values() const;
+    // Of the curved pieces of a path in space, the length of the longest at most; 0 if there is none.
+    double longest_curve() const;
 
   private:
     struct Key {
