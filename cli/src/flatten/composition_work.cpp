@@ -257,7 +257,7 @@ void CompositionWork::follow_names(Attempt& tried) {
         tried.losses.insert(tried.losses.end(), mended.losses.begin(), mended.losses.end());
         for (const auto& [name, now] : mended.names) {
             const auto before = std::find_if(tried.renamed.begin(), tried.renamed.end(),
-                                             [&](const auto& one) { return one.second == name; });
+                                             [&name = name](const auto& one) { return one.second == name; });
             tried.renamed[before == tried.renamed.end() ? name : before->first] = *now.begin();
         }
     }
