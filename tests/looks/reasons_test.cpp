@@ -44,6 +44,19 @@ INSTANTIATE_TEST_SUITE_P(Reasons, EachReason, testing::ValuesIn(all_cases()), []
     return text + "__" + one.param.name;
 });
 
+// The corners are as far out at each eighth of the turn, but for the last digits of this machine's sines.
+TEST(Reasons, of_frames_that_are_cut_alike_the_first_is_told) {
+    for (double x = 45; x < 55; x += 0.7) {
+        const std::string turning = transform({{"a", still("[20,20,0]")},
+                                               {"p", still("[" + std::to_string(x) + ",30,0]")},
+                                               {"r", keyed({{0, "45"}, {16, "765"}})}});
+        const Judged result = judged(inside({red({{"ks", turning}})}, {{"w", "60"}, {"h", "60"}, {"ks", at(20, 20)}}));
+        const auto* finding = result.find(Reason::clip);
+        ASSERT_NE(finding, nullptr) << result.text();
+        EXPECT_NE(finding->sentence.find(" pixels at frame 0;"), std::string::npos) << finding->sentence;
+    }
+}
+
 // The command copies every layer and keeps the order; other commands may not.
 const std::set<Reason> kNotDoneByThisCommand = {Reason::lost_layer, Reason::order};
 

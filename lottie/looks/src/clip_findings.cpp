@@ -15,6 +15,8 @@ constexpr double kPictureWidth = 400;
 constexpr double kBlock = 8;
 constexpr double kUnseenShare = 0.001;
 constexpr double kUnseenBlocks = 0.002;
+// Pixels: of frames that are this close the first is told, for the last digits of sines differ from machine to machine.
+constexpr double kLevel = 1e-6;
 
 // Pixels that anti-aliasing smears anyway.
 double sliver(const Stack& stack) {
@@ -117,7 +119,8 @@ Worst search(const Unnesting& u) {
                 if (!is_counted[inner]) ++worst.layers;
                 is_counted[inner] = true;
             }
-            if (one.width > worst.width) worst.width = one.width, worst.width_frame = frame, worst.layer = inner;
+            if (one.width > worst.width + kLevel)
+                worst.width = one.width, worst.width_frame = frame, worst.layer = inner;
         }
         worst.unseen = std::max(worst.unseen, unseen);
     }
