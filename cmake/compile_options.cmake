@@ -71,5 +71,12 @@ function(leave_out_of_coverage target)
   endif()
 endfunction()
 
+# For what works little: small code instead of fast code.
+function(compile_for_size)
+  foreach(target IN LISTS ARGN)
+    target_compile_options(${target} PRIVATE -Oz)
+  endforeach()
+endfunction()
+
 # Test programs run once: optimising them takes far longer than they run.
 set(EXFLATE_TEST_OPTIONS -O0)
