@@ -91,9 +91,9 @@ void keep_and_check(VisitResult outcome, UnnestRecord& record, const std::string
                       "a great deal to do; --script-time gives more time");
     }
     if (!outcome.has_failed()) return;
-    throw Failure(ExitCode::failed,
-                  what + (outcome.has_thrown ? " ended with an exception"
-                                             : " failed with error " + std::to_string(outcome.error)));
+    throw Failure(ExitCode::failed, (outcome.lacked_memory ? "there is not enough memory for it: " : "") + what +
+                                        (outcome.has_thrown ? " ended with an exception"
+                                                            : " failed with error " + std::to_string(outcome.error)));
 }
 
 // For each nest the plug-in walks through the stack and through the project.

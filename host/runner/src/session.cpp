@@ -4,6 +4,7 @@
 #include <exception>
 #include <utility>
 
+#include "base/memory_watch.h"
 #include "suites/error_codes.h"
 
 namespace host::runner {
@@ -138,6 +139,7 @@ A_Err Session::visit(const suites::PluginCall& facts, const std::string& what, c
     };
     bool has_thrown = false;
     A_Err error = A_Err_NONE;
+    const base::MemoryWatch memory;
     {
         const suites::SuiteHost::Visit visit(suites_, facts);
         try {
@@ -159,6 +161,7 @@ A_Err Session::visit(const suites::PluginCall& facts, const std::string& what, c
                  " open; the host closed " + (open == 1 ? "it" : "them") + " and kept the changes as one step");
     }
     current_.has_thrown = current_.has_thrown || has_thrown;
+    current_.lacked_memory = current_.lacked_memory || memory.was_refused() || error == suites::kOutOfMemory;
     if (!current_.has_failed()) current_.error = error;
     return error;
 }
@@ -190,6 +193,7 @@ suites::ScriptReply Session::run_script(std::string_view text) {
         return {.failed = true, .result = {}, .error = "An earlier script took too long."};
     script::ScriptResult result = engine_.run(text);
     current_.scripts_took_too_long = result.took_too_long;
+    current_.lacked_memory = current_.lacked_memory || result.lacked_memory;
     if (result.failed) current_.log.push_back("a script failed: " + result.error);
     return {.failed = result.failed, .result = std::move(result.result), .error = std::move(result.error)};
 }

@@ -22,6 +22,7 @@ struct VisitResult {
     bool is_enabled = true;               // false: the command is disabled, so no command hook was called
     bool is_handled = false;              // by some command hook
     bool scripts_took_too_long = false;   // one was stopped and later ones were not run, so the result is incomplete
+    bool lacked_memory = false;           // some part of the program, which may have got by all the same
     std::vector<scriptui::Alert> alerts;  // shown by scripts
     std::vector<std::string> reports;     // message boxes of the plug-in
     std::vector<std::string> log;  // a sentence for each failed suite call or script, each hook that failed or threw,

@@ -28,6 +28,7 @@ class Settings;
 struct ScriptResult {
     bool failed = false;
     bool took_too_long = false;  // stopped for it, or not started; `failed` is set too
+    bool lacked_memory = false;  // `failed` is set too
     std::string result;
     std::string error;
 };

@@ -59,8 +59,9 @@ class Engine::Impl {
     }
 
     ScriptResult run(std::string_view text) {
-        if (environment_.heap.clock().is_counting()) return {true, false, "", "A script is already running."};
-        if (environment_.heap.is_all_time_used()) return {true, true, "", all_time_used(environment_.heap.limits())};
+        if (environment_.heap.clock().is_counting()) return {true, false, false, "", "A script is already running."};
+        if (environment_.heap.is_all_time_used())
+            return {true, true, false, "", all_time_used(environment_.heap.limits())};
         if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
 
         duk_context* ctx = environment_.heap.context();
@@ -73,6 +74,7 @@ class Engine::Impl {
         } else {
             outcome.failed = true;
             outcome.took_too_long = environment_.heap.time_is_up();
+            outcome.lacked_memory = environment_.heap.is_out_of_memory() || environment_.heap.was_refused_memory();
             outcome.error = describe_error(ctx);
         }
         environment_.end_run();

@@ -78,6 +78,7 @@ Heap& Heap::of(duk_context* ctx) {
 
 void Heap::begin_run() {
     out_of_memory_ = false;
+    was_refused_memory_ = false;
     // Memory left by earlier runs must not keep this one from starting, or from cleaning up.
     allowed_ = std::max(limits_.memory, used_ + kReserve / 4);
     steps_ = 0;
@@ -112,11 +113,16 @@ bool Heap::may_grow_by(std::size_t bytes) {
     return false;
 }
 
+void* Heap::refused() {
+    note_refused_memory();
+    return nullptr;
+}
+
 void* Heap::allocate(void* self, duk_size_t size) {
     auto& heap = *static_cast<Heap*>(self);
     if (size == 0 || !heap.may_grow_by(size)) return nullptr;
     auto* header = static_cast<BlockHeader*>(std::malloc(sizeof(BlockHeader) + size));
-    if (header == nullptr) return nullptr;
+    if (header == nullptr) return heap.refused();
     header->size = size;
     heap.used_ += size;
     return header + 1;
@@ -133,7 +139,7 @@ void* Heap::reallocate(void* self, void* block, duk_size_t size) {
     const std::size_t old_size = header->size;
     if (size > old_size && !heap.may_grow_by(size - old_size)) return nullptr;
     auto* moved = static_cast<BlockHeader*>(std::realloc(header, sizeof(BlockHeader) + size));
-    if (moved == nullptr) return nullptr;
+    if (moved == nullptr) return heap.refused();
     moved->size = size;
     heap.used_ += size;
     heap.used_ -= old_size;

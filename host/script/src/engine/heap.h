@@ -36,6 +36,9 @@ class Heap {
     bool must_end_after(std::size_t steps);
     bool is_stack_short() const;
     bool is_out_of_memory() const { return out_of_memory_; }
+    // Of the whole program, in this run: a script may yet get by.
+    void note_refused_memory() { was_refused_memory_ = true; }
+    bool was_refused_memory() const { return was_refused_memory_; }
     void begin_run();
     void end_run();
 
@@ -45,6 +48,7 @@ class Heap {
   private:
     static void* allocate(void* self, duk_size_t size);
     static void* reallocate(void* self, void* block, duk_size_t size);
+    void* refused();
     static void release(void* self, void* block);
     bool may_grow_by(std::size_t bytes);
 
@@ -54,6 +58,7 @@ class Heap {
     std::size_t allowed_;  // in this run
     std::size_t used_ = 0;
     bool out_of_memory_ = false;
+    bool was_refused_memory_ = false;
     std::size_t steps_ = 0;                 // since the last check
     const char* stack_at_start_ = nullptr;  // of the run; null between runs
     duk_context* ctx_ = nullptr;
