@@ -60,6 +60,17 @@ TEST(Effects, undo_takes_them_off_again) {
     EXPECT_EQ(layer.apply_effect(key).name(), "Tint 2");
 }
 
+// Takes hours if every name is compared with all that are taken, for each number.
+TEST(Effects, by_the_thousands_get_the_smallest_free_names) {
+    Scene scene;
+    const int key = install_tint(scene.project)->key;
+    Layer& layer = scene.layer("L");
+    for (int number = 2; number <= 20'001; ++number) layer.apply_effect(key);
+    EXPECT_EQ(layer.effect(19'999).name(), "Tint 20000");
+    scene.project.undo().undo();
+    EXPECT_EQ(layer.apply_effect(key).name(), "Tint 20000");
+}
+
 TEST(Effects, unknown_keys_cameras_and_lights_are_refused) {
     Scene scene;
     const int key = install_tint(scene.project)->key;

@@ -41,6 +41,7 @@ class Effect {
     Effect& operator=(const Effect&) = delete;
 
     Layer& owner() const { return *owner_; }
+    bool is_applied() const { return attached_; }  // false after its application was undone
     const EffectKind& kind() const { return *kind_; }
     const std::string& name() const { return name_; }
     std::uint32_t flags() const { return flags_; }

@@ -5,6 +5,8 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "model/effect.h"
@@ -197,17 +199,26 @@ class Layer {
 
         const StreamData& data() const { return stream != nullptr ? stream->data() : *loaded; }
     };
+    // Finds the smallest free number without walking past all that are taken.
+    struct EffectNames {
+        std::size_t count = 0;  // of effects that `taken` knows
+        std::unordered_set<std::string> taken;
+        std::unordered_map<std::string, int> next_number;
+    };
     // What most layers lack.
     struct Extras {
         std::vector<Layer*> children;
         std::vector<Layer*> matte_users;
         std::vector<std::unique_ptr<Effect>> effects;
+        EffectNames effect_names;
         std::vector<std::unique_ptr<Stream>> other_streams;
     };
     using ListPosition = std::uint32_t Layer::*;  // the layer's position in a list of another object
 
     const Extras& extras() const;
     Extras& mutable_extras();
+
+    std::string new_effect_name(const std::string& wanted);
 
     void require_alive() const;
     void require_editable() const;  // alive, and not locked if HostRules refuse that
@@ -233,6 +244,7 @@ class Layer {
     void drop_third_dimension();
 
     void attach(Stream& stream);
+    void attach(Effect& effect);
     void detach(Stream& stream);
     void attach_all();
     bool awaits_loading() const { return content_ != nullptr && !content_loaded_; }

@@ -50,11 +50,13 @@ void Layer::attach_all() {
     for (NumberedStream& numbered : streams_) {
         if (numbered.stream != nullptr) attach(*numbered.stream);
     }
-    for (const auto& effect : extras().effects) {
-        effect->attached_ = true;
-        for (const auto& parameter : effect->parameters_) attach(*parameter);
-    }
+    for (const auto& effect : extras().effects) attach(*effect);
     for (const auto& stream : extras().other_streams) attach(*stream);
+}
+
+void Layer::attach(Effect& effect) {
+    effect.attached_ = true;
+    for (const auto& parameter : effect.parameters_) attach(*parameter);
 }
 
 // Streams of a layer that is loading are attached later, by attach_all().
@@ -248,6 +250,23 @@ Effect& Layer::effect(std::size_t index) {
     return *extras().effects[index];
 }
 
+std::string Layer::new_effect_name(const std::string& wanted) {
+    Extras& all = mutable_extras();
+    EffectNames& names = all.effect_names;
+    if (names.count != all.effects.size()) {
+        names = {};
+        for (const auto& effect : all.effects) names.taken.insert(effect->name());
+    }
+    names.count = all.effects.size() + 1;
+    if (names.taken.insert(wanted).second) return wanted;
+    int& number = names.next_number.try_emplace(wanted, 2).first->second;
+    std::string name;
+    do {
+        name = wanted + " " + std::to_string(number++);
+    } while (!names.taken.insert(name).second);
+    return name;
+}
+
 Effect& Layer::apply_effect(int kind_key) {
     require_editable();
     if (kind_ == LayerKind::camera || kind_ == LayerKind::light) {
@@ -256,18 +275,15 @@ Effect& Layer::apply_effect(int kind_key) {
     auto kind = project().effect_kind(kind_key);
     if (kind == nullptr) throw Error(ErrorKind::bad_argument, "No effect of that key is installed.");
     ensure_loaded();
-    const auto is_taken = [this](const std::string& name) {
-        return std::any_of(extras().effects.begin(), extras().effects.end(),
-                           [&](const auto& effect) { return effect->name() == name; });
-    };
-    std::string name = kind->display_name;
-    for (int number = 2; is_taken(name); ++number) name = kind->display_name + " " + std::to_string(number);
+    std::string name = new_effect_name(kind->display_name);
     mutable_extras().effects.push_back(std::make_unique<Effect>(*this, std::move(kind), std::move(name)));
-    attach_all();
+    attach(*mutable_extras().effects.back());
     note_change();
     project().undo().note([this] {
         note_change();
-        for (const auto& parameter : mutable_extras().effects.back()->parameters_) detach(*parameter);
+        Effect& undone = *mutable_extras().effects.back();
+        undone.attached_ = false;
+        for (const auto& parameter : undone.parameters_) detach(*parameter);
         project().retired_effects_.push_back(std::move(mutable_extras().effects.back()));
         mutable_extras().effects.pop_back();
     });

@@ -16,19 +16,14 @@ bool is_living(const model::Layer& layer) {
     return layer.project().layer_by_id(layer.id()) == &layer;
 }
 
-bool has_effect(const model::Layer& layer, const model::Effect* effect) {
-    const auto& effects = layer.loaded_effects();
-    return std::any_of(effects.begin(), effects.end(), [effect](const auto& each) { return each.get() == effect; });
-}
-
 }  // namespace
 
 bool still_exists(const EffectRef& ref) {
-    return is_living(*ref.layer) && has_effect(*ref.layer, ref.effect);
+    return is_living(*ref.layer) && ref.effect->is_applied();
 }
 
 bool still_exists(const StreamRef& ref) {
-    return is_living(*ref.layer) && (!ref.effect || has_effect(*ref.layer, ref.effect));
+    return is_living(*ref.layer) && (!ref.effect || ref.effect->is_applied());
 }
 
 MemoryBlock::Data MemoryBlock::allocate(std::size_t size) {
