@@ -2,7 +2,7 @@
 """Ends the command at random times, by TERM, INT, HUP and KILL in turn, while it works with processes of its own, and asks what is
 left: 100 ms later no process may be, and no file may be replaced after the command's end. Prints the seed and the counts.
 
-usage: left_behind.py COMMAND ANIMATION [--runs N] [--seed N]
+usage: left_behind.py COMMAND ANIMATION [--runs N] [--seed N]     EXFLATE_LEFT_BEHIND_RUNS is the full form's N
 """
 import argparse
 import os
@@ -92,7 +92,7 @@ def main():
     parser = argparse.ArgumentParser()
     parser.add_argument("command")
     parser.add_argument("animation")
-    parser.add_argument("--runs", type=int, default=12, help="of each case")
+    parser.add_argument("--runs", type=int, default=int(os.environ.get("EXFLATE_LEFT_BEHIND_RUNS", 12)), help="of each case")
     parser.add_argument("--seed", type=int, default=time.time_ns() % 1_000_000)
     options = parser.parse_args()
     print(f"seed {options.seed}")
@@ -101,6 +101,7 @@ def main():
         files = [f"{number}.json" for number in range(FILES)]
         place = pathlib.Path(folder) / "files"
         cases = (Case("run -j 3 -i", [options.command, "run", "-j", "3", "-i", *files], place, options.animation),
+                 Case("flatten -j 3 -i", [options.command, "flatten", "-j", "3", "-i", *files], place, options.animation),
                  Case("check --prove", [options.command, "check", "--prove", *files[:3]], place, options.animation))
         for case in cases:
             for number in range(options.runs):
