@@ -233,6 +233,8 @@ A_Err blunder(AEGP_SuiteHandler& suites, AEGP_CompH comp) {
         AEGP_ItemH item = nullptr;
         ERR(tomorrow->AEGP_GetActiveItem(&item));
     }
+    if (makes("runs_a_broken_script"))
+        (void)suites.UtilitySuite6()->AEGP_ExecuteScript(S_my_id, "nobody.knows()", false, nullptr, nullptr);
     if (makes("leaves_a_block")) {
         void* block = nullptr;
         (void)sP->AllocateBlock(100, &block);

@@ -57,6 +57,7 @@ const std::vector<BadPlugin> kBadPlugins = {
     {"eats_all_memory", "typical.one-layer", "of memory"},
     {"does_not_say_that_it_handled", "typical.handled", "*handledPB"},
     {"calls_from_a_thread", "typical.main-thread", "from a thread of its own"},
+    {"runs_a_broken_script", "typical.calls", "a script of it failed here", TestVerdict::warning},
     {"prints", "typical.quiet", "hiding layers", TestVerdict::warning},
     {"prints_when_idle", "typical.quiet", "idle", TestVerdict::warning},
     {"leaves_a_process", "typical.processes", "still runs"},

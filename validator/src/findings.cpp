@@ -118,11 +118,32 @@ std::optional<TestFinding> error_in(const VisitPlan& plan, const Outcome& outcom
     if (const std::string missing = not_offered_in(outcome); !missing.empty())
         return TestFinding{TestVerdict::not_applicable, when(plan) + "it needs " + missing + ", not offered here"};
     if (!outcome.told.empty()) return std::nullopt;
+    if (!outcome.script_problems.empty())
+        return TestFinding{TestVerdict::warning, when(plan) + error_words(outcome, command) + " after a script of it " +
+                                                     "failed here: " + outcome.script_problems.front()};
     const bool is_command = outcome.failed_in == host::suites::PluginFunction::command_hook;
     return TestFinding{
         TestVerdict::failed,
         when(plan) + error_words(outcome, command) +
             (is_command ? ": disable the command where it cannot work, or tell the user and return 0" : "")};
+}
+
+bool is_of_start(const VisitRecord& record, const host::suites::HandedOut& handle) {
+    return !record.start.calls.empty() && handle.made_by_call <= record.start.calls.back().number;
+}
+
+std::vector<host::suites::HandedOut> undeclared_leaks(const VisitRecord& record, const Declared& declared) {
+    const bool is_after_failure =
+        std::any_of(record.outcomes.begin(), record.outcomes.end(), [](const Outcome& outcome) {
+            return std::any_of(outcome.calls.begin(), outcome.calls.end(),
+                               [](const MadeCall& call) { return call.result != A_Err_NONE; });
+        });
+    std::vector<host::suites::HandedOut> leaks = record.left;
+    std::erase_if(leaks, [&](const auto& handle) {
+        return is_after_failure ? declared.leaves_after_failure(handle.kind, handle.made_by)
+                                : declared.leaves(handle.kind, handle.made_by);
+    });
+    return leaks;
 }
 
 const MadeCall* injected_call(const VisitRecord& record) {

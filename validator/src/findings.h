@@ -32,6 +32,10 @@ std::string error_words(const Outcome& outcome, const std::string& command = "co
 // What the host refused because it was of something that does not exist any more; null if there is nothing of the kind.
 const Refusal* refusal_of_what_is_gone(const Outcome& outcome);
 
+bool is_of_start(const VisitRecord& record, const host::suites::HandedOut& handle);
+// What is left and not declared; where a call has failed of itself, what is declared for that case counts too.
+std::vector<host::suites::HandedOut> undeclared_leaks(const VisitRecord& record, const Declared& declared);
+
 // The call that a fault struck: in this record if it is there, else where `clean` has it. Empty if it struck none.
 std::string struck_call(const Fault& fault, const VisitRecord& record, const VisitRecord& clean);
 const MadeCall* injected_call(const VisitRecord& record);

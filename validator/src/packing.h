@@ -63,7 +63,7 @@ void fields(auto& archive, R& r) {
 }
 template <Of<Outcome> R>
 void fields(auto& archive, R& r) {
-    archive(r.calls, r.call_count, r.error, r.has_thrown, r.failed_in, r.is_enabled, r.is_handled, r.told, r.undo_steps,
+    archive(r.calls, r.call_count, r.error, r.has_thrown, r.failed_in, r.is_enabled, r.is_handled, r.told, r.script_problems, r.undo_steps,
             r.groups_left_open, r.refusals, r.project, r.change, r.change_from_first);
 }
 template <Of<OfferedItem> R>

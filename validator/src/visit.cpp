@@ -218,7 +218,9 @@ class Visitor {
         outcome.undo_steps = result.undo_steps;
         last_steps_ = result.undo_steps.size();
         for (const std::string& line : result.log) {
+            constexpr std::string_view kScriptFailed = "a script failed: ";
             if (line.find("open; the host closed") != std::string::npos) ++outcome.groups_left_open;
+            if (line.starts_with(kScriptFailed)) outcome.script_problems.push_back(line.substr(kScriptFailed.size()));
         }
         const auto diagnostics = session_.suites().diagnostics();
         for (; diagnostics_read_ < diagnostics.size(); ++diagnostics_read_) {

@@ -49,6 +49,7 @@ struct Outcome {
     bool is_enabled = true;
     bool is_handled = false;
     std::vector<std::string> told;  // boxes and alerts that the user saw
+    std::vector<std::string> script_problems;
     std::vector<std::string> undo_steps;
     int groups_left_open = 0;
     std::vector<Refusal> refusals;

@@ -88,6 +88,13 @@ void examine_manners(Examiner& examiner, const VisitPlan& plan, const VisitRecor
             record);
     examiner.note_ok(kMainThread);
     examiner.note_ok(kCalls);
+    if (!outcome->script_problems.empty())
+        examiner.note(kCalls,
+                      {TestVerdict::warning, when(plan) +
+                                                 "a script of it failed here, so the command was perhaps not "
+                                                 "tried: " +
+                                                 outcome->script_problems.front()},
+                      plan, record);
     for (const Refusal& refusal : outcome->refusals) {
         if (refusal.code == host::suites::kWrongThread)
             examiner.note(kMainThread,

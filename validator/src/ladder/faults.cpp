@@ -220,12 +220,8 @@ class FaultJudge {
     void judge_leaks() {
         if (is_only_giving_back_) return;
         examiner_.note_ok(id(kLeaks));
-        const auto& calls = record_.start.calls;
-        const std::uint64_t last_of_start = calls.empty() ? 0 : calls.back().number;
-        for (const auto& handle : record_.left) {
-            const bool is_left_anyway = examiner_.declared().leaves_after_failure(handle.kind, handle.made_by) ||
-                                        handle.made_by_call <= last_of_start || leaks_without_fault(handle.made_by);
-            if (is_left_anyway) continue;
+        for (const auto& handle : undeclared_leaks(record_, examiner_.declared())) {
+            if (is_of_start(record_, handle) || leaks_without_fault(handle.made_by)) continue;
             find(kLeaks, "the " + std::string(name_of(handle.kind)) + " that " + handle.made_by +
                              " had given was never disposed of");
         }

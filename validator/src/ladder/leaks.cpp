@@ -36,20 +36,17 @@ constexpr const char* kLocked = "handles.freed-while-locked";
 constexpr const char* kReleased = "handles.released-twice";
 
 void examine_left(Examiner& examiner, const CleanVisit& visit) {
-    const auto& calls = visit.record.start.calls;
-    const std::uint64_t last_of_start = calls.empty() ? 0 : calls.back().number;
     for (const Kept& kept : kKept) examiner.note_ok(kept.test);
-    for (const HandedOut& handle : visit.record.left) {
-        if (examiner.declared().leaves(handle.kind, handle.made_by)) continue;
+    for (const HandedOut& handle : undeclared_leaks(visit.record, examiner.declared())) {
         const auto kept =
             std::find_if(std::begin(kKept), std::end(kKept), [&](const Kept& one) { return one.kind == handle.kind; });
         if (kept == std::end(kKept)) continue;
-        const bool is_of_start = handle.made_by_call <= last_of_start;
+        const bool is_old = is_of_start(visit.record, handle);
         const std::string what = "the " + std::string(name_of(handle.kind)) + " that " + handle.made_by + " gave";
         examiner.note(kept->test,
-                      {is_of_start ? TestVerdict::warning : TestVerdict::failed,
+                      {is_old ? TestVerdict::warning : TestVerdict::failed,
                        when(visit.plan) + what +
-                           (is_of_start ? " at the start was still there at the end" : " was never disposed of")},
+                           (is_old ? " at the start was still there at the end" : " was never disposed of")},
                       visit.plan, visit.record);
     }
 }

@@ -35,10 +35,8 @@ void examine_record(Examiner& examiner, const VisitPlan& plan, const VisitRecord
         examiner.note_ok(kUndo);
 
     examiner.note_ok(kLeaks);
-    const auto& calls = record.start.calls;
-    for (const auto& handle : record.left) {
-        const bool is_of_start = !calls.empty() && handle.made_by_call <= calls.back().number;
-        if (!is_of_start && !examiner.declared().leaves(handle.kind, handle.made_by))
+    for (const auto& handle : undeclared_leaks(record, examiner.declared())) {
+        if (!is_of_start(record, handle))
             fail(kLeaks, "the " + std::string(name_of(handle.kind)) + " that " + handle.made_by +
                              " gave was never disposed of");
     }
