@@ -77,6 +77,10 @@ A_Err look_at_name(AEGP_SuiteHandler& suites, AEGP_LayerH layer) {
         if (size >= buffer.size()) crash();  // what a stack protector would do
         std::memcpy(buffer.data(), name, size);
     }
+    if (makes("writes_past_a_buffer")) {
+        std::vector<char> heap(std::strlen(name));  // no place for the end
+        std::strcpy(heap.data(), name);
+    }
     if (makes("breaks_on_names_beyond_ascii")) {
         for (const char* c = name; *c != '\0'; ++c)
             if ((static_cast<unsigned char>(*c) & 0x80) != 0) return A_Err_GENERIC;

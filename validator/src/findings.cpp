@@ -66,6 +66,10 @@ std::optional<TestFinding> bad_end(const VisitPlan& plan, const VisitRecord& rec
             if (!checker.empty())
                 return TestFinding{TestVerdict::crashed, when(plan) + "a sanitizer stopped it " + record.where + ": " +
                                                              host::base::printable(checker)};
+            if (record.printed.find("ASan runtime does not come first") != std::string::npos)
+                return TestFinding{TestVerdict::failed,
+                                   "it is built with AddressSanitizer, whose library has to be loaded first: set "
+                                   "LD_PRELOAD=$(g++ -print-file-name=libasan.so)"};
             if (record.has_come_through())
                 return TestFinding{TestVerdict::failed, when(plan) +
                                                             "what runs along with it, a memory checker for one, gave "
