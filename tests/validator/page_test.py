@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""docs/testing-a-plug-in.md, followed word for word in an empty folder with what is installed: page_test.py CMAKE TREE PAGE"""
+"""docs/testing-a-plug-in.md, followed word for word in an empty folder with the packages: page_test.py CPACK TREE PAGE"""
 import os
 import pathlib
 import re
@@ -8,25 +8,34 @@ import sys
 import tempfile
 import unittest
 
-CMAKE, TREE, PAGE = sys.argv[1:4]
+CPACK, TREE, PAGE = sys.argv[1:4]
 FILE_OR_COMMANDS = re.compile(r"(?:Save this as `([^`]+)`:\n\n)?```(\w+)\n(.*?)```\n", re.S)
 
 
 class Page(unittest.TestCase):
-    def setUp(self):
+    @classmethod
+    def setUpClass(cls):
         folder = tempfile.TemporaryDirectory()
-        self.addCleanup(folder.cleanup)
-        self.prefix = pathlib.Path(folder.name) / "installed"
-        self.folder = pathlib.Path(folder.name) / "empty"
-        self.folder.mkdir()
-        for component in ("check", "dev"):
-            subprocess.run([CMAKE, "--install", TREE, "--prefix", str(self.prefix), "--component", component], check=True,
-                           capture_output=True)
-        self.environment = {"PATH": f"{self.prefix}/bin:{os.environ['PATH']}", "HOME": folder.name,
-                            "CMAKE_PREFIX_PATH": str(self.prefix), "PKG_CONFIG_PATH": f"{self.prefix}/lib/pkgconfig"}
+        cls.addClassCleanup(folder.cleanup)
+        made, root, cls.folder = (pathlib.Path(folder.name) / name for name in ("made", "root", "empty"))
+        cls.folder.mkdir()
+        subprocess.run([CPACK, "--config", f"{TREE}/CPackConfig.cmake", "-G", "DEB", "-D", "CPACK_COMPONENTS_ALL=check;dev",
+                        "-B", made], check=True, capture_output=True)
+        cls.packages = sorted(made.glob("*.deb"))
+        for package in cls.packages:
+            subprocess.run(["dpkg-deb", "-x", package, root], check=True)
+        cls.prefix = root / "usr"
+        cls.environment = {"PATH": f"{cls.prefix}/bin:{os.environ['PATH']}", "HOME": folder.name,
+                           "CMAKE_PREFIX_PATH": str(cls.prefix), "PKG_CONFIG_PATH": f"{cls.prefix}/lib/pkgconfig"}
 
     def run_commands(self, commands):
         return subprocess.run(["bash", "-ec", commands], cwd=self.folder, env=self.environment, capture_output=True, text=True)
+
+    def test_there_are_the_two_packages_that_the_page_installs(self):
+        patterns = re.search(r"sudo apt install (.*)", pathlib.Path(PAGE).read_text(encoding="utf-8")).group(1).split()
+        self.assertEqual(len(self.packages), len(patterns))
+        for package, pattern in zip(self.packages, patterns):
+            self.assertTrue(package.match(pattern.removeprefix("./")), package)
 
     def test_every_command_of_the_page_does_what_it_says(self):
         page = pathlib.Path(PAGE).read_text(encoding="utf-8")

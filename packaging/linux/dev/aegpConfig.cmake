@@ -15,6 +15,6 @@ endif()
 function(add_aegp_plugin target)
   add_library(${target} MODULE ${ARGN})
   target_link_libraries(${target} PRIVATE aegp::suite_handler)
-  set_target_properties(${target} PROPERTIES PREFIX "" SUFFIX ".so" CXX_VISIBILITY_PRESET hidden
+  set_target_properties(${target} PROPERTIES PREFIX "" SUFFIX ".so" C_VISIBILITY_PRESET hidden CXX_VISIBILITY_PRESET hidden
     VISIBILITY_INLINES_HIDDEN ON)
 endfunction()
