@@ -72,6 +72,11 @@ TEST(Flatten, a_composition_that_an_expression_asks_for_stays_with_all_its_layer
     EXPECT_EQ(asking("comp(\\\"Nest\\\").layer(1).transform.position").nests_left, 2U);
     EXPECT_EQ(asking("comp('Inner').layer(1).transform.position").nests_left, 1U);  // moves out as it is
     EXPECT_EQ(asking("var n = 'Ne' + 'st';\\ncomp(n).layer(1).transform.position").nests_left, 2U);
+    EXPECT_EQ(asking("var n;\\ntry { n = 'Nest'; comp(n).layer(1).transform.position; } catch (e) {}").nests_left, 2U);
+    EXPECT_EQ(asking("var n;\\ntry { n = 'Nobody'; comp(n).layer(1).transform.position; } catch (e) {}").nests_left,
+              0U);
+    EXPECT_EQ(asking("var n = 'No';\\nn += 'body';\\ncomp(n).layer(1).transform.position").nests_left, 2U);
+    EXPECT_EQ(asking("var n = 'No'; n = value;\\ncomp(n).layer(1).transform.position").nests_left, 2U);
     EXPECT_EQ(asking("comp('Nobody').layer(1).transform.position").nests_left, 0U);
     EXPECT_EQ(asking("[0, 0]").nests_left, 0U);
 }

@@ -4,7 +4,9 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <optional>
 
+#include "looks/expressions.h"
 #include "model/expression_tokens.h"
 
 namespace lottie::looks {
@@ -79,10 +81,30 @@ class Reader {
         }
     }
 
-    // Whether the receiver of the member, such as comp("Name") in comp("Name").layer(1), is a composition by name.
-    bool is_of_named_composition(std::size_t i) const {
-        return i >= 5 && is_mark(i - 2, ")") && tokens_[i - 3].kind == ExpressionTokenKind::string &&
-               is_mark(i - 4, "(") && tokens_[i - 5].text == "comp" && !is_member(i - 5);
+    // What the argument at `i` of a call stands for: a string, or a variable that is given one string and nothing else.
+    std::optional<std::string> argument(std::size_t i) const {
+        if (i >= tokens_.size()) return std::nullopt;
+        if (tokens_[i].kind == ExpressionTokenKind::string) return tokens_[i].text;
+        if (tokens_[i].kind != ExpressionTokenKind::word || !is_mark(i + 1, ")")) return std::nullopt;
+        std::optional<std::string> value;
+        for (std::size_t at = 0; at + 1 < tokens_.size(); ++at) {
+            if (tokens_[at].kind != ExpressionTokenKind::word || tokens_[at].text != tokens_[i].text) continue;
+            const bool is_given = is_mark(at + 1, "=");
+            const bool is_changed = tokens_[at + 1].kind == ExpressionTokenKind::mark && is_mark(at + 2, "=");
+            if (!is_given && !is_changed) continue;
+            const bool is_string =
+                is_given && is_mark(at + 3, ";") && tokens_[at + 2].kind == ExpressionTokenKind::string;
+            if (!is_string || (value && *value != tokens_[at + 2].text)) return std::nullopt;
+            value = tokens_[at + 2].text;
+        }
+        return value;
+    }
+
+    // comp("Name") in comp("Name").layer(1), which `i` is the member of.
+    std::optional<std::string> named_composition(std::size_t i) const {
+        const bool is_call =
+            i >= 5 && is_mark(i - 2, ")") && is_mark(i - 4, "(") && tokens_[i - 5].text == "comp" && !is_member(i - 5);
+        return is_call ? argument(i - 3) : std::nullopt;
     }
 
     void read_layer(std::size_t i) {
@@ -92,8 +114,8 @@ class Reader {
             return;  // a name: looked at with all other names
         } else if (is_number(tokens_[i + 2].text)) {
             const double number = std::strtod(tokens_[i + 2].text.c_str(), nullptr);
-            if (is_of_named_composition(i)) {
-                use_.layer_numbers_elsewhere.emplace_back(tokens_[i - 3].text, number);
+            if (const auto name = named_composition(i)) {
+                use_.layer_numbers_elsewhere.emplace_back(*name, number);
             } else {
                 use_.layer_numbers.push_back(number);
             }
@@ -102,10 +124,7 @@ class Reader {
         }
     }
 
-    void read_composition(std::size_t i) {
-        const bool is_literal = i + 2 < tokens_.size() && tokens_[i + 2].kind == ExpressionTokenKind::string;
-        use_.compositions.push_back(is_literal ? tokens_[i + 2].text : std::string());
-    }
+    void read_composition(std::size_t i) { use_.compositions.push_back(argument(i + 2).value_or("")); }
 
     std::vector<ExpressionToken> tokens_;
     ExpressionUse use_;
@@ -115,6 +134,10 @@ class Reader {
 
 ExpressionUse read_expression(std::string_view text) {
     return Reader(text).read();
+}
+
+std::vector<std::string> compositions_asked_for(std::string_view expression) {
+    return read_expression(expression).compositions;
 }
 
 }  // namespace lottie::looks

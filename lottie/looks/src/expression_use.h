@@ -18,7 +18,7 @@ struct ExpressionUse {
     std::vector<std::string> composition_members;  // of thisComp, layers aside: "width", "numLayers", ...
     std::vector<double> layer_numbers;             // layer(3)
     std::vector<std::pair<std::string, double>> layer_numbers_elsewhere;  // comp("Name").layer(3)
-    std::vector<std::string> compositions;                                // comp("Name")
+    std::vector<std::string> compositions;                                // comp("Name"); empty if worked out
 };
 
 ExpressionUse read_expression(std::string_view text);

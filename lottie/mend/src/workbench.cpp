@@ -2,7 +2,6 @@
 #include "mend/workbench.h"
 
 #include <algorithm>
-#include <cctype>
 #include <map>
 #include <optional>
 #include <set>
@@ -11,6 +10,7 @@
 #include "document/outline_reader.h"
 #include "document/patch.h"
 #include "document/sequence_edit.h"
+#include "looks/expressions.h"
 
 namespace lottie::mend {
 namespace {
@@ -62,25 +62,36 @@ struct Compositions {
         byte_count = text.size();
     }
 
-    // Expressions that call comp(). Text that only looks like one does no harm but to keep a nest.
+    // Strings with calls of comp(). One that is no expression does no harm but to keep a nest.
     void find_calls() {
         constexpr std::string_view kCall = "comp(";
-        for (std::size_t at = text.find(kCall); at != std::string::npos; at = text.find(kCall, at + 1)) {
-            const auto before = static_cast<unsigned char>(at == 0 ? ' ' : text[at - 1]);
-            const bool is_escape = before == 'n' && at > 1 && text[at - 2] == '\\';  // a new line, then the call
-            if ((std::isalnum(before) != 0 && !is_escape) || before == '_' || before == '$') continue;
-            std::size_t begin = text.find_first_not_of(' ', at + kCall.size());
-            if (begin != std::string::npos && text[begin] == '\\') ++begin;
-            const char quote = begin < text.size() ? text[begin] : ' ';
-            const std::size_t end = quote == '\'' || quote == '"' ? text.find(quote, begin + 1) : std::string::npos;
-            if (end == std::string::npos) {
-                calls_any = true;
-                continue;
+        for (std::size_t at = text.find(kCall); at != std::string::npos; at = text.find(kCall, at)) {
+            const std::size_t begin = quote_before(at);
+            at = quote_after(at);
+            if (begin == std::string::npos || at == std::string::npos) return;
+            const std::string expression =
+                document::decode_string(std::string_view(text).substr(begin, at + 1 - begin));
+            for (std::string& name : looks::compositions_asked_for(expression)) {
+                if (name.empty()) calls_any = true;
+                called.insert(std::move(name));
             }
-            const bool is_escaped = quote == '"' && text[end - 1] == '\\';
-            const std::size_t length = end - begin - 1 - (is_escaped ? 1 : 0);
-            called.insert(document::decode_string('"' + text.substr(begin + 1, length) + '"'));
         }
+    }
+
+    bool is_escaped(std::size_t at) const {
+        std::size_t begin = at;
+        while (begin > 0 && text[begin - 1] == '\\') --begin;
+        return (at - begin) % 2 == 1;
+    }
+    std::size_t quote_before(std::size_t at) const {
+        do at = at == 0 ? std::string::npos : text.rfind('"', at - 1);
+        while (at != std::string::npos && is_escaped(at));
+        return at;
+    }
+    std::size_t quote_after(std::size_t at) const {
+        do at = text.find('"', at + 1);
+        while (at != std::string::npos && is_escaped(at));
+        return at;
     }
 
     std::string decoded(const JsonToken& token) const {
