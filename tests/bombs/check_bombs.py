@@ -30,8 +30,8 @@ COMMANDS = {
     "report": ["report", "--picture-time", "0.2"],
 }
 REFUSALS = (2, 3, 4)
-ADDRESS_SPACE = 4 << 30  # bytes
-SLOW = 100  # seconds after which a command is ended, whatever it is at
+ADDRESS_SPACE = 2 << 30  # bytes
+SLOW = 60  # seconds after which a command is ended, whatever it is at
 
 
 @dataclasses.dataclass

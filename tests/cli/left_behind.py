@@ -19,6 +19,12 @@ SIGNALS = (signal.SIGTERM, signal.SIGINT, signal.SIGHUP, signal.SIGKILL)
 FILES = 24
 
 
+def is_killed(process):
+    """Whether it can do nothing any more but end, though the system may let it wait for that, as for its turn or a disk."""
+    return any(int(line.split()[1], 16) & 1 << signal.SIGKILL - 1 for line in (process / "status").read_text().splitlines()
+               if line.startswith(("SigPnd:", "ShdPnd:")))
+
+
 def processes_of(session):
     """The live processes of a session; what has ended and waits to be noticed does not count."""
     found = []
@@ -26,10 +32,10 @@ def processes_of(session):
         if entry.name.isdigit():
             try:
                 fields = (entry / "stat").read_text().rpartition(")")[2].split()
+                if int(fields[3]) == session and fields[0] not in "ZX":
+                    found.append((int(entry.name), fields[0], is_killed(entry)))
             except OSError:
                 continue
-            if int(fields[3]) == session and fields[0] not in "ZX":
-                found.append(int(entry.name))
     return found
 
 
@@ -40,9 +46,9 @@ def files_in(folder):
 class Case:
     def __init__(self, name, arguments, folder, animation):
         self.name, self._arguments, self._folder, self._animation = name, arguments, folder, animation
-        self.runs = self.ended = self.left = self.replaced = self.damaged = self.temporary = 0
+        self.runs = self.ended = self.left = self.ending = self.replaced = self.damaged = self.temporary = 0
         self._before = pathlib.Path(animation).read_bytes()
-        self._duration, self._after = self._whole_run()
+        self._duration, self._after = min(self._whole_run() for _ in range(3))
 
     def _lay_out(self):
         shutil.rmtree(self._folder, ignore_errors=True)
@@ -72,7 +78,10 @@ class Case:
         time.sleep(0.1)
         self.runs += 1
         self.ended += code == -how
-        self.left += len(processes_of(process.pid))
+        for left in processes_of(process.pid):
+            print(f"{self.name}: after signal {how} process {left[0]} is left, in state {left[1]}{', killed' * left[2]}", flush=True)
+            self.left += not left[2]
+            self.ending += left[2]
         self.replaced += files_in(self._folder) != at_end
         for file in self._folder.iterdir():
             if file.name.startswith("."):
@@ -84,7 +93,8 @@ class Case:
         return self.ended > 0 and not (self.left or self.replaced or self.damaged or self.temporary)
 
     def __str__(self):
-        return (f"{self.name}: {self.runs} runs, {self.ended} ended by the signal; processes left {self.left}, files replaced after "
+        return (f"{self.name}: {self.runs} runs, {self.ended} ended by the signal; processes left {self.left} ({self.ending} more were "
+                f"killed and only waited for their end), files replaced after "
                 f"the end {self.replaced}, files damaged {self.damaged}, temporary files left {self.temporary}")
 
 
@@ -106,7 +116,7 @@ def main():
         for case in cases:
             for number in range(options.runs):
                 case.run(SIGNALS[number % len(SIGNALS)], random.random())
-            print(case)
+            print(case, flush=True)
     return 0 if all(case.is_clean() for case in cases) else 1
 
 

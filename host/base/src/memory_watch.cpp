@@ -7,15 +7,21 @@ namespace host::base {
 namespace {
 
 std::atomic<std::size_t> refused = 0;
+std::atomic<std::new_handler> next = nullptr;
 
 void note_and_refuse() {
     ++refused;
-    throw std::bad_alloc();
+    if (next == nullptr) throw std::bad_alloc();
+    next.load()();
 }
 
 }  // namespace
 
-MemoryWatch::MemoryWatch() : before_(std::set_new_handler(note_and_refuse)), refused_before_(refused) {}
+MemoryWatch::MemoryWatch() : before_(std::get_new_handler()), refused_before_(refused) {
+    if (before_ == note_and_refuse) return;  // inside of another watch
+    next = before_;
+    std::set_new_handler(note_and_refuse);
+}
 
 MemoryWatch::~MemoryWatch() {
     std::set_new_handler(before_);
