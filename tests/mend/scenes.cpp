@@ -186,12 +186,151 @@ std::vector<Scene> opacity_scenes() {
     };
 }
 
+std::string mask(const std::string& path, const std::string& mode = "a", const std::string& opacity = still("100"),
+                 const std::string& inverted = "false") {
+    return R"({"inv":)" + inverted + R"(,"mode":")" + mode + R"(","pt":)" + path + R"(,"o":)" + opacity +
+           R"(,"x":{"a":0,"k":0},"nm":"Mask"})";
+}
+
+std::string path(const std::string& points, const std::string& handles = "[[0,0],[0,0],[0,0]]") {
+    return R"({"i":)" + handles + R"(,"o":)" + handles + R"(,"v":)" + points + R"(,"c":true})";
+}
+
+const std::string kTriangle = path("[[20,20],[80,30],[40,80]]");
+const std::string kSlimTriangle = path("[[30,20],[80,50],[30,60]]");
+
+Members masked(const std::string& masks, const Members& members = {}) {
+    Members all = members;
+    all["hasMask"] = "true";
+    all["masksProperties"] = "[" + masks + "]";
+    return all;
+}
+
+std::vector<Scene> mask_scenes() {
+    const std::string triangle = mask(still(kTriangle));
+    const std::string growing =
+        mask(R"({"a":1,"k":[{"t":0,"s":[)" + kTriangle + R"(],"i":{"x":0.6,"y":1},"o":{"x":0.3,"y":0}},{"t":15,"s":[)" +
+             kSlimTriangle + "]}]}");
+    const auto turned = [](const std::string& degrees) {
+        return solid(1, "red", 60, 60, "#ff0000",
+                     {{"ks", transform({{"p", still("[50,10,0]")}, {"r", degrees}, {"s", still("[80,120,100]")}})}});
+    };
+    const std::string spinning = keyed({{0, "0"}, {19, "90"}});
+    const std::string uneven = R"({"a":1,"k":[{"t":0,"s":[50,50,100],"i":{"x":[0.8,0.2,0.8],"y":[1,0.3,1]},)"
+                               R"("o":{"x":[0.2,0.6,0.2],"y":[0,0.9,0]}},{"t":19,"s":[100,140,100]}]})";
+    const auto along = [](const std::string& handle) {
+        return R"({"a":1,"k":[{"t":0,"s":[10,10,0],"to":)" + handle + R"(,"ti":)" + handle +
+               R"(,"i":{"x":0.6,"y":1},"o":{"x":0.3,"y":0}},{"t":19,"s":[60,10,0]}]})";
+    };
+    const std::string narrow = mask(still(path("[[0,0],[40,0],[10,40]]")));
+    const std::string own_mask = solid(1, "red", 60, 60, "#ff0000", masked(narrow, {{"ks", at(20, 20)}}));
+    const std::string wide = solid(2, "matted", 100, 100, "#ff0000", {{"tt", "1"}});
+    return {
+        {Reason::mask, "over two layers", Outcome::mended, inside({red(), blue()}, masked(triangle))},
+        {Reason::mask, "that moves over a layer that moves", Outcome::mended,
+         inside({red({{"ks", moving_transform()}})}, masked(growing))},
+        {Reason::mask, "over a turned layer", Outcome::mended, inside({turned(still("20"))}, masked(growing))},
+        {Reason::mask, "over a turning layer", Outcome::mended, inside({turned(spinning)}, masked(triangle))},
+        {Reason::mask, "of a nest that turns and hangs on a layer", Outcome::mended,
+         carried_by_a_spinning_null(masked(growing, {{"ks", spun(90, 0)}}))},
+        {Reason::mask, "over a layer with a matte", Outcome::mended,
+         inside({kMatte, wide},
+                masked(mask(still(path("[[20,20],[45,20],[45,80],[20,80]]", "[[0,0],[0,0],[0,0],[0,0]]")))))},
+        {Reason::mask, "over a layer with a mask", Outcome::mended, inside({own_mask, blue()}, masked(triangle))},
+        {Reason::mask, "two that join over a layer with a mask", Outcome::stays,
+         inside({own_mask}, masked(triangle + "," + mask(still(kSlimTriangle))))},
+        {Reason::mask, "two that join over layers without", Outcome::mended,
+         inside({red(), blue()}, masked(triangle + "," + mask(still(kSlimTriangle))))},
+        {Reason::mask, "half opaque over layers that meet", Outcome::stays,
+         inside({red(), blue()}, masked(mask(still(kTriangle), "a", still("50"))))},
+        {Reason::mask, "half opaque over one layer", Outcome::mended,
+         inside({red()}, masked(mask(still(kTriangle), "a", still("50"))))},
+        {Reason::mask, "that is inverted", Outcome::stays,
+         inside({red(), blue()}, masked(mask(still(kTriangle), "a", still("100"), "true")))},
+        {Reason::mask, "around the whole frame", Outcome::untouched,
+         inside({red(), blue()},
+                masked(mask(still(path("[[0,0],[100,0],[100,100],[0,100]]", "[[0,0],[0,0],[0,0],[0,0]]")))))},
+        {Reason::mask, "over a layer that some players scale with one ease only", Outcome::stays,
+         inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"s", uneven}})}})}, masked(triangle))},
+        {Reason::mask, "over a layer on a straight path", Outcome::mended,
+         inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", along("[0,0.01,0]")}})}})},
+                masked(triangle))},
+        {Reason::mask, "over a layer on a bent path, which some players measure coarsely", Outcome::stays,
+         inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", along("[0,8,0]")}})}})},
+                masked(triangle))},
+        {Reason::mask, "over a layer on a path that leads out of the plane", Outcome::stays,
+         inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", along("[0,0.01,60]")}})}})},
+                masked(triangle))},
+        {Reason::mask, "over a layer whose own mask is switched off", Outcome::stays,
+         inside({solid(1, "red", 60, 60, "#ff0000", masked(mask(still(kTriangle), "n"), {{"ks", at(20, 20)}}))},
+                masked(triangle))},
+        {Reason::mask, "over a layer that an expression moves", Outcome::stays,
+         inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression("[20,20]", "[20,20,0]")}})}})},
+                masked(triangle))},
+    };
+}
+
+std::vector<Scene> matte_used_scenes() {
+    const auto matted = [](const std::string& matte, const std::string& mode, const std::vector<std::string>& layers,
+                           const Members& members = {}) {
+        Members nest = members;
+        nest["tt"] = mode;
+        return animation({.above = {matte}, .nest = nest, .inside = layers});
+    };
+    const std::string triangle = R"({"ty":"gr","it":[{"ty":"sh","ks":)" + still(kTriangle) +
+                                 R"(},{"ty":"fl","c":{"a":0,"k":[0,0,0,1]},"o":{"a":0,"k":100}},)"
+                                 R"({"ty":"tr","p":{"a":0,"k":[-10,0]},"a":{"a":0,"k":[0,0]},"s":{"a":0,"k":[90,110]},)"
+                                 R"("r":{"a":0,"k":10},"o":{"a":0,"k":100}}]})";
+    const Members is_matte = {{"td", "1"}};
+    const std::string filled = shape_layer(9, "stencil", triangle, is_matte);
+    const std::string moving =
+        shape_layer(9, "stencil", triangle,
+                    {{"td", "1"}, {"ks", transform({{"p", keyed({{0, "-5,-5,0"}, {19, "10,5,0"}})}})}, {"ip", "3"}});
+    const std::string soft =
+        shape_layer(9, "stencil", triangle, {{"td", "1"}, {"ks", transform({{"o", still("50")}})}});
+    const std::string masked_solid = solid(9, "stencil", 100, 100, "#000000", masked(mask(still(kTriangle)), is_matte));
+    // So small that no player's rounding shows.
+    const std::vector<std::string> small = {solid(1, "red", 10, 8, "#ff0000", {{"ks", at(22, 31)}}),
+                                            solid(2, "blue", 6, 6, "#0000ff", {{"ks", at(28, 35)}})};
+    return {
+        {Reason::matte_used, "a filled path", Outcome::mended, matted(filled, "1", small)},
+        {Reason::matte_used, "a filled path that moves over a nest that turns", Outcome::mended,
+         matted(moving, "1", small, {{"ks", spun(0, 30)}})},
+        {Reason::matte_used, "a solid with a mask", Outcome::mended, matted(masked_solid, "1", small)},
+        {Reason::matte_used, "the inverse of a filled path", Outcome::mended, matted(filled, "2", small)},
+        {Reason::matte_used, "the inverse of one that comes later", Outcome::stays, matted(moving, "2", small)},
+        {Reason::matte_used, "over layers so large that rounding shows", Outcome::stays,
+         matted(filled, "1", {red(), blue()})},
+        {Reason::matte_used, "a half transparent path", Outcome::stays, matted(soft, "1", small)},
+        {Reason::matte_used, "the brightness of a path", Outcome::stays, matted(filled, "3", small)},
+        {Reason::matte_used, "a plain solid", Outcome::stays,
+         matted(solid(9, "stencil", 30, 60, "#000000", {{"td", "1"}, {"ks", at(25, 15)}}), "1", small)},
+    };
+}
+
+std::vector<Scene> clip_scenes() {
+    const Members small = {{"w", "50"}, {"h", "50"}, {"ks", transform({{"p", still("[10,10,0]")}})}};
+    Members small_and_masked = masked(mask(still(kTriangle)), small);
+    return {
+        {Reason::clip, "layers that reach over the edge", Outcome::mended, inside({red(), blue()}, small)},
+        {Reason::clip, "a layer that moves over the edge", Outcome::mended,
+         inside({red({{"ks", moving_transform()}}), square(2, "still", 5)}, small)},
+        {Reason::clip, "layers that end within it", Outcome::untouched,
+         inside({square(1, "left", 5), square(2, "right", 25)}, small)},
+        {Reason::clip, "with a mask that reaches over the edge", Outcome::mended,
+         inside({red({{"ks", at(10, 10)}}), blue()}, small_and_masked)},
+        {Reason::clip, "a layer that an expression moves over the edge", Outcome::stays,
+         inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression("[20,20]", "[20,20,0]")}})}})},
+                small)},
+    };
+}
+
 }  // namespace
 
 std::vector<Scene> all_scenes() {
     std::vector<Scene> all;
-    for (auto&& scenes :
-         {clock_scenes(), trim_scenes(), place_scenes(), matte_scenes(), name_scenes(), opacity_scenes()})
+    for (auto&& scenes : {clock_scenes(), trim_scenes(), place_scenes(), matte_scenes(), name_scenes(), opacity_scenes(),
+                          mask_scenes(), matte_used_scenes(), clip_scenes()})
         all.insert(all.end(), scenes.begin(), scenes.end());
     return all;
 }

@@ -279,17 +279,19 @@ void CompositionWork::mend(Attempt& tried) {
     while (true) {
         std::vector<NestReport> seen;
         double unseen = 0;
+        bool cuts_add_up = false;
         for (const NestReport& report : tried.reports) {
             if (!is_seen(report, unseen)) {
                 unseen += report.unseen * state_.shown[composition_];
                 continue;
             }
+            cuts_add_up = cuts_add_up || report.verdict == Verdict::equal_to_the_eye;
             seen.push_back(report);
         }
         if (seen.empty()) return;
         if (!tried.mending)
             tried.mending = std::make_unique<Mending>(stage_->before, stage_->document.write(), tried.trial.change);
-        const bool is_mended = tried.mending->answer(seen);
+        const bool is_mended = tried.mending->answer(seen, cuts_add_up);
         tried.mended_layers = tried.mending->layers();
         if (!is_mended) return;
         judge(tried);

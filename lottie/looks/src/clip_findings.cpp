@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "findings.h"
+#include "held_cut.h"
 #include "words.h"
 
 namespace lottie::looks {
@@ -102,8 +103,9 @@ std::vector<std::size_t> layers_to_search(const Unnesting& u, const std::vector<
     return layers;
 }
 
-Worst search(const Unnesting& u) {
+Worst search(Unnesting& u) {
     Worst worst;
+    const HeldCut held = find_held_cut(u);
     std::vector<double> inner_frames;
     for (const double frame : u.nest_frames()) inner_frames.push_back(u.inner_frame(frame));
     const std::vector<std::size_t> layers = layers_to_search(u, inner_frames);
@@ -112,7 +114,10 @@ Worst search(const Unnesting& u) {
         const double frame = u.nest_frames()[i];
         double unseen = 0;
         for (const std::size_t inner : layers) {
-            const Overhang one = overhang(u, u.inside_survey().reach_in_stack(inner, inner_frames[i]), frame);
+            if (held.frame[inner]) continue;
+            Hull reach = u.inside_survey().reach_in_stack(inner, inner_frames[i]);
+            if (const auto mask = held.masks ? mask_reach(u.nest(), frame) : std::nullopt) reach = cut(reach, *mask);
+            const Overhang one = overhang(u, reach, frame);
             unseen += one.unseen;
             if (one.width > sliver(u.stack())) {
                 if (!worst.first_frame) worst.first_frame = frame;

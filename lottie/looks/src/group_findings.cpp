@@ -3,8 +3,10 @@
 #include <cmath>
 #include <set>
 
+#include "effects.h"
 #include "findings.h"
 #include "held.h"
+#include "held_cut.h"
 #include "words.h"
 
 namespace lottie::looks {
@@ -107,6 +109,19 @@ bool acts(Json::ConstArray masks) {
 }
 
 void find_masks(Unnesting& u) {
+    const HeldCut held = find_held_cut(u);
+    if (held.cuts_otherwise) {
+        const SceneLayer& layer = u.inside().layer(*held.cuts_otherwise);
+        u.add(
+            {Reason::mask,
+             weight_if_seen(u, Weight::change),
+             "a new mask cuts layer " + quoted(layer.name) + " as neither its masks nor its frame did" + unless_seen(u),
+             "keep this nest",
+             layer.name,
+             "masksProperties",
+             {}});
+        return;
+    }
     const auto masks = u.nest().array("masksProperties");
     if (!u.nest().has_masks) return;
     if (!acts(masks)) {
@@ -123,6 +138,16 @@ void find_masks(Unnesting& u) {
     }
     for (const Json& mask : masks) {
         if (hides_nothing(mask, u.nest())) continue;
+        if (held.masks) {
+            u.add({Reason::mask,
+                   weight_if_seen(u, Weight::slight),
+                   "its masks now cut each layer by itself",
+                   "",
+                   "",
+                   "masksProperties",
+                   {}});
+            return;
+        }
         const std::string name = text_member(mask, "nm");
         u.add({Reason::mask,
                weight_if_seen(u, Weight::change),
@@ -156,20 +181,9 @@ bool shows_everything(Unnesting& u, std::size_t matte) {
                                 u.stack().height);
 }
 
-void find_mattes(Unnesting& u) {
+// What it is a matte for.
+void find_given_matte(Unnesting& u) {
     const SceneLayer& nest = u.nest();
-    if (const auto place = u.stack().matte(u.nest_place())) {
-        const bool is_harmless = nest.matte_mode == 1 && shows_everything(u, *place);
-        const std::string matte = quoted(u.stack().layer(*place).name);
-        u.add({Reason::matte_used,
-               is_harmless ? Weight::harmless : weight_if_seen(u, Weight::change),
-               is_harmless ? "its matte, layer " + matte + ", shows everything"
-                           : "layer " + matte + " is its matte and shapes the copies no more" + unless_seen(u),
-               is_harmless ? "" : "keep this nest, or use the matte inside the composition",
-               "",
-               "tt",
-               {}});
-    }
     std::size_t users = 0;
     const SceneLayer* first = nullptr;
     for (std::size_t place = 0; place < u.stack().size(); ++place) {
@@ -188,6 +202,33 @@ void find_mattes(Unnesting& u) {
                "td",
                {}});
     }
+}
+
+void find_mattes(Unnesting& u) {
+    const SceneLayer& nest = u.nest();
+    if (const auto place = u.stack().matte(u.nest_place())) {
+        const bool is_harmless = nest.matte_mode == 1 && shows_everything(u, *place);
+        const std::string matte = quoted(u.stack().layer(*place).name);
+        if (!is_harmless && find_held_cut(u).matte) {
+            u.add({Reason::matte_used,
+                   weight_if_seen(u, Weight::slight),
+                   "its matte, layer " + matte + ", now cuts each layer by itself, as a mask",
+                   "",
+                   "",
+                   "tt",
+                   {}});
+            return find_given_matte(u);
+        }
+        u.add({Reason::matte_used,
+               is_harmless ? Weight::harmless : weight_if_seen(u, Weight::change),
+               is_harmless ? "its matte, layer " + matte + ", shows everything"
+                           : "layer " + matte + " is its matte and shapes the copies no more" + unless_seen(u),
+               is_harmless ? "" : "keep this nest, or use the matte inside the composition",
+               "",
+               "tt",
+               {}});
+    }
+    find_given_matte(u);
 }
 
 bool is_anything_below(const Unnesting& u) {
@@ -210,17 +251,6 @@ void find_blend_mode(Unnesting& u) {
            "",
            "bm",
            {}});
-}
-
-enum class EffectReach { nothing, each_pixel, elsewhere };
-
-EffectReach reach_of(const Json& effect) {
-    if (const Json* on = member(effect, "en"); on != nullptr && !is_truthy(effect, "en")) return EffectReach::nothing;
-    const std::string match_name = text_member(effect, "mn");
-    if (match_name.ends_with(" Control") || match_name.starts_with("Pseudo/")) return EffectReach::nothing;
-    const int type = static_cast<int>(number_member(effect, "ty", 5));
-    if (type == 20 || type == 21) return EffectReach::each_pixel;  // tint and fill: the same for a stack and its layers
-    return type == 5 && match_name.empty() ? EffectReach::nothing : EffectReach::elsewhere;
 }
 
 void find_effects(Unnesting& u) {
@@ -266,12 +296,6 @@ void find_effects(Unnesting& u) {
                property,
                {}});
     }
-}
-
-// Shadows and glows; no player draws strokes, bevels, satin and overlays.
-bool do_players_draw(const Json& style) {
-    const double kind = number_member(style, "ty", -1);
-    return kind >= 1 && kind <= 4;
 }
 
 void find_layer_styles(Unnesting& u) {

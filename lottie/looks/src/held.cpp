@@ -46,18 +46,20 @@ bool is_one_picture(const SceneLayer& layer) {
 bool is_fading_seen(Unnesting& u, double outer_frame) {
     const double frame = u.inner_frame(outer_frame);
     const Matrix place = u.stack_placement().world(u.nest_place(), outer_frame);
+    const Hull view = hull_of(Box{0, 0, u.stack().width, u.stack().height});
     double covered = 0;
     std::vector<Hull> met;
     for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
         if (!is_seen(u, inner, frame)) continue;
         const Hull hull = u.inside_survey().reach_in_stack(inner, frame);
-        if (area(hull) <= 0) continue;
+        const Hull seen = cut(mapped(hull, place), view);
+        if (area(seen) <= 0) continue;
         if (!is_one_picture(u.inside().layer(inner))) return true;
         u.comparison().spend(kStepsPerPair * met.size());
         for (const Hull& other : met) {
             if (area(cut(hull, other)) > kSmallOverlap) return true;
         }
-        covered += area(mapped(hull, place));
+        covered += area(seen);
         met.push_back(hull);
     }
     // The nest's own matte hides what lies beyond it.

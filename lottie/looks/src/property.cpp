@@ -81,6 +81,13 @@ Values along_path(const Values& from, const Values& to, const Values& out, const
     return path_point(from, to, out, in, (static_cast<double>(step - 1) + rest) / kPathSteps);
 }
 
+double length_of_handles(const Values& from, const Values& to, const Values& out, const Values& in) {
+    Values leaving = from;
+    Values arriving = to;
+    for (std::size_t i = 0; i < from.size(); ++i) leaving[i] += out[i], arriving[i] += in[i];
+    return distance(from, leaving) + distance(leaving, arriving) + distance(arriving, to);
+}
+
 bool is_zero(const Values& values) {
     return values == Values{};
 }
@@ -193,6 +200,26 @@ double Property::longest_curve() const {
         longest = std::max(longest, distance(key.value, key.end) + handles);
     }
     return longest;
+}
+
+// Some players measure paths in the plane only, and bent ones so coarsely that half a hundredth is lost.
+bool Property::is_measured_alike(const Key& key, double pixel) {
+    constexpr double kUnseenBend = 0.2;
+    constexpr double kMostBent = 30;
+    if (key.value[2] != key.end[2] || key.out_tangent[2] != 0 || key.in_tangent[2] != 0) return false;
+    const double length = length_of_handles(key.value, key.end, key.out_tangent, key.in_tangent);
+    return length <= kMostBent * pixel || length - distance(key.value, key.end) <= kUnseenBend * pixel;
+}
+
+bool Property::moves_alike_everywhere(double pixel) const {
+    return std::all_of(keys_.begin(), keys_.end(), [pixel](const Key& key) {
+        if (key.is_hold) return true;
+        if (key.has_path && !(is_zero(key.out_tangent) && is_zero(key.in_tangent)))
+            return is_measured_alike(key, pixel);
+        return key.has_path || key.value[1] == key.end[1] ||
+               (key.out_x[0] == key.out_x[1] && key.out_y[0] == key.out_y[1] && key.in_x[0] == key.in_x[1] &&
+                key.in_y[0] == key.in_y[1]);
+    });
 }
 
 std::vector<Values> Property::key_values() const {

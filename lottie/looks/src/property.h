@@ -23,6 +23,9 @@ class Property {
     // Whether any two frames may differ, expressions left aside.
     bool is_animated() const { return is_animated_; }
     bool has_expression() const { return has_expression_; }
+    // Whether all players come by the same values: some know but one ease for x and y, and are off on long bent paths
+    // by more than a part of `pixel`, the smallest distance that is seen.
+    bool moves_alike_everywhere(double pixel) const;
     // Times of the keyframes, ascending in proper files.
     const std::vector<double>& key_times() const { return key_times_; }
     // The values that the property takes at its keyframes, or the one that it always has.
@@ -41,6 +44,7 @@ class Property {
         bool has_path = false;
     };
 
+    static bool is_measured_alike(const Key& key, double pixel);
     void read_keys(const Json& keys);
     bool find_animation() const;
     Values in_segment(const Key& key, double span, double frame) const;

@@ -20,16 +20,18 @@ struct Outline {
 // A path property over time, in its own coordinates.
 class PathProperty {
   public:
+    struct Vertices {
+        std::vector<Point> at, in, out;  // the handles relative to their vertices
+        bool is_closed = false;
+    };
+
     explicit PathProperty(const Json* json);  // null: no points
 
     Outline at(double frame) const;
+    Vertices vertices_at(double frame) const;
     bool is_animated() const { return keys_.size() > 1; }
 
   private:
-    struct Vertices {
-        std::vector<Point> at, in, out;
-        bool is_closed = false;
-    };
     struct Key {
         double time = 0;
         bool is_hold = false;
@@ -40,7 +42,6 @@ class PathProperty {
 
     static Vertices vertices_of(const Json* json);
     static Outline along(const Vertices& vertices);
-    Vertices vertices_at(double frame) const;
 
     std::vector<Key> keys_;  // one, at no time, when it stands still
 };

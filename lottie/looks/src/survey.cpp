@@ -11,6 +11,7 @@
 namespace lottie::looks {
 namespace {
 
+constexpr double kPictureWidth = 400;       // pixels; what is not seen at this width is not seen
 constexpr std::size_t kMostLevels = 16;     // of nests within nests; what lies deeper counts as full
 constexpr std::size_t kMostReaches = 4096;  // that are kept of one composition
 
@@ -56,7 +57,15 @@ bool text_changes(const SceneLayer& layer) {
     return source != nullptr && array_member(*source, "k").Size() > 1;
 }
 
-// What added masks leave; null when the masks do not bound the layer.
+bool is_mask_animated(const SceneLayer& layer) {
+    const auto masks = layer.array("masksProperties");
+    return layer.has_masks && std::any_of(masks.begin(), masks.end(), [](const Json& mask) {
+               return PathProperty(member(mask, "pt")).is_animated() || Property(member(mask, "x"), {}).is_animated();
+           });
+}
+
+}  // namespace
+
 std::optional<Hull> mask_reach(const SceneLayer& layer, double frame) {
     if (!layer.has_masks) return std::nullopt;
     std::optional<Hull> hull;
@@ -70,15 +79,6 @@ std::optional<Hull> mask_reach(const SceneLayer& layer, double frame) {
     }
     return hull;
 }
-
-bool is_mask_animated(const SceneLayer& layer) {
-    const auto masks = layer.array("masksProperties");
-    return layer.has_masks && std::any_of(masks.begin(), masks.end(), [](const Json& mask) {
-               return PathProperty(member(mask, "pt")).is_animated() || Property(member(mask, "x"), {}).is_animated();
-           });
-}
-
-}  // namespace
 
 Survey::Survey(std::shared_ptr<const Stack> stack, Work& work, Surveys* all)
     : stack_(std::move(stack)), work_(work), all_(all), placement_(*stack_, work) {
@@ -305,6 +305,20 @@ bool Survey::is_seen_in_depth(std::size_t place) {
     work_.spend(chain.size());
     for (const std::size_t link : chain) about_[link].leaves_plane = answer;
     return answer == Answer::yes;
+}
+
+bool Survey::is_told_by_place(std::size_t place) const {
+    const double pixel = stack_->width / kPictureWidth;
+    for (std::optional<std::size_t> at = place; at; at = stack_->parent(*at)) {
+        const Transform& transform = stack_->layer(*at).transform();
+        if (transform.has_expression() || transform.is_spatial() ||
+            (transform.is_auto_oriented && transform.position.is_animated()) ||
+            !transform.anchor.moves_alike_everywhere(pixel) || !transform.position.moves_alike_everywhere(pixel) ||
+            !transform.scale.moves_alike_everywhere(pixel)) {
+            return false;
+        }
+    }
+    return true;
 }
 
 // All

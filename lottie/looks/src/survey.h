@@ -18,6 +18,9 @@ namespace lottie::looks {
 
 class Surveys;
 
+// Around what added masks leave of a layer, in its own coordinates; nothing when the masks do not bound it.
+std::optional<Hull> mask_reach(const SceneLayer& layer, double frame);
+
 // About one stack.
 class Survey {
   public:
@@ -48,6 +51,10 @@ class Survey {
     bool changes_over_time(std::size_t layer);
     // Whether a layer that players draw leaves the plane by itself or through a parent.
     bool is_seen_in_depth(std::size_t layer);
+
+    // Whether all players see the layer where its placement says: no expression moves it or what it hangs on, none of
+    // them leaves the plane, and nothing moves in a way that players differ in.
+    bool is_told_by_place(std::size_t layer) const;
 
     // How many compositions lie inside one another, this one being 1.
     std::size_t levels() const { return levels_; }

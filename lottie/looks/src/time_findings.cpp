@@ -30,8 +30,15 @@ bool any_depends_on_time(Unnesting& u) {
                        [&u](const Copy& copy) { return depends_on_time(u, copy); });
 }
 
+// Players show nothing of a layer while its matte is off; what they make of inverted ones differs.
+bool is_matte_off(const Unnesting& u, double frame) {
+    const auto matte = u.stack().matte(u.nest_place());
+    const bool is_upright = u.nest().matte_mode == 1 || u.nest().matte_mode == 3;
+    return matte && is_upright && !u.stack().layer(*matte).is_on(frame);
+}
+
 bool is_seen_before(const Unnesting& u, const SceneLayer& inner, double frame) {
-    return u.nest().is_on(frame) && inner.is_on(u.inner_frame(frame));
+    return u.nest().is_on(frame) && inner.is_on(u.inner_frame(frame)) && !is_matte_off(u, frame);
 }
 
 double opacity_at(const SceneLayer& layer, double frame) {
@@ -51,12 +58,36 @@ void note(TimingDifference& difference, const SceneLayer& layer, double frame, b
 }
 
 // Frames at which a layer is seen before and not after, or the other way round.
+bool is_whole(double frame) {
+    return std::abs(frame - std::round(frame)) < kSameTime;
+}
+
+// Some players let layers begin and end at whole frames: the first at which they then show another picture.
+std::optional<double> first_frame_rounded_otherwise(const Unnesting& u, const SceneLayer& inner,
+                                                    const SceneLayer& copied) {
+    if (!is_whole(u.nest().start) || u.stack().matte(u.nest_place())) return std::nullopt;
+    const double first = std::max(u.stack().first_frame, std::round(u.nest().in));
+    const double end = std::min(u.stack().end_frame, std::round(u.nest().out));
+    const double in = std::max(first, u.nest().start + std::round(inner.in));
+    const double out = std::min(end, u.nest().start + std::round(inner.out));
+    const double in_after = std::max(u.stack().first_frame, std::round(copied.in));
+    const double out_after = std::min(u.stack().end_frame, std::round(copied.out));
+    if (in >= out && in_after >= out_after) return std::nullopt;
+    const auto is_faint = [&](double frame) {
+        return std::max(opacity_at(inner, u.inner_frame(frame)), opacity_at(copied, frame)) < kSeenOpacity;
+    };
+    if (const double frame = std::min(in, in_after); in != in_after && !is_faint(frame)) return frame;
+    if (const double frame = std::min(out, out_after); out != out_after && !is_faint(frame)) return frame;
+    return std::nullopt;
+}
+
 TimingDifference compare_visibility(Unnesting& u) {
     TimingDifference difference;
     for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         const SceneLayer& copied = u.copied(copy);
         if (!matters(inner)) continue;
+        bool is_noted = false;
         for (const double frame : u.stack_frames()) {
             if (u.nest().is_on(frame) && opacity_at(u.nest(), frame) <= 0) continue;  // a matter of its opacity
             const double before = is_seen_before(u, inner, frame) ? opacity_at(inner, u.inner_frame(frame)) : 0;
@@ -65,6 +96,7 @@ TimingDifference compare_visibility(Unnesting& u) {
             const bool was_seen = before > 0;
             if (was_seen == (after > 0) || std::max(before, after) < kSeenOpacity) continue;
             note(difference, inner, frame, was_seen);
+            is_noted = true;
             break;
         }
         if (!u.only_shifts()) continue;
@@ -72,6 +104,8 @@ TimingDifference compare_visibility(Unnesting& u) {
         const double to = std::min(u.nest().out, u.outer_frame(inner.out));
         if (to > from && (std::abs(from - copied.in) > kSameTime || std::abs(to - copied.out) > kSameTime)) {
             difference.is_tiny = true;
+            const auto frame = is_noted ? std::nullopt : first_frame_rounded_otherwise(u, inner, copied);
+            if (frame) note(difference, inner, *frame, false);
         }
     }
     return difference;
@@ -156,6 +190,11 @@ TimingDifference compare_keys(Unnesting& u) {
         const double shift = u.copied(copy).start - inner.start;
         for (const auto& part : inner.parts()) {
             const LayerPart* after = u.copied(copy).part(part->key());
+            // What became of masks among new ones is looked at with what they cut.
+            if (after != nullptr && part->key() == "masksProperties" &&
+                elements(&after->json()).Size() != elements(&part->json()).Size()) {
+                continue;
+            }
             const auto lost =
                 after == nullptr ? std::nullopt : first_lost_key(*part, *after, shift, is_faded(u.nest()));
             if (!lost) continue;
@@ -197,10 +236,6 @@ void find_clock(Unnesting& u, const TimingDifference& clocks) {
            what + " is lost: " + layers_named(clocks.layer->name, clocks.layers) + " " +
                in_number(clocks.layers, "shows", "show") + " another time from frame " + plain(clocks.frame) + " on",
            "keep this nest", clocks.layer->name, property, clocks.frame});
-}
-
-bool is_whole(double frame) {
-    return std::abs(frame - std::round(frame)) < kSameTime;
 }
 
 void find_fractional_start(Unnesting& u) {

@@ -5,21 +5,6 @@
 namespace lottie::mend {
 namespace {
 
-// The matte that a layer of a stack has: the one it names, else the one above it.
-template <class FactsAt>
-std::optional<std::size_t> matte_of(std::size_t place, std::size_t count, FactsAt facts_at) {
-    const document::ScannedLayer& layer = facts_at(place);
-    if (layer.matte_type == 0) return std::nullopt;
-    if (layer.matte) {
-        for (std::size_t i = 0; i < count; ++i) {
-            if (facts_at(i).ind == layer.matte) return i;
-        }
-        return std::nullopt;
-    }
-    if (place == 0) return std::nullopt;
-    return place - 1;
-}
-
 void join(Unnested& unnested, const LayerText& before, LayerText& user, LayerText& matte) {
     user.set("tt", std::string(before.member("tt")));
     if (!matte.is_set("td")) matte.set("td", "1");
@@ -36,15 +21,13 @@ void join(Unnested& unnested, const LayerText& before, LayerText& user, LayerTex
 
 void mend_matte_split(Unnested& unnested, Nest& nest) {
     for (CopiedLayer& copy : nest.copies) {
-        const auto matte = matte_of(
-            copy.inner, nest.copies.size(), [&](std::size_t i) -> const auto& { return nest.copies[i].facts; });
+        const auto matte = matte_inside(nest, copy);
         if (!matte || copy.now == nullptr || nest.copies[*matte].now == nullptr) continue;
         join(unnested, copy.before, *copy.now, *nest.copies[*matte].now);
     }
     for (std::size_t place = 0; place < unnested.stack().size(); ++place) {
         KeptLayer& layer = unnested.stack()[place];
-        const auto matte = matte_of(
-            place, unnested.stack().size(), [&](std::size_t i) -> const auto& { return unnested.stack()[i].facts; });
+        const auto matte = unnested.matte_in_stack(place);
         if (!matte || layer.now == nullptr || unnested.stack()[*matte].now == nullptr) continue;
         join(unnested, layer.before, *layer.now, *unnested.stack()[*matte].now);
     }

@@ -30,6 +30,9 @@ constexpr Remedy kRemedies[] = {
     {Reason::auto_orient, mend_place},
     {Reason::children, mend_children},
     {Reason::lost_link, mend_lost_link},
+    {Reason::matte_used, mend_matte_used},
+    {Reason::mask, mend_mask},
+    {Reason::clip, mend_clip},
     {Reason::opacity, mend_opacity},
     {Reason::name_clash, mend_names},
     {Reason::long_name, mend_names},
@@ -51,12 +54,14 @@ Mending::Mending(std::string before, std::string after, looks::StackChange chang
     : progress_(std::make_unique<Progress>(std::move(before), std::move(after), std::move(change))) {}
 Mending::~Mending() = default;
 
-bool Mending::answer(const std::vector<looks::NestReport>& reports) {
+bool Mending::answer(const std::vector<looks::NestReport>& reports, bool cuts_add_up) {
     bool is_any = false;
     for (const looks::NestReport& report : reports) {
         std::set<Reason> open;
         for (const looks::Finding& finding : report.findings) {
-            if (finding.weight == looks::Weight::change) open.insert(finding.reason);
+            const bool adds_up =
+                cuts_add_up && finding.reason == Reason::clip && finding.weight == looks::Weight::slight;
+            if (finding.weight == looks::Weight::change || adds_up) open.insert(finding.reason);
         }
         for (const Remedy& remedy : kRemedies) {
             if (!open.contains(remedy.reason) || !progress_->applied[report.nest].insert(&remedy).second) continue;

@@ -14,6 +14,9 @@ void mend_children(Unnested& unnested, Nest& nest);
 void mend_lost_link(Unnested& unnested, Nest& nest);
 void mend_matte_split(Unnested& unnested, Nest& nest);
 
+void mend_matte_used(Unnested& unnested, Nest& nest);
+void mend_mask(Unnested& unnested, Nest& nest);
+void mend_clip(Unnested& unnested, Nest& nest);
 void mend_opacity(Unnested& unnested, Nest& nest);
 void mend_names(Unnested& unnested, Nest& nest);
 void mend_layer_reference(Unnested& unnested, Nest& nest);

@@ -37,8 +37,12 @@ std::optional<NestClock::Range> seen(const Nest& nest, const document::ScannedLa
 }
 
 void mend_copy(const Nest& nest, CopiedLayer& copy) {
-    const auto range = seen(nest, copy.facts);
+    auto range = seen(nest, copy.facts);
     if (!range) return;
+    if (nest.matte) {
+        range->in = std::max(range->in, nest.matte->layer.facts.in.value_or(0));
+        range->out = std::min(range->out, nest.matte->layer.facts.out.value_or(0));
+    }
     if (range->in < range->out) {
         copy.now->set_number("ip", range->in);
         copy.now->set_number("op", range->out);

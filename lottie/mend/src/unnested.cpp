@@ -35,6 +35,21 @@ std::optional<std::size_t> layer_of(const ScannedComp& comp, std::optional<std::
     return std::nullopt;
 }
 
+// The matte that a layer of a stack has: the one it names, else the one above it.
+template <class FactsAt>
+std::optional<std::size_t> matte_of(std::size_t place, std::size_t count, FactsAt facts_at) {
+    const ScannedLayer& layer = facts_at(place);
+    if (layer.matte_type == 0) return std::nullopt;
+    if (layer.matte) {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (facts_at(i).ind == layer.matte) return i;
+        }
+        return std::nullopt;
+    }
+    if (place == 0) return std::nullopt;
+    return place - 1;
+}
+
 std::size_t place_in(const ScannedComp& comp, const ScannedLayer& layer) {
     return static_cast<std::size_t>(&layer - comp.list.data());
 }
@@ -73,10 +88,9 @@ double Unnested::frame_rate() const {
 
 void Unnested::read_nest(std::size_t place) {
     KeptLayer& layer = stack_.at(place);
-    auto nest = std::make_unique<Nest>(place, layer);
+    auto nest = std::make_unique<Nest>(place, layer, document::decode_string(layer.facts.ref_id.of(before_text_)));
     nest->clock = NestClock::of(layer.facts, layer.before, frame_rate());
-    const ScannedComp& inside =
-        comp_named(before_, before_text_, document::decode_string(layer.facts.ref_id.of(before_text_)));
+    const ScannedComp& inside = comp_named(before_, before_text_, nest->source);
     for (std::size_t i = 0; i < inside.list.size(); ++i) nest->copies.emplace_back(before_text_, i, inside.list[i]);
     for (Entry& entry : result_) {
         if (entry.origin.kind == Origin::Kind::copied && entry.origin.nest == place)
@@ -84,6 +98,11 @@ void Unnested::read_nest(std::size_t place) {
     }
     find_stand_in(*nest);
     nests_.push_back(std::move(nest));
+}
+
+looks::Evaluation& Unnested::evaluation() {
+    if (!evaluation_) evaluation_.emplace(before_text_);
+    return *evaluation_;
 }
 
 // The layer that the run made and hung copies of this nest on.
@@ -122,6 +141,15 @@ std::optional<std::size_t> Unnested::parent_inside(const Nest& nest, const Scann
         if (&copy.facts != &layer && copy.facts.ind == layer.parent) return copy.inner;
     }
     return std::nullopt;
+}
+
+std::optional<std::size_t> matte_inside(const Nest& nest, const CopiedLayer& copy) {
+    return matte_of(copy.inner, nest.copies.size(),
+                    [&](std::size_t i) -> const ScannedLayer& { return nest.copies[i].facts; });
+}
+
+std::optional<std::size_t> Unnested::matte_in_stack(std::size_t place) const {
+    return matte_of(place, stack_.size(), [&](std::size_t i) -> const ScannedLayer& { return stack_[i].facts; });
 }
 
 // Below the layers out of the nest, but never between a matte and what it is for.

@@ -10,6 +10,7 @@
 
 #include "document/outline.h"
 #include "layer_text.h"
+#include "looks/evaluation.h"
 #include "looks/judge.h"
 #include "nest_clock.h"
 
@@ -32,18 +33,27 @@ struct CopiedLayer {
     std::size_t inner;                    // place in the nest's composition
     const document::ScannedLayer& facts;  // of the layer inside, before
     LayerText before;
-    LayerText* now = nullptr;  // null if it was not copied
+    LayerText* now = nullptr;          // null if it was not copied
+    std::optional<std::string> masks;  // its own as they are now, once it got more
 
     // How far the run moved it in time, in frames.
     double shift() const { return now->number("st", 0) - facts.start; }
 };
 
 struct Nest {
-    Nest(std::size_t at, KeptLayer& kept) : place(at), layer(kept) {}
+    Nest(std::size_t at, KeptLayer& kept, std::string id) : place(at), layer(kept), source(std::move(id)) {}
 
     std::size_t place;  // in the stack before
     KeptLayer& layer;
+    std::string source;              // id of its composition
     std::deque<CopiedLayer> copies;  // one for each layer of its composition, in the order of that
+    // A matte that became masks of the copies, which are never seen without it.
+    struct Matte {
+        const KeptLayer& layer;
+        std::size_t place;  // in the stack before
+        looks::Evaluation::Outline outline;
+    };
+    std::optional<Matte> matte;
     LayerText* stand_in = nullptr;   // a null with its transform; null if the run left none
     std::optional<NestClock> clock;  // nothing if it cannot be told
 
@@ -55,18 +65,25 @@ struct Nest {
     std::string on_outer_clock(const CopiedLayer& copy, const document::JsonNode& value) const;
 };
 
+// The matte that a layer inside has, by its place there.
+std::optional<std::size_t> matte_inside(const Nest& nest, const CopiedLayer& copy);
+
 class Unnested {
   public:
     Unnested(std::string before, std::string after, looks::StackChange change);
     Unnested(const Unnested&) = delete;
 
+    const std::string& composition() const { return change_.composition; }  // its id
+    std::deque<KeptLayer>& stack() { return stack_; }                       // before
+    looks::Evaluation& evaluation();                                        // of the animation before
     double frame_rate() const;
-    std::deque<KeptLayer>& stack() { return stack_; }  // before
     Nest& nest_at(std::size_t place);
     bool is_unnested(std::size_t place) const;
     // The layer of the stack before, or of a nest's composition, that its `parent` names; null if there is none.
     std::optional<std::size_t> parent_in_stack(const document::ScannedLayer& layer) const;
     std::optional<std::size_t> parent_inside(const Nest& nest, const document::ScannedLayer& layer) const;
+    // The matte that the layer at that place of the stack before has.
+    std::optional<std::size_t> matte_in_stack(std::size_t place) const;
 
     // The number by which layers of the result can hang on what the nest was. Makes a null with its transform and its
     // parent where the run left none.
@@ -111,6 +128,7 @@ class Unnested {
     std::vector<std::unique_ptr<Nest>> nests_;
     std::vector<Entry> result_;
     std::int64_t largest_number_ = 0;
+    std::optional<looks::Evaluation> evaluation_;  // made when somebody asks for it
 };
 
 }  // namespace lottie::mend

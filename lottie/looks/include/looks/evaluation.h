@@ -1,0 +1,83 @@
+// Layers of an animation at any frame, as the audit evaluates them: for those who say the same in another way.
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace lottie::looks {
+
+struct PlanePoint {
+    double x = 0;
+    double y = 0;
+};
+
+// Where points of the plane come to lie.
+struct PlaneMap {
+    PlanePoint origin;       // of (0, 0)
+    PlanePoint right{1, 0};  // from there to where (1, 0) comes to lie
+    PlanePoint down{0, 1};   // likewise (0, 1)
+
+    PlanePoint map(PlanePoint p) const;
+    PlanePoint turn(PlanePoint arrow) const;  // without the origin
+    PlaneMap then(const PlaneMap& next) const;
+    std::optional<PlaneMap> inverse() const;  // nothing for a map onto a line or point
+};
+
+class Evaluation {
+  public:
+    // The text must outlive it and have been read as a project before.
+    explicit Evaluation(std::string_view animation);
+    ~Evaluation();
+
+    // Compositions are told by asset id, "" being the main one, layers by their place in the stack, 0 = top.
+
+    // Whole frames that players show of the composition from one frame up to but not at another.
+    std::vector<double> frames(const std::string& composition, double from, double to) const;
+    // The frame of its composition that a nest shows; expressions of its time remapping left aside.
+    double inner_frame(const std::string& composition, std::size_t nest, double frame) const;
+
+    // From a layer's own coordinates to those of its composition, parents included.
+    PlaneMap place(const std::string& composition, std::size_t layer, double frame);
+    bool moves(const std::string& composition, std::size_t layer);
+    // Whether place() says all: no expression moves it or what it hangs on, and none of them leaves the plane.
+    bool is_told_by_place(const std::string& composition, std::size_t layer);
+    // Whether any of a layer's picture may lie outside of (0, 0, width, height) in its composition.
+    bool reaches_beyond(const std::string& composition, std::size_t layer, double width, double height, double frame);
+
+    struct Outline {
+        std::string path;  // JSON of a path property
+        PlaneMap place;    // from its coordinates to the layer's
+        bool is_closed = true;
+    };
+    // Of a layer whose picture is one area within a hard edge; nothing for others.
+    std::optional<Outline> only_outline(const std::string& composition, std::size_t layer);
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+// A path over time, such as a mask's.
+class MovingPath {
+  public:
+    struct Vertices {
+        std::vector<PlanePoint> at, in, out;  // the handles relative to their vertices
+        bool is_closed = false;
+    };
+
+    // The JSON of the property.
+    explicit MovingPath(std::string_view property);
+    ~MovingPath();
+
+    Vertices at(double frame) const;
+
+  private:
+    struct State;
+    std::unique_ptr<State> state_;
+};
+
+}  // namespace lottie::looks

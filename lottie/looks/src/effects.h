@@ -1,0 +1,16 @@
+// What effects and layer styles do to the picture of a layer.
+#pragma once
+
+#include "layer.h"
+
+namespace lottie::looks {
+
+enum class EffectReach { nothing, each_pixel, elsewhere };
+EffectReach reach_of(const Json& effect);
+
+bool do_players_draw(const Json& style);
+
+// Whether players draw any of a layer's effects and styles.
+bool is_picture_changed(const SceneLayer& layer);
+
+}  // namespace lottie::looks

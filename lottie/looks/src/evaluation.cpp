@@ -1,0 +1,140 @@
+// Layers of an animation at any frame, as the audit evaluates them: for those who say the same in another way.
+#include "looks/evaluation.h"
+
+#include <rapidjson/stringbuffer.h>
+#include <rapidjson/writer.h>
+
+#include <cmath>
+#include <stdexcept>
+
+#include "looks/work.h"
+#include "one_outline.h"
+#include "scene.h"
+#include "shape_content.h"
+#include "survey.h"
+
+namespace lottie::looks {
+
+PlanePoint PlaneMap::map(PlanePoint p) const {
+    const PlanePoint turned = turn(p);
+    return {turned.x + origin.x, turned.y + origin.y};
+}
+
+PlanePoint PlaneMap::turn(PlanePoint arrow) const {
+    return {arrow.x * right.x + arrow.y * down.x, arrow.x * right.y + arrow.y * down.y};
+}
+
+PlaneMap PlaneMap::then(const PlaneMap& next) const {
+    return {next.map(origin), next.turn(right), next.turn(down)};
+}
+
+std::optional<PlaneMap> PlaneMap::inverse() const {
+    const double area = right.x * down.y - right.y * down.x;
+    if (!(std::abs(area) > 1e-9)) return std::nullopt;
+    PlaneMap inverse{{}, {down.y / area, -right.y / area}, {-down.x / area, right.x / area}};
+    const PlanePoint moved = inverse.turn(origin);
+    inverse.origin = {-moved.x, -moved.y};
+    return inverse;
+}
+
+struct Evaluation::State {
+    explicit State(std::string_view animation) : scene(animation), surveys(scene, work) {}
+
+    Survey& survey(const std::string& id) {
+        Survey* found = surveys.find(id);
+        if (found == nullptr) throw std::invalid_argument("the animation has no such composition");
+        return *found;
+    }
+
+    Work work;
+    Scene scene;
+    Surveys surveys;
+};
+
+Evaluation::Evaluation(std::string_view animation) : state_(std::make_unique<State>(animation)) {}
+Evaluation::~Evaluation() = default;
+
+std::vector<double> Evaluation::frames(const std::string& composition, double from, double to) const {
+    const double first = state_->survey(composition).stack().first_frame;
+    std::vector<double> frames;
+    for (double frame = first + std::ceil(from - first - 1e-9); frame < to - 1e-9; frame += 1) {
+        state_->work.spend(1);
+        frames.push_back(frame);
+    }
+    return frames;
+}
+
+double Evaluation::inner_frame(const std::string& composition, std::size_t nest, double frame) const {
+    return state_->survey(composition).stack().layer(nest).inner_frame(frame, state_->scene.frame_rate);
+}
+
+namespace {
+
+PlaneMap plane(const Matrix& matrix) {
+    const Point origin = matrix.map({0, 0});
+    const Point right = matrix.map({1, 0});
+    const Point down = matrix.map({0, 1});
+    return {{origin.x, origin.y}, {right.x - origin.x, right.y - origin.y}, {down.x - origin.x, down.y - origin.y}};
+}
+
+}  // namespace
+
+PlaneMap Evaluation::place(const std::string& composition, std::size_t layer, double frame) {
+    return plane(state_->survey(composition).placement().world(layer, frame));
+}
+
+std::optional<Evaluation::Outline> Evaluation::only_outline(const std::string& composition, std::size_t layer) {
+    const auto outline = one_outline(state_->survey(composition).stack().layer(layer));
+    if (!outline) return std::nullopt;
+    rapidjson::StringBuffer text;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(text);
+    outline->path->Accept(writer);
+    return Outline{{text.GetString(), text.GetSize()}, plane(outline->place), outline->is_closed};
+}
+
+bool Evaluation::moves(const std::string& composition, std::size_t layer) {
+    return state_->survey(composition).placement().moves(layer);
+}
+
+bool Evaluation::is_told_by_place(const std::string& composition, std::size_t layer) {
+    return state_->survey(composition).is_told_by_place(layer);
+}
+
+bool Evaluation::reaches_beyond(const std::string& composition, std::size_t layer, double width, double height,
+                                double frame) {
+    Survey& survey = state_->survey(composition);
+    const SceneLayer& one = survey.stack().layer(layer);
+    // What nests inside of it show need not be there.
+    const Hull hull = one.type == LayerType::nest
+                          ? mapped(hull_of(Box{0, 0, one.width, one.height}), survey.placement().world(layer, frame))
+                          : survey.reach_in_stack(layer, frame);
+    if (hull.size() < 3) return false;
+    const Box box = around(hull);
+    return box.left < 0 || box.top < 0 || box.right > width || box.bottom > height;
+}
+
+struct MovingPath::State {
+    explicit State(std::string_view property) {
+        json.Parse(property.data(), property.size());
+        if (json.HasParseError()) throw std::runtime_error("the path cannot be read");
+        path.emplace(&json);
+    }
+
+    rapidjson::Document json;
+    std::optional<PathProperty> path;
+};
+
+MovingPath::MovingPath(std::string_view property) : state_(std::make_unique<State>(property)) {}
+MovingPath::~MovingPath() = default;
+
+MovingPath::Vertices MovingPath::at(double frame) const {
+    const auto plane = [](const std::vector<Point>& points) {
+        std::vector<PlanePoint> all;
+        for (const Point& point : points) all.push_back({point.x, point.y});
+        return all;
+    };
+    const PathProperty::Vertices vertices = state_->path->vertices_at(frame);
+    return {plane(vertices.at), plane(vertices.in), plane(vertices.out), vertices.is_closed};
+}
+
+}  // namespace lottie::looks

@@ -1,0 +1,20 @@
+// Layers whose picture is one area within a hard edge, as mattes mostly are.
+#pragma once
+
+#include <optional>
+
+#include "layer.h"
+#include "matrix.h"
+
+namespace lottie::looks {
+
+struct OneOutline {
+    const Json* path;  // a path property
+    Matrix place;      // from its coordinates to the layer's
+    bool is_closed = true;
+};
+
+// Nothing for a layer that may draw anything else, or that is not opaque all over at all times.
+std::optional<OneOutline> one_outline(const SceneLayer& layer);
+
+}  // namespace lottie::looks

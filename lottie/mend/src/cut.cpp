@@ -1,0 +1,229 @@
+// Masks that cut the layers out of a nest as the nest was cut.
+#include "cut.h"
+
+#include <algorithm>
+
+#include "document/json_text.h"
+#include "document/output_text.h"
+#include "document/patch.h"
+#include "path_text.h"
+
+namespace lottie::mend {
+namespace {
+
+using document::JsonNode;
+using document::JsonTree;
+
+constexpr int kAlpha = 1;
+constexpr int kNullType = 3;
+constexpr int kLastDrawnType = 5;
+constexpr std::size_t kMostFrames = 10'000;  // at which a path is worked out
+
+// One of the nest's masks, its matte or its frame, and in which mode.
+struct Cutter {
+    const JsonNode* mask;  // null for the others
+    std::string mode;
+    bool is_matte = false;
+};
+
+std::string mode_of(const JsonTree& tree, const JsonNode* mask) {
+    const JsonNode* mode = tree.member(mask, "mode");
+    return mode == nullptr ? "" : document::decode_string(tree.text(*mode));
+}
+
+bool has_masks(const LayerText& layer) {
+    return layer.is_set("hasMask") && layer.member("masksProperties").starts_with('[');
+}
+
+std::vector<const JsonNode*> masks_of(const LayerText& layer) {
+    std::vector<const JsonNode*> masks;
+    if (!has_masks(layer)) return masks;
+    const JsonTree& tree = layer.tree();
+    for (const JsonNode* mask : tree.children(*tree.member(&tree.root(), "masksProperties"))) {
+        if (mode_of(tree, mask) != "n") masks.push_back(mask);
+    }
+    return masks;
+}
+
+// A single mask of the layer's own can stand behind the others and cut what they leave: some players take a mask for
+// the first one where those before it leave nothing.
+bool has_one_mask(const LayerText& layer) {
+    if (!has_masks(layer)) return false;
+    const JsonTree& tree = layer.tree();
+    const auto masks = tree.children(*tree.member(&tree.root(), "masksProperties"));
+    return masks.size() == 1 && (mode_of(tree, masks[0]) == "a" || mode_of(tree, masks[0]) == "f");
+}
+
+// The only mask of a list, in the mode that leaves what it has in common with those before it.
+std::string intersecting(const std::string& masks) {
+    const document::Slice all{0, static_cast<std::uint32_t>(masks.size())};
+    const JsonTree tree(masks, all);
+    const JsonNode* mask = tree.first(tree.root());
+    document::Patch patch;
+    patch.replace(tree.member(mask, "mode")->text, "\"i\"");
+    document::OutputText out;
+    patch.write(masks, mask->text, out);
+    return out.text();
+}
+
+// What is to stand behind a layer's own masks: players join added ones, and begin with nothing only where the first one
+// adds. Empty if a list of masks cannot say it.
+std::vector<Cutter> cutters_for(const Nest& nest, bool has_own, bool with_frame) {
+    const LayerText& layer = nest.layer.before;
+    std::vector<Cutter> cutters;
+    std::size_t adds = 0;
+    if (nest.matte) {
+        cutters.push_back({nullptr, nest.facts().matte_type == kAlpha ? "a" : "s", true});
+        adds = nest.facts().matte_type == kAlpha ? 1 : 0;
+    }
+    for (const JsonNode* mask : masks_of(layer)) {
+        cutters.push_back({mask, mode_of(layer.tree(), mask)});
+        const std::string& mode = cutters.back().mode;
+        if (mode != "a" && mode != "s" && mode != "i") return {};
+        if (mode == "a") ++adds;
+    }
+    const bool begins_adding = !cutters.empty() && cutters[0].mode == "a";
+    if (has_own ? adds > (begins_adding ? 1U : 0U) : adds > 0 && !begins_adding) return {};
+    if (begins_adding) {
+        if (has_own) cutters[0].mode = "i";
+        if (with_frame) cutters.push_back({nullptr, "i"});
+    } else if (with_frame || (!cutters.empty() && !has_own)) {
+        cutters.insert(cutters.begin(), {nullptr, has_own ? "i" : "a"});
+    }
+    return cutters;
+}
+
+bool is_drawn(const CopiedLayer& copy) {
+    return copy.now != nullptr && !copy.facts.is_matte && !copy.facts.is_hidden && copy.facts.type >= 0 &&
+           copy.facts.type <= kLastDrawnType && copy.facts.type != kNullType;
+}
+
+class Cutting {
+  public:
+    Cutting(Unnested& unnested, Nest& nest)
+        : evaluation_(unnested.evaluation()), nest_(nest), around_(unnested.composition()), inside_(nest.source) {}
+
+    void cut(CopiedLayer& drawn, FrameCut frame) {
+        if (!is_drawn(drawn)) return;
+        // Some players do not draw a layer with both a matte and a mask.
+        const auto matte = matte_inside(nest_, drawn);
+        if (matte && drawn.facts.matte_type != kAlpha) return;
+        CopiedLayer& copy = matte ? nest_.copies[*matte] : drawn;
+        if (copy.now == nullptr || !evaluation_.is_told_by_place(inside_, copy.inner)) return;
+        const std::vector<double> frames =
+            evaluation_.frames(around_, std::max(nest_.facts().in.value_or(0), copy.now->number("ip", 0)),
+                               std::min(nest_.facts().out.value_or(0), copy.now->number("op", 0)));
+        if (frames.empty() || frames.size() > kMostFrames) return;
+        if (!copy.masks) copy.masks = std::string(copy.now->member("masksProperties"));
+        const bool has_own = !masks_of(copy.before).empty();
+        if (copy.before.is_set("hasMask") && !has_own) return;  // some players hide it, others show it whole
+        const bool is_own_last = has_one_mask(copy.before);
+        const bool with_frame = frame == FrameCut::where_needed && reaches_beyond(drawn, frames);
+        const std::vector<Cutter> cutters = cutters_for(nest_, has_own && !is_own_last, with_frame);
+        if (cutters.empty()) return;
+        std::string masks =
+            has_masks(copy.before) && !is_own_last ? copy.masks->substr(0, copy.masks->rfind(']')) : "[";
+        for (const Cutter& cutter : cutters) {
+            const auto text = mask_text(cutter, copy, frames);
+            if (!text) return;
+            if (masks.find('{') != std::string::npos) masks += ',';
+            masks += *text;
+        }
+        if (is_own_last) masks += ',' + intersecting(*copy.masks);
+        copy.now->set("hasMask", "true");
+        copy.now->set("masksProperties", masks + "]");
+    }
+
+  private:
+    double inner_frame(double frame) const { return evaluation_.inner_frame(around_, nest_.place, frame); }
+
+    bool reaches_beyond(const CopiedLayer& copy, const std::vector<double>& frames) {
+        return std::any_of(frames.begin(), frames.end(), [&](double frame) {
+            return evaluation_.reaches_beyond(inside_, copy.inner, nest_.facts().width, nest_.facts().height,
+                                              inner_frame(frame));
+        });
+    }
+
+    std::string frame_path() const {
+        std::string w, h;
+        document::append_number(w, nest_.facts().width);
+        document::append_number(h, nest_.facts().height);
+        return "{\"a\":0,\"k\":{\"i\":[[0,0],[0,0],[0,0],[0,0]],\"o\":[[0,0],[0,0],[0,0],[0,0]],\"v\":[[0,0],[" + w +
+               ",0],[" + w + "," + h + "],[0," + h + "]],\"c\":true}}";
+    }
+
+    std::optional<std::string> mask_text(const Cutter& cutter, const CopiedLayer& copy,
+                                         const std::vector<double>& frames) {
+        const JsonTree& tree = nest_.layer.before.tree();
+        const auto text_of = [&](const char* key) {
+            const JsonNode* value = cutter.mask == nullptr ? nullptr : tree.member(cutter.mask, key);
+            return value == nullptr ? std::string() : std::string(tree.text(*value));
+        };
+        const auto path = path_for(cutter.is_matte          ? nest_.matte->outline.path
+                                   : cutter.mask == nullptr ? frame_path()
+                                                            : text_of("pt"),
+                                   cutter.is_matte, copy, frames);
+        if (!path) return std::nullopt;
+        const auto member = [](const char* key, const std::string& value) {
+            return value.empty() ? "" : ",\"" + std::string(key) + "\":" + value;
+        };
+        const std::string still = "{\"a\":0,\"k\":";
+        const std::string opacity = text_of("o");
+        const LayerText& named = cutter.is_matte ? nest_.matte->layer.before : nest_.layer.before;
+        const std::string closed = !cutter.is_matte || nest_.matte->outline.is_closed ? "true" : "false";
+        return "{\"inv\":false,\"mode\":\"" + cutter.mode + "\",\"pt\":" + *path +
+               member("o", opacity.empty() ? still + "100}" : opacity) + ",\"x\":" + still + "0}" +
+               member("f", text_of("f")) + member("cl", cutter.mask == nullptr ? closed : text_of("cl")) +
+               member("nm", cutter.mask == nullptr ? std::string(named.member("nm")) : text_of("nm")) + "}";
+    }
+
+    // From the coordinates of the nest, or of its matte, to those of the layer; nothing where the layer has no area.
+    std::optional<looks::PlaneMap> map_to(const CopiedLayer& copy, bool from_matte, double frame) {
+        const auto inside = evaluation_.place(inside_, copy.inner, inner_frame(frame)).inverse();
+        if (!from_matte || !inside) return inside;
+        const auto nest = evaluation_.place(around_, nest_.place, frame).inverse();
+        if (!nest) return std::nullopt;
+        const Nest::Matte& matte = *nest_.matte;
+        return matte.outline.place.then(evaluation_.place(around_, matte.place, frame)).then(*nest).then(*inside);
+    }
+
+    bool moves(const CopiedLayer& copy, bool from_matte) {
+        return evaluation_.moves(inside_, copy.inner) ||
+               (from_matte &&
+                (evaluation_.moves(around_, nest_.place) || evaluation_.moves(around_, nest_.matte->place)));
+    }
+
+    // The path in the coordinates of the layer.
+    std::optional<std::string> path_for(const std::string& path, bool is_matte, const CopiedLayer& copy,
+                                        const std::vector<double>& frames) {
+        if (!moves(copy, is_matte)) {
+            const auto map = map_to(copy, is_matte, frames[0]);
+            return map ? std::optional(mapped_path(path, *map)) : std::nullopt;
+        }
+        const looks::MovingPath moving(path);
+        std::vector<PathAt> paths;
+        for (const double frame : frames) {
+            const auto map = map_to(copy, is_matte, frame);
+            if (!map) continue;
+            PathAt& at = paths.emplace_back(PathAt{frame, moving.at(frame)});
+            for (auto& point : at.vertices.at) point = map->map(point);
+            for (auto& point : at.vertices.in) point = map->turn(point);
+            for (auto& point : at.vertices.out) point = map->turn(point);
+        }
+        return paths.empty() ? std::nullopt : std::optional(path_through(paths));
+    }
+
+    looks::Evaluation& evaluation_;
+    Nest& nest_;
+    const std::string around_;
+    const std::string inside_;
+};
+
+}  // namespace
+
+void cut_layers(Unnested& unnested, Nest& nest, FrameCut frame) {
+    Cutting cutting(unnested, nest);
+    for (CopiedLayer& copy : nest.copies) cutting.cut(copy, frame);
+}
+
+}  // namespace lottie::mend

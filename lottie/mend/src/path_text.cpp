@@ -1,0 +1,136 @@
+// Paths over time as the file says them.
+#include "path_text.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "document/json_text.h"
+#include "document/output_text.h"
+#include "document/patch.h"
+
+namespace lottie::mend {
+namespace {
+
+using document::JsonKind;
+using document::JsonNode;
+using document::JsonTree;
+using looks::PlanePoint;
+using Vertices = looks::MovingPath::Vertices;
+
+constexpr double kUnseen = 0.05;       // pixels
+constexpr double kFewestDigits = 1e4;  // what is kept of a coordinate: far below what is seen
+constexpr std::size_t kMostFramesApart = 100;
+
+void append_point(std::string& out, PlanePoint p) {
+    out += '[';
+    document::append_number(out, std::round(p.x * kFewestDigits) / kFewestDigits);
+    out += ',';
+    document::append_number(out, std::round(p.y * kFewestDigits) / kFewestDigits);
+    out += ']';
+}
+
+std::string points_text(const std::vector<PlanePoint>& points) {
+    std::string out = "[";
+    for (const PlanePoint& point : points) {
+        if (out.size() > 1) out += ',';
+        append_point(out, point);
+    }
+    return out + "]";
+}
+
+// The numbers of an array of points, two by two.
+std::vector<PlanePoint> points_of(std::string_view text) {
+    std::vector<double> numbers;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t begin = text.find_first_of("-0123456789", at);
+        if (begin == std::string_view::npos) break;
+        at = std::min(text.find_first_not_of("+-.eE0123456789", begin), text.size());
+        numbers.push_back(document::read_number(text.substr(begin, at - begin)));
+    }
+    std::vector<PlanePoint> points;
+    for (std::size_t i = 0; i + 1 < numbers.size(); i += 2) points.push_back({numbers[i], numbers[i + 1]});
+    return points;
+}
+
+std::string vertices_text(const Vertices& vertices) {
+    return "{\"i\":" + points_text(vertices.in) + ",\"o\":" + points_text(vertices.out) +
+           ",\"v\":" + points_text(vertices.at) + ",\"c\":" + (vertices.is_closed ? "true" : "false") + "}";
+}
+
+double apart(PlanePoint from, PlanePoint to, PlanePoint between, double share) {
+    return std::hypot(from.x + share * (to.x - from.x) - between.x, from.y + share * (to.y - from.y) - between.y);
+}
+
+// Whether straight lines from one path to another lead close enough past those between.
+bool is_straight(const std::vector<PathAt>& paths, std::size_t from, std::size_t to) {
+    for (std::size_t i = from + 1; i < to; ++i) {
+        const double share = (paths[i].frame - paths[from].frame) / (paths[to].frame - paths[from].frame);
+        const Vertices& a = paths[from].vertices;
+        const Vertices& b = paths[to].vertices;
+        const Vertices& c = paths[i].vertices;
+        for (std::size_t v = 0; v < c.at.size(); ++v) {
+            if (apart(a.at[v], b.at[v], c.at[v], share) > kUnseen ||
+                apart(a.in[v], b.in[v], c.in[v], share) > kUnseen ||
+                apart(a.out[v], b.out[v], c.out[v], share) > kUnseen) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+}  // namespace
+
+std::string mapped_path(const std::string& property, const looks::PlaneMap& map) {
+    const document::Slice all{0, static_cast<std::uint32_t>(property.size())};
+    const JsonTree tree(property, all);
+    document::Patch patch;
+    std::vector<const JsonNode*> open = {&tree.root()};
+    while (!open.empty()) {
+        const JsonNode& node = *open.back();
+        open.pop_back();
+        if (tree.member(&node, "v") == nullptr) {
+            for (const JsonNode* child = tree.first(node); child != nullptr; child = tree.next(*child)) {
+                if (child->kind == JsonKind::object || (child->kind == JsonKind::array && !child->is_numeric))
+                    open.push_back(child);
+            }
+            continue;
+        }
+        for (const char* key : {"i", "o", "v"}) {
+            const JsonNode* list = tree.member(&node, key);
+            if (list == nullptr) continue;
+            std::vector<PlanePoint> points = points_of(tree.text(*list));
+            for (PlanePoint& point : points) point = *key == 'v' ? map.map(point) : map.turn(point);
+            patch.replace(list->text, points_text(points));
+        }
+    }
+    document::OutputText out;
+    patch.write(property, all, out);
+    return out.text();
+}
+
+std::string path_through(const std::vector<PathAt>& paths) {
+    std::vector<std::size_t> keys = {0};
+    while (keys.back() + 1 < paths.size()) {
+        const std::size_t from = keys.back();
+        std::size_t to = from + 1;
+        while (to + 1 < paths.size() && to - from < kMostFramesApart && is_straight(paths, from, to + 1)) ++to;
+        keys.push_back(to);
+    }
+    const auto same = [&](std::size_t key) {
+        return vertices_text(paths[key].vertices) == vertices_text(paths[0].vertices);
+    };
+    if (std::all_of(keys.begin(), keys.end(), same)) return "{\"a\":0,\"k\":" + vertices_text(paths[0].vertices) + "}";
+    std::string out = "{\"a\":1,\"k\":[";
+    for (const std::size_t key : keys) {
+        if (key != 0) out += ',';
+        out += "{";
+        if (key != keys.back()) out += R"("i":{"x":0.833,"y":0.833},"o":{"x":0.167,"y":0.167},)";
+        out += "\"t\":";
+        document::append_number(out, paths[key].frame);
+        out += ",\"s\":[" + vertices_text(paths[key].vertices) + "]}";
+    }
+    return out + "]}";
+}
+
+}  // namespace lottie::mend

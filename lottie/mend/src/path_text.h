@@ -1,0 +1,25 @@
+// Paths over time as the file says them.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "document/json_tree.h"
+#include "looks/evaluation.h"
+
+namespace lottie::mend {
+
+// The property with all points of its paths mapped; everything else keeps its bytes.
+std::string mapped_path(const std::string& property, const looks::PlaneMap& map);
+
+struct PathAt {
+    double frame = 0;
+    looks::MovingPath::Vertices vertices;
+};
+
+// A property that shows these paths, in ascending order of their frames and with as many vertices each: keyframes at
+// the fewest of the frames between which straight lines lead close enough past the others.
+std::string path_through(const std::vector<PathAt>& paths);
+
+}  // namespace lottie::mend
