@@ -219,7 +219,7 @@ TEST(NewKeyframes, of_old_files_carry_their_end_if_the_others_do) {
     const std::string ease = R"("i":{"x":[0.833333333],"y":[0.833333333]},"o":{"x":[0.166666667],"y":[0.166666667]},)";
     const std::string with_ends = R"({"t":0,"s":[1],"e":[3]},{"t":10})";
     const std::string without_ends = R"({"t":0,"s":[1]},{"t":10,"s":[3]})";
-    EXPECT_EQ(null_opacity("4.8.0", with_ends), "[{" + ease + R"("t":0,"s":[1],"e":[2]},{"t":10}])");
+    EXPECT_EQ(null_opacity("4.8.0", with_ends), "[{" + ease + R"("t":0,"s":[1],"e":[2]},{"t":10,"s":[2]}])");
     EXPECT_EQ(null_opacity("4.8.0", without_ends), "[{" + ease + R"("t":0,"s":[1]},{"t":10,"s":[2]}])");
     EXPECT_EQ(null_opacity("5.1.0", with_ends), "[{" + ease + R"("t":0,"s":[1]},{"t":10,"s":[2]}])");
 }

@@ -54,13 +54,12 @@ class KeyframeWriter {
                (keys_[i].tangent_out != Value{} || keys_[i + 1].tangent_in != Value{});
     }
 
-    // Without the value only behind a keyframe that gives it as its end.
-    std::string text(std::size_t i, bool with_value) const {
+    std::string text(std::size_t i) const {
         std::string out = "{";
         const bool has_segment = !is_last(i) && keys_[i].out != Interpolation::hold;
         if (has_segment) out += "\"i\":" + handle(i, false) + ",\"o\":" + handle(i, true) + ",";
         out += "\"t\":" + context_.clock().text(now_.offset + keys_[i].time);
-        if (with_value) out += ",\"s\":" + value(keys_[i].value);
+        out += ",\"s\":" + value(keys_[i].value);
         if (gives_end(i)) out += ",\"e\":" + value(keys_[i + 1].value);
         if (keys_[i].out == Interpolation::hold) out += ",\"h\":1";
         if (has_segment && has_tangents(i)) {
@@ -72,8 +71,7 @@ class KeyframeWriter {
     std::string all() const {
         std::string out = "[";
         for (std::size_t i = 0; i < keys_.size(); ++i) {
-            const bool is_told_before = is_last(i) && i > 0 && gives_end(i - 1) && keys_[i].out != Interpolation::hold;
-            out += (i == 0 ? "" : ",") + text(i, !is_told_before);
+            out += (i == 0 ? "" : ",") + text(i);
         }
         return out + "]";
     }
@@ -109,14 +107,14 @@ class KeyframeEditor : private KeyframeWriter {
         std::size_t place = 0;
         bool end_was_given = false;  // by the keyframe before
         for (std::size_t i = 0; i < keys_.size(); ++i) {
-            const bool needs_value = !end_was_given || keys_[i].out == Interpolation::hold || !is_last(i);
             if (partners_[i]) {
-                edit_key(patch, i, *partners_[i], needs_value);
+                // In old files the last one may have no value of its own.
+                edit_key(patch, i, *partners_[i], !end_was_given || keys_[i].out == Interpolation::hold || !is_last(i));
                 stays[*partners_[i]] = true;
                 place = *partners_[i] + 1;
                 end_was_given = tree_.member(old_[*partners_[i]].node, "e") != nullptr;
             } else {
-                sequence.insert_before(place, text(i, needs_value));
+                sequence.insert_before(place, text(i));
                 end_was_given = gives_end(i);
             }
         }
