@@ -33,9 +33,22 @@ TEST(Declared, knows_every_verb) {
     EXPECT_FALSE(Declared().grows());
 }
 
+TEST(Declared, means_several_by_lists_and_stars) {
+    const Declared declared(
+        "drops LayerSuite5, EffectSuite3.AEGP_Get*\n"
+        "leaves-after-failure anything of *\n");
+    EXPECT_TRUE(declared.drops("LayerSuite5"));
+    EXPECT_TRUE(declared.drops("EffectSuite3.AEGP_GetEffectFlags"));
+    EXPECT_FALSE(declared.drops("EffectSuite3.AEGP_SetEffectFlags"));
+    EXPECT_FALSE(declared.drops("LayerSuite5.AEGP_GetLayerName"));
+    EXPECT_TRUE(declared.leaves_after_failure(HandleKind::memory, "S.AEGP_A"));
+    EXPECT_TRUE(declared.leaves_after_failure(HandleKind::block, "AllocateBlock"));
+    EXPECT_FALSE(declared.leaves(HandleKind::memory, "S.AEGP_A"));
+}
+
 TEST(Declared, refuses_what_it_does_not_understand_with_its_line) {
     for (const char* text : {"forgets everything", "leaves", "leaves nothing of AEGP_A", "drops", "drops A B",
-                             "continues AEGP_D", "remembers all"}) {
+                             "continues AEGP_D", "remembers all", "drops A,", "drops , A"}) {
         try {
             const Declared declared(std::string("# one\n") + text);
             ADD_FAILURE() << text;

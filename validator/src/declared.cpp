@@ -19,8 +19,11 @@ constexpr DeclarationForm kForms[] = {{"leaves", true, "of"},       {"leaves-aft
                                       {"frees-locked", true, "of"}, {"drops", false, nullptr},
                                       {"continues", false, "with"}, {"leaves-group-open", false, "without"}};
 
+constexpr const char* kAnyKind = "anything";
+
 bool is_kind(const std::string& name) {
     using host::suites::HandleKind;
+    if (name == kAnyKind) return true;
     for (int kind = static_cast<int>(HandleKind::footage); kind <= static_cast<int>(HandleKind::block); ++kind)
         if (host::suites::name_of(static_cast<HandleKind>(kind)) == name) return true;
     return false;
@@ -38,9 +41,24 @@ std::string read_kind(std::istringstream& words, std::string& next) {
                            "; write for example \"leaves memory of AEGP_ExecuteScript\"");
 }
 
-bool is_same_function(std::string_view declared, std::string_view function) {
+bool is_meant(std::string_view declared, std::string_view function) {
     if (declared.find('.') == std::string_view::npos) function = function.substr(function.find('.') + 1);
+    if (declared.ends_with('*')) return function.starts_with(declared.substr(0, declared.size() - 1));
     return declared == function;
+}
+
+// "A, B"; empty if it is anything else.
+std::vector<std::string> read_list(std::istringstream& words) {
+    std::vector<std::string> names;
+    bool goes_on = true;
+    for (std::string name; words >> name;) {
+        if (!goes_on) return {};
+        goes_on = name.ends_with(',');
+        if (goes_on) name.pop_back();
+        if (name.empty()) return {};
+        names.push_back(name);
+    }
+    return goes_on ? std::vector<std::string>() : names;
 }
 
 }  // namespace
@@ -68,8 +86,13 @@ Declared::Declared(std::string_view text) {
             } else if (form->word != nullptr) {
                 words >> word;
             }
-            if ((form->word != nullptr && word != form->word) || !(words >> read.function)) refuse(number, line);
-            lines_.push_back(read);
+            const std::vector<std::string> functions = read_list(words);
+            if ((form->word != nullptr && word != form->word) || functions.empty()) refuse(number, line);
+            for (const std::string& function : functions) {
+                read.function = function;
+                lines_.push_back(read);
+            }
+            continue;
         }
         if (words >> word) refuse(number, line);
     }
@@ -77,7 +100,8 @@ Declared::Declared(std::string_view text) {
 
 bool Declared::has(std::string_view verb, std::string_view function, std::string_view kind) const {
     return std::any_of(lines_.begin(), lines_.end(), [&](const Line& line) {
-        return line.verb == verb && (kind.empty() || line.kind == kind) && is_same_function(line.function, function);
+        return line.verb == verb && (kind.empty() || line.kind == kind || line.kind == kAnyKind) &&
+               is_meant(line.function, function);
     });
 }
 

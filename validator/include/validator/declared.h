@@ -17,7 +17,8 @@ class DeclarationError : public std::runtime_error {
 };
 
 // Lines of text, "#" begins a comment. FUNCTION is "AEGP_GetLayerName", or "LayerSuite5.AEGP_GetLayerName" for that
-// version alone.
+// version alone; "LayerSuite5.AEGP_Get*" for all that begin so, "*" for all; or several, separated by commas. KIND may
+// be "anything".
 //   leaves KIND of FUNCTION          what that call gave is not disposed of
 //   leaves-after-failure KIND of FUNCTION  the same, only after a call has failed or a suite was missing
 //   frees-locked KIND of FUNCTION    it is freed while it is locked
