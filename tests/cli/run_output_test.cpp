@@ -207,7 +207,7 @@ TEST(RunOutput, want_of_memory_is_a_sentence) {
 #endif
     const Sandbox sandbox;
     std::vector<std::string> layers;
-    for (int i = 1; i <= 20'000; ++i) layers.push_back(test::solid_layer(i, std::string(1000, 'x')));
+    for (int i = 1; i <= 6'000; ++i) layers.push_back(test::solid_layer(i, std::string(3000, 'x')));
     sandbox.write("a.json",
                   test::animation({test::asset("comp_0", "Inside", layers)}, {test::nest_layer(1, "Nest", "comp_0")}));
     const std::string before = sandbox.read("a.json");
@@ -215,16 +215,18 @@ TEST(RunOutput, want_of_memory_is_a_sentence) {
     for (const long megabytes : {60, 100, 120, 140, 160, 180}) {
         for (const char* command : {"run", "check", "list", "flatten"}) {
             SCOPED_TRACE(std::to_string(megabytes) + " MB, " + command);
-            const Finished finished =
-                exflate(sandbox, {.arguments = {command, "a.json"}, .most_memory = megabytes << 20});
+            std::vector<std::string> arguments = {command, "a.json"};
+            const bool writes = command == std::string("run") || command == std::string("flatten");
+            if (writes) arguments.insert(arguments.end(), {"-o", "out.json"});
+            const Finished finished = exflate(sandbox, {.arguments = arguments, .most_memory = megabytes << 20});
             EXPECT_LE(finished.exit_code, 4) << finished.err;
             EXPECT_THAT(finished.err, Not(HasSubstr("bad_alloc")));
             if (finished.exit_code > 1) {
                 EXPECT_THAT(finished.err, HasSubstr("memory"));
             }
-            EXPECT_EQ(sandbox.read("a.json"), before);
         }
     }
+    EXPECT_TRUE(sandbox.read("a.json") == before);
 }
 
 TEST(RunOutput, of_several_codes_the_highest_counts) {

@@ -109,7 +109,15 @@ struct CompositionWork::Attempt {
 
 CompositionWork::CompositionWork(FlatteningState& state, std::size_t composition)
     : state_(state), composition_(composition), next_layer_(state.bench.layer_count(composition)) {
-    for (std::size_t layer = 0; layer < next_layer_; ++layer) stack_.push_back(layer);
+    std::vector<std::size_t> layers;
+    for (std::size_t layer = 0; layer < next_layer_; ++layer) layers.push_back(layer);
+    set_stack(std::move(layers));
+}
+
+void CompositionWork::set_stack(std::vector<std::size_t> layers) {
+    stack_ = std::move(layers);
+    place_of_.clear();
+    for (std::size_t place = 0; place < stack_.size(); ++place) place_of_[stack_[place]] = place;
 }
 
 void CompositionWork::work(const std::set<std::size_t>& places, bool goes_deeper) {
@@ -145,7 +153,10 @@ std::vector<Workbench::Nest> CompositionWork::nests_among(const Layers& layers) 
 }
 
 FlattenedNest& CompositionWork::entry(std::size_t layer) {
-    const Workbench::Nest nest = nests_among({layer}).at(0);
+    const std::vector<Workbench::Nest>& nests = state_.bench.nests(composition_);
+    const Workbench::Nest& nest =
+        *std::lower_bound(nests.begin(), nests.end(), place_of_.at(layer),
+                          [](const auto& one, std::size_t place) { return one.place < place; });
     const auto [found, is_new] = state_.nest_of_origin.emplace(nest.origin, state_.nests.size());
     if (is_new) {
         FlattenedNest& made = state_.nests.emplace_back();
@@ -345,7 +356,7 @@ void CompositionWork::accept(Attempt& tried) {
     std::vector<std::size_t> now;
     for (const Origin& origin : change.after)
         now.push_back(origin.kind == Origin::Kind::kept ? stack_[origin.layer] : next_layer_++);
-    stack_ = std::move(now);
+    set_stack(std::move(now));
     stage_.reset();
 }
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "cli/arguments/options.h"
@@ -72,11 +73,13 @@ class CompositionWork {
     void accept(Attempt& attempt);
     std::vector<lottie::mend::Workbench::Nest> nests_among(const Layers& layers) const;
     FlattenedNest& entry(std::size_t layer);
+    void set_stack(std::vector<std::size_t> layers);
     void keep(std::size_t layer, const std::string& reason);
 
     FlatteningState& state_;
     std::size_t composition_;
-    std::vector<std::size_t> stack_;  // as it is now
+    std::vector<std::size_t> stack_;                         // as it is now
+    std::unordered_map<std::size_t, std::size_t> place_of_;  // in it
     std::size_t next_layer_;
     std::shared_ptr<Stage> stage_;  // of the stack as it is now; null until something is tried
 };
