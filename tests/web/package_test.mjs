@@ -1,5 +1,6 @@
 #!/usr/bin/env node
-// The npm package as people get it: packed, installed into an empty project, its command, functions, types and worker.
+// The npm package as people get it: packed, installed into an empty project, its command, functions, types and worker; on this
+// machine's Node.js, the oldest that it is for and the newest.
 //
 // usage: package_test.mjs EXFLATE TARBALL SOURCES
 import assert from "node:assert/strict";
@@ -13,6 +14,14 @@ const [exflate, tarball, sources] = process.argv.slice(2);
 const folder = mkdtempSync(join(tmpdir(), "exflate-package-"));
 process.on("exit", () => rmSync(folder, { recursive: true, force: true }));
 const animation = join(sources, "examples/lift_off.json");
+
+const nodes = [process.execPath];
+for (const name of ["node-oldest", "node-newest"]) {
+  const node = join(sources, "tests/web/node_modules", name, "bin/node");
+  if (existsSync(node)) nodes.push(node);
+  else assert.ok(process.arch !== "x64", `${node} is missing: run tools/setup web`);
+}
+for (const node of nodes) console.log(`Node.js ${spawnSync(node, ["--version"], { encoding: "utf8" }).stdout.trim()}`);
 
 const at = (name) => join(folder, name);
 function run(command, args, options = {}) {
@@ -46,6 +55,30 @@ const cases = {
       assert.deepEqual([one.code, one.output, one.said.replaceAll("own.json", "native.json")], [two.code, two.output, two.said], args.join(" "));
       if (args.includes("RESULT")) assert.deepEqual(readFileSync(at("own.json")), readFileSync(at("native.json")));
     }
+  },
+  "its command does it on every Node.js that it is for"() {
+    succeed(exflate, ["flatten", animation, "-o", "native.json"]);
+    for (const node of nodes) {
+      succeed(node, [join(installed, "bin/exflate.mjs"), "flatten", animation, "-o", "own.json"]);
+      assert.deepEqual(readFileSync(at("own.json")), readFileSync(at("native.json")), node);
+    }
+  },
+  "its command starts quickly"() {
+    const small = join(sources, "tests/node_modules/lottie-web/test/animations/starfish.json");
+    // Seconds of the processor, for the machine may be busy; and of the clock.
+    const best = (...command) => {
+      const runs = Array.from({ length: 5 }, () => {
+        const ran = succeed("bash", ["-c", `TIMEFORMAT="%U %S %R"; time "$@" 2>/dev/null`, "", ...command]);
+        const [user, system, clock] = ran.said.trim().split(" ").map(Number);
+        return [user + system, clock];
+      });
+      return [0, 1].map((i) => Math.min(...runs.map((one) => one[i])).toFixed(2));
+    };
+    const run = ["exflate", "run", small, "-o", "own.json"];
+    const [through, alone, empty] = [best("npx", "--no-install", ...run), best(at("node_modules/.bin/exflate"), ...run.slice(1)), best("node", "-e", "0")];
+    console.log(`run on ${statSync(small).size} bytes, seconds of the processor and of the clock: ${through.join(", ")} through npx, ` +
+      `${alone.join(", ")} by itself, of which Node.js ${empty.join(", ")}`);
+    assert.ok(through[0] < 2, "not even once within two seconds of the processor");
   },
   "its command reads a stream and writes one"() {
     const input = readFileSync(animation);
@@ -90,7 +123,7 @@ const cases = {
       await assert.rejects(run(bytes, { layer: "no such" }), UsageError);
     `);
     run(exflate, ["flatten", animation, "-o", "native-flat.json"]);
-    succeed(process.execPath, ["api.mjs"]);
+    for (const node of nodes) succeed(node, ["api.mjs"]);
   },
   "its worker works beside the program, and ends in the middle"() {
     writeFileSync(at("worker.mjs"), `
@@ -113,7 +146,7 @@ const cases = {
       assert.ok((await worker.list(bytes)).animations.length === 1, "goes on after it");
       worker.close();
     `);
-    succeed(process.execPath, ["worker.mjs"]);
+    for (const node of nodes) succeed(node, ["worker.mjs"]);
   },
   "its types are what it gives"() {
     const tsc = join(sources, "tests/node_modules/typescript/bin/tsc");
