@@ -157,6 +157,22 @@ A_Err hide_layers(AEGP_SuiteHandler& suites, AEGP_Collection2H layers) {
     return err;
 }
 
+A_Err ask_whether_to_crash(AEGP_SuiteHandler& suites) {
+    A_Err err = A_Err_NONE, err2 = A_Err_NONE;
+    AEGP_MemHandle answer = nullptr;
+    void* text = nullptr;
+    constexpr const char* kDialog =
+        "var window = new Window('dialog'); var box = window.add('checkbox', undefined, 'Crash');"
+        "window.add('button', undefined, 'Ok'); window.show() === 1 && box.value ? 'yes' : 'no';";
+    const AEGP_MemorySuite1* memory = suites.MemorySuite1();
+    ERR(suites.UtilitySuite6()->AEGP_ExecuteScript(S_my_id, kDialog, false, &answer, nullptr));
+    ERR(memory->AEGP_LockMemHandle(answer, &text));
+    if (text != nullptr && std::strcmp(static_cast<const char*>(text), "yes") == 0) crash();
+    if (text != nullptr) ERR2(memory->AEGP_UnlockMemHandle(answer));
+    if (answer != nullptr) ERR2(memory->AEGP_FreeMemHandle(answer));
+    return err;
+}
+
 A_Err read_answer(AEGP_SuiteHandler& suites) {
     A_Err err = A_Err_NONE, err2 = A_Err_NONE;
     AEGP_MemHandle result = nullptr;
@@ -239,6 +255,7 @@ A_Err blunder(AEGP_SuiteHandler& suites, AEGP_CompH comp) {
     }
     if (makes("runs_a_broken_script"))
         (void)suites.UtilitySuite6()->AEGP_ExecuteScript(S_my_id, "nobody.knows()", false, nullptr, nullptr);
+    if (makes("crashes_behind_an_option")) ERR(ask_whether_to_crash(suites));
     if (makes("leaves_a_block")) {
         void* block = nullptr;
         (void)sP->AllocateBlock(100, &block);

@@ -62,6 +62,7 @@ const std::vector<BadPlugin> kBadPlugins = {
     {"prints_when_idle", "typical.quiet", "idle", TestVerdict::warning},
     {"leaves_a_process", "typical.processes", "still runs"},
     {"keeps_a_layer", "typical.after-deletion", "AEGP_GetLayerFlags with a handle that it has kept"},
+    {"crashes_behind_an_option", "typical.switched", "every switch of its dialogs", TestVerdict::crashed},
     {"fails_on_a_second_run", "typical.second-run", "returned error 1"},
     {"counts_its_runs", "typical.run-after-undo", "keeps something of the first run"},
     {"keeps_the_first_composition", "typical.composition-in-front", "handles of the first"},

@@ -52,6 +52,29 @@ class Accepting : public DialogDriver {
     std::vector<Answer> answers_;
 };
 
+class Switching : public Accepting {
+  public:
+    Switching() : Accepting({}) {}
+
+    void drive(Window& window) override {
+        std::vector<Element*> switches;
+        collect(window, switches);
+        for (Element* element : switches) {
+            const bool is_set = element->type() == ElementType::radio_button && element->value();
+            if (window.is_open() && element->takes_input() && !is_set) window.click(*element);
+        }
+        Accepting::drive(window);
+    }
+
+  private:
+    static void collect(const Element& element, std::vector<Element*>& switches) {
+        for (const auto& child : element.children()) {
+            if (child->has_value()) switches.push_back(child.get());
+            collect(*child, switches);
+        }
+    }
+};
+
 class Cancelling : public DialogDriver {
   public:
     void drive(Window& window) override { window.close_box(); }
@@ -67,6 +90,10 @@ Answer answer_from(const std::string& text) {
 
 std::unique_ptr<DialogDriver> accept_dialogs(const std::vector<Answer>& answers) {
     return std::make_unique<Accepting>(answers);
+}
+
+std::unique_ptr<DialogDriver> accept_switched_dialogs() {
+    return std::make_unique<Switching>();
 }
 
 std::unique_ptr<DialogDriver> cancel_dialogs() {

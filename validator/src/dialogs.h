@@ -23,5 +23,7 @@ std::unique_ptr<host::scriptui::DialogDriver> accept_dialogs(const std::vector<A
 
 // Closes every dialog unanswered.
 std::unique_ptr<host::scriptui::DialogDriver> cancel_dialogs();
+// Sets every switch the other way first.
+std::unique_ptr<host::scriptui::DialogDriver> accept_switched_dialogs();
 
 }  // namespace validator

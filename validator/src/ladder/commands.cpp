@@ -19,6 +19,7 @@ constexpr const char* kMainThread = "typical.main-thread";
 constexpr const char* kCalls = "typical.calls";
 constexpr const char* kQuiet = "typical.quiet";
 constexpr const char* kCancelled = "typical.cancelled";
+constexpr const char* kSwitched = "typical.switched";
 constexpr const char* kSecondRun = "typical.second-run";
 constexpr const char* kAfterUndo = "typical.run-after-undo";
 constexpr const char* kInFront = "typical.composition-in-front";
@@ -297,6 +298,37 @@ void examine_cancelled(Examiner& examiner, std::size_t item) {
     });
 }
 
+// What stands behind an option is a command by itself.
+void examine_switched(Examiner& examiner, std::size_t item) {
+    std::vector<VisitPlan> plans;
+    for (const CleanVisit& visit : examiner.clean) {
+        if (visit.item != item || !visit.is_good() || visit.plan.acts.size() < 2 || visit.plan.acts[1] != Act::undo)
+            continue;
+        const auto& calls = visit.command()->calls;
+        const auto is_script = [](const MadeCall& call) { return call.is("AEGP_ExecuteScript"); };
+        if (std::none_of(calls.begin(), calls.end(), is_script)) continue;
+        Situation switched = *visit.situation;
+        switched.sentence += " and every switch of its dialogs is the other way";
+        switched.dialogs = accept_switched_dialogs;
+        plans.push_back({.situation = &examiner.keep(std::move(switched)),
+                         .acts = examiner.to_the_end({Act::command, Act::undo}),
+                         .item = item});
+    }
+    if (plans.empty()) return examiner.note_not_applicable(kSwitched, "the command runs no script");
+    examiner.visit(plans, [&](const VisitPlan& plan, const VisitRecord& record) {
+        if (const auto bad = bad_end(plan, record, examiner.request().limits))
+            examiner.note(kSwitched, *bad, plan, record);
+        else if (const auto thrown = exception_in(plan, record.outcomes.front()))
+            examiner.note(kSwitched, *thrown, plan, record);
+        else if (const auto error = error_in(plan, record.outcomes.front()))
+            examiner.note(kSwitched, *error, plan, record);
+        else
+            examiner.note_ok(kSwitched);
+        examiner.clean.push_back({plan.situation, plan.item, plan, record});
+        return !has_hung(record);
+    });
+}
+
 }  // namespace
 
 const std::vector<TestFacts>& command_tests() {
@@ -316,6 +348,7 @@ const std::vector<TestFacts>& command_tests() {
         all.push_back({kQuiet, "nothing is written to the standard streams", 4});
         all.push_back({kProcesses, "no process that the plug-in has started outlives it", 4});
         all.push_back({kCancelled, "a dialog that is cancelled changes nothing", 4});
+        all.push_back({kSwitched, "the command works when every switch of its dialogs is the other way", 4});
         all.push_back({kSecondRun, "the command can be run a second time", 4});
         all.push_back({kAfterUndo, "the command does the same again after it was taken back", 4});
         all.push_back({kInFront, "the command works on the composition that is in front", 4});
@@ -360,6 +393,7 @@ bool examine_commands(Examiner& examiner) {
         examine_front(examiner, item);
         examine_deletion(examiner, item);
         examine_cancelled(examiner, item);
+        examine_switched(examiner, item);
     }
     return true;
 }
