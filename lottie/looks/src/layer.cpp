@@ -149,6 +149,16 @@ const Transform& SceneLayer::transform() const {
     return *transform_->value;
 }
 
+const std::vector<MaskContent>& SceneLayer::masks() const {
+    if (!masks_) {
+        masks_.emplace();
+        if (has_masks) {
+            for (const Json& mask : array("masksProperties")) masks_->emplace_back(mask);
+        }
+    }
+    return *masks_;
+}
+
 const ShapeContent& SceneLayer::shapes() const {
     if (shapes_ == nullptr) shapes_ = std::make_shared<ShapeContent>(array("shapes"));
     return *shapes_;

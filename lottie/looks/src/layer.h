@@ -66,6 +66,7 @@ class SceneLayer {
     bool has_same_transform(const SceneLayer& other) const { return transform_ == other.transform_; }
     const std::optional<Property>& time_remap() const { return time_remap_; }  // seconds
     const ShapeContent& shapes() const;
+    const std::vector<MaskContent>& masks() const;  // none unless `has_masks`
 
   private:
     // Layers that agree in all that it is made of share it.
@@ -82,6 +83,7 @@ class SceneLayer {
     std::shared_ptr<LazyTransform> transform_;
     std::optional<Property> time_remap_;
     mutable std::shared_ptr<const ShapeContent> shapes_;
+    mutable std::optional<std::vector<MaskContent>> masks_;
 };
 
 }  // namespace lottie::looks

@@ -151,6 +151,12 @@ void move(Shapes& shapes, const Matrix& matrix) {
 
 // Paths
 
+MaskContent::MaskContent(const Json& mask)
+    : mode(text_member(mask, "mode")),
+      is_inverted(is_truthy(mask, "inv")),
+      path(member(mask, "pt")),
+      expansion(member(mask, "x"), {}) {}
+
 PathProperty::PathProperty(const Json* json) {
     const Json* value = json == nullptr ? nullptr : member(*json, "k");
     if (value == nullptr) return;

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "hull.h"
@@ -44,6 +45,16 @@ class PathProperty {
     static Outline along(const Vertices& vertices);
 
     std::vector<Key> keys_;  // one, at no time, when it stands still
+};
+
+// A mask's path in its layer's coordinates.
+struct MaskContent {
+    explicit MaskContent(const Json& mask);  // must outlive it
+
+    std::string mode;  // "a", "s", "i", "n", ...
+    bool is_inverted;
+    PathProperty path;
+    Property expansion;
 };
 
 // Compiled once; what stands still in it is worked out once.

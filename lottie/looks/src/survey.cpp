@@ -58,10 +58,8 @@ bool text_changes(const SceneLayer& layer) {
 }
 
 bool is_mask_animated(const SceneLayer& layer) {
-    const auto masks = layer.array("masksProperties");
-    return layer.has_masks && std::any_of(masks.begin(), masks.end(), [](const Json& mask) {
-               return PathProperty(member(mask, "pt")).is_animated() || Property(member(mask, "x"), {}).is_animated();
-           });
+    return std::any_of(layer.masks().begin(), layer.masks().end(),
+                       [](const MaskContent& mask) { return mask.path.is_animated() || mask.expansion.is_animated(); });
 }
 
 }  // namespace
@@ -69,12 +67,11 @@ bool is_mask_animated(const SceneLayer& layer) {
 std::optional<Hull> mask_reach(const SceneLayer& layer, double frame) {
     if (!layer.has_masks) return std::nullopt;
     std::optional<Hull> hull;
-    for (const Json& mask : layer.array("masksProperties")) {
-        const std::string mode = text_member(mask, "mode");
-        if (mode == "n" || (mode == "s" && hull) || (mode == "i" && hull)) continue;
-        if (mode != "a" || is_truthy(mask, "inv")) return std::nullopt;
-        Outline outline = PathProperty(member(mask, "pt")).at(frame);
-        outline.growth = std::max(Property(member(mask, "x"), {}).at(frame)[0], 0.0);
+    for (const MaskContent& mask : layer.masks()) {
+        if (mask.mode == "n" || (mask.mode == "s" && hull) || (mask.mode == "i" && hull)) continue;
+        if (mask.mode != "a" || mask.is_inverted) return std::nullopt;
+        Outline outline = mask.path.at(frame);
+        outline.growth = std::max(mask.expansion.at(frame)[0], 0.0);
         hull = united(hull.value_or(Hull{}), around({outline}));
     }
     return hull;
