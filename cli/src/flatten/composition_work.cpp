@@ -23,7 +23,8 @@ constexpr double kAlwaysAllowedBytes = 8 << 20;
 constexpr double kMostReadings = 100;
 constexpr double kAlwaysReadBytes = 256 << 20;
 
-constexpr std::size_t kStepsPerByte = 4;  // to read a composition
+constexpr std::size_t kStepsPerStage = 60'000;  // to make a project with scripts of its own
+constexpr std::size_t kStepsPerByte = 4;        // to read a composition
 
 constexpr const char* kTooLarge =
     "size: the file would become too large, for the composition is shown by several nests";
@@ -230,6 +231,7 @@ void CompositionWork::un_nest(Layers layers) {
 
 CompositionWork::Attempt CompositionWork::attempt(const Layers& layers) {
     if (!stage_) {
+        state_.limits.work->spend(kStepsPerStage);
         stage_ = std::make_shared<Stage>(state_, composition_);
         state_.limits.work->spend(kStepsPerByte * stage_->before.size());
     }
