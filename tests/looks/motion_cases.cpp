@@ -109,6 +109,14 @@ std::vector<Case> place_cases() {
                      "ks", 0, discard()});
     cases.push_back({Reason::place, "copied", std::nullopt, Pictures::equal, nest({{"ks", at(10, 20)}})});
 
+    const auto placed_by = [](const std::string& text) {
+        return inside({red({{"ks", transform({{"p", expression(text, "[20,20,0]")}})}})}, {{"ks", at(10, 20)}});
+    };
+    cases.push_back({Reason::place, "by_numbers_of_an_expression", Weight::change, Pictures::cannot_tell,
+                     placed_by("[20, 20 + time]"), "red", "ks"});
+    cases.push_back({Reason::place, "by_the_value_behind_an_expression", std::nullopt, Pictures::equal,
+                     placed_by("value + [time, 0]")});
+
     Nesting links;
     links.above = {solid(1, "rider", 20, 20, "#00ff00", {{"parent", "20"}, {"ks", at(20, 20)}})};
     links.below = {solid(20, "ground", 100, 100, "#cccccc", {{"ks", moving_transform()}})};

@@ -115,6 +115,16 @@ std::vector<Scene> place_scenes() {
          inside({on_a_curve()}, {{"ks", transform({{"p", still("[50,0,0]")}, {"r", still("30")}})}}), false},
         {Reason::place, "a mirrored nest with a layer on a curve", Outcome::untouched,
          inside({on_a_curve()}, {{"ks", transform({{"p", still("[100,0,0]")}, {"s", still("[-100,100,100]")}})}})},
+        {Reason::place, "a layer that an expression places by numbers", Outcome::mended,
+         animation({.nest = {{"ks", at(10, 20)}},
+                    .inside = {solid(1, "red", 40, 40, "#ff0000",
+                                     {{"ks", transform({{"p", expression("[20,20]", "[20,20,0]")}})}})}}),
+         false},
+        {Reason::place, "a layer that an expression places by its value", Outcome::untouched,
+         animation({.nest = {{"ks", at(10, 20)}},
+                    .inside = {solid(1, "red", 40, 40, "#ff0000",
+                                     {{"ks", transform({{"p", expression("value", "[20,20,0]")}})}})}}),
+         false},
         {Reason::children, "a layer on a nest that moves", Outcome::mended, with_a_child({{"ks", moving_transform()}})},
         {Reason::children, "a layer on a nest that never moves", Outcome::untouched, with_a_child({})},
     };
@@ -329,8 +339,8 @@ std::vector<Scene> clip_scenes() {
 
 std::vector<Scene> all_scenes() {
     std::vector<Scene> all;
-    for (auto&& scenes : {clock_scenes(), trim_scenes(), place_scenes(), matte_scenes(), name_scenes(), opacity_scenes(),
-                          mask_scenes(), matte_used_scenes(), clip_scenes()})
+    for (auto&& scenes : {clock_scenes(), trim_scenes(), place_scenes(), matte_scenes(), name_scenes(),
+                          opacity_scenes(), mask_scenes(), matte_used_scenes(), clip_scenes()})
         all.insert(all.end(), scenes.begin(), scenes.end());
     return all;
 }
