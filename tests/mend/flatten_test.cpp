@@ -81,6 +81,17 @@ TEST(Flatten, a_composition_that_an_expression_asks_for_stays_with_all_its_layer
     EXPECT_EQ(asking("[0, 0]").nests_left, 0U);
 }
 
+TEST(Flatten, what_a_composition_shows_before_its_frame_0_counts) {
+    // The main composition shows frames -10 to 9 of the outer one; a layer two levels below begins at -2 of those.
+    Nesting nesting;
+    nesting.nest = {{"st", "10"}};
+    nesting.inside = {nest_layer(1, "Inner", "inner", {{"w", "100"}, {"h", "100"}, {"ip", "-20"}})};
+    nesting.assets = {R"({"id":"inner","layers":[)" + red({{"ip", "-2"}}) + "]}"};
+    const cli::Flattened flat = cli::flatten_animation(animation(nesting), plugin(), {});
+    EXPECT_EQ(flat.nests_left, 0U);
+    EXPECT_NE(flat.text.find(R"("ip":8)"), std::string::npos) << flat.text;
+}
+
 TEST(Flatten, a_layer_without_a_transform_gets_none) {
     Nesting nesting;
     nesting.nest = {{"ks", moving_transform()}};

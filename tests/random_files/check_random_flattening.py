@@ -23,9 +23,13 @@ BEYOND_RENDERER = {"fractional-start", "time-remap", "stretch"}
 
 
 def is_beyond_renderer(animation):
-    """Whether it takes parents other than other players do: one numbered -1 as none, one without a transform as any."""
+    """Whether it takes links other than other players do: a parent numbered -1 as none, one without a transform as any, and
+    always the layer right above as a matte."""
     for stack in [animation["layers"]] + [asset.get("layers", []) for asset in animation["assets"]]:
         without_transform = {layer.get("ind") for layer in stack if "ks" not in layer}
+        above = [{}, *stack]
+        if any("tp" in layer and layer["tp"] != above[place].get("ind") for place, layer in enumerate(stack)):
+            return True
         if any(layer.get("parent") in without_transform | {-1} for layer in stack if "parent" in layer):
             return True
     return False

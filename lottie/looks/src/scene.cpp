@@ -145,13 +145,57 @@ Scene::Scene(std::string_view text) : byte_count(text.size()) {
             size = {std::max(size.width, layer.width), std::max(size.height, layer.height)};
         }
     }
+    const auto first_frames = find_first_frames();
     for (auto& [id, stack] : stacks) {
         if (id.empty()) continue;
         auto sized = std::make_shared<Stack>(*stack);
         sized->width = sizes[id].width;
         sized->height = sizes[id].height;
+        const auto first = first_frames.find(id);
+        if (first != first_frames.end()) sized->first_frame = first->second;
         stack = std::move(sized);
     }
+}
+
+// Of compositions that some nest shows before their frame 0: the first one that is shown and that has a layer.
+std::unordered_map<std::string, double> Scene::find_first_frames() const {
+    constexpr int kMostVisits = 8;  // compositions may show one another in a circle
+    std::unordered_map<std::string, double> first_frames;
+    std::unordered_map<std::string, int> visits;
+    std::unordered_map<const Stack*, double> begins;  // the first in-point before frame 0
+    const auto begins_of = [&](const Stack& stack) {
+        const auto [found, is_new] = begins.try_emplace(&stack, 0);
+        for (std::size_t i = 0; is_new && i < stack.size(); ++i)
+            found->second = std::min(found->second, stack.layer(i).in);
+        return found->second;
+    };
+    std::vector<std::string> open = {""};
+    while (!open.empty()) {
+        const std::string id = std::move(open.back());
+        open.pop_back();
+        if (++visits[id] > kMostVisits) continue;
+        const Stack& stack = *stacks.at(id);
+        const auto own = first_frames.find(id);
+        const double first = own == first_frames.end() ? stack.first_frame : own->second;
+        for (std::size_t i = 0; i < stack.size(); ++i) {
+            const SceneLayer& nest = stack.layer(i);
+            const auto source = stacks.find(nest.source);
+            if (nest.type != LayerType::nest || source == stacks.end() || source->first.empty()) continue;
+            double shown = std::min(nest.inner_frame(std::max(nest.in, first), frame_rate),
+                                    nest.inner_frame(nest.out, frame_rate));
+            if (nest.time_remap()) {
+                for (const Values& seconds : nest.time_remap()->key_values())
+                    shown = std::min(shown, seconds[0] * frame_rate);
+            }
+            const double from = std::floor(std::max(shown, begins_of(*source->second)));
+            const auto [known, is_new] = first_frames.try_emplace(nest.source, 0);
+            if ((is_new && visits[nest.source] == 0) || from < known->second) {
+                known->second = std::min(from, known->second);
+                open.push_back(nest.source);
+            }
+        }
+    }
+    return first_frames;
 }
 
 void Scene::read_asset(TextReader& reader) {

@@ -82,6 +82,7 @@ struct Scene {
 
   private:
     void read_asset(TextReader& reader);
+    std::unordered_map<std::string, double> find_first_frames() const;
     void count_nests(const Stack& stack, bool are_added);
 
     std::shared_ptr<Arena> arena_ = std::make_shared<Arena>();
