@@ -82,14 +82,14 @@ TEST(Flatten, a_composition_that_an_expression_asks_for_stays_with_all_its_layer
 }
 
 TEST(Flatten, what_a_composition_shows_before_its_frame_0_counts) {
-    // The main composition shows frames -10 to 9 of the outer one; a layer two levels below begins at -2 of those.
+    // The main composition shows frames -10 to 9 of the outer nest, which stays; what comes out inside begins at -2.
     Nesting nesting;
-    nesting.nest = {{"st", "10"}};
-    nesting.inside = {nest_layer(1, "Inner", "inner", {{"w", "100"}, {"h", "100"}, {"ip", "-20"}})};
-    nesting.assets = {R"({"id":"inner","layers":[)" + red({{"ip", "-2"}}) + "]}"};
+    nesting.nest = {{"st", "10"}, {"ks", transform({{"p", expression("[time, 0]", "[0,0,0]")}})}};
+    nesting.inside = {nest_layer(1, "Inner", "inner", {{"w", "100"}, {"h", "100"}, {"ip", "-7"}, {"st", "16"}})};
+    nesting.assets = {R"({"id":"inner","layers":[)" + red({{"ip", "-18"}}) + "]}"};
     const cli::Flattened flat = cli::flatten_animation(animation(nesting), plugin(), {});
-    EXPECT_EQ(flat.nests_left, 0U);
-    EXPECT_NE(flat.text.find(R"("ip":8)"), std::string::npos) << flat.text;
+    EXPECT_EQ(flat.nests_left, 1U);
+    EXPECT_NE(flat.text.find(R"("ip":-2)"), std::string::npos) << flat.text;
 }
 
 TEST(Flatten, a_layer_without_a_transform_gets_none) {
