@@ -43,6 +43,13 @@ def files_in(folder):
     return {entry.name: (entry.inode(), entry.stat().st_mtime_ns) for entry in os.scandir(folder)}
 
 
+def listen():
+    """To signals that whoever started the test may have had ignored."""
+    for each in SIGNALS:
+        if each != signal.SIGKILL:
+            signal.signal(each, signal.SIG_DFL)
+
+
 class Case:
     def __init__(self, name, arguments, folder, animation):
         self.name, self._arguments, self._folder, self._animation = name, arguments, folder, animation
@@ -58,7 +65,7 @@ class Case:
 
     def _start(self):
         return subprocess.Popen(self._arguments, cwd=self._folder, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                                stderr=subprocess.DEVNULL, start_new_session=True)
+                                stderr=subprocess.DEVNULL, start_new_session=True, preexec_fn=listen)
 
     def _whole_run(self):
         self._lay_out()

@@ -25,6 +25,7 @@ constexpr double kAlwaysReadBytes = 256 << 20;
 
 constexpr std::size_t kStepsPerStage = 60'000;  // to make a project with scripts of its own
 constexpr std::size_t kStepsPerByte = 4;        // to read a composition
+constexpr std::size_t kPairsPerStep = 4;        // of layers that remedies tell apart
 
 constexpr const char* kTooLarge =
     "size: the file would become too large, for the composition is shown by several nests";
@@ -302,6 +303,8 @@ void CompositionWork::mend(Attempt& tried) {
             seen.push_back(report);
         }
         if (seen.empty()) return;
+        const std::size_t layers = tried.trial.written.layers.size();
+        state_.limits.work->spend(layers * layers / kPairsPerStep);
         if (!tried.mending)
             tried.mending = std::make_unique<Mending>(stage_->before, stage_->document.write(), tried.trial.change);
         const bool is_mended = tried.mending->answer(seen, cuts_add_up);
