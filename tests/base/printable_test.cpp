@@ -8,6 +8,7 @@ namespace {
 using host::base::in_quotes;
 using host::base::printable;
 using host::base::printable_lines;
+using host::base::xml_text;
 
 TEST(Printable, leaves_what_steers_nothing) {
     for (const char* text :
@@ -46,6 +47,17 @@ TEST(PrintableLines, keeps_the_ends_of_lines_and_nothing_else) {
 TEST(InQuotes, escapes_quotes_and_backslashes_too) {
     EXPECT_EQ(in_quotes("a\"b\\c\n"), R"("a\"b\\c\u000A")");
     EXPECT_EQ(in_quotes(""), R"("")");
+}
+
+TEST(XmlText, can_stand_in_an_element_or_an_attribute) {
+    EXPECT_EQ(xml_text("Gr\u00F6\u00DFe 'a' \U0001F600"), "Gr\u00F6\u00DFe 'a' \U0001F600");
+    EXPECT_EQ(xml_text("<a b=\"c\">&\t\n\r"), "&#60;a b=&#34;c&#34;&#62;&#38;&#9;&#10;&#13;");
+    EXPECT_EQ(xml_text("\x7F\u202E"), "&#127;&#8238;");
+}
+
+TEST(XmlText, replaces_what_xml_cannot_hold) {
+    EXPECT_EQ(xml_text(std::string_view("a\0b\x1B", 4)), "a\uFFFDb\uFFFD");
+    EXPECT_EQ(xml_text("\uFFFF\xC3"), "\uFFFD\uFFFD");
 }
 
 }  // namespace

@@ -1,8 +1,5 @@
 // The report of `exflate check` for build servers: a suite per file, a case per nest, a failure per changed look.
-#include <cstdint>
-
 #include "base/printable.h"
-#include "base/unicode.h"
 #include "check/checked_file.h"
 #include "shared/json_writer.h"
 
@@ -12,30 +9,8 @@ namespace {
 using lottie::looks::Verdict;
 using lottie::looks::Weight;
 
-// Characters that XML cannot hold become U+FFFD; what could steer a terminal is written as a number.
-std::string escaped(const std::string& text) {
-    std::string result;
-    const std::string valid = valid_utf8(text);
-    std::string_view rest = valid;
-    while (!rest.empty()) {
-        char32_t c = 0;
-        const std::string_view bytes = rest.substr(0, host::base::decode_utf8(rest, c));
-        const bool is_space = c == '\t' || c == '\n' || c == '\r';
-        if ((c < 0x20 && !is_space) || c == 0xFFFE || c == 0xFFFF) {
-            host::base::append_utf8(result, host::base::kReplacement);
-        } else if (is_space || std::string_view("&<>\"").find(bytes) != std::string_view::npos ||
-                   host::base::printable(bytes) != bytes) {
-            result += "&#" + std::to_string(static_cast<std::uint32_t>(c)) + ";";
-        } else {
-            result += bytes;
-        }
-        rest.remove_prefix(bytes.size());
-    }
-    return result;
-}
-
 std::string attribute(const std::string& name, const std::string& value) {
-    return " " + name + "=\"" + escaped(value) + "\"";
+    return " " + name + "=\"" + host::base::xml_text(value) + "\"";
 }
 
 std::string reasons(const CheckedNest& nest, Weight least) {
@@ -65,7 +40,7 @@ std::string test_case(const CheckedFile& file, const CheckedNest& nest) {
         is_kept(nest) ? "kept: " + nest.flattened->kept_because + "\n" : reasons(nest, Weight::change);
     const std::string message = first.substr(0, first.find('\n'));
     return text + ">\n      <failure" + attribute("type", "look-changes") + attribute("message", message) + ">" +
-           escaped(first) + "</failure>\n    </testcase>\n";
+           host::base::xml_text(first) + "</failure>\n    </testcase>\n";
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 #include "base/printable.h"
 
 #include <array>
+#include <cstdint>
 #include <cstdio>
 
 #include "base/unicode.h"
@@ -65,6 +66,24 @@ std::string in_quotes(std::string_view text) {
         quotable += c;
     }
     return '"' + printable(quotable) + '"';
+}
+
+std::string xml_text(std::string_view text) {
+    std::string result;
+    const std::string valid = valid_utf8(text);
+    for (std::string_view rest = valid; !rest.empty();) {
+        char32_t c = 0;
+        const std::string_view bytes = rest.substr(0, decode_utf8(rest, c));
+        const bool is_space = c == '\t' || c == '\n' || c == '\r';
+        if ((c < 0x20 && !is_space) || c == 0xFFFE || c == 0xFFFF)
+            append_utf8(result, kReplacement);
+        else if (is_control(c) || turns_direction(c) || std::string_view("&<>\"").find(bytes) != std::string_view::npos)
+            result += "&#" + std::to_string(static_cast<std::uint32_t>(c)) + ";";
+        else
+            result += bytes;
+        rest.remove_prefix(bytes.size());
+    }
+    return result;
 }
 
 }  // namespace host::base

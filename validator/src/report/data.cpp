@@ -1,5 +1,6 @@
 // The report for programs: JSON, and the form that build servers read.
 #include "base/number_text.h"
+#include "base/printable.h"
 #include "base/unicode.h"
 #include "report/report.h"
 
@@ -27,21 +28,8 @@ std::string member(const char* name, const std::string& value, const char* inden
     return std::string(indent) + json(name) + ": " + value;
 }
 
-// Characters that XML cannot hold become a question mark.
-std::string xml(std::string_view text) {
-    std::string result;
-    for (const char c : host::base::valid_utf8(text)) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '\t' || c == '\n' || std::string_view("&<>\"").find(c) != std::string_view::npos)
-            result += "&#" + std::to_string(byte) + ";";
-        else
-            result += byte < 0x20 ? '?' : c;
-    }
-    return result;
-}
-
 std::string attribute(const char* name, const std::string& value) {
-    return std::string(" ") + name + "=\"" + xml(value) + "\"";
+    return std::string(" ") + name + "=\"" + host::base::xml_text(value) + "\"";
 }
 
 std::string junit_case(const TestResult& result, const CheckOptions& options) {
@@ -53,10 +41,11 @@ std::string junit_case(const TestResult& result, const CheckOptions& options) {
     if (result.verdict == TestVerdict::not_applicable)
         text += "      <skipped" + message + "/>\n";
     else if (result.verdict == TestVerdict::warning)
-        text += "      <system-out>" + xml("warning: " + result.reason) + "</system-out>\n";
+        text += "      <system-out>" + host::base::xml_text("warning: " + result.reason) + "</system-out>\n";
     else
         text += "      <failure" + attribute("type", std::string(words(result.verdict))) + message + ">" +
-                xml(result.reason + "\nagain: " + repeating(result, options) + "\n" + result.printed) + "</failure>\n";
+                host::base::xml_text(result.reason + "\nagain: " + repeating(result, options) + "\n" + result.printed) +
+                "</failure>\n";
     return text + "    </testcase>\n";
 }
 

@@ -16,4 +16,8 @@ std::string printable_lines(std::string_view text);
 // The same in double quotes; quotes and backslashes of the text are escaped.
 std::string in_quotes(std::string_view text);
 
+// The same for XML, as the content of an element or between double quotes: what could steer a terminal is written as a
+// number, and characters that XML cannot hold become U+FFFD, as does each byte that is not UTF-8.
+std::string xml_text(std::string_view text);
+
 }  // namespace host::base
