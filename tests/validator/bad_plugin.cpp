@@ -366,6 +366,7 @@ A_Err run(A_Boolean* handledPB) {
 
 A_Err command_hook(AEGP_GlobalRefcon, AEGP_CommandRefcon, AEGP_Command command, AEGP_HookPriority, A_Boolean,
                    A_Boolean* handledPB) try {
+    if (makes("handles_every_command")) return run(handledPB);
     return command == S_hide_cmd ? run(handledPB) : static_cast<A_Err>(A_Err_NONE);
 } catch (A_Err missing_suite) {
     return missing_suite;

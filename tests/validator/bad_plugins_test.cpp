@@ -37,6 +37,7 @@ const std::vector<BadPlugin> kBadPlugins = {
     {"has_no_command_hook", "menu.items", "no command hook behind it"},
     {"crashes_in_the_menu_hook", "menu.update", "in its update-menu hook", TestVerdict::crashed},
     {"changes_something_in_the_menu_hook", "menu.changes-nothing", "changes the project"},
+    {"handles_every_command", "menu.foreign-commands", "compare the command's number"},
     {"crashes_when_idle", "hooks.idle", "in its idle hook", TestVerdict::crashed},
     {"asks_for_the_type_of_nothing_when_idle", "hooks.idle", "after the host refused ItemSuite6.AEGP_GetItemType"},
     {"changes_something_when_idle", "hooks.idle", "changes the project"},

@@ -158,6 +158,8 @@ class Visitor {
                 if (in_front != nullptr) project().delete_item(*in_front);
                 return outcome_of({}, before);
             }
+            case Act::foreign_command:
+                return outcome_of(session_.pass_foreign_command(), before);
             case Act::idle:
                 return outcome_of(session_.idle(), before);
             case Act::quit:

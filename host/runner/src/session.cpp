@@ -16,6 +16,9 @@ using suites::PluginFunction;
 constexpr A_long kInterfaceMajor = 114;
 constexpr A_long kInterfaceMinor = 0;
 
+// No plug-in gets this number for a command of its own.
+constexpr AEGP_Command kForeignCommand = 1'000'000;
+
 // What an idle hook finds in its answer before it has given one.
 constexpr A_long kIdleMilliseconds = 1000;
 
@@ -62,6 +65,10 @@ VisitResult Session::run_command(AEGP_Command command) {
         current_.is_enabled = item != nullptr && item->enabled;
         if (current_.is_enabled) call_command_hooks(command);
     });
+}
+
+VisitResult Session::pass_foreign_command() {
+    return observe([this] { call_command_hooks(kForeignCommand); });
 }
 
 VisitResult Session::idle() {

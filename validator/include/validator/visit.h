@@ -16,10 +16,11 @@ namespace validator {
 // What is done after the plug-in has been started.
 enum class Act : std::uint8_t {
     update_menus,
-    command,      // menus are updated, then a person picks the command
-    undo,         // the steps that the visit before has made are taken back
-    other_comp,   // another composition comes to the front, its first layer selected
-    delete_comp,  // the same, and the composition that was in front is deleted
+    command,          // menus are updated, then a person picks the command
+    undo,             // the steps that the visit before has made are taken back
+    other_comp,       // another composition comes to the front, its first layer selected
+    delete_comp,      // the same, and the composition that was in front is deleted
+    foreign_command,  // the command hook sees a command of the application
     idle,
     quit,
 };

@@ -10,6 +10,7 @@ namespace {
 constexpr const char* kItems = "menu.items";
 constexpr const char* kUpdate = "menu.update";
 constexpr const char* kUnchanged = "menu.changes-nothing";
+constexpr const char* kForeign = "menu.foreign-commands";
 constexpr const char* kIdle = "hooks.idle";
 constexpr const char* kDeath = "hooks.death";
 
@@ -117,6 +118,31 @@ void examine_hook_visits(Examiner& examiner, const std::string& test, const std:
     });
 }
 
+void examine_foreign_command(Examiner& examiner) {
+    if (examiner.registered().command_hooks == 0)
+        return examiner.note_not_applicable(kForeign, "the plug-in has no command hook");
+    const VisitPlan plan{.situation = &examiner.typical.front(), .acts = examiner.to_the_end({Act::foreign_command})};
+    examiner.visit({plan}, [&](const VisitPlan&, const VisitRecord& record) {
+        const auto fail = [&](const std::string& reason) {
+            examiner.note(kForeign,
+                          {TestVerdict::failed, "when a person picks a command of the application, " + reason +
+                                                    ": compare the command's number with your own"},
+                          plan, record);
+        };
+        if (const auto bad = bad_end(plan, record, examiner.request().limits)) {
+            examiner.note(kForeign, *bad, plan, record);
+            return true;
+        }
+        examine_quiet(examiner, kForeign, plan, record);
+        const Outcome& outcome = record.outcomes.front();
+        if (outcome.is_handled)
+            fail("its command hook says that it handled it, so the application does not");
+        else if (!outcome.change.empty())
+            fail("its command hook changes the project: " + outcome.change);
+        return true;
+    });
+}
+
 // Later rungs look at it too: a plug-in with idle hooks alone leaks as well.
 void add_hook_visit(Examiner& examiner) {
     const Registered& registered = examiner.registered();
@@ -137,6 +163,7 @@ const std::vector<TestFacts>& menu_tests() {
         {kItems, "each command has a menu item and a hook", 2},
         {kUpdate, "the update-menu hook copes with whatever is open and selected", 2},
         {kUnchanged, "the update-menu hook changes nothing", 2},
+        {kForeign, "the command hook leaves the commands of others alone", 2},
         {kIdle, "the idle hook copes with an empty project and changes nothing", 2},
         {kDeath, "the death hook comes back", 2},
     };
@@ -153,6 +180,7 @@ bool examine_menus(Examiner& examiner) {
         for (const char* test : {kUpdate, kUnchanged})
             examiner.note_not_applicable(test, "the plug-in has no update-menu hook");
     }
+    examine_foreign_command(examiner);
     examine_hook_visits(examiner, kIdle, "idle hook", examiner.registered().idle_hooks > 0,
                         examiner.to_the_end({Act::idle, Act::idle, Act::idle}));
     add_hook_visit(examiner);

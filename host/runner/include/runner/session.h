@@ -52,6 +52,9 @@ class Session {
     // an error, as undo steps that the caller may undo.
     VisitResult run_command(AEGP_Command command);
 
+    // Shows the command hooks a command that is none of theirs, as happens with those of the application.
+    VisitResult pass_foreign_command();
+
     // Calls the idle hooks, as happens again and again while nothing else is going on.
     VisitResult idle();
 
