@@ -27,6 +27,7 @@ const asProgram = (text) => text.replaceAll("</script", "<\\/script").replaceAll
 const asText = (text) => text.replaceAll("&", "&amp;").replaceAll("<", "&lt;");
 
 const parts = {
+  "head.html": read(report, "head.html"),
   "page.css": read(report, "page.css"),
   "own.css": read(page, "own.css"),
   "player.html": read(report, "player.html"),

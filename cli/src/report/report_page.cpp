@@ -72,6 +72,7 @@ lottie::looks::Verdict Report::verdict() const {
 std::string report_page(const Report& report, const AnimationPlayer& player) {
     const std::string data = as_data(report_data(report, player));
     return filled(file_named("page.html"), {{"nonce", nonce_for(data)},
+                                            {"head.html", file_named("head.html")},
                                             {"page.css", file_named("page.css")},
                                             {"page.js", as_program(file_named("page.js"))},
                                             {"drawing.js", as_program(file_named("drawing.js"))},
