@@ -24,9 +24,10 @@ for (const name of ["node-oldest", "node-newest"]) {
 for (const node of nodes) console.log(`Node.js ${spawnSync(node, ["--version"], { encoding: "utf8" }).stdout.trim()}`);
 
 const at = (name) => join(folder, name);
-function run(command, args, options = {}) {
-  const env = { ...process.env, npm_config_loglevel: "error" }; // npm says on standard error what it thinks of the machine
-  const ran = spawnSync(command, args, { cwd: folder, encoding: "utf8", maxBuffer: 1 << 28, env, ...options });
+function run(command, args, { env, ...options } = {}) {
+  // npm says on standard error what it thinks of the machine.
+  const surroundings = { ...process.env, npm_config_loglevel: "error", ...env };
+  const ran = spawnSync(command, args, { cwd: folder, encoding: "utf8", maxBuffer: 1 << 28, env: surroundings, ...options });
   return { code: ran.status, output: ran.stdout, said: ran.stderr };
 }
 function succeed(command, args, options) {
@@ -90,6 +91,8 @@ const cases = {
       const ran = run("npx", ["--no-install", "exflate", ...args]);
       assert.ok(ran.code > 0 && ran.said.trim().split("\n").length === 1, `${args.join(" ")}: ${ran.code} ${ran.said}`);
     }
+    const other = run("npx", ["--no-install", "exflate", "run", animation, "-o", "own.json"], { env: { EXFLATE_PLUGIN: "/other.so" } });
+    assert.deepEqual([other.code, /the plug-in is part of the program/.test(other.said)], [4, true], other.said);
   },
   "its command works on many files, one after another"() {
     const ran = succeed("npx", ["--no-install", "exflate", "run", "--jobs", "2", "--out-dir", "out", animation, join(sources, "tests/golden/journals/typical_request.json")]);

@@ -25,7 +25,7 @@ host::base::ProcessLimits limits_for(const Options& options) {
 }  // namespace
 
 ExitCode keep_plugin_apart(const Options& options, const Console& console, const std::function<ExitCode()>& work) {
-    if (!is_plugin_chosen()) return work();
+    if (!is_plugin_chosen() || !host::base::ChildProcess::can_start()) return work();
     host::base::ChildProcess process([&](const auto&) { return static_cast<int>(work()); }, limits_for(options));
     const ProcessEnd& end = process.wait();
     if (end.kind == ProcessEnd::Kind::finished) return static_cast<ExitCode>(end.number);

@@ -9,7 +9,8 @@
 
 namespace cli {
 
-// Does the work in such a process if EXFLATE_PLUGIN names a plug-in, else in this one. `work` catches everything.
+// Does the work in such a process if EXFLATE_PLUGIN names a plug-in and there are processes, else in this one. `work`
+// catches everything.
 ExitCode keep_plugin_apart(const Options& options, const Console& console, const std::function<ExitCode()>& work);
 
 }  // namespace cli
