@@ -44,7 +44,7 @@ const cases = {
     const wasm = gzipSync(readFileSync(join(installed, "exflate.wasm")), { level: 9 }).length;
     const all = statSync(tarball).size;
     console.log(`the package has ${all} bytes, exflate.wasm ${wasm} packed with gzip`);
-    assert.ok(all <= 900_000, `${all} bytes are more than 900,000`);
+    assert.ok(wasm <= 900_000 && all <= 950_000, "more than 900,000 bytes of the program, or 950,000 of all");
     assert.equal(JSON.parse(readFileSync(join(installed, "package.json"))).dependencies, undefined);
   },
   "its command does and says what the native one does"() {
@@ -92,7 +92,7 @@ const cases = {
       assert.ok(ran.code > 0 && ran.said.trim().split("\n").length === 1, `${args.join(" ")}: ${ran.code} ${ran.said}`);
     }
     const other = run("npx", ["--no-install", "exflate", "run", animation, "-o", "own.json"], { env: { EXFLATE_PLUGIN: "/other.so" } });
-    assert.deepEqual([other.code, /the plug-in is part of the program/.test(other.said)], [4, true], other.said);
+    assert.deepEqual([other.code, /there is no plug-in at/.test(other.said)], [4, true], other.said);
   },
   "its command works on many files, one after another"() {
     const ran = succeed("npx", ["--no-install", "exflate", "run", "--jobs", "2", "--out-dir", "out", animation, join(sources, "tests/golden/journals/typical_request.json")]);

@@ -7,7 +7,7 @@ import { spawnSync } from "node:child_process";
 import { existsSync, mkdtempSync, readFileSync, readdirSync, rmSync, writeFileSync } from "node:fs";
 import { createRequire } from "node:module";
 import { tmpdir } from "node:os";
-import { join } from "node:path";
+import { basename, join } from "node:path";
 import { pathToFileURL } from "node:url";
 import { gzipSync } from "node:zlib";
 
@@ -40,6 +40,32 @@ async function give(page, files) {
   await done(page);
 }
 
+async function drop(page, files) {
+  const transfer = await page.evaluateHandle((list) => {
+    const dropped = new DataTransfer();
+    for (const [name, text] of list) dropped.items.add(new File([Uint8Array.from(atob(text), (character) => character.charCodeAt(0))], name));
+    return dropped;
+  }, files.map((file) => [basename(file), readFileSync(file).toString("base64")]));
+  await page.dispatchEvent("#drop", "drop", { dataTransfer: transfer });
+  await page.waitForFunction((count) => document.querySelectorAll("#list li").length === count, files.length);
+  await done(page);
+}
+
+// Both players draw something, and go on together.
+async function play(page) {
+  await page.waitForFunction(() => !document.querySelector("#play").disabled && document.querySelector("#worst").textContent, null, { timeout: 120000 });
+  const frames = () => page.frames()[1].evaluate(() => [document.body.dataset.frames, ...Array.from(document.querySelectorAll(".box svg"), (svg) => svg.querySelectorAll("path, image, text").length)]);
+  const [start, ...drawn] = await frames();
+  assert.ok(drawn.length === 2 && drawn.every((count) => count > 0), `${drawn} shapes`);
+  await page.press("#play", "Enter");
+  await page.waitForFunction((before) => document.querySelector("#frame").textContent !== before, await page.textContent("#frame"));
+  await page.press("#play", "Enter");
+  await page.waitForTimeout(100);
+  const [end] = await frames();
+  assert.notEqual(end, start);
+  assert.equal(new Set(end.split(" ")).size, 1, end);
+}
+
 async function downloaded(page, click) {
   const [download] = await Promise.all([page.waitForEvent("download"), click()]);
   return readFileSync(await download.path());
@@ -57,6 +83,7 @@ const picture = async (page, name) => {
   await page.locator("#files").scrollIntoViewIfNeeded();
   await page.screenshot({ path: join(pictureFolder, `${name}.png`) });
   if (await page.locator("#stage").isVisible()) await page.locator("#stage").scrollIntoViewIfNeeded();
+  await page.waitForTimeout(1000); // the shut frame is painted by a process of its own
   await page.screenshot({ path: join(pictureFolder, `${name}-player.png`) });
 };
 
@@ -88,18 +115,19 @@ const kHostile = [
 }));
 
 const cases = {
-  async "makes every public animation flat as the native command does"() {
+  async "makes every public animation flat as the native command does, and plays it"() {
     const files = [example, ...readdirSync(real).filter((name) => name.endsWith(".json")).map((name) => join(real, name))];
     const packed = join(folder, "packed.tgs");
     writeFileSync(packed, gzipSync(readFileSync(example)));
     files.push(packed);
     const { page, seen, context } = await open();
-    await give(page, files);
+    await drop(page, files);
     for (const [index, file] of files.entries()) {
       await page.click(`[data-job="${index}"]`);
-      await page.waitForFunction((name) => document.querySelector("#file-title").textContent === name, file.replace(/.*\//, ""));
+      await page.waitForFunction((name) => document.querySelector("#file-title").textContent === name, basename(file));
       assert.ok((await downloaded(page, () => page.click("#save"))).equals(native(file, "flatten")), file);
       assert.equal(await page.isVisible("#problem"), false, file);
+      await play(page);
     }
     await page.click(`[data-job="0"]`);
     await page.waitForFunction(() => !document.querySelector("#play").disabled && document.querySelector("#worst").textContent);
