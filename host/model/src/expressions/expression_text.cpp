@@ -9,7 +9,10 @@ namespace {
 class Finder {
   public:
     explicit Finder(const std::vector<ExpressionToken>& tokens)
-        : tokens_(tokens), layer_is_redefined_(is_redefined("layer")), comp_is_redefined_(is_redefined("comp")) {}
+        : tokens_(tokens),
+          layer_is_redefined_(is_redefined("layer")),
+          comp_is_redefined_(is_redefined("comp")),
+          own_comp_is_assigned_(is_own_comp_assigned()) {}
 
     std::vector<LayerReference> run() const {
         std::vector<LayerReference> found;
@@ -63,11 +66,13 @@ class Finder {
 
     // thisComp . layer, where thisComp is not a member and never assigned to
     bool is_own_comp(std::size_t i) const {
-        if (!is(i, -2, ExpressionTokenKind::word, "thisComp") || is_mark(i, -3, ".")) return false;
-        for (std::size_t j = 0; j < tokens_.size(); ++j) {
-            if (is_word(j, "thisComp") && !is_mark(j, -1, ".") && is_mark(j, 1, "=")) return false;
+        return is(i, -2, ExpressionTokenKind::word, "thisComp") && !is_mark(i, -3, ".") && !own_comp_is_assigned_;
+    }
+    bool is_own_comp_assigned() const {
+        for (std::size_t i = 0; i < tokens_.size(); ++i) {
+            if (is_word(i, "thisComp") && !is_mark(i, -1, ".") && is_mark(i, 1, "=")) return true;
         }
-        return true;
+        return false;
     }
 
     // comp ( "literal" ) . layer
@@ -81,6 +86,7 @@ class Finder {
     const std::vector<ExpressionToken>& tokens_;
     bool layer_is_redefined_;
     bool comp_is_redefined_;
+    bool own_comp_is_assigned_;
 };
 
 // U+2028 and U+2029 in UTF-8, which older engines do not accept inside quotes.
