@@ -44,7 +44,9 @@ Comparison::Comparison(Surveys& before, std::shared_ptr<const Stack> result, con
         if (origin.kind == Origin::Kind::kept) kept_at_.at(origin.layer) = i;
         if (origin.kind == Origin::Kind::copied) copies_[origin.nest].push_back({origin.layer, i});
     }
-    frames_ = whole_frames(stack().first_frame, stack().end_frame, change.nests);
+    // What shows the composition may go on when its layers have ended, and those that came out may not have.
+    const double end = stack().id.empty() ? stack().end_frame : std::max(stack().end_frame, this->result().end_frame);
+    frames_ = whole_frames(stack().first_frame, end, change.nests);
 }
 
 const std::vector<Copy>& Comparison::copies(std::size_t nest) const {

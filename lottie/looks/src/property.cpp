@@ -202,13 +202,16 @@ double Property::longest_curve() const {
     return longest;
 }
 
-// Some players measure paths in the plane only, and bent ones so coarsely that half a hundredth is lost.
+// Some players measure paths in the plane only, bent ones so coarsely that half a hundredth is lost, and straight ones
+// so that an edge along a very long one is another shade.
 bool Property::is_measured_alike(const Key& key, double pixel) {
     constexpr double kUnseenBend = 0.2;
     constexpr double kMostBent = 30;
+    constexpr double kMostStraight = 250;
     if (key.value[2] != key.end[2] || key.out_tangent[2] != 0 || key.in_tangent[2] != 0) return false;
     const double length = length_of_handles(key.value, key.end, key.out_tangent, key.in_tangent);
-    return length <= kMostBent * pixel || length - distance(key.value, key.end) <= kUnseenBend * pixel;
+    const bool is_straight = length - distance(key.value, key.end) <= kUnseenBend * pixel;
+    return length <= (is_straight ? kMostStraight : kMostBent) * pixel;
 }
 
 bool Property::moves_alike_everywhere(double pixel) const {
