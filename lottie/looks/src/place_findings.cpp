@@ -68,7 +68,8 @@ void measure(std::vector<Measured>& layers, const std::vector<double>& frames, D
 
 void add(Displacement& all, const Measured& one) {
     if (one.frame && (all.layers++ == 0 || *one.frame < all.frame)) all.frame = *one.frame;
-    if (one.distance > all.distance) all.distance = one.distance, all.layer = one.layer;
+    // Of layers that lie equally far off the first is told; rounding does not decide.
+    if (one.distance > all.distance + 1e-6) all.distance = one.distance, all.layer = one.layer;
 }
 
 Displacement compare_copies(Unnesting& u) {
