@@ -92,6 +92,24 @@ TEST(Flatten, what_a_composition_shows_before_its_frame_0_counts) {
     EXPECT_NE(flat.text.find(R"("ip":-2)"), std::string::npos) << flat.text;
 }
 
+// A clock that eases over so many frames, over so many layers that move all the time.
+cli::Flattened eased_over(int frames, int layers) {
+    const std::string last = std::to_string(frames);
+    const std::string eased = R"({"a":1,"k":[{"i":{"x":[0.6],"y":[1]},"o":{"x":[0.4],"y":[0]},"t":0,"s":[0]},{"t":)" +
+                              last + R"(,"s":[9]}]})";
+    Nesting nesting;
+    nesting.nest = {{"tm", eased}, {"op", last}};
+    nesting.inside.clear();
+    for (int i = 1; i <= layers; ++i)
+        nesting.inside.push_back(solid(i, "dot", 3, 3, "#ff0000", {{"ks", moving_transform()}}));
+    return cli::flatten_animation(animation(nesting), plugin(), {});
+}
+
+TEST(Flatten, a_clock_that_would_cut_keyframes_without_end_stays) {
+    EXPECT_EQ(eased_over(20, 20).nests_left, 0U);
+    EXPECT_EQ(eased_over(20'000, 20).nests_left, 1U);
+}
+
 TEST(Flatten, a_layer_without_a_transform_gets_none) {
     Nesting nesting;
     nesting.nest = {{"ks", moving_transform()}};

@@ -42,9 +42,7 @@ class Track {
             key.time = number_member(json, "t", 0);
             const Json* start = member(json, "s");
             key.start = start == nullptr && !keys_.empty() ? keys_.back().end : numbers_of(start);
-            if (!keys_.empty() && (start != nullptr || keys_.back().end.empty())) {
-                if (keys_.back().end.empty() || start != nullptr) keys_.back().end = key.start;
-            }
+            if (!keys_.empty() && (start != nullptr || keys_.back().end.empty())) keys_.back().end = key.start;
             key.end = numbers_of(member(json, "e"));
             key.is_hold = is_truthy(json, "h") || (start != nullptr && start->IsObject());
             keys_.push_back(std::move(key));

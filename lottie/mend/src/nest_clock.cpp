@@ -85,6 +85,7 @@ std::optional<NestClock> NestClock::of(const document::ScannedLayer& nest, const
     add(runs, {in, std::min(out, first), inner(first), inner(first)});
     for (const KeySpan& span : spans) add_span(runs, span, in, out, frame_rate);
     add(runs, {std::max(in, last), out, inner(last), inner(last)});
+    if (runs.empty()) return std::nullopt;  // it is on for less than a moment
     return clock;
 }
 

@@ -50,6 +50,15 @@ std::optional<std::size_t> matte_of(std::size_t place, std::size_t count, FactsA
     return place - 1;
 }
 
+// A small file may have very many properties and a clock that turns very many corners.
+constexpr double kMostCuts = 500'000;
+constexpr double kBytesPerProperty = 100;
+
+// How many pieces a clock cuts keyframed properties into, at most, when so much text is full of them.
+double cuts(const NestClock& clock, double bytes) {
+    return static_cast<double>(clock.runs().size() - 1) * bytes / kBytesPerProperty;
+}
+
 std::size_t place_in(const ScannedComp& comp, const ScannedLayer& layer) {
     return static_cast<std::size_t>(&layer - comp.list.data());
 }
@@ -91,6 +100,8 @@ void Unnested::read_nest(std::size_t place) {
     auto nest = std::make_unique<Nest>(place, layer, document::decode_string(layer.facts.ref_id.of(before_text_)));
     nest->clock = NestClock::of(layer.facts, layer.before, frame_rate());
     const ScannedComp& inside = comp_named(before_, before_text_, nest->source);
+    const auto bytes = static_cast<double>(inside.layers.end - inside.layers.begin);
+    if (nest->clock && cuts(*nest->clock, bytes) > kMostCuts) nest->clock.reset();
     for (std::size_t i = 0; i < inside.list.size(); ++i) nest->copies.emplace_back(before_text_, i, inside.list[i]);
     for (Entry& entry : result_) {
         if (entry.origin.kind == Origin::Kind::copied && entry.origin.nest == place)
