@@ -193,7 +193,7 @@ TEST_F(Report, says_what_is_missing_without_a_player_and_writes_nothing) {
     const auto finished = sandbox_.run(sandbox_.path("lonely"), {.arguments = {"report", "a.json", "-o", "page.html"}});
     EXPECT_EQ(finished.exit_code, 4);
     EXPECT_THAT(finished.err,
-                AllOf(HasSubstr("lottie.min.js"), HasSubstr("tools/setup test"), HasSubstr("EXFLATE_PLAYER")));
+                AllOf(HasSubstr("lottie.min.js"), HasSubstr("tools/setup report"), HasSubstr("EXFLATE_PLAYER")));
     EXPECT_THAT(sandbox_.names(), Not(testing::Contains("page.html")));
 }
 

@@ -25,7 +25,7 @@ std::string read_part(const fs::path& file) {
 AnimationPlayer load_player() {
     const fs::path program = find_part(
         "EXFLATE_PLAYER", "player/lottie.min.js", "share/exflate/player/lottie.min.js", "the page's player",
-        "run tools/setup test and build again, or set EXFLATE_PLAYER to the file lottie.min.js of the package "
+        "run tools/setup report and build again, or set EXFLATE_PLAYER to the file lottie.min.js of the package "
         "lottie-web, its LICENSE.md beside it");
     return {read_part(program), read_part(program.parent_path() / "LICENSE.md")};
 }
