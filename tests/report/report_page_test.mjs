@@ -229,6 +229,59 @@ const cases = {
     await opened.context.close();
   },
 
+  async "hears keys wherever the focus is, but for those that a control wants itself"() {
+    const opened = await open(makePage("keys", animation([square(1, "wide", 60, { ks: moving })])));
+    const { page } = opened;
+    await page.evaluate(() => document.activeElement.blur());
+    await page.keyboard.press("Home");
+    await page.keyboard.press("ArrowRight");
+    assert.equal(await settled(opened), 1, "from nowhere");
+    await page.focus("#copy");
+    await page.keyboard.press("ArrowRight");
+    assert.equal(await settled(opened), 2, "from a button far below");
+    await page.keyboard.press(" ");
+    assert.equal(await page.textContent("#play"), "Play", "Space is the button's own");
+    await page.focus("#speed");
+    await page.keyboard.press("ArrowDown");
+    assert.equal(await settled(opened), 2);
+    assert.equal(await page.inputValue("#speed"), "2", "arrows are the list's own");
+    await page.keyboard.press("d");
+    await opened.stage.waitForFunction(() => document.body.dataset.view === "difference");
+    await opened.context.close();
+  },
+
+  async "shows that it loads, names its marks, and says why pictures do not show a change"() {
+    const x = "var $bm_rt; $bm_rt = random(200);";
+    const fading = { ...transform(100, 100), a: still([100, 100, 0]), o: { a: 1, k: [{ t: 10, s: [100], o: { x: 0.3, y: 0.3 }, i: { x: 0.7, y: 0.7 } }, { t: 29, s: [20] }] } };
+    const content = animation([square(1, "spark", 40, { ks: { ...transform(100, 100), r: { ...still(0), x } } })]);
+    content.assets.push({ id: "two", nm: "Two", layers: [square(1, "near", 80), square(2, "far", 120)] });
+    content.layers.push(layer(2, 0, "Fading", { refId: "two", w: 200, h: 200, ks: fading }));
+    const made = makePage("marks", content);
+    const context = await browser.newContext({ offline: true, viewport: { width: 390, height: 800 } });
+    const page = await context.newPage();
+    await page.addInitScript(() => { window.classes = []; new MutationObserver(() => {
+      const stage = document.querySelector("#stage");
+      if (stage) window.classes.push(stage.className);
+    }).observe(document, { subtree: true, attributes: true, childList: true }); });
+    await page.goto(made.url);
+    await page.waitForSelector("#play:enabled");
+    assert.equal(await page.evaluate(() => window.classes[0]), "loading");
+    assert.equal(await page.evaluate(() => document.querySelector("#stage").className), "");
+    assert.equal(await page.isVisible("#stage-loading"), false);
+    assert.equal(await page.locator("#marks span").count(), 1);
+    assert.match(await page.getAttribute("#marks span", "title"), /^Frame \d+: Fading: opacity$/);
+    const frame = Number((await page.getAttribute("#marks span", "title")).match(/\d+/)[0]);
+    assert.equal((await page.textContent("#mark-captions li")), `Show frame ${frame} Fading: opacity`);
+    await page.click("#marks span");
+    assert.equal(await frameOf(page), frame);
+    const [random, fades] = [page.locator("article.card").nth(0), page.locator("article.card").nth(1)];
+    assert.match(await random.textContent(), /changes.*the same, pixel for pixel.*rlottie, which knows no expressions/s);
+    assert.equal(await fades.locator(".why").count(), 0, "these pictures show it");
+    assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth), "fits a phone");
+    await picture(page, "marks-phone");
+    await context.close();
+  },
+
   async "shows no difference where there is none, is small, structured, and follows the system's colours"() {
     const made = makePage("plain", animation(Array.from({ length: 150 }, (unused, i) => square(i + 1, `square ${i + 1}`, 20))));
     assert.equal(made.status, 0);

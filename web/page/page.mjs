@@ -4,7 +4,7 @@ import { ExflateWorker } from "../package/src/worker_front.mjs";
 import { makeTree } from "./tree.mjs";
 import { textOf } from "./unpack.mjs";
 
-const { counted, element, fillFacts, grouped, growth, number, quoted, reasonItem, setVerdict } = parts;
+const { changesOf, counted, element, fillFacts, grouped, growth, number, quoted, reasonItem, setVerdict } = parts;
 const byId = (id) => document.getElementById(id);
 
 const kTimeLimit = 300000; // milliseconds, for each command
@@ -235,7 +235,7 @@ async function showAnimation(index) {
   const marks = nests.flatMap((nest) => nest.reasons.filter((reason) => reason.frame !== undefined).map((reason) => Math.floor(reason.frame)));
   beforeAfter.open({
     before: animation, after: JSON.parse(after), rate: main.frame_rate, first: Number(animation.ip) || 0,
-    width: main.width, height: main.height, marks: new Set(marks),
+    width: main.width, height: main.height, marks: changesOf(nests),
     whenOpen: () => findWorst(job, animation, marks),
   });
 }

@@ -117,6 +117,7 @@ class Reporter {
 
     void unnest_together() {
         if (nests_.empty()) return take_unchanged();
+        console_.show_progress("pictures: all nests together");
         Trial trial = checker_.trials().run(comp_, nests_);
         const std::string after = document_.write();
         report_.stack_after = stack_of(document_, comp_);

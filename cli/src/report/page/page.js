@@ -3,7 +3,7 @@
 (() => {
   const byId = (id) => document.getElementById(id);
   const data = JSON.parse(byId("data").textContent);
-  const { counted, element, fillFacts, growth, grouped, number, quoted, reasonItem, setVerdict } = parts;
+  const { changesOf, counted, element, fillFacts, growth, grouped, number, quoted, reasonItem, setVerdict } = parts;
 
   const kGroups = [["exact", "exact"], ["equal to the eye", "equal to the eye"], ["changes", "changing"]];
 
@@ -41,21 +41,41 @@
 
   // ---- pictures of the worst frame
 
+  // What the renderer of the pictures does not know, by the codes of reasons.
+  const kUnknownToPictures = {
+    "expressions": ["transform-expression", "time-in-expression", "composition-in-expression", "index-in-expression", "random",
+      "layer-reference", "composition-reference", "name-clash", "long-name", "quoted-name"],
+    "effects": ["effects"], "layer styles": ["layer-styles"], "blend modes": ["blend-mode", "blend-inside"],
+    "adjustment layers": ["adjustment-inside"], "motion blur": ["motion-blur"], "cameras": ["camera"],
+    "state machines and themes": ["interaction"],
+  };
+
+  // Why pictures show nothing of what the verdict says.
+  function unseenChange(reasons) {
+    const codes = new Set(reasons.filter((reason) => reason.weight === "change").map((reason) => reason.code));
+    const unknown = Object.entries(kUnknownToPictures).filter(([, known]) => known.some((code) => codes.has(code))).map(([word]) => word);
+    return unknown.length
+      ? `The pictures cannot show what changes: they are drawn by rlottie, which knows no ${unknown.join(" and no ")}. Other players show it: play the animation above.`
+      : "The verdict compares the layers themselves and is careful: it says “changes” where it cannot exclude a change. None showed at the frames drawn; look at the others above.";
+  }
+
   function figureOf(source, caption, description) {
     return element("figure", {}, element("img", { src: source, alt: description }), element("figcaption", {}, caption));
   }
 
-  function fillPictures(block, title, holder) {
+  // `reasons` gave the verdict of what the holder's pictures show.
+  function fillPictures(block, title, holder, reasons) {
     const pictures = holder.pictures;
     if (holder.pictures_problem) block.append(element("p", { class: "note" }, `No pictures: ${holder.pictures_problem}.`));
     if (!pictures) return;
+    const why = holder.verdict === "changes" && pictures.equal ? [element("p", { class: "why" }, unseenChange(reasons))] : [];
     if (pictures.mean === 0) {
-      block.append(element("p", { class: "note" }, `${title}: ${pictureWords(pictures)}.`));
+      block.append(element("p", { class: "note" }, `${title}: ${pictureWords(pictures)}.`), ...why);
       return;
     }
     const frame = number(pictures.worst_frame);
     block.append(element("p", {}, element("strong", {}, `${title}: ${pictureWords(pictures)}. `),
-      `Furthest apart at frame ${frame}, of ${counted(pictures.frames, "frame")} drawn. `, beforeAfter.jumpButton(pictures.worst_frame)));
+      `Furthest apart at frame ${frame}, of ${counted(pictures.frames, "frame")} drawn. `, beforeAfter.jumpButton(pictures.worst_frame)), ...why);
     if (holder.worst) {
       block.append(element("div", { class: "pictures" },
         figureOf(holder.worst.before, "Before", `Frame ${frame} before`),
@@ -83,7 +103,7 @@
     const reasons = nest.reasons.filter((reason) => reason.code !== "size");
     if (reasons.length) card.append(element("ul", { class: "reasons" }, ...reasons.map((reason) => reasonItem(reason, beforeAfter.jumpButton))));
     const block = element("div", { class: "pictures-block" });
-    fillPictures(block, "Pictures", nest);
+    fillPictures(block, "Pictures", nest, nest.reasons);
     card.append(block);
     return card;
   }
@@ -91,7 +111,7 @@
   function fillNests() {
     for (const nest of data.nests) byId("nests").append(nestCard(nest));
     if (!data.nests.length) byId("nests").append(element("p", {}, "There is none in this composition."));
-    fillPictures(byId("together"), "All nests together", data);
+    fillPictures(byId("together"), "All nests together", data, data.nests.flatMap((nest) => nest.reasons));
   }
 
   function fillCommand() {
@@ -114,10 +134,6 @@
 
   function showAnimations() {
     const { composition, pictures } = data;
-    const marks = new Set();
-    for (const nest of data.nests) {
-      for (const reason of nest.reasons) if (reason.frame !== undefined && reason.weight === "change") marks.add(Math.floor(reason.frame));
-    }
     beforeAfter.open({
       before: JSON.parse(byId("before-animation").textContent),
       after: JSON.parse(byId("after-animation").textContent),
@@ -125,7 +141,7 @@
       first: composition.first_frame,
       width: composition.width,
       height: composition.height,
-      marks,
+      marks: changesOf(data.nests),
       // The most telling frame.
       ...(pictures && pictures.mean > 0 ? { start: pictures.worst_frame - composition.first_frame } : {}),
     });

@@ -44,5 +44,10 @@ const parts = (() => {
     return item;
   }
 
-  return { counted, element, fillFacts, growth, grouped, number, quoted, reasonItem, setVerdict, shape };
+  // The frames at which looks begin to change, and what changes there.
+  const changesOf = (nests) => nests.flatMap((nest) => nest.reasons
+    .filter((reason) => reason.frame !== undefined && reason.weight === "change")
+    .map((reason) => ({ frame: Math.floor(reason.frame), words: `${nest.name}: ${reason.code}` })));
+
+  return { changesOf, counted, element, fillFacts, growth, grouped, number, quoted, reasonItem, setVerdict, shape };
 })();

@@ -90,6 +90,7 @@ const beforeAfter = (() => {
       this.frame?.remove();
       this.frame = element("iframe", { sandbox: "allow-scripts", tabindex: "-1", title: "The animation before and after", "aria-hidden": "true" });
       this.owed = 1;
+      byId("stage").classList.add("loading");
       const text = (id) => byId(id).textContent;
       const pane = (id, name) => `<figure class="pane" id="${id}"><div class="box"></div><figcaption>${name}</figcaption></figure>`;
       this.frame.srcdoc =
@@ -136,6 +137,7 @@ const beforeAfter = (() => {
       this.complain(`The animation was closed: ${reason}.`);
     },
     complain(sentence) {
+      byId("stage").classList.remove("loading");
       byId("stage-problem").textContent = sentence;
       byId("stage-problem").hidden = false;
     },
@@ -146,6 +148,7 @@ const beforeAfter = (() => {
       this.send({ kind: "open", before, after });
     },
     opened(missing) {
+      byId("stage").classList.remove("loading");
       if (missing > 0) {
         byId("missing").textContent = `${counted(missing, "picture")} of the animation ${missing === 1 ? "lies" : "lie"} outside its file and cannot be shown here.`;
         byId("missing").hidden = false;
@@ -189,13 +192,20 @@ const beforeAfter = (() => {
     d: () => setView(stage.view() === "difference" ? "side" : "difference"),
   };
 
-  // Keys work while the focus is in the player; a control's own keys come first.
+  // The keys that a control wants for itself.
+  function ownKeys(target) {
+    if (target.matches("input[type=text], textarea")) return /./;
+    if (target.matches("select, input[type=radio]")) return /^(Arrow.*|Home|End| )$/;
+    if (target.matches("button, summary, input[type=checkbox]")) return /^ $/;
+    // What can be scrolled sideways.
+    return target.scrollWidth > target.clientWidth && target.matches("[tabindex='0']") ? /^Arrow/ : null;
+  }
+
+  // Keys work wherever the focus is, while there is something to play; a control's own keys come first.
   function hearKey(event) {
-    if (event.ctrlKey || event.altKey || event.metaKey) return;
-    const target = event.target;
-    const ownKeys = target.matches("select, input[type=radio]") ? /^(Arrow.*|Home|End| )$/ : target.matches("button") ? /^ $/ : null;
+    if (event.ctrlKey || event.altKey || event.metaKey || byId("play").disabled) return;
     const act = kKeys[event.key.length === 1 ? event.key.toLowerCase() : event.key];
-    if (!act || (ownKeys && ownKeys.test(event.key))) return;
+    if (!act || ownKeys(event.target)?.test(event.key)) return;
     event.preventDefault();
     act();
   }
@@ -210,24 +220,34 @@ const beforeAfter = (() => {
       player.go(Number(event.target.value));
     });
     byId("speed").addEventListener("change", () => player.restart());
-    byId("animation").addEventListener("keydown", hearKey);
+    document.addEventListener("keydown", hearKey);
     for (const radio of document.querySelectorAll("input[name=view]")) {
       radio.addEventListener("change", () => setView(radio.value));
     }
     for (const id of ["background", "gain"]) byId(id).addEventListener("change", () => stage.layout());
   }
 
-  // Frames of the composition that are worth a look, as marks over the scrubber.
-  function addMarks(frames) {
-    byId("marks").replaceChildren();
+  const kMostCaptions = 6;
+
+  // Frames of the composition that are worth a look: dots over the scrubber, and below it what each is about.
+  function addMarks(marks) {
+    const words = new Map();
+    for (const mark of marks) words.set(mark.frame, new Set([...(words.get(mark.frame) ?? []), mark.words]));
+    const captions = [...words].sort(([a], [b]) => a - b).map(([frame, all]) => [frame, [...all].join("; ")]);
     const last = Math.max(1, player.count - 1);
-    for (const frame of frames) {
-      const place = (frame - player.first) / last;
-      if (place < 0 || place > 1) continue;
-      const mark = element("span", {});
-      mark.style.left = `${100 * place}%`;
-      byId("marks").append(mark);
+    byId("marks").replaceChildren(...captions.filter(([frame]) => frame >= player.first && frame <= player.first + last).map(([frame, caption]) => {
+      const mark = element("span", { title: `Frame ${number(frame)}: ${caption}` });
+      mark.style.left = `${(100 * (frame - player.first)) / last}%`;
+      mark.addEventListener("click", () => player.step(frame - player.first - player.frame));
+      return mark;
+    }));
+    const items = captions.map(([frame, caption]) => element("li", {}, jumpButton(frame), ` ${caption}`));
+    const block = byId("mark-captions");
+    block.replaceChildren("Where a look begins to change, with a dot each:", element("ul", {}, ...items.slice(0, kMostCaptions)));
+    if (items.length > kMostCaptions) {
+      block.append(element("details", {}, element("summary", {}, `${number(items.length - kMostCaptions)} more`), element("ul", {}, ...items.slice(kMostCaptions))));
     }
+    block.hidden = items.length === 0;
   }
 
   // A button that brings the composition's frame to the stage.
@@ -243,7 +263,8 @@ const beforeAfter = (() => {
     return button;
   }
 
-  // Shows two animations; those shown before are gone. `marks` are frames of the composition, `start` counts from the first.
+  // Shows two animations; those shown before are gone. `marks` are frames of the composition with words for
+  // each, as parts.changesOf gives them; `start` counts from the first.
   function open(shown) {
     player.pause();
     Object.assign(player, {
@@ -251,7 +272,7 @@ const beforeAfter = (() => {
       frame: 0, isBusy: false, drawn: -1,
     });
     for (const id of ["play", "back", "forth", "scrub"]) byId(id).disabled = true;
-    for (const id of ["stage-problem", "missing"]) byId(id).hidden = true;
+    for (const id of ["stage-problem", "missing", "mark-captions"]) byId(id).hidden = true;
     stage.shown = { start: player.count / 2, ...shown };
     stage.open();
   }
