@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include "looks/expressions.h"
+
 namespace {
 
 using lottie::looks::ExpressionUse;
@@ -17,6 +19,20 @@ TEST(ExpressionUse, time_is_read_by_its_name_and_by_what_depends_on_it) {
     }
     for (const char* text : {"value", "a.time", "'time'", "// time\nvalue", "timeless", "wiggle"}) {
         EXPECT_FALSE(read_expression(text).reads_time) << text;
+    }
+}
+
+TEST(ExpressionUse, what_the_property_itself_holds_is_asked_for_by_many_names) {
+    for (const char* text :
+         {"value + [5, 0]", "wiggle(2, 5)", "thisProperty(1)", "loopOut('cycle')", "key(1).value",
+          "thisLayer.toComp([0, 0])", "transform.position", "thisComp.layer('self').position",
+          "thisComp.layer(1).position", "thisComp.layer(index - 1).position", "eval('val' + 'ue')"}) {
+        EXPECT_FALSE(lottie::looks::is_independent_of_own_value(text, "self")) << text;
+    }
+    for (const char* text :
+         {"[100, time * 20]", "thisComp.layer('other').transform.position", "thisComp.layer('other').toComp([0, 0])",
+          "[thisLayer.effect('x')(1).value, 0]", "// value\n[3, 4]"}) {
+        EXPECT_TRUE(lottie::looks::is_independent_of_own_value(text, "self")) << text;
     }
 }
 

@@ -318,6 +318,10 @@ std::vector<Scene> matte_used_scenes() {
     };
 }
 
+std::string placed_by(const std::string& text, const std::string& position = "[80,20,0]") {
+    return solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression(text, position)}})}});
+}
+
 std::vector<Scene> clip_scenes() {
     const Members small = {{"w", "50"}, {"h", "50"}, {"ks", transform({{"p", still("[10,10,0]")}})}};
     Members small_and_masked = masked(mask(still(kTriangle)), small);
@@ -332,6 +336,12 @@ std::vector<Scene> clip_scenes() {
         {Reason::clip, "a layer that an expression moves over the edge", Outcome::stays,
          inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression("[20,20]", "[20,20,0]")}})}})},
                 small)},
+        {Reason::clip, "a layer outside that an expression moves inside", Outcome::mended,
+         inside({placed_by("thisComp.layer('blue').toComp([5, 5, 0])"), blue()}, small)},
+        {Reason::clip, "a layer outside that an expression moves by its own value", Outcome::stays,
+         inside({placed_by("value - [70, 0, 0]"), blue()}, small)},
+        {Reason::clip, "a layer partly outside that an expression moves inside", Outcome::stays,
+         inside({placed_by("thisComp.layer('blue').toComp([5, 5, 0])", "[30,20,0]"), blue()}, small)},
     };
 }
 

@@ -5,6 +5,7 @@
 
 #include "findings.h"
 #include "held_cut.h"
+#include "sight.h"
 #include "words.h"
 
 namespace lottie::looks {
@@ -103,6 +104,12 @@ std::vector<std::size_t> layers_to_search(const Unnesting& u, const std::vector<
     return layers;
 }
 
+// Whether the composition's frame cuts off what the nest's did.
+bool is_hidden_anyway(const Unnesting& u, std::size_t inner, double frame) {
+    const Copy copy{inner, *u.copy_of(inner)};
+    return is_placed_by_expression(u, copy) && is_out_of_sight(u, copy, frame);
+}
+
 Worst search(Unnesting& u) {
     Worst worst;
     const HeldCut held = find_held_cut(u);
@@ -117,7 +124,7 @@ Worst search(Unnesting& u) {
             if (held.frame[inner]) continue;
             Hull reach = u.inside_survey().reach_in_stack(inner, inner_frames[i]);
             if (const auto mask = held.masks ? mask_reach(u.nest(), frame) : std::nullopt) reach = cut(reach, *mask);
-            const Overhang one = overhang(u, reach, frame);
+            const Overhang one = is_hidden_anyway(u, inner, frame) ? Overhang{} : overhang(u, reach, frame);
             unseen += one.unseen;
             if (one.width > sliver(u.stack())) {
                 if (!worst.first_frame) worst.first_frame = frame;

@@ -70,6 +70,12 @@ double Evaluation::inner_frame(const std::string& composition, std::size_t nest,
 
 namespace {
 
+std::vector<PlanePoint> plane(const std::vector<Point>& points) {
+    std::vector<PlanePoint> all;
+    for (const Point& point : points) all.push_back({point.x, point.y});
+    return all;
+}
+
 PlaneMap plane(const Matrix& matrix) {
     const Point origin = matrix.map({0, 0});
     const Point right = matrix.map({1, 0});
@@ -100,17 +106,14 @@ bool Evaluation::is_told_by_place(const std::string& composition, std::size_t la
     return state_->survey(composition).is_told_by_place(layer);
 }
 
-bool Evaluation::reaches_beyond(const std::string& composition, std::size_t layer, double width, double height,
-                                double frame) {
+std::vector<PlanePoint> Evaluation::reach(const std::string& composition, std::size_t layer, double frame) {
     Survey& survey = state_->survey(composition);
     const SceneLayer& one = survey.stack().layer(layer);
     // What nests inside of it show need not be there.
     const Hull hull = one.type == LayerType::nest
                           ? mapped(hull_of(Box{0, 0, one.width, one.height}), survey.placement().world(layer, frame))
                           : survey.reach_in_stack(layer, frame);
-    if (hull.size() < 3) return false;
-    const Box box = around(hull);
-    return box.left < 0 || box.top < 0 || box.right > width || box.bottom > height;
+    return hull.size() < 3 ? std::vector<PlanePoint>() : plane(hull);
 }
 
 struct MovingPath::State {
@@ -128,11 +131,6 @@ MovingPath::MovingPath(std::string_view property) : state_(std::make_unique<Stat
 MovingPath::~MovingPath() = default;
 
 MovingPath::Vertices MovingPath::at(double frame) const {
-    const auto plane = [](const std::vector<Point>& points) {
-        std::vector<PlanePoint> all;
-        for (const Point& point : points) all.push_back({point.x, point.y});
-        return all;
-    };
     const PathProperty::Vertices vertices = state_->path->vertices_at(frame);
     return {plane(vertices.at), plane(vertices.in), plane(vertices.out), vertices.is_closed};
 }

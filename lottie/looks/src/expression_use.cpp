@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "looks/expressions.h"
+#include "model/expression_text.h"
 #include "model/expression_tokens.h"
 
 namespace lottie::looks {
@@ -54,6 +55,7 @@ class Reader {
         const std::string& word = tokens_[i].text;
         if (word == "time") use_.reads_time = true;
         if (word == "index") use_.reads_index = true;
+        if (asks_own_layer(i)) use_.reads_own_value = true;
         if (!is_call(i)) return;
         if (is_one_of(word, {"wiggle", "valueAtTime", "velocityAtTime", "speedAtTime", "posterizeTime"})) {
             use_.reads_time = true;
@@ -62,6 +64,50 @@ class Reader {
         if (is_one_of(word, {"random", "gaussRandom", "wiggle"})) use_.is_random = true;
         if (word == "seedRandom") use_.is_seeded = true;
         if (word == "comp") read_composition(i);
+    }
+
+    // Effects and contents aside, whatever a word without an owner stands for hangs on the property or its layer.
+    bool asks_own_layer(std::size_t i) const {
+        const std::string& word = tokens_[i].text;
+        if (word == "thisLayer") return !(is_mark(i + 1, ".") && is_effect_call(i + 2));
+        return is_one_of(word, {"value",
+                                "thisProperty",
+                                "this",
+                                "eval",
+                                "Function",
+                                "valueAtTime",
+                                "wiggle",
+                                "temporalWiggle",
+                                "smooth",
+                                "loopIn",
+                                "loopOut",
+                                "loopInDuration",
+                                "key",
+                                "loopOutDuration",
+                                "nearestKey",
+                                "numKeys",
+                                "velocity",
+                                "velocityAtTime",
+                                "speed",
+                                "speedAtTime",
+                                "position",
+                                "transform",
+                                "propertyGroup",
+                                "toComp",
+                                "toWorld",
+                                "toCompVec",
+                                "toWorldVec",
+                                "fromComp",
+                                "fromWorld",
+                                "fromCompVec",
+                                "fromWorldVec",
+                                "fromCompToSurface",
+                                "sourceRectAtTime",
+                                "globalThis",
+                                "window"});
+    }
+    bool is_effect_call(std::size_t i) const {
+        return i < tokens_.size() && tokens_[i].text == "effect" && is_mark(i + 1, "(");
     }
 
     void read_member(std::size_t i) {
@@ -134,6 +180,12 @@ class Reader {
 
 ExpressionUse read_expression(std::string_view text) {
     return Reader(text).read();
+}
+
+bool is_independent_of_own_value(std::string_view expression, std::string_view layer) {
+    const ExpressionUse use = read_expression(expression);
+    if (use.reads_own_value || use.has_computed_layer || !use.layer_numbers.empty()) return false;
+    return host::model::find_quoted(expression, layer).empty();
 }
 
 std::vector<std::string> compositions_asked_for(std::string_view expression) {

@@ -14,6 +14,7 @@ struct ExpressionUse {
     bool reads_index = false;
     bool is_random = false;
     bool is_seeded = false;
+    bool reads_own_value = false;                  // or may: of the property, or a transform of its own layer
     bool has_computed_layer = false;               // layer(...) with anything but a literal
     std::vector<std::string> composition_members;  // of thisComp, layers aside: "width", "numLayers", ...
     std::vector<double> layer_numbers;             // layer(3)

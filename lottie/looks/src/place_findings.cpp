@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "findings.h"
+#include "sight.h"
 #include "words.h"
 
 namespace lottie::looks {
@@ -96,6 +97,7 @@ Displacement compare_copies(Unnesting& u) {
             u.inside_placement().world(copy.inner, inner_frame).then(u.stack_placement().world(u.nest_place(), frame));
         const Matrix& after = u.result_placement().world(copy.result, frame);
         if (are_alike(before, after)) return 0.0;
+        if (is_placed_by_expression(u, copy) && is_out_of_sight(u, copy, frame)) return -1.0;
         return distance(extent(u.inside_survey(), copy.inner, inner_frame), before, after);
     });
     Displacement all;

@@ -139,8 +139,11 @@ class Cutting {
 
     bool reaches_beyond(const CopiedLayer& copy, const std::vector<double>& frames) {
         return std::any_of(frames.begin(), frames.end(), [&](double frame) {
-            return evaluation_.reaches_beyond(inside_, copy.inner, nest_.facts().width, nest_.facts().height,
-                                              inner_frame(frame));
+            const auto corners = evaluation_.reach(inside_, copy.inner, inner_frame(frame));
+            return std::any_of(corners.begin(), corners.end(), [&](const looks::PlanePoint& corner) {
+                return corner.x < 0 || corner.y < 0 || corner.x > nest_.facts().width ||
+                       corner.y > nest_.facts().height;
+            });
         });
     }
 

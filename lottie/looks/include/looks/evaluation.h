@@ -45,8 +45,8 @@ class Evaluation {
     bool moves(const std::string& composition, std::size_t layer);
     // Whether place() says all: no expression moves it or what it hangs on, and none of them leaves the plane.
     bool is_told_by_place(const std::string& composition, std::size_t layer);
-    // Whether any of a layer's picture may lie outside of (0, 0, width, height) in its composition.
-    bool reaches_beyond(const std::string& composition, std::size_t layer, double width, double height, double frame);
+    // How far a layer's picture may reach in its composition: the corners around it; none when nothing is seen then.
+    std::vector<PlanePoint> reach(const std::string& composition, std::size_t layer, double frame);
 
     struct Outline {
         std::string path;  // JSON of a path property

@@ -10,4 +10,8 @@ namespace lottie::looks {
 // The names in its calls of comp(), in their order; an empty one where it works out at run time which one it asks for.
 std::vector<std::string> compositions_asked_for(std::string_view expression);
 
+// Whether a property, whose expression this is, gives the same whatever value it holds: the expression asks neither for
+// that nor for anything of its own layer's transform. `layer` is the layer's name.
+bool is_independent_of_own_value(std::string_view expression, std::string_view layer);
+
 }  // namespace lottie::looks

@@ -1,0 +1,16 @@
+// Copies that an expression places, and that players without expressions show neither before nor after.
+#pragma once
+
+#include "unnesting.h"
+
+namespace lottie::looks {
+
+// Whether an expression alone says where the copy lies, before and after: nothing else moves it, and it gives the same
+// whatever value the position holds.
+bool is_placed_by_expression(const Unnesting& u, const Copy& copy);
+
+// Whether the copy's picture, taken to lie at the values that the file holds, is wholly outside of the nest's frame
+// and of that of the composition at a frame of the latter.
+bool is_out_of_sight(const Unnesting& u, const Copy& copy, double frame);
+
+}  // namespace lottie::looks
