@@ -1,6 +1,7 @@
 #!/usr/bin/env python3
 """Ends the command at random times, by TERM, INT, HUP and KILL in turn, while it works with processes of its own, and asks what is
-left: 100 ms later no process may be, and no file may be replaced after the command's end. Prints the seed and the counts.
+left: 100 ms later no process may be, and no file may be replaced after the command's end. A worker that is killed may leave the
+temporary file that it is about to make. Prints the seed and the counts.
 
 usage: left_behind.py COMMAND ANIMATION [--runs N] [--seed N]     EXFLATE_LEFT_BEHIND_RUNS is the full form's N
 """
@@ -40,7 +41,7 @@ def processes_of(session):
 
 
 def files_in(folder):
-    return {entry.name: (entry.inode(), entry.stat().st_mtime_ns) for entry in os.scandir(folder)}
+    return {entry.name: (entry.inode(), entry.stat().st_mtime_ns) for entry in os.scandir(folder) if not entry.name.startswith(".")}
 
 
 def listen():

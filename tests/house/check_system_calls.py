@@ -16,9 +16,9 @@ ROOMS = ("cli", "desktop", "host", "lottie", "validator")
 CALLS = set("""_exit _Exit alarm chdir chmod chown clock_gettime close creat dlclose dlerror dlopen dlsym dup dup2 dup3 execl execle execlp
     execv execve execvp fchmod fchown fcntl fdatasync flock fork fstat fsync getpid getppid getrlimit getrusage getxattr fgetxattr
     fsetxattr ioctl isatty kill link listxattr lstat mkdir mkostemp mkstemp mmap munmap nanosleep open openat pause pipe pipe2 poll
-    popen posix_spawn posix_spawnp ppoll prctl pthread_sigmask raise read readlink readv rename renameat select setitimer setpgid
-    setrlimit setsid setxattr sigaction signal sigprocmask sleep stat symlink system tcgetattr tcsetattr umask unlink usleep vfork
-    wait wait4 waitpid write writev""".split())
+    popen posix_spawn posix_spawnp ppoll prctl pthread_sigmask raise read readlink readv recv rename renameat select send setitimer
+    setpgid setrlimit setsid setxattr sigaction signal signalfd sigprocmask sleep socketpair stat symlink system tcgetattr tcsetattr umask
+    unlink usleep vfork wait wait4 waitpid write writev""".split())
 HEADER = re.compile(r"#\s*include\s*<((?:sys|linux|net|netinet)/[^>]*|unistd\.h|fcntl\.h|signal\.h|csignal|poll\.h|dlfcn\.h|termios\.h"
                     r"|spawn\.h|pthread\.h|sched\.h|windows\.h)>")
 # The payload of a following byte, the bits that begin a character of several, the question whether a byte follows.

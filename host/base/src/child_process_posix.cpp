@@ -5,6 +5,7 @@
 #include <poll.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 
 #include <algorithm>
@@ -13,6 +14,7 @@
 #include <vector>
 
 #include "descriptor.h"
+#include "family_rename.h"
 #include "living_children.h"
 #include "process_limits.h"
 
@@ -65,6 +67,18 @@ struct Pipe {
     Descriptor to;
 };
 
+// Through which the child asks its parent to rename.
+struct Requests {
+    Requests() {
+        int ends[2];
+        if (::socketpair(AF_UNIX, SOCK_SEQPACKET | SOCK_CLOEXEC, 0, ends) != 0) refuse_start();
+        parents = Descriptor(ends[0]);
+        childs = Descriptor(ends[1]);
+    }
+    Descriptor parents;
+    Descriptor childs;
+};
+
 // So much is kept of what a process prints.
 constexpr std::size_t kMostPrinted = 64 << 10;
 
@@ -103,6 +117,7 @@ struct ChildProcess::Parent::Ends {
 struct ChildProcess::State {
     SharedPage shared;
     Pipe says;
+    Requests requests;
     pid_t process = -1;
     std::size_t registered = 0;
     ProcessLimits limits;
@@ -156,6 +171,7 @@ struct ChildProcess::State {
     // The process has closed its end; what it has not closed by ending it may take its time for.
     void bury() {
         says.from.close();
+        requests.parents.close();
         const pid_t group = process;
         int status = 0;
         rusage used{};
@@ -215,6 +231,8 @@ struct ChildProcess::State {
 
     [[noreturn]] void work(const Work& work, Streams streams) {
         says.from.close();
+        requests.parents.close();
+        ask_parent_to_rename(requests.childs.get());
         forget_all_children();
         if (prints) {
             ::setpgid(0, 0);
@@ -286,6 +304,7 @@ ChildProcess::ChildProcess(const Work& work, const ProcessLimits& limits, Stream
     if (state_->process == 0) state_->work(work, streams);
     if (state_->process < 0) refuse_start();
     state_->says.to.close();
+    state_->requests.childs.close();
     if (state_->prints) {
         ::setpgid(state_->process, state_->process);  // both sides do it: neither may be too late
         state_->prints->to.close();
@@ -321,12 +340,14 @@ void ChildProcess::hear() {
 }
 
 void ChildProcess::hear_any(std::span<ChildProcess* const> children) {
+    constexpr std::size_t kEnds = 3;  // of each
     std::vector<pollfd> ends;
     int longest = -1;
     for (const ChildProcess* child : children) {
         const State& state = *child->state_;
         ends.push_back({state.says.from.get(), POLLIN, 0});
         ends.push_back({state.prints ? state.prints->from.get() : -1, POLLIN, 0});
+        ends.push_back({state.requests.parents.get(), POLLIN, 0});
         int left = state.was_ended_late ? -1 : state.milliseconds_left();
         if (state.prints) left = left < 0 ? kLookMilliseconds : std::min(left, kLookMilliseconds);
         if (left >= 0) longest = longest < 0 ? left : std::min(longest, left);
@@ -335,8 +356,10 @@ void ChildProcess::hear_any(std::span<ChildProcess* const> children) {
     for (std::size_t i = 0; i < children.size(); ++i) {
         State& state = *children[i]->state_;
         state.end_if_late();
-        if (ends[2 * i + 1].revents != 0) state.receive_printed();
-        if (ends[2 * i].revents != 0)
+        if (ends[kEnds * i + 1].revents != 0) state.receive_printed();
+        if (ends[kEnds * i + 2].revents != 0 && !rename_for_child(state.requests.parents.get()))
+            state.requests.parents.close();
+        if (ends[kEnds * i].revents != 0)
             state.receive();
         else
             state.look();

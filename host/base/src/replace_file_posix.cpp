@@ -6,13 +6,13 @@
 #include <sys/xattr.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
 #include "base/files.h"
 #include "base/signals.h"
 #include "descriptor.h"
+#include "family_rename.h"
 
 namespace host::base {
 namespace {
@@ -118,7 +118,7 @@ void replace(const fs::path& file, const struct stat* old, Pieces bytes, std::st
         const mode_t mode = old != nullptr ? old->st_mode & 07777 : mode_of_new_files();
         if (retry_on_eintr([&] { return ::fchmod(fd.get(), mode); }) != 0 ||
             retry_on_eintr([&] { return ::fsync(fd.get()); }) != 0 || !fd.close() ||
-            std::rename(temporary.c_str(), file.c_str()) != 0) {
+            !rename_in_family(temporary, file.string())) {
             refuse_with_errno();
         }
     } catch (const FileError&) {

@@ -105,10 +105,9 @@ class ChildProcess {
     // Set once it has ended.
     const std::optional<ProcessEnd>& end() const;
 
-    // Blocks until it says something or has ended.
+    // Blocks until it says something, has a file ready for its place, or has ended.
     void hear();
-    // Blocks until one of them, none of which has ended, says something or has ended. Returns sooner when a signal
-    // comes.
+    // Blocks until one of them, none of which has ended, does so. Returns sooner when a signal comes.
     static void hear_any(std::span<ChildProcess* const> children);
     // Blocks until it has ended.
     const ProcessEnd& wait();

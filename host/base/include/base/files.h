@@ -90,9 +90,10 @@ struct ReplaceOptions {
 
 // Makes `bytes` the content of the file or leaves everything as it was: they go to a temporary file in the same folder,
 // reach the disk, and take the file's place by renaming. A process that is killed leaves that file behind at most; an
-// interrupt waits until it is gone. An existing file keeps its mode, its extended attributes with its access list, and
-// its owner and group where that is allowed; its other hard links keep the old content; a symbolic link stays and the
-// file it means is replaced. What is not a regular file (a device, a pipe) is written directly. Throws FileError.
+// interrupt waits until it is gone. In a ChildProcess this waits for the parent, which renames when it hears. An
+// existing file keeps its mode, its extended attributes with its access list, and its owner and group where that is
+// allowed; its other hard links keep the old content; a symbolic link stays and the file it means is replaced. What is
+// not a regular file (a device, a pipe) is written directly. Throws FileError.
 void replace_file(const std::filesystem::path& file, Pieces bytes, const ReplaceOptions& options);
 
 // How many names the file has beside this one, a symbolic link being followed; 0 if there is no such file.
