@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Checks that the pictures of docs/what-changes.md are those that tools/pictures makes, and that each is shown there.
+"""Checks that the pictures of the documents are those that tools/pictures and tools/drawings make, and that each is shown.
 
 usage: check_pictures.py ROOT BUILD
 """
@@ -10,24 +10,34 @@ import tempfile
 
 
 def files(folder):
-    return {path.name: path.read_bytes() for path in folder.iterdir()}
+    return {str(path.relative_to(folder)): path.read_bytes() for path in folder.rglob("*") if path.is_file()}
+
+
+def faults_of(root, build, tool, kept, document_names):
+    """Of the pictures in the folder `kept`, which `tool` makes."""
+    place = root / "docs/pictures" / kept
+    with tempfile.TemporaryDirectory() as folder:
+        subprocess.run([root / "tools" / tool, build, folder], check=True)
+        made = files(pathlib.Path(folder))
+    there = {name: content for name, content in files(place).items() if kept or name.endswith(".svg")}
+    shown = "".join((root / name).read_text(encoding="utf-8") for name in document_names)
+    faults = [f"{name}: run tools/{tool} again" for name in there.keys() | made.keys() if there.get(name) != made.get(name)]
+    faults += [f"{name}: no document shows it" for name in made if f"pictures/{kept}{name})" not in shown]
+    return faults if made else [f"tools/{tool} makes nothing"]
 
 
 def main():
     root, build = pathlib.Path(sys.argv[1]), pathlib.Path(sys.argv[2])
-    if not (build / "player").exists():
-        print("the player of report is not installed, so it makes no pictures")
-        return 77
-    kept = files(root / "docs/pictures/what-changes")
-    with tempfile.TemporaryDirectory() as folder:
-        subprocess.run([root / "tools/pictures", build, folder], check=True)
-        made = files(pathlib.Path(folder))
-    text = (root / "docs/what-changes.md").read_text(encoding="utf-8")
-    faults = [f"{name}: run tools/pictures again" for name in kept.keys() | made.keys() if kept.get(name) != made.get(name)]
-    faults += [f"{name}: docs/what-changes.md does not show it" for name in made if f"(pictures/what-changes/{name})" not in text]
+    faults = faults_of(root, build, "drawings", "", ["README.md", "docs/after-effects.md"])
+    has_player = (build / "player").exists()
+    if has_player:
+        faults += faults_of(root, build, "pictures", "what-changes/", ["docs/what-changes.md"])
     for fault in sorted(faults):
         print(fault, file=sys.stderr)
-    return 1 if faults or len(made) < 10 else 0
+    if not faults and not has_player:
+        print("the player of report is not installed, so it makes no pictures")
+        return 77
+    return 1 if faults else 0
 
 
 if __name__ == "__main__":
