@@ -3,6 +3,7 @@
 #include "base/signals.h"
 #include "cli/arguments/parser.h"
 #include "cli/shared/console.h"
+#include "cli/shared/folders.h"
 #include "runner/utf8_locale.h"
 #include "shared/plugin_process.h"
 
@@ -12,8 +13,12 @@ using cli::Console;
 using cli::ExitCode;
 
 ExitCode handle(const cli::Request& request, const Console& console) {
-    return cli::keep_plugin_apart(request.options, console, [&] {
-        return cli::guarded(console, "exflate", [&] { return request.command->run(request.options, console); });
+    return cli::guarded(console, "exflate", [&] {
+        const cli::Options options =
+            takes_folders(*request.command) ? cli::with_files_of_folders(request.options) : request.options;
+        return cli::keep_plugin_apart(options, console, [&] {
+            return cli::guarded(console, "exflate", [&] { return request.command->run(options, console); });
+        });
     });
 }
 

@@ -1,6 +1,7 @@
 // Whole files.
 #include "base/files.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
@@ -17,8 +18,11 @@ namespace {
 
 using namespace host::base;
 namespace fs = std::filesystem;
+using testing::AllOf;
 using testing::AnyOf;
 using testing::ElementsAre;
+using testing::EndsWith;
+using testing::StartsWith;
 
 constexpr std::size_t kLimit = std::size_t{1} << 20;
 
@@ -69,6 +73,35 @@ TEST_F(Files, are_read_byte_for_byte) {
     EXPECT_EQ(read_own_file(path("file"), kLimit), bytes);
     EXPECT_EQ(read_own_file(path("absent"), kLimit), "");
     EXPECT_EQ(read_own_file(path("file") / "below", kLimit), "");
+}
+
+TEST_F(Files, below_a_folder_are_listed_in_order_without_hidden_ones_and_links) {
+    fs::create_directories(path("b/deep/er"));
+    fs::create_directories(path(".git"));
+    fs::create_directories(path("out"));
+    for (const char* name : {"z", "b/a", "b/deep/er/x", "b.json", ".hidden", ".git/config", "out/z"}) write(name, "");
+    fs::create_directory_symlink(folder_, path("b/loop"));
+    fs::create_symlink(path("z"), path("link"));
+    ASSERT_EQ(::mkfifo(path("pipe").c_str(), 0600), 0);
+    EXPECT_THAT(files_below(folder_), ElementsAre("b.json", "b/a", "b/deep/er/x", "out/z", "z"));
+    EXPECT_THAT(files_below(folder_, path("./b/../out")), ElementsAre("b.json", "b/a", "b/deep/er/x", "z"));
+    EXPECT_THAT(files_below(path("b/loop")).size(), 5U);  // a link that is named is followed
+    EXPECT_EQ(error_of([&] { files_below(path("absent")); }), "cannot be listed: No such file or directory");
+    EXPECT_EQ(error_of([&] { files_below(path("z")); }), "cannot be listed: Not a directory");
+}
+
+TEST_F(Files, in_a_folder_that_cannot_be_listed_are_not_passed_over) {
+    const std::string name(250, 'x');
+    int at = ::open(folder_.c_str(), O_RDONLY | O_DIRECTORY);
+    for (int depth = 0; depth < 20; ++depth) {
+        ASSERT_EQ(::mkdirat(at, name.c_str(), 0700), 0);
+        const int below = ::openat(at, name.c_str(), O_RDONLY | O_DIRECTORY);
+        ::close(at);
+        at = below;
+    }
+    ::close(at);
+    EXPECT_THAT(error_of([&] { files_below(folder_); }),
+                AllOf(StartsWith("cannot be listed: " + name + "/" + name), EndsWith(": File name too long")));
 }
 
 TEST_F(Files, that_cannot_be_read_are_refused_in_a_sentence) {

@@ -49,9 +49,12 @@ std::map<std::string, Table> documented() {
         if (line.starts_with("The pictures")) heading = "The pictures";
         if (line.starts_with("## ")) heading.clear();
         if (heading.empty() || !line.starts_with("| `")) continue;
-        const std::string member = line.substr(3, line.find('`', 3) - 3);
-        tables[heading].members.push_back(member);
-        if (line.find(", optional |") != std::string::npos) tables[heading].optional.push_back(member);
+        const std::size_t cell_end = line.find('|', 1);
+        for (std::size_t at = 2; at < cell_end; at = line.find('`', line.find('`', at + 1) + 1)) {
+            const std::string member = line.substr(at + 1, line.find('`', at + 1) - at - 1);
+            tables[heading].members.push_back(member);
+            if (line.find(", optional |") != std::string::npos) tables[heading].optional.push_back(member);
+        }
     }
     return tables;
 }
@@ -129,6 +132,8 @@ TEST(CheckJson, tells_verdicts_reasons_and_errors) {
     EXPECT_EQ(nest["reasons"][0]["frame"].GetInt(), 0);
     EXPECT_TRUE(files[3]["verdict"].IsNull());
     EXPECT_THAT(files[3]["error"].GetString(), HasSubstr("not whole JSON"));
+    EXPECT_EQ(files[3]["line"].GetInt(), 1);
+    EXPECT_EQ(files[3]["column"].GetInt(), 2);
     EXPECT_EQ(files[3]["nests"].Size(), 0U);
 }
 

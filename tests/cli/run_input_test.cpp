@@ -35,7 +35,6 @@ TEST(RunInput, what_cannot_be_read_or_is_no_animation_is_bad_input) {
                                                        {test::nest_layer(1, "nest", "a")});
     std::vector<std::pair<std::string, std::string>> inputs = {
         {"absent.json", "absent\\.json: cannot be read: No such file or directory\n"},
-        {".", "\\.: is a folder; name the files in it, as in FOLDER/\\*\\.json\n"},
         {file("{\n  \"v\": nonsense\n}"), "bad1\\.json:2:[0-9]+: .*\n"},
         {file("{"), "bad2\\.json:1:[0-9]+: .*\n"},
         {file(holding_itself), "bad3\\.json:1:[0-9]+: A composition contains itself: .*\n"}};

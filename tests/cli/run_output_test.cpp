@@ -249,9 +249,9 @@ TEST(RunOutput, help_and_version_go_to_standard_output) {
     const std::vector<std::pair<std::vector<std::string>, const char*>> asked = {
         {{"--help"}, "Usage: exflate COMMAND"},
         {{"help"}, "Usage: exflate COMMAND"},
-        {{"help", "check"}, "Usage: exflate check [OPTION]... FILE...\n\nEach nest"},
-        {{"check", "--help"}, "Usage: exflate check [OPTION]... FILE...\n\nEach nest"},
-        {{"check", "-h"}, "Usage: exflate check [OPTION]... FILE...\n\nOutput:"},
+        {{"help", "check"}, "Usage: exflate check [OPTION]... FILE|FOLDER...\n\nEach nest"},
+        {{"check", "--help"}, "Usage: exflate check [OPTION]... FILE|FOLDER...\n\nEach nest"},
+        {{"check", "-h"}, "Usage: exflate check [OPTION]... FILE|FOLDER...\n\nOutput:"},
         {{"--version"}, "exflate 0."},
         {{"version"}, "exflate 0."},
         {{"list", "-V"}, "exflate 0."}};

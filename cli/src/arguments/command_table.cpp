@@ -1,8 +1,6 @@
 // Every command, the exit codes and the environment. A new command is a new row here; options name the commands that
 // take them.
 #include <algorithm>
-#include <filesystem>
-#include <map>
 
 #include "cli/arguments/help.h"
 #include "cli/arguments/tables.h"
@@ -23,17 +21,6 @@ std::string output_problem(const Options& options) {
     if (options.files.size() > 1 && !options.in_place && !to_folder && !options.dry_run) {
         return "several files need --out-dir DIR or --in-place";
     }
-    if (to_folder) {
-        std::map<std::filesystem::path, std::string> taken;
-        for (const std::string& file : options.files) {
-            const auto [other, is_new] = taken.emplace(std::filesystem::path(file).filename(), file);
-            if (!is_new) {
-                return "'" + other->second + "' and '" + file + "' would both become '" +
-                       (std::filesystem::path(options.output_folder) / other->first).string() +
-                       "': run them one by one";
-            }
-        }
-    }
     return "";
 }
 
@@ -48,7 +35,7 @@ std::string topic_problem(const Options& options) {
 
 constexpr Command kCommands[] = {
     {.name = "run",
-     .operands = "FILE...",
+     .operands = "FILE|FOLDER...",
      .completion = Completion::animation,
      .brief = "un-nest and write the result",
      .more = "The layers of a nested composition move out into the composition that uses it. Without the name of a "
@@ -63,25 +50,26 @@ constexpr Command kCommands[] = {
      .run = run,
      .problem = output_problem},
     {.name = "flatten",
-     .operands = "FILE...",
+     .operands = "FILE|FOLDER...",
      .completion = Completion::animation,
      .brief = "make files flat that look the same",
      .more = "From the innermost composition outward each nest is un-nested as by run, what that loses is mended, and "
              "the look is judged as by check. A nest stays where it is needed for the look, and the reason is given. "
              "Compositions that nothing shows any more are left out.",
      .examples = {{{"flatten animation.json -o flat.json", "make it flat and say what stays nested"},
-                   {"flatten -i *.json", "flatten many files in place"}}},
+                   {"flatten -i animations", "flatten every Lottie file in a folder in place"}}},
      .run = flatten,
      .problem = output_problem},
     {.name = "check",
-     .operands = "FILE...",
+     .operands = "FILE|FOLDER...",
      .completion = Completion::animation,
      .brief = "show which nests keep their look and what would change",
      .more = "Each nest is un-nested by itself, in memory. Its look stays exact, is equal to the eye, or changes, and "
              "the reasons are given. Nothing is written but the verdicts.",
      .examples = {{{"check animation.json", "judge every nest of every composition"},
                    {"check --prove --layer '#3' animation.json", "judge layer 3 and compare pictures too"},
-                   {"check --format junit *.json > looks.xml", "write the verdicts for a build server"}}},
+                   {"check --format junit animations > looks.xml",
+                    "judge every Lottie file in a folder, for a build server"}}},
      .run = check},
     {.name = "report",
      .operands = "FILE",
@@ -92,7 +80,7 @@ constexpr Command kCommands[] = {
                    {"report --comp intro animation.json -o report.html", "show the composition \"intro\""}}},
      .run = report},
     {.name = "list",
-     .operands = "FILE",
+     .operands = "FILE|FOLDER...",
      .completion = Completion::animation,
      .brief = "show compositions, layers and nests as a tree",
      .examples = {{{"list animation.json", "show the tree"}, {"list --json animation.json", "the same for programs"}}},

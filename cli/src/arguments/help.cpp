@@ -113,9 +113,10 @@ std::string overview() {
         "Commands:\n";
     for (const Command& command : all_commands()) text += in_column("  " + plain(command.name), 12, command.brief);
     text += '\n' + paragraph(
-                       "FILE is a Lottie file, plain or packed (.lottie, .tgs); - is standard input. Results go to "
-                       "standard output, "
-                       "everything else to standard error. With several files the exit code is the highest one.");
+                       "FILE is a Lottie file, plain or packed (.lottie, .tgs); - is standard input. FOLDER stands for "
+                       "the Lottie files in it, however deep: they are told by their content; what is hidden and "
+                       "what symbolic links mean is left out. Results go to standard output, everything else to "
+                       "standard error. With several files the exit code is the highest one.");
     text += explained("Exit codes", exit_codes(), 5) + explained("Environment", environment(), 19);
     return text + "\nexflate COMMAND -h lists the options of a command; --help explains them.\n";
 }

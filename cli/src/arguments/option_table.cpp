@@ -82,7 +82,7 @@ constexpr Option kOptions[] = {
      .value = "DIR",
      .category = kOutput,
      .brief = "write each file under its own name into the folder DIR",
-     .more = "The folder is made if it is missing.",
+     .more = "The folder is made if it is missing. Files of a FOLDER keep their places below it.",
      .completion = Completion::folder,
      .commands = "run flatten",
      .excludes = "--output --in-place",
@@ -195,7 +195,8 @@ constexpr Option kOptions[] = {
     {.name = "--mend",
      .category = kSelection,
      .brief = "mend what un-nesting loses, where a flat file can hold it",
-     .more = "Every nest is un-nested nonetheless; exflate flatten goes deeper, and keeps those whose look would change.",
+     .more =
+         "Every nest is un-nested nonetheless; exflate flatten goes deeper, and keeps those whose look would change.",
      .commands = "run",
      .excludes = "--recursive --strict --only-exact --keep-look --max-growth --discard-attributes --keep-in-comp",
      .set = [](Options& o, Text) { o.mend = true; }},

@@ -34,6 +34,10 @@ std::vector<const Option*> options_of(const Command& command) {
     return options;
 }
 
+bool takes_folders(const Command& command) {
+    return command.operands.find("FOLDER") != std::string_view::npos;
+}
+
 std::vector<const Option*> excluded_by(const Option& option, const Command& command) {
     std::vector<const Option*> excluded = options_of(command);
     std::erase_if(excluded, [&](const Option* other) {

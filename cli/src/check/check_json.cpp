@@ -77,7 +77,7 @@ std::string check_json(const std::vector<CheckedFile>& files) {
         json.add("bytes", file.bytes);
         if (file.failure) {
             json.add_null("verdict");
-            json.add("error", file.failure->what());
+            add_error(json, *file.failure);
         } else {
             json.add("verdict", std::string(name(file.verdict())));
         }

@@ -2,6 +2,8 @@
 #include "commands.h"
 #include "list/listing.h"
 
+#include <algorithm>
+
 #include "cli/shared/animation_file.h"
 #include "cli/shared/file_io.h"
 
@@ -9,34 +11,60 @@ namespace cli {
 namespace {
 
 // Throws Failure.
-std::string listing(const Options& options, const Console& console) {
-    const AnimationFile input(options.file(), "");
-    std::vector<ListedAnimation> animations;
+ListedFile read_file(const std::string& file, const Console& console) {
+    const AnimationFile input(file, "");
+    ListedFile listed{shown_name(file), input.is_collection(), {}};
     for (std::size_t i = 0; i < input.count(); ++i) {
         try {
-            animations.push_back({input.id(i), input.label(i), parse_input(input.text(i))});
-            print_warnings(console, animations.back().label, animations.back().document.warnings());
+            auto& animation = listed.animations.emplace_back(
+                ListedAnimation{input.id(i), input.label(i), parse_input(input.text(i))});
+            print_warnings(console, animation.label, animation.document.warnings());
         } catch (const Failure& failure) {
-            throw Failure(failure.code(), failure.what(), input.place(i) + failure.place());
+            throw failure.in(input.place(i));
         }
     }
-    const ListedAnimation& first = animations.front();
-    if (options.json) {
-        return input.is_collection() ? trees_json(shown_name(options.file()), animations)
-                                     : tree_json(first.label, first.document);
+    return listed;
+}
+
+// For programs: of several files one object that holds them all.
+ExitCode list_for_programs(const Options& options, const Console& console) {
+    const bool has_several = options.files.size() > 1 || options.has_folders;
+    JsonWriter json;
+    if (has_several) {
+        json.begin_object();
+        json.key("files");
+        json.begin_array();
     }
-    std::string text;
-    for (const ListedAnimation& animation : animations) text += tree_text(animation.label, animation.document);
-    return text;
+    ExitCode highest = ExitCode::done;
+    for (const std::string& file : options.files) {
+        try {
+            add_tree(json, read_file(file, console));
+        } catch (const Failure& failure) {
+            print_failure(console, shown_name(file), failure);
+            highest = std::max(highest, failure.code());
+            if (has_several) add_failure(json, shown_name(file), failure);
+        }
+    }
+    if (has_several) {
+        json.end_array();
+        json.end_object();
+    }
+    if (has_several || highest == ExitCode::done) write_result(json.text());
+    return highest;
 }
 
 }  // namespace
 
 ExitCode list(const Options& options, const Console& console) {
-    return guarded(console, shown_name(options.file()), [&] {
-        write_result(listing(options, console));
-        return ExitCode::done;
-    });
+    if (options.json) return list_for_programs(options, console);
+    ExitCode highest = ExitCode::done;
+    for (const std::string& file : options.files) {
+        highest = std::max(highest, guarded(console, shown_name(file), [&] {
+                               write_result(tree_text(read_file(file, console)));
+                               return ExitCode::done;
+                           }));
+    }
+    return highest;
 }
 
 }  // namespace cli

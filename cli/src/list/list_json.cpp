@@ -75,23 +75,26 @@ class JsonList {
 
 }  // namespace
 
-std::string tree_json(const std::string& file, const lottie::document::Document& document) {
-    JsonWriter json;
-    JsonList(json, document).list(file, "");
-    return json.text();
-}
-
-std::string trees_json(const std::string& file, const std::vector<ListedAnimation>& animations) {
-    JsonWriter json;
+void add_tree(JsonWriter& json, const ListedFile& file) {
+    if (!file.is_collection) {
+        const ListedAnimation& only = file.animations.front();
+        return JsonList(json, only.document).list(only.label, "");
+    }
     json.begin_object();
-    json.add("file", file);
+    json.add("file", file.name);
     json.key("animations");
     json.begin_array();
-    for (const ListedAnimation& animation : animations)
+    for (const ListedAnimation& animation : file.animations)
         JsonList(json, animation.document).list(animation.label, animation.id);
     json.end_array();
     json.end_object();
-    return json.text();
+}
+
+void add_failure(JsonWriter& json, const std::string& file, const Failure& failure) {
+    json.begin_object();
+    json.add("file", file);
+    add_error(json, failure);
+    json.end_object();
 }
 
 }  // namespace cli

@@ -79,12 +79,16 @@ class TreeListing {
 
 }  // namespace
 
-std::string tree_text(const std::string& file, const lottie::document::Document& document) {
-    TreeListing tree(document);
-    tree.add(document.main_comp());
-    // What the main composition does not reach.
-    for (const Comp* comp : document.project().comps()) tree.add(*comp);
-    return printable_lines(printable(file) + "\n" + std::move(tree).text());
+std::string tree_text(const ListedFile& file) {
+    std::string text;
+    for (const ListedAnimation& animation : file.animations) {
+        TreeListing tree(animation.document);
+        tree.add(animation.document.main_comp());
+        // What the main composition does not reach.
+        for (const Comp* comp : animation.document.project().comps()) tree.add(*comp);
+        text += printable(animation.label) + "\n" + std::move(tree).text();
+    }
+    return printable_lines(text);
 }
 
 }  // namespace cli

@@ -1,27 +1,34 @@
-// The forms in which `exflate list` shows an animation.
+// The forms in which `exflate list` shows animations.
 #pragma once
 
 #include <string>
 #include <vector>
 
+#include "cli/shared/failure.h"
 #include "document/document.h"
+#include "shared/json_writer.h"
 
 namespace cli {
 
-// The tree for people. Each composition is shown once, inside the first nest that uses it; later ones refer to it.
-std::string tree_text(const std::string& file, const lottie::document::Document& document);
-
-// The same for programs; docs/list-json.md tells the form.
-std::string tree_json(const std::string& file, const lottie::document::Document& document);
-
-// One animation of a .lottie file.
 struct ListedAnimation {
-    std::string id;
+    std::string id;  // in a .lottie file
     std::string label;
     lottie::document::Document document;
 };
 
-// All of them for programs.
-std::string trees_json(const std::string& file, const std::vector<ListedAnimation>& animations);
+struct ListedFile {
+    std::string name;
+    bool is_collection = false;  // a .lottie file
+    std::vector<ListedAnimation> animations;
+};
+
+// The tree for people. Each composition is shown once, inside the first nest that uses it; later ones refer to it.
+std::string tree_text(const ListedFile& file);
+
+// The same for programs, as one object; docs/list-json.md tells the form.
+void add_tree(JsonWriter& json, const ListedFile& file);
+
+// A file that cannot be listed.
+void add_failure(JsonWriter& json, const std::string& file, const Failure& failure);
 
 }  // namespace cli

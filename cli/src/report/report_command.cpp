@@ -194,7 +194,7 @@ Report report_on(const AnimationFile& input, const Options& options, const host:
     try {
         return Reporter(options, plugin, input, console).report();
     } catch (const Failure& failure) {
-        throw Failure(failure.code(), failure.what(), input.place(0) + failure.place());
+        throw failure.in(input.place(0));
     }
 }
 

@@ -155,12 +155,12 @@ class Run {
                 animations.push_back(unnest_one(input, i, result));
                 any_matches = true;
             } catch (const SelectionNotFound& missing) {
-                if (!first_missing) first_missing = Failure(missing.code(), missing.what(), input.place(i));
+                if (!first_missing) first_missing = missing.in(input.place(i));
                 result.skip_reason = std::string("skipped: ") + missing.what();
                 result.asked = {names_in(input.text(i), input.asked_for()), {}};
                 animations.emplace_back().written.append(input.text(i));
             } catch (const Failure& failure) {
-                throw Failure(failure.code(), failure.what(), input.place(i) + failure.place());
+                throw failure.in(input.place(i));
             }
         }
         if (!any_matches) throw *first_missing;

@@ -114,7 +114,7 @@ std::string read_input(const std::string& file) {
         return read_whole(file);
     } catch (const FileError& error) {
         if (host::base::kind_of(file) == host::base::FileKind::folder)
-            throw Failure(ExitCode::bad_input, "is a folder; name the files in it, as in FOLDER/*.json");
+            throw Failure(ExitCode::bad_input, "is a folder; name a file in it");
         throw Failure(ExitCode::bad_input, error.what());
     }
 }
@@ -122,9 +122,7 @@ std::string read_input(const std::string& file) {
 namespace {
 
 Failure bad_input(const lottie::document::InputError& error) {
-    std::string place;
-    if (error.line() > 0) place = ':' + std::to_string(error.line()) + ':' + std::to_string(error.column());
-    return {ExitCode::bad_input, error.what(), std::move(place)};
+    return {ExitCode::bad_input, error.what(), "", {error.line(), error.column()}};
 }
 
 }  // namespace

@@ -3,12 +3,29 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <map>
 
 #include "cli/shared/animation_file.h"
 #include "cli/shared/workers.h"
 
 namespace cli {
 namespace {
+
+namespace fs = std::filesystem;
+
+// Throws Failure (usage).
+void refuse_lost_results(const Options& options) {
+    if (options.has_folders && !options.in_place && options.output_folder.empty() && !options.dry_run)
+        throw Failure(ExitCode::usage, "a folder needs --out-dir DIR or --in-place");
+    if (options.output_folder.empty()) return;
+    std::map<std::string, std::string> taken;
+    for (const std::string& file : options.files) {
+        const auto [other, is_new] = taken.emplace(output_for(options, file), file);
+        if (is_new) continue;
+        throw Failure(ExitCode::usage, "'" + other->second + "' and '" + file + "' would both become '" + other->first +
+                                           "': run them one by one");
+    }
+}
 
 bool have_files_in_common(const Options& options) {
     FileUse use;
@@ -50,18 +67,23 @@ ExitCode work_at_once(const Options& options, const Console& console,
 std::string output_for(const Options& options, const std::string& file) {
     if (options.in_place) return file;
     if (!options.output_folder.empty()) {
-        return (std::filesystem::path(options.output_folder) / std::filesystem::path(file).filename()).string();
+        const auto below = options.places_below.find(file);
+        return (fs::path(options.output_folder) /
+                (below == options.places_below.end() ? fs::path(file).filename() : fs::path(below->second)))
+            .string();
     }
     return options.output.empty() ? std::string(kStandardStream) : options.output;
 }
 
 void write_output(const Options& options, const Console& console, const std::string& file, host::base::Pieces bytes) {
-    if (!options.output_folder.empty()) prepare_folder(options.output_folder);
-    write_result(console, output_for(options, file), bytes, options.force);
+    const std::string output = output_for(options, file);
+    if (!options.output_folder.empty()) prepare_folder(fs::path(output).parent_path().string());
+    write_result(console, output, bytes, options.force);
 }
 
 ExitCode work_on_files(const Options& options, const Console& console,
                        const std::function<ExitCode(const std::string& file)>& work) {
+    refuse_lost_results(options);
     if (options.jobs > 1 && options.files.size() > 1 && can_work_at_once() && !have_files_in_common(options))
         return work_at_once(options, console, work);
     ExitCode highest = ExitCode::done;

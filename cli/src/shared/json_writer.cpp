@@ -51,4 +51,11 @@ std::string JsonWriter::text() const {
     return host::base::printable_lines({buffer_.GetString(), buffer_.GetSize()}) + '\n';
 }
 
+void add_error(JsonWriter& json, const Failure& failure) {
+    json.add("error", failure.what());
+    if (failure.at().line == 0) return;
+    json.add("line", failure.at().line);
+    json.add("column", failure.at().column);
+}
+
 }  // namespace cli

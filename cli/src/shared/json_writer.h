@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "base/unicode.h"
+#include "cli/shared/failure.h"
 
 namespace cli {
 
@@ -42,5 +43,8 @@ class JsonWriter {
     rapidjson::StringBuffer buffer_;
     rapidjson::PrettyWriter<rapidjson::StringBuffer> writer_{buffer_};
 };
+
+// "error", and where it is known "line" and "column".
+void add_error(JsonWriter& json, const Failure& failure);
 
 }  // namespace cli

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "descriptor.h"
+#include "folder_entries.h"
 
 namespace host::base {
 namespace {
@@ -134,6 +135,21 @@ FileKind kind_of(const fs::path& file) {
     if (!fs::exists(status)) return FileKind::none;
     if (fs::is_directory(status)) return FileKind::folder;
     return fs::is_regular_file(status) ? FileKind::file : FileKind::other;
+}
+
+std::vector<FolderEntry> entries_of(const fs::path& folder) {
+    std::vector<FolderEntry> entries;
+    std::error_code error;
+    fs::directory_iterator at(folder, error);
+    for (; !error && at != fs::directory_iterator(); at.increment(error)) {
+        const fs::file_type type = at->symlink_status(error).type();
+        if (error && type != fs::file_type::not_found) break;
+        entries.push_back({at->path().filename().string(), type == fs::file_type::regular     ? FileKind::file
+                                                           : type == fs::file_type::directory ? FileKind::folder
+                                                                                              : FileKind::other});
+    }
+    if (error) throw FileError("cannot be listed", error.message());
+    return entries;
 }
 
 fs::path real_path(const fs::path& file) {

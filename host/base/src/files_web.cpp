@@ -3,6 +3,7 @@
 
 #include <charconv>
 
+#include "folder_entries.h"
 #include "linked_module_name.h"
 #include "web_imports.h"
 
@@ -74,6 +75,18 @@ void write_standard_output(Pieces bytes) {
 FileKind kind_of(const fs::path& file) {
     const auto kind = static_cast<FileKind>(web_kind_of_file(file.native().data(), file.native().size()));
     return kind == FileKind::none && is_linked_module(file) ? FileKind::file : kind;
+}
+
+std::vector<FolderEntry> entries_of(const fs::path& folder) {
+    throw_unless(web_entries_of(folder.native().data(), folder.native().size()), "cannot be listed");
+    const std::string answer = web_answer();
+    std::vector<FolderEntry> entries;
+    for (std::size_t at = 0; at < answer.size();) {
+        const std::size_t end = answer.find('\0', at);
+        entries.push_back({answer.substr(at + 1, end - at - 1), static_cast<FileKind>(answer[at] - '0')});
+        at = end + 1;
+    }
+    return entries;
 }
 
 fs::path real_path(const fs::path& file) {

@@ -15,6 +15,7 @@ IMPORTED(answer_size) std::size_t web_answer_size(void);
 IMPORTED(take_answer) void web_take_answer(char* to);
 IMPORTED(program_file) void web_program_file(void);
 IMPORTED(kind_of_file) int web_kind_of_file(const char* file, std::size_t length);  // a FileKind
+IMPORTED(entries_of) int web_entries_of(const char* folder, std::size_t length);  // each a digit, its name, a zero byte
 IMPORTED(real_path) int web_real_path(const char* file, std::size_t length);
 IMPORTED(identity) int web_identity(const char* file, std::size_t length);  // "DEVICE NUMBER HARD_LINKS"
 IMPORTED(read_file) int web_read_file(const char* file, std::size_t length, double limit, int only_regular);

@@ -7,6 +7,7 @@ const refuse = (reason) => { throw new Error(reason); };
 export function memoryFiles(contents) {
   return {
     kind: (name) => (contents.has(name) ? "file" : "none"),
+    entries: () => refuse("there are no folders"),
     real: (name) => name,
     identity: () => null,
     read: (name, limit) => {

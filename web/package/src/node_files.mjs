@@ -128,6 +128,9 @@ export const nodeFiles = {
       return "none";
     }
   },
+  entries: saying((folder) =>
+    fs.readdirSync(folder, { withFileTypes: true }).map((entry) =>
+      ({ name: entry.name, kind: entry.isDirectory() ? "folder" : entry.isFile() ? "file" : "other" }))),
   real,
   identity: (name) => {
     try {

@@ -2,6 +2,7 @@
 //
 // `files` answers with values, or throws an Error whose message is the reason in a few words:
 //   kind(name) -> "none" | "file" | "folder" | "other"      real(name) -> name
+//   entries(folder) -> [{name, kind}], a symbolic link being "other"
 //   identity(name) -> {device, number, links} | null        read(name, limit, onlyRegular) -> Uint8Array
 //   makeFolder(name)   move(name, to)                       replace(name, bytes, temporaryPrefix, evenIfReadOnly)
 // `streams` has readAll(limit) -> Uint8Array, writeOutput(bytes), writeError(bytes), errorColumns() -> -1 if it is no terminal.
@@ -49,6 +50,8 @@ export function makeSystem({ args, environment, programFile, files, streams }) {
     },
     program_file: () => { answer = encoder.encode(programFile); },
     kind_of_file: (name, size) => kKinds[files.kind(textAt(name, size))],
+    entries_of: (name, size) =>
+      attempt(() => files.entries(textAt(name, size)).map((entry) => `${kKinds[entry.kind]}${entry.name}\0`).join("")),
     real_path: (name, size) => attempt(() => files.real(textAt(name, size))),
     identity: (name, size) => {
       const found = files.identity(textAt(name, size));

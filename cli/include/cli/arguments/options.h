@@ -2,6 +2,8 @@
 #pragma once
 
 #include <chrono>
+#include <cstddef>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -17,6 +19,9 @@ enum class CheckFormat { text, json, junit };
 struct Options {
     std::vector<std::string> files;                            // "-" is standard input; for `help`, the command
     const std::string& file() const { return files.front(); }  // of a command that takes one
+    bool has_folders = false;                                  // some of the files were found in folders
+    std::map<std::string, std::string> places_below;           // of those, in their folder
+    std::size_t other_files = 0;                               // that are in the folders and no animations
 
     std::string output;         // empty: standard output, or what the two below say
     std::string output_folder;  // empty: none

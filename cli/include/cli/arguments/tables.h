@@ -45,7 +45,7 @@ struct Example {
 
 struct Command {
     std::string_view name;
-    std::string_view operands = {};               // "FILE...", "FILE", "[COMMAND]", or nothing
+    std::string_view operands = {};               // "FILE|FOLDER...", "FILE", "[COMMAND]", or nothing
     Completion completion = Completion::nothing;  // of the operands
     std::string_view brief;                       // as of an option
     std::string_view more = {};
@@ -74,6 +74,9 @@ const Command* find_command(std::string_view name);
 std::vector<std::string> command_names();
 
 std::vector<const Option*> options_of(const Command& command);
+
+// Among its operands.
+bool takes_folders(const Command& command);
 
 // The options of the command that cannot be used together with this one.
 std::vector<const Option*> excluded_by(const Option& option, const Command& command);

@@ -1,6 +1,7 @@
 // Exit codes, and what ends the work on one file.
 #pragma once
 
+#include <cstddef>
 #include <exception>
 #include <new>
 #include <stdexcept>
@@ -14,18 +15,33 @@ namespace cli {
 // 1: a look changes (check), the plug-in did something else (replay).
 enum class ExitCode { done = 0, look_changes = 1, differs = 1, usage = 2, bad_input = 3, failed = 4 };
 
+// In a text, from 1; 0 where it is not known.
+struct TextPlace {
+    std::size_t line = 0;
+    std::size_t column = 0;
+};
+
 // Ends the work on one file; what() is one sentence without the file's name.
 class Failure : public std::runtime_error {
   public:
-    Failure(ExitCode code, const std::string& sentence, std::string place = "")
-        : std::runtime_error(sentence), code_(code), place_(std::move(place)) {}
+    // `part` of the file is at fault: a colon and its name.
+    Failure(ExitCode code, const std::string& sentence, std::string part = "", TextPlace at = {})
+        : std::runtime_error(sentence), code_(code), part_(std::move(part)), at_(at) {}
 
     ExitCode code() const { return code_; }
-    const std::string& place() const { return place_; }  // ":ENTRY" and ":LINE:COLUMN" in the file, or nothing
+    TextPlace at() const { return at_; }
+    std::string place() const {  // what follows the file's name: the part and ":LINE:COLUMN", as far as they are known
+        if (at_.line == 0) return part_;
+        return part_ + ':' + std::to_string(at_.line) + ':' + std::to_string(at_.column);
+    }
+
+    // The same, met in a part of the file.
+    Failure in(const std::string& part) const { return {code_, what(), part + part_, at_}; }
 
   private:
     ExitCode code_;
-    std::string place_;
+    std::string part_;
+    TextPlace at_;
 };
 
 // What else may end it, as a failure.

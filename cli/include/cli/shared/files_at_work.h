@@ -19,7 +19,8 @@ std::string output_for(const Options& options, const std::string& file);
 void write_output(const Options& options, const Console& console, const std::string& file, host::base::Pieces bytes);
 
 // Works on all files, several at once if the options say so, but one after another if two of them share a file. `work`
-// tells of its own problems. The highest exit code of all.
+// tells of its own problems. The highest exit code of all. Throws Failure (usage), before any work, if a result has no
+// place to go or two have the same.
 ExitCode work_on_files(const Options& options, const Console& console,
                        const std::function<ExitCode(const std::string& file)>& work);
 

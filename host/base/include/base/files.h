@@ -60,6 +60,11 @@ void write_standard_output(Pieces bytes);
 enum class FileKind { none, file, folder, other };
 FileKind kind_of(const std::filesystem::path& file);
 
+// The regular files in a folder and in the folders in it, as names below it, sorted. What is hidden (a name that begins
+// with a dot) and what symbolic links mean are left out, and so is the folder `except`. Throws FileError: "cannot be
+// listed: REASON", the reason naming the folder inside that cannot.
+std::vector<std::string> files_below(const std::filesystem::path& folder, const std::filesystem::path& except = {});
+
 // The absolute name without symbolic links, as far as there are files; the name as it is where the system does not
 // tell.
 std::filesystem::path real_path(const std::filesystem::path& file);
