@@ -67,9 +67,10 @@ std::vector<Scene> clock_scenes() {
         R"({"a":1,"k":[{"t":0,"s":[0.40001],"h":1},{"t":6,"s":[0.20001],"h":1},{"t":12,"s":[0.56001],"h":1}]})";
     const std::string eased = R"({"a":1,"k":[{"i":{"x":[0.6],"y":[1]},"o":{"x":[0.4],"y":[0]},"t":0,"s":[0]},)"
                               R"({"t":19,"s":[0.72]}]})";
-    const std::string driven =
-        R"x({"a":1,"k":[{"i":{"x":[1],"y":[1]},"o":{"x":[0],"y":[0]},"t":0,"s":[0]},{"t":10,"s":[0.4]}],)x"
-        R"x("x":"loopOut('cycle')"})x";
+    const auto driven = [](const std::string& text, const std::string& last_key = R"({"t":10,"s":[0.4]})") {
+        return R"({"a":1,"k":[{"i":{"x":[1],"y":[1]},"o":{"x":[0],"y":[0]},"t":0,"s":[0]},)" + last_key +
+               R"(],"x":"var $bm_rt;\n$bm_rt = )" + text + ";\"}";
+    };
     return {
         {Reason::time_remap, "a clock that pauses", Outcome::mended, remapped(pauses)},
         {Reason::time_remap, "a clock that runs backward", Outcome::mended,
@@ -81,7 +82,14 @@ std::vector<Scene> clock_scenes() {
          inside({red_along(curved)}, {{"tm", pauses}}), false},
         {Reason::time_remap, "a clock that stands still all the time", Outcome::mended, remapped(still("0.40001")),
          false},
-        {Reason::time_remap, "a clock driven by an expression", Outcome::stays, remapped(driven), false},
+        {Reason::time_remap, "a cycle", Outcome::mended,
+         inside({red_along(straight), blue()}, {{"tm", driven("loopOut('cycle')")}}), false},
+        {Reason::time_remap, "a cycle within which a layer comes", Outcome::stays, remapped(driven("loopOut('cycle')")),
+         false},
+        {Reason::time_remap, "a cycle of a part of the keyframes", Outcome::stays,
+         inside({red_along(straight)}, {{"tm", driven("loopOut('cycle', 1)")}}), false},
+        {Reason::time_remap, "a clock that its expression alone slows down", Outcome::stays,
+         inside({red_along(straight)}, {{"tm", driven("time * 0.5", R"({"t":20,"s":[0.8]})")}}), false},
         {Reason::time_remap, "a clock that shows a layer twice", Outcome::stays,
          remapped(keyed({{0, "0.20001"}, {8, "0.64001"}, {16, "0.20001"}}))},
         {Reason::time_remap, "a picture that stands still", Outcome::untouched,

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "cycle.h"
+
 namespace lottie::looks {
 namespace {
 
@@ -89,6 +91,13 @@ bool is_same(const std::vector<double>& a, const std::vector<double>& b) {
            });
 }
 
+bool has_new_expression(const SceneLayer& inner, const SceneLayer& copied) {
+    return std::any_of(copied.parts().begin(), copied.parts().end(), [&inner](const auto& part) {
+        const LayerPart* before = inner.part(part->key());
+        return part->expressions().size() > (before == nullptr ? 0 : before->expressions().size());
+    });
+}
+
 bool is_played(const Json& property) {
     const Json* expression = member(property, "x");
     return is_keyed(property) && expression != nullptr && expression->IsString();
@@ -112,7 +121,8 @@ bool shows_in_transform(Unnesting& u, const Json* before, const Json* after, Sam
 }  // namespace
 
 bool SameOverTime::holds_for_property(const Json& before, const Json& after) {
-    if (is_played(before) || is_played(after)) return false;
+    // What an expression that the run or a remedy added does is looked at by itself.
+    if (is_played(before)) return false;
     const Track was(before);
     const Track is(after);
     if (was.size() != is.size()) return false;
@@ -141,6 +151,8 @@ bool SameOverTime::holds(const Json& before, const Json& after) {
 bool shows_what_it_showed(Unnesting& u, const Copy& copy) {
     const SceneLayer& inner = u.inner(copy);
     const SceneLayer& copied = u.copied(copy);
+    const auto cycle = cycle_of(u);
+    if (cycle ? !is_cycled(u, copy, *cycle) : has_new_expression(inner, copied)) return false;
     std::vector<SameOverTime::Moment> moments;
     for (const double frame : u.nest_frames()) {
         // Free of rounding: two paths with other numbers of points are not mixed, so a hair before a keyframe is far

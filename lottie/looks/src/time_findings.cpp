@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "cycle.h"
 #include "findings.h"
 #include "retiming.h"
 #include "words.h"
@@ -120,9 +121,16 @@ std::string visibility_sentence(const TimingDifference& difference) {
 // The first layer inside whose clock now shows another time, at the first frame at which it does.
 TimingDifference compare_clocks(Unnesting& u) {
     TimingDifference difference;
+    const bool is_unknown = is_clock_unknown(u);
+    const bool is_cycled = cycle_of(u).has_value();
     for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
-        if (!depends_on_time(u, copy)) continue;
+        const bool is_driven = matters(inner) && (is_unknown || (is_cycled && !is_on_throughout_cycle(u, inner)));
+        if (!is_driven && !depends_on_time(u, copy)) continue;
+        if (is_driven || (is_cycled && !u.is_retimed())) {
+            note(difference, inner, u.nest().in, true);
+            continue;
+        }
         if (u.is_retimed()) {
             if (!shows_what_it_showed(u, copy)) note(difference, inner, u.nest().in, true);
             continue;

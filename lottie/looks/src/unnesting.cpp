@@ -16,7 +16,7 @@ Survey& inside_of(Comparison& comparison, std::size_t nest) {
     return *inside;
 }
 
-// Whether any keyframe is where moving the layer's would put none.
+// Whether any keyframe is where moving the layer's would put none, or any property got an expression.
 bool has_other_keys(const SceneLayer& inner, const SceneLayer& copied) {
     constexpr double kSameTime = 0.002;
     const double shift = copied.start - inner.start;
@@ -24,6 +24,7 @@ bool has_other_keys(const SceneLayer& inner, const SceneLayer& copied) {
     for (const auto& part : inner.parts()) {
         const LayerPart* after = copied.part(part->key());
         if (after == nullptr) continue;
+        if (after->expressions().size() > part->expressions().size()) return true;
         std::vector<double> moved = part->key_times();
         for (double& time : moved) time += shift;
         std::sort(moved.begin(), moved.end());

@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "document/json_text.h"
+#include "looks/expressions.h"
+
 namespace lottie::mend {
 namespace {
 
@@ -63,11 +66,13 @@ std::optional<NestClock> NestClock::of(const document::ScannedLayer& nest, const
         runs.push_back({in, out, (in - nest.start) / nest.stretch, (out - nest.start) / nest.stretch});
         return clock;
     }
-    if (tree.member(remap, "x") != nullptr) return std::nullopt;
+    const document::JsonNode* expression = tree.member(remap, "x");
+    if (expression != nullptr && expression->kind != document::JsonKind::string) return std::nullopt;
+    if (expression != nullptr && !looks::is_cycle(document::decode_string(tree.text(*expression)))) return std::nullopt;
     if (!has_keyframes(tree, *remap)) {
         const document::JsonNode* value = tree.member(remap, "k");
         const auto numbers = value == nullptr ? std::vector<double>() : tree.numbers(*value);
-        if (numbers.empty()) return std::nullopt;
+        if (numbers.empty() || expression != nullptr) return std::nullopt;
         runs.push_back({in, out, numbers[0] * frame_rate, numbers[0] * frame_rate});
         return clock;
     }
@@ -82,6 +87,7 @@ std::optional<NestClock> NestClock::of(const document::ScannedLayer& nest, const
     const auto inner = [&](double frame) { return clock.remap_->at(frame).numbers[0] * frame_rate; };
     const double first = spans.front().from;
     const double last = spans.back().to;
+    if (expression != nullptr) clock.expression_ = looks::cycle_between(first / frame_rate, last / frame_rate);
     add(runs, {in, std::min(out, first), inner(first), inner(first)});
     for (const KeySpan& span : spans) add_span(runs, span, in, out, frame_rate);
     add(runs, {std::max(in, last), out, inner(last), inner(last)});

@@ -30,11 +30,14 @@ struct EvenRun {
 // players show nothing between.
 class NestClock {
   public:
-    // Nothing where an expression drives the clock, or keyframes that are not in order.
+    // Nothing where an expression does more to the clock than to play its keyframes again and again, or where those are
+    // not in order.
     static std::optional<NestClock> of(const document::ScannedLayer& nest, const LayerText& text, double frame_rate);
 
     // In order, without gaps.
     const std::vector<EvenRun>& runs() const { return runs_; }
+    // Of properties on this clock, where the runs are played again and again.
+    const std::string& expression() const { return expression_; }
     // As players work it out, to the last bit: at the edge of a layer that decides.
     double inner(double outer) const;
     // The same for who counts the frames inside from another one: what was `frame` is `frame + by`.
@@ -50,6 +53,7 @@ class NestClock {
     std::vector<EvenRun> runs_;
     std::optional<Keyframes> remap_;  // seconds; if it is keyframed
     double frame_rate_ = 0;
+    std::string expression_;
 };
 
 }  // namespace lottie::mend

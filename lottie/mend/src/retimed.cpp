@@ -101,7 +101,17 @@ std::optional<std::string> retimed_keys(const JsonTree& tree, const JsonNode& pr
     return moved ? std::optional(moved->text()) : std::nullopt;
 }
 
+// A single keyframe holds a value that never changes, or a text.
+bool is_cycled(const JsonTree& tree, const JsonNode& property, const NestClock& clock) {
+    return !clock.expression().empty() && tree.children(*tree.member(&property, "k")).size() > 1;
+}
+
 }  // namespace
+
+std::string expression_member(const NestClock& clock) {
+    if (clock.expression().empty()) return "";
+    return ",\"x\":" + document::encode_string(clock.expression());
+}
 
 std::string shifted(const JsonTree& tree, const JsonNode& value, double shift) {
     document::Patch patch;
@@ -135,7 +145,9 @@ std::string retimed(const JsonTree& tree, const JsonNode& value, const NestClock
         const JsonNode& node = *open.back();
         open.pop_back();
         if (node.kind == JsonKind::object && has_keyframes(tree, node)) {
-            if (const auto keys = retimed_keys(tree, node, clock)) patch.replace(tree.member(&node, "k")->text, *keys);
+            const auto keys = retimed_keys(tree, node, clock);
+            if (keys) patch.replace(tree.member(&node, "k")->text, *keys);
+            if (keys && is_cycled(tree, node, clock)) patch.insert(node.text.end - 1, expression_member(clock));
             continue;
         }
         for (const JsonNode* child = tree.first(node); child != nullptr; child = tree.next(*child))

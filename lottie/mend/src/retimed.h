@@ -15,4 +15,7 @@ std::string shifted(const document::JsonTree& tree, const document::JsonNode& va
 // for the audit to find.
 std::string retimed(const document::JsonTree& tree, const document::JsonNode& value, const NestClock& clock);
 
+// The member of a property on that clock that holds its expression, with the comma before it; empty if it needs none.
+std::string expression_member(const NestClock& clock);
+
 }  // namespace lottie::mend

@@ -1,6 +1,7 @@
-// Applies to nests whose clock is remapped or stretched, unless an expression drives it: every property of a copy
-// takes, at each frame outside, the value that it had at the frame inside which the nest showed then. While the clock
-// runs evenly keyframes only move; where it turns a corner they are cut in two. A nest inside gets the clocks of both.
+// Applies to nests whose clock is remapped or stretched: every property of a copy takes, at each frame outside, the
+// value that it had at the frame inside which the nest showed then. While the clock runs evenly keyframes only move;
+// where it turns a corner they are cut in two. A nest inside gets the clocks of both. Where an expression plays the
+// clock again and again one does so with each property; other expressions cannot be told.
 #include "document/json_text.h"
 #include "keyframes.h"
 #include "remedies.h"
@@ -29,7 +30,7 @@ std::string remap_of(const CopiedLayer& copy, const NestClock& clock, double fra
         span.is_hold = run.inner_from == run.inner_to;
         spans.push_back(std::move(span));
     }
-    return "{\"a\":1,\"k\":" + Keyframes(std::move(spans)).text() + "}";
+    return "{\"a\":1,\"k\":" + Keyframes(std::move(spans)).text() + expression_member(clock) + "}";
 }
 
 // The run moved the layer's keyframes by its shift.
