@@ -1,6 +1,7 @@
 // `exflate dialog --picture`: what is drawn, and that nothing is remembered.
 #include <gmock/gmock.h>
 
+#include <QFontDatabase>
 #include <QImage>
 
 #include "../cli/animations.h"
@@ -96,6 +97,42 @@ TEST(Picture, shows_what_the_dialog_remembers_unless_told_otherwise) {
     ASSERT_EQ(test::exflate(sandbox, {"a.json", "--prefix", "kept", "--keep-in-comp"}).exit_code, 0);
     EXPECT_NE(picture(sandbox, {}), fresh);
     EXPECT_EQ(picture(sandbox, {"--first-use"}), fresh);
+}
+
+// Two characters of each script: boxes in place of what no font has would be the same picture twice.
+TEST(Picture, shows_every_script_that_a_font_is_installed_for) {
+    size_of_dialog();  // fonts are known once there has been a window
+    const auto has = [](QFontDatabase::WritingSystem script) { return !QFontDatabase::families(script).isEmpty(); };
+    const bool has_emoji = QFontDatabase::hasFamily("Noto Color Emoji");
+    const struct {
+        bool is_installed;
+        const char *first, *second;
+    } pairs[] = {{has(QFontDatabase::Latin), "é", "ñ"},
+                 {has(QFontDatabase::Greek), "λ", "ω"},
+                 {has(QFontDatabase::Cyrillic), "Ж", "я"},
+                 {has(QFontDatabase::SimplifiedChinese), "漢", "字"},
+                 {has(QFontDatabase::Japanese), "か", "な"},
+                 {has(QFontDatabase::Korean), "한", "글"},
+                 {has_emoji, "😀", "🚀"}};
+    EXPECT_TRUE(pairs[0].is_installed);
+    const Sandbox sandbox;
+    for (const auto& [is_installed, first, second] : pairs) {
+        if (!is_installed) continue;
+        EXPECT_NE(picture(sandbox, {"--type", std::string("prefixInput=") + first}),
+                  picture(sandbox, {"--type", std::string("prefixInput=") + second}))
+            << first << second;
+    }
+    if (!has_emoji) return;
+    // The one picture in the dialog that is yellow.
+    const QImage image = picture(sandbox, {"--type", "prefixInput=😀"});
+    int yellow = 0;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            const QColor color = image.pixelColor(x, y);
+            if (color.red() > 200 && color.green() > 130 && color.blue() < 120) ++yellow;
+        }
+    }
+    EXPECT_GT(yellow, 20);
 }
 
 TEST(Picture, what_cannot_be_done_is_told_in_one_sentence) {
