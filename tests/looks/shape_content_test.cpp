@@ -16,8 +16,18 @@ std::optional<Box> painted(const std::string& items, double frame = 0) {
     const lottie::looks::Scene scene(text);
     lottie::looks::Work work;
     lottie::looks::Surveys surveys(scene, work);
-    const lottie::looks::Hull& hull = surveys.find("")->reach(0, frame);
-    return area(hull) > 0 ? std::optional(around(hull)) : std::nullopt;
+    lottie::looks::Survey& survey = *surveys.find("");
+    const lottie::looks::Hull& hull = survey.reach(0, frame);
+    if (area(hull) <= 0) return std::nullopt;
+    const Box box = around(hull);
+    const double less = (box.right - box.left) / 1000;
+    EXPECT_FALSE(survey.surely_lies_within(0, frame, {box.left + less, box.top, box.right, box.bottom}));
+    EXPECT_FALSE(survey.surely_lies_within(0, frame, {box.left, box.top, box.right - less, box.bottom}));
+    EXPECT_FALSE(survey.surely_lies_within(0, frame, {box.left, box.top + less, box.right, box.bottom}));
+    EXPECT_FALSE(survey.surely_lies_within(0, frame, {box.left, box.top, box.right, box.bottom - less}));
+    const bool has_repeater = items.find("\"rp\"") != std::string::npos;
+    EXPECT_EQ(survey.surely_lies_within(0, frame, {-1e4, -1e4, 1e4, 1e4}), !has_repeater);
+    return box;
 }
 
 void expect_box(const std::optional<Box>& box, double left, double top, double right, double bottom) {

@@ -117,11 +117,13 @@ Worst search(Unnesting& u) {
     for (const double frame : u.nest_frames()) inner_frames.push_back(u.inner_frame(frame));
     const std::vector<std::size_t> layers = layers_to_search(u, inner_frames);
     std::vector<bool> is_counted(u.inside().size(), false);
+    const Box inner_frame{0, 0, u.nest().width, u.nest().height};
     for (std::size_t i = 0; i < inner_frames.size(); ++i) {
         const double frame = u.nest_frames()[i];
         double unseen = 0;
         for (const std::size_t inner : layers) {
-            if (held.frame[inner]) continue;
+            if (held.frame[inner] || u.inside_survey().surely_lies_within(inner, inner_frames[i], inner_frame))
+                continue;
             Hull reach = u.inside_survey().reach_in_stack(inner, inner_frames[i]);
             if (const auto mask = held.masks ? mask_reach(u.nest(), frame) : std::nullopt) reach = cut(reach, *mask);
             const Overhang one = is_hidden_anyway(u, inner, frame) ? Overhang{} : overhang(u, reach, frame);

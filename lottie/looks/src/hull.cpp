@@ -32,6 +32,20 @@ void add_half(Hull& hull, const Points& points) {
 
 }  // namespace
 
+Box united(const Box& a, const Box& b) {
+    return {std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right), std::max(a.bottom, b.bottom)};
+}
+
+Box mapped(const Box& box, const Matrix& matrix) {
+    Box all = kNoBox;
+    for (const Point& corner : {Point{box.left, box.top}, Point{box.right, box.top}, Point{box.left, box.bottom},
+                                Point{box.right, box.bottom}}) {
+        const Point p = matrix.map(corner);
+        all = united(all, {p.x, p.y, p.x, p.y});
+    }
+    return all;
+}
+
 Hull hull_of(std::vector<Point> points) {
     std::erase_if(points, [](Point p) { return !std::isfinite(p.x) || !std::isfinite(p.y); });
     std::sort(points.begin(), points.end(), [](Point a, Point b) { return a.x < b.x || (a.x == b.x && a.y < b.y); });
@@ -60,21 +74,23 @@ Hull united(const Hull& a, const Hull& b) {
 Hull cut(const Hull& a, const Hull& b) {
     if (a.size() < 3 || b.size() < 3) return {};
     Hull rest = a;
+    Hull next;
+    std::vector<double> sides;
     for (std::size_t i = 0; i < b.size(); ++i) {
         const Point from = b[i];
         const Point to = b[(i + 1) % b.size()];
-        Hull next;
+        sides.clear();
+        for (const Point& p : rest) sides.push_back(side(from, to, p));
+        if (std::none_of(sides.begin(), sides.end(), [](double one) { return !(one >= 0); })) continue;
+        next.clear();
         for (std::size_t k = 0; k < rest.size(); ++k) {
-            const Point p = rest[k];
-            const Point q = rest[(k + 1) % rest.size()];
-            const double side_p = side(from, to, p);
-            const double side_q = side(from, to, q);
-            if (side_p >= 0) next.push_back(p);
-            if ((side_p > 0 && side_q < 0) || (side_p < 0 && side_q > 0)) {
-                next.push_back(crossing(p, q, side_p, side_q));
+            const std::size_t after = k + 1 == rest.size() ? 0 : k + 1;
+            if (sides[k] >= 0) next.push_back(rest[k]);
+            if ((sides[k] > 0 && sides[after] < 0) || (sides[k] < 0 && sides[after] > 0)) {
+                next.push_back(crossing(rest[k], rest[after], sides[k], sides[after]));
             }
         }
-        rest = std::move(next);
+        rest.swap(next);
     }
     return hull_of(std::move(rest));
 }

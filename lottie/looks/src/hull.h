@@ -1,6 +1,7 @@
 // Convex polygons, and the upright rectangles around them.
 #pragma once
 
+#include <limits>
 #include <vector>
 
 #include "matrix.h"
@@ -13,6 +14,13 @@ struct Box {
     double right = 0;
     double bottom = 0;
 };
+
+// Around nothing: what is united with it is itself.
+inline constexpr Box kNoBox = {std::numeric_limits<double>::infinity(), std::numeric_limits<double>::infinity(),
+                               -std::numeric_limits<double>::infinity(), -std::numeric_limits<double>::infinity()};
+Box united(const Box& a, const Box& b);
+// Around what a box becomes.
+Box mapped(const Box& box, const Matrix& matrix);
 
 // Corners in order around it; fewer than three hold nothing.
 using Hull = std::vector<Point>;

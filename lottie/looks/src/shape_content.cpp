@@ -137,10 +137,15 @@ void paint(Shapes& shapes, double reach, double opacity) {
     }
 }
 
+// By how much it lengthens what it lengthens most, of what lies along the axes.
+double stretch_of(const Matrix& matrix) {
+    const Point origin = matrix.map({0, 0});
+    return std::max(distance(matrix.map({1, 0}), origin), distance(matrix.map({0, 1}), origin));
+}
+
 template <class Shapes>
 void move(Shapes& shapes, const Matrix& matrix) {
-    const Point origin = matrix.map({0, 0});
-    const double scale = std::max(distance(matrix.map({1, 0}), origin), distance(matrix.map({0, 1}), origin));
+    const double scale = stretch_of(matrix);
     for (auto& shape : shapes) {
         for (Point& point : shape.outline.points) point = matrix.map(point);
         shape.outline.growth *= scale;
@@ -205,6 +210,31 @@ PathProperty::Vertices PathProperty::vertices_at(double frame) const {
     return vertices;
 }
 
+std::size_t PathProperty::take_into(Box& box, double frame) const {
+    if (keys_.empty()) return 0;
+    const auto next = std::upper_bound(keys_.begin(), keys_.end(), frame,
+                                       [](double time, const Key& key) { return time < key.time; });
+    const Key& key = next == keys_.begin() ? keys_.front() : *std::prev(next);
+    const Vertices& from = key.start;
+    double share = 0;
+    if (next != keys_.begin() && next != keys_.end() && !key.is_hold && next->time > key.time)
+        share = ease_between(*key.json, (frame - key.time) / (next->time - key.time));
+    const auto at = [share](const std::vector<Point>& start, const std::vector<Point>& end, std::size_t i) {
+        if (share == 0 || i >= end.size()) return start[i];
+        return Point{start[i].x + share * (end[i].x - start[i].x), start[i].y + share * (end[i].y - start[i].y)};
+    };
+    for (std::size_t i = 0; i < from.at.size(); ++i) {
+        const Point vertex = at(from.at, key.end.at, i);
+        const Point in = at(from.in, key.end.in, i);
+        const Point out = at(from.out, key.end.out, i);
+        box.left = std::min({box.left, vertex.x, vertex.x + in.x, vertex.x + out.x});
+        box.right = std::max({box.right, vertex.x, vertex.x + in.x, vertex.x + out.x});
+        box.top = std::min({box.top, vertex.y, vertex.y + in.y, vertex.y + out.y});
+        box.bottom = std::max({box.bottom, vertex.y, vertex.y + in.y, vertex.y + out.y});
+    }
+    return from.at.size();
+}
+
 Outline PathProperty::at(double frame) const {
     return along(vertices_at(frame));
 }
@@ -245,16 +275,32 @@ struct ShapeContent::Moment {
     std::size_t points = 0;
 };
 
+// A box around shapes, and how far paint reaches beyond it.
+struct ShapeContent::Bounds {
+    Box box = kNoBox;
+    double growth = 0;
+    std::size_t points = 0;  // looked at
+
+    void take(const Bounds& other) {
+        box = united(box, other.box);
+        growth = std::max(growth, other.growth);
+        points += other.points;
+    }
+};
+
 class ShapeContent::Item {
   public:
     // Without `keeps_curves`, for shapes whose paths nothing trims, outlines are reduced to what surrounds them.
     Item(const Json& json, bool keeps_curves);
 
     void apply(Moment& at, std::vector<Shape>& shapes) const;
+    // Adds what the item adds to `bounds`. False if that cannot be told.
+    bool bound(double frame, Bounds& bounds) const;
     bool is_animated() const { return is_animated_; }
     std::size_t weight() const { return weight_; }
 
     static std::vector<Shape> group(const std::vector<std::unique_ptr<Item>>& items, Moment& at);
+    static bool bound_group(const std::vector<std::unique_ptr<Item>>& items, double frame, Bounds& bounds);
     static std::vector<std::unique_ptr<Item>> compile(Json::ConstArray items, bool keeps_curves);
 
   private:
@@ -282,6 +328,7 @@ class ShapeContent::Item {
     std::optional<ItemTransform> transform_;
     std::vector<std::unique_ptr<Item>> items_;
     mutable std::optional<std::vector<Shape>> still_shapes_;
+    mutable std::optional<Bounds> still_bounds_;
 };
 
 ShapeContent::Item::Item(const Json& json, bool keeps_curves)
@@ -387,6 +434,44 @@ void ShapeContent::Item::apply(Moment& at, std::vector<Shape>& shapes) const {
     }
 }
 
+bool ShapeContent::Item::bound_group(const std::vector<std::unique_ptr<Item>>& items, double frame, Bounds& bounds) {
+    for (const auto& item : items) {
+        if (!item->is_hidden_ && !item->bound(frame, bounds)) return false;
+    }
+    for (const auto& item : items) {
+        if (item->kind_ != "tr" || bounds.box.left > bounds.box.right) continue;
+        const Matrix matrix = item->transform_->at(frame);
+        bounds.growth *= stretch_of(matrix);
+        bounds.box = mapped(bounds.box, matrix);
+    }
+    return true;
+}
+
+bool ShapeContent::Item::bound(double frame, Bounds& bounds) const {
+    if (kind_ == "rp") return false;
+    if (kind_ == "st" || kind_ == "gs") {
+        bounds.growth = std::max(bounds.growth, value(0, frame)[0] / 2 * miter_);
+    } else if (kind_ == "pb" || kind_ == "zz" || kind_ == "op") {
+        bounds.growth += std::abs(value(0, frame)[0]);
+    }
+    if (!is_animated_ && still_bounds_) {
+        bounds.take(*still_bounds_);
+        return true;
+    }
+    Bounds own;
+    if (kind_ == "gr") {
+        if (!bound_group(items_, frame, own)) return false;
+    } else if (path_) {
+        own.points = path_->take_into(own.box, frame);
+    } else {
+        for (const Point& point : outline(frame).points)
+            own.box = united(own.box, {point.x, point.y, point.x, point.y});
+    }
+    if (!is_animated_) still_bounds_ = own;
+    bounds.take(own);
+    return true;
+}
+
 Outline ShapeContent::Item::outline(double frame) const {
     if (path_) return path_->at(frame);
     if (kind_ == "rc") return rectangle(value(0, frame), value(1, frame));
@@ -483,6 +568,16 @@ const Hull& ShapeContent::hull(double frame, std::size_t& work) const {
     hull_frame_ = frame;
     work += weight_ + moment.points;
     return hull_;
+}
+
+std::optional<Box> ShapeContent::box_around(double frame, std::size_t& work) const {
+    Bounds bounds;
+    const bool is_told = Item::bound_group(items_, frame, bounds);
+    work += items_.size() + bounds.points;
+    if (!is_told) return std::nullopt;
+    const Box& box = bounds.box;
+    return Box{box.left - bounds.growth, box.top - bounds.growth, box.right + bounds.growth,
+               box.bottom + bounds.growth};
 }
 
 Hull around(const std::vector<Outline>& outlines) {

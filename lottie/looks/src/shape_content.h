@@ -30,6 +30,8 @@ class PathProperty {
 
     Outline at(double frame) const;
     Vertices vertices_at(double frame) const;
+    // Takes in all vertices and handles, and with them the curve; returns how many vertices there are.
+    std::size_t take_into(Box& box, double frame) const;
     bool is_animated() const { return keys_.size() > 1; }
 
   private:
@@ -69,12 +71,15 @@ class ShapeContent {
     // Paths that nothing paints are left out.
     // What it takes to find that out, in points looked at, is added to `work`.
     const Hull& hull(double frame, std::size_t& work) const;
+    // A box that holds that hull, and may be much larger; found with far less work. Nothing if it cannot be told.
+    std::optional<Box> box_around(double frame, std::size_t& work) const;
     bool is_animated() const { return is_animated_; }
 
   private:
     class Item;
     struct Shape;
     struct Moment;
+    struct Bounds;
 
     std::vector<std::unique_ptr<Item>> items_;
     bool is_animated_ = false;

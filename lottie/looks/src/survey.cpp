@@ -175,6 +175,33 @@ const Hull& Survey::reach_in_stack(std::size_t place, double frame) {
     return about.reach;
 }
 
+// Around all that reach() can be; masks left aside.
+std::optional<Box> Survey::own_box(const SceneLayer& layer, double frame) {
+    switch (layer.type) {
+        case LayerType::nest:
+        case LayerType::solid:
+            return Box{0, 0, layer.width, layer.height};
+        case LayerType::shape: {
+            std::size_t points = 0;
+            const auto box = layer.shapes().box_around(frame, points);
+            work_.spend(points);
+            return box;
+        }
+        default:
+            return std::nullopt;
+    }
+}
+
+bool Survey::surely_lies_within(std::size_t place, double frame, const Box& box) {
+    const SceneLayer& layer = stack_->layer(place);
+    if (!layer.is_on(frame)) return true;
+    const auto own = own_box(layer, frame);
+    if (!own) return false;
+    if (own->left > own->right || own->top > own->bottom) return true;
+    const Box placed = mapped(*own, placement_.world(place, frame));
+    return placed.left >= box.left && placed.right <= box.right && placed.top >= box.top && placed.bottom <= box.bottom;
+}
+
 bool Survey::own_reach_stands_still(std::size_t place) {
     Answer& answer = about_[place].own_stands_still;
     if (answer == Answer::unknown) {

@@ -41,6 +41,8 @@ class Survey {
     // The same in the coordinates of the stack, parents and a matte taken into account; nothing when it is off or
     // transparent then.
     const Hull& reach_in_stack(std::size_t layer, double frame);
+    // Whether reach_in_stack() surely lies within a box, as far as that can be told with little work.
+    bool surely_lies_within(std::size_t layer, double frame, const Box& box);
     // Whether reach_in_stack() is the same at all frames at which the layer is on.
     bool reach_stands_still(std::size_t layer);
     // Around all that is drawn.
@@ -75,6 +77,7 @@ class Survey {
 
     bool own_reach_stands_still(std::size_t layer);
     bool nest_stands_still(const SceneLayer& nest);
+    std::optional<Box> own_box(const SceneLayer& layer, double frame);
     Hull work_out_reach(std::size_t layer, double frame);
     Hull nest_reach(const SceneLayer& nest, double frame);
     Survey* inside(const SceneLayer& nest);
