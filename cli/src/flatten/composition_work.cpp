@@ -2,6 +2,7 @@
 #include "flatten/composition_work.h"
 
 #include <algorithm>
+#include <optional>
 
 #include "cli/shared/animation_file.h"
 #include "cli/shared/selection.h"
@@ -90,8 +91,16 @@ struct CompositionWork::Stage {
     std::string before;
     lottie::document::Document document;
     host::model::Comp& comp;
+    const lottie::mend::BeforeRuns& unmended() {
+        if (!unmended_) unmended_.emplace(before);
+        return *unmended_;
+    }
+
     const DialogAnswers answers;
     Trials trials;
+
+  private:
+    std::optional<lottie::mend::BeforeRuns> unmended_;  // made when there is something to mend
 };
 
 struct CompositionWork::Attempt {
@@ -306,7 +315,8 @@ void CompositionWork::mend(Attempt& tried) {
         const std::size_t layers = tried.trial.written.layers.size();
         state_.limits.work->spend(layers * layers / kPairsPerStep);
         if (!tried.mending)
-            tried.mending = std::make_unique<Mending>(stage_->before, stage_->document.write(), tried.trial.change);
+            tried.mending =
+                std::make_unique<Mending>(stage_->unmended(), tried.trial.written.layers, tried.trial.change);
         const bool is_mended = tried.mending->answer(seen, cuts_add_up);
         tried.mended_layers = tried.mending->layers();
         if (!is_mended) return;

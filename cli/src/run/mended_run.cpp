@@ -46,7 +46,9 @@ std::string summary_of(const std::set<std::string>& mended, const std::vector<Ne
 MendedRun mend_run(const std::string& before, const std::string& after, const lottie::looks::StackChange& change) {
     lottie::looks::Judge judge(before);
     std::vector<NestReport> reports = judge.compare(change, after);
-    lottie::mend::Mending mending(before, after, change);
+    const lottie::mend::Workbench bench(after);
+    const lottie::mend::BeforeRuns unmended(before);
+    lottie::mend::Mending mending(unmended, bench.file_layers(*bench.find(change.composition)), change);
     std::string text = after;
     while (count_changing(reports) > 0 && mending.answer(reports)) {
         text = with_layers(after, change.composition, mending.layers());

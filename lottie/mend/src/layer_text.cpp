@@ -22,12 +22,18 @@ const JsonTree& LayerText::tree() const {
     return *tree_;
 }
 
+const JsonTree& LayerText::members() const {
+    if (tree_) return *tree_;
+    if (!members_) members_.emplace(text_, where_, JsonTree::Depth::members);
+    return *members_;
+}
+
 std::string_view LayerText::member(std::string_view key) const {
     if (const auto changed = changes_.find(key); changed != changes_.end()) {
         return changed->second ? std::string_view(*changed->second) : std::string_view();
     }
-    const JsonNode* node = tree().member(&tree().root(), key);
-    return node == nullptr ? std::string_view() : tree().text(*node);
+    const JsonNode* node = members().member(&members().root(), key);
+    return node == nullptr ? std::string_view() : members().text(*node);
 }
 
 std::optional<double> LayerText::number(std::string_view key) const {
@@ -81,7 +87,7 @@ void LayerText::set_inside(std::string_view key, std::string_view inner, std::st
 
 std::vector<std::string> LayerText::keys() const {
     std::vector<std::string> keys;
-    for (const JsonNode* member : tree().children(tree().root()))
+    for (const JsonNode* member : members().children(members().root()))
         keys.push_back(document::decode_string(member->key.of(text_)));
     for (const auto& [key, value] : changes_) {
         if (std::find(keys.begin(), keys.end(), key) == keys.end()) keys.push_back(key);
@@ -117,7 +123,7 @@ void LayerText::rewrite_expressions(const std::function<std::optional<std::strin
 
 std::string LayerText::text() const {
     if (!is_changed()) return std::string(where_.of(text_));
-    document::ObjectEdit edit(tree(), tree().root(), document::layer_member_order());
+    document::ObjectEdit edit(members(), members().root(), document::layer_member_order());
     for (const auto& [key, value] : changes_) {
         if (value) {
             edit.set(key, *value);

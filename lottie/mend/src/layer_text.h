@@ -43,6 +43,8 @@ class LayerText {
 
     // As it was, for looking deeper.
     const document::JsonTree& tree() const;
+    // As it was, with nothing inside of its members.
+    const document::JsonTree& members() const;
 
     bool is_changed() const { return !changes_.empty(); }
     document::Slice where() const { return where_; }
@@ -55,6 +57,7 @@ class LayerText {
     const std::string& text_;
     document::Slice where_;
     mutable std::optional<document::JsonTree> tree_;  // made when somebody looks inside
+    mutable std::optional<document::JsonTree> members_;
     std::map<std::string, std::optional<std::string>, std::less<>> changes_;
 };
 

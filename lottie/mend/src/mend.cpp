@@ -43,15 +43,18 @@ constexpr Remedy kRemedies[] = {
 }  // namespace
 
 struct Progress {
-    Progress(std::string before, std::string after, looks::StackChange change)
-        : unnested(std::move(before), std::move(after), std::move(change)) {}
+    Progress(Before& before, const std::vector<std::string_view>& after, looks::StackChange change)
+        : unnested(before, after, std::move(change)) {}
 
     Unnested unnested;
     std::map<std::size_t, std::set<const Remedy*>> applied;  // by nest
 };
 
-Mending::Mending(std::string before, std::string after, looks::StackChange change)
-    : progress_(std::make_unique<Progress>(std::move(before), std::move(after), std::move(change))) {}
+BeforeRuns::BeforeRuns(std::string text) : before_(std::make_unique<Before>(std::move(text))) {}
+BeforeRuns::~BeforeRuns() = default;
+
+Mending::Mending(const BeforeRuns& before, const std::vector<std::string_view>& after, looks::StackChange change)
+    : progress_(std::make_unique<Progress>(*before.before_, after, std::move(change))) {}
 Mending::~Mending() = default;
 
 bool Mending::answer(const std::vector<looks::NestReport>& reports, bool cuts_add_up) {

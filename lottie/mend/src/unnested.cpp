@@ -12,20 +12,9 @@
 namespace lottie::mend {
 namespace {
 
-using document::DocumentOutline;
 using document::ScannedComp;
 using document::ScannedLayer;
 using looks::Origin;
-
-const ScannedComp& comp_named(const DocumentOutline& outline, const std::string& text, const std::string& id) {
-    if (id.empty()) return outline.comps.front();
-    for (const ScannedComp& comp : outline.comps) {
-        if (comp.asset < 0) continue;
-        const auto& token = outline.assets[static_cast<std::size_t>(comp.asset)].id;
-        if (document::string_equals(token.text.of(text), id)) return comp;
-    }
-    throw std::invalid_argument("the animation has no composition of that id");
-}
 
 std::optional<std::size_t> layer_of(const ScannedComp& comp, std::optional<std::int64_t> number, std::size_t not_this) {
     if (!number) return std::nullopt;
@@ -65,22 +54,43 @@ std::size_t place_in(const ScannedComp& comp, const ScannedLayer& layer) {
 
 }  // namespace
 
-Unnested::Unnested(std::string before, std::string after, looks::StackChange change)
-    : before_text_(std::move(before)),
-      after_text_(std::move(after)),
-      change_(std::move(change)),
-      before_(document::read_outline(before_text_)),
-      after_(document::read_outline(after_text_)),
-      comp_before_(&comp_named(before_, before_text_, change_.composition)),
-      comp_after_(&comp_named(after_, after_text_, change_.composition)) {
-    for (const ScannedLayer& layer : comp_before_->list) stack_.emplace_back(before_text_, layer);
-    for (std::size_t i = 0; i < comp_after_->list.size(); ++i) {
-        const ScannedLayer& layer = comp_after_->list[i];
-        result_.push_back({std::make_unique<LayerText>(after_text_, layer.text), change_.after.at(i)});
-        largest_number_ = std::max({largest_number_, layer.ind.value_or(0), layer.parent.value_or(0)});
+Before::Before(std::string animation) : text(std::move(animation)), outline(document::read_outline(text)) {}
+
+looks::Evaluation& Before::evaluation() {
+    if (!evaluation_) evaluation_.emplace(text);
+    return *evaluation_;
+}
+
+const ScannedComp& Before::composition(const std::string& id) const {
+    if (id.empty()) return outline.comps.front();
+    for (const ScannedComp& comp : outline.comps) {
+        if (comp.asset < 0) continue;
+        const auto& token = outline.assets[static_cast<std::size_t>(comp.asset)].id;
+        if (document::string_equals(token.text.of(text), id)) return comp;
+    }
+    throw std::invalid_argument("the animation has no composition of that id");
+}
+
+Unnested::Unnested(Before& before, const std::vector<std::string_view>& after, looks::StackChange change)
+    : before_(before), change_(std::move(change)), comp_before_(before.composition(change_.composition)) {
+    for (const ScannedLayer& layer : comp_before_.list) stack_.emplace_back(before_.text, layer);
+    for (const std::string_view layer : after) after_text_ += layer;
+    std::uint32_t begin = 0;
+    for (std::size_t i = 0; i < after.size(); ++i) {
+        const auto end = static_cast<std::uint32_t>(begin + after[i].size());
+        result_.push_back({std::make_unique<LayerText>(after_text_, document::Slice{begin, end}), change_.after.at(i)});
+        begin = end;
         const Origin& origin = result_.back().origin;
-        if (origin.kind == Origin::Kind::kept && !is_unnested(origin.layer))
-            stack_.at(origin.layer).now = result_.back().layer.get();
+        LayerText& layer = *result_.back().layer;
+        const bool is_kept = origin.kind == Origin::Kind::kept;
+        const ScannedLayer* facts = is_kept ? &comp_before_.list.at(origin.layer) : nullptr;
+        if (facts != nullptr && facts->text.of(before_.text) == after[i]) {
+            largest_number_ = std::max({largest_number_, facts->ind.value_or(0), facts->parent.value_or(0)});
+        } else {
+            for (const char* key : {"ind", "parent"})
+                largest_number_ = std::max(largest_number_, document::whole_number(layer.number(key, 0)).value_or(0));
+        }
+        if (is_kept && !is_unnested(origin.layer)) stack_.at(origin.layer).now = &layer;
     }
     for (const std::size_t place : change_.nests) read_nest(place);
 }
@@ -92,28 +102,23 @@ std::string Nest::on_outer_clock(const CopiedLayer& copy, const document::JsonNo
 }
 
 double Unnested::frame_rate() const {
-    return document::read_number(before_.frame_rate.text.of(before_text_));
+    return document::read_number(before_.outline.frame_rate.text.of(before_.text));
 }
 
 void Unnested::read_nest(std::size_t place) {
     KeptLayer& layer = stack_.at(place);
-    auto nest = std::make_unique<Nest>(place, layer, document::decode_string(layer.facts.ref_id.of(before_text_)));
+    auto nest = std::make_unique<Nest>(place, layer, document::decode_string(layer.facts.ref_id.of(before_.text)));
     nest->clock = NestClock::of(layer.facts, layer.before, frame_rate());
-    const ScannedComp& inside = comp_named(before_, before_text_, nest->source);
+    const ScannedComp& inside = before_.composition(nest->source);
     const auto bytes = static_cast<double>(inside.layers.end - inside.layers.begin);
     if (nest->clock && cuts(*nest->clock, bytes) > kMostCuts) nest->clock.reset();
-    for (std::size_t i = 0; i < inside.list.size(); ++i) nest->copies.emplace_back(before_text_, i, inside.list[i]);
+    for (std::size_t i = 0; i < inside.list.size(); ++i) nest->copies.emplace_back(before_.text, i, inside.list[i]);
     for (Entry& entry : result_) {
         if (entry.origin.kind == Origin::Kind::copied && entry.origin.nest == place)
             nest->copies.at(entry.origin.layer).now = entry.layer.get();
     }
     find_stand_in(*nest);
     nests_.push_back(std::move(nest));
-}
-
-looks::Evaluation& Unnested::evaluation() {
-    if (!evaluation_) evaluation_.emplace(before_text_);
-    return *evaluation_;
 }
 
 // The layer that the run made and hung copies of this nest on.
@@ -143,7 +148,7 @@ bool Unnested::is_unnested(std::size_t place) const {
 }
 
 std::optional<std::size_t> Unnested::parent_in_stack(const ScannedLayer& layer) const {
-    return layer_of(*comp_before_, layer.parent, place_in(*comp_before_, layer));
+    return layer_of(comp_before_, layer.parent, place_in(comp_before_, layer));
 }
 
 std::optional<std::size_t> Unnested::parent_inside(const Nest& nest, const ScannedLayer& layer) const {

@@ -68,14 +68,28 @@ struct Nest {
 // The matte that a layer inside has, by its place there.
 std::optional<std::size_t> matte_inside(const Nest& nest, const CopiedLayer& copy);
 
+// The animation before runs.
+struct Before {
+    explicit Before(std::string animation);
+
+    looks::Evaluation& evaluation();
+    const document::ScannedComp& composition(const std::string& id) const;
+
+    std::string text;
+    document::DocumentOutline outline;
+
+  private:
+    std::optional<looks::Evaluation> evaluation_;  // made when somebody asks for it
+};
+
 class Unnested {
   public:
-    Unnested(std::string before, std::string after, looks::StackChange change);
+    Unnested(Before& before, const std::vector<std::string_view>& after, looks::StackChange change);
     Unnested(const Unnested&) = delete;
 
     const std::string& composition() const { return change_.composition; }  // its id
     std::deque<KeptLayer>& stack() { return stack_; }                       // before
-    looks::Evaluation& evaluation();                                        // of the animation before
+    looks::Evaluation& evaluation() { return before_.evaluation(); }        // of the animation before
     double frame_rate() const;
     Nest& nest_at(std::size_t place);
     bool is_unnested(std::size_t place) const;
@@ -117,18 +131,14 @@ class Unnested {
     void find_stand_in(Nest& nest);
     std::size_t insert_place_below(const Nest& nest) const;
 
-    std::string before_text_;
-    std::string after_text_;
+    Before& before_;
     looks::StackChange change_;
-    document::DocumentOutline before_;
-    document::DocumentOutline after_;
-    const document::ScannedComp* comp_before_;
-    const document::ScannedComp* comp_after_;
+    const document::ScannedComp& comp_before_;
+    std::string after_text_;  // the layers one behind the other
     std::deque<KeptLayer> stack_;
     std::vector<std::unique_ptr<Nest>> nests_;
     std::vector<Entry> result_;
     std::int64_t largest_number_ = 0;
-    std::optional<looks::Evaluation> evaluation_;  // made when somebody asks for it
 };
 
 }  // namespace lottie::mend

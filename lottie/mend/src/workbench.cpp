@@ -242,6 +242,13 @@ std::size_t Workbench::layer_count(std::size_t composition) const {
     return compositions_->all[composition].layer_count;
 }
 
+std::vector<std::string_view> Workbench::file_layers(std::size_t composition) const {
+    std::vector<std::string_view> layers;
+    for (const ScannedLayer& layer : compositions_->outline.comps[composition].list)
+        layers.push_back(layer.text.of(compositions_->text));
+    return layers;
+}
+
 std::size_t Workbench::layer_bytes(std::size_t composition) const {
     return compositions_->layers_of(composition).size();
 }

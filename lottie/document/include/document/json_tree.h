@@ -24,8 +24,13 @@ struct JsonNode {
 // their points one by one.
 class JsonTree {
   public:
+    enum class Depth {
+        all,
+        members,  // what the root holds are leaves, whatever they hold
+    };
+
     // `what` is one value inside `text`, which was found to be JSON before and must outlive the tree.
-    JsonTree(const std::string& text, Slice what);
+    JsonTree(const std::string& text, Slice what, Depth depth = Depth::all);
 
     const JsonNode& root() const { return nodes_.front(); }
     std::string_view text(const JsonNode& node) const { return node.text.of(text_); }

@@ -27,13 +27,20 @@ bool is_of_numbers(char c) {
     return kIsOfNumbers[static_cast<unsigned char>(c)];
 }
 
+// Of the characters at which a container may end.
+constexpr auto kIsStop = [] {
+    std::array<bool, 256> is{};
+    for (const char c : {'"', '{', '}', '[', ']'}) is[static_cast<unsigned char>(c)] = true;
+    return is;
+}();
+
 }  // namespace
 
 // Builds the tree in one pass over text that is known to be JSON; on any other it ends somewhere, inside the text.
 class JsonTreeBuilder {
   public:
-    JsonTreeBuilder(JsonTree& tree, std::string_view text, std::uint32_t begin)
-        : tree_(tree), text_(text), at_(begin) {}
+    JsonTreeBuilder(JsonTree& tree, std::string_view text, std::uint32_t begin, JsonTree::Depth depth)
+        : tree_(tree), text_(text), at_(begin), depth_(depth) {}
 
     void build() {
         do {
@@ -53,6 +60,10 @@ class JsonTreeBuilder {
     char here() const { return at_ < text_.size() ? text_[at_] : '\0'; }
 
     void take() {
+        if (depth_ == JsonTree::Depth::members && !open_.empty() && (here() == '{' || here() == '[')) {
+            add(here() == '{' ? JsonKind::object : JsonKind::array, end_of_container());
+            return;
+        }
         switch (here()) {
             case '{':
                 return open(JsonKind::object);
@@ -81,10 +92,36 @@ class JsonTreeBuilder {
         }
     }
 
-    void take_string() {
-        std::size_t end = at_ + 1;
+    std::uint32_t end_of_string(std::size_t begin) const {
+        std::size_t end = begin + 1;
         while (end < text_.size() && text_[end] != '"') end += text_[end] == '\\' ? 2U : 1U;
-        const auto behind = static_cast<std::uint32_t>(std::min(end + 1, text_.size()));
+        return static_cast<std::uint32_t>(std::min(end + 1, text_.size()));
+    }
+
+    // Behind the container that begins here.
+    std::uint32_t end_of_container() const {
+        std::uint32_t end = at_;
+        std::size_t depth = 0;
+        while (end < text_.size()) {
+            const char c = text_[end];
+            if (!kIsStop[static_cast<unsigned char>(c)]) {
+                ++end;
+            } else if (c == '"') {
+                end = end_of_string(end);
+            } else {
+                ++end;
+                if (c == '{' || c == '[') {
+                    ++depth;
+                } else if (--depth == 0) {
+                    return end;
+                }
+            }
+        }
+        return end;
+    }
+
+    void take_string() {
+        const std::uint32_t behind = end_of_string(at_);
         const bool is_key = !open_.empty() && tree_.nodes_[open_.back().node].kind == JsonKind::object && key_.empty();
         if (is_key) {
             key_ = {at_, behind};
@@ -161,6 +198,7 @@ class JsonTreeBuilder {
     JsonTree& tree_;
     std::string_view text_;
     std::uint32_t at_;
+    JsonTree::Depth depth_;
     Slice key_;
     std::vector<OpenContainer> open_;
     std::vector<std::uint32_t> starts_;
@@ -168,8 +206,8 @@ class JsonTreeBuilder {
     std::size_t next_known_ = 0;
 };
 
-JsonTree::JsonTree(const std::string& text, Slice what) : text_(text) {
-    JsonTreeBuilder(*this, std::string_view(text).substr(0, what.end), what.begin).build();
+JsonTree::JsonTree(const std::string& text, Slice what, Depth depth) : text_(text) {
+    JsonTreeBuilder(*this, std::string_view(text).substr(0, what.end), what.begin, depth).build();
 }
 
 bool JsonTree::has_key(const JsonNode& node, std::string_view key) const {

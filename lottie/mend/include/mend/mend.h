@@ -4,19 +4,33 @@
 #include <cstddef>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "looks/judge.h"
 
 namespace lottie::mend {
 
+// An animation before its runs, in which each thing is read once for all mending.
+class BeforeRuns {
+  public:
+    // The text must have been read as a project. What the nests inside of nests that are un-nested show need not be
+    // there.
+    explicit BeforeRuns(std::string text);
+    ~BeforeRuns();
+
+  private:
+    friend class Mending;
+    std::unique_ptr<struct Before> before_;
+};
+
 // One un-nesting of nests of one composition, and what is done to its result so that the look is kept. Layers that are
 // not mended keep their bytes.
 class Mending {
   public:
-    // The animation before and after, and what the run did; all are copied. Both texts must have been read as projects.
-    // What the nests inside of the nests show need not be there.
-    Mending(std::string before, std::string after, looks::StackChange change);
+    // What the run did, and the layers of its composition after it, top to bottom, which are copied. `before` must
+    // outlive it.
+    Mending(const BeforeRuns& before, const std::vector<std::string_view>& after, looks::StackChange change);
     ~Mending();
 
     // Answers what makes looks change, each nest with the remedies for the reasons that are found. False when there is

@@ -32,6 +32,7 @@ class Workbench {
     const std::string& name(std::size_t composition) const;
     std::size_t use_count(std::size_t composition) const;  // nests that show it now
     std::size_t layer_count(std::size_t composition) const;
+    std::vector<std::string_view> file_layers(std::size_t composition) const;  // as they were, top to bottom
     std::size_t layer_bytes(std::size_t composition) const;
     // The nests that it holds now, top to bottom.
     const std::vector<Nest>& nests(std::size_t composition) const;
