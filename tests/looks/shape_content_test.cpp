@@ -111,7 +111,7 @@ TEST(ShapeContent, a_moving_path_is_taken_at_its_frame) {
                              R"(,"o":{"x":0,"y":0},"i":{"x":1,"y":1}},{"t":10,"s":)" + line_to("60") + "}]}},";
     expect_box(painted(path + stroke("2"), 0), -1, -1, 21, 1);
     expect_box(painted(path + stroke("2"), 5), -1, -1, 41, 1);
-    expect_box(painted(path + stroke("2"), 30), -1, -1, 61, 1);
+    expect_box(painted(path + stroke("2"), 12), -1, -1, 61, 1);
 }
 
 }  // namespace
