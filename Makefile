@@ -36,4 +36,5 @@ package:
 	$(MAKE) web
 	cmake -E copy_directory build/web/dist dist/web
 	cmake -E rm -rf dist/web/npm
+	packaging/write_boms.py dist
 	cmake -E chdir dist find . -type f
