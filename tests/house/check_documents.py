@@ -81,6 +81,8 @@ def fill(folder):
             {"ty": 0, "nm": "Inner", "refId": "p", "ind": 2, "ip": 0, "op": 50, "st": 0, "w": 100, "h": 100, "ks": {}}]},
         {"id": "p", "nm": "Inmost", "layers": []}]}
     (folder / "a.json").write_text(json.dumps(inner))
+    (folder / "animations").mkdir()
+    shutil.copy(animation, folder / "animations")
     (folder / "sticker.tgs").write_bytes(gzip.compress(animation.read_bytes()))
     with zipfile.ZipFile(folder / "animation.lottie", "w", zipfile.ZIP_DEFLATED) as packed:
         packed.writestr("manifest.json", json.dumps({"version": "1", "animations": [{"id": "intro"}]}))
