@@ -12,7 +12,8 @@ namespace {
 using cli::Console;
 using cli::ExitCode;
 
-ExitCode handle(const cli::Request& request, const Console& console) {
+ExitCode handle(const cli::Request& request, const Console& all) {
+    const Console console = request.options.quiet ? all.quiet() : all;
     return cli::guarded(console, "exflate", [&] {
         const cli::Options options =
             takes_folders(*request.command) ? cli::with_files_of_folders(request.options) : request.options;

@@ -75,11 +75,12 @@ void expect_as_documented(const rapidjson::Value& object, const Table& table) {
 
 TEST(CheckJson, is_what_the_document_says) {
     const auto tables = documented();
-    ASSERT_EQ(tables.size(), 5U);
+    ASSERT_EQ(tables.size(), 6U);
     const Sandbox sandbox;
     const rapidjson::Document report = test::parsed(check_all(sandbox, "json", true).out);
     expect_as_documented(report, tables.at("The report"));
     ASSERT_EQ(report["version"].GetInt(), 1);
+    expect_as_documented(report["totals"], tables.at("The totals"));
     ASSERT_EQ(report["files"].Size(), 4U);
     std::size_t pictures = 0;
     std::size_t reasons = 0;

@@ -127,7 +127,14 @@ TEST(Flatten, exact_keeps_what_is_only_equal_to_the_eye) {
     const std::string text = test::animation({test::asset("inside", "Inside", {wide})}, {nest});
     EXPECT_EQ(exflate_on(text, {"flatten"}).exit_code, 0);
     EXPECT_THAT(exflate_on(text, {"check", "--flatten"}).out, HasSubstr("1 equal to the eye"));
-    EXPECT_THAT(exflate_on(text, {"flatten", "--exact"}).err, Not(HasSubstr("un-nested: equal to the eye")));
+    EXPECT_THAT(exflate_on(text, {"flatten", "--exact", "-v"}).err, Not(HasSubstr("un-nested: equal to the eye")));
+}
+
+TEST(Flatten, each_nest_is_told_if_asked_for) {
+    EXPECT_THAT(exflate_on(flat_and_blurred(), {"flatten"}).err, Not(HasSubstr("nest #")));
+    const std::string told = exflate_on(flat_and_blurred(), {"flatten", "--verbose"}).err;
+    EXPECT_THAT(told, HasSubstr("a.json: nest #1 \"Inner\" in composition \"Flat\" un-nested: exact\n"));
+    EXPECT_THAT(told, HasSubstr("a.json: nest #2 \"Soft\" stays: effects: "));
 }
 
 TEST(Flatten, check_shows_what_it_would_do) {

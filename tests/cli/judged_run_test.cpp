@@ -89,8 +89,11 @@ TEST(JudgedRun, nothing_exact_gives_the_input) {
     EXPECT_EQ(finished.out, bad);
 }
 
-TEST(JudgedRun, each_nest_is_told_and_then_all) {
-    const Finished finished = exflate_on(good_and_bad(), {"--only-exact"});
+TEST(JudgedRun, nests_that_stay_are_told_and_if_asked_for_all) {
+    const Finished brief = exflate_on(good_and_bad(), {"--only-exact"});
+    EXPECT_THAT(brief.err, Not(HasSubstr("GoodOne")));
+    EXPECT_THAT(brief.err, HasSubstr("nest #4 \"BadOne\" kept: "));
+    const Finished finished = exflate_on(good_and_bad(), {"--only-exact", "-v"});
     EXPECT_THAT(finished.err, HasSubstr("nest #1 \"GoodOne\" un-nested: exact, 3 layers, +"));
     EXPECT_THAT(finished.err, HasSubstr("nest #4 \"BadOne\" kept: changes, 1 layer, +"));
     EXPECT_THAT(finished.err, HasSubstr("; opacity: its opacity of 50 % is lost"));

@@ -13,7 +13,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
-#include <optional>
+#include <memory>
 
 namespace test {
 namespace {
@@ -128,7 +128,9 @@ Finished Sandbox::run(const std::string& program, const Start& start) const {
     for (const auto& [name, value] : start.environment) environment.push_back(name + '=' + value);
     const fs::path out = start.out_file.empty() ? own_ / "out" : folder_ / start.out_file;
 
-    const std::optional<Terminal> terminal = start.errors_to_terminal ? std::make_optional<Terminal>() : std::nullopt;
+    const auto terminal_if = [](bool wanted) { return wanted ? std::make_unique<Terminal>() : nullptr; };
+    const std::unique_ptr<Terminal> terminal = terminal_if(start.errors_to_terminal);
+    const std::unique_ptr<Terminal> out_terminal = terminal_if(start.output_to_terminal);
 
     const pid_t child = fork();
     if (child == 0) {
@@ -136,6 +138,8 @@ Finished Sandbox::run(const std::string& program, const Start& start) const {
         open_as(STDIN_FILENO, own_ / "in", O_RDONLY);
         if (start.reader_is_gone) {
             open_broken_pipe(STDOUT_FILENO);
+        } else if (out_terminal) {
+            if (dup2(out_terminal->inner, STDOUT_FILENO) < 0) _exit(99);
         } else {
             open_as(STDOUT_FILENO, out, O_WRONLY | O_CREAT | O_TRUNC);
         }
@@ -163,7 +167,11 @@ Finished Sandbox::run(const std::string& program, const Start& start) const {
     waitpid(child, &status, 0);
     Finished finished;
     finished.exit_code = WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
-    if (start.out_file.empty() && !start.reader_is_gone) finished.out = read_file(out);
+    if (out_terminal) {
+        finished.out = out_terminal->text();
+    } else if (start.out_file.empty() && !start.reader_is_gone) {
+        finished.out = read_file(out);
+    }
     finished.err = terminal ? terminal->text() : read_file(own_ / "err");
     return finished;
 }

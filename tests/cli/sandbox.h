@@ -26,6 +26,7 @@ struct Start {
     bool has_no_output = false;                           // standard output is closed
     long most_memory = -1;                                // bytes of address space
     bool errors_to_terminal = false;                      // standard error is a terminal
+    bool output_to_terminal = false;                      // standard output is one
 };
 
 class Sandbox {

@@ -37,6 +37,34 @@ TEST(Terminal, results_have_no_colours) {
     }
 }
 
+Finished to_terminal(const std::vector<std::string>& arguments, std::map<std::string, std::string> environment) {
+    const Sandbox sandbox(test::fading_nest());
+    return exflate(sandbox,
+                   {.arguments = arguments, .environment = std::move(environment), .output_to_terminal = true});
+}
+
+TEST(Terminal, verdicts_have_colours_there_and_nowhere_else) {
+    const std::string shown = to_terminal({"check", "a.json"}, {{"TERM", "xterm"}}).out;
+    EXPECT_THAT(shown, HasSubstr("#2 \"Intro\": \033[33mchanges\033[0m (2 layers, "));
+    EXPECT_THAT(shown, HasSubstr("      \033[33m!\033[0m opacity: "));
+    EXPECT_THAT(to_terminal({"check", "a.json"}, {{"TERM", "xterm"}, {"NO_COLOR", "1"}}).out, Not(HasSubstr("\033")));
+    EXPECT_THAT(to_terminal({"check", "--format", "json", "a.json"}, {{"TERM", "xterm"}}).out, Not(HasSubstr("\033")));
+}
+
+TEST(Terminal, a_file_is_not_written_there_unless_that_is_asked_for) {
+    for (const char* command : {"run", "flatten"}) {
+        const Finished refused = to_terminal({command, "a.json"}, {});
+        EXPECT_EQ(refused.exit_code, 2);
+        EXPECT_EQ(refused.out, "");
+        EXPECT_EQ(refused.err,
+                  "exflate: the result would fill the terminal: name a file with -o, or say -o - to see it\n");
+        EXPECT_THAT(to_terminal({command, "a.json", "-o", "-"}, {}).out, StartsWith("{"));
+        EXPECT_EQ(to_terminal({command, "a.json", "-i"}, {}).out, "");
+        EXPECT_NE(to_terminal({command, "a.json", "--dry-run"}, {}).exit_code, 2);
+    }
+    EXPECT_EQ(to_terminal({"report", "a.json"}, {}).exit_code, 2);
+}
+
 TEST(Terminal, there_are_no_colours_where_they_are_not_wanted) {
     using Environment = std::map<std::string, std::string>;
     for (const Environment& environment :

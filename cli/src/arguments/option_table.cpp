@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "cli/arguments/tables.h"
+#include "cli/shared/suggestions.h"
 
 namespace cli {
 namespace {
@@ -52,6 +53,15 @@ CheckFormat format(const std::string& name) {
     return name == "json" ? CheckFormat::json : name == "junit" ? CheckFormat::junit : CheckFormat::text;
 }
 
+lottie::looks::Reason reason(const std::string& name) {
+    std::vector<std::string> names;
+    for (const auto reason : lottie::looks::all_reasons()) {
+        if (code(reason) == name) return reason;
+        names.emplace_back(code(reason));
+    }
+    throw std::invalid_argument("there is no reason '" + name + "'" + did_you_mean(name, names));
+}
+
 host::scriptui::Action typing(const std::string& text) {
     const std::size_t equals = text.find('=');
     if (equals == std::string::npos) throw std::invalid_argument("needs CONTROL=TEXT");
@@ -66,7 +76,7 @@ constexpr Option kOptions[] = {
      .value = "OUT",
      .category = kOutput,
      .brief = "write the result to OUT",
-     .more = "The default for a single FILE is standard output, also written as -.",
+     .more = "The default for a single FILE is standard output, also written as -, unless that is a terminal.",
      .completion = Completion::file,
      .commands = "run flatten",
      .set = [](Options& o, Text value) { o.output = value; }},
@@ -75,6 +85,7 @@ constexpr Option kOptions[] = {
      .value = "OUT",
      .category = kOutput,
      .brief = "write the page to OUT; default: standard output",
+     .more = "A terminal gets it with -o - only.",
      .completion = Completion::file,
      .commands = "report",
      .set = [](Options& o, Text value) { o.output = value; }},
@@ -109,9 +120,36 @@ constexpr Option kOptions[] = {
      .more = "Each file gets a process of its own, so a plug-in that crashes takes only its own file down. Messages "
              "come in the order of the files, and on a colour terminal a line counts the files that are done. Files "
              "that share a name are done one after another.",
-     .commands = "run flatten",
+     .commands = "run flatten check",
      .excludes = "--dialog --journal",
      .set = [](Options& o, Text value) { o.jobs = whole_number(value, 1, 1024); }},
+    {.name = "--quiet",
+     .letter = 'q',
+     .category = kOutput,
+     .brief = "say only what is wrong",
+     .commands = "run flatten",
+     .set = [](Options& o, Text) { o.quiet = true; }},
+    {.name = "--quiet",
+     .letter = 'q',
+     .category = kOutput,
+     .brief = "print only what makes the exit code other than 0",
+     .more = "JSON and JUnit stay whole.",
+     .commands = "check",
+     .set = [](Options& o, Text) { o.quiet = true; }},
+    {.name = "--verbose",
+     .letter = 'v',
+     .category = kOutput,
+     .brief = "say of each nest what became of it",
+     .commands = "run flatten",
+     .excludes = "--quiet",
+     .set = [](Options& o, Text) { o.verbose = true; }},
+    {.name = "--verbose",
+     .letter = 'v',
+     .category = kOutput,
+     .brief = "print findings that harm no look too, and the file's own names of properties",
+     .commands = "check",
+     .excludes = "--quiet",
+     .set = [](Options& o, Text) { o.verbose = true; }},
     {.name = "--format",
      .value = "FORMAT",
      .category = kOutput,
@@ -121,6 +159,24 @@ constexpr Option kOptions[] = {
      .choices = "text json junit",
      .commands = "check",
      .set = [](Options& o, Text value) { o.format = format(value); }},
+    {.name = "--baseline",
+     .value = "FILE",
+     .category = kOutput,
+     .brief = "let what an earlier check has found pass",
+     .more =
+         "FILE is what exflate check --format json wrote. A finding is known again by its file, composition, nest, "
+         "reason, layer and property, so only new ones make the exit code 1. Name files and folders as you did then.",
+     .completion = Completion::file,
+     .commands = "check",
+     .set = [](Options& o, Text value) { o.baseline = not_empty(value, "needs the name of a file"); }},
+    {.name = "--allow",
+     .value = "REASON",
+     .category = kOutput,
+     .brief = "let looks that change for this reason pass",
+     .more = "REASON is a code as check prints it, such as clip.",
+     .commands = "check",
+     .repeats = true,
+     .set = [](Options& o, Text value) { o.allowed.push_back(reason(value)); }},
     {.name = "--prove",
      .category = kOutput,
      .brief = "draw frames before and after and compare them too",
@@ -137,7 +193,7 @@ constexpr Option kOptions[] = {
      .letter = 'n',
      .category = kOutput,
      .brief = "say what would be done, and write nothing",
-     .commands = "flatten",
+     .commands = "run flatten",
      .set = [](Options& o, Text) { o.dry_run = true; }},
     {.name = "--flatten",
      .category = kOutput,

@@ -1,14 +1,17 @@
 // `exflate check`: what un-nesting would do to the look.
 #include "check/checked_file.h"
+#include "check/tolerance.h"
 #include "commands.h"
 
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <utility>
 
 #include "cli/flatten/flattening.h"
 #include "cli/shared/animation_file.h"
 #include "cli/shared/file_io.h"
+#include "cli/shared/files_at_work.h"
 #include "cli/shared/selection.h"
 #include "cli/shared/trial.h"
 #include "shared/installed_parts.h"
@@ -86,8 +89,9 @@ void check_flattening(const std::string& text, const Options& options, const hos
         one.layers = nest.layers;
         one.bytes_after = flattened.text.size();
         one.report = {nest.number - 1, nest.name, nest.verdict, nest.findings, 0};
-        one.flattened = {nest.kept_because, nest.mended};
+        one.flattened = {nest.kept_because, Tolerated::no, nest.mended};
     }
+    checked.left = flattened.nests_left;
     const bool is_whole = options.composition.empty() && options.layers.empty();
     if (options.prove) add_proofs(text, flattened.text, is_whole, console, budget, checked);
 }
@@ -156,23 +160,20 @@ std::vector<CheckedFile> check_file(const std::string& file, const Options& opti
     return all.empty() ? lacking : all;
 }
 
-std::string report(const std::vector<CheckedFile>& files, CheckFormat format) {
-    switch (format) {
-        case CheckFormat::json:
-            return check_json(files);
-        case CheckFormat::junit:
-            return check_junit(files);
-        default:
-            return check_text(files);
-    }
-}
-
 ExitCode code_of(const CheckedFile& file) {
     if (file.failure) return file.failure->code();
-    for (const CheckedNest& nest : file.nests) {
-        if (nest.flattened && !nest.flattened->kept_because.empty()) return ExitCode::look_changes;
+    return file.totals().failing > 0 ? ExitCode::look_changes : ExitCode::done;
+}
+
+std::string part_of_report(const CheckedFile& file, CheckFormat format, const TextForm& form) {
+    switch (format) {
+        case CheckFormat::json:
+            return check_json(file);
+        case CheckFormat::junit:
+            return check_junit(file);
+        default:
+            return check_text(file, form);
     }
-    return file.verdict() == lottie::looks::Verdict::changes ? ExitCode::look_changes : ExitCode::done;
 }
 
 }  // namespace
@@ -183,19 +184,61 @@ lottie::looks::Verdict CheckedFile::verdict() const {
     return worst;
 }
 
-ExitCode check(const Options& options, const Console& console) {
-    const host::runner::PluginModule plugin = load_plugin();
-    std::vector<CheckedFile> files;
-    ExitCode highest = ExitCode::done;
-    for (const std::string& file : options.files) {
-        for (CheckedFile& checked : check_file(file, options, plugin, console)) {
-            if (checked.failure) print_failure(console, checked.name, *checked.failure);
-            highest = std::max(highest, code_of(checked));
-            files.push_back(std::move(checked));
-        }
+Totals CheckedFile::totals() const {
+    Totals totals;
+    totals.files = 1;
+    totals.failed = failure ? 1 : 0;
+    totals.nests = nests.size();
+    totals.left = left;
+    totals.bytes_before = totals.bytes_after = bytes;
+    for (const CheckedNest& nest : nests) {
+        std::size_t* const counts[] = {&totals.exact, &totals.equal_to_the_eye, &totals.changing};
+        ++*counts[static_cast<std::size_t>(nest.report.verdict)];
+        totals.failing += nest.fails() ? 1U : 0U;
+        if (!nest.flattened) continue;
+        ++(nest.is_kept() ? totals.kept : totals.unnested);
+        totals.mended += nest.flattened->mended.empty() ? 0U : 1U;
+        totals.bytes_after = nest.bytes_after;
     }
-    write_result(report(files, options.format));
-    return highest;
+    return totals;
+}
+
+ExitCode check(const Options& options, const Console& console) {
+    const Tolerance tolerance(options.baseline, options.allowed);
+    const host::runner::PluginModule plugin = load_plugin();
+    const TextForm form{options.quiet, options.verbose, Console::for_output()};
+    const auto check_one = [&](const std::string& file) {
+        FileResult result;
+        for (CheckedFile& checked : check_file(file, options, plugin, console)) {
+            tolerance.mark(checked);
+            if (checked.failure) print_failure(console, checked.name, *checked.failure);
+            result.code = std::max(result.code, code_of(checked));
+            result.totals += checked.totals();
+            result.texts.push_back(part_of_report(checked, options.format, form));
+        }
+        return result;
+    };
+    std::vector<std::string> parts;
+    const auto take = [&](std::vector<std::string> more) {
+        if (options.format == CheckFormat::text) {
+            for (const std::string& text : more) write_result(text);
+        } else {
+            parts.insert(parts.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
+        }
+    };
+    const auto crashed = [&](const std::string& file, const Failure& failure) {
+        CheckedFile checked;
+        checked.name = shown_name(file);
+        checked.failure = failure;
+        return part_of_report(checked, options.format, form);
+    };
+    const FileResults all = work_on_files(options, console, check_one, take, crashed);
+    if (options.format == CheckFormat::json) write_result(check_json_report(parts, all.totals, options));
+    if (options.format == CheckFormat::junit) write_result(check_junit_report(parts, all.totals));
+    const bool has_several = options.files.size() > 1 || options.has_folders;
+    if (options.format == CheckFormat::text && has_several && !options.quiet)
+        write_result(check_text_sum(all.totals, options));
+    return all.highest;
 }
 
 }  // namespace cli

@@ -8,7 +8,11 @@ namespace {
 
 constexpr int kVersion = 1;
 
-void add_finding(JsonWriter& json, const lottie::looks::Finding& finding) {
+void add_tolerance(JsonWriter& json, Tolerated tolerated) {
+    if (tolerated != Tolerated::no) json.add("tolerated", tolerated == Tolerated::known ? "known" : "allowed");
+}
+
+void add_finding(JsonWriter& json, const lottie::looks::Finding& finding, Tolerated tolerated) {
     constexpr const char* kWeights[] = {"harmless", "slight", "change"};
     json.begin_object();
     json.add("code", std::string(code(finding.reason)));
@@ -18,12 +22,16 @@ void add_finding(JsonWriter& json, const lottie::looks::Finding& finding) {
     if (!finding.layer.empty()) json.add("layer", finding.layer);
     if (!finding.property.empty()) json.add("property", finding.property);
     if (finding.frame) json.add("frame", *finding.frame);
+    add_tolerance(json, tolerated);
     json.end_object();
 }
 
 void add_flattened(JsonWriter& json, const FlattenedAs& flattened) {
     json.add("becomes", flattened.kept_because.empty() ? "flat" : "kept");
-    if (!flattened.kept_because.empty()) return json.add("kept_because", flattened.kept_because);
+    if (!flattened.kept_because.empty()) {
+        json.add("kept_because", flattened.kept_because);
+        return add_tolerance(json, flattened.staying);
+    }
     json.key("mended");
     json.begin_array();
     for (const auto reason : flattened.mended) json.add_element(std::string(code(reason)));
@@ -59,41 +67,74 @@ void add_nest(JsonWriter& json, const CheckedNest& nest) {
     if (nest.flattened) add_flattened(json, *nest.flattened);
     json.key("reasons");
     json.begin_array();
-    for (const auto& finding : nest.report.findings) add_finding(json, finding);
+    for (std::size_t i = 0; i < nest.report.findings.size(); ++i)
+        add_finding(json, nest.report.findings[i], nest.tolerance(i));
     json.end_array();
     if (nest.proof) add_proof(json, *nest.proof);
     if (!nest.proof_problem.empty()) json.add("pictures_problem", nest.proof_problem);
 }
 
-std::string check_json(const std::vector<CheckedFile>& files) {
-    JsonWriter json;
+namespace {
+
+void add_file(JsonWriter& json, const CheckedFile& file) {
     json.begin_object();
-    json.add("version", std::size_t{kVersion});
-    json.key("files");
+    json.add("file", file.name);
+    json.add("bytes", file.bytes);
+    if (file.failure) {
+        json.add_null("verdict");
+        add_error(json, *file.failure);
+    } else {
+        json.add("verdict", std::string(name(file.verdict())));
+    }
+    if (file.proof) add_proof(json, *file.proof);
+    if (!file.proof_problem.empty()) json.add("pictures_problem", file.proof_problem);
+    json.key("nests");
     json.begin_array();
-    for (const CheckedFile& file : files) {
+    for (const CheckedNest& nest : file.nests) {
         json.begin_object();
-        json.add("file", file.name);
-        json.add("bytes", file.bytes);
-        if (file.failure) {
-            json.add_null("verdict");
-            add_error(json, *file.failure);
-        } else {
-            json.add("verdict", std::string(name(file.verdict())));
-        }
-        if (file.proof) add_proof(json, *file.proof);
-        if (!file.proof_problem.empty()) json.add("pictures_problem", file.proof_problem);
-        json.key("nests");
-        json.begin_array();
-        for (const CheckedNest& nest : file.nests) {
-            json.begin_object();
-            add_nest(json, nest);
-            json.end_object();
-        }
-        json.end_array();
+        add_nest(json, nest);
         json.end_object();
     }
     json.end_array();
+    json.end_object();
+}
+
+void add_totals(JsonWriter& json, const Totals& totals, const Options& options) {
+    json.key("totals");
+    json.begin_object();
+    json.add("files", totals.files);
+    json.add("other_files", options.other_files);
+    json.add("failed", totals.failed);
+    json.add("nests", totals.nests);
+    json.add("exact", totals.exact);
+    json.add("equal_to_the_eye", totals.equal_to_the_eye);
+    json.add("changing", totals.changing);
+    json.add("failing", totals.failing);
+    json.add("bytes", totals.bytes_before);
+    if (options.flatten) {
+        json.add("bytes_after", totals.bytes_after);
+        json.add("flat", totals.unnested);
+        json.add("mended", totals.mended);
+        json.add("kept", totals.kept);
+        json.add("left", totals.left);
+    }
+    json.end_object();
+}
+
+}  // namespace
+
+std::string check_json(const CheckedFile& file) {
+    JsonWriter json;
+    add_file(json, file);
+    return json.text();
+}
+
+std::string check_json_report(const std::vector<std::string>& parts, const Totals& totals, const Options& options) {
+    JsonWriter json;
+    json.begin_object();
+    json.add("version", std::size_t{kVersion});
+    json.add_array("files", parts);
+    add_totals(json, totals, options);
     json.end_object();
     return json.text();
 }

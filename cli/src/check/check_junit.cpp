@@ -6,7 +6,6 @@
 namespace cli {
 namespace {
 
-using lottie::looks::Verdict;
 using lottie::looks::Weight;
 
 std::string attribute(const std::string& name, const std::string& value) {
@@ -15,64 +14,50 @@ std::string attribute(const std::string& name, const std::string& value) {
 
 std::string reasons(const CheckedNest& nest, Weight least) {
     std::string text;
-    for (const auto& finding : nest.report.findings) {
-        if (finding.weight < least) continue;
+    for (std::size_t i = 0; i < nest.report.findings.size(); ++i) {
+        const auto& finding = nest.report.findings[i];
+        if (finding.weight < least || nest.tolerance(i) != Tolerated::no) continue;
         text += std::string(code(finding.reason)) + ": " + finding.sentence +
                 (finding.way_out.empty() ? "" : " -> " + finding.way_out) + "\n";
     }
     return text;
 }
 
-bool is_kept(const CheckedNest& nest) {
-    return nest.flattened && !nest.flattened->kept_because.empty();
-}
-
-bool fails(const CheckedNest& nest) {
-    return nest.report.verdict == Verdict::changes || is_kept(nest);
-}
-
 std::string test_case(const CheckedFile& file, const CheckedNest& nest) {
     const std::string composition = nest.composition.empty() ? "" : " in " + nest.composition;
     std::string text = "    <testcase" + attribute("classname", file.name) +
                        attribute("name", "#" + std::to_string(nest.number) + " " + nest.report.name + composition);
-    if (!fails(nest)) return text + "/>\n";
+    if (!nest.fails()) return text + "/>\n";
     const std::string first =
-        is_kept(nest) ? "kept: " + nest.flattened->kept_because + "\n" : reasons(nest, Weight::change);
+        nest.is_kept() ? "kept: " + nest.flattened->kept_because + "\n" : reasons(nest, Weight::change);
     const std::string message = first.substr(0, first.find('\n'));
     return text + ">\n      <failure" + attribute("type", "look-changes") + attribute("message", message) + ">" +
            host::base::xml_text(first) + "</failure>\n    </testcase>\n";
 }
 
+// A file that was not checked to the end is a case too.
+std::string counts(const Totals& totals) {
+    return attribute("tests", std::to_string(totals.nests + totals.failed)) +
+           attribute("failures", std::to_string(totals.failing)) + attribute("errors", std::to_string(totals.failed));
+}
+
 }  // namespace
 
-std::string check_junit(const std::vector<CheckedFile>& files) {
-    std::string suites;
-    std::size_t all_tests = 0;
-    std::size_t all_failures = 0;
-    std::size_t all_errors = 0;
-    for (const CheckedFile& file : files) {
-        std::string cases;
-        std::size_t failures = 0;
-        for (const CheckedNest& nest : file.nests) {
-            cases += test_case(file, nest);
-            failures += fails(nest) ? 1U : 0U;
-        }
-        const std::size_t errors = file.failure ? 1 : 0;
-        if (file.failure) {
-            cases += "    <testcase" + attribute("classname", file.name) + attribute("name", "the file") +
-                     ">\n      <error" + attribute("message", file.failure->what()) + "/>\n    </testcase>\n";
-        }
-        const std::size_t tests = file.nests.size() + errors;
-        suites += "  <testsuite" + attribute("name", file.name) + attribute("tests", std::to_string(tests)) +
-                  attribute("failures", std::to_string(failures)) + attribute("errors", std::to_string(errors)) +
-                  ">\n" + cases + "  </testsuite>\n";
-        all_tests += tests;
-        all_failures += failures;
-        all_errors += errors;
+std::string check_junit(const CheckedFile& file) {
+    std::string cases;
+    for (const CheckedNest& nest : file.nests) cases += test_case(file, nest);
+    if (file.failure) {
+        cases += "    <testcase" + attribute("classname", file.name) + attribute("name", "the file") +
+                 ">\n      <error" + attribute("message", file.failure->what()) + "/>\n    </testcase>\n";
     }
+    return "  <testsuite" + attribute("name", file.name) + counts(file.totals()) + ">\n" + cases + "  </testsuite>\n";
+}
+
+std::string check_junit_report(const std::vector<std::string>& parts, const Totals& totals) {
+    std::string suites;
+    for (const std::string& part : parts) suites += part;
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites" + attribute("name", "exflate check") +
-           attribute("tests", std::to_string(all_tests)) + attribute("failures", std::to_string(all_failures)) +
-           attribute("errors", std::to_string(all_errors)) + ">\n" + suites + "</testsuites>\n";
+           counts(totals) + ">\n" + suites + "</testsuites>\n";
 }
 
 }  // namespace cli

@@ -4,14 +4,18 @@
 
 #include "check/checked_file.h"
 #include "cli/shared/console.h"
+#include "cli/shared/files_at_work.h"
 
 namespace cli {
 namespace {
 
 using lottie::looks::Finding;
+using lottie::looks::Reason;
+using lottie::looks::Verdict;
 using lottie::looks::Weight;
+using Tone = Console::Tone;
 
-std::string growth(const CheckedFile& file, const CheckedNest& nest) {
+std::string growth_by(const CheckedFile& file, const CheckedNest& nest) {
     const auto before = static_cast<double>(file.bytes);
     const double percent = 100 * (static_cast<double>(nest.bytes_after) - before) / before;
     char text[32];
@@ -27,72 +31,108 @@ std::string proof_line(const Proof& proof) {
     return text;
 }
 
+std::string in_brackets(Tolerated tolerated) {
+    return tolerated == Tolerated::no ? "" : tolerated == Tolerated::known ? " (known)" : " (allowed)";
+}
+
 std::string flattened_line(const FlattenedAs& flattened) {
-    if (!flattened.kept_because.empty()) return "stays: " + printable(flattened.kept_because);
+    if (!flattened.kept_because.empty()) return "stays: " + flattened.kept_because + in_brackets(flattened.staying);
     std::string line = "becomes flat";
     for (const auto reason : flattened.mended)
         line += (line.ends_with("flat") ? ", mended: " : ", ") + std::string(code(reason));
     return line;
 }
 
-void add_finding(std::string& text, const Finding& finding) {
-    text += "      " + std::string(finding.weight == Weight::change   ? "! "
-                                   : finding.weight == Weight::slight ? "~ "
-                                                                      : "  ");
-    text += std::string(code(finding.reason)) + ": " + finding.sentence;
-    if (!finding.way_out.empty()) text += " -> " + finding.way_out;
-    text += '\n';
+// "1 nest: 1 exact, 0 equal to the eye, 0 changing".
+std::string verdicts(const Totals& totals) {
+    std::string text = counted(totals.nests, "nest") + ": " + std::to_string(totals.exact) + " exact, " +
+                       std::to_string(totals.equal_to_the_eye) + " equal to the eye, " +
+                       std::to_string(totals.changing) + " changing";
+    const std::size_t tolerated = totals.changing - std::min(totals.failing, totals.changing);
+    return tolerated == 0 ? text : text + " (" + std::to_string(tolerated) + " known or allowed)";
 }
 
-void add_nest(std::string& text, const CheckedFile& file, const CheckedNest& nest) {
-    text += "    #" + std::to_string(nest.number) + " " + in_quotes(nest.report.name) + ": " +
-            std::string(name(nest.report.verdict)) + " (" + counted(nest.layers, "layer") +
-            (nest.flattened ? "" : ", " + growth(file, nest)) + ")\n";
-    if (nest.flattened) text += "      " + flattened_line(*nest.flattened) + "\n";
-    for (const Finding& finding : nest.report.findings) {
-        if (finding.reason != lottie::looks::Reason::size) add_finding(text, finding);
+std::string flattening(const Totals& totals) {
+    return "made flat: " + std::to_string(totals.unnested) + " un-nested, " + std::to_string(totals.kept) + " kept; " +
+           std::to_string(totals.bytes_before) + " bytes become " + std::to_string(totals.bytes_after);
+}
+
+class FileText {
+  public:
+    FileText(const CheckedFile& file, const TextForm& form) : file_(file), form_(form) {}
+
+    std::string write() {
+        const std::string* composition = nullptr;
+        for (const CheckedNest& nest : file_.nests) {
+            if (form_.quiet && !nest.fails()) continue;
+            if (composition == nullptr || *composition != nest.composition) {
+                line("  composition " + in_quotes(nest.composition_name) +
+                     (nest.composition.empty() ? "" : " (" + nest.composition + ")"));
+            }
+            composition = &nest.composition;
+            add_nest(nest);
+        }
+        if (file_.failure) {
+            line("  not checked to the end: " + std::string(file_.failure->what()), Tone::error);
+        } else if (!form_.quiet) {
+            add_totals();
+        }
+        return text_.empty() ? "" : printable(file_.name) + "\n" + text_;
     }
-    if (nest.proof) text += "      " + proof_line(*nest.proof) + "\n";
-    if (!nest.proof_problem.empty()) text += "      no pictures: " + printable(nest.proof_problem) + "\n";
-}
 
-void add_totals(std::string& text, const CheckedFile& file) {
-    std::size_t counts[3] = {};
-    for (const CheckedNest& nest : file.nests) ++counts[static_cast<std::size_t>(nest.report.verdict)];
-    text += "  " + counted(file.nests.size(), "nest") + ": " + std::to_string(counts[0]) + " exact, " +
-            std::to_string(counts[1]) + " equal to the eye, " + std::to_string(counts[2]) + " changing\n";
-    if (file.nests.empty() || !file.nests[0].flattened) return;
-    std::size_t kept = 0;
-    for (const CheckedNest& nest : file.nests) kept += nest.flattened->kept_because.empty() ? 0U : 1U;
-    text += "  made flat: " + std::to_string(file.nests.size() - kept) + " un-nested, " + std::to_string(kept) +
-            " kept; " + std::to_string(file.bytes) + " bytes become " + std::to_string(file.nests[0].bytes_after) +
-            "\n";
-    if (file.proof) text += "  " + proof_line(*file.proof) + "\n";
-    if (!file.proof_problem.empty()) text += "  no pictures: " + printable(file.proof_problem) + "\n";
-}
+  private:
+    void line(const std::string& words, Tone tone = Tone::plain) {
+        text_ += (tone == Tone::plain ? printable(words) : form_.colors.paint(tone, printable(words))) + '\n';
+    }
+
+    void add_nest(const CheckedNest& nest) {
+        const Tone tone = nest.fails() ? Tone::warning : Tone::good;
+        text_ += printable("    #" + std::to_string(nest.number) + " " + in_quotes(nest.report.name) + ": ") +
+                 form_.colors.paint(tone, name(nest.report.verdict)) + " (" + counted(nest.layers, "layer") +
+                 (nest.flattened ? "" : ", " + growth_by(file_, nest)) + ")\n";
+        if (nest.flattened) line("      " + flattened_line(*nest.flattened));
+        for (std::size_t i = 0; i < nest.report.findings.size(); ++i)
+            add_finding(nest.report.findings[i], nest.tolerance(i));
+        if (nest.proof) line("      " + proof_line(*nest.proof));
+        if (!nest.proof_problem.empty()) line("      no pictures: " + nest.proof_problem);
+    }
+
+    void add_finding(const Finding& finding, Tolerated tolerated) {
+        if (finding.weight == Weight::harmless && !form_.verbose) return;
+        const bool counts = finding.weight == Weight::change && tolerated == Tolerated::no;
+        const bool is_slight = finding.weight == Weight::slight;
+        std::string words = std::string(code(finding.reason)) + ": " + finding.sentence;
+        if (form_.verbose && !finding.property.empty()) words += " [" + finding.property + "]";
+        words += in_brackets(tolerated);
+        if (!finding.way_out.empty() && tolerated == Tolerated::no) words += " -> " + finding.way_out;
+        text_ += "      ";
+        text_ += counts ? form_.colors.paint(Tone::warning, "!") : is_slight ? "~" : " ";
+        line(" " + words);
+    }
+
+    void add_totals() {
+        const Totals totals = file_.totals();
+        line("  " + verdicts(totals));
+        if (file_.nests.empty() || !file_.nests[0].flattened) return;
+        line("  " + flattening(totals));
+        if (file_.proof) line("  " + proof_line(*file_.proof));
+        if (!file_.proof_problem.empty()) line("  no pictures: " + file_.proof_problem);
+    }
+
+    const CheckedFile& file_;
+    const TextForm& form_;
+    std::string text_;
+};
 
 }  // namespace
 
-std::string check_text(const std::vector<CheckedFile>& files) {
-    std::string text;
-    for (const CheckedFile& file : files) {
-        text += printable(file.name) + "\n";
-        const std::string* composition = nullptr;
-        for (const CheckedNest& nest : file.nests) {
-            if (composition == nullptr || *composition != nest.composition) {
-                text += "  composition " + in_quotes(nest.composition_name) +
-                        (nest.composition.empty() ? "" : " (" + printable(nest.composition) + ")") + "\n";
-            }
-            composition = &nest.composition;
-            add_nest(text, file, nest);
-        }
-        if (file.failure) {
-            text += "  not checked to the end: " + printable(file.failure->what()) + "\n";
-        } else {
-            add_totals(text, file);
-        }
-    }
-    return printable_lines(text);
+std::string check_text(const CheckedFile& file, const TextForm& form) {
+    return FileText(file, form).write();
+}
+
+std::string check_text_sum(const Totals& totals, const Options& options) {
+    std::string text = counted_files(options, totals) + "; " + verdicts(totals) + "\n";
+    return options.flatten ? text + flattening(totals) + "\n" : text;
 }
 
 }  // namespace cli

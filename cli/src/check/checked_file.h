@@ -6,7 +6,10 @@
 #include <vector>
 
 #include "check/nest_check.h"
+#include "cli/arguments/options.h"
+#include "cli/shared/console.h"
 #include "cli/shared/failure.h"
+#include "cli/shared/totals.h"
 #include "looks/judge.h"
 
 namespace cli {
@@ -16,16 +19,29 @@ struct CheckedFile {
     std::string name;
     std::size_t bytes = 0;  // unpacked
     std::vector<CheckedNest> nests;
+    std::size_t left = 0;        // nests that can be seen, if making it flat was asked for
     std::optional<Proof> proof;  // of the main composition, if making it flat was asked for
     std::string proof_problem;
     std::optional<Failure> failure;  // then `nests` holds what was checked until then
 
     lottie::looks::Verdict verdict() const;  // the worst
+    Totals totals() const;
 };
 
-// For people, for programs (docs/check-json.md), and for build servers.
-std::string check_text(const std::vector<CheckedFile>& files);
-std::string check_json(const std::vector<CheckedFile>& files);
-std::string check_junit(const std::vector<CheckedFile>& files);
+// A file's part of the report: for people, for programs (docs/check-json.md), and for build servers.
+struct TextForm {
+    bool quiet = false;
+    bool verbose = false;
+    Console colors;
+};
+std::string check_text(const CheckedFile& file, const TextForm& form);
+std::string check_json(const CheckedFile& file);
+std::string check_junit(const CheckedFile& file);
+
+// The whole report from such parts.
+std::string check_json_report(const std::vector<std::string>& parts, const Totals& totals, const Options& options);
+std::string check_junit_report(const std::vector<std::string>& parts, const Totals& totals);
+// What stands under the texts of several files.
+std::string check_text_sum(const Totals& totals, const Options& options);
 
 }  // namespace cli

@@ -20,6 +20,14 @@ std::vector<int> frames_of(const std::vector<lottie::looks::Finding>& findings, 
 
 }  // namespace
 
+bool CheckedNest::fails() const {
+    if (is_kept()) return flattened->staying == Tolerated::no;
+    for (std::size_t i = 0; i < report.findings.size(); ++i) {
+        if (report.findings[i].weight == lottie::looks::Weight::change && tolerance(i) == Tolerated::no) return true;
+    }
+    return false;
+}
+
 NestChecker::NestChecker(lottie::document::Document& document, const host::runner::PluginModule& plugin,
                          const DialogAnswers& answers, const FileLimits& limits,
                          const lottie::packed::AskedFor& asked_for)

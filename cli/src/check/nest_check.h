@@ -27,9 +27,17 @@ struct Proof {
     std::size_t frames = 0;  // that were compared
 };
 
+// Whether something makes the check fail that by itself would.
+enum class Tolerated {
+    no,
+    known,    // from an earlier check
+    allowed,  // for its reason
+};
+
 // What `exflate flatten` makes of a nest.
 struct FlattenedAs {
     std::string kept_because;  // it stays a nest; empty: it is un-nested
+    Tolerated staying = Tolerated::no;
     std::vector<lottie::looks::Reason> mended;
 };
 
@@ -40,9 +48,14 @@ struct CheckedNest {
     std::size_t layers = 0;       // that come out
     std::size_t bytes_after = 0;  // of the file, this nest alone un-nested
     lottie::looks::NestReport report;
+    std::vector<Tolerated> tolerated;      // of each of its findings; none: nothing is
     std::optional<FlattenedAs> flattened;  // if that was asked for; the rest then tells of the file made flat
     std::optional<Proof> proof;
     std::string proof_problem;  // why there is no proof although one was asked for
+
+    bool is_kept() const { return flattened && !flattened->kept_because.empty(); }
+    Tolerated tolerance(std::size_t finding) const { return tolerated.empty() ? Tolerated::no : tolerated[finding]; }
+    bool fails() const;
 };
 
 struct NestTrial {

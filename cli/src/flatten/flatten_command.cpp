@@ -54,17 +54,39 @@ std::string last_line(const Flattened& flattened) {
     return changing.empty() ? left : left + "; look changed" + changing;
 }
 
+Totals totals_of(const std::vector<Flattened>& animations, std::size_t bytes_before, std::size_t bytes_after) {
+    Totals totals;
+    totals.files = 1;
+    for (const Flattened& flattened : animations) {
+        totals.nests += flattened.nests.size();
+        totals.left += flattened.nests_left;
+        for (const FlattenedNest& nest : flattened.nests) {
+            ++(nest.is_kept() ? totals.kept : totals.unnested);
+            totals.mended += nest.mended.empty() ? 0U : 1U;
+        }
+    }
+    totals.bytes_before = bytes_before;
+    totals.bytes_after = bytes_after;
+    return totals;
+}
+
+std::string sum(const Totals& totals) {
+    return std::to_string(totals.unnested) + " of " + counted(totals.nests, "nest") + " un-nested, " +
+           std::to_string(totals.mended) + " of them mended, " + std::to_string(totals.kept) + " kept, " +
+           counted(totals.left, "pre-comp") + " left; " + growth(totals.bytes_before, totals.bytes_after);
+}
+
 class Flatten {
   public:
     Flatten(const Options& options, const Console& console, const host::runner::PluginModule& plugin)
         : options_(options), console_(console), plugin_(plugin) {}
 
-    ExitCode one_file(const std::string& file) {
-        return guarded(console_, shown_name(file), [&] { return flatten_and_write(file); });
+    FileResult one_file(const std::string& file) {
+        return guarded_file(console_, file, [&] { return flatten_and_write(file); });
     }
 
   private:
-    ExitCode flatten_and_write(const std::string& file) {
+    FileResult flatten_and_write(const std::string& file) {
         AnimationFile input(file, options_.animation);
         std::vector<Flattened> all;
         std::vector<lottie::document::OutputText> texts;
@@ -86,21 +108,21 @@ class Flatten {
         const NewNames new_names = new_layer_names(names);
         for (const lottie::looks::Finding& loss : new_names.losses)
             console_.say(Tone::warning, input.label(0), loss.sentence + ": " + loss.way_out);
-        if (!options_.dry_run)
-            write_output(options_, console_, file, input.with(std::move(texts), new_names.names).pieces());
+        const lottie::document::OutputText bytes = input.with(std::move(texts), new_names.names);
+        if (!options_.dry_run) write_output(options_, console_, file, bytes.pieces());
         lottie::pictures::DrawingBudget budget{options_.picture_time};
-        ExitCode code = ExitCode::done;
+        FileResult result{ExitCode::done, totals_of(all, input.byte_count(), bytes.size())};
         for (std::size_t i = 0; i < input.count(); ++i) {
             if (!all[i].skipped.empty()) {
                 console_.say(Tone::plain, input.label(i), "skipped: " + all[i].skipped);
                 continue;
             }
-            if (!all[i].is_as_asked()) code = ExitCode::look_changes;
+            if (!all[i].is_as_asked()) result.code = ExitCode::look_changes;
             if (options_.prove && !prove_whole(input.label(i), input.text(i), all[i].text, budget))
-                code = ExitCode::look_changes;
+                result.code = ExitCode::look_changes;
             tell(input.label(i), all[i]);
         }
-        return code;
+        return result;
     }
 
     // Says how far apart the pictures of the whole are. False if people would see it.
@@ -123,7 +145,8 @@ class Flatten {
 
     void tell(const std::string& label, const Flattened& flattened) const {
         print_warnings(console_, label, flattened.warnings);
-        for (const FlattenedNest& nest : flattened.nests) console_.say(Tone::plain, label, nest_line(nest));
+        if (options_.verbose)
+            for (const FlattenedNest& nest : flattened.nests) console_.say(Tone::plain, label, nest_line(nest));
         console_.say(flattened.is_as_asked() ? Tone::good : Tone::warning, label, last_line(flattened));
     }
 
@@ -137,7 +160,8 @@ class Flatten {
 ExitCode flatten(const Options& options, const Console& console) {
     const host::runner::PluginModule plugin = load_plugin();
     Flatten work(options, console, plugin);
-    return work_on_files(options, console, [&](const std::string& file) { return work.one_file(file); });
+    return write_all_files(
+        options, console, [&](const std::string& file) { return work.one_file(file); }, sum);
 }
 
 }  // namespace cli

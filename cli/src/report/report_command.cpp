@@ -212,6 +212,7 @@ void print_report(const Console& console, const Report& report, const std::strin
 ExitCode report(const Options& options, const Console& console) {
     return guarded(console, shown_name(options.file()), [&] {
         refuse_own_input(options);
+        refuse_to_fill_terminal(options);
         const AnimationPlayer player = load_player();
         const host::runner::PluginModule plugin = load_plugin();
         const AnimationFile input(options.file(), options.animation);

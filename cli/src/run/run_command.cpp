@@ -57,11 +57,10 @@ class Run {
         if (options.dialog) windows_ = open_dialog_windows();
     }
 
-    ExitCode one_file(const std::string& file) {
+    FileResult one_file(const std::string& file) {
         std::vector<AnimationResult> results;
         try {
-            unnest_and_write(file, results);
-            return ExitCode::done;
+            return unnest_and_write(file, results);
         } catch (const Failure& failure) {
             return print_problem(file, results, failure);
         } catch (const std::exception& problem) {  // such as running out of memory
@@ -70,7 +69,8 @@ class Run {
     }
 
     ExitCode all_files() {
-        return work_on_files(options_, console_, [this](const std::string& file) { return one_file(file); });
+        return write_all_files(
+            options_, console_, [this](const std::string& file) { return one_file(file); }, sum_of_runs);
     }
 
     // Throws Failure (failed).
@@ -88,14 +88,16 @@ class Run {
         return files;
     }
 
-    ExitCode print_problem(const std::string& file, const std::vector<AnimationResult>& results,
-                           const Failure& failure) const {
+    FileResult print_problem(const std::string& file, const std::vector<AnimationResult>& results,
+                             const Failure& failure) const {
         for (const AnimationResult& result : results) {
             print_messages_of(result);
             if (failure.code() == ExitCode::failed) print_log(console_, result.label, result.record);
         }
         print_failure(console_, shown_name(file), failure);
-        return failure.code();
+        FileResult failed{failure.code()};
+        failed.totals.files = failed.totals.failed = 1;
+        return failed;
     }
 
     // Not if a person has seen them in a window.
@@ -104,7 +106,7 @@ class Run {
     }
 
     // All animations of the file, or after a Failure none. `results` has an entry for each that was begun.
-    void unnest_and_write(const std::string& file, std::vector<AnimationResult>& results) {
+    FileResult unnest_and_write(const std::string& file, std::vector<AnimationResult>& results) {
         AnimationFile input(file, options_.animation);
         std::vector<WrittenAnimation> animations = unnest_each(input, results);
         const bool is_changed = std::any_of(results.begin(), results.end(),
@@ -116,17 +118,33 @@ class Run {
         for (const AnimationResult& result : results) names.push_back(result.asked.names);
         const NewNames new_names = new_layer_names(names);
         const lottie::document::OutputText bytes = input.with(std::move(texts), new_names.names);
-        if (is_changed || !options_.in_place) write_output(options_, console_, file, bytes.pieces());
+        if (!options_.dry_run && (is_changed || !options_.in_place))
+            write_output(options_, console_, file, bytes.pieces());
+        const Totals totals = totals_of(results, input.byte_count(), bytes.size());
 
-        const std::string shown_output = output == kStandardStream ? "" : output;
+        const std::string shown_output = output == kStandardStream || options_.dry_run ? "" : output;
         for (const AnimationResult& result : results) print_result(result, input.form() ? "" : shown_output);
         print_losses(shown_name(file), new_names.losses);
-        if (!is_changed || !input.form()) return;
+        if (!is_changed || !input.form()) return {.totals = totals};
         print_packed(console_, shown_name(file), {input.byte_count(), bytes.size()}, shown_output);
         if (input.form() == lottie::packed::Form::tgs && input.byte_count() <= kMaxStickerBytes &&
             bytes.size() > kMaxStickerBytes) {
             print_too_large(console_, shown_name(file), bytes.size());
         }
+        return {.totals = totals};
+    }
+
+    static Totals totals_of(const std::vector<AnimationResult>& results, std::size_t bytes_before,
+                            std::size_t bytes_after) {
+        Totals totals;
+        totals.files = 1;
+        for (const AnimationResult& result : results) {
+            totals.unnested += result.record.nests;
+            for (const JudgedNest& nest : result.judged) totals.kept += nest.kept_because.empty() ? 0U : 1U;
+        }
+        totals.bytes_before = bytes_before;
+        totals.bytes_after = bytes_after;
+        return totals;
     }
 
     void print_losses(const std::string& label, const std::vector<lottie::looks::Finding>& losses) const {
@@ -138,7 +156,7 @@ class Run {
         if (!result.skip_reason.empty()) return console_.say(Tone::plain, result.label, result.skip_reason);
         print_messages_of(result);
         print_log(console_, result.label, result.record);
-        print_judged_nests(console_, result.label, result.judged);
+        print_judged_nests(console_, result.label, result.judged, options_.verbose);
         print_losses(result.label, result.asked.losses);
         print_success(console_, result.label, result.composition, result.record, result.sizes, output);
         if (!result.look_hint.empty()) console_.say(Tone::warning, result.label, result.look_hint);

@@ -17,14 +17,6 @@ std::string sources(const UnnestRecord& record) {
     return counted(record.sources_deleted, noun) + " deleted, " + std::to_string(record.sources_kept) + " kept";
 }
 
-std::string growth(Sizes sizes) {
-    const auto before = static_cast<double>(sizes.before);
-    const double percent = before > 0 ? 100 * (static_cast<double>(sizes.after) - before) / before : 0;
-    char text[96];
-    std::snprintf(text, sizeof text, "%zu bytes became %zu (%+.1f %%)", sizes.before, sizes.after, percent);
-    return text;
-}
-
 std::string written_to(const std::string& output) {
     return output.empty() ? "" : "; written to " + output;
 }
@@ -54,12 +46,12 @@ void print_success(const Console& console, const std::string& file, const std::s
                    const UnnestRecord& record, Sizes sizes, const std::string& output) {
     std::string sentence = counted(record.nests, "nest") + " of composition " + in_quotes(composition) +
                            " un-nested, " + counted(record.layers_made, "layer") + " made, " + sources(record) + ", " +
-                           growth(sizes);
+                           growth(sizes.before, sizes.after);
     console.say(Tone::good, file, sentence + written_to(output));
 }
 
 void print_packed(const Console& console, const std::string& file, Sizes sizes, const std::string& output) {
-    console.say(Tone::good, file, "packed, " + growth(sizes) + written_to(output));
+    console.say(Tone::good, file, "packed, " + growth(sizes.before, sizes.after) + written_to(output));
 }
 
 void print_too_large(const Console& console, const std::string& file, std::size_t bytes) {
@@ -68,8 +60,17 @@ void print_too_large(const Console& console, const std::string& file, std::size_
                     std::to_string(kMaxStickerBytes) + " at most: un-nest less with --max-growth or --layer");
 }
 
-void print_judged_nests(const Console& console, const std::string& file, const std::vector<JudgedNest>& nests) {
-    for (const JudgedNest& nest : nests) console.say(Tone::plain, file, judged_nest_line(nest));
+void print_judged_nests(const Console& console, const std::string& file, const std::vector<JudgedNest>& nests,
+                        bool all) {
+    for (const JudgedNest& nest : nests) {
+        if (all || !nest.kept_because.empty()) console.say(Tone::plain, file, judged_nest_line(nest));
+    }
+}
+
+std::string sum_of_runs(const Totals& totals) {
+    return counted(totals.unnested, "nest") + " un-nested" +
+           (totals.kept > 0 ? ", " + std::to_string(totals.kept) + " kept" : "") + ", " +
+           growth(totals.bytes_before, totals.bytes_after);
 }
 
 void print_log(const Console& console, const std::string& file, const UnnestRecord& record) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "cli/shared/console.h"
+#include "cli/shared/totals.h"
 #include "cli/shared/unnest.h"
 #include "run/judged_run.h"
 
@@ -28,8 +29,12 @@ void print_packed(const Console& console, const std::string& file, Sizes sizes, 
 // A sticker that was small enough and is no longer.
 void print_too_large(const Console& console, const std::string& file, std::size_t bytes);
 
-// What became of each nest of a judged run.
-void print_judged_nests(const Console& console, const std::string& file, const std::vector<JudgedNest>& nests);
+// What became of the nests of a judged run: of those that were kept, or of all.
+void print_judged_nests(const Console& console, const std::string& file, const std::vector<JudgedNest>& nests,
+                        bool all);
+
+// Of several files.
+std::string sum_of_runs(const Totals& totals);
 
 // What the host noticed on the way: failed calls and scripts that the plug-in may have ignored.
 void print_log(const Console& console, const std::string& file, const UnnestRecord& record);

@@ -9,6 +9,8 @@
 namespace cli {
 namespace {
 
+using host::base::OutStream;
+
 constexpr std::string_view kNoColor = "\033[0m";
 
 std::string_view color_of(Console::Tone tone) {
@@ -30,24 +32,39 @@ bool is_set(const char* variable) {
     return value != nullptr && *value != '\0';
 }
 
+bool wants_colors(OutStream stream) {
+    const char* terminal = std::getenv("TERM");
+    const bool is_dumb = terminal == nullptr || std::string_view(terminal) == "dumb";
+    return host::base::is_terminal(stream) && !is_dumb && !is_set("NO_COLOR");
+}
+
 }  // namespace
 
 Console Console::for_this_process() {
-    const char* terminal = std::getenv("TERM");
-    const bool is_dumb = terminal == nullptr || std::string_view(terminal) == "dumb";
-    return Console(host::base::is_terminal() && !is_dumb && !is_set("NO_COLOR"));
+    return Console(wants_colors(OutStream::errors));
+}
+
+Console Console::for_output() {
+    return Console(wants_colors(OutStream::output));
+}
+
+std::string Console::paint(Tone tone, std::string_view text) const {
+    const std::string_view color = has_colors_ ? color_of(tone) : "";
+    std::string painted(color);
+    painted += text;
+    if (!color.empty()) painted += kNoColor;
+    return painted;
+}
+
+Console Console::quiet() const {
+    Console quiet = *this;
+    quiet.is_quiet_ = true;
+    return quiet;
 }
 
 void Console::say(Tone tone, std::string_view subject, std::string_view sentence) const {
-    const std::string_view color = has_colors_ ? color_of(tone) : "";
-    std::string line(color);
-    line += printable(subject);
-    line += ':';
-    if (!color.empty()) line += kNoColor;
-    line += ' ';
-    line += printable(sentence);
-    line += '\n';
-    write(line);
+    if (is_quiet_ && (tone == Tone::plain || tone == Tone::good)) return;
+    write(paint(tone, printable(subject) + ':') + ' ' + printable(sentence) + '\n');
 }
 
 void Console::pass_on(std::string_view text) const {
@@ -55,7 +72,7 @@ void Console::pass_on(std::string_view text) const {
 }
 
 void Console::show_progress(std::string_view line) const {
-    if (!has_colors_) return;
+    if (!has_colors_ || is_quiet_) return;
     shows_progress_ = shows_progress_ || !line.empty();
     write(printable(line));
     shows_progress_ = !line.empty();

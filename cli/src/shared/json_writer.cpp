@@ -47,6 +47,24 @@ void JsonWriter::add_null(const char* name) {
     writer_.Null();
 }
 
+void JsonWriter::add_array(const char* name, const std::vector<std::string>& elements) {
+    constexpr const char* kNewLine = "\n    ";
+    std::string array = "[";
+    for (const std::string& element : elements) {
+        array += array.size() > 1 ? std::string(",") + kNewLine : kNewLine;
+        for (std::size_t i = 0; i + 1 < element.size(); ++i) {  // the last line ends with the array's
+            if (element[i] == '\n') {
+                array += kNewLine;
+            } else {
+                array += element[i];
+            }
+        }
+    }
+    array += elements.empty() ? "]" : "\n  ]";
+    writer_.Key(name);
+    writer_.RawValue(array.data(), array.size(), rapidjson::kArrayType);
+}
+
 std::string JsonWriter::text() const {
     return host::base::printable_lines({buffer_.GetString(), buffer_.GetSize()}) + '\n';
 }

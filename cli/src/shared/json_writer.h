@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "base/unicode.h"
 #include "cli/shared/failure.h"
@@ -35,6 +36,8 @@ class JsonWriter {
     void add_exact(const char* name, double number);
     void add_null(const char* name);
     void add_element(std::string_view text);
+    // `elements` are texts of other writers whose value stands for one of an array of the outermost object.
+    void add_array(const char* name, const std::vector<std::string>& elements);
 
     // With a newline at the end. Pure text: what could steer a terminal is escaped, in names too.
     std::string text() const;

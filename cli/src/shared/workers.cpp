@@ -1,6 +1,7 @@
 // Processes for files: the plug-in is loaded once and each worker begins with it.
 #include "cli/shared/workers.h"
 
+#include <cstring>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -18,10 +19,29 @@ struct Worker {
     std::unique_ptr<ChildProcess> process;
 };
 
+// A result follows what a worker writes to standard error, and its size follows the result.
+void say_result(const ChildProcess::Parent& parent, std::string result) {
+    const std::size_t size = result.size();
+    result.append(reinterpret_cast<const char*>(&size), sizeof size);
+    parent.say(result);
+}
+
+std::string take_result(std::string& said) {
+    std::size_t size = 0;
+    if (said.size() < sizeof size) return "";
+    std::memcpy(&size, said.data() + said.size() - sizeof size, sizeof size);
+    said.resize(said.size() - sizeof size);
+    if (size > said.size()) return "";
+    std::string result = said.substr(said.size() - size);
+    said.resize(said.size() - size);
+    return result;
+}
+
 Ended judged(const ProcessEnd& end, std::string said) {
-    Ended ended{std::move(said), {}, {}};
+    Ended ended{std::move(said), {}, {}, {}};
     if (end.kind == ProcessEnd::Kind::finished) {
         ended.code = static_cast<ExitCode>(end.number);
+        ended.result = take_result(ended.said);
     } else {
         ended.problem = "the process that worked on it " + in_words(end);
     }
@@ -47,13 +67,15 @@ class Team {
   private:
     void start(std::size_t file) {
         try {
-            const auto work = [this, file](const ChildProcess::Parent&) {
-                return static_cast<int>(workers_.work(file));
+            const auto work = [this, file](const ChildProcess::Parent& parent) {
+                Done done = workers_.work(file);
+                say_result(parent, std::move(done.result));
+                return static_cast<int>(done.code);
             };
             running_.push_back({file, std::make_unique<ChildProcess>(work, host::base::ProcessLimits{},
                                                                      ChildProcess::Streams::errors_are_said)});
         } catch (const host::base::NoProcess& reason) {
-            end(file, {"", {}, std::string("no process for it can be started: ") + reason.what()});
+            end(file, {"", {}, std::string("no process for it can be started: ") + reason.what(), ""});
         }
     }
 

@@ -6,8 +6,8 @@
 
 namespace host::base {
 
-bool is_terminal() {
-    return ::isatty(STDERR_FILENO) == 1;
+bool is_terminal(OutStream stream) {
+    return ::isatty(stream == OutStream::output ? STDOUT_FILENO : STDERR_FILENO) == 1;
 }
 
 std::optional<std::size_t> terminal_width() {

@@ -1,12 +1,12 @@
-// Facts about the terminal that JavaScript's standard error is.
+// Facts about the terminal that JavaScript's standard streams are.
 #include "base/terminal.h"
 
 #include "web_imports.h"
 
 namespace host::base {
 
-bool is_terminal() {
-    return web_terminal_width() >= 0;
+bool is_terminal(OutStream stream) {
+    return stream == OutStream::output ? web_output_is_terminal() != 0 : web_terminal_width() >= 0;
 }
 
 std::optional<std::size_t> terminal_width() {

@@ -40,6 +40,7 @@ export function memoryStreams() {
     readAll: () => new Uint8Array(),
     writeOutput: (bytes) => written.output.push(bytes),
     writeError: (bytes) => written.error.push(bytes),
+    outputIsTerminal: () => false,
     errorColumns: () => -1,
     output: () => joined(written.output),
     errors: () => new TextDecoder().decode(joined(written.error)),

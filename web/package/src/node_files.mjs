@@ -156,5 +156,6 @@ export const nodeStreams = {
       // Nobody is left to tell.
     }
   },
+  outputIsTerminal: () => process.stdout.isTTY === true,
   errorColumns: () => (process.stderr.isTTY ? process.stderr.columns ?? 0 : -1),
 };

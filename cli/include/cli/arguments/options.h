@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "cli/shared/dialog_answers.h"
+#include "looks/finding.h"
 #include "scriptui/dialog_driver.h"
 
 namespace cli {
@@ -28,6 +29,8 @@ struct Options {
     bool in_place = false;
     bool force = false;  // replace what is read-only too
     unsigned jobs = 1;   // files at once
+    bool quiet = false;  // say only what is wrong
+    bool verbose = false;
 
     std::string animation;            // id in a .lottie file; empty: every one, for `report` the only one
     std::string composition;          // name or id; empty: the main one, for `check` every one
@@ -49,7 +52,9 @@ struct Options {
     bool dialog = false;  // a person answers instead
 
     CheckFormat format = CheckFormat::text;
-    bool prove = false;  // compare pictures too
+    bool prove = false;    // compare pictures too
+    std::string baseline;  // JSON of an earlier check, whose findings are known; empty: none
+    std::vector<lottie::looks::Reason> allowed;
     bool json = false;
 
     std::string picture;  // the file for the picture of the dialog

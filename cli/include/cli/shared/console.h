@@ -16,6 +16,14 @@ class Console {
     static Console for_this_process();
     explicit Console(bool has_colors) : has_colors_(has_colors) {}
 
+    // For what goes to standard output, by the same rules.
+    static Console for_output();
+    // The text in the tone's colour, if this one has colours.
+    std::string paint(Tone tone, std::string_view text) const;
+
+    // The same, saying warnings and errors only.
+    Console quiet() const;
+
     // `subject` (a file, the command) in the tone's colour, a colon, the sentence.
     void say(Tone tone, std::string_view subject, std::string_view sentence) const;
 
@@ -29,6 +37,7 @@ class Console {
     void write(std::string_view text) const;
 
     bool has_colors_;
+    bool is_quiet_ = false;
     mutable bool shows_progress_ = false;
 };
 

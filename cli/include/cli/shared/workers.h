@@ -18,12 +18,18 @@ struct Ended {
     std::string said;              // all it wrote to standard error
     std::optional<ExitCode> code;  // none when it did not come to its end
     std::string problem;           // why there is none, as a sentence without a subject
+    std::string result;            // what the work gave
+};
+
+struct Done {
+    ExitCode code = ExitCode::done;
+    std::string result;  // any bytes
 };
 
 struct Workers {
     std::size_t most_at_once = 1;
     // In the process of the file; an exception that leaves it ends the file's work like a crash.
-    std::function<ExitCode(std::size_t)> work;
+    std::function<Done(std::size_t)> work;
     // In the calling process, in the order of the files, each as soon as it and all before it have ended.
     std::function<void(std::size_t, const Ended&)> tell;
     // In the calling process, whenever the number of those that have ended changes.
