@@ -17,18 +17,13 @@ import threading
 
 import bombs
 
-COMMANDS = {
-    "run": ["run"],
-    "run --recursive": ["run", "--recursive"],
-    "run --only-exact": ["run", "--only-exact"],
-    "run --recursive --only-exact": ["run", "--recursive", "--only-exact"],
-    "run --recursive --strict": ["run", "--recursive", "--strict"],
-    "run --recursive --max-growth": ["run", "--recursive", "--max-growth", "10"],
-    "check": ["check"],
-    "list": ["list"],
-    "flatten": ["flatten"],
-    "report": ["report", "--picture-time", "0.2"],
-}
+# What is added where a command line stands for itself.
+MORE = {"--max-growth": ["10"], "--prove": ["--picture-time", "0.2"], "report": ["--picture-time", "0.2"]}
+COMMANDS = {line: line.split() + MORE.get(line.split()[-1], []) for line in (
+    "run", "run --recursive", "run --only-exact", "run --strict", "run --keep-look", "run --max-growth", "run --mend",
+    "run --recursive --only-exact", "run --recursive --strict", "run --recursive --keep-look", "run --recursive --max-growth",
+    "check", "check --flatten", "check --prove", "flatten", "flatten --exact", "flatten --all", "flatten --max-growth",
+    "flatten --prove", "list", "list --json", "report")}
 REFUSALS = (2, 3, 4)
 ADDRESS_SPACE = 2 << 30  # bytes
 SLOW = 60  # seconds after which a command is ended, whatever it is at

@@ -11,10 +11,10 @@ using namespace test;
 using lottie::looks::Box;
 
 // The box around all that is painted, growth taken into account; null when there is nothing.
-std::optional<Box> painted(const std::string& items, double frame = 0) {
+std::optional<Box> painted(const std::string& items, double frame = 0,
+                           lottie::looks::Work work = lottie::looks::Work()) {
     const std::string text = flat_animation({shape_layer(1, "shape", items)});
     const lottie::looks::Scene scene(text);
-    lottie::looks::Work work;
     lottie::looks::Surveys surveys(scene, work);
     lottie::looks::Survey& survey = *surveys.find("");
     const lottie::looks::Hull& hull = survey.reach(0, frame);
@@ -95,12 +95,21 @@ TEST(ShapeContent, trimming_leaves_the_part_between_start_and_end) {
     EXPECT_FALSE(trimmed("50", "50", "0").has_value());
 }
 
+std::string repeater(const std::string& copies, const std::string& position) {
+    return R"(,{"ty":"rp","c":{"k":)" + copies + R"(},"o":{"k":0},"tr":{"p":{"k":)" + position +
+           R"(},"a":{"k":[0,0]},"s":{"k":[100,100]},"r":{"k":0},"so":{"k":100},"eo":{"k":100}}})";
+}
+
 TEST(ShapeContent, a_repeater_reaches_to_its_last_copy) {
-    const std::string repeater =
-        R"(,{"ty":"rp","c":{"k":3},"o":{"k":0},"tr":{"p":{"k":[30,0]},"a":{"k":[0,0]},"s":{"k":[100,100]},"r":{"k":0},)"
-        R"("so":{"k":100},"eo":{"k":100}}})";
-    expect_box(painted(kSquare + "," + kFill + repeater), 40, 40, 120, 60);
+    expect_box(painted(kSquare + "," + kFill + repeater("3", "[30,0]")), 40, 40, 120, 60);
     EXPECT_FALSE(painted(kSquare + "," + kFill + R"(,{"ty":"rp","c":{"k":0},"o":{"k":0},"tr":{}})").has_value());
+}
+
+TEST(ShapeContent, repeaters_of_repeaters_do_not_multiply_the_work) {
+    std::string doubled = kSquare + "," + kFill;
+    for (int i = 0; i < 300; ++i) doubled += repeater("2", "[1,0]");
+    expect_box(painted(doubled, 0, lottie::looks::Work(20'000)), 40, 40, 360, 60);
+    EXPECT_THROW(painted(doubled, 0, lottie::looks::Work(1'000)), lottie::looks::TooMuchWork);
 }
 
 TEST(ShapeContent, a_moving_path_is_taken_at_its_frame) {

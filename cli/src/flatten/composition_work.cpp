@@ -24,7 +24,7 @@ constexpr double kAlwaysAllowedBytes = 8 << 20;
 constexpr double kMostReadings = 100;
 constexpr double kAlwaysReadBytes = 256 << 20;
 
-constexpr std::size_t kStepsPerStage = 60'000;  // to make a project with scripts of its own
+constexpr std::size_t kStepsPerStage = 75'000;  // to make a project with scripts of its own
 constexpr std::size_t kStepsPerByte = 4;        // to read a composition
 constexpr std::size_t kPairsPerStep = 4;        // of layers that remedies tell apart
 

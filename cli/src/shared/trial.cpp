@@ -14,8 +14,9 @@ namespace cli {
 
 // What a trial takes besides the run, in steps.
 constexpr std::size_t kStepsPerItem = 25;   // of the project
-constexpr std::size_t kStepsPerLayer = 40;  // of the stack
+constexpr std::size_t kStepsPerLayer = 40;  // of the stack, as long as that fits into the processor's caches
 constexpr std::size_t kStepsPerByte = 2;    // of a layer that is written anew
+constexpr std::size_t kLayersInCache = 80'000;
 
 using host::model::Comp;
 using host::model::Layer;
@@ -29,6 +30,10 @@ FileLimits file_limits(double script_time) {
 }
 
 namespace {
+
+std::size_t steps_of_stack(std::size_t layers) {
+    return kStepsPerLayer * (layers + layers * layers / kLayersInCache);
+}
 
 std::size_t count_layers(const host::model::Project& project) {
     std::size_t count = 0;
@@ -82,7 +87,7 @@ Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
         unnest(session_, comp, nests, false, work, trial.record);
         const std::size_t looked_at = context_.asked_for.layers.empty() ? static_cast<std::size_t>(comp.layer_count())
                                                                         : count_layers(document_.project());
-        work.spend(kStepsPerLayer * looked_at +
+        work.spend(steps_of_stack(looked_at) +
                    kStepsPerItem * static_cast<std::size_t>(document_.project().item_count()));
         trial.written = write_layers(document_, comp);
         for (const std::string& layer : trial.written.own) work.spend(kStepsPerByte * layer.size());

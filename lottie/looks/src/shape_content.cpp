@@ -14,6 +14,7 @@ namespace {
 constexpr int kSteps = 12;                   // points of a curve between two vertices
 constexpr std::size_t kMostPoints = 20'000;  // that copies of a repeater keep apart
 constexpr int kMostCopies = 200;             // of a repeater; beyond them it has long left every frame
+constexpr std::size_t kStepsPerCopy = 3;     // of a point
 
 Point point_of(const Json& json) {
     const auto coordinate = [&json](rapidjson::SizeType i) {
@@ -269,10 +270,10 @@ struct ShapeContent::Shape {
     bool is_merged = false;  // of several; no path any more
 };
 
-// A frame, and what working on it has taken.
+// A frame, and what working on it is taken from, in points.
 struct ShapeContent::Moment {
     double frame;
-    std::size_t points = 0;
+    Work& work;
 };
 
 // A box around shapes, and how far paint reaches beyond it.
@@ -407,7 +408,7 @@ std::vector<ShapeContent::Shape> ShapeContent::Item::own_shapes(Moment& at) cons
     std::vector<Shape> shapes;
     Outline one = outline(at.frame);
     if (one.points.empty()) return shapes;
-    at.points += one.points.size();
+    at.work.spend(one.points.size());
     if (!keeps_curves_) one.points = hull_of(std::move(one.points));
     shapes.push_back({std::move(one), false, false});
     return shapes;
@@ -535,9 +536,10 @@ void ShapeContent::Item::repeat(Moment& at, std::vector<Shape>& shapes) const {
     std::size_t points = 0;
     for (int i = 0; i < copies; ++i) {
         std::vector<Shape> copy = shapes;
-        const std::size_t before = at.points;
-        for (const Shape& shape : copy) at.points += shape.outline.points.size();
-        points += at.points - before;
+        std::size_t more = 0;
+        for (const Shape& shape : copy) more += shape.outline.points.size();
+        at.work.spend(kStepsPerCopy * (copy.size() + more));
+        points += more;
         move(copy, transform_->repeated(at.frame, i + offset));
         all.insert(all.end(), std::make_move_iterator(copy.begin()), std::make_move_iterator(copy.end()));
         if (points > kMostPoints) {
@@ -545,6 +547,7 @@ void ShapeContent::Item::repeat(Moment& at, std::vector<Shape>& shapes) const {
             points = 0;
         }
     }
+    if (!keeps_curves_) merge(all);
     shapes = std::move(all);
 }
 
@@ -557,23 +560,23 @@ ShapeContent::ShapeContent(Json::ConstArray shapes) : items_(Item::compile(shape
 
 ShapeContent::~ShapeContent() = default;
 
-const Hull& ShapeContent::hull(double frame, std::size_t& work) const {
+const Hull& ShapeContent::hull(double frame, Work& work) const {
     if (hull_frame_ && (!is_animated_ || *hull_frame_ == frame)) return hull_;
     std::vector<Outline> outlines;
-    Moment moment{frame};
+    work.spend(weight_);
+    Moment moment{frame, work};
     for (Shape& shape : Item::group(items_, moment)) {
         if (shape.is_painted) outlines.push_back(std::move(shape.outline));
     }
     hull_ = around(outlines);
     hull_frame_ = frame;
-    work += weight_ + moment.points;
     return hull_;
 }
 
-std::optional<Box> ShapeContent::box_around(double frame, std::size_t& work) const {
+std::optional<Box> ShapeContent::box_around(double frame, Work& work) const {
     Bounds bounds;
     const bool is_told = Item::bound_group(items_, frame, bounds);
-    work += items_.size() + bounds.points;
+    work.spend(items_.size() + bounds.points);
     if (!is_told) return std::nullopt;
     const Box& box = bounds.box;
     return Box{box.left - bounds.growth, box.top - bounds.growth, box.right + bounds.growth,

@@ -8,6 +8,7 @@
 
 #include "hull.h"
 #include "json.h"
+#include "looks/work.h"
 #include "property.h"
 
 namespace lottie::looks {
@@ -69,10 +70,11 @@ class ShapeContent {
 
     // What fills and strokes leave of the shapes, groups, trims and repeaters included, in the layer's coordinates.
     // Paths that nothing paints are left out.
-    // What it takes to find that out, in points looked at, is added to `work`.
-    const Hull& hull(double frame, std::size_t& work) const;
+    // Throws TooMuchWork.
+    const Hull& hull(double frame, Work& work) const;
     // A box that holds that hull, and may be much larger; found with far less work. Nothing if it cannot be told.
-    std::optional<Box> box_around(double frame, std::size_t& work) const;
+    // Throws TooMuchWork.
+    std::optional<Box> box_around(double frame, Work& work) const;
     bool is_animated() const { return is_animated_; }
 
   private:

@@ -133,12 +133,9 @@ Hull Survey::work_out_reach(std::size_t place, double frame) {
             hull = hull_of(Box{0, 0, size.width, size.height});
             break;
         }
-        case LayerType::shape: {
-            std::size_t points = 0;
-            hull = layer.shapes().hull(frame, points);
-            work_.spend(points);
+        case LayerType::shape:
+            hull = layer.shapes().hull(frame, work_);
             break;
-        }
         case LayerType::text:
             hull = text_reach(layer, frame);
             break;
@@ -181,12 +178,8 @@ std::optional<Box> Survey::own_box(const SceneLayer& layer, double frame) {
         case LayerType::nest:
         case LayerType::solid:
             return Box{0, 0, layer.width, layer.height};
-        case LayerType::shape: {
-            std::size_t points = 0;
-            const auto box = layer.shapes().box_around(frame, points);
-            work_.spend(points);
-            return box;
-        }
+        case LayerType::shape:
+            return layer.shapes().box_around(frame, work_);
         default:
             return std::nullopt;
     }
