@@ -126,6 +126,8 @@ Scene::Scene(std::string_view text) : byte_count(text.size()) {
             while (reader.next_element()) read_asset(reader);
         } else {
             const std::string_view value = reader.skip();
+            if (key == "chars") letters_ = value;
+            if (key == "fonts") fonts_ = value;
             if (key == "nm") top->name = string_of(value);
             if (key == "fr") frame_rate = number_of(value, 30);
             if (key == "w") top->width = number_of(value, 0);
@@ -155,6 +157,11 @@ Scene::Scene(std::string_view text) : byte_count(text.size()) {
         if (first != first_frames.end()) sized->first_frame = first->second;
         stack = std::move(sized);
     }
+}
+
+const Glyphs& Scene::glyphs() const {
+    if (!glyphs_) glyphs_.emplace(letters_, fonts_);
+    return *glyphs_;
 }
 
 // Of compositions that some nest shows before their frame 0: the first one that is shown and that has a layer.

@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "glyphs.h"
 #include "layer.h"
 
 namespace lottie::looks {
@@ -69,6 +70,7 @@ struct Scene {
     const Stack& main() const { return *stacks.at(""); }
     const std::shared_ptr<const Stack>* find(std::string_view id) const;  // null if there is none
     ImageSize image_size(std::string_view id) const;
+    const Glyphs& glyphs() const;
 
     // Puts a stack in the place of the one with its id.
     void replace(std::shared_ptr<const Stack> stack);
@@ -86,6 +88,8 @@ struct Scene {
     void count_nests(const Stack& stack, bool are_added);
 
     std::shared_ptr<Arena> arena_ = std::make_shared<Arena>();
+    std::string_view letters_, fonts_;      // their texts
+    mutable std::optional<Glyphs> glyphs_;  // read when somebody asks for them
     std::map<std::string, ImageSize, std::less<>> images_;
 };
 

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "base/unicode.h"
 #include "shape_content.h"
+#include "text_reach.h"
 
 namespace lottie::looks {
 namespace {
@@ -14,48 +14,6 @@ namespace {
 constexpr double kPictureWidth = 400;       // pixels; what is not seen at this width is not seen
 constexpr std::size_t kMostLevels = 16;     // of nests within nests; what lies deeper counts as full
 constexpr std::size_t kMostReaches = 4096;  // that are kept of one composition
-
-// Wide letters, every one of them as wide as high: no text is larger.
-Hull text_reach(const SceneLayer& layer, double frame) {
-    const Json* text = layer.json("t");
-    const Json* source = text == nullptr ? nullptr : member(*text, "d");
-    if (source == nullptr) return {};
-    const Json* document = nullptr;
-    for (const Json& key : array_member(*source, "k")) {
-        if (document == nullptr || number_member(key, "t", 0) <= frame) document = member(key, "s");
-    }
-    if (document == nullptr) return {};
-    if (const auto size = array_member(*document, "sz"); size.Size() == 2) {
-        const auto corner = array_member(*document, "ps");
-        const double left = corner.Size() == 2 ? corner[0].GetDouble() : 0;
-        const double top = corner.Size() == 2 ? corner[1].GetDouble() : 0;
-        return hull_of(Box{left, top, left + size[0].GetDouble(), top + size[1].GetDouble()});
-    }
-    const double height = number_member(*document, "s", 0);
-    const double line = number_member(*document, "lh", height * 1.2);
-    std::size_t longest = 0;
-    std::size_t length = 0;
-    double lines = 1;
-    for (const char c : text_member(*document, "t")) {
-        if (c == '\r' || c == '\n' || c == '\x03') {
-            ++lines;
-            length = 0;
-        } else if (!host::base::continues_character(c)) {
-            longest = std::max(longest, ++length);
-        }
-    }
-    const double width =
-        static_cast<double>(longest) * (height * 0.6 + number_member(*document, "tr", 0) * height / 1000);
-    const int side = static_cast<int>(number_member(*document, "j", 0));
-    const double left = side == 1 ? -width : side == 2 ? -width / 2 : 0;
-    return hull_of(Box{left, -height, left + width, (lines - 1) * line + height * 0.3});
-}
-
-bool text_changes(const SceneLayer& layer) {
-    const Json* text = layer.json("t");
-    const Json* source = text == nullptr ? nullptr : member(*text, "d");
-    return source != nullptr && array_member(*source, "k").Size() > 1;
-}
 
 bool is_mask_animated(const SceneLayer& layer) {
     return std::any_of(layer.masks().begin(), layer.masks().end(),
@@ -137,7 +95,7 @@ Hull Survey::work_out_reach(std::size_t place, double frame) {
             hull = layer.shapes().hull(frame, work_);
             break;
         case LayerType::text:
-            hull = text_reach(layer, frame);
+            hull = text_reach(layer, all_->scene().glyphs(), frame);
             break;
         default:
             break;
@@ -201,7 +159,7 @@ bool Survey::own_reach_stands_still(std::size_t place) {
         const SceneLayer& layer = stack_->layer(place);
         bool is_still = !is_mask_animated(layer);
         if (layer.type == LayerType::shape) is_still = is_still && !layer.shapes().is_animated();
-        if (layer.type == LayerType::text) is_still = is_still && !text_changes(layer);
+        if (layer.type == LayerType::text) is_still = is_still && !is_text_animated(layer);
         if (layer.type == LayerType::nest) is_still = is_still && nest_stands_still(layer);
         answer = is_still ? Answer::yes : Answer::no;
     }
