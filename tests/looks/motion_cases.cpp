@@ -122,6 +122,15 @@ std::vector<Case> place_cases() {
     links.below = {solid(20, "ground", 100, 100, "#cccccc", {{"ks", moving_transform()}})};
     cases.push_back({Reason::lost_link, "of_a_layer_above", Weight::change, Pictures::differ, animation(links), "rider",
                      "parent", 1});
+    const std::string nudged = transform({{"p", keyed({{0, "0,0,0"}, {10, "0.2,0,0"}})}});
+    links.below = {solid(20, "ground", 100, 100, "#cccccc", {{"ks", nudged}})};
+    links.above = {solid(1, "rider", 60, 60, "#00ff00", {{"parent", "20"}, {"ks", at(20, 20)}})};
+    cases.push_back({Reason::lost_link, "by_a_hair_along_a_long_edge", Weight::change, Pictures::differ,
+                     animation(links), "rider", "parent"});
+    links.above = {solid(1, "rider", 2, 2, "#00ff00", {{"parent", "20"}, {"ks", at(20, 20)}})};
+    cases.push_back({Reason::lost_link, "by_a_hair_along_a_short_edge", Weight::slight, Pictures::equal,
+                     animation(links), "rider", "parent"});
+    links.above = {solid(1, "rider", 20, 20, "#00ff00", {{"parent", "20"}, {"ks", at(20, 20)}})};
     links.below = {solid(20, "ground", 100, 100, "#cccccc")};
     cases.push_back({Reason::lost_link, "of_a_layer_above_that_stands", Weight::harmless, Pictures::equal,
                      animation(links), "rider", "parent"});

@@ -81,15 +81,22 @@ TEST(Flatten, a_composition_that_an_expression_asks_for_stays_with_all_its_layer
     EXPECT_EQ(asking("[0, 0]").nests_left, 0U);
 }
 
-TEST(Flatten, what_a_composition_shows_before_its_frame_0_counts) {
-    // The main composition shows frames -10 to 9 of the outer nest, which stays; what comes out inside begins at -2.
+// The main composition shows frames -10 to 9 of the outer nest, which stays; what is inside of the inner one would
+// begin at -2.
+cli::Flattened with_inner_from(const std::string& in) {
     Nesting nesting;
     nesting.nest = {{"st", "10"}, {"ks", transform({{"p", expression("[time, 0]", "[0,0,0]")}})}};
-    nesting.inside = {nest_layer(1, "Inner", "inner", {{"w", "100"}, {"h", "100"}, {"ip", "-7"}, {"st", "16"}})};
+    nesting.inside = {nest_layer(1, "Inner", "inner", {{"w", "100"}, {"h", "100"}, {"ip", in}, {"st", "16"}})};
     nesting.assets = {R"({"id":"inner","layers":[)" + red({{"ip", "-18"}}) + "]}"};
-    const cli::Flattened flat = cli::flatten_animation(animation(nesting), plugin(), {});
-    EXPECT_EQ(flat.nests_left, 1U);
-    EXPECT_NE(flat.text.find(R"("ip":-2)"), std::string::npos) << flat.text;
+    return cli::flatten_animation(animation(nesting), plugin(), {});
+}
+
+TEST(Flatten, what_a_composition_shows_before_its_frame_0_counts) {
+    for (const auto& [in, begins] : {std::pair("-7", "-2"), std::pair("-1", "-1")}) {
+        const cli::Flattened flat = with_inner_from(in);
+        EXPECT_EQ(flat.nests_left, 1U);
+        EXPECT_NE(flat.text.find(R"("ip":)" + std::string(begins) + ","), std::string::npos) << flat.text;
+    }
 }
 
 // A clock that eases over so many frames, over so many layers that move all the time.

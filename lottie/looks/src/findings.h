@@ -15,6 +15,7 @@ struct Unhitched {
     std::optional<std::size_t> cut;  // where the chain is cut: the layer itself or its nearest such ancestor
     double distance = 0;             // that it lies off, at most, pixels
     std::optional<double> frame;     // the first at which the eye sees it
+    double blurred = 0;              // see displacement.h
 };
 
 // What happened to layers that belong to no nest: found once for all nests of a run.

@@ -1,77 +1,14 @@
 // Where the copies and all other layers lie.
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
+#include "displacement.h"
 #include "findings.h"
 #include "sight.h"
 #include "words.h"
 
 namespace lottie::looks {
 namespace {
-
-struct Displacement {
-    const SceneLayer* layer = nullptr;
-    double distance = 0;  // pixels, the furthest
-    double frame = 0;     // the first at which the eye sees it
-    std::size_t layers = 0;
-};
-
-// Around the layer's picture; one that cannot be told is taken to be as large as the composition.
-Hull extent(Survey& survey, std::size_t place, double frame) {
-    const Hull& hull = survey.reach(place, frame);
-    return area(hull) > 0 ? hull : hull_of(Box{0, 0, survey.stack().width, survey.stack().height});
-}
-
-double distance(const Hull& hull, const Matrix& a, const Matrix& b) {
-    double furthest = 0;
-    for (const Point& corner : hull) {
-        const Point p = a.map(corner);
-        const Point q = b.map(corner);
-        const double apart = std::hypot(p.x - q.x, p.y - q.y);
-        furthest = std::isfinite(apart) ? std::max(furthest, apart) : std::max(furthest, 1e9);
-    }
-    return furthest;
-}
-
-// Whether no point of any picture lies elsewhere; much cheaper than to ask where it reaches.
-bool are_alike(const Matrix& a, const Matrix& b) {
-    constexpr double kFar = 1e5;  // pixels; no picture reaches further
-    return distance(hull_of(Box{-kFar, -kFar, kFar, kFar}), a, b) < kNothing / 100;
-}
-
-// How far one layer lies off.
-struct Measured {
-    const SceneLayer* layer;
-    bool moves;
-    double distance = 0;          // the furthest
-    std::optional<double> frame;  // the first at which the eye sees it
-};
-
-// Frame by frame, for what carries several layers is worked out once for each. `apart_at(i, frame)` is the distance of
-// the layer at that place of the list, in pixels, negative when it is not seen then.
-template <class Distance>
-void measure(std::vector<Measured>& layers, const std::vector<double>& frames, Distance apart_at) {
-    std::vector<std::size_t> open(layers.size());
-    std::iota(open.begin(), open.end(), 0);
-    for (const double frame : frames) {
-        if (open.empty()) return;
-        std::erase_if(open, [&](std::size_t i) {
-            Measured& one = layers[i];
-            const double apart = apart_at(i, frame);
-            if (apart < 0) return false;
-            if (apart > kUnseen && !one.frame) one.frame = frame;
-            one.distance = std::max(one.distance, apart);
-            return !one.moves;
-        });
-    }
-}
-
-void add(Displacement& all, const Measured& one) {
-    if (one.frame && (all.layers++ == 0 || *one.frame < all.frame)) all.frame = *one.frame;
-    // Of layers that lie equally far off the first is told; rounding does not decide.
-    if (one.distance > all.distance + 1e-6) all.distance = one.distance, all.layer = one.layer;
-}
 
 Displacement compare_copies(Unnesting& u) {
     std::vector<Measured> layers;
@@ -86,22 +23,22 @@ Displacement compare_copies(Unnesting& u) {
                           0,
                           {}});
     }
-    measure(layers, u.nest_frames(), [&](std::size_t i, double frame) {
+    measure(layers, u.nest_frames(), [&](std::size_t i, double frame) -> Offset {
         const Copy& copy = copies[i];
         const SceneLayer& inner = *layers[i].layer;
         // Another clock is another finding: places are compared at the time that the copy shows.
         const double shift = u.copied(copy).start - inner.start;
         const double inner_frame = u.only_shifts() || u.is_retimed() ? u.inner_frame(frame) : frame - shift;
-        if (!inner.is_on(inner_frame) || !u.copied(copy).is_on(frame)) return -1.0;
+        if (!inner.is_on(inner_frame) || !u.copied(copy).is_on(frame)) return {-1};
         const Matrix before =
             u.inside_placement().world(copy.inner, inner_frame).then(u.stack_placement().world(u.nest_place(), frame));
         const Matrix& after = u.result_placement().world(copy.result, frame);
-        if (are_alike(before, after)) return 0.0;
-        if (is_placed_by_expression(u, copy) && is_out_of_sight(u, copy, frame)) return -1.0;
-        return distance(extent(u.inside_survey(), copy.inner, inner_frame), before, after);
+        if (are_alike(before, after)) return {};
+        if (is_placed_by_expression(u, copy) && is_out_of_sight(u, copy, frame)) return {-1};
+        return offset_between(before, after, extent(u.inside_survey(), copy.inner, inner_frame), u.stack());
     });
     Displacement all;
-    for (const Measured& one : layers) add(all, one);
+    for (const Measured& one : layers) all.add(one);
     return all;
 }
 
@@ -228,12 +165,13 @@ void find_copies(Unnesting& u) {
     const Displacement displacement = compare_copies(u);
     const Cause cause = cause_for_copies(u);
     if (displacement.distance > kNothing) {
-        const bool is_seen = displacement.layers > 0;
+        const bool is_seen = displacement.is_seen();
+        if (!is_seen) u.take_of_unseen(displacement.blurred);
         u.add({cause.reason, is_seen ? Weight::change : Weight::slight, cause.sentence + ": " + where(displacement),
                !is_seen               ? ""
                : u.stack().id.empty() ? "keep this nest"
                                       : "un-nest the composition around it first, or keep this nest",
-               displacement.layer->name, "ks", is_seen ? std::optional(displacement.frame) : std::nullopt});
+               displacement.layer->name, "ks", displacement.first_frame()});
     } else if (cause.reason == Reason::parent) {
         u.add({Reason::parent,
                Weight::harmless,
@@ -323,14 +261,15 @@ void find_others(Unnesting& u, const SharedFindings& shared) {
         if (one.cut == one.layer) {
             if ((is_nests_child ? cut_children : cut_others)++ == 0) (is_nests_child ? cut_child : cut_other) = &layer;
         }
-        add(is_nests_child ? children : others, {&layer, false, one.distance, one.frame});
+        (is_nests_child ? children : others).add({&layer, false, one.distance, one.frame, one.blurred});
     }
     const auto tell = [&u](Reason reason, const Displacement& d, const SceneLayer* cut, std::size_t count,
                            const std::string& what, const std::string& way_out) {
         if (d.distance > kNothing) {
-            const bool is_seen = d.layers > 0;
+            const bool is_seen = d.is_seen();
+            if (!is_seen) u.take_of_unseen(d.blurred);
             u.add({reason, is_seen ? Weight::change : Weight::slight, what + ": " + where(d), is_seen ? way_out : "",
-                   d.layer->name, "parent", is_seen ? std::optional(d.frame) : std::nullopt});
+                   d.layer->name, "parent", d.first_frame()});
         } else if (cut != nullptr) {
             u.add({reason,
                    Weight::harmless,
@@ -364,21 +303,23 @@ std::vector<Unhitched> find_unhitched(Comparison& c) {
         if (cuts[place] != place && lies_as_before) continue;
         const SceneLayer& layer = c.stack().layer(place);
         const bool is_measured = layer.can_draw() && !layer.is_hidden && !lies_as_before;
-        all.push_back({place, cuts[place], 0, {}});
+        all.push_back({place, cuts[place], 0, {}, 0});
         layers.push_back(
             {is_measured ? &layer : nullptr, is_measured && (before.moves(place) || after.moves(*kept)), 0, {}});
     }
-    measure(layers, c.frames(), [&](std::size_t i, double frame) {
+    measure(layers, c.frames(), [&](std::size_t i, double frame) -> Offset {
         const std::size_t place = all[i].layer;
-        if (layers[i].layer == nullptr) return 0.0;
-        if (!layers[i].layer->is_on(frame)) return -1.0;
+        if (layers[i].layer == nullptr) return {};
+        if (!layers[i].layer->is_on(frame)) return {-1};
         const Matrix was = before.world(place, frame);
         const Matrix& is = after.world(*c.kept_at(place), frame);
-        return are_alike(was, is) ? 0.0 : distance(extent(c.stack_survey(), place, frame), was, is);
+        if (are_alike(was, is)) return {};
+        return offset_between(was, is, extent(c.stack_survey(), place, frame), c.stack());
     });
     for (std::size_t i = 0; i < all.size(); ++i) {
         all[i].distance = layers[i].distance;
         all[i].frame = layers[i].frame;
+        all[i].blurred = layers[i].blurred;
     }
     std::erase_if(all, [](const Unhitched& one) { return one.cut != one.layer && one.distance == 0; });
     return all;

@@ -164,17 +164,42 @@ const Glyphs& Scene::glyphs() const {
     return *glyphs_;
 }
 
+// Of each composition the first frame before 0 at which a layer of it begins, or can begin once its nests and theirs
+// are un-nested; else 0.
+std::unordered_map<std::string, double> Scene::find_earliest_layers() const {
+    constexpr int kMostLevels = 16;  // compositions may show one another in a circle
+    std::unordered_map<std::string, double> earliest;
+    for (const auto& [id, stack] : stacks) {
+        double& first = earliest[id];
+        for (std::size_t i = 0; i < stack->size(); ++i) first = std::min(first, stack->layer(i).in);
+    }
+    bool is_changed = true;
+    for (int level = 0; level < kMostLevels && is_changed; ++level) {
+        is_changed = false;
+        for (const auto& [id, stack] : stacks) {
+            for (std::size_t i = 0; i < stack->size(); ++i) {
+                const SceneLayer& nest = stack->layer(i);
+                const auto inside = earliest.find(nest.source);
+                if (nest.type != LayerType::nest || inside == earliest.end() || nest.source.empty()) continue;
+                const double first = nest.start + nest.stretch * inside->second;
+                if (first >= earliest[id]) continue;
+                earliest[id] = first;
+                is_changed = true;
+            }
+        }
+    }
+    return earliest;
+}
+
 // Of compositions that some nest shows before their frame 0: the first one that is shown and that has a layer.
 std::unordered_map<std::string, double> Scene::find_first_frames() const {
     constexpr int kMostVisits = 8;  // compositions may show one another in a circle
     std::unordered_map<std::string, double> first_frames;
     std::unordered_map<std::string, int> visits;
-    std::unordered_map<const Stack*, double> begins;  // the first in-point before frame 0
-    const auto begins_of = [&](const Stack& stack) {
-        const auto [found, is_new] = begins.try_emplace(&stack, 0);
-        for (std::size_t i = 0; is_new && i < stack.size(); ++i)
-            found->second = std::min(found->second, stack.layer(i).in);
-        return found->second;
+    std::optional<std::unordered_map<std::string, double>> begins;  // worked out when somebody asks for them
+    const auto begins_of = [&](const std::string& id) {
+        if (!begins) begins = find_earliest_layers();
+        return begins->at(id);
     };
     std::vector<std::string> open = {""};
     while (!open.empty()) {
@@ -194,7 +219,7 @@ std::unordered_map<std::string, double> Scene::find_first_frames() const {
                 for (const Values& seconds : nest.time_remap()->key_values())
                     shown = std::min(shown, seconds[0] * frame_rate);
             }
-            const double from = std::floor(std::max(shown, begins_of(*source->second)));
+            const double from = shown < 0 ? std::floor(std::max(shown, begins_of(nest.source))) : 0;
             const auto [known, is_new] = first_frames.try_emplace(nest.source, 0);
             if ((is_new && visits[nest.source] == 0) || from < known->second) {
                 known->second = std::min(from, known->second);

@@ -84,6 +84,7 @@ struct Scene {
 
   private:
     void read_asset(TextReader& reader);
+    std::unordered_map<std::string, double> find_earliest_layers() const;
     std::unordered_map<std::string, double> find_first_frames() const;
     void count_nests(const Stack& stack, bool are_added);
 
