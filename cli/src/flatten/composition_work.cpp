@@ -250,7 +250,7 @@ CompositionWork::Attempt CompositionWork::attempt(const Layers& layers) {
     const auto stack = stage_->comp.stack().to_vector();
     std::vector<host::model::Layer*> nests;
     for (const Workbench::Nest& nest : nests_among(layers)) nests.push_back(stack.at(nest.place));
-    Attempt tried{stage_->trials.run(stage_->comp, nests), nullptr, {}, {}, {}, {}};
+    Attempt tried{stage_->trials.run(stage_->comp, nests, false), nullptr, {}, {}, {}, {}};
     judge(tried);
     mend(tried);
     stage_->trials.undo();

@@ -71,7 +71,7 @@ Trials::Trials(lottie::document::Document& document, const RunContext& context)
     context.observe(session_);
 }
 
-Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
+Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests, bool counts_bytes) {
     host::model::UndoJournal& journal = document_.project().undo();
     const std::size_t steps_before = journal.step_names().size();
     const AskedLayers asked(document_, context_.asked_for);
@@ -103,7 +103,7 @@ Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests) {
     for (const Comp* source : sources) {
         if (!source->is_alive()) trial.deleted.push_back(document_.comp_id(*source));
     }
-    trial.byte_count = document_.written_size();
+    if (counts_bytes) trial.byte_count = document_.written_size();
     trial.asked = asked.outcome();
     for (lottie::looks::Finding& loss : slots.losses(trial.change, trial.written))
         trial.asked.losses.push_back(std::move(loss));

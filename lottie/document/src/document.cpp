@@ -72,9 +72,11 @@ WrittenLayers Document::write_layers(const host::model::Comp& comp) const {
         return base_of(*layer) == nullptr && layer->source() != nullptr && layer->source()->comp() != nullptr;
     });
     const NewCompIds new_ids = shows_new_comps ? ids_of_new_comps(*store_) : NewCompIds();
-    if (written_size_ == nullptr) written_size_ = std::make_unique<WrittenSize>(*store_);
     return write_guarded(*store_, [&] {
-        return written_size_->write_layers(comp, CompWriter(*store_, store_->stored(comp), comp, new_ids));
+        const CompWriter writer(*store_, store_->stored(comp), comp, new_ids);
+        if (written_size_ != nullptr) return written_size_->write_layers(comp, writer);
+        std::size_t size = 0;
+        return writer.write_layers(size);
     });
 }
 

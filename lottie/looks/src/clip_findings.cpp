@@ -4,7 +4,6 @@
 #include <cmath>
 
 #include "findings.h"
-#include "held_cut.h"
 #include "sight.h"
 #include "words.h"
 
@@ -112,7 +111,7 @@ bool is_hidden_anyway(const Unnesting& u, std::size_t inner, double frame) {
 
 Worst search(Unnesting& u) {
     Worst worst;
-    const HeldCut held = find_held_cut(u);
+    const HeldCut& held = u.held_cut();
     std::vector<double> inner_frames;
     for (const double frame : u.nest_frames()) inner_frames.push_back(u.inner_frame(frame));
     const std::vector<std::size_t> layers = layers_to_search(u, inner_frames);

@@ -6,7 +6,6 @@
 #include "effects.h"
 #include "findings.h"
 #include "held.h"
-#include "held_cut.h"
 #include "words.h"
 
 namespace lottie::looks {
@@ -109,7 +108,7 @@ bool acts(Json::ConstArray masks) {
 }
 
 void find_masks(Unnesting& u) {
-    const HeldCut held = find_held_cut(u);
+    const HeldCut& held = u.held_cut();
     if (held.cuts_otherwise) {
         const SceneLayer& layer = u.inside().layer(*held.cuts_otherwise);
         u.add(
@@ -209,7 +208,7 @@ void find_mattes(Unnesting& u) {
     if (const auto place = u.stack().matte(u.nest_place())) {
         const bool is_harmless = nest.matte_mode == 1 && shows_everything(u, *place);
         const std::string matte = quoted(u.stack().layer(*place).name);
-        if (!is_harmless && find_held_cut(u).matte) {
+        if (!is_harmless && u.held_cut().matte) {
             u.add({Reason::matte_used,
                    weight_if_seen(u, Weight::slight),
                    "its matte, layer " + matte + ", now cuts each layer by itself, as a mask",

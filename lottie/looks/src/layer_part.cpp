@@ -10,19 +10,38 @@
 namespace lottie::looks {
 namespace {
 
-// Calls visit(object, path) for every object inside, outer ones first.
+// Calls visit(object) for every object inside, outer ones first.
 template <class Visit>
-void walk(const Json& value, const std::string& path, Visit& visit) {
+void walk(const Json& value, Visit& visit) {
     if (value.IsObject()) {
-        visit(value, path);
+        visit(value);
+        for (const auto& entry : value.GetObject()) walk(entry.value, visit);
+    } else if (value.IsArray()) {
+        for (const Json& element : value.GetArray()) {
+            if (!element.IsObject() && !element.IsArray()) return;
+            walk(element, visit);
+        }
+    }
+}
+
+// The same with the path to each object, which is as it was after each call.
+template <class Visit>
+void walk_with_path(const Json& value, std::string& path, Visit& visit) {
+    const std::size_t length = path.size();
+    if (value.IsObject()) {
+        visit(value);
         for (const auto& entry : value.GetObject()) {
             if (!entry.value.IsObject() && !entry.value.IsArray()) continue;
-            walk(entry.value, path + "." + std::string(entry.name.GetString(), entry.name.GetStringLength()), visit);
+            path.append(".").append(entry.name.GetString(), entry.name.GetStringLength());
+            walk_with_path(entry.value, path, visit);
+            path.resize(length);
         }
     } else if (value.IsArray()) {
         for (rapidjson::SizeType i = 0; i < value.Size(); ++i) {
             if (!value[i].IsObject() && !value[i].IsArray()) return;
-            walk(value[i], path + "[" + std::to_string(i) + "]", visit);
+            path.append("[").append(std::to_string(i)).append("]");
+            walk_with_path(value[i], path, visit);
+            path.resize(length);
         }
     }
 }
@@ -44,12 +63,13 @@ const std::vector<Expression>& LayerPart::expressions() const {
     if (!expressions_) {
         expressions_.emplace();
         if (!contents_.expressions) return *expressions_;
-        auto visit = [this](const Json& object, const std::string& path) {
+        std::string path = key_;
+        auto visit = [this, &path](const Json& object) {
             const Json* text = member(object, "x");
             if (text == nullptr || !text->IsString()) return;
             expressions_->push_back({path, std::string_view(text->GetString(), text->GetStringLength())});
         };
-        walk(json(), key_, visit);
+        walk_with_path(json(), path, visit);
     }
     return *expressions_;
 }
@@ -62,7 +82,7 @@ const std::vector<double>& LayerPart::key_times() const {
 std::vector<double> LayerPart::key_times_without(const Json& left_out) const {
     std::vector<double> times;
     const Json* const dimensions[] = {&left_out, member(left_out, "x"), member(left_out, "y"), member(left_out, "z")};
-    auto visit = [&](const Json& object, const std::string&) {
+    auto visit = [&](const Json& object) {
         if (!is_keyed(object) ||
             std::find(std::begin(dimensions), std::end(dimensions), &object) != std::end(dimensions))
             return;
@@ -70,7 +90,7 @@ std::vector<double> LayerPart::key_times_without(const Json& left_out) const {
         if (keys.Size() < 2) return;
         for (const Json& key : keys) times.push_back(number_member(key, "t", 0));
     };
-    walk(json(), key_, visit);
+    walk(json(), visit);
     return times;
 }
 

@@ -11,9 +11,11 @@
 namespace lottie::looks {
 namespace {
 
-constexpr double kPictureWidth = 400;       // pixels; what is not seen at this width is not seen
-constexpr std::size_t kMostLevels = 16;     // of nests within nests; what lies deeper counts as full
-constexpr std::size_t kMostReaches = 4096;  // that are kept of one composition
+constexpr double kPictureWidth = 400;               // pixels; what is not seen at this width is not seen
+constexpr std::size_t kMostLevels = 16;             // of nests within nests; what lies deeper counts as full
+constexpr std::size_t kMostReaches = 4096;          // that are kept of one composition
+constexpr std::size_t kMostKeptPoints = 2'000'000;  // of layers that move in themselves: 32 MB
+constexpr std::size_t kPointsPerReach = 5;          // what it takes to keep one
 
 bool is_mask_animated(const SceneLayer& layer) {
     return std::any_of(layer.masks().begin(), layer.masks().end(),
@@ -107,10 +109,30 @@ Hull Survey::work_out_reach(std::size_t place, double frame) {
 const Hull& Survey::reach(std::size_t place, double frame) {
     About& about = about_[place];
     if (about.own_frame && (*about.own_frame == frame || own_reach_stands_still(place))) return about.own_reach;
+    if (const Hull* kept = kept_reach(place, frame)) {
+        about.own_reach = *kept;
+        about.own_frame = frame;
+        return about.own_reach;
+    }
     work_.spend(1);
     about.own_reach = work_out_reach(place, frame);
     about.own_frame = frame;
+    keep_reach(place, frame);
     return about.own_reach;
+}
+
+const Hull* Survey::kept_reach(std::size_t place, double frame) const {
+    const auto found = about_[place].kept_reaches.find(frame);
+    return found == about_[place].kept_reaches.end() ? nullptr : &found->second;
+}
+
+void Survey::keep_reach(std::size_t place, double frame) {
+    if (own_reach_stands_still(place) || all_->kept_points_ >= kMostKeptPoints) return;
+    const Hull& hull = about_[place].own_reach;
+    const std::size_t points = hull.size() + kPointsPerReach;
+    kept_points_ += points;
+    all_->kept_points_ += points;
+    about_[place].kept_reaches.emplace(frame, hull);
 }
 
 const Hull& Survey::reach_in_stack(std::size_t place, double frame) {
@@ -340,7 +362,12 @@ void Surveys::forget(const std::string& id) {
     while (!open.empty()) {
         const std::string next = std::move(open.back());
         open.pop_back();
-        if (by_id_.erase(next) == 0 && next != id) continue;
+        if (const auto found = by_id_.find(next); found != by_id_.end()) {
+            kept_points_ -= found->second->kept_points_;
+            by_id_.erase(found);
+        } else if (next != id) {
+            continue;
+        }
         const auto users = users_.find(next);
         if (users == users_.end()) continue;
         open.insert(open.end(), users->second.begin(), users->second.end());

@@ -73,11 +73,14 @@ class Survey {
         std::optional<double> frame;      // of reach
         Hull own_reach;
         Hull reach;
+        std::unordered_map<double, Hull> kept_reaches;  // of own_reach, by frame
     };
 
     bool own_reach_stands_still(std::size_t layer);
     bool nest_stands_still(const SceneLayer& nest);
     std::optional<Box> own_box(const SceneLayer& layer, double frame);
+    const Hull* kept_reach(std::size_t layer, double frame) const;
+    void keep_reach(std::size_t layer, double frame);
     Hull work_out_reach(std::size_t layer, double frame);
     Hull nest_reach(const SceneLayer& nest, double frame);
     Survey* inside(const SceneLayer& nest);
@@ -89,6 +92,7 @@ class Survey {
     Placement placement_;
     std::size_t levels_ = 1;
     std::vector<About> about_;
+    std::size_t kept_points_ = 0;                    // of kept_reaches
     std::unordered_map<double, Hull> reach_of_all_;  // by frame
     bool is_indexed_ = false;
     std::unordered_map<std::string_view, std::size_t> by_name_;
@@ -114,6 +118,7 @@ class Surveys {
     const Scene& scene_;
     Work& work_;
     std::unordered_map<std::string, std::unique_ptr<Survey>> by_id_;
+    std::size_t kept_points_ = 0;                                      // of all of them
     std::unordered_map<std::string, std::vector<std::string>> users_;  // surveyed compositions that show it
 };
 

@@ -1,10 +1,12 @@
 // Clock and visibility: time remap, stretch, starts, trims.
 #include <algorithm>
 #include <cmath>
+#include <string_view>
 
 #include "cycle.h"
 #include "findings.h"
 #include "retiming.h"
+#include "text_reader.h"
 #include "words.h"
 
 namespace lottie::looks {
@@ -167,6 +169,39 @@ std::vector<double> key_times_without(const LayerPart& transform, const Json* le
     return left_out == nullptr ? transform.key_times() : transform.key_times_without(*left_out);
 }
 
+// Where the number ends that begins here; nothing if none does.
+std::optional<std::size_t> end_of_number(std::string_view text, std::size_t begin) {
+    const std::size_t end = std::min(text.find_first_not_of("+-.0123456789eE", begin), text.size());
+    return is_number(text.substr(begin)) ? std::optional(end) : std::nullopt;
+}
+
+// Whether two texts differ in nothing but the times of keyframes, all of them moved by `shift`. False does not say the
+// opposite.
+bool are_moved_alike(std::string_view before, std::string_view after, double shift) {
+    constexpr std::string_view kTime = "\"t\"";
+    if (before.find('\\') != std::string_view::npos) return false;
+    std::size_t a = 0;
+    std::size_t b = 0;
+    while (true) {
+        const std::size_t key = before.find(kTime, a);
+        const std::size_t next = key == std::string_view::npos ? before.size() : key + kTime.size();
+        if (before.substr(a, next - a) != after.substr(b, next - a)) return false;
+        b += next - a;
+        a = next;
+        if (key == std::string_view::npos) return b == after.size();
+        if (before.substr(a, 1) != ":" || after.substr(b, 1) != ":") return false;
+        const auto number_before = end_of_number(before, ++a);
+        const auto number_after = end_of_number(after, ++b);
+        if (!number_before && !number_after) continue;
+        if (!number_before || !number_after) return false;
+        const double time_before = number_of(before.substr(a, *number_before - a), 0);
+        const double time_after = number_of(after.substr(b, *number_after - b), 0);
+        if (!(std::abs(time_before + shift - time_after) < kSameTime * 2)) return false;
+        a = *number_before;
+        b = *number_after;
+    }
+}
+
 // The first keyframe of a part that is not where it was, moved by `shift`.
 std::optional<double> first_lost_key(const LayerPart& before, const LayerPart& after, double shift, bool is_faded) {
     if (&before == &after && std::abs(shift) < kSameTime * 2) return std::nullopt;
@@ -178,6 +213,8 @@ std::optional<double> first_lost_key(const LayerPart& before, const LayerPart& a
     } else if (before.key() == "ks" && is_faded) {  // what the nest's opacity became is looked at with that
         own_before = key_times_without(before, opacity_of(before));
         own_after = key_times_without(after, opacity_of(after));
+    } else if (are_moved_alike(before.text(), after.text(), shift)) {
+        return std::nullopt;
     } else {
         own_before = before.key_times();
         own_after = after.key_times();

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "held_cut.h"
+
 namespace lottie::looks {
 namespace {
 
@@ -54,6 +56,11 @@ bool Unnesting::is_retimed() const {
         });
     }
     return *is_retimed_;
+}
+
+const HeldCut& Unnesting::held_cut() {
+    if (!held_cut_) held_cut_ = find_held_cut(*this);
+    return *held_cut_;
 }
 
 std::vector<Finding> Unnesting::take_findings() {

@@ -8,6 +8,14 @@
 
 namespace lottie::looks {
 
+// Whether masks that the layers out of a nest got cut them as the nest's masks and frame did.
+struct HeldCut {
+    bool masks = false;                         // each layer that is drawn is cut by the nest's masks
+    bool matte = false;                         // likewise by the nest's matte
+    std::vector<bool> frame;                    // by place inside: whether the nest's frame cuts the layer too
+    std::optional<std::size_t> cuts_otherwise;  // a layer inside that got masks which are neither
+};
+
 class Unnesting {
   public:
     Unnesting(Comparison& comparison, std::size_t nest);
@@ -46,6 +54,9 @@ class Unnesting {
     Placement& inside_placement() const { return inside_.placement(); }
     Placement& result_placement() const { return comparison_.result_survey().placement(); }
 
+    // Worked out once, whoever asks.
+    const HeldCut& held_cut();
+
     void add(Finding finding) { findings_.push_back(std::move(finding)); }
     std::vector<Finding> take_findings();
 
@@ -61,6 +72,7 @@ class Unnesting {
     std::vector<double> nest_frames_;
     std::vector<Finding> findings_;
     double unseen_ = 0;
+    std::optional<HeldCut> held_cut_;
     mutable std::optional<bool> is_retimed_;
 };
 

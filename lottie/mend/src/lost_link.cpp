@@ -6,7 +6,7 @@ namespace lottie::mend {
 
 void mend_lost_link(Unnested& unnested, Nest&) {
     for (KeptLayer& layer : unnested.stack()) {
-        if (layer.now == nullptr) continue;
+        if (layer.now == nullptr || !layer.is_touched()) continue;
         const auto parent = unnested.parent_in_stack(layer.facts);
         if (parent && unnested.is_unnested(*parent)) continue;  // a child of the nest
         if (layer.before.member("parent") == layer.now->member("parent")) continue;

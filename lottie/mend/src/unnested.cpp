@@ -85,6 +85,7 @@ Unnested::Unnested(Before& before, const std::vector<std::string_view>& after, l
         const bool is_kept = origin.kind == Origin::Kind::kept;
         const ScannedLayer* facts = is_kept ? &comp_before_.list.at(origin.layer) : nullptr;
         if (facts != nullptr && facts->text.of(before_.text) == after[i]) {
+            stack_.at(origin.layer).is_as_before = true;
             largest_number_ = std::max({largest_number_, facts->ind.value_or(0), facts->parent.value_or(0)});
         } else {
             for (const char* key : {"ind", "parent"})

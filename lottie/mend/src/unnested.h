@@ -23,6 +23,9 @@ struct KeptLayer {
     const document::ScannedLayer& facts;  // before
     LayerText before;
     LayerText* now = nullptr;
+    bool is_as_before = false;  // the run left its text as it was
+
+    bool is_touched() const { return !is_as_before || now->is_changed(); }
 };
 
 // A layer out of a nest.

@@ -23,7 +23,7 @@ struct Trial {
     lottie::looks::StackChange change;
     lottie::document::WrittenLayers written;  // of the composition
     std::vector<std::string> deleted;         // ids of the compositions that went
-    std::size_t byte_count = 0;               // of the whole animation
+    std::size_t byte_count = 0;               // of the whole animation; 0 if nobody wants to know
     UnnestRecord record;
     AskedLayers::Outcome asked;  // of what state machines and themes ask for
 };
@@ -60,7 +60,7 @@ class Trials {
 
     // Un-nests the nests of one composition in one run and leaves the project that way. Throws Failure as unnest()
     // does, and for faults in the input's content; the project is then as it was before.
-    Trial run(host::model::Comp& comp, const std::vector<host::model::Layer*>& nests);
+    Trial run(host::model::Comp& comp, const std::vector<host::model::Layer*>& nests, bool counts_bytes = true);
 
     // Undoes the newest run.
     void undo();
