@@ -307,6 +307,12 @@ std::vector<Scene> matte_used_scenes() {
     const std::string soft =
         shape_layer(9, "stencil", triangle, {{"td", "1"}, {"ks", transform({{"o", still("50")}})}});
     const std::string masked_solid = solid(9, "stencil", 100, 100, "#000000", masked(mask(still(kTriangle)), is_matte));
+    const auto figure = [&](const std::string& kind, const std::string& roundness) {
+        return shape_layer(9, "stencil",
+                           R"({"ty":")" + kind + R"(","p":{"a":0,"k":[28,34]},"s":{"a":0,"k":[9,12]},"r":)" +
+                               still(roundness) + R"(},{"ty":"fl","c":{"a":0,"k":[0,0,0,1]},"o":{"a":0,"k":100}})",
+                           is_matte);
+    };
     // So small that no player's rounding shows.
     const std::vector<std::string> small = {solid(1, "red", 10, 8, "#ff0000", {{"ks", at(22, 31)}}),
                                             solid(2, "blue", 6, 6, "#0000ff", {{"ks", at(28, 35)}})};
@@ -321,8 +327,11 @@ std::vector<Scene> matte_used_scenes() {
          matted(filled, "1", {red(), blue()})},
         {Reason::matte_used, "a half transparent path", Outcome::stays, matted(soft, "1", small)},
         {Reason::matte_used, "the brightness of a path", Outcome::stays, matted(filled, "3", small)},
-        {Reason::matte_used, "a plain solid", Outcome::stays,
+        {Reason::matte_used, "a plain solid", Outcome::mended,
          matted(solid(9, "stencil", 30, 60, "#000000", {{"td", "1"}, {"ks", at(25, 15)}}), "1", small)},
+        {Reason::matte_used, "an ellipse", Outcome::mended, matted(figure("el", "0"), "1", small)},
+        {Reason::matte_used, "the inverse of a rectangle", Outcome::mended, matted(figure("rc", "0"), "2", small)},
+        {Reason::matte_used, "a rectangle with round corners", Outcome::stays, matted(figure("rc", "4"), "1", small)},
     };
 }
 

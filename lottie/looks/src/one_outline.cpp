@@ -45,9 +45,43 @@ bool is_within(const Json& path, double width, double height) {
     return true;
 }
 
+// A closed path that stands still; the handle before each vertex is opposite to the one behind it.
+OneOutline outline_through(const std::vector<Point>& vertices, const std::vector<Point>& handles) {
+    auto made = std::make_shared<rapidjson::Document>(rapidjson::kObjectType);
+    auto& pool = made->GetAllocator();
+    const auto points = [&pool](const std::vector<Point>& all, double factor) {
+        Json list(rapidjson::kArrayType);
+        for (const Point& point : all) {
+            Json one(rapidjson::kArrayType);
+            one.PushBack(point.x * factor, pool).PushBack(point.y * factor, pool);
+            list.PushBack(one, pool);
+        }
+        return list;
+    };
+    Json path(rapidjson::kObjectType);
+    path.AddMember("i", points(handles, -1), pool).AddMember("o", points(handles, 1), pool);
+    path.AddMember("v", points(vertices, 1), pool).AddMember("c", true, pool);
+    made->AddMember("a", 0, pool).AddMember("k", path, pool);
+    return {made.get(), {}, true, made};
+}
+
+OneOutline rectangle(double left, double top, double width, double height) {
+    return outline_through({{left + width, top}, {left + width, top + height}, {left, top + height}, {left, top}},
+                           {{}, {}, {}, {}});
+}
+
+OneOutline ellipse(double x, double y, double width, double height) {
+    constexpr double kRound = 0.5519;  // of the radius: the handles of a quarter of a circle, as players draw it
+    const double w = width / 2;
+    const double h = height / 2;
+    return outline_through({{x, y - h}, {x + w, y}, {x, y + h}, {x - w, y}},
+                           {{w * kRound, 0}, {0, h * kRound}, {-w * kRound, 0}, {0, -h * kRound}});
+}
+
 std::optional<OneOutline> outline_of_solid(const SceneLayer& solid) {
+    if (!solid.has_masks) return rectangle(0, 0, solid.width, solid.height);
     const auto masks = solid.array("masksProperties");
-    if (!solid.has_masks || masks.Size() != 1) return std::nullopt;
+    if (masks.Size() != 1) return std::nullopt;
     const Json& mask = masks[0];
     const Json* path = member(mask, "pt");
     const Property feather(member(mask, "f"), {});
@@ -56,6 +90,21 @@ std::optional<OneOutline> outline_of_solid(const SceneLayer& solid) {
     if (path == nullptr || !is_hard || member(*path, "x") != nullptr || !is_within(*path, solid.width, solid.height))
         return std::nullopt;
     return OneOutline{path, {}, true};
+}
+
+// A rectangle without round corners or an ellipse, that stands still.
+std::optional<OneOutline> outline_of_figure(const Json& shape) {
+    const Property position(member(shape, "p"), {});
+    const Property size(member(shape, "s"), {});
+    const Property roundness(member(shape, "r"), {});
+    for (const Property* one : {&position, &size, &roundness}) {
+        if (one->is_animated() || one->has_expression()) return std::nullopt;
+    }
+    const Values at = position.at(0);
+    const Values extent = size.at(0);
+    if (text_member(shape, "ty") == "el") return ellipse(at[0], at[1], extent[0], extent[1]);
+    if (roundness.at(0)[0] != 0) return std::nullopt;
+    return rectangle(at[0] - extent[0] / 2, at[1] - extent[1] / 2, extent[0], extent[1]);
 }
 
 // One path with one opaque fill, in a group that stands still or in none.
@@ -69,6 +118,11 @@ std::optional<OneOutline> outline_of_shapes(Json::ConstArray shapes) {
         if (type == "sh" && outline.path == nullptr) {
             outline.path = member(shape, "ks");
             outline.is_closed = member(shape, "closed") == nullptr || is_truthy(shape, "closed");
+        } else if ((type == "rc" || type == "el") && outline.path == nullptr) {
+            auto figure = outline_of_figure(shape);
+            if (!figure) return std::nullopt;
+            figure->place = outline.place;
+            outline = std::move(*figure);
         } else if (type == "fl" && is_full(shape) && number_member(shape, "r", 1) != 2) {
             if (member(shape, "fillEnabled") != nullptr && !is_truthy(shape, "fillEnabled")) return std::nullopt;
             ++fills;

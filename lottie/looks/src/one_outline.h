@@ -1,6 +1,9 @@
 // Layers whose picture is one area within a hard edge, as mattes mostly are.
 #pragma once
 
+#include <rapidjson/document.h>
+
+#include <memory>
 #include <optional>
 
 #include "layer.h"
@@ -12,6 +15,7 @@ struct OneOutline {
     const Json* path;  // a path property
     Matrix place;      // from its coordinates to the layer's
     bool is_closed = true;
+    std::shared_ptr<const rapidjson::Document> made = nullptr;  // what the path lies in if the file has no such path
 };
 
 // Nothing for a layer that may draw anything else, or that is not opaque all over at all times.
