@@ -111,14 +111,13 @@ void find_masks(Unnesting& u) {
     const HeldCut& held = u.held_cut();
     if (held.cuts_otherwise) {
         const SceneLayer& layer = u.inside().layer(*held.cuts_otherwise);
-        u.add(
-            {Reason::mask,
-             weight_if_seen(u, Weight::change),
-             "a new mask cuts layer " + quoted(layer.name) + " as neither its masks nor its frame did" + unless_seen(u),
-             "keep this nest",
-             layer.name,
-             "masksProperties",
-             {}});
+        u.add({Reason::mask,
+               weight_if_seen(u, Weight::change),
+               "masks of layer " + quoted(layer.name) + " alone cannot cut it as the nest did" + unless_seen(u),
+               "keep this nest",
+               layer.name,
+               "masksProperties",
+               {}});
         return;
     }
     const auto masks = u.nest().array("masksProperties");
