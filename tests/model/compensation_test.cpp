@@ -4,6 +4,8 @@
 #include <cmath>
 #include <iostream>
 #include <random>
+#include <utility>
+#include <vector>
 
 #include "scene.h"
 #include "world.h"
@@ -193,16 +195,6 @@ TEST(Compensation, every_keyframe_changes_alike) {
     EXPECT_EQ(child.parent(), &parent);
 }
 
-TEST(Compensation, whole_turns_of_the_parent_are_kept) {
-    Scene scene;
-    Layer& parent = scene.layer("Parent");
-    parent.stream(kRotation).set_static_value(value(750));
-    Layer& child = scene.layer("Child");
-    child.load_parent(&parent);
-    child.set_parent(nullptr, Parenting::keep_place);
-    EXPECT_EQ(child.stream(kRotation).data().static_value, value(750));
-}
-
 TEST(Compensation, happens_at_the_current_time) {
     Scene scene;
     Layer& parent = scene.layer("Parent");
@@ -229,99 +221,101 @@ TEST(Compensation, the_time_of_each_layer_counts_from_its_offset) {
     EXPECT_EQ(child.stream(kPosition).data().static_value, value(320 + 10 - 100, 240 - 50));
 }
 
-TEST(Compensation, leaving_a_parent_of_no_size_leaves_the_child_without_size) {
+// What a layer does when it leaves a parent or goes under it.
+struct Change {
+    using Streams = std::vector<std::pair<int, Value>>;
+
+    const char* name;
+    enum { leaves, goes_under } step;
+    enum { none, parent, both } are_3d;
+    bool stays_in_place;
+    Streams of_parent;
+    Streams of_child;
+    Streams of_child_after;
+};
+
+const Change kChanges[] = {
+    {"whole_turns_of_the_parent_are_kept",
+     Change::leaves,
+     Change::none,
+     true,
+     {{kRotation, value(750)}},
+     {},
+     {{kRotation, value(750)}}},
+    {"leaving_a_parent_of_no_size_leaves_the_child_without_size",
+     Change::leaves,
+     Change::none,
+     true,
+     {{kScale, value(0, 0, 100)}, {kRotation, value(30)}},
+     {},
+     {{kScale, value(0, 0, 100)}, {kRotation, value(30)}}},
+    {"a_parent_squeezed_to_a_line_keeps_its_direction",
+     Change::leaves,
+     Change::none,
+     true,
+     {{kScale, value(0, 50, 100)}, {kRotation, value(30)}},
+     {},
+     {{kScale, value(0, 50, 100)}}},
+    {"going_under_a_parent_of_no_size_counts_its_scale_as_whole",
+     Change::goes_under,
+     Change::none,
+     false,
+     {{kAnchorPoint, {}}, {kPosition, value(20, 40)}, {kScale, value(0, 0, 0)}},
+     {},
+     {{kPosition, value(300, 200)}, {kScale, value(100, 100, 100)}}},
+    {"a_tiny_3d_parent_is_no_flat_one",
+     Change::goes_under,
+     Change::both,
+     true,
+     {{kScale, value(0.005, 0.005, 0.005)}},
+     {},
+     {}},
+    {"a_3d_child_takes_the_parents_turn_into_its_orientation",
+     Change::leaves,
+     Change::both,
+     true,
+     {{kRotateY, value(90)}},
+     {{kRotateX, value(12)}, {kRotation, value(34)}},
+     {{kOrientation, value(0, 90, 0)}, {kRotateX, value(12)}, {kRotation, value(34)}}},
+    {"a_flat_child_of_a_3d_parent_takes_what_lies_in_the_plane",
+     Change::leaves,
+     Change::parent,
+     false,
+     {{kAnchorPoint, {}}, {kPosition, value(10, 20, 500)}, {kRotation, value(90)}},
+     {},
+     {{kPosition, value(10 - 240, 20 + 320)}, {kRotation, value(90)}}},
+    {"a_parent_seen_edge_on_leaves_the_child_as_it_is",
+     Change::goes_under,
+     Change::parent,
+     false,
+     {{kRotateY, value(90)}},
+     {},
+     {{kPosition, value(320, 240)}}},
+};
+
+class CompensatedChild : public ::testing::TestWithParam<Change> {};
+
+TEST_P(CompensatedChild, has_these_values) {
+    const Change& change = GetParam();
     Scene scene;
     Layer& parent = scene.layer("Parent");
-    parent.stream(kScale).set_static_value(value(0, 0, 100));
-    parent.stream(kRotation).set_static_value(value(30));
     Layer& child = scene.layer("Child");
-    child.load_parent(&parent);
+    if (change.are_3d != Change::none) parent.set_flag(kIs3D, true);
+    if (change.are_3d == Change::both) child.set_flag(kIs3D, true);
+    for (const auto& [stream, set] : change.of_parent) parent.stream(stream).set_static_value(set);
+    for (const auto& [stream, set] : change.of_child) child.stream(stream).set_static_value(set);
+    const bool leaves = change.step == Change::leaves;
+    if (leaves) child.load_parent(&parent);
     const PlaceWatch watch(child);
-    child.set_parent(nullptr, Parenting::keep_place);
-    EXPECT_LT(watch.moved(), kClose);
-    EXPECT_EQ(child.stream(kScale).data().static_value, value(0, 0, 100));
-    EXPECT_EQ(child.stream(kRotation).data().static_value, value(30));
+    child.set_parent(leaves ? nullptr : &parent, Parenting::keep_place);
+    EXPECT_EQ(child.parent(), leaves ? nullptr : &parent);
+    EXPECT_EQ(watch.moved() < kClose, change.stays_in_place);
+    for (const auto& [stream, expected] : change.of_child_after)
+        EXPECT_EQ(child.stream(stream).data().static_value, expected) << "stream " << stream;
 }
 
-TEST(Compensation, a_parent_squeezed_to_a_line_keeps_its_direction) {
-    Scene scene;
-    Layer& parent = scene.layer("Parent");
-    parent.stream(kScale).set_static_value(value(0, 50, 100));
-    parent.stream(kRotation).set_static_value(value(30));
-    Layer& child = scene.layer("Child");
-    child.load_parent(&parent);
-    const PlaceWatch watch(child);
-    child.set_parent(nullptr, Parenting::keep_place);
-    EXPECT_LT(watch.moved(), kClose);
-    EXPECT_EQ(child.stream(kScale).data().static_value, value(0, 50, 100));
-}
-
-TEST(Compensation, going_under_a_parent_of_no_size_counts_its_scale_as_whole) {
-    Scene scene;
-    Layer& parent = scene.layer("Parent");
-    parent.stream(kAnchorPoint).set_static_value({});
-    parent.stream(kPosition).set_static_value(value(20, 40));
-    parent.stream(kScale).set_static_value(value(0, 0, 0));
-    Layer& child = scene.layer("Child");
-    child.set_parent(&parent, Parenting::keep_place);
-    EXPECT_EQ(child.stream(kPosition).data().static_value, value(300, 200));
-    EXPECT_EQ(child.stream(kScale).data().static_value, value(100, 100, 100));
-}
-
-TEST(Compensation, a_tiny_3d_parent_is_no_flat_one) {
-    Scene scene;
-    Layer& parent = scene.layer("Parent");
-    parent.set_flag(kIs3D, true);
-    parent.stream(kScale).set_static_value(value(0.005, 0.005, 0.005));
-    Layer& child = scene.layer("Child");
-    child.set_flag(kIs3D, true);
-    const PlaceWatch watch(child);
-    child.set_parent(&parent, Parenting::keep_place);
-    EXPECT_LT(watch.moved(), kClose);
-}
-
-TEST(Compensation, a_3d_child_takes_the_parents_turn_into_its_orientation) {
-    Scene scene;
-    Layer& parent = scene.layer("Parent");
-    parent.set_flag(kIs3D, true);
-    parent.stream(kRotateY).set_static_value(value(90));
-    Layer& child = scene.layer("Child");
-    child.set_flag(kIs3D, true);
-    child.stream(kRotateX).set_static_value(value(12));
-    child.stream(kRotation).set_static_value(value(34));
-    child.load_parent(&parent);
-    const PlaceWatch watch(child);
-    child.set_parent(nullptr, Parenting::keep_place);
-    EXPECT_LT(watch.moved(), kClose);
-    EXPECT_EQ(child.stream(kOrientation).data().static_value, value(0, 90, 0));
-    EXPECT_EQ(child.stream(kRotateX).data().static_value, value(12));
-    EXPECT_EQ(child.stream(kRotation).data().static_value, value(34));
-}
-
-TEST(Compensation, a_flat_child_of_a_3d_parent_takes_what_lies_in_the_plane) {
-    Scene scene;
-    Layer& parent = scene.layer("Parent");
-    parent.set_flag(kIs3D, true);
-    parent.stream(kAnchorPoint).set_static_value({});
-    parent.stream(kPosition).set_static_value(value(10, 20, 500));
-    parent.stream(kRotation).set_static_value(value(90));
-    Layer& child = scene.layer("Child");
-    child.load_parent(&parent);
-    child.set_parent(nullptr, Parenting::keep_place);
-    EXPECT_EQ(child.stream(kPosition).data().static_value, value(10 - 240, 20 + 320));
-    EXPECT_EQ(child.stream(kRotation).data().static_value, value(90));
-}
-
-TEST(Compensation, a_parent_seen_edge_on_leaves_the_child_as_it_is) {
-    Scene scene;
-    Layer& parent = scene.layer("Parent");
-    parent.set_flag(kIs3D, true);
-    parent.stream(kRotateY).set_static_value(value(90));
-    Layer& child = scene.layer("Child");
-    child.set_parent(&parent, Parenting::keep_place);
-    EXPECT_EQ(child.stream(kPosition).data().static_value, value(320, 240));
-    EXPECT_EQ(child.parent(), &parent);
-}
+INSTANTIATE_TEST_SUITE_P(Compensation, CompensatedChild, ::testing::ValuesIn(kChanges),
+                         [](const auto& change) { return change.param.name; });
 
 TEST(Compensation, a_camera_carries_its_point_of_interest_along) {
     Scene scene;
