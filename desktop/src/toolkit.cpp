@@ -39,7 +39,7 @@ int try_desktop(const ChildProcess::Parent& parent) {
 }
 
 // Tries whether windows can be shown. The process keeps its hold on the display as long as this object lives, for some
-// displays end with the last one who looks.
+// displays end when their last client leaves.
 class DesktopTrial {
   public:
     DesktopTrial() {

@@ -10,8 +10,6 @@ namespace cli {
 namespace {
 
 using lottie::looks::Finding;
-using lottie::looks::Reason;
-using lottie::looks::Verdict;
 using lottie::looks::Weight;
 using Tone = Console::Tone;
 

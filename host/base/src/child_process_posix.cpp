@@ -79,13 +79,13 @@ struct Requests {
     Descriptor childs;
 };
 
-// So much is kept of what a process prints.
+// At most this much is kept of what a process prints.
 constexpr std::size_t kMostPrinted = 64 << 10;
 
-// A process of which descendants may hold the pipes open is looked after this often.
+// How often a process is polled whose descendants may hold its pipes open.
 constexpr int kLookMilliseconds = 50;
 
-// In the child: the streams go where they shall.
+// In the child: redirects its standard streams.
 void lead_streams(ChildProcess::Streams streams, int says, int prints) {
     if (streams == ChildProcess::Streams::same) return;
     if (streams == ChildProcess::Streams::apart) {
@@ -168,7 +168,7 @@ struct ChildProcess::State {
         kill_it();
     }
 
-    // The process has closed its end; what it has not closed by ending it may take its time for.
+    // The process has closed its end of the pipe. If it did so without ending, it may still run for a while.
     void bury() {
         says.from.close();
         requests.parents.close();
@@ -202,7 +202,7 @@ struct ChildProcess::State {
         using Kind = ProcessEnd::Kind;
         ProcessEnd result;
         result.processor_time = processor_time_of(used);
-        // What runs along with the program, a memory checker for one, may exchange the exit code.
+        // A tool that runs with the program, such as a memory checker, may change the exit code.
         const bool is_as_left = WIFEXITED(status) && WEXITSTATUS(status) == 0;
         if (shared->has_finished && is_as_left) {
             result.number = shared->number;

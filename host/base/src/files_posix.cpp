@@ -106,7 +106,7 @@ std::string read_own_file(const fs::path& file, std::size_t limit) {
 void keep_places_of_standard_streams() {
     for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(stream, F_GETFD) >= 0) continue;
-        // The lowest place that is free, and of no use: what is read cannot be written and the other way round.
+        // Takes the lowest free number. Of no use to anybody: standard input can only be written, the others only read.
         (void)::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
     }
 }

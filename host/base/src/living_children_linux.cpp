@@ -50,7 +50,8 @@ bool are_all_gone(int flags) {
     return true;
 }
 
-// Ends the children, then the program by the signal's own action. Calls only what a handler may.
+// Ends the children, then the program by the signal's own action. Calls only what a signal
+// handler may call.
 void end_with_children(int signal) {
     send_to_all(SIGTERM);
     const timespec moment{0, 1'000'000};
@@ -61,7 +62,7 @@ void end_with_children(int signal) {
     ::raise(signal);
 }
 
-// Where nobody has said what else a signal does.
+// For signals that still have their default action.
 void handle_endings() {
     for (const int signal : kEndings) {
         struct sigaction now {};
@@ -87,7 +88,7 @@ bool is_any_alive() {
     return false;
 }
 
-// A parent that ended before the request for its signal was made has become another.
+// If the parent ended before the signal was asked for, this process has another parent now.
 void end_with_parent(pid_t parent) {
     ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     if (::getppid() != parent) ::_exit(1);

@@ -1,4 +1,4 @@
-// Text of anybody made safe to show.
+// Makes text from anywhere safe to show.
 #include "base/printable.h"
 
 #include <array>
@@ -14,7 +14,7 @@ bool is_control(char32_t c) {
     return c < 0x20 || (c >= 0x7F && c < 0xA0) || c == 0x2028 || c == 0x2029;
 }
 
-// Terminals that know both directions show what stands between such marks in another order than it is read.
+// Terminals that support both directions reorder the text between such marks.
 bool turns_direction(char32_t c) {
     return c == 0x61C || c == 0x200E || c == 0x200F || (c >= 0x202A && c <= 0x202E) || (c >= 0x2066 && c <= 0x2069);
 }

@@ -81,15 +81,15 @@ class ChildProcess {
         apart,            // both are kept, apart from what it says; see printed()
     };
 
-    // Its number is what the process finishes with. An exception that leaves it ends the process in the middle; lack of
-    // memory is told apart.
+    // Returns the number that the process finishes with. An exception that leaves it ends the process in the middle;
+    // lack of memory is told apart.
     using Work = std::function<int(const Parent&)>;
 
     // Whether this system has processes that begin as copies.
     static bool can_start();
 
-    // Starts the process; the thread that does so must outlive it. Of this process's threads none goes along: `work`
-    // may not need them. Throws NoProcess.
+    // Starts the process; the thread that does so must outlive it. No other thread goes along: `work` must
+    // not need any. Throws NoProcess.
     explicit ChildProcess(const Work& work, const ProcessLimits& limits = {}, Streams streams = Streams::same);
     // Ends the process if it has not ended.
     ~ChildProcess();

@@ -83,7 +83,7 @@ struct FileIdentity {
 };
 std::optional<FileIdentity> identity_of(const std::filesystem::path& file);
 
-// The reason for which a file is refused that may not be written.
+// Why a file that may not be written is refused.
 inline constexpr const char* kReadOnly = "it is read-only";
 
 struct ReplaceOptions {
@@ -130,7 +130,7 @@ class LineFile {
     LineFile(const LineFile&) = delete;
     LineFile& operator=(const LineFile&) = delete;
 
-    // With one write. After a write that failed nothing more is written.
+    // Writes the line in one call. After a call that failed nothing more is written.
     void write(std::string_view line) noexcept;
     // Why a write failed, one sentence without the file's name; empty if none did.
     std::string problem() const;

@@ -15,7 +15,7 @@ class ModuleError : public std::runtime_error {
 
 class Module {
   public:
-    enum class Unloading { with_object, never };  // never: for what does not bear being taken away
+    enum class Unloading { with_object, never };  // never: for what does not survive it
 
     // Throws ModuleError.
     explicit Module(const std::filesystem::path& file, Unloading unloading = Unloading::with_object);

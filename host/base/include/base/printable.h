@@ -1,4 +1,5 @@
-// Text of anybody made safe to show: it can neither end a line, nor steer a terminal, nor turn the reading direction.
+// Makes text from anywhere safe to show: it can neither end a line, nor steer a terminal, nor turn the reading
+// direction.
 #pragma once
 
 #include <string>
