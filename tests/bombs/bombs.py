@@ -3,6 +3,7 @@
 
 usage: bombs.py KIND SIZE   writes one to standard output
 """
+import functools
 import json
 import sys
 
@@ -23,6 +24,12 @@ def still(value):
     return {"a": 0, "k": value}
 
 
+@functools.cache
+def standing():
+    """The transform of all layers that have none of their own: a million of them would fill the memory."""
+    return transform()
+
+
 def keyed(count, value):
     """From key to key, within `count` frames."""
     return {"a": 1, "k": [{"t": t, "s": value(t), "i": {"x": [1], "y": [1]}, "o": {"x": [0], "y": [0]}} for t in range(count)]}
@@ -33,7 +40,7 @@ def transform(**members):
 
 
 def layer(number, name, kind, **members):
-    return {"ddd": 0, "ind": number, "ty": kind, "nm": name, "sr": 1, "ks": transform(), "ao": 0, "ip": 0, "op": FRAMES, "st": 0,
+    return {"ddd": 0, "ind": number, "ty": kind, "nm": name, "sr": 1, "ks": standing(), "ao": 0, "ip": 0, "op": FRAMES, "st": 0,
             "bm": 0} | members
 
 

@@ -47,21 +47,20 @@ class Result:
         return ""
 
     def __str__(self):
-        code = "none" if self.code in (-signal.SIGKILL, -signal.SIGXCPU) else self.code
-        return f"{code} | {'> ' if code == 'none' else ''}{self.seconds:.2f} s | {self.megabytes:.0f} MB"
+        is_ended = self.code in (-signal.SIGKILL, -signal.SIGXCPU)
+        return f"{'ended after' if is_ended else f'{self.code},'} {self.seconds:.1f} s, {self.megabytes:.0f} MB"
 
 
-def bound():
-    resource.setrlimit(resource.RLIMIT_AS, (ADDRESS_SPACE, ADDRESS_SPACE))
-    resource.setrlimit(resource.RLIMIT_CPU, (SLOW, SLOW))
-    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+def run(command, arguments, file, slow=SLOW):
+    def bound():
+        resource.setrlimit(resource.RLIMIT_AS, (ADDRESS_SPACE, ADDRESS_SPACE))
+        resource.setrlimit(resource.RLIMIT_CPU, (slow, slow))
+        resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
 
-
-def run(command, arguments, file):
     with tempfile.TemporaryFile() as said:
         process = subprocess.Popen([command, *arguments, str(file)], stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=said,
                                    preexec_fn=bound)
-        alarm = threading.Timer(4 * SLOW, process.kill)
+        alarm = threading.Timer(10 * slow, process.kill)  # it may have to wait for the processor
         alarm.start()
         _, status, usage = os.wait4(process.pid, 0)
         process.returncode = 0
@@ -82,31 +81,32 @@ def main():
     parser.add_argument("--kinds", default=",".join(bombs.KINDS))
     parser.add_argument("--commands", default=",".join(COMMANDS))
     parser.add_argument("--seconds", type=float, default=30, help="of the processor that a command may take")
-    parser.add_argument("--table", action="store_true", help="a row for each animation, with its slowest command")
-    parser.add_argument("--before", help="an older build of the command, for more columns")
+    parser.add_argument("--table", action="store_true", help="a row for each animation")
+    parser.add_argument("--before", help="an older build of the command, for the table's cells")
     options = parser.parse_args()
+    names = options.commands.split(",")
     problems = 0
     if options.table:
-        print("| Bomb | Input | Slowest command | Exit | Time | Memory |" + (" Exit before | Time | Memory |" if options.before else ""))
-        print("|---|---|---|---|---|---|" + ("---|---|---|" if options.before else ""))
+        print("| Bomb | Input |" + "".join(f" `{name}` |" for name in names))
+        print("|---|---|" + "---|" * len(names))
     with tempfile.TemporaryDirectory() as folder:
         file = pathlib.Path(folder) / "bomb.json"
         for kind in options.kinds.split(","):
             for size in map(int, options.sizes.split(",")):
                 file.write_text(bombs.text_of(kind, size))
-                results = {}
-                for name in options.commands.split(","):
-                    result = results[name] = run(options.command, COMMANDS[name], file)
+                row = f"| {kind} {size:,} | {size_text(file.stat().st_size)} |"
+                for name in names:
+                    result = run(options.command, COMMANDS[name], file)
                     problem = result.problem(options.seconds)
                     problems += bool(problem)
                     if problem or not options.table:
                         print(f"{kind} {size}, {name}: {result}{' | PROBLEM: ' + problem if problem else ''}",
                               *result.said.splitlines()[-1:], sep="\n    ", file=sys.stderr if options.table else sys.stdout, flush=True)
-                if options.table:
-                    slowest = max(results, key=lambda name: results[name].seconds)
-                    row = f"| {kind} {size:,} | {size_text(file.stat().st_size)} | {slowest} | {results[slowest]} |"
+                    row += f" {result}"
                     if options.before:
-                        row += f" {run(options.before, COMMANDS[slowest], file)} |"
+                        row += f" (before: {run(options.before, COMMANDS[name], file, int(options.seconds))})"
+                    row += " |"
+                if options.table:
                     print(row, flush=True)
     return 1 if problems else 0
 
