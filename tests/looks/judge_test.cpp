@@ -46,6 +46,65 @@ TEST(Judge, layers_that_come_out_as_they_were_are_exact) {
     EXPECT_EQ(report.findings[0].reason, Reason::size);
 }
 
+// Three nests in one another, with a layer that each un-nesting puts a little further off.
+double strayed_after_three_steps(double each) {
+    Nesting nesting;
+    const Members size = {{"w", "100"}, {"h", "100"}};
+    nesting.inside = {nest_layer(1, "Second", "second", size)};
+    nesting.assets = {R"({"id":"second","layers":[)" + nest_layer(1, "Third", "third", size) + "]}",
+                      R"({"id":"third","layers":[)" + solid(1, "dot", 2, 2, "#ff0000") + "]}"};
+    const std::string before = animation(nesting);
+    const std::string outer = "inside";
+    Judge judge(before);
+    const auto step = [&](const std::string& composition, double off, bool is_main) {
+        std::vector<std::string> layers = {solid(1, "dot", 2, 2, "#ff0000", {{"ks", at(off, 0)}})};
+        StackChange change{composition, {0}, {{kCopied, 0, 0}}};
+        if (is_main) {
+            layers.push_back(kGround);
+            change.after.push_back({kKept, 1, 0});
+        }
+        EXPECT_NE(judge.compare(change, {{layers.begin(), layers.end()}, {}, before.size()}).at(0).verdict,
+                  Verdict::changes);
+        judge.accept();
+    };
+    step("second", each, false);
+    step(outer, 2 * each, false);
+    step("", 3 * each, true);
+    const auto strayed = judge.compare_whole({{"", 0}, {outer, 0}, {"second", 0}});
+    if (strayed.empty()) return 0;
+    EXPECT_EQ(strayed.at(0).nests.size(), 3U);
+    EXPECT_EQ(strayed.at(0).finding.reason, Reason::place);
+    EXPECT_EQ(strayed.at(0).finding.layer, "dot");
+    return std::stod(strayed.at(0).finding.sentence.substr(strayed.at(0).finding.sentence.find("up to ") + 6));
+}
+
+TEST(Judge, three_steps_of_which_none_shows_can_show_together) {
+    EXPECT_NEAR(strayed_after_three_steps(0.1), 0.3, 1e-3);
+    EXPECT_EQ(strayed_after_three_steps(0.08), 0);
+}
+
+// A layer that comes on between two frames of its composition, which a nest shows from between two frames on.
+TEST(Judge, a_time_within_a_frame_can_show_behind_a_nest_that_starts_within_one) {
+    Nesting nesting;
+    nesting.nest = {{"st", "0.7"}};
+    nesting.inside = {nest_layer(1, "Second", "second", {{"w", "100"}, {"h", "100"}})};
+    nesting.assets = {R"({"id":"second","layers":[)" + solid(1, "dot", 2, 2, "#ff0000", {{"ip", "4.1"}}) + "]}"};
+    const std::string before = animation(nesting);
+    const std::string outer = "inside";
+    Judge judge(before);
+    const std::string late = solid(1, "dot", 2, 2, "#ff0000", {{"ip", "4.4"}});
+    EXPECT_EQ(judge.compare({outer, {0}, {{kCopied, 0, 0}}}, {{late}, {}, before.size()}).at(0).verdict,
+              Verdict::equal_to_the_eye);
+    judge.accept();
+    const std::string later = solid(1, "dot", 2, 2, "#ff0000", {{"ip", "5.1"}, {"st", "0.7"}});
+    judge.compare({"", {0}, {{kCopied, 0, 0}, {kKept, 1, 0}}}, {{later, kGround}, {}, before.size()});
+    judge.accept();
+    const auto strayed = judge.compare_whole({{outer, 0}});
+    ASSERT_EQ(strayed.size(), 1U);
+    EXPECT_EQ(strayed.at(0).finding.reason, Reason::trim);
+    EXPECT_EQ(strayed.at(0).finding.frame, 5);
+}
+
 TEST(Judge, a_layer_that_was_not_copied_is_lost) {
     const auto report = judged_by_hand({kRed, kBlue}, {kRed, kGround}, {{kCopied, 0, 0}, {kKept, 1, 0}});
     const Finding* finding = find(report, Reason::lost_layer);

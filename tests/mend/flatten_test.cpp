@@ -99,6 +99,28 @@ TEST(Flatten, what_a_composition_shows_before_its_frame_0_counts) {
     }
 }
 
+// A turned square in a nest that is taller than wide by a hair, within a composition that the picture enlarges.
+cli::Flattened uneven_by_a_hair(const std::string& enlarged) {
+    Nesting nesting;
+    nesting.nest = {{"ks", transform({{"s", still("[" + enlarged + "," + enlarged + ",100]")}})}};
+    nesting.inside = {nest_layer(1, "Inner", "inner",
+                                 {{"w", "100"}, {"h", "100"}, {"ks", transform({{"s", still("[100,100.4,100]")}})}})};
+    const std::string turned = transform({{"p", still("[5,5,0]")}, {"r", still("45")}, {"a", still("[4,4,0]")}});
+    nesting.assets = {R"({"id":"inner","layers":[)" + solid(1, "turned", 8, 8, "#ff0000", {{"ks", turned}}) + "]}"};
+    return cli::flatten_animation(animation(nesting), plugin(), {});
+}
+
+TEST(Flatten, what_shows_only_as_a_whole_is_mended_or_stays) {
+    const cli::Flattened small = uneven_by_a_hair("100");
+    EXPECT_EQ(small.nests_left, 0U);
+    EXPECT_EQ(small.nests.front().verdict, lottie::looks::Verdict::equal_to_the_eye);
+    const cli::Flattened large = uneven_by_a_hair("1800");
+    EXPECT_EQ(large.nests_left, 0U);
+    EXPECT_EQ(large.nests.front().name, "Inner");
+    EXPECT_EQ(large.nests.front().verdict, lottie::looks::Verdict::exact);
+    EXPECT_EQ(cli::flatten_animation(large.text, plugin(), {}).text, large.text);
+}
+
 // A clock that eases over so many frames, over so many layers that move all the time.
 cli::Flattened eased_over(int frames, int layers) {
     const std::string last = std::to_string(frames);

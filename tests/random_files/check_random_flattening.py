@@ -35,7 +35,7 @@ def is_beyond_renderer(animation):
     return False
 
 
-FAILED_ONCE = [1039, 5043, 10026, 10087, 10165, 20070, 20088, 20389, 40077, 100594, 102420]
+FAILED_ONCE = [1039, 5043, 10026, 10087, 10165, 20070, 20088, 20389, 40077, 61326, 100594, 101149, 102420, 110083]
 
 
 class Failed(Exception):

@@ -45,17 +45,41 @@ std::vector<double> count_showings(const lottie::mend::Workbench& bench) {
 }  // namespace
 
 FlatteningState::FlatteningState(const std::string& text, const host::runner::PluginModule& module,
-                                 const Options& given, lottie::packed::AskedFor asked)
+                                 const Options& given, lottie::packed::AskedFor asked, const FileLimits& file_limits,
+                                 const Learned& before)
     : plugin(module),
       options(given),
       asked_for(std::move(asked)),
-      limits(file_limits(given.script_time)),
+      limits(file_limits),
+      learned(before),
       bench(text),
       judge(text, limits.work),
       shown(count_showings(bench)),
+      unseen_left(before.unseen == Learned::Unseen::refused ? 0 : 1),
       bytes_to_read(kAlwaysReadBytes + kMostReadings * static_cast<double>(text.size())),
       most_bytes(given.max_growth ? static_cast<double>(text.size()) * (1 + *given.max_growth / 100)
-                                  : std::max(kAlwaysAllowedBytes, kMostGrowth * static_cast<double>(text.size()))) {}
+                                  : std::max(kAlwaysAllowedBytes, kMostGrowth * static_cast<double>(text.size()))) {
+    for (const std::size_t composition : bench.innermost_first()) {
+        for (const Workbench::Nest& nest : bench.nests(composition))
+            origins.emplace(lottie::looks::NestOfFile{bench.id(composition), nest.place}, nest.origin);
+    }
+}
+
+std::map<std::size_t, std::string> FlatteningState::find_strayed() {
+    std::set<lottie::looks::NestOfFile> suspects;
+    for (const auto& [nest, origin] : origins) {
+        if (slight.contains(origin)) suspects.insert(nest);
+    }
+    std::map<std::size_t, std::string> strayed;
+    try {
+        for (const lottie::looks::Strayed& one : judge.compare_whole(suspects)) {
+            for (const auto& nest : one.nests) strayed.emplace(origins.at(nest), main_reason({one.finding}));
+        }
+    } catch (const lottie::looks::TooMuchWork&) {
+        for (const std::size_t origin : slight) strayed.emplace(origin, kTooMuchWork);
+    }
+    return strayed;
+}
 
 void FlatteningState::find_asked_layers(const lottie::document::Document& document) {
     const AskedLayers asked(document, asked_for);
@@ -289,10 +313,17 @@ void CompositionWork::follow_names(Attempt& tried) {
     }
 }
 
+// Why no difference is left to the nest; null if one is.
+const std::string* CompositionWork::given_up_because(const NestReport& report) {
+    const auto found = state_.learned.given_up.find(entry(stack_[report.nest]).origin);
+    return found == state_.learned.given_up.end() ? nullptr : &found->second;
+}
+
 // Whether the nest looks other than it may. What nobody sees of one nest adds up over several, and over the times that
 // the picture shows them.
-bool CompositionWork::is_seen(const NestReport& report, double unseen_before) const {
-    if (report.verdict > (state_.options.exact ? Verdict::exact : Verdict::equal_to_the_eye)) return true;
+bool CompositionWork::is_seen(const NestReport& report, double unseen_before) {
+    const bool must_be_exact = state_.options.exact || given_up_because(report) != nullptr;
+    if (report.verdict > (must_be_exact ? Verdict::exact : Verdict::equal_to_the_eye)) return true;
     const double more = report.unseen * state_.shown[composition_];
     return more > 0 && unseen_before + more > state_.unseen_left;
 }
@@ -302,13 +333,20 @@ void CompositionWork::mend(Attempt& tried) {
     while (true) {
         std::vector<NestReport> seen;
         double unseen = 0;
-        bool cuts_add_up = false;
+        auto answered = Mending::Answered::changes;
         for (const NestReport& report : tried.reports) {
-            if (!is_seen(report, unseen)) {
+            const bool may_stay =
+                state_.learned.unseen == FlatteningState::Learned::Unseen::allowed || report.unseen == 0;
+            if (may_stay && !is_seen(report, unseen)) {
                 unseen += report.unseen * state_.shown[composition_];
                 continue;
             }
-            cuts_add_up = cuts_add_up || report.verdict == Verdict::equal_to_the_eye;
+            const bool adds_up = report.verdict == Verdict::equal_to_the_eye;
+            if (adds_up && given_up_because(report) != nullptr) {
+                answered = Mending::Answered::all;
+            } else if (adds_up) {
+                answered = std::max(answered, Mending::Answered::changes_and_cuts);
+            }
             seen.push_back(report);
         }
         if (seen.empty()) return;
@@ -317,7 +355,7 @@ void CompositionWork::mend(Attempt& tried) {
         if (!tried.mending)
             tried.mending =
                 std::make_unique<Mending>(stage_->unmended(), tried.trial.written.layers, tried.trial.change);
-        const bool is_mended = tried.mending->answer(seen, cuts_add_up);
+        const bool is_mended = tried.mending->answer(seen, answered);
         tried.mended_layers = tried.mending->layers();
         if (!is_mended) return;
         judge(tried);
@@ -334,6 +372,11 @@ CompositionWork::Refused CompositionWork::refused_of(const Attempt& tried, const
             continue;
         }
         const bool adds_up = report.verdict != Verdict::changes && !state_.options.exact;
+        if (const std::string* why = given_up_because(report); why != nullptr && adds_up) {
+            refused.emplace(stack_[report.nest], *why);
+            continue;
+        }
+        if (adds_up) state_.adding_up.insert(entry(stack_[report.nest]).origin);
         refused.emplace(stack_[report.nest], main_reason(report.findings) +
                                                  (adds_up ? ", but with others like it the eye would see it" : ""));
     }
@@ -364,7 +407,9 @@ void CompositionWork::accept(Attempt& tried) {
     for (const auto& [before, now] : tried.renamed) state_.rename(before, now);
     for (const NestReport& report : tried.reports) {
         state_.unseen_left -= report.unseen * state_.shown[composition_];
-        state_.flat.insert(entry(stack_[report.nest]).origin);
+        const std::size_t origin = entry(stack_[report.nest]).origin;
+        state_.flat.insert(origin);
+        if (report.verdict == Verdict::equal_to_the_eye) state_.slight.insert(origin);
     }
     const lottie::looks::StackChange change = tried.change();
     state_.bench.put_back(composition_, change, tried.layers());

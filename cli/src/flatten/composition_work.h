@@ -20,8 +20,20 @@ namespace cli {
 
 // One animation on its way to being flat.
 struct FlatteningState {
+    // What was learned from making it flat once already.
+    struct Learned {
+        // Nests by origin that become flat exactly or not at all, and why: as a whole they would show.
+        std::map<std::size_t, std::string> given_up;
+        std::size_t times = 0;
+        // What is done about what nobody sees of several nests, when it adds up to too much: the next of these.
+        enum class Unseen { allowed, mended, refused } unseen = Unseen::allowed;
+    };
+
     FlatteningState(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
-                    lottie::packed::AskedFor asked_for);
+                    lottie::packed::AskedFor asked_for, const FileLimits& limits, const Learned& learned);
+
+    // The nests that became flat and differ in something, against the animation as it was.
+    std::map<std::size_t, std::string> find_strayed();
 
     void find_asked_layers(const lottie::document::Document& document);  // in the whole animation
     void rename(const std::string& before, const std::string& now);      // one of those
@@ -31,11 +43,12 @@ struct FlatteningState {
     lottie::packed::AskedFor asked_for;              // by the names that layers have now
     std::map<std::string, std::string> layer_names;  // of layers that are asked for, by the ones that they have now
     std::set<std::string> single;                    // names of layers of which the picture shows one
-    FileLimits limits;
+    const FileLimits& limits;
+    const Learned& learned;
     lottie::mend::Workbench bench;
     lottie::looks::Judge judge;
     std::vector<double> shown;  // how often the picture shows each composition, nests in nests included
-    double unseen_left = 1;     // of what may differ unseen, as the judge counts it
+    double unseen_left;         // of what may differ unseen, as the judge counts it
     double bytes_to_read;       // in attempts, before what is left stays as it is
     double most_bytes;          // that the animation may come to by un-nesting nests of shared compositions
 
@@ -43,7 +56,10 @@ struct FlatteningState {
     // came out of them.
     std::vector<FlattenedNest> nests;
     std::map<std::size_t, std::size_t> nest_of_origin;
-    std::set<std::size_t> flat;  // origins of which some nest was un-nested
+    std::set<std::size_t> flat;       // origins of which some nest was un-nested
+    std::set<std::size_t> slight;     // of which one looks equal, but not the same
+    std::set<std::size_t> adding_up;  // of which one stayed for what nobody would see of it alone
+    std::map<lottie::looks::NestOfFile, std::size_t> origins;
 };
 
 class CompositionWork {
@@ -67,7 +83,8 @@ class CompositionWork {
     void judge(Attempt& attempt);
     void follow_names(Attempt& attempt);
     void mend(Attempt& attempt);
-    bool is_seen(const lottie::looks::NestReport& report, double unseen_before) const;
+    const std::string* given_up_because(const lottie::looks::NestReport& report);
+    bool is_seen(const lottie::looks::NestReport& report, double unseen_before);
     Refused refused_of(const Attempt& attempt, const Layers& layers);
     std::vector<std::size_t> too_large(const Attempt& attempt, const Layers& layers);
     void accept(Attempt& attempt);

@@ -2,6 +2,7 @@
 #include "cli/flatten/flattening.h"
 
 #include <algorithm>
+#include <map>
 #include <set>
 
 #include "cli/shared/animation_file.h"
@@ -12,6 +13,9 @@ namespace cli {
 namespace {
 
 using Places = std::set<std::size_t>;
+
+// That a few nests are given up; then all that differ in anything.
+constexpr std::size_t kMostTimes = 3;
 
 // Those of one composition that the options name.
 Places selected_places(const host::model::Comp& comp, const Options& options) {
@@ -51,6 +55,7 @@ void work_on_all(FlatteningState& state, lottie::document::Document& document) {
 // What had to stay inside of a composition may have become flat in every one that it came out into.
 void take_nests(FlatteningState& state, Flattened& flattened) {
     std::set<std::size_t> left;
+    flattened.nests_left = 0;
     for (const std::size_t composition : state.bench.innermost_first()) {
         for (const auto& nest : state.bench.nests(composition)) {
             left.insert(nest.origin);
@@ -61,6 +66,34 @@ void take_nests(FlatteningState& state, Flattened& flattened) {
     for (FlattenedNest& nest : flattened.nests) {
         if (state.flat.contains(nest.origin) && !left.contains(nest.origin)) nest.kept_because.clear();
     }
+}
+
+// As it is with what was learned so far; learns more, and if it did, this is to be tried once more.
+bool try_to_flatten(FlatteningState& state, lottie::document::Document& document, FlatteningState::Learned& learned,
+                    Flattened& flattened) {
+    const Options& options = state.options;
+    state.find_asked_layers(document);
+    if (options.composition.empty() && options.layers.empty()) {
+        work_on_all(state, document);
+    } else {
+        const host::model::Comp& comp = find_composition(document, options.composition);
+        work_on(state, document, *state.bench.find(document.comp_id(comp)), selected_places(comp, options), false);
+    }
+    const auto strayed = options.all ? std::map<std::size_t, std::string>() : state.find_strayed();
+    const std::size_t given_up_before = learned.given_up.size();
+    learned.given_up.insert(strayed.begin(), strayed.end());
+    if (!strayed.empty() && ++learned.times == kMostTimes) {
+        for (const std::size_t origin : state.slight) learned.given_up.emplace(origin, strayed.begin()->second);
+    }
+    take_nests(state, flattened);
+    // All or none: a nest that stayed because of others would not stay when those are flat.
+    const bool adds_up = std::any_of(flattened.nests.begin(), flattened.nests.end(), [&state](const auto& nest) {
+        return nest.is_kept() && state.adding_up.contains(nest.origin);
+    });
+    using Unseen = FlatteningState::Learned::Unseen;
+    const bool learned_of_unseen = adds_up && learned.unseen != Unseen::refused;
+    if (learned_of_unseen) learned.unseen = learned.unseen == Unseen::allowed ? Unseen::mended : Unseen::refused;
+    return learned_of_unseen || learned.given_up.size() > given_up_before;
 }
 
 }  // namespace
@@ -78,18 +111,16 @@ Flattened flatten_animation(const std::string& text, const host::runner::PluginM
         flattened.layer_names = names_in(text, asked_for);
         return flattened;
     }
-    FlatteningState state(text, plugin, options, asked_for);
-    state.find_asked_layers(document);
-    if (options.composition.empty() && options.layers.empty()) {
-        work_on_all(state, document);
-    } else {
-        const host::model::Comp& comp = find_composition(document, options.composition);
-        work_on(state, document, *state.bench.find(document.comp_id(comp)), selected_places(comp, options), false);
+    const FileLimits limits = file_limits(options.script_time);
+    FlatteningState::Learned learned;
+    while (true) {
+        const FlatteningState::Learned known = learned;
+        FlatteningState state(text, plugin, options, asked_for, limits, known);
+        if (try_to_flatten(state, document, learned, flattened)) continue;
+        for (const auto& [now, before] : state.layer_names) flattened.layer_names[before].insert(now);
+        flattened.text = state.bench.text(options.keep_unused);
+        return flattened;
     }
-    take_nests(state, flattened);
-    for (const auto& [now, before] : state.layer_names) flattened.layer_names[before].insert(now);
-    flattened.text = state.bench.text(options.keep_unused);
-    return flattened;
 }
 
 }  // namespace cli

@@ -8,6 +8,7 @@
 #include "findings.h"
 #include "scene.h"
 #include "survey.h"
+#include "whole.h"
 
 namespace lottie::looks {
 namespace {
@@ -25,9 +26,10 @@ SharedFindings::SharedFindings(Comparison& comparison)
 
 struct Judge::State {
     State(std::string_view whole_text, std::shared_ptr<Work> budget)
-        : shared_work(std::move(budget)), text(whole_text), scene(whole_text), surveys(scene, work) {}
+        : shared_work(std::move(budget)), text(whole_text), scene(whole_text), surveys(scene, work), whole(scene) {}
 
     struct Compared {
+        StackChange change;
         std::shared_ptr<const Stack> stack;
         std::vector<std::string> deleted;
         std::size_t byte_count = 0;
@@ -85,6 +87,7 @@ struct Judge::State {
     std::string_view text;
     Scene scene;
     Surveys surveys;
+    Whole whole;
     std::optional<Compared> newest;
 };
 
@@ -121,7 +124,7 @@ std::vector<NestReport> Judge::compare(const StackChange& change, const Rewritte
         report.unseen = unnesting.unseen();
         reports.push_back(std::move(report));
     }
-    state.newest = State::Compared{result, after.deleted, after.byte_count};
+    state.newest = State::Compared{change, result, after.deleted, after.byte_count};
     return reports;
 }
 
@@ -143,6 +146,7 @@ void Judge::accept() {
     if (!state.newest) throw std::invalid_argument("there is no comparison to accept");
     State::Compared newest = std::move(*state.newest);
     state.newest.reset();
+    state.whole.add(newest.change);
     state.surveys.forget(newest.stack->id);
     state.scene.replace(std::move(newest.stack));
     for (const std::string& id : newest.deleted) {
@@ -150,6 +154,10 @@ void Judge::accept() {
         state.scene.remove(id);
     }
     state.scene.byte_count = newest.byte_count;
+}
+
+std::vector<Strayed> Judge::compare_whole(const std::set<NestOfFile>& slight) {
+    return state_->whole.find_strayed(state_->surveys, slight, state_->work);
 }
 
 std::size_t Judge::byte_count() const {

@@ -57,13 +57,13 @@ Mending::Mending(const BeforeRuns& before, const std::vector<std::string_view>& 
     : progress_(std::make_unique<Progress>(*before.before_, after, std::move(change))) {}
 Mending::~Mending() = default;
 
-bool Mending::answer(const std::vector<looks::NestReport>& reports, bool cuts_add_up) {
+bool Mending::answer(const std::vector<looks::NestReport>& reports, Answered what) {
     bool is_any = false;
     for (const looks::NestReport& report : reports) {
         std::set<Reason> open;
         for (const looks::Finding& finding : report.findings) {
-            const bool adds_up =
-                cuts_add_up && finding.reason == Reason::clip && finding.weight == looks::Weight::slight;
+            const bool is_cut = finding.reason == Reason::clip && what == Answered::changes_and_cuts;
+            const bool adds_up = finding.weight == looks::Weight::slight && (is_cut || what == Answered::all);
             if (finding.weight == looks::Weight::change || adds_up) open.insert(finding.reason);
         }
         for (const Remedy& remedy : kRemedies) {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <memory>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -48,6 +49,20 @@ struct NestReport {
     double unseen = 0;
 };
 
+// A nest of the animation that the judge was given.
+struct NestOfFile {
+    std::string composition;  // asset id; empty for the main one
+    std::size_t place = 0;    // in its stack, 0 = top
+
+    auto operator<=>(const NestOfFile&) const = default;
+};
+
+// A layer that lies or is seen otherwise than in the file, though it looked equal after each step.
+struct Strayed {
+    Finding finding;
+    std::set<NestOfFile> nests;  // whose steps are to blame
+};
+
 // Knows an animation as it stands, and what it would look like otherwise. Each composition is read and worked out once,
 // however many nests show it; of a changed one only what changed is read. It goes like this:
 //
@@ -83,6 +98,11 @@ class Judge {
 
     // From now on the animation stands as in the newest comparison.
     void accept();
+
+    // All that was accepted so far against the animation as it was given: what no eye sees of single steps adds up from
+    // nest to nest, and grows with what enlarges them. Looks only at layers that came out of `slight` nests, those of
+    // which something differed. Throws TooMuchWork.
+    std::vector<Strayed> compare_whole(const std::set<NestOfFile>& slight);
 
     // Of the animation as it stands.
     std::size_t byte_count() const;

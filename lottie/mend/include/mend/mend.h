@@ -33,11 +33,13 @@ class Mending {
     Mending(const BeforeRuns& before, const std::vector<std::string_view>& after, looks::StackChange change);
     ~Mending();
 
+    enum class Answered { changes, changes_and_cuts, all };
+
     // Answers what makes looks change, each nest with the remedies for the reasons that are found. False when there is
     // no further remedy for any of them: then nothing was done. To be called again with reports on the mended result,
-    // for one remedy can bring to light what another one is for. What nobody sees of layers that a frame cut off is
-    // answered as well if `cuts_add_up`, as they do over several uses of a composition.
-    bool answer(const std::vector<looks::NestReport>& reports, bool cuts_add_up = false);
+    // for one remedy can bring to light what another one is for. What nobody sees is answered as well where it adds up:
+    // that of layers that a frame cut off over several uses of a composition, all of it over several steps.
+    bool answer(const std::vector<looks::NestReport>& reports, Answered what = Answered::changes);
 
     // The layers of the mended composition, top to bottom.
     std::vector<std::string> layers() const;
