@@ -27,7 +27,7 @@ ExitCode list(const Options& options, const Console& console);
 // Plays a journal to the plug-in.
 ExitCode replay(const Options& options, const Console& console);
 
-// The plug-in's options dialog as a picture. Nothing that is done to the dialog is remembered.
+// The plug-in's options dialog as a picture, or the names of its controls. Nothing that is done to the dialog is remembered.
 ExitCode draw_dialog(const Options& options, const Console& console);
 
 }  // namespace cli

@@ -35,6 +35,15 @@ TEST(ForeignPlugin, that_crashes_or_leaves_ends_every_command_with_a_sentence) {
     expect_sentence("crash", "crashed (Aborted)", {"run", "-i", "a.json", "--journal", "run.journal"});
 }
 
+TEST(ForeignPlugin, that_un_nests_nothing_is_not_said_to_have_done_so) {
+    const Sandbox sandbox(animation_for("nothing much"));
+    const Finished finished = exflate(
+        sandbox, {.arguments = {"run", "a.json", "-o", "out.json"}, .environment = {{"EXFLATE_PLUGIN", ENDS_EARLY}}});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_THAT(finished.err,
+                testing::StartsWith("a.json: 0 nests of composition \"Main\" un-nested, 0 layers made, "));
+}
+
 TEST(ForeignPlugin, that_never_ends_is_ended) {
     expect_sentence("compute", "took too much of the processor's time",
                     {"run", "-i", "a.json", "--script-time", "0.1"});

@@ -87,11 +87,11 @@ TEST(Jobs, a_crash_takes_only_its_own_file_along) {
         exflate(sandbox, {.arguments = arguments({"run", "--jobs", "2", "--out-dir", "out"}, files),
                           .environment = {{"EXFLATE_PLUGIN", ENDS_EARLY}}});
     EXPECT_EQ(finished.exit_code, 4);
-    EXPECT_THAT(finished.err, MatchesRegex("good.json: 1 nest [^\n]*\ngood.json: 1 of 1 look changes[^\n]*\n"
+    EXPECT_THAT(finished.err, MatchesRegex("good.json: 0 nests [^\n]*\ngood.json: 1 of 1 look changes[^\n]*\n"
                                            "crash.json: the process that worked on it crashed \\(Aborted\\)\n"
-                                           "fine.json: 1 nest [^\n]*\nfine.json: 1 of 1 look changes[^\n]*\n"
+                                           "fine.json: 0 nests [^\n]*\nfine.json: 1 of 1 look changes[^\n]*\n"
                                            "leave.json: the process that worked on it ended the program with code 0\n"
-                                           "well.json: 1 nest [^\n]*\nwell.json: 1 of 1 look changes[^\n]*\n"
+                                           "well.json: 0 nests [^\n]*\nwell.json: 1 of 1 look changes[^\n]*\n"
                                            "exflate: 5 files, 2 failed: [^\n]*\n"));
     EXPECT_THAT(sandbox.names("out"), ElementsAre("fine.json", "good.json", "well.json"));
 }

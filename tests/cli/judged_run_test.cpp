@@ -92,10 +92,10 @@ TEST(JudgedRun, nothing_exact_gives_the_input) {
 TEST(JudgedRun, nests_that_stay_are_told_and_if_asked_for_all) {
     const Finished brief = exflate_on(good_and_bad(), {"--only-exact"});
     EXPECT_THAT(brief.err, Not(HasSubstr("GoodOne")));
-    EXPECT_THAT(brief.err, HasSubstr("nest #4 \"BadOne\" kept: "));
+    EXPECT_THAT(brief.err, HasSubstr("nest #2 \"BadOne\" kept: "));
     const Finished finished = exflate_on(good_and_bad(), {"--only-exact", "-v"});
     EXPECT_THAT(finished.err, HasSubstr("nest #1 \"GoodOne\" un-nested: exact, 3 layers, +"));
-    EXPECT_THAT(finished.err, HasSubstr("nest #4 \"BadOne\" kept: changes, 1 layer, +"));
+    EXPECT_THAT(finished.err, HasSubstr("nest #2 \"BadOne\" kept: changes, 1 layer, +"));
     EXPECT_THAT(finished.err, HasSubstr("; opacity: its opacity of 50 % is lost"));
     EXPECT_THAT(finished.err, HasSubstr("1 nest of composition \"Main\" un-nested, 3 layers made"));
     EXPECT_THAT(finished.err, HasSubstr(std::to_string(good_and_bad().size()) + " bytes became " +
@@ -129,6 +129,14 @@ TEST(JudgedRun, max_growth_keeps_shared_nests_beyond_it) {
 TEST(JudgedRun, max_growth_lets_shared_nests_out_as_long_as_the_file_stays_within_it) {
     EXPECT_EQ(layers_after({"--max-growth", "500"}), 30u);
     EXPECT_EQ(layers_after({"--max-growth", "60", "--layer", "Left", "--layer", "Right"}), 12u);  // one of the two fits
+}
+
+TEST(JudgedRun, layers_are_named_and_numbered_as_the_listing_shows_them) {
+    const std::string told =
+        exflate_on(test::three_nests(), {"--recursive", "--only-exact", "-v", "--prefix", "fx"}).err;
+    EXPECT_THAT(told, HasSubstr("nest #2 \"Right\" un-nested: "));
+    EXPECT_THAT(told, HasSubstr("nest #3 \"Box\" un-nested: "));
+    EXPECT_THAT(told, HasSubstr("nest #1 \"Inner\" in composition \"Outer\" un-nested: "));
 }
 
 TEST(JudgedRun, a_plain_run_does_not_tell_each_nest) {

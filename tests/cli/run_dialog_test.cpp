@@ -10,10 +10,12 @@ using test::exflate;
 using test::Finished;
 using test::layer_names;
 using test::Sandbox;
+using testing::AllOf;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 using testing::MatchesRegex;
+using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -61,6 +63,32 @@ TEST(RunDialog, a_source_that_is_used_elsewhere_is_kept_and_the_alert_shown_in_f
             "a.json: 1 nest of composition \"Main\" un-nested, 1 layer made, 1 nested composition kept, "));
 }
 
+// "Shared" is in use when "Left" goes, "Deep" when "Box" does, and both are gone in the end.
+TEST(RunDialog, a_notice_of_a_source_that_was_deleted_after_all_is_not_shown) {
+    for (const Flags& flags : {Flags{}, {"--recursive"}, {"--recursive", "--only-exact"}, {"--only-exact"}}) {
+        Flags all = flags;
+        all.insert(all.end(), {"a.json", "--delete-source"});
+        const Finished finished = exflate(Sandbox(test::three_nests()), all);
+        EXPECT_EQ(finished.exit_code, 0);
+        EXPECT_THAT(finished.err, Not(HasSubstr("Not Deleted")));
+        EXPECT_THAT(finished.err, HasSubstr(" nested compositions deleted, "));
+    }
+}
+
+TEST(RunDialog, notices_of_several_runs_become_one_that_fits) {
+    std::string text = test::three_nests();
+    const std::string spare =
+        test::asset("spare", "Spare", {test::nest_layer(1, "x", "comp_0"), test::nest_layer(2, "y", "comp_2")});
+    text.insert(text.find(R"({"id":"comp_0")"), spare + ",");
+    const Finished finished = exflate(Sandbox(text), {"a.json", "--delete-source", "--recursive"});
+    EXPECT_EQ(finished.exit_code, 0);
+    EXPECT_THAT(finished.err,
+                StartsWith("a.json: Sources Not Deleted: Some (or all) sources could not be deleted because "
+                           "they are being used in other places\na.json: 4 nests of "));
+    EXPECT_THAT(finished.err, HasSubstr("1 nested composition deleted, 2 kept"));
+    EXPECT_EQ(finished.err.find("Not Deleted"), finished.err.rfind("Not Deleted"));
+}
+
 TEST(RunDialog, a_kept_nest_stays_switched_off) {
     const Finished finished = run({"--keep-in-comp"});
     EXPECT_THAT(layer_names(finished.out),
@@ -95,10 +123,13 @@ TEST(RunDialog, a_prefix_of_51_bytes_is_refused_with_the_plug_ins_alert) {
         const Sandbox sandbox;
         const Finished finished = run(sandbox, {"--prefix", prefix, "-o", "out.json"});
         EXPECT_EQ(finished.exit_code, 4);
-        EXPECT_THAT(finished.err,
-                    HasSubstr("a.json: Prefix Too Long: The prefix you set it too long. Please limit prefixes to 50 "
-                              "characters.\n"));
-        EXPECT_THAT(finished.err, testing::EndsWith("a.json: the plug-in's command changed nothing\n"));
+        const auto refusal =
+            AllOf(StartsWith("a.json: the plug-in's command changed nothing: "),
+                  testing::EndsWith("Prefix Too Long: The prefix you set it too long. Please limit prefixes to 50 "
+                                    "characters.\n"));
+        EXPECT_THAT(finished.err, refusal);
+        EXPECT_THAT(run(sandbox, {"--strict", "--prefix", prefix, "-o", "out.json"}).err, refusal);
+        EXPECT_THAT(exflate(sandbox, {"check", "a.json", "--prefix", prefix}).err, refusal);
         EXPECT_THAT(sandbox.names(), ElementsAre("a.json"));
     }
 }
@@ -196,6 +227,15 @@ TEST(RunDialog, boxes_that_grey_each_other_in_edited_settings_are_worked_all_the
     ASSERT_THAT(saved, HasSubstr("false"));
     sandbox.write(".config/exflate/settings", settings(saved));
     EXPECT_EQ(exflate(sandbox, start).out, fresh);
+}
+
+TEST(RunDialog, its_controls_are_listed_by_the_names_that_click_and_type_take) {
+    const Finished finished = exflate(Sandbox(), {"dialog", "--controls", "--first-use"});
+    EXPECT_EQ(finished.exit_code, 0) << finished.err;
+    EXPECT_THAT(finished.out, HasSubstr("--type edittext \"prefixInput\", holds \"\"\n"));
+    EXPECT_THAT(finished.out, HasSubstr("--click radiobutton \"Copy pre-comp attributes to layers\", on\n"));
+    EXPECT_THAT(finished.out, HasSubstr("--click checkbox \"Delete source after exflating\", off\n"));
+    EXPECT_THAT(finished.out, HasSubstr("--click button \"Ok\"\n"));
 }
 
 }  // namespace

@@ -169,7 +169,9 @@ TEST_F(Desktop, a_prefix_too_long_is_refused_in_a_window_and_offered_again) {
     });
     EXPECT_EQ(finished.exit_code, 4);
     EXPECT_EQ(finished.out, "");
-    EXPECT_EQ(finished.err, "a.json: the plug-in's command changed nothing\n");
+    EXPECT_EQ(finished.err,
+              "a.json: the plug-in's command changed nothing: Prefix Too Long: The prefix you set it too long. Please "
+              "limit prefixes to 50 characters.\n");
     const Finished again = run({"--dialog", "a.json"}, [&] {
         ASSERT_NE(display.wait_for_window("Exflate"), "");
         display.press("End");

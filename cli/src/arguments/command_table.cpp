@@ -25,7 +25,7 @@ std::string output_problem(const Options& options) {
 }
 
 std::string picture_problem(const Options& options) {
-    return options.picture.empty() ? "name a file for the picture with --picture" : "";
+    return options.picture.empty() && !options.controls ? "name a file for the picture with --picture" : "";
 }
 
 std::string topic_problem(const Options& options) {
@@ -96,6 +96,7 @@ constexpr Command kCommands[] = {
      .brief = "draw the plug-in's dialog as it would open",
      .more = "Nothing that is done to the dialog is remembered.",
      .examples = {{{"dialog --picture dialog.png", "draw it with what it remembers"},
+                   {"dialog --controls", "list what --click and --type can name"},
                    {"dialog --first-use --type prefixInput=fx --scale 2 --picture d.png",
                     "type a prefix first, and draw it at twice the size"}}},
      .run = draw_dialog,

@@ -1,6 +1,7 @@
-// `exflate dialog`: the plug-in's options dialog as a picture.
+// `exflate dialog`: the plug-in's options dialog as a picture, and the names of its controls.
 #include "commands.h"
 
+#include "cli/shared/animation_file.h"
 #include "runner/session.h"
 #include "shared/dialog_window.h"
 #include "shared/installed_parts.h"
@@ -26,6 +27,30 @@ void fill(host::model::Project& project) {
     outer.select(outer.stack().to_vector());
 }
 
+// What --click and --type call the controls, top to bottom.
+class ControlsLister : public host::scriptui::DialogDriver {
+  public:
+    void drive(host::scriptui::Window& window) override {
+        window.for_each([this](const host::scriptui::Element& element) { add(element); });
+    }
+
+    const std::string& text() const { return text_; }
+
+  private:
+    void add(const host::scriptui::Element& element) {
+        using host::scriptui::ElementType;
+        if (element.is_container() || element.type() == ElementType::static_text) return;
+        const bool takes_text = element.type() == ElementType::edit_text;
+        text_ += std::string(takes_text ? "--type " : "--click ") + std::string(type_name(element.type())) + ' ' +
+                 in_quotes(takes_text || element.text().empty() ? element.name() : element.text());
+        if (takes_text) text_ += ", holds " + in_quotes(element.text());
+        if (element.has_value()) text_ += element.value() ? ", on" : ", off";
+        text_ += element.takes_input() ? "\n" : ", greyed\n";
+    }
+
+    std::string text_;
+};
+
 void run_command(host::script::Settings& settings, host::scriptui::DialogDriver& dialogs) {
     const host::runner::PluginModule plugin = load_plugin();
     host::model::Project project;
@@ -42,6 +67,12 @@ void run_command(host::script::Settings& settings, host::scriptui::DialogDriver&
 ExitCode draw_dialog(const Options& options, const Console& console) {
     host::script::Settings settings =
         options.first_use ? host::script::Settings::in_memory() : open_settings(console).in_memory_copy();
+    if (options.controls) {
+        ControlsLister lister;
+        run_command(settings, lister);
+        write_result(lister.text());
+        return ExitCode::done;
+    }
     draw_dialog_picture({options.picture, options.scale, options.actions},
                         [&](host::scriptui::DialogDriver& dialogs) { run_command(settings, dialogs); });
     return ExitCode::done;

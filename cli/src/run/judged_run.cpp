@@ -32,12 +32,23 @@ void add(UnnestRecord& all, const UnnestRecord& one) {
     append(all.log, one.log);
 }
 
-JudgedNest unjudged(const Layer& nest) {
-    JudgedNest judged;
-    judged.number = static_cast<std::size_t>(nest.index()) + 1;
-    judged.name = nest.display_name();
-    judged.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
-    return judged;
+// Where exflate list shows a layer, and under which name: runs number and name layers anew.
+struct ListedAs {
+    std::string composition;  // empty for the one that is worked on
+    std::size_t number;
+    std::string name;
+};
+
+std::unordered_map<host::model::LayerId, ListedAs> listed_nests(const host::model::Project& project,
+                                                                const Comp& worked_on) {
+    std::unordered_map<host::model::LayerId, ListedAs> listed;
+    for (const Comp* comp : project.comps()) {
+        for (const Layer* nest : nests_of(*comp)) {
+            listed[nest->id()] = {comp == &worked_on ? "" : comp->name(), static_cast<std::size_t>(nest->index()) + 1,
+                                  nest->display_name()};
+        }
+    }
+    return listed;
 }
 
 class JudgedRun {
@@ -48,7 +59,8 @@ class JudgedRun {
           judge_(text, context.limits.work),
           comp_(comp),
           options_(options),
-          input_bytes_(text.size()) {
+          input_bytes_(text.size()),
+          listed_(listed_nests(document.project(), comp)) {
         for (const Comp* source : document.project().comps()) {
             if (source->users().size() > 1) shared_.insert(source);
         }
@@ -68,11 +80,25 @@ class JudgedRun {
         for (const Comp* source : sources_) {
             ++(source->is_alive() ? record_.sources_kept : record_.sources_deleted);
         }
+        settle_source_notices(record_);
         record = std::move(record_);
         return std::move(judged_);
     }
 
   private:
+    // A nest that came out of another is a copy of one that is listed.
+    JudgedNest unjudged(const Layer& nest) {
+        const auto own = listed_.find(nest.id());
+        const ListedAs& listed = own != listed_.end() ? own->second : listed_.at(nest.copied_from());
+        listed_.emplace(nest.id(), listed);
+        JudgedNest judged;
+        judged.composition = listed.composition;
+        judged.number = listed.number;
+        judged.name = listed.name;
+        judged.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
+        return judged;
+    }
+
     void run_one(Layer& nest) {
         if (!nest.is_alive()) return;  // gone with a composition that an earlier run deleted
         JudgedNest judged = unjudged(nest);
@@ -88,7 +114,7 @@ class JudgedRun {
             judged.kept_because = "the file would grow beyond the limit, and other nests share its composition";
         }
         if (judged.kept_because.empty()) {
-            refuse_change(report);
+            refuse_change(judged, report);
             judge_.accept();
             sources_.insert(source);
             add(record_, trial.record);
@@ -108,8 +134,9 @@ class JudgedRun {
         }
         const Trial trial = trials_.run(comp_, nests);
         for (const NestReport& report : compare(judge_, trial)) {
-            refuse_change(report);
-            together.at(by_place.at(report.nest)).verdict = report.verdict;
+            JudgedNest& judged = together.at(by_place.at(report.nest));
+            refuse_change(judged, report);
+            judged.verdict = report.verdict;
         }
         judge_.accept();
         add(record_, trial.record);
@@ -121,10 +148,9 @@ class JudgedRun {
                static_cast<double>(bytes) > static_cast<double>(input_bytes_) * (1 + *options_.max_growth / 100);
     }
 
-    void refuse_change(const NestReport& report) const {
+    void refuse_change(const JudgedNest& nest, const NestReport& report) const {
         if (!options_.strict || report.verdict != Verdict::changes) return;
-        throw Failure(ExitCode::look_changes, "nothing was written, for the look of nest #" +
-                                                  std::to_string(report.nest + 1) + " " + in_quotes(report.name) +
+        throw Failure(ExitCode::look_changes, "nothing was written, for the look of " + place_of(nest) +
                                                   " would change: " + main_reason(report.findings));
     }
 
@@ -135,11 +161,17 @@ class JudgedRun {
     std::size_t input_bytes_;
     std::unordered_set<const Comp*> shared_;   // by several nests of the input
     std::unordered_set<const Comp*> sources_;  // of what was un-nested
+    std::unordered_map<host::model::LayerId, ListedAs> listed_;
     std::vector<JudgedNest> judged_;
     UnnestRecord record_;
 };
 
 }  // namespace
+
+std::string place_of(const JudgedNest& nest) {
+    return "nest #" + std::to_string(nest.number) + " " + in_quotes(nest.name) +
+           (nest.composition.empty() ? "" : " in composition " + in_quotes(nest.composition));
+}
 
 bool is_judged(const Options& options) {
     return options.strict || options.only_exact || options.keep_look || options.max_growth;

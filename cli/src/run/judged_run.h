@@ -13,13 +13,17 @@ namespace cli {
 
 // What became of one nest.
 struct JudgedNest {
-    std::size_t number = 0;  // in the stack when its turn came, from 1
+    std::string composition;  // of the input that it is in, by name; empty for the one that is worked on
+    std::size_t number = 0;   // in the stack there, from 1
     std::string name;
     lottie::looks::Verdict verdict = lottie::looks::Verdict::exact;
     std::size_t layers = 0;          // that came out, or would have
     std::optional<long long> bytes;  // that the file grew, or would have; null when several came out in one run
     std::string kept_because;        // empty: it was un-nested
 };
+
+// "nest #1 "Logo" in composition "Intro"", as exflate list shows it.
+std::string place_of(const JudgedNest& nest);
 
 // Whether the options ask for that.
 bool is_judged(const Options& options);

@@ -260,9 +260,9 @@ class Run {
             }
         } catch (const lottie::looks::TooMuchWork& refused) {
             throw too_much_work(refused);
-        } catch (const NothingChanged&) {
+        } catch (const NothingChanged& refusal) {
             refuse_faulty_content(document);
-            if (windows_ == nullptr || !result.record.alerts.empty()) throw;
+            if (windows_ == nullptr || !refusal.is_cancelled()) throw;
             throw Failure(ExitCode::failed, "cancelled in the dialog");
         } catch (const Failure&) {
             refuse_faulty_content(document);

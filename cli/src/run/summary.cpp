@@ -22,9 +22,8 @@ std::string written_to(const std::string& output) {
 }
 
 std::string judged_nest_line(const JudgedNest& nest) {
-    std::string line = "nest #" + std::to_string(nest.number) + " " + in_quotes(nest.name) + " " +
-                       (nest.kept_because.empty() ? "un-nested" : "kept") + ": " + std::string(name(nest.verdict)) +
-                       ", " + counted(nest.layers, "layer");
+    std::string line = place_of(nest) + " " + (nest.kept_because.empty() ? "un-nested" : "kept") + ": " +
+                       std::string(name(nest.verdict)) + ", " + counted(nest.layers, "layer");
     if (nest.bytes) {
         char text[40];
         std::snprintf(text, sizeof text, ", %+lld bytes", *nest.bytes);
@@ -37,7 +36,7 @@ std::string judged_nest_line(const JudgedNest& nest) {
 
 void print_messages(const Console& console, const std::string& file, const UnnestRecord& record) {
     for (const host::scriptui::Alert& alert : record.alerts) {
-        console.say(Tone::warning, file, (alert.title.empty() ? "" : alert.title + ": ") + alert.message);
+        console.say(Tone::warning, file, in_words(alert));
     }
     for (const std::string& report : record.reports) console.say(Tone::warning, file, "the plug-in says: " + report);
 }
@@ -47,7 +46,7 @@ void print_success(const Console& console, const std::string& file, const std::s
     std::string sentence = counted(record.nests, "nest") + " of composition " + in_quotes(composition) +
                            " un-nested, " + counted(record.layers_made, "layer") + " made, " + sources(record) + ", " +
                            growth(sizes.before, sizes.after);
-    console.say(Tone::good, file, sentence + written_to(output));
+    console.say(record.nests > 0 ? Tone::good : Tone::warning, file, sentence + written_to(output));
 }
 
 void print_packed(const Console& console, const std::string& file, Sizes sizes, const std::string& output) {

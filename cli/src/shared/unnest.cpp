@@ -1,6 +1,7 @@
 // Running the plug-in's command on nests, once or until none is left.
 #include "cli/shared/unnest.h"
 
+#include <algorithm>
 #include <iterator>
 #include <unordered_map>
 #include <unordered_set>
@@ -104,16 +105,84 @@ void spend_for_run(lottie::looks::Work& work, const Comp& comp, const Layers& ne
     work.spend(kStepsPerRun + kStepsPerCopy * copies + kStepsPerWalk * nests.size() * walk);
 }
 
+// Nests before a run, to tell from the composition after it how many were un-nested: they are gone, or copies of their
+// layers came.
+class NestsBefore {
+  public:
+    NestsBefore(const Comp& comp, const Layers& nests) : newest_(comp.project().newest_layer_id()) {
+        for (const Layer* nest : nests) nests_[&source_of(*nest)].push_back(nest->id());
+    }
+
+    std::size_t count_unnested(const Comp& comp) const {
+        std::unordered_map<host::model::LayerId, std::size_t> copies;
+        for (const Layer* layer : layers_since(comp, newest_)) ++copies[layer->copied_from()];
+        std::size_t count = 0;
+        for (const auto& [source, ids] : nests_) {
+            const auto gone = static_cast<std::size_t>(std::count_if(
+                ids.begin(), ids.end(), [&](auto id) { return comp.project().layer_by_id(id) == nullptr; }));
+            count += gone == ids.size() ? gone : std::max(gone, std::min(ids.size(), copied(*source, copies)));
+        }
+        return count;
+    }
+
+  private:
+    // How often the layers of a source that a nest still has came out.
+    static std::size_t copied(const Comp& source, const std::unordered_map<host::model::LayerId, std::size_t>& copies) {
+        std::size_t most = 0;
+        for (const Layer* layer : source.stack().to_vector()) {
+            const auto found = copies.find(layer->id());
+            if (found != copies.end()) most = std::max(most, found->second);
+        }
+        return most;
+    }
+
+    host::model::LayerId newest_;
+    std::unordered_map<const Comp*, std::vector<host::model::LayerId>> nests_;  // by source
+};
+
 void run_round(host::runner::Session& session, Comp& comp, const Layers& nests, UnnestRecord& record) {
+    const NestsBefore before(comp, nests);
     comp.select(nests);
     const VisitResult outcome = session.run_command(session.menu_items().front().command);
     keep_and_check(outcome, record, "the plug-in's command");
     if (!outcome.is_enabled) throw Failure(ExitCode::failed, "the plug-in's command is not available for these layers");
-    if (outcome.undo_steps.empty()) throw NothingChanged();
-    record.nests += nests.size();
+    if (outcome.undo_steps.empty()) throw NothingChanged(std::exchange(record.alerts, {}));
+    record.nests += before.count_unnested(comp);
+}
+
+bool is_source_notice(const host::scriptui::Alert& alert) {
+    return alert.title == "Source Not Deleted" || alert.title == "Sources Not Deleted";
+}
+
+std::string cause_of_nothing(const std::vector<host::scriptui::Alert>& alerts) {
+    std::string sentence = "the plug-in's command changed nothing";
+    for (const host::scriptui::Alert& alert : alerts)
+        sentence += (&alert == &alerts.front() ? ": " : "; ") + in_words(alert);
+    return sentence;
 }
 
 }  // namespace
+
+NothingChanged::NothingChanged(const std::vector<host::scriptui::Alert>& alerts)
+    : Failure(ExitCode::failed, cause_of_nothing(alerts)), is_cancelled_(alerts.empty()) {}
+
+std::string in_words(const host::scriptui::Alert& alert) {
+    return (alert.title.empty() ? "" : alert.title + ": ") + alert.message;
+}
+
+void settle_source_notices(UnnestRecord& record) {
+    const auto notices = std::count_if(record.alerts.begin(), record.alerts.end(), is_source_notice);
+    if (notices == 0 || (notices == 1 && record.sources_kept > 0)) return;
+    std::erase_if(record.alerts, is_source_notice);
+    if (record.sources_kept == 1) {
+        record.alerts.push_back(
+            {"A source could not be deleted because it is being used in other places", "Source Not Deleted"});
+    } else if (record.sources_kept > 1) {
+        record.alerts.push_back(
+            {"Some (or all) sources could not be deleted because they are being used in other places",
+             "Sources Not Deleted"});
+    }
+}
 
 Failure too_much_work(const lottie::looks::TooMuchWork& refused) {
     return {ExitCode::bad_input, std::string(refused.what()) + ": choose fewer nests with --layer"};
@@ -143,6 +212,7 @@ void unnest(host::runner::Session& session, Comp& comp, Layers nests, bool recur
 
     record.layers_made += layers_since(comp, newest_before).size();
     for (const Comp* source : sources) ++(source->is_alive() ? record.sources_kept : record.sources_deleted);
+    settle_source_notices(record);
 }
 
 }  // namespace cli

@@ -59,6 +59,7 @@ struct Options {
 
     std::string picture;  // the file for the picture of the dialog
     double scale = 1;
+    bool controls = false;   // list their names instead
     bool first_use = false;  // as if nothing had been remembered
     std::vector<host::scriptui::Action> actions;
 

@@ -23,11 +23,23 @@ struct UnnestRecord {
     std::vector<std::string> log;
 };
 
-// The command ended well and has changed nothing: it was cancelled, or refused what the dialog was answered.
+// The command ended well and has changed nothing: it was cancelled, or refused what the dialog was answered, and said
+// why in alerts.
 class NothingChanged : public Failure {
   public:
-    NothingChanged() : Failure(ExitCode::failed, "the plug-in's command changed nothing") {}
+    explicit NothingChanged(const std::vector<host::scriptui::Alert>& alerts);
+    bool is_cancelled() const { return is_cancelled_; }
+
+  private:
+    bool is_cancelled_;
 };
+
+// "TITLE: MESSAGE".
+std::string in_words(const host::scriptui::Alert& alert);
+
+// Of several notices that a source was not deleted because something else used it, which that may no longer do, leaves
+// one, or none if none was kept in the end.
+void settle_source_notices(UnnestRecord& record);
 
 // What commands say of a file that takes more work than one may make, but for those that can leave the rest as it is.
 Failure too_much_work(const lottie::looks::TooMuchWork& refused);
