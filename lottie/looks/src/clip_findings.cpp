@@ -157,7 +157,7 @@ void find_clip_changes(Unnesting& u) {
     }
     u.add({Reason::clip, Weight::change,
            "the nest's frame (" + frame_size + ") cuts " + layers_named(layer.name, worst.layers) + " off, by " +
-               plain(std::round(worst.width)) + " pixels at frame " + plain(worst.width_frame) +
+               plain(std::round(worst.width)) + " pixels at frame " + timeline_frame(worst.width_frame) +
                "; un-nested, nothing does",
            "cut the layers with a mask or a matte inside the composition", layer.name, "w", worst.first_frame});
 }

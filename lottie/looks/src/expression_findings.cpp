@@ -210,7 +210,7 @@ void find_expression_changes(Unnesting& u, const SharedFindings& shared) {
         const std::string more = entry.count > 1 ? " (and " + std::to_string(entry.count - 1) + " more)" : "";
         u.add({reason,
                entry.weight,
-               "layer " + quoted(entry.layer) + (entry.property.empty() ? "" : ", " + printable(entry.property)) +
+               "layer " + quoted(entry.layer) + (entry.property.empty() ? "" : ", " + property_name(entry.property)) +
                    ": " + entry.what + more,
                entry.weight == Weight::harmless ? "" : entry.way_out,
                entry.layer,

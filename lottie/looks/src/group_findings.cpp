@@ -48,7 +48,7 @@ void find_opacity(Unnesting& u) {
         return;
     }
     const std::string when = opacity.is_animated() ? "is as far as " + plain(lowest) + " % between frames " +
-                                                         plain(*first) + " and " + plain(last)
+                                                         timeline_frame(*first) + " and " + timeline_frame(last)
                                                    : "of " + plain(lowest) + " %";
     if (holds_opacity(u)) {
         u.add({Reason::opacity, Weight::slight,
@@ -242,7 +242,7 @@ void find_blend_mode(Unnesting& u) {
     const bool is_visible = is_anything_below(u) && !u.nest_frames().empty();
     u.add({Reason::blend_mode,
            is_visible ? Weight::change : Weight::harmless,
-           "its blend mode (" + std::to_string(u.nest().blend_mode) + ") is lost" +
+           "its blend mode, " + blend_mode_name(u.nest().blend_mode) + ", is lost" +
                (is_visible ? ": the copies lie over what is below with their own"
                            : "; nothing lies below that it could act on"),
            is_visible ? "keep this nest" : "",

@@ -108,7 +108,7 @@ Cause cause_for_copies(const Unnesting& u) {
 
 std::string where(const Displacement& d) {
     return layers_named(d.layer->name, d.layers) + " " + in_number(d.layers, "lies", "lie") + " up to " +
-           plain(d.distance) + " pixels off" + (d.layers > 0 ? ", first seen at frame " + plain(d.frame) : "");
+           plain(d.distance) + " pixels off" + (d.layers > 0 ? ", first seen at frame " + timeline_frame(d.frame) : "");
 }
 
 // What an expression of a property goes by, if by more than numbers and the time: then nobody can tell from here what

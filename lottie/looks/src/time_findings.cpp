@@ -117,7 +117,7 @@ TimingDifference compare_visibility(Unnesting& u) {
 std::string visibility_sentence(const TimingDifference& difference) {
     return layers_named(difference.layer->name, difference.layers) + " " + in_number(difference.layers, "is", "are") +
            (difference.was_seen ? " not seen any more" : " seen too early or too late") + ", first at frame " +
-           plain(difference.frame);
+           timeline_frame(difference.frame);
 }
 
 // The first layer inside whose clock now shows another time, at the first frame at which it does.
@@ -256,7 +256,7 @@ void find_clock(Unnesting& u, const TimingDifference& clocks) {
         if (clocks.layers == 0) return;
         u.add({Reason::start, Weight::change,
                layers_named(clocks.layer->name, clocks.layers) + " " + in_number(clocks.layers, "runs", "run") +
-                   " at another time than before from frame " + plain(clocks.frame) + " on",
+                   " at another time than before from frame " + timeline_frame(clocks.frame) + " on",
                "copy the attributes (--copy-attributes)", clocks.layer->name, "st", clocks.frame});
         return;
     }
@@ -279,7 +279,8 @@ void find_clock(Unnesting& u, const TimingDifference& clocks) {
     }
     u.add({reason, Weight::change,
            what + " is lost: " + layers_named(clocks.layer->name, clocks.layers) + " " +
-               in_number(clocks.layers, "shows", "show") + " another time from frame " + plain(clocks.frame) + " on",
+               in_number(clocks.layers, "shows", "show") + " another time from frame " + timeline_frame(clocks.frame) +
+               " on",
            "keep this nest", clocks.layer->name, property, clocks.frame});
 }
 
@@ -311,7 +312,7 @@ void find_time_changes(Unnesting& u) {
     if (const TimingDifference keys = compare_keys(u); keys.layers > 0) {
         u.add({Reason::start, Weight::change,
                "keyframes of " + layers_named(keys.layer->name, keys.layers) +
-                   " did not travel along, first seen at frame " + plain(keys.frame),
+                   " did not travel along, first seen at frame " + timeline_frame(keys.frame),
                "", keys.layer->name, "t", keys.frame});
     }
     const TimingDifference visibility = compare_visibility(u);

@@ -24,4 +24,14 @@ std::string in_number(std::size_t count, const char* one, const char* several);
 // A number as people write it: at most three decimals, no zeros at the end.
 std::string plain(double number);
 
+// The frame that a timeline shows at that time: the one that has begun.
+std::string timeline_frame(double frame);
+
+// What the application's panels call a property, by its path in the layer's object: "Position" for "ks.p". Those deep
+// inside shapes, effects, masks and texts go by the name of the group.
+std::string property_name(const std::string& path);
+
+// "Multiply", of the number of a blend mode in a file.
+std::string blend_mode_name(int number);
+
 }  // namespace lottie::looks
