@@ -19,8 +19,7 @@ Box reach(const std::string& members, double frame = 0, const std::string& anima
     const std::string text =
         R"({"fr":25,"ip":0,"op":20,"w":100,"h":100,"fonts":{"list":[{"fName":"Face-Bold","fFamily":"Face",)"
         R"("fStyle":"Bold"}]},"chars":[)" +
-        letter +
-        R"(],"layers":[{"ty":5,"nm":"text","ip":0,"op":20,"st":0,"t":{"d":{"k":[{"t":0,"s":{"s":50,"lh":60,)" +
+        letter + R"(],"layers":[{"ty":5,"nm":"text","ip":0,"op":20,"st":0,"t":{"d":{"k":[{"t":0,"s":{"s":50,"lh":60,)" +
         members + R"(}}]},"p":)" + path + R"(,"m":{},"a":[)" + animators + "]}}]}";
     const lottie::looks::Scene scene(text);
     return around(lottie::looks::text_reach(scene.main().layer(0), scene.glyphs(), frame));
@@ -33,8 +32,8 @@ void expect_box(const Box& box, double left, double top, double right, double bo
     EXPECT_NEAR(box.bottom, bottom, 0.05);
 }
 
-std::string animator(const std::string& what) {
-    return R"({"s":{"t":0},"a":{)" + what + "}}";
+std::string animator(const std::string& what, const std::string& selector = "") {
+    return R"({"s":{"t":0)" + selector + R"(},"a":{)" + what + "}}";
 }
 
 TEST(TextReach, letters_that_the_file_brings_along_are_measured) {
@@ -59,6 +58,16 @@ TEST(TextReach, animators_move_letters) {
     EXPECT_LE(reach(text, 0, animator(R"("s":{"a":0,"k":[100,200,100]})")).top, -70);
     EXPECT_GE(reach(text, 0, animator(R"("t":{"a":0,"k":100})")).right, 65);
     EXPECT_LE(reach(text, 0, animator(R"("p":{"a":0,"k":[0,0,0],"x":"value"})")).top, -5000);
+}
+
+TEST(TextReach, an_animator_of_all_letters_can_take_back_what_another_does) {
+    const std::string text = R"("f":"Face-Bold","t":"AA")";
+    const std::string flat = R"("s":{"a":0,"k":[100,1,100]})";
+    const std::string tall = animator(R"("s":{"a":0,"k":[100,10000,100]})");
+    EXPECT_NEAR(reach(text, 0, animator(flat) + "," + tall).top, -35, 0.05);
+    for (const char* some : {R"(,"e":{"a":0,"k":50})", R"(,"sh":3)", R"(,"o":{"a":0,"k":-100})", R"(,"r":2)"})
+        EXPECT_LE(reach(text, 0, animator(flat, some) + "," + tall).top, -4000) << some;
+    EXPECT_LE(reach(text, 0, tall + "," + tall).top, -400000);
 }
 
 TEST(TextReach, along_a_path_letters_may_be_anywhere) {

@@ -95,8 +95,22 @@ struct Motion {
     bool is_known = true;
 };
 
+// Whether the animator works fully on every letter at all times.
+bool takes_all(const Json& animator) {
+    const Json* selector = member(animator, "s");
+    if (selector == nullptr) return true;
+    const auto stays_at = [selector](const char* name, double at) {
+        const Property property(member(*selector, name), {at});
+        return !property.is_animated() && !property.has_expression() && property.at(0)[0] == at;
+    };
+    return number_member(*selector, "sh", 1) == 1 && number_member(*selector, "r", 1) == 1 && stays_at("a", 100) &&
+           stays_at("s", 0) && stays_at("e", 100) && stays_at("o", 0);
+}
+
 Motion motion_at(const Json& text, double frame) {
     Motion motion;
+    double width = 1;  // of the letters, as several animators make it
+    double height = 1;
     const Json* path = member(text, "p");
     motion.is_known = path == nullptr || !has_number(*path, "m");
     for (const Json& animator : array_member(text, "a")) {
@@ -113,10 +127,14 @@ Motion motion_at(const Json& text, double frame) {
         const double turns =
             values("r", {})[0] != 0 || values("sk", {})[0] != 0 || values("rx", {})[0] != 0 || values("ry", {})[0] != 0;
         motion.by += std::hypot(position[0], position[1]);
-        motion.growth += std::max({std::abs(scale[0]), std::abs(scale[1]), 100.0}) / 100 - 1 + (turns ? 1 : 0);
+        const double least = takes_all(animator) ? 0 : 1;
+        width *= std::max(std::abs(scale[0]) / 100, least);
+        height *= std::max(std::abs(scale[1]) / 100, least);
+        if (turns) motion.growth += 1;
         motion.tracking += std::abs(values("t", {})[0]);
         if (values("a", {}) != Values{}) motion.growth += 1;
     }
+    motion.growth += std::max({width, height, 1.0}) - 1;
     return motion;
 }
 
