@@ -63,6 +63,9 @@ export interface CheckedAnimation {
   bytes: number;
   verdict: Verdict | null;
   error?: string;
+  /** Where in the animation's text the error is, from 1. */
+  line?: number;
+  column?: number;
   nests: CheckedNest[];
 }
 
