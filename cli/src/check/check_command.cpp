@@ -184,8 +184,8 @@ lottie::looks::Verdict CheckedFile::verdict() const {
     return worst;
 }
 
-Totals CheckedFile::totals() const {
-    Totals totals;
+FileTotals CheckedFile::totals() const {
+    FileTotals totals;
     totals.files = 1;
     totals.failed = failure ? 1 : 0;
     totals.nests = nests.size();

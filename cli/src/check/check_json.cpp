@@ -99,7 +99,7 @@ void add_file(JsonWriter& json, const CheckedFile& file) {
     json.end_object();
 }
 
-void add_totals(JsonWriter& json, const Totals& totals, const Options& options) {
+void add_totals(JsonWriter& json, const FileTotals& totals, const Options& options) {
     json.key("totals");
     json.begin_object();
     json.add("files", totals.files);
@@ -129,7 +129,7 @@ std::string check_json(const CheckedFile& file) {
     return json.text();
 }
 
-std::string check_json_report(const std::vector<std::string>& parts, const Totals& totals, const Options& options) {
+std::string check_json_report(const std::vector<std::string>& parts, const FileTotals& totals, const Options& options) {
     JsonWriter json;
     json.begin_object();
     json.add("version", std::size_t{kVersion});

@@ -36,7 +36,7 @@ std::string test_case(const CheckedFile& file, const CheckedNest& nest) {
 }
 
 // A file that was not checked to the end is a case too.
-std::string counts(const Totals& totals) {
+std::string counts(const FileTotals& totals) {
     return attribute("tests", std::to_string(totals.nests + totals.failed)) +
            attribute("failures", std::to_string(totals.failing)) + attribute("errors", std::to_string(totals.failed));
 }
@@ -53,7 +53,7 @@ std::string check_junit(const CheckedFile& file) {
     return "  <testsuite" + attribute("name", file.name) + counts(file.totals()) + ">\n" + cases + "  </testsuite>\n";
 }
 
-std::string check_junit_report(const std::vector<std::string>& parts, const Totals& totals) {
+std::string check_junit_report(const std::vector<std::string>& parts, const FileTotals& totals) {
     std::string suites;
     for (const std::string& part : parts) suites += part;
     return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites" + attribute("name", "exflate check") +

@@ -42,7 +42,7 @@ std::string flattened_line(const FlattenedAs& flattened) {
 }
 
 // "1 nest: 1 exact, 0 equal to the eye, 0 changing".
-std::string verdicts(const Totals& totals) {
+std::string verdicts(const FileTotals& totals) {
     std::string text = counted(totals.nests, "nest") + ": " + std::to_string(totals.exact) + " exact, " +
                        std::to_string(totals.equal_to_the_eye) + " equal to the eye, " +
                        std::to_string(totals.changing) + " changing";
@@ -50,7 +50,7 @@ std::string verdicts(const Totals& totals) {
     return tolerated == 0 ? text : text + " (" + std::to_string(tolerated) + " known or allowed)";
 }
 
-std::string flattening(const Totals& totals) {
+std::string flattening(const FileTotals& totals) {
     return "made flat: " + std::to_string(totals.unnested) + " un-nested, " + std::to_string(totals.kept) + " kept; " +
            std::to_string(totals.bytes_before) + " bytes become " + std::to_string(totals.bytes_after);
 }
@@ -109,7 +109,7 @@ class FileText {
     }
 
     void add_totals() {
-        const Totals totals = file_.totals();
+        const FileTotals totals = file_.totals();
         line("  " + verdicts(totals));
         if (file_.nests.empty() || !file_.nests[0].flattened) return;
         line("  " + flattening(totals));
@@ -128,7 +128,7 @@ std::string check_text(const CheckedFile& file, const TextForm& form) {
     return FileText(file, form).write();
 }
 
-std::string check_text_sum(const Totals& totals, const Options& options) {
+std::string check_text_sum(const FileTotals& totals, const Options& options) {
     std::string text = counted_files(options, totals) + "; " + verdicts(totals) + "\n";
     return options.flatten ? text + flattening(totals) + "\n" : text;
 }

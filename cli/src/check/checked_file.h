@@ -25,7 +25,7 @@ struct CheckedFile {
     std::optional<Failure> failure;  // then `nests` holds what was checked until then
 
     lottie::looks::Verdict verdict() const;  // the worst
-    Totals totals() const;
+    FileTotals totals() const;
 };
 
 // A file's part of the report: for people, for programs (docs/check-json.md), and for build servers.
@@ -39,9 +39,9 @@ std::string check_json(const CheckedFile& file);
 std::string check_junit(const CheckedFile& file);
 
 // The whole report from such parts.
-std::string check_json_report(const std::vector<std::string>& parts, const Totals& totals, const Options& options);
-std::string check_junit_report(const std::vector<std::string>& parts, const Totals& totals);
+std::string check_json_report(const std::vector<std::string>& parts, const FileTotals& totals, const Options& options);
+std::string check_junit_report(const std::vector<std::string>& parts, const FileTotals& totals);
 // What stands under the texts of several files.
-std::string check_text_sum(const Totals& totals, const Options& options);
+std::string check_text_sum(const FileTotals& totals, const Options& options);
 
 }  // namespace cli

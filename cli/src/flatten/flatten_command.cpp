@@ -54,8 +54,8 @@ std::string last_line(const Flattened& flattened) {
     return changing.empty() ? left : left + "; look changed" + changing;
 }
 
-Totals totals_of(const std::vector<Flattened>& animations, std::size_t bytes_before, std::size_t bytes_after) {
-    Totals totals;
+FileTotals totals_of(const std::vector<Flattened>& animations, std::size_t bytes_before, std::size_t bytes_after) {
+    FileTotals totals;
     totals.files = 1;
     for (const Flattened& flattened : animations) {
         totals.nests += flattened.nests.size();
@@ -70,7 +70,7 @@ Totals totals_of(const std::vector<Flattened>& animations, std::size_t bytes_bef
     return totals;
 }
 
-std::string sum(const Totals& totals) {
+std::string sum(const FileTotals& totals) {
     return std::to_string(totals.unnested) + " of " + counted(totals.nests, "nest") + " un-nested, " +
            std::to_string(totals.mended) + " of them mended, " + std::to_string(totals.kept) + " kept, " +
            counted(totals.left, "pre-comp") + " left; " + growth(totals.bytes_before, totals.bytes_after);

@@ -120,7 +120,7 @@ class Run {
         const lottie::document::OutputText bytes = input.with(std::move(texts), new_names.names);
         if (!options_.dry_run && (is_changed || !options_.in_place))
             write_output(options_, console_, file, bytes.pieces());
-        const Totals totals = totals_of(results, input.byte_count(), bytes.size());
+        const FileTotals totals = totals_of(results, input.byte_count(), bytes.size());
 
         const std::string shown_output = output == kStandardStream || options_.dry_run ? "" : output;
         for (const AnimationResult& result : results) print_result(result, input.form() ? "" : shown_output);
@@ -134,9 +134,9 @@ class Run {
         return {.totals = totals};
     }
 
-    static Totals totals_of(const std::vector<AnimationResult>& results, std::size_t bytes_before,
-                            std::size_t bytes_after) {
-        Totals totals;
+    static FileTotals totals_of(const std::vector<AnimationResult>& results, std::size_t bytes_before,
+                                std::size_t bytes_after) {
+        FileTotals totals;
         totals.files = 1;
         for (const AnimationResult& result : results) {
             totals.unnested += result.record.nests;

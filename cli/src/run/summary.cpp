@@ -66,7 +66,7 @@ void print_judged_nests(const Console& console, const std::string& file, const s
     }
 }
 
-std::string sum_of_runs(const Totals& totals) {
+std::string sum_of_runs(const FileTotals& totals) {
     return counted(totals.unnested, "nest") + " un-nested" +
            (totals.kept > 0 ? ", " + std::to_string(totals.kept) + " kept" : "") + ", " +
            growth(totals.bytes_before, totals.bytes_after);

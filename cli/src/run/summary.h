@@ -34,7 +34,7 @@ void print_judged_nests(const Console& console, const std::string& file, const s
                         bool all);
 
 // Of several files.
-std::string sum_of_runs(const Totals& totals);
+std::string sum_of_runs(const FileTotals& totals);
 
 // What the host noticed on the way: failed calls and scripts that the plug-in may have ignored.
 void print_log(const Console& console, const std::string& file, const UnnestRecord& record);

@@ -144,7 +144,7 @@ FileResults work_on_files(const Options& options, const Console& console,
     return all;
 }
 
-std::string counted_files(const Options& options, const Totals& totals) {
+std::string counted_files(const Options& options, const FileTotals& totals) {
     std::string text = counted(totals.files, "file");
     if (options.other_files > 0) text += ", " + counted(options.other_files, "other file") + " left out";
     if (totals.failed > 0) text += ", " + std::to_string(totals.failed) + " failed";
@@ -153,7 +153,7 @@ std::string counted_files(const Options& options, const Totals& totals) {
 
 ExitCode write_all_files(const Options& options, const Console& console,
                          const std::function<FileResult(const std::string& file)>& work,
-                         const std::function<std::string(const Totals& totals)>& sum) {
+                         const std::function<std::string(const FileTotals& totals)>& sum) {
     refuse_lost_results(options);
     const FileResults all = work_on_files(
         options, console, work, [](const auto&) {}, [](const auto&, const auto&) { return std::string(); });

@@ -5,7 +5,7 @@
 
 namespace cli {
 
-Totals& Totals::operator+=(const Totals& more) {
+FileTotals& FileTotals::operator+=(const FileTotals& more) {
     files += more.files;
     failed += more.failed;
     nests += more.nests;

@@ -26,14 +26,14 @@ void write_output(const Options& options, const Console& console, const std::str
 // What the work on one file came to.
 struct FileResult {
     ExitCode code = ExitCode::done;
-    Totals totals = {};
+    FileTotals totals = {};
     std::vector<std::string> texts = {};  // for standard output, where all files share it
 };
 
 // What all came to.
 struct FileResults {
     ExitCode highest = ExitCode::done;
-    Totals totals;
+    FileTotals totals;
 };
 
 // Works on all files, several at once if the options say so, but one after another if two of them share a file. `work`
@@ -48,10 +48,10 @@ FileResults work_on_files(const Options& options, const Console& console,
 // highest exit code. Throws Failure (usage), before any work, if a result has no place to go or two have the same.
 ExitCode write_all_files(const Options& options, const Console& console,
                          const std::function<FileResult(const std::string& file)>& work,
-                         const std::function<std::string(const Totals& totals)>& sum);
+                         const std::function<std::string(const FileTotals& totals)>& sum);
 
 // "3 files, 2 other files left out, 1 failed".
-std::string counted_files(const Options& options, const Totals& totals);
+std::string counted_files(const Options& options, const FileTotals& totals);
 
 // As guarded(); a file that failed is one in the totals.
 FileResult guarded_file(const Console& console, const std::string& file, const std::function<FileResult()>& work);

@@ -6,7 +6,7 @@
 
 namespace cli {
 
-struct Totals {
+struct FileTotals {
     std::size_t files = 0;
     std::size_t failed = 0;  // of them, by an error
     std::size_t nests = 0;   // that were looked at
@@ -23,7 +23,7 @@ struct Totals {
     std::size_t changing = 0;
     std::size_t failing = 0;  // whose change or staying is neither known nor allowed
 
-    Totals& operator+=(const Totals& more);
+    FileTotals& operator+=(const FileTotals& more);
 };
 
 // "1000 bytes became 1100 (+10.0 %)".
