@@ -124,7 +124,7 @@ Motion motion_at(const Json& text, double frame) {
         };
         const Values position = values("p", {});
         const Values scale = values("s", {100, 100, 100});
-        const double turns =
+        const bool turns =
             values("r", {})[0] != 0 || values("sk", {})[0] != 0 || values("rx", {})[0] != 0 || values("ry", {})[0] != 0;
         motion.by += std::hypot(position[0], position[1]);
         const double least = takes_all(animator) ? 0 : 1;
