@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 #include "looks/finding.h"
@@ -54,7 +55,11 @@ struct NestOfFile {
     std::string composition;  // asset id; empty for the main one
     std::size_t place = 0;    // in its stack, 0 = top
 
-    auto operator<=>(const NestOfFile&) const = default;
+    bool operator==(const NestOfFile&) const = default;
+    // Not by default: the library that WebAssembly is built with has no three-way comparison of strings.
+    bool operator<(const NestOfFile& other) const {
+        return std::tie(composition, place) < std::tie(other.composition, other.place);
+    }
 };
 
 // A layer that lies or is seen otherwise than in the file, though it looked equal after each step.
