@@ -10,11 +10,8 @@
 namespace lottie::looks {
 namespace {
 
-// Pictures that look equal may differ in so much of their area, and in so much of what is near a difference, where
-// their likeness is less: measured in pictures of this width, whose likeness is that of blocks.
-constexpr double kPictureWidth = 400;
+// The likeness of pictures is that of blocks of so many pixels; so much of the area may lie in blocks that differ.
 constexpr double kBlock = 8;
-constexpr double kUnseenShare = 0.001;
 constexpr double kUnseenBlocks = 0.002;
 // Pixels: of frames that are this close the first is told, for the last digits of sines differ from machine to machine.
 constexpr double kLevel = 1e-6;

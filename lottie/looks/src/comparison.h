@@ -8,12 +8,9 @@
 
 #include "looks/judge.h"
 #include "survey.h"
+#include "visibility.h"
 
 namespace lottie::looks {
-
-// Displacements in pixels and shares in percent: below kNothing they are rounding, below kUnseen no eye sees them.
-inline constexpr double kNothing = 0.01;
-inline constexpr double kUnseen = 0.25;
 
 // A layer that came out of a nest.
 struct Copy {

@@ -10,8 +10,6 @@
 namespace lottie::looks {
 namespace {
 
-constexpr double kPictureWidth = 400;  // pixels; what is not seen at this width is not seen
-
 double distance(const Hull& hull, const Matrix& a, const Matrix& b) {
     double furthest = 0;
     for (const Point& corner : hull) {
@@ -35,7 +33,6 @@ double length_around(const Hull& hull) {
 
 double blurred(const Stack& stack, const Hull& hull, double distance) {
     constexpr double kSharp = 0.03;  // pixels; less changes no pixel by 8 of 255, even between black and white
-    constexpr double kUnseenShare = 0.001;
     const double scale = std::min(1.0, kPictureWidth / std::max(1.0, stack.width));
     if (distance * scale <= kSharp || distance > kUnseen) return 0;
     const Hull seen = cut(hull, hull_of(Box{0, 0, stack.width, stack.height}));

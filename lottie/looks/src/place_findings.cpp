@@ -64,7 +64,6 @@ bool are_parallel(const std::vector<Values>& a, const std::vector<Values>& b) {
 // Players measure curves in their own ways; some of them find other points on a curve when it is turned.
 void find_turned_curves(Unnesting& u) {
     constexpr double kMeasuredApart = 0.02;  // of the length of a curve
-    constexpr double kPictureWidth = 400;
     for (const Copy& copy : u.copies()) {
         const Property& before = u.inner(copy).transform().position;
         const Property& after = u.copied(copy).transform().position;

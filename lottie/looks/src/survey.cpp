@@ -7,11 +7,11 @@
 
 #include "shape_content.h"
 #include "text_reach.h"
+#include "visibility.h"
 
 namespace lottie::looks {
 namespace {
 
-constexpr double kPictureWidth = 400;               // pixels; what is not seen at this width is not seen
 constexpr std::size_t kMostLevels = 16;             // of nests within nests; what lies deeper counts as full
 constexpr std::size_t kMostReaches = 4096;          // that are kept of one composition
 constexpr std::size_t kMostKeptPoints = 2'000'000;  // of layers that move in themselves: 32 MB
@@ -136,9 +136,9 @@ void Survey::keep_reach(std::size_t place, double frame) {
 }
 
 const Hull& Survey::reach_in_stack(std::size_t place, double frame) {
-    static const Hull kNothing;
+    static const Hull kNowhere;
     const SceneLayer& layer = stack_->layer(place);
-    if (!layer.is_on(frame)) return kNothing;
+    if (!layer.is_on(frame)) return kNowhere;
     About& about = about_[place];
     if (about.frame && (*about.frame == frame || reach_stands_still(place))) return about.reach;
     about.frame = frame;

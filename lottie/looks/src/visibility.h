@@ -1,0 +1,14 @@
+// What no eye sees.
+#pragma once
+
+namespace lottie::looks {
+
+// Displacements in pixels and shares in percent: below kNothing they are rounding, below kUnseen no eye sees them.
+inline constexpr double kNothing = 0.01;
+inline constexpr double kUnseen = 0.25;
+// Pictures are compared at this width, in pixels: what is not seen in them is not seen.
+inline constexpr double kPictureWidth = 400;
+// Pictures that look equal may differ in so much of their area.
+inline constexpr double kUnseenShare = 0.001;
+
+}  // namespace lottie::looks
