@@ -11,6 +11,7 @@
 #include "one_outline.h"
 #include "scene.h"
 #include "shape_content.h"
+#include "sight.h"
 #include "survey.h"
 
 namespace lottie::looks {
@@ -104,6 +105,10 @@ bool Evaluation::moves(const std::string& composition, std::size_t layer) {
 
 bool Evaluation::is_told_by_place(const std::string& composition, std::size_t layer) {
     return state_->survey(composition).is_told_by_place(layer);
+}
+
+bool Evaluation::is_placed_by_expression(const std::string& composition, std::size_t layer) {
+    return looks::is_placed_by_expression(state_->survey(composition).stack().layer(layer));
 }
 
 std::vector<PlanePoint> Evaluation::reach(const std::string& composition, std::size_t layer, double frame) {

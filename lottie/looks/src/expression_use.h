@@ -24,4 +24,8 @@ struct ExpressionUse {
 
 ExpressionUse read_expression(std::string_view text);
 
+// Whether a property, whose expression this is, gives the same whatever value it holds: the expression asks neither for
+// that nor for anything of its own layer's transform. `layer` is the layer's name.
+bool is_independent_of_own_value(std::string_view expression, std::string_view layer);
+
 }  // namespace lottie::looks

@@ -2,7 +2,7 @@
 #include "sight.h"
 
 #include "effects.h"
-#include "looks/expressions.h"
+#include "expression_use.h"
 
 namespace lottie::looks {
 namespace {
@@ -12,19 +12,19 @@ const Json* position_of(const SceneLayer& layer) {
     return transform == nullptr ? nullptr : member(*transform, "p");
 }
 
-bool is_placed_by_expression(const SceneLayer& layer) {
-    const Json* position = position_of(layer);
-    const Json* text = position == nullptr ? nullptr : member(*position, "x");
-    if (text == nullptr || !text->IsString() || layer.parent || layer.is_3d || layer.is_auto_oriented) return false;
-    return is_independent_of_own_value({text->GetString(), text->GetStringLength()}, layer.name);
-}
-
 bool is_outside(const Hull& hull, double width, double height) {
     const Box box = around(hull);
     return area(hull) > 0 && (box.right <= 0 || box.bottom <= 0 || box.left >= width || box.top >= height);
 }
 
 }  // namespace
+
+bool is_placed_by_expression(const SceneLayer& layer) {
+    const Json* position = position_of(layer);
+    const Json* text = position == nullptr ? nullptr : member(*position, "x");
+    if (text == nullptr || !text->IsString() || layer.parent || layer.is_3d || layer.is_auto_oriented) return false;
+    return is_independent_of_own_value({text->GetString(), text->GetStringLength()}, layer.name);
+}
 
 bool is_placed_by_expression(const Unnesting& u, const Copy& copy) {
     return is_placed_by_expression(u.inner(copy)) && is_placed_by_expression(u.copied(copy)) &&

@@ -5,8 +5,10 @@
 
 namespace lottie::looks {
 
-// Whether an expression alone says where the copy lies, before and after: nothing else moves it, and it gives the same
-// whatever value the position holds.
+// Whether an expression alone says where the layer lies: nothing else moves it, and it gives the same whatever value
+// the position holds.
+bool is_placed_by_expression(const SceneLayer& layer);
+// The same of a copy, before and after.
 bool is_placed_by_expression(const Unnesting& u, const Copy& copy);
 
 // Whether the copy's picture, taken to lie at the values that the file holds, is wholly outside of the nest's frame

@@ -7,7 +7,6 @@
 #include "document/json_text.h"
 #include "document/output_text.h"
 #include "document/patch.h"
-#include "looks/expressions.h"
 
 namespace lottie::mend {
 namespace {
@@ -17,16 +16,9 @@ using document::JsonTree;
 
 constexpr std::size_t kMostFrames = 10'000;  // at which it is looked for
 
-bool is_placed_by_expression(const CopiedLayer& copy) {
-    if (copy.now == nullptr || copy.facts.parent || copy.now->number("parent") || copy.now->is_set("ddd")) return false;
-    const JsonTree& tree = copy.before.tree();
-    const JsonNode* transform = tree.member(&tree.root(), "ks");
-    const JsonNode* position = transform == nullptr ? nullptr : tree.member(transform, "p");
-    const JsonNode* expression = position == nullptr ? nullptr : tree.member(position, "x");
-    if (expression == nullptr || !tree.text(*expression).starts_with('"')) return false;
-    const JsonNode* name = tree.member(&tree.root(), "nm");
-    return looks::is_independent_of_own_value(document::decode_string(tree.text(*expression)),
-                                              name == nullptr ? "" : document::decode_string(tree.text(*name)));
+bool is_placed_by_expression(Unnested& unnested, const Nest& nest, const CopiedLayer& copy) {
+    return copy.now != nullptr && !copy.now->number("parent") && !copy.now->is_set("ddd") &&
+           unnested.evaluation().is_placed_by_expression(nest.source, copy.inner);
 }
 
 // The furthest that the layer reaches to the right in the composition; nothing if it can be seen in the nest.
@@ -76,7 +68,7 @@ void move_left(LayerText& layer, double distance) {
 void put_out_of_sight(Unnested& unnested, Nest& nest) {
     if (!unnested.evaluation().is_told_by_place(unnested.composition(), nest.place)) return;
     for (const CopiedLayer& copy : nest.copies) {
-        if (!is_placed_by_expression(copy)) continue;
+        if (!is_placed_by_expression(unnested, nest, copy)) continue;
         const auto right = right_edge(unnested, nest, copy);
         if (right && *right > 0) move_left(*copy.now, std::ceil(*right) + 1);
     }
