@@ -36,6 +36,17 @@ TEST(ExpressionUse, what_the_property_itself_holds_is_asked_for_by_many_names) {
     }
 }
 
+TEST(ExpressionUse, only_expressions_of_numbers_and_the_time_read_no_layers) {
+    for (const char* text : {"[value[0], 0]", "a.valueAtTime(1)", "thisComp.layer('other').position", "parent.scale",
+                             "transform.rotation", "content('a').path", "key(1)", "loopOut()", "wiggle(1, 2)"}) {
+        EXPECT_TRUE(read_expression(text).reads_layers) << text;
+    }
+    for (const char* text :
+         {"[100, time * 20]", "// scale\n5", "values = [1, 2]; values", "'layer'", "Math.sin(time)"}) {
+        EXPECT_FALSE(read_expression(text).reads_layers) << text;
+    }
+}
+
 TEST(ExpressionUse, asking_for_keyframes_is_noticed) {
     EXPECT_TRUE(read_expression("value + key(1).value").is_relative_to_keys);
     EXPECT_TRUE(read_expression("thisProperty.nearestKey(time).time").is_relative_to_keys);

@@ -16,6 +16,49 @@ namespace {
 using host::model::ExpressionToken;
 using host::model::ExpressionTokenKind;
 
+// What these stand for hangs on the property or its layer, where they have no owner.
+constexpr std::string_view kOwnWords[] = {"value",
+                                          "thisProperty",
+                                          "this",
+                                          "eval",
+                                          "Function",
+                                          "valueAtTime",
+                                          "wiggle",
+                                          "temporalWiggle",
+                                          "smooth",
+                                          "loopIn",
+                                          "loopOut",
+                                          "loopInDuration",
+                                          "loopOutDuration",
+                                          "key",
+                                          "nearestKey",
+                                          "numKeys",
+                                          "velocity",
+                                          "velocityAtTime",
+                                          "speed",
+                                          "speedAtTime",
+                                          "position",
+                                          "transform",
+                                          "propertyGroup",
+                                          "toComp",
+                                          "toWorld",
+                                          "toCompVec",
+                                          "toWorldVec",
+                                          "fromComp",
+                                          "fromWorld",
+                                          "fromCompVec",
+                                          "fromWorldVec",
+                                          "fromCompToSurface",
+                                          "sourceRectAtTime",
+                                          "globalThis",
+                                          "window"};
+// What a layer is placed by as well, where they have one.
+constexpr std::string_view kLayerWords[] = {"layer", "content", "parent", "scale", "rotation", "anchorPoint"};
+
+template <class Words>
+bool is_one_of(std::string_view word, const Words& words) {
+    return std::find(std::begin(words), std::end(words), word) != std::end(words);
+}
 bool is_one_of(std::string_view word, std::initializer_list<std::string_view> words) {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
@@ -31,6 +74,9 @@ class Reader {
     ExpressionUse read() {
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
             if (tokens_[i].kind != ExpressionTokenKind::word) continue;
+            if (is_one_of(tokens_[i].text, kOwnWords) || is_one_of(tokens_[i].text, kLayerWords)) {
+                use_.reads_layers = true;
+            }
             if (is_member(i)) {
                 read_member(i);
             } else {
@@ -66,45 +112,11 @@ class Reader {
         if (word == "comp") read_composition(i);
     }
 
-    // Effects and contents aside, whatever a word without an owner stands for hangs on the property or its layer.
+    // Effects and contents aside.
     bool asks_own_layer(std::size_t i) const {
         const std::string& word = tokens_[i].text;
         if (word == "thisLayer") return !(is_mark(i + 1, ".") && is_effect_call(i + 2));
-        return is_one_of(word, {"value",
-                                "thisProperty",
-                                "this",
-                                "eval",
-                                "Function",
-                                "valueAtTime",
-                                "wiggle",
-                                "temporalWiggle",
-                                "smooth",
-                                "loopIn",
-                                "loopOut",
-                                "loopInDuration",
-                                "key",
-                                "loopOutDuration",
-                                "nearestKey",
-                                "numKeys",
-                                "velocity",
-                                "velocityAtTime",
-                                "speed",
-                                "speedAtTime",
-                                "position",
-                                "transform",
-                                "propertyGroup",
-                                "toComp",
-                                "toWorld",
-                                "toCompVec",
-                                "toWorldVec",
-                                "fromComp",
-                                "fromWorld",
-                                "fromCompVec",
-                                "fromWorldVec",
-                                "fromCompToSurface",
-                                "sourceRectAtTime",
-                                "globalThis",
-                                "window"});
+        return is_one_of(word, kOwnWords);
     }
     bool is_effect_call(std::size_t i) const {
         return i < tokens_.size() && tokens_[i].text == "effect" && is_mark(i + 1, "(");

@@ -15,6 +15,7 @@ struct ExpressionUse {
     bool is_random = false;
     bool is_seeded = false;
     bool reads_own_value = false;                  // or may: of the property, or a transform of its own layer
+    bool reads_layers = false;                     // or may: what any property or layer holds, its own too
     bool has_computed_layer = false;               // layer(...) with anything but a literal
     std::vector<std::string> composition_members;  // of thisComp, layers aside: "width", "numLayers", ...
     std::vector<double> layer_numbers;             // layer(3)

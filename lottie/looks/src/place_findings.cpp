@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "displacement.h"
+#include "expression_use.h"
 #include "findings.h"
 #include "sight.h"
 #include "words.h"
@@ -110,19 +111,12 @@ std::string where(const Displacement& d) {
            plain(d.distance) + " pixels off" + (d.layers > 0 ? ", first seen at frame " + timeline_frame(d.frame) : "");
 }
 
-// What an expression of a property goes by, if by more than numbers and the time: then nobody can tell from here what
-// it gives after the property's own value changed.
-constexpr std::string_view kRelative[] = {
-    "value",     "wiggle",   "loop",  "layer(",   "toComp",      "toWorld", "fromComp", "fromWorld", "key",  "content(",
-    "transform", "position", "scale", "rotation", "anchorPoint", "parent",  "smooth",   "velocity",  "speed"};
-
+// Whether an expression goes by numbers and the time alone: else nobody can tell from here what it gives after the
+// property's own value changed.
 bool is_absolute(const Json* property) {
     const Json* text = property == nullptr ? nullptr : member(*property, "x");
-    if (text == nullptr || !text->IsString()) return false;
-    const std::string_view expression(text->GetString(), text->GetStringLength());
-    return std::none_of(std::begin(kRelative), std::end(kRelative), [expression](std::string_view word) {
-        return expression.find(word) != std::string_view::npos;
-    });
+    return text != nullptr && text->IsString() &&
+           !read_expression({text->GetString(), text->GetStringLength()}).reads_layers;
 }
 
 // Of the properties that place a copy, whether an expression gives one the numbers that it gave before, though others
