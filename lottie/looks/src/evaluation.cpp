@@ -9,8 +9,8 @@
 
 #include "looks/work.h"
 #include "one_outline.h"
+#include "path.h"
 #include "scene.h"
-#include "shape_content.h"
 #include "sight.h"
 #include "survey.h"
 

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "json.h"
-#include "shape_content.h"
+#include "path.h"
 
 namespace lottie::looks {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "effects.h"
 #include "one_outline.h"
-#include "shape_content.h"
+#include "path.h"
 
 namespace lottie::looks {
 namespace {

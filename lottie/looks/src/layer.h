@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "layer_part.h"
+#include "path.h"
 #include "property.h"
 #include "shape_content.h"
 #include "transform.h"

@@ -1,67 +1,22 @@
-// What a shape layer paints, and how far paths and masks reach.
+// What a shape layer paints.
 #include "shape_content.h"
 
 #include <algorithm>
 #include <cmath>
 #include <iterator>
 #include <map>
-#include <numbers>
 #include <string>
+#include <utility>
+
+#include "path.h"
+#include "property.h"
 
 namespace lottie::looks {
 namespace {
 
-constexpr int kSteps = 12;                   // points of a curve between two vertices
 constexpr std::size_t kMostPoints = 20'000;  // that copies of a repeater keep apart
 constexpr int kMostCopies = 200;             // of a repeater; beyond them it has long left every frame
 constexpr std::size_t kStepsPerCopy = 3;     // of a point
-
-Point point_of(const Json& json) {
-    const auto coordinate = [&json](rapidjson::SizeType i) {
-        return json.IsArray() && i < json.Size() && json[i].IsNumber() ? json[i].GetDouble() : 0;
-    };
-    return {coordinate(0), coordinate(1)};
-}
-
-void mix(std::vector<Point>& from, const std::vector<Point>& to, double share) {
-    for (std::size_t i = 0; i < std::min(from.size(), to.size()); ++i) {
-        from[i].x += share * (to[i].x - from[i].x);
-        from[i].y += share * (to[i].y - from[i].y);
-    }
-}
-
-double distance(Point a, Point b) {
-    return std::hypot(a.x - b.x, a.y - b.y);
-}
-
-double length_of(const Outline& outline) {
-    double length = 0;
-    for (std::size_t i = 1; i < outline.points.size(); ++i)
-        length += distance(outline.points[i - 1], outline.points[i]);
-    return length;
-}
-
-// The part between two lengths from the beginning.
-void append_part(const Outline& outline, double from, double to, std::vector<Outline>& parts) {
-    Outline part;
-    part.growth = outline.growth;
-    double passed = 0;
-    const auto add_at = [&](std::size_t i, double at, double span) {
-        const Point a = outline.points[i - 1];
-        const Point b = outline.points[i];
-        const double share = span > 0 ? (at - passed) / span : 0;
-        part.points.push_back({a.x + share * (b.x - a.x), a.y + share * (b.y - a.y)});
-    };
-    for (std::size_t i = 1; i < outline.points.size(); ++i) {
-        const double span = distance(outline.points[i - 1], outline.points[i]);
-        if (passed + span >= from && passed <= to) {
-            if (part.points.empty()) add_at(i, std::max(from, passed), span);
-            add_at(i, std::min(to, passed + span), span);
-        }
-        passed += span;
-    }
-    if (!part.points.empty()) parts.push_back(std::move(part));
-}
 
 // A group's or repeater's transform.
 struct ItemTransform {
@@ -106,29 +61,6 @@ double miter(const Json& stroke) {
     return number_member(stroke, "lj", 1) == 1 ? std::min(number_member(stroke, "ml", 4), 1.25) : 1;
 }
 
-Outline round_outline(const Values& center, double width, double height) {
-    Outline outline;
-    outline.is_closed = true;
-    constexpr int kPoints = 4 * kSteps;
-    for (int i = 0; i <= kPoints; ++i) {
-        const double angle = 2 * std::numbers::pi * i / kPoints - std::numbers::pi / 2;
-        outline.points.push_back({center[0] + width * std::cos(angle), center[1] + height * std::sin(angle)});
-    }
-    return outline;
-}
-
-Outline rectangle(const Values& center, const Values& size) {
-    const double w = size[0] / 2;
-    const double h = size[1] / 2;
-    return {{{center[0] + w, center[1] - h},
-             {center[0] + w, center[1] + h},
-             {center[0] - w, center[1] + h},
-             {center[0] - w, center[1] - h},
-             {center[0] + w, center[1] - h}},
-            0,
-            true};
-}
-
 template <class Shapes>
 void paint(Shapes& shapes, double reach, double opacity) {
     if (opacity <= 0) return;
@@ -154,115 +86,6 @@ void move(Shapes& shapes, const Matrix& matrix) {
 }
 
 }  // namespace
-
-// Paths
-
-MaskContent::MaskContent(const Json& mask)
-    : mode(text_member(mask, "mode")),
-      is_inverted(is_truthy(mask, "inv")),
-      path(member(mask, "pt")),
-      expansion(member(mask, "x"), {}) {}
-
-PathProperty::PathProperty(const Json* json) {
-    const Json* value = json == nullptr ? nullptr : member(*json, "k");
-    if (value == nullptr) return;
-    if (!is_keyed(*json)) {
-        keys_.push_back({0, true, nullptr, vertices_of(value), {}});
-        return;
-    }
-    const Json* end = nullptr;  // of the segment before
-    for (const Json& key : value->GetArray()) {
-        const Json* start = member(key, "s");
-        if (start == nullptr) start = end;
-        if (!keys_.empty() && member(key, "s") != nullptr) keys_.back().end = vertices_of(start);
-        end = member(key, "e");
-        keys_.push_back({number_member(key, "t", 0), is_truthy(key, "h"), &key, vertices_of(start), vertices_of(end)});
-    }
-}
-
-PathProperty::Vertices PathProperty::vertices_of(const Json* json) {
-    Vertices vertices;
-    if (json != nullptr && json->IsArray() && !json->Empty()) json = &(*json)[0];
-    if (json == nullptr || !json->IsObject()) return vertices;
-    for (const Json& point : array_member(*json, "v")) vertices.at.push_back(point_of(point));
-    for (const Json& point : array_member(*json, "i")) vertices.in.push_back(point_of(point));
-    for (const Json& point : array_member(*json, "o")) vertices.out.push_back(point_of(point));
-    vertices.in.resize(vertices.at.size());
-    vertices.out.resize(vertices.at.size());
-    vertices.is_closed = is_truthy(*json, "c");
-    return vertices;
-}
-
-PathProperty::Vertices PathProperty::vertices_at(double frame) const {
-    if (keys_.empty()) return {};
-    const auto next = std::upper_bound(keys_.begin(), keys_.end(), frame,
-                                       [](double time, const Key& key) { return time < key.time; });
-    if (next == keys_.begin() || next == keys_.end())
-        return (next == keys_.begin() ? keys_.front() : keys_.back()).start;
-    const Key& key = *std::prev(next);
-    if (key.is_hold || next->time <= key.time) return key.start;
-    // The ease of a path is that of a single number.
-    const double share = ease_between(*key.json, (frame - key.time) / (next->time - key.time));
-    Vertices vertices = key.start;
-    if (share == 0) return vertices;
-    mix(vertices.at, key.end.at, share);
-    mix(vertices.in, key.end.in, share);
-    mix(vertices.out, key.end.out, share);
-    return vertices;
-}
-
-std::size_t PathProperty::take_into(Box& box, double frame) const {
-    if (keys_.empty()) return 0;
-    const auto next = std::upper_bound(keys_.begin(), keys_.end(), frame,
-                                       [](double time, const Key& key) { return time < key.time; });
-    const Key& key = next == keys_.begin() ? keys_.front() : *std::prev(next);
-    const Vertices& from = key.start;
-    double share = 0;
-    if (next != keys_.begin() && next != keys_.end() && !key.is_hold && next->time > key.time)
-        share = ease_between(*key.json, (frame - key.time) / (next->time - key.time));
-    const auto at = [share](const std::vector<Point>& start, const std::vector<Point>& end, std::size_t i) {
-        if (share == 0 || i >= end.size()) return start[i];
-        return Point{start[i].x + share * (end[i].x - start[i].x), start[i].y + share * (end[i].y - start[i].y)};
-    };
-    for (std::size_t i = 0; i < from.at.size(); ++i) {
-        const Point vertex = at(from.at, key.end.at, i);
-        const Point in = at(from.in, key.end.in, i);
-        const Point out = at(from.out, key.end.out, i);
-        box.left = std::min({box.left, vertex.x, vertex.x + in.x, vertex.x + out.x});
-        box.right = std::max({box.right, vertex.x, vertex.x + in.x, vertex.x + out.x});
-        box.top = std::min({box.top, vertex.y, vertex.y + in.y, vertex.y + out.y});
-        box.bottom = std::max({box.bottom, vertex.y, vertex.y + in.y, vertex.y + out.y});
-    }
-    return from.at.size();
-}
-
-Outline PathProperty::at(double frame) const {
-    return along(vertices_at(frame));
-}
-
-Outline PathProperty::along(const Vertices& vertices) {
-    Outline outline;
-    outline.is_closed = vertices.is_closed;
-    const std::size_t count = vertices.at.size();
-    if (count == 0 || (count == 1 && !vertices.is_closed)) return outline;  // goes nowhere, so nothing is drawn
-    outline.points.push_back(vertices.at[0]);
-    for (std::size_t i = 0; i + (vertices.is_closed ? 0 : 1) < count; ++i) {
-        const std::size_t next = (i + 1) % count;
-        const Point a = vertices.at[i];
-        const Point b{a.x + vertices.out[i].x, a.y + vertices.out[i].y};
-        const Point d = vertices.at[next];
-        const Point c{d.x + vertices.in[next].x, d.y + vertices.in[next].y};
-        for (int step = 1; step <= kSteps; ++step) {
-            const double u = static_cast<double>(step) / kSteps;
-            const double v = 1 - u;
-            outline.points.push_back({v * v * v * a.x + 3 * v * v * u * b.x + 3 * v * u * u * c.x + u * u * u * d.x,
-                                      v * v * v * a.y + 3 * v * v * u * b.y + 3 * v * u * u * c.y + u * u * u * d.y});
-        }
-    }
-    return outline;
-}
-
-// Shapes
 
 struct ShapeContent::Shape {
     Outline outline;
@@ -475,14 +298,18 @@ bool ShapeContent::Item::bound(double frame, Bounds& bounds) const {
 
 Outline ShapeContent::Item::outline(double frame) const {
     if (path_) return path_->at(frame);
-    if (kind_ == "rc") return rectangle(value(0, frame), value(1, frame));
-    if (kind_ == "el") {
+    const auto center = [&] {
+        const Values position = value(0, frame);
+        return Point{position[0], position[1]};
+    };
+    if (kind_ == "rc" || kind_ == "el") {
         const Values size = value(1, frame);
-        return round_outline(value(0, frame), size[0] / 2, size[1] / 2);
+        return kind_ == "rc" ? rectangle(center(), size[0] / 2, size[1] / 2)
+                             : ellipse(center(), size[0] / 2, size[1] / 2);
     }
     if (kind_ == "sr") {
         const double reach = std::max(std::abs(value(1, frame)[0]), std::abs(value(2, frame)[0]));
-        return round_outline(value(0, frame), reach, reach);
+        return ellipse(center(), reach, reach);
     }
     return {};
 }
@@ -581,15 +408,6 @@ std::optional<Box> ShapeContent::box_around(double frame, Work& work) const {
     const Box& box = bounds.box;
     return Box{box.left - bounds.growth, box.top - bounds.growth, box.right + bounds.growth,
                box.bottom + bounds.growth};
-}
-
-Hull around(const std::vector<Outline>& outlines) {
-    std::vector<Point> points;
-    for (const Outline& outline : outlines) {
-        const Hull hull = grown(hull_of(outline.points), outline.growth);
-        points.insert(points.end(), hull.begin(), hull.end());
-    }
-    return hull_of(std::move(points));
 }
 
 }  // namespace lottie::looks

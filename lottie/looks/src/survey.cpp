@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "shape_content.h"
+#include "path.h"
 #include "text_reach.h"
 #include "visibility.h"
 
