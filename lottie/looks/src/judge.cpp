@@ -160,6 +160,10 @@ std::vector<Strayed> Judge::compare_whole(const std::set<NestOfFile>& slight) {
     return state_->whole.find_strayed(state_->surveys, slight, state_->work);
 }
 
+std::vector<StackChange> Judge::take_steps() {
+    return state_->whole.take_steps();
+}
+
 std::size_t Judge::byte_count() const {
     return state_->scene.byte_count;
 }

@@ -3,11 +3,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <unordered_map>
 
 #include "comparison.h"
 #include "displacement.h"
+#include "looks/lineage.h"
 #include "words.h"
 
 namespace lottie::looks {
@@ -16,90 +16,6 @@ namespace {
 constexpr double kMostFrames = 600;
 constexpr double kSeenOpacity = 0.19;  // percent; less than that is no half step of a channel
 constexpr std::size_t kStepsPerPlace = 10;
-
-// A layer of the file by the nests that lead to it from the composition that holds it now, outermost first, itself
-// last.
-using Descent = std::vector<NestOfFile>;
-
-// Where the layers of all compositions come from.
-class Lineage {
-  public:
-    Lineage(const Scene& file, Work& work) : file_(file), work_(work) {}
-
-    void add(const StackChange& step) {
-        const std::vector<int> before = layers_of(step.composition);
-        std::vector<int> now;
-        work_.spend(step.after.size());
-        for (const Origin& origin : step.after) {
-            if (origin.kind == Origin::Kind::kept) {
-                now.push_back(before.at(origin.layer));
-            } else if (origin.kind == Origin::Kind::copied && before.at(origin.nest) != kNone) {
-                const int nest = before.at(origin.nest);
-                const int inner = layers_of(layer_at(nest).source).at(origin.layer);
-                now.push_back(inner == kNone ? kNone : join(nest, inner));
-            } else {
-                now.push_back(kNone);
-            }
-        }
-        layers_[step.composition] = std::move(now);
-    }
-
-    // Empty for what steps made.
-    Descent path(const std::string& composition, std::size_t place) {
-        Descent path;
-        const int node = layers_of(composition).at(place);
-        std::vector<int> open;
-        if (node != kNone) open.push_back(node);
-        while (!open.empty()) {
-            const Node& next = nodes_[static_cast<std::size_t>(open.back())];
-            open.pop_back();
-            work_.spend(1);
-            if (next.outer == kNone) {
-                path.push_back(next.layer);
-            } else {
-                open.push_back(next.inner);
-                open.push_back(next.outer);
-            }
-        }
-        return path;
-    }
-
-  private:
-    static constexpr int kNone = -1;
-    // A layer, or the way through a nest to another.
-    struct Node {
-        int outer = kNone;
-        int inner = kNone;
-        NestOfFile layer;  // the last of the way
-    };
-
-    const SceneLayer& layer_at(int node) const {
-        const NestOfFile& at = nodes_[static_cast<std::size_t>(node)].layer;
-        return (*file_.find(at.composition))->layer(at.place);
-    }
-
-    int join(int outer, int inner) {
-        nodes_.push_back({outer, inner, nodes_[static_cast<std::size_t>(inner)].layer});
-        return static_cast<int>(nodes_.size()) - 1;
-    }
-
-    std::vector<int>& layers_of(const std::string& composition) {
-        const auto [found, is_new] = layers_.try_emplace(composition);
-        if (is_new) {
-            const auto* stack = file_.find(composition);
-            for (std::size_t i = 0; stack != nullptr && i < (*stack)->size(); ++i) {
-                nodes_.push_back({kNone, kNone, {composition, i}});
-                found->second.push_back(static_cast<int>(nodes_.size()) - 1);
-            }
-        }
-        return found->second;
-    }
-
-    const Scene& file_;
-    Work& work_;
-    std::vector<Node> nodes_;
-    std::map<std::string, std::vector<int>> layers_;  // of compositions
-};
 
 // How far the picture of a layer, or of a composition, is off.
 struct Off {

@@ -15,6 +15,7 @@ class Whole {
 
     // One more step; in their order.
     void add(StackChange change) { steps_.push_back(std::move(change)); }
+    std::vector<StackChange> take_steps() { return std::move(steps_); }
 
     // As Judge::compare_whole(); `now` is of the scene after all steps.
     std::vector<Strayed> find_strayed(Surveys& now, const std::set<NestOfFile>& slight, Work& work) const;

@@ -109,6 +109,9 @@ class Judge {
     // which something differed. Throws TooMuchWork.
     std::vector<Strayed> compare_whole(const std::set<NestOfFile>& slight);
 
+    // What was accepted, in its order. To be asked for once, at the end.
+    std::vector<StackChange> take_steps();
+
     // Of the animation as it stands.
     std::size_t byte_count() const;
 
