@@ -57,8 +57,10 @@ std::string vertices_text(const Vertices& vertices) {
            ",\"v\":" + points_text(vertices.at) + ",\"c\":" + (vertices.is_closed ? "true" : "false") + "}";
 }
 
-double apart(PlanePoint from, PlanePoint to, PlanePoint between, double share) {
-    return std::hypot(from.x + share * (to.x - from.x) - between.x, from.y + share * (to.y - from.y) - between.y);
+bool is_apart(PlanePoint from, PlanePoint to, PlanePoint between, double share) {
+    const double x = from.x + share * (to.x - from.x) - between.x;
+    const double y = from.y + share * (to.y - from.y) - between.y;
+    return x * x + y * y > kUnseen * kUnseen;
 }
 
 // Whether straight lines from one path to another lead close enough past those between.
@@ -69,14 +71,26 @@ bool is_straight(const std::vector<PathAt>& paths, std::size_t from, std::size_t
         const Vertices& b = paths[to].vertices;
         const Vertices& c = paths[i].vertices;
         for (std::size_t v = 0; v < c.at.size(); ++v) {
-            if (apart(a.at[v], b.at[v], c.at[v], share) > kUnseen ||
-                apart(a.in[v], b.in[v], c.in[v], share) > kUnseen ||
-                apart(a.out[v], b.out[v], c.out[v], share) > kUnseen) {
+            if (is_apart(a.at[v], b.at[v], c.at[v], share) || is_apart(a.in[v], b.in[v], c.in[v], share) ||
+                is_apart(a.out[v], b.out[v], c.out[v], share)) {
                 return false;
             }
         }
     }
     return true;
+}
+
+// How far straight lines lead from a path: found in steps that double, then halve, as each look costs what lies
+// between.
+std::size_t straight_end(const std::vector<PathAt>& paths, std::size_t from) {
+    const std::size_t last = std::min(paths.size() - 1, from + kMostFramesApart);
+    std::size_t to = from + 1;
+    std::size_t step = 1;
+    for (; to + step <= last && is_straight(paths, from, to + step); step *= 2) to += step;
+    for (; step > 0; step /= 2) {
+        if (to + step <= last && is_straight(paths, from, to + step)) to += step;
+    }
+    return to;
 }
 
 }  // namespace
@@ -111,12 +125,7 @@ std::string mapped_path(const std::string& property, const looks::PlaneMap& map)
 
 std::string path_through(const std::vector<PathAt>& paths) {
     std::vector<std::size_t> keys = {0};
-    while (keys.back() + 1 < paths.size()) {
-        const std::size_t from = keys.back();
-        std::size_t to = from + 1;
-        while (to + 1 < paths.size() && to - from < kMostFramesApart && is_straight(paths, from, to + 1)) ++to;
-        keys.push_back(to);
-    }
+    while (keys.back() + 1 < paths.size()) keys.push_back(straight_end(paths, keys.back()));
     const auto same = [&](std::size_t key) {
         return vertices_text(paths[key].vertices) == vertices_text(paths[0].vertices);
     };
