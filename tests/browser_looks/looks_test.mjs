@@ -38,6 +38,26 @@ function nested(layers, nestTransform = {}) {
   return { ...frame, assets: [{ id: "inside", nm: "inside", layers }], layers: [nest] };
 }
 
+/** Fine stripes, as pictures of sharp edges. */
+function stripes(number, place, opacity) {
+  const bars = Array.from({ length: 40 }, (_, i) => ({ ty: "rc", d: 1, s: still([2.4, 190]), p: still([4.8 * i, 95]), r: still(0) }));
+  const layer = square(number, { p: still([...place, 0]), o: opacity });
+  layer.shapes[0].it.splice(0, 2, ...bars, { ty: "fl", c: still([0, 0, 0, 1]), o: still(100) });
+  return layer;
+}
+
+/** Two pictures that fade together in a nest, and the same by themselves. */
+function fading(width, places) {
+  const frame = { v: "5.7.0", fr: 30, ip: 0, op: 30, w: width, h: 800, nm: "main", ddd: 0 };
+  const layers = places.map((place, i) => stripes(i + 1, place, still(100)));
+  const nest = { ...square(1), ty: 0, shapes: undefined, refId: "inside", w: width, h: 800 };
+  nest.ks = { ...nest.ks, o: still(80), p: still([0, 0, 0]) };
+  return {
+    together: { ...frame, assets: [{ id: "inside", nm: "inside", layers }], layers: [nest] },
+    alone: { ...frame, assets: [], layers: places.map((place, i) => stripes(i + 1, place, still(80))) },
+  };
+}
+
 function random(number) {
   const position = still([100, 100, 0]);
   position.x = "var $bm_rt;\n$bm_rt = [random(50, 150), random(50, 150)];";
@@ -72,6 +92,17 @@ async function run(browser, exflate) {
       const before = nested([square(1)], { o: still(50) });
       const difference = await compare(before, unnested(exflate, before));
       assert.ok(!difference.equal && difference.mean > 1, JSON.stringify(difference));
+    },
+    "pictures that fade together are as sharp as alone when they are near, and blurred when far apart": async () => {
+      const near = fading(2000, [[20.3, 20.3], [220.3, 20.3]]);
+      const far = fading(2000, [[20.3, 20.3], [1720.3, 380.3]]);
+      const sharp = await compare(near.together, near.alone);
+      assert.ok(sharp.equal, JSON.stringify(sharp));
+      const blurred = await compare(far.together, far.alone);
+      assert.ok(!blurred.equal, JSON.stringify(blurred));
+      const kept = spawnSync(exflate, ["flatten", "-", "-o", "-"], { input: JSON.stringify(far.together), encoding: "utf8" });
+      assert.equal(kept.status, 1, kept.stderr);
+      assert.match(kept.stderr, /1 pre-comp left: .*opacity/);
     },
     "a composition alone looks as it does in its nest": async () => {
       const whole = { p: still([100, 100, 0]), r: still(0), s: still([100, 100, 100]) };

@@ -194,6 +194,9 @@ std::vector<Scene> opacity_scenes() {
          inside({square(1, "left", 20), square(2, "right", 60, {{"ks", itself_faded}})}, {{"ks", fading}})},
         {Reason::opacity, "layers that lie over one another", Outcome::stays,
          inside({square(1, "left", 20), square(2, "right", 25)}, {{"ks", faded}})},
+        {Reason::opacity, "layers in opposite corners, which browsers blur together", Outcome::stays,
+         inside({square(1, "near", 5, {{"ks", at(5, 5)}}), square(2, "far", 80, {{"ks", at(80, 80)}})},
+                {{"ks", faded}})},
         {Reason::opacity, "layers over one another at different times", Outcome::mended,
          inside({square(1, "left", 20, {{"op", "10"}}), square(2, "right", 25, {{"ip", "10"}})}, {{"ks", faded}})},
         {Reason::opacity, "layers so large that rounding shows", Outcome::stays,
@@ -242,6 +245,8 @@ std::vector<Scene> mask_scenes() {
     };
     const std::string narrow = mask(still(path("[[0,0],[40,0],[10,40]]")));
     const std::string own_mask = solid(1, "red", 60, 60, "#ff0000", masked(narrow, {{"ks", at(20, 20)}}));
+    const std::vector<std::string> corners = {solid(1, "near", 30, 30, "#ff0000"),
+                                              solid(2, "far", 30, 30, "#0000ff", {{"ks", at(70, 70)}})};
     const std::string wide = solid(2, "matted", 100, 100, "#ff0000", {{"tt", "1"}});
     return {
         {Reason::mask, "over two layers", Outcome::mended, inside({red(), blue()}, masked(triangle))},
@@ -265,6 +270,11 @@ std::vector<Scene> mask_scenes() {
          inside({red()}, masked(mask(still(kTriangle), "a", still("50"))))},
         {Reason::mask, "that is inverted", Outcome::stays,
          inside({red(), blue()}, masked(mask(still(kTriangle), "a", still("100"), "true")))},
+        {Reason::mask, "that cuts out of layers near one another", Outcome::mended,
+         inside({red(), blue()}, masked(mask(still(kTriangle), "s")))},
+        {Reason::mask, "that cuts out of layers in opposite corners, which browsers blur together", Outcome::stays,
+         inside(corners, masked(mask(still(kTriangle), "s")))},
+        {Reason::mask, "over layers in opposite corners", Outcome::mended, inside(corners, masked(triangle))},
         {Reason::mask, "around the whole frame", Outcome::untouched,
          inside({red(), blue()},
                 masked(mask(still(path("[[0,0],[100,0],[100,100],[0,100]]", "[[0,0],[0,0],[0,0],[0,0]]")))))},

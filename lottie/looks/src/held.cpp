@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "scatter.h"
+
 namespace lottie::looks {
 namespace {
 
@@ -41,8 +43,8 @@ bool is_one_picture(const SceneLayer& layer) {
     }
 }
 
-// Whether fading the pictures one by one shows at a frame: any two meet, or they are so large that the last bit of what
-// players round otherwise adds up.
+// Whether fading the pictures one by one shows at a frame: any two meet, they lie far apart, or they are so large that
+// the last bit of what players round otherwise adds up.
 bool is_fading_seen(Unnesting& u, double outer_frame) {
     const double frame = u.inner_frame(outer_frame);
     const Matrix place = u.stack_placement().world(u.nest_place(), outer_frame);
@@ -62,6 +64,7 @@ bool is_fading_seen(Unnesting& u, double outer_frame) {
         covered += area(seen);
         met.push_back(hull);
     }
+    if (covered > 0 && is_scattered(u, frame)) return true;
     // The nest's own matte hides what lies beyond it.
     covered = std::min(covered, area(u.stack_survey().reach_in_stack(u.nest_place(), outer_frame)));
     return covered > kLargeShare * u.stack().width * u.stack().height;

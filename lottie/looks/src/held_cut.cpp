@@ -9,6 +9,7 @@
 #include "effects.h"
 #include "one_outline.h"
 #include "path.h"
+#include "scatter.h"
 
 namespace lottie::looks {
 namespace {
@@ -100,6 +101,7 @@ class HeldCutFinder {
             const bool is_cut_otherwise = is_cut ? !is_like_nest && !is_like_both : is_cut_further(drawn);
             if (is_cut_otherwise && !held.cuts_otherwise) held.cuts_otherwise = drawn.inner;
         }
+        is_all_cut = is_all_cut && !is_blurred_together();
         held.masks = is_all_cut && !matte_;
         held.matte = is_all_cut && matte_ && is_matte_gone() && !is_rounding_seen();
         return held;
@@ -118,6 +120,17 @@ class HeldCutFinder {
         if (!matte_outline_) return;
         matte_ = *place;
         cutters_.push_back({matte_outline_->path, mode == 1 ? "a" : "s"});
+    }
+
+    // Added masks alone are drawn without a surface of the group's own.
+    bool is_blurred_together() const {
+        const bool is_plain_path =
+            !matte_ && std::all_of(cutters_.begin(), cutters_.end(), [](const NeededMask& cutter) {
+                return cutter.mode == "a" && has_hard_edge(*cutter.mask);
+            });
+        return !is_plain_path && u_.inside().size() > 1 &&
+               std::any_of(u_.nest_frames().begin(), u_.nest_frames().end(),
+                           [&](double frame) { return is_scattered(u_, u_.inner_frame(frame)); });
     }
 
     // What some players round otherwise with a matte than with a mask.
