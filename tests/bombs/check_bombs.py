@@ -18,12 +18,13 @@ import threading
 import bombs
 
 # What is added where a command line stands for itself.
-MORE = {"--max-growth": ["10"], "--prove": ["--picture-time", "0.2"], "report": ["--picture-time", "0.2"]}
+MORE = {"--max-growth": ["10"], "--prove": ["--picture-time", "0.2"], "--flatten": ["--picture-time", "0.2"],
+        "report": ["--picture-time", "0.2"]}
 COMMANDS = {line: line.split() + MORE.get(line.split()[-1], []) for line in (
     "run", "run --recursive", "run --only-exact", "run --strict", "run --keep-look", "run --max-growth", "run --mend",
     "run --recursive --only-exact", "run --recursive --strict", "run --recursive --keep-look", "run --recursive --max-growth",
     "check", "check --flatten", "check --prove", "flatten", "flatten --exact", "flatten --all", "flatten --max-growth",
-    "flatten --prove", "list", "list --json", "report")}
+    "flatten --prove", "list", "list --json", "report", "report --flatten")}
 REFUSALS = (2, 3, 4)
 ADDRESS_SPACE = 2 << 30  # bytes
 SLOW = 60  # seconds after which a command is ended, whatever it is at

@@ -61,6 +61,18 @@ std::size_t count(const std::string& text, const std::string& what) {
     return found;
 }
 
+// Of the layers of all levels, with where they were before.
+std::vector<std::string> origins(const rapidjson::Value& layers) {
+    std::vector<std::string> told;
+    for (const auto& layer : layers.GetArray()) {
+        told.push_back(layer["name"].GetString() + std::string(" ") +
+                       (layer.HasMember("from") ? layer["from"].GetString() : "new"));
+        if (!layer.HasMember("layers")) continue;
+        for (std::string& inner : origins(layer["layers"])) told.push_back(std::move(inner));
+    }
+    return told;
+}
+
 // The nest is cut off at its own frame, and its content, once out, is not.
 std::string cut_off() {
     const std::string square = R"({"ddd":0,"ind":1,"ty":1,"nm":"wide","sr":1,)" + test::kTransform +
@@ -107,17 +119,144 @@ TEST_F(Report, of_a_look_that_changes_ends_with_one_and_shows_the_worst_frame) {
 
 TEST_F(Report, tells_where_every_layer_comes_from) {
     const auto data = test::parsed(part(page_of(test::one_nest()), "data"));
-    std::vector<std::string> layers;
-    for (const auto& layer : data["stack_after"].GetArray()) {
-        std::string told = std::string(layer["name"].GetString()) + " " + layer["origin"].GetString();
-        if (layer.HasMember("was")) told += " " + std::to_string(layer["was"].GetInt());
-        if (layer.HasMember("nest")) told += " of " + std::to_string(layer["nest"].GetInt());
-        layers.push_back(told);
+    EXPECT_THAT(origins(data["layers_after"]),
+                testing::IsSupersetOf({"Title 1", "circle 2.1", "square 2.2", "Background 3"}));
+    EXPECT_EQ(data["layers_before"].Size(), 3U);
+    EXPECT_STREQ(data["layers_before"][1]["type"].GetString(), "nest");
+    EXPECT_EQ(data["layers_before"][1]["layers"].Size(), 2U);
+}
+
+// A nest of two levels whose inner one is drawn from frame 10 on at half speed.
+std::string slow_inside() {
+    std::string inner = test::nest_layer(1, "Slow", "comp_1");
+    inner.replace(inner.find(R"("sr":1)"), 6, R"("sr":2)");
+    inner.replace(inner.find(R"("st":0)"), 6, R"("st":10)");
+    std::string early = test::shape_layer(1, "early");
+    early.replace(early.find(R"("op":50)"), 7, R"("op":15)");
+    return test::animation({test::asset("comp_0", "Outer", {inner}), test::asset("comp_1", "Deep", {early})},
+                           {test::nest_layer(1, "Box", "comp_0")});
+}
+
+TEST_F(Report, places_layers_of_all_levels_on_one_timeline) {
+    const auto data = test::parsed(part(page_of(slow_inside()), "data"));
+    const auto& slow = data["layers_before"][0]["layers"][0];
+    EXPECT_STREQ(slow["shown"].GetString(), "0:50");
+    EXPECT_STREQ(slow["layers"][0]["shown"].GetString(), "10:40");
+    EXPECT_EQ(slow["layers"][0]["out"].GetInt(), 15);
+}
+
+// Its clock goes through the first 20 frames twice, and holds between.
+TEST_F(Report, places_layers_by_remapped_time_frame_by_frame_unless_an_expression_works_it) {
+    const std::string key = R"({"t":%t,"s":[%s],"i":{"x":[0.5],"y":[0.5]},"o":{"x":[0.5],"y":[0.5]}})";
+    const auto at = [&key](const std::string& time, const std::string& seconds) {
+        std::string text = key;
+        text.replace(text.find("%t"), 2, time);
+        return text.replace(text.find("%s"), 2, seconds);
+    };
+    const std::string remap = R"("tm":{"a":1,"k":[)" + at("0", "0") + "," + at("20", "0.8") + "," + at("21", "0") +
+                              "," + at("41", "0.8") + "]}";
+    std::string layer = test::shape_layer(1, "late");
+    layer.replace(layer.find(R"("ip":0)"), 6, R"("ip":10)");
+    std::string nest = test::nest_layer(1, "Twice", "comp_0");
+    nest.replace(nest.find(R"("ao":0)"), 6, remap + R"(,"ao":0)");
+    const auto text = [&] { return test::animation({test::asset("comp_0", "Inside", {layer})}, {nest}); };
+    const auto inside = [&](const char* name) {
+        const auto data = test::parsed(part(page_of(text(), 1, {"--flatten"}), "data"));
+        const auto& shown = data["layers_before"][0]["layers"][0];
+        return shown.HasMember(name) ? std::string(shown[name].IsBool() ? "yes" : shown[name].GetString()) : "";
+    };
+    EXPECT_EQ(inside("shown"), "10:21 31:50");
+    EXPECT_EQ(inside("unplaced"), "");
+    nest.insert(nest.find(remap) + remap.size() - 1, R"(,"x":"var $bm_rt = time;")");
+    EXPECT_EQ(inside("unplaced"), "yes");
+}
+
+// Nests in one another, each with `layers` layers besides.
+std::string deep_and_wide(int levels, int layers) {
+    std::vector<std::string> assets;
+    for (int level = 0; level < levels; ++level) {
+        std::vector<std::string> inside;
+        if (level + 1 < levels) inside.push_back(test::nest_layer(1, "Next", "comp_" + std::to_string(level + 1)));
+        for (int i = 0; i < layers; ++i) inside.push_back(test::shape_layer(i + 2, "layer"));
+        assets.push_back(test::asset("comp_" + std::to_string(level), "Inside", inside));
     }
-    EXPECT_THAT(layers, testing::IsSupersetOf(
-                            {"Title kept 1", "circle copied 1 of 2", "square copied 2 of 2", "Background kept 3"}));
-    EXPECT_EQ(data["stack_before"].Size(), 3U);
-    EXPECT_STREQ(data["stack_before"][1]["type"].GetString(), "nest");
+    return test::animation(assets, {test::nest_layer(1, "First", "comp_0")});
+}
+
+double left_out(const rapidjson::Value& layers) {
+    double count = 0;
+    for (const auto& layer : layers.GetArray()) {
+        if (layer.HasMember("left_out")) count += layer["left_out"].GetDouble();
+        if (layer.HasMember("layers")) count += left_out(layer["layers"]);
+    }
+    return count;
+}
+
+TEST_F(Report, draws_no_more_layers_in_nests_than_it_has_room_for_and_counts_the_rest) {
+    const auto left_out_of = [this](int levels, int layers) {
+        return left_out(test::parsed(part(page_of(deep_and_wide(levels, layers), 0), "data"))["layers_before"]);
+    };
+    EXPECT_EQ(left_out_of(8, 1), 0);
+    EXPECT_EQ(left_out_of(12, 1), 7);   // two in each of the four deepest, but for the last
+    EXPECT_EQ(left_out_of(2, 499), 0);  // 500 and 499
+    EXPECT_EQ(left_out_of(2, 501), 501);
+    EXPECT_EQ(left_out_of(1, 1001), 1001);
+}
+
+// "Flat" holds "Inner", which becomes flat, and "Soft" stays for its blur.
+std::string soft_and_flat() {
+    std::string soft = test::nest_layer(2, "Soft", "comp_0");
+    const std::string blur =
+        R"("ef":[{"ty":29,"nm":"Blur","ix":1,"en":1,"ef":[{"ty":0,"nm":"Blurriness","ix":1,"v":{"a":0,"k":20}}]}])";
+    soft.replace(soft.find(R"("ao":0)"), 6, blur + R"(,"ao":0)");
+    return test::animation({test::asset("comp_0", "Two", {test::solid_layer(1, "red"), test::solid_layer(2, "blue")}),
+                            test::asset("comp_1", "Outer", {test::nest_layer(1, "Inner", "comp_0")})},
+                           {test::nest_layer(1, "Flat", "comp_1"), soft});
+}
+
+TEST_F(Report, of_flatten_holds_what_flatten_writes_and_ends_as_it_does) {
+    const std::string page = page_of(soft_and_flat(), 1, {"--flatten"});
+    const auto flat = exflate(sandbox_, {"flatten", "a.json", "-o", "flat.json"});
+    EXPECT_EQ(flat.exit_code, 1);
+    EXPECT_EQ(rewritten(part(page, "before-animation")), rewritten(soft_and_flat()));
+    EXPECT_EQ(rewritten(part(page, "after-animation")), rewritten(sandbox_.read("flat.json")));
+    const auto data = test::parsed(part(page, "data"));
+    const std::string last = data["messages"][0].GetString();
+    EXPECT_EQ(flat.err, "a.json: " + last + "\n");
+    EXPECT_EQ(report({"--flatten", "a.json", "-o", "page.html"}).err, "a.json: " + last + "; written to page.html\n");
+    EXPECT_EQ(data["bytes_after"].GetUint(), sandbox_.read("flat.json").size());
+    EXPECT_STREQ(data["command"].GetString(), "exflate flatten -o a_flat.json a.json");
+    EXPECT_EQ(page_of(test::three_nests(), 0, {"--flatten"}), page_of(test::three_nests(), 0, {"--flatten"}));
+}
+
+TEST_F(Report, of_flatten_tells_what_becomes_of_each_nest_those_that_stay_first) {
+    const auto data = test::parsed(part(page_of(soft_and_flat(), 1, {"--flatten"}), "data"));
+    std::vector<std::string> told;
+    for (const auto& nest : data["nests"].GetArray())
+        told.push_back(nest["name"].GetString() + std::string(" ") + nest["becomes"].GetString());
+    EXPECT_EQ(told, (std::vector<std::string>{"Soft kept", "Inner flat", "Flat flat"}));
+    EXPECT_THAT(data["nests"][0]["kept_because"].GetString(), testing::StartsWith("effects: "));
+    EXPECT_EQ(data["flat"]["un_nested"].GetUint(), 2U);
+    EXPECT_EQ(data["flat"]["mended"].GetUint(), 0U);
+    EXPECT_EQ(data["flat"]["left"].GetUint(), 1U);
+    EXPECT_THAT(origins(data["layers_after"]), testing::IsSupersetOf({"red 1.1.1", "blue 1.1.2", "Soft 2", "red 2.1"}));
+}
+
+TEST_F(Report, of_flatten_takes_none_of_the_choices_of_the_dialog) {
+    sandbox_.write("a.json", test::one_nest());
+    for (const char* choice : {"--delete-source", "--prefix=a", "--discard-attributes"}) {
+        const auto finished = report({"--flatten", choice, "a.json", "-o", "page.html"});
+        EXPECT_EQ(finished.exit_code, 2);
+        EXPECT_THAT(finished.err, HasSubstr("--flatten"));
+    }
+}
+
+TEST_F(Report, of_flatten_in_one_composition_shows_that_one) {
+    const std::string page = page_of(test::three_nests(), 0, {"--flatten", "--comp", "Outer"});
+    EXPECT_EQ(test::layer_names(part(page, "before-animation")), (std::vector<std::string>{"Inner", "frame"}));
+    EXPECT_EQ(test::layer_names(part(page, "after-animation")), (std::vector<std::string>{"core", "frame"}));
+    EXPECT_STREQ(test::parsed(part(page, "data"))["command"].GetString(),
+                 "exflate flatten --comp=Outer -o a_flat.json a.json");
 }
 
 TEST_F(Report, names_a_command_that_gives_its_animation_whatever_the_names_are) {

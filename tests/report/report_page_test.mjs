@@ -6,6 +6,7 @@ import assert from "node:assert/strict";
 import { spawnSync } from "node:child_process";
 import { existsSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import { createServer } from "node:http";
+import { createRequire } from "node:module";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { pathToFileURL } from "node:url";
@@ -21,6 +22,7 @@ function stop(sentence) {
 
 const { chromium } = await import("playwright-core").catch(() => stop("playwright-core is missing: run tools/setup test"));
 if (!existsSync(kBrowser)) stop(`${kBrowser} is missing: run tools/setup test`);
+const require = createRequire(import.meta.url);
 const [exflate, pictureFolder] = process.argv.slice(2);
 const folder = mkdtempSync(join(tmpdir(), "exflate-report-"));
 
@@ -43,12 +45,22 @@ const animation = (inner, nest = {}) => ({
   layers: [layer(1, 0, "Nest", { refId: "inside", w: 200, h: 200, ks: { ...transform(100, 100), a: still([100, 100, 0]) }, ...nest })],
 });
 
+// Two levels of nests that become flat, and one beside them that stays for its blur.
+function levels(name) {
+  const content = animation([layer(1, 0, "Inner", { refId: "leaf", w: 200, h: 200, ks: transform(0, 0), st: 5 }), square(2, "frame", 150)], { st: 5, ip: 5, op: 20, w: 120, h: 120 });
+  content.assets[0].nm = "Middle";
+  content.assets.push({ id: "leaf", nm: "Leaf", layers: [square(1, "core", 40)] }, { id: "two", nm: "Two", layers: [square(1, "one", 80), square(2, "two", 60)] });
+  const blur = { ty: 29, nm: "Blur", ix: 1, en: 1, ef: [{ ty: 0, nm: "Blurriness", ix: 1, v: still(20) }] };
+  content.layers.push(layer(2, 0, name, { refId: "two", w: 200, h: 200, ks: transform(0, 0), ef: [blur] }));
+  return content;
+}
+
 // The page for the animation, and its bytes beyond those of the animation itself.
-function makePage(name, content) {
+function makePage(name, content, options = []) {
   const file = join(folder, `${name}.json`);
   const page = join(folder, `${name}.html`);
   writeFileSync(file, JSON.stringify(content));
-  const ran = spawnSync(exflate, ["report", file, "-o", page], { encoding: "utf8" });
+  const ran = spawnSync(exflate, ["report", ...options, file, "-o", page], { encoding: "utf8" });
   assert.ok(ran.status <= 1, ran.stderr);
   const text = readFileSync(page, "utf8");
   const animations = ["before", "after"].map((id) => text.split(`id="${id}-animation">`)[1].split("</script>")[0]);
@@ -165,6 +177,12 @@ async function brightest({ page }) {
   }, `data:image/png;base64,${bytes.toString("base64")}`);
   await other.close();
   return value;
+}
+
+async function assertAxeIsContent(page) {
+  await page.evaluate(readFileSync(require.resolve("axe-core/axe.min.js"), "utf8"));
+  const { violations } = await page.evaluate(() => window.axe.run(document, { iframes: false }));
+  assert.deepEqual(violations.map(({ id, nodes }) => `${id}: ${nodes.map((node) => node.html).join(" ")}`), []);
 }
 
 const picture = async (page, name) => {
@@ -305,7 +323,7 @@ const cases = {
     const rows = () => page.locator(".stacks .row").count();
     assert.ok((await rows()) < 20, "long runs of layers are folded at first");
     await page.click("#unfold");
-    assert.equal(await rows(), 1 + 150);
+    assert.equal(await rows(), 1 + 150 + 150);
     await page.click("#layer-details summary");
     // The table is made once its details have opened.
     await page.waitForFunction(() => document.querySelectorAll("#layer-table tbody tr").length === 150);
@@ -319,17 +337,87 @@ const cases = {
     await opened.context.close();
   },
 
+  async "shows what becomes of the nests of all levels when the file is made flat"() {
+    const made = makePage("flat", levels("Soft"), ["--flatten"]);
+    assert.equal(made.status, 1);
+    for (const colorScheme of ["light", "dark"]) {
+      const opened = await open(made, { colorScheme });
+      const { page } = opened;
+      assert.equal(await page.textContent("#kicker"), "What exflate flatten would do");
+      assert.equal(await page.textContent("#verdict"), "1 pre-comp left");
+      assert.equal(await page.textContent("#summary"), "2 of 3 nests become flat, 1 of them mended, 1 stays.");
+      assert.deepEqual(await page.locator("#nests > h3").allTextContents(), ["What stays (1)", "What becomes flat (2)"]);
+      const cards = await page.locator("article.card").allTextContents();
+      assert.match(cards[0], /^#2 Softstays2 layers inside.*Stays a nest: un-nested and mended as far as possible, it would look different\..*effects/s);
+      assert.ok(!/keep this nest/.test(cards[0]), "what helps is not what is done");
+      assert.match(cards[1], /^#1 Inner in composition “Middle”flat1 layer comes out.*Becomes flat as it is and looks exactly the same/s);
+      assert.match(cards[2], /Becomes flat, mended, and looks exactly the same:.*cliplayers that the nest’s frame cut off/s);
+      assert.match(await page.textContent("#messages"), /^How it ends1 pre-comp left: "Soft" \(effects: /);
+      assert.match(await page.textContent("#command"), /^exflate flatten -o flat_flat\.json /);
+
+      // The layers of all levels, where they are on the main timeline, and what becomes of them.
+      const rows = (side) => page.locator(".stacks .row").evaluateAll((all, isRight) => all
+        .filter((row) => (Number(row.querySelector(".ground").getAttribute("x")) > 400) === isRight)
+        .map((row) => [...row.querySelectorAll("text")].map((text) => text.textContent).join(" ")), side === "right");
+      assert.deepEqual(await rows("left"), ["1 Nest gone", "1 Inner gone", "1 core", "2 frame", "2 Soft stays", "1 one", "2 two"]);
+      const right = await rows("right");
+      for (const row of ["1 core", "2 frame"]) assert.ok(right.includes(row), `${row} in ${right}`);
+      assert.match(right.slice(-3).join(", "), /^\d Soft, 1 one, 2 two$/);
+      const barOf = (name) => page.locator(".stacks .row", { hasText: name }).first().locator(".bar").evaluateAll((bars) => bars.map((bar) => [bar.getAttribute("x"), bar.getAttribute("width")].map(Number)));
+      const [[nestStart]] = await barOf("Nest");
+      const [[coreStart]] = await barOf("core");
+      assert.ok(coreStart > nestStart, "what begins inside begins later outside");
+      assert.match(await page.locator(".stacks .row title").nth(2).textContent(), /^#1 core \(shape\), 0 to 30 of its composition, shown 10 to 20/);
+      assert.ok((await page.locator(".stacks .ribbon").count()) >= 2);
+      await page.click("#layer-details summary");
+      await page.waitForFunction(() => document.querySelectorAll("#layer-table tbody tr").length > 4);
+      assert.match(await page.textContent("#layer-table"), /out of #1 “Nest” › #1 “Inner”, where it was #1/);
+      await assertAxeIsContent(page);
+      await picture(page, `flat-${colorScheme}`);
+      assert.deepEqual(opened.seen.complaints, []);
+      assert.deepEqual(opened.seen.requests, [made.url]);
+      await page.setViewportSize({ width: 390, height: 800 });
+      assert.ok(await page.evaluate(() => document.documentElement.scrollWidth <= innerWidth), "fits a phone");
+      await opened.context.close();
+    }
+  },
+
+  async "has nothing that axe finds fault with"() {
+    const opened = await open(makePage("judged", levels("Soft")));
+    await assertAxeIsContent(opened.page);
+    await opened.context.close();
+  },
+
+  async "knows words for whatever is mended"() {
+    const opened = await open(makePage("words", levels("Soft"), ["--flatten"]));
+    const table = readFileSync(new URL("../../docs/what-changes.md", import.meta.url), "utf8").split("mends\n")[1].split("\n## ")[0];
+    const codes = table.split("\n").filter((row) => row.startsWith("| `")).flatMap((row) => row.split("|")[1].match(/[a-z-]+/g));
+    assert.ok(codes.length > 10);
+    assert.deepEqual(await opened.page.evaluate((all) => all.filter((code) => !parts.kMended[code]), codes), []);
+    await opened.context.close();
+  },
+
+  async "says how many layers in nests are not drawn"() {
+    const content = animation([square(1, "near", 20), layer(2, 0, "Next", { refId: "deep0", w: 200, h: 200 })]);
+    for (let i = 0; i < 12; ++i) content.assets.push({ id: `deep${i}`, layers: [square(1, `at ${i}`, 20), ...(i < 11 ? [layer(2, 0, "Next", { refId: `deep${i + 1}`, w: 200, h: 200 })] : [])] });
+    const opened = await open(makePage("deep", content, ["--flatten"]));
+    assert.match(await opened.page.textContent("#layers-summary"), /Of the layers before, those down to level 9 are drawn and 9 further inside are left out\.$/);
+    await opened.context.close();
+  },
+
   async "is not moved by hostile names"() {
     const hostile = `</script><img src=x onerror="top.hit=1"><svg onload="top.hit=1">{{data}}`;
     const content = animation([square(1, hostile, 60)], { nm: hostile, w: 50, h: 50 });
     content.nm = hostile;
     content.assets[0].nm = hostile;
-    const opened = await open(makePage("hostile", content));
-    assert.equal(await opened.page.evaluate(() => window.hit), undefined);
-    assert.equal(await opened.page.locator("img[src=x], svg[onload]").count(), 0);
-    assert.ok((await opened.page.textContent("#nests h3")).includes(hostile), "the name is shown as it is");
-    assert.deepEqual(opened.seen.complaints, []);
-    await opened.context.close();
+    for (const options of [[], ["--flatten"]]) {
+      const opened = await open(makePage("hostile", content, options));
+      assert.equal(await opened.page.evaluate(() => window.hit), undefined);
+      assert.equal(await opened.page.locator("img[src=x], svg[onload]").count(), 0);
+      assert.ok((await opened.page.textContent("#nests article h3, #nests article h4")).includes(hostile), "the name is shown as it is");
+      assert.deepEqual(opened.seen.complaints, []);
+      await opened.context.close();
+    }
   },
 
   async "shuts expressions in, and reaches no network whatever they try"() {

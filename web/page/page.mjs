@@ -4,7 +4,7 @@ import { ExflateWorker } from "../package/src/worker_front.mjs";
 import { makeTree } from "./tree.mjs";
 import { textOf } from "./unpack.mjs";
 
-const { changesOf, counted, element, fillFacts, grouped, growth, number, quoted, reasonItem, setVerdict } = parts;
+const { changesOf, counted, element, fillFacts, grouped, growth, number, outcomeOf, quoted, reasonItem, reasonsOf, setVerdict } = parts;
 const byId = (id) => document.getElementById(id);
 
 const kTimeLimit = 300000; // milliseconds, for each command
@@ -169,9 +169,8 @@ function nestCard(nest, at) {
   const card = element("article", { class: "card", "aria-labelledby": id },
     element("div", { class: "card-head" },
       element("h3", { id }, element("span", { class: "place" }, `#${nest.number}`), ` ${nest.name}${place}`), badge));
-  if (nest.mended?.length) card.append(element("p", {}, element("b", {}, "Mended: "), nest.mended.join(", ")));
-  if (nest.kept_because) card.append(element("p", {}, element("b", {}, "It stays: "), `${nest.kept_because}.`));
-  const reasons = nest.reasons.filter((reason) => reason.code !== "size");
+  if (nest.becomes) card.append(...outcomeOf(nest));
+  const reasons = reasonsOf(nest);
   if (reasons.length) card.append(element("ul", { class: "reasons" }, ...reasons.map((reason) => reasonItem(reason, beforeAfter.jumpButton))));
   return card;
 }

@@ -77,6 +77,7 @@ constexpr Command kCommands[] = {
      .brief = "make a page that shows before and after side by side",
      .more = "The page plays the animation before and after, with the verdicts of exflate check, and needs no network.",
      .examples = {{{"report animation.json -o report.html", "show the main composition"},
+                   {"report --flatten animation.json -o report.html", "show what exflate flatten would do"},
                    {"report --comp intro animation.json -o report.html", "show the composition \"intro\""}}},
      .run = report},
     {.name = "list",
@@ -114,8 +115,8 @@ constexpr Command kCommands[] = {
 constexpr Explained kExitCodes[] = {
     {"0", "done; check and report: every look stays; replay: the plug-in did the same, as far as the journal goes"},
     {"1",
-     "check, report, or run with --strict: a look would change; flatten: a nest stayed; replay: the plug-in did "
-     "something else"},
+     "check, report, or run with --strict: a look would change; flatten, or --flatten with these: a nest stays; "
+     "replay: the plug-in did something else"},
     {"2", "wrong usage, or no such composition, layer, nest or animation"},
     {"3", "bad input"},
     {"4",

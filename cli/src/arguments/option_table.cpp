@@ -199,7 +199,9 @@ constexpr Option kOptions[] = {
      .category = kOutput,
      .brief = "show what exflate flatten would do instead",
      .more = "Nests are judged in the order in which they become flat, mended where un-nesting loses something.",
-     .commands = "check",
+     .commands = "check report",
+     .excludes = "--copy-attributes --discard-attributes --delete-source --keep-in-comp --prefix --prepend-name "
+                 "--fix-random",
      .set = [](Options& o, Text) { o.flatten = true; }},
     {.name = "--json",
      .category = kOutput,
@@ -218,9 +220,9 @@ constexpr Option kOptions[] = {
      .value = "NAME|ID",
      .category = kSelection,
      .brief = "work in this composition",
-     .more = "By default run and report work in the main composition, flatten and check in all of them; with this or "
-             "--layer, flatten un-nests the nests of one composition and leaves those inside of them. Animations of a "
-             ".lottie file that have no such composition are skipped, as long as one has it.",
+     .more = "By default run and report work in the main composition, flatten, check and report --flatten in all of "
+             "them; with this or --layer, flatten un-nests the nests of one composition and leaves those inside of "
+             "them. Animations of a .lottie file that have no such composition are skipped, as long as one has it.",
      .commands = kSelecting,
      .set = [](Options& o, Text value) { o.composition = value; }},
     {.name = "--layer",

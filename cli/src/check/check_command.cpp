@@ -81,16 +81,8 @@ void check_flattening(const std::string& text, const Options& options, const hos
     as_to_draw.keep_unused = true;
     const Flattened flattened = flatten_animation(text, plugin, as_to_draw, asked_for);
     print_warnings(console, checked.name, flattened.warnings);
-    for (const FlattenedNest& nest : flattened.nests) {
-        CheckedNest& one = checked.nests.emplace_back();
-        one.composition = nest.composition;
-        one.composition_name = nest.composition_name;
-        one.number = nest.number;
-        one.layers = nest.layers;
-        one.bytes_after = flattened.text.size();
-        one.report = {nest.number - 1, nest.name, nest.verdict, nest.findings, 0};
-        one.flattened = {nest.kept_because, Tolerated::no, nest.mended};
-    }
+    for (const FlattenedNest& nest : flattened.nests)
+        checked.nests.push_back(as_flattened(nest, flattened.text.size()));
     checked.left = flattened.nests_left;
     const bool is_whole = options.composition.empty() && options.layers.empty();
     if (options.prove) add_proofs(text, flattened.text, is_whole, console, budget, checked);

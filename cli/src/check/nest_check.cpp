@@ -28,6 +28,18 @@ bool CheckedNest::fails() const {
     return false;
 }
 
+CheckedNest as_flattened(const FlattenedNest& nest, std::size_t bytes_after) {
+    CheckedNest checked;
+    checked.composition = nest.composition;
+    checked.composition_name = nest.composition_name;
+    checked.number = nest.number;
+    checked.layers = nest.layers;
+    checked.bytes_after = bytes_after;
+    checked.report = {nest.number - 1, nest.name, nest.verdict, nest.findings, 0};
+    checked.flattened = {nest.kept_because, Tolerated::no, nest.mended};
+    return checked;
+}
+
 NestChecker::NestChecker(lottie::document::Document& document, const host::runner::PluginModule& plugin,
                          const DialogAnswers& answers, const FileLimits& limits,
                          const lottie::packed::AskedFor& asked_for)

@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "cli/flatten/flattening.h"
 #include "cli/shared/dialog_answers.h"
 #include "cli/shared/trial.h"
 #include "document/document.h"
@@ -57,6 +58,9 @@ struct CheckedNest {
     Tolerated tolerance(std::size_t finding) const { return tolerated.empty() ? Tolerated::no : tolerated[finding]; }
     bool fails() const;
 };
+
+// The nest of a file that comes to that size when it is made flat.
+CheckedNest as_flattened(const FlattenedNest& nest, std::size_t bytes_after);
 
 struct NestTrial {
     CheckedNest nest;

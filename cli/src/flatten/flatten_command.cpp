@@ -17,54 +17,10 @@ namespace {
 
 using Tone = Console::Tone;
 
-std::string reasons(const std::vector<lottie::looks::Reason>& mended) {
-    std::string list;
-    for (const auto reason : mended) list += (list.empty() ? "" : ", ") + std::string(code(reason));
-    return list;
-}
-
-std::string nest_line(const FlattenedNest& nest) {
-    const std::string place = nest.composition.empty() ? "" : " in composition " + in_quotes(nest.composition_name);
-    std::string line = "nest #" + std::to_string(nest.number) + " " + in_quotes(nest.name) + place;
-    if (nest.is_kept()) return line + " stays: " + nest.kept_because;
-    line += " un-nested: " + std::string(name(nest.verdict));
-    return nest.mended.empty() ? line : line + "; mended: " + reasons(nest.mended);
-}
-
-// Those of the nests that are so, with the reason of each.
-template <class IsSo, class Reason>
-std::string listed(const std::vector<FlattenedNest>& nests, IsSo is_so, Reason reason) {
-    std::string list;
-    for (const FlattenedNest& nest : nests) {
-        if (is_so(nest)) list += (list.empty() ? ": " : ", ") + in_quotes(nest.name) + " (" + reason(nest) + ")";
-    }
-    return list;
-}
-
-std::string last_line(const Flattened& flattened) {
-    const auto& nests = flattened.nests;
-    const std::string changing = listed(
-        nests, [](const auto& nest) { return nest.changes(); },
-        [](const auto& nest) { return main_reason(nest.findings); });
-    const std::string left =
-        counted(flattened.nests_left, "pre-comp") + " left" +
-        listed(
-            nests, [](const auto& nest) { return nest.is_kept(); }, [](const auto& nest) { return nest.kept_because; });
-    if (flattened.is_as_asked()) return left + ", look kept";
-    return changing.empty() ? left : left + "; look changed" + changing;
-}
-
-FileTotals totals_of(const std::vector<Flattened>& animations, std::size_t bytes_before, std::size_t bytes_after) {
+FileTotals totals_of_all(const std::vector<Flattened>& animations, std::size_t bytes_before, std::size_t bytes_after) {
     FileTotals totals;
+    for (const Flattened& flattened : animations) totals += totals_of(flattened);
     totals.files = 1;
-    for (const Flattened& flattened : animations) {
-        totals.nests += flattened.nests.size();
-        totals.left += flattened.nests_left;
-        for (const FlattenedNest& nest : flattened.nests) {
-            ++(nest.is_kept() ? totals.kept : totals.unnested);
-            totals.mended += nest.mended.empty() ? 0U : 1U;
-        }
-    }
     totals.bytes_before = bytes_before;
     totals.bytes_after = bytes_after;
     return totals;
@@ -111,7 +67,7 @@ class Flatten {
         const lottie::document::OutputText bytes = input.with(std::move(texts), new_names.names);
         if (!options_.dry_run) write_output(options_, console_, file, bytes.pieces());
         lottie::pictures::DrawingBudget budget{options_.picture_time};
-        FileResult result{ExitCode::done, totals_of(all, input.byte_count(), bytes.size())};
+        FileResult result{ExitCode::done, totals_of_all(all, input.byte_count(), bytes.size())};
         for (std::size_t i = 0; i < input.count(); ++i) {
             if (!all[i].skipped.empty()) {
                 console_.say(Tone::plain, input.label(i), "skipped: " + all[i].skipped);

@@ -119,6 +119,7 @@ Flattened flatten_animation(const std::string& text, const host::runner::PluginM
         if (try_to_flatten(state, document, learned, flattened)) continue;
         for (const auto& [now, before] : state.layer_names) flattened.layer_names[before].insert(now);
         flattened.text = state.bench.text(options.keep_unused);
+        flattened.steps = state.judge.take_steps();
         return flattened;
     }
 }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/files.h"
+#include "cli/flatten/flattening.h"
 #include "cli/shared/animation_file.h"
 #include "cli/shared/file_io.h"
 #include "cli/shared/files_at_work.h"
@@ -13,31 +14,16 @@
 #include "looks/extract_composition.h"
 #include "report/report_page.h"
 #include "shared/installed_parts.h"
-#include "shared/layer_facts.h"
 
 namespace cli {
 namespace {
 
 using host::model::Comp;
 using host::model::Layer;
-using lottie::looks::Origin;
-using lottie::looks::Verdict;
+using lottie::looks::StackChange;
 using Tone = Console::Tone;
 
 constexpr int kGain = 4;  // so that small differences show
-
-std::vector<StackLayer> stack_of(const lottie::document::Document& document, const Comp& comp) {
-    std::vector<StackLayer> stack;
-    for (const Layer* layer : comp.stack().to_vector()) {
-        StackLayer& shown = stack.emplace_back();
-        shown.name = layer->display_name();
-        shown.type = type_of(document, *layer);
-        shown.in = frames(comp, layer->in_point());
-        shown.out = frames(comp, layer->in_point() + layer->duration());
-        shown.is_off = !layer->has_flag(host::model::kVideoActive);
-    }
-    return stack;
-}
 
 std::optional<WorstFrame> worst_frame(const Proven& proven) {
     if (proven.proof.looks_equal) return std::nullopt;
@@ -67,22 +53,23 @@ class Reporter {
     Reporter(const Options& options, const host::runner::PluginModule& plugin, const AnimationFile& input,
              const Console& console)
         : options_(options),
+          plugin_(plugin),
           console_(console),
           budget_{options.picture_time},
           input_(input),
           text_(input.text(0)),
-          limits_(file_limits(options.script_time)),
           document_(parse_input(text_)),
-          comp_(find_composition(document_, options.composition)),
-          nests_(find_nests(comp_, options.layers)),
-          checker_(document_, plugin, options.answers, limits_, input.asked_for()) {
+          comp_(find_composition(document_, options.composition)) {
         print_warnings(console, input.label(0), document_.warnings());
     }
 
     Report report() {
         describe();
-        for (Layer* nest : nests_) check_alone(*nest);
-        unnest_together();
+        if (options_.flatten) {
+            make_flat();
+        } else {
+            un_nest();
+        }
         console_.show_progress("");
         return std::move(report_);
     }
@@ -90,7 +77,7 @@ class Reporter {
   private:
     void describe() {
         report_.file = input_.label(0);
-        report_.command = run_command_line(options_, extension_of(input_));
+        report_.command = command_line(options_, extension_of(input_));
         report_.composition = document_.comp_id(comp_);
         report_.composition_name = comp_.name();
         report_.width = comp_.width();
@@ -100,53 +87,63 @@ class Reporter {
         report_.first_frame = extracted.first_frame;
         report_.bytes_before = text_.size();
         report_.before = std::move(extracted.text);
-        report_.stack_before = stack_of(document_, comp_);
-        for (const Layer* nest : nests_) {
-            inner_stacks_[static_cast<std::size_t>(nest->index())] = stack_of(document_, *nest->source()->comp());
-        }
+        report_.layers_before = tree_of(text_, nullptr);
     }
 
-    void check_alone(Layer& layer) {
+    // A document by itself: to look at layers may read what is in them.
+    std::vector<TreeLayer> tree_of(const std::string& text, lottie::looks::Lineage* lineage) const {
+        const lottie::document::Document document = parse_input(text);
+        return layer_tree(document, find_composition(document, report_.composition), lineage);
+    }
+
+    void make_flat() {
+        console_.show_progress("making it flat");
+        const Flattened flattened = flatten_animation(text_, plugin_, options_, input_.asked_for());
+        for (const FlattenedNest& nest : flattened.nests) {
+            report_.nests.push_back({as_flattened(nest, flattened.text.size()), std::nullopt});
+            if (!nest.is_kept()) findings_.insert(findings_.end(), nest.findings.begin(), nest.findings.end());
+        }
+        report_.flat = {totals_of(flattened), flattened.is_as_asked()};
+        report_.messages = {last_line(flattened)};
+        console_.show_progress("pictures: before and after");
+        take_after(flattened.text, flattened.steps);
+    }
+
+    void un_nest() {
+        const std::vector<Layer*> nests = find_nests(comp_, options_.layers);
+        const FileLimits limits = file_limits(options_.script_time);
+        NestChecker checker(document_, plugin_, options_.answers, limits, input_.asked_for());
+        for (Layer* nest : nests) {
+            console_.show_progress(drawing_progress(report_.nests.size(), nests.size(), "nest"));
+            check_alone(checker, *nest);
+        }
+        if (nests.empty()) return take_after(text_, {});
+        console_.show_progress("pictures: all nests together");
+        Trial trial = checker.trials().run(comp_, nests);
+        report_.messages = std::move(trial.record.reports);
+        for (const host::scriptui::Alert& alert : trial.record.alerts) report_.messages.push_back(alert.message);
+        report_.messages.insert(report_.messages.end(), trial.record.log.begin(), trial.record.log.end());
+        take_after(document_.write(), {trial.change});
+    }
+
+    void check_alone(NestChecker& checker, Layer& layer) {
+        NestTrial trial = checker.check(layer, true);
         ReportedNest& nest = report_.nests.emplace_back();
-        console_.show_progress(drawing_progress(report_.nests.size() - 1, nests_.size(), "nest"));
-        NestTrial trial = checker_.check(layer, true);
         add_pictures(text_, trial, nest, budget_);
         findings_.insert(findings_.end(), trial.nest.report.findings.begin(), trial.nest.report.findings.end());
         nest.checked = std::move(trial.nest);
     }
 
-    void unnest_together() {
-        if (nests_.empty()) return take_unchanged();
-        console_.show_progress("pictures: all nests together");
-        Trial trial = checker_.trials().run(comp_, nests_);
-        const std::string after = document_.write();
-        report_.stack_after = stack_of(document_, comp_);
-        checker_.trials().undo();
-        for (std::size_t place = 0; place < report_.stack_after.size(); ++place) {
-            set_origin(report_.stack_after[place], trial.change.after.at(place));
-        }
+    // The whole animation afterwards, and what was done to it.
+    void take_after(const std::string& after, const std::vector<StackChange>& steps) {
         report_.bytes_after = after.size();
-        report_.messages = std::move(trial.record.reports);
-        for (const host::scriptui::Alert& alert : trial.record.alerts) report_.messages.push_back(alert.message);
-        report_.messages.insert(report_.messages.end(), trial.record.log.begin(), trial.record.log.end());
-        compare_with(after);
-    }
-
-    void take_unchanged() {
-        report_.bytes_after = report_.bytes_before;
-        report_.after = report_.before;
-        report_.stack_after = report_.stack_before;
-        std::size_t place = 0;
-        for (StackLayer& layer : report_.stack_after) layer.origin = {Origin::Kind::kept, place++, 0};
-    }
-
-    // A copy is of its original's type.
-    void set_origin(StackLayer& layer, const Origin& origin) {
-        layer.origin = origin;
-        if (origin.kind == Origin::Kind::copied) layer.type = inner_stacks_.at(origin.nest).at(origin.layer).type;
-    }
-
-    void compare_with(const std::string& after) {
+        lottie::looks::Lineage lineage(text_);
+        for (const StackChange& step : steps) lineage.add(step);
+        report_.layers_after = tree_of(after, &lineage);
+        if (after == text_) {
+            report_.after = report_.before;
+            return;
+        }
         report_.after = lottie::looks::extract_composition(after, report_.composition).text;
         try {
             const Proven proven = prove(text_, after, report_.composition, findings_, budget_);
@@ -158,16 +155,13 @@ class Reporter {
     }
 
     const Options& options_;
+    const host::runner::PluginModule& plugin_;
     const Console& console_;
     lottie::pictures::DrawingBudget budget_;
     const AnimationFile& input_;
     const std::string& text_;
-    const FileLimits limits_;
     lottie::document::Document document_;
     Comp& comp_;
-    std::vector<Layer*> nests_;
-    NestChecker checker_;
-    std::map<std::size_t, std::vector<StackLayer>> inner_stacks_;  // by the nest's place
     std::vector<lottie::looks::Finding> findings_;
     Report report_;
 };
@@ -195,16 +189,22 @@ Report report_on(const AnimationFile& input, const Options& options, const host:
         return Reporter(options, plugin, input, console).report();
     } catch (const Failure& failure) {
         throw failure.in(input.place(0));
+    } catch (const lottie::looks::TooMuchWork& refused) {
+        throw too_much_work(refused).in(input.place(0));
     }
 }
 
-void print_report(const Console& console, const Report& report, const std::string& output) {
+std::string verdicts(const Report& report) {
     std::array<std::size_t, 3> counts{};
     for (const ReportedNest& nest : report.nests) ++counts[static_cast<std::size_t>(nest.checked.report.verdict)];
-    std::string sentence = counted(report.nests.size(), "nest") + ": " + std::to_string(counts[0]) + " exact, " +
-                           std::to_string(counts[1]) + " equal to the eye, " + std::to_string(counts[2]) + " changing";
+    return counted(report.nests.size(), "nest") + ": " + std::to_string(counts[0]) + " exact, " +
+           std::to_string(counts[1]) + " equal to the eye, " + std::to_string(counts[2]) + " changing";
+}
+
+void print_report(const Console& console, const Report& report, const std::string& output) {
+    std::string sentence = report.flat ? report.messages.front() : verdicts(report);
     if (!output.empty()) sentence += "; written to " + output;
-    console.say(counts[2] == 0 ? Tone::good : Tone::warning, report.file, sentence);
+    console.say(report.is_as_asked() ? Tone::good : Tone::warning, report.file, sentence);
 }
 
 }  // namespace
@@ -220,7 +220,7 @@ ExitCode report(const Options& options, const Console& console) {
         const Report report = report_on(input, options, plugin, console);
         write_output(options, console, options.file(), report_page(report, player));
         print_report(console, report, options.output == kStandardStream ? "" : options.output);
-        return report.verdict() == Verdict::changes ? ExitCode::look_changes : ExitCode::done;
+        return report.is_as_asked() ? ExitCode::done : ExitCode::look_changes;
     });
 }
 

@@ -28,11 +28,11 @@ std::string output_beside(const std::string& file, const std::string& extension)
 
 }  // namespace
 
-std::string run_command_line(const Options& options, const std::string& extension) {
+std::string command_line(const Options& options, const std::string& extension) {
     const DialogAnswers& answers = options.answers;
     // A value that begins with a dash must not be taken for an option.
     const auto option = [](const char* name, const std::string& value) { return ' ' + (name + word(value)); };
-    std::string line = "exflate run";
+    std::string line = options.flatten ? "exflate flatten" : "exflate run";
     if (!options.animation.empty()) line += option("--animation=", options.animation);
     if (!options.composition.empty()) line += option("--comp=", options.composition);
     for (const std::string& layer : options.layers) line += option("--layer=", layer);

@@ -1,13 +1,15 @@
 // What the report's page shows, as JSON for the page's program.
+#include <algorithm>
+
 #include "check/check_json.h"
 #include "cli/version.h"
 #include "report/report_page.h"
+#include "shared/layer_facts.h"
 
 namespace cli {
 namespace {
 
-using lottie::looks::Origin;
-
+constexpr std::size_t kMaxNests = 500;           // of a flat file; those that stay come first
 constexpr std::size_t kMaxPictures = 1'000'000;  // bytes in the page; those of later nests are left out
 
 std::string base64(std::string_view bytes) {
@@ -24,6 +26,14 @@ std::string base64(std::string_view bytes) {
     return text;
 }
 
+// "0:12.5 20:30".
+std::string span_text(const std::vector<Span>& spans) {
+    std::string text;
+    for (const auto& [from, to] : spans)
+        text += (text.empty() ? "" : " ") + short_number(from) + ":" + short_number(to);
+    return text;
+}
+
 class ReportData {
   public:
     std::string write(const Report& report, const AnimationPlayer& player) {
@@ -36,12 +46,10 @@ class ReportData {
         json_.add("bytes_after", report.bytes_after);
         json_.add("verdict", lottie::looks::name(report.verdict()));
         add_pictures(report.proof, report.worst, report.proof_problem);
-        json_.key("nests");
-        json_.begin_array();
-        for (const ReportedNest& nest : report.nests) add_reported_nest(nest);
-        json_.end_array();
-        add_stack("stack_before", report.stack_before, false);
-        add_stack("stack_after", report.stack_after, true);
+        if (report.flat) add_flat(*report.flat);
+        add_nests(report);
+        add_layers("layers_before", report.layers_before);
+        add_layers("layers_after", report.layers_after);
         json_.key("messages");
         json_.begin_array();
         for (const std::string& message : report.messages) json_.add_element(message);
@@ -71,6 +79,31 @@ class ReportData {
         add_worst(worst);
     }
 
+    void add_flat(const FlatSum& flat) {
+        json_.key("flat");
+        json_.begin_object();
+        json_.add("as_asked", flat.is_as_asked);
+        json_.add("nests", flat.totals.nests);
+        json_.add("un_nested", flat.totals.unnested);
+        json_.add("mended", flat.totals.mended);
+        json_.add("kept", flat.totals.kept);
+        json_.add("left", flat.totals.left);
+        json_.end_object();
+    }
+
+    void add_nests(const Report& report) {
+        std::vector<const ReportedNest*> nests;
+        for (const ReportedNest& nest : report.nests) nests.push_back(&nest);
+        if (report.flat) {
+            std::stable_partition(nests.begin(), nests.end(), [](const auto* nest) { return nest->checked.is_kept(); });
+            nests.resize(std::min(nests.size(), kMaxNests));
+        }
+        json_.key("nests");
+        json_.begin_array();
+        for (const ReportedNest* nest : nests) add_reported_nest(*nest);
+        json_.end_array();
+    }
+
     void add_reported_nest(const ReportedNest& nest) {
         json_.begin_object();
         add_nest(json_, nest.checked);
@@ -90,28 +123,26 @@ class ReportData {
         json_.end_object();
     }
 
-    void add_stack(const char* name, const std::vector<StackLayer>& layers, bool with_origin) {
+    void add_layers(const char* name, const std::vector<TreeLayer>& layers) {
         json_.key(name);
         json_.begin_array();
-        for (const StackLayer& layer : layers) {
-            json_.begin_object();
-            json_.add("name", layer.name);
-            json_.add("type", layer.type);
-            json_.add("in", layer.in);
-            json_.add("out", layer.out);
-            if (layer.is_off) json_.add("off", true);
-            if (with_origin) add_origin(layer.origin);
-            json_.end_object();
-        }
+        for (const TreeLayer& layer : layers) add_layer(layer);
         json_.end_array();
     }
 
-    // Numbers of layers count from 1.
-    void add_origin(const Origin& origin) {
-        constexpr const char* kKinds[] = {"kept", "copied", "made"};
-        json_.add("origin", kKinds[static_cast<std::size_t>(origin.kind)]);
-        if (origin.kind != Origin::Kind::made) json_.add("was", origin.layer + 1);
-        if (origin.kind == Origin::Kind::copied) json_.add("nest", origin.nest + 1);
+    void add_layer(const TreeLayer& layer) {
+        json_.begin_object();
+        json_.add("name", layer.name);
+        json_.add("type", layer.type);
+        json_.add("in", layer.in);
+        json_.add("out", layer.out);
+        json_.add("shown", span_text(layer.shown));
+        if (!layer.is_placed) json_.add("unplaced", true);
+        if (layer.is_off) json_.add("off", true);
+        if (!layer.from.empty()) json_.add("from", layer.from);
+        if (!layer.layers.empty()) add_layers("layers", layer.layers);
+        if (layer.left_out > 0) json_.add("left_out", layer.left_out);
+        json_.end_object();
     }
 
     JsonWriter json_;

@@ -65,8 +65,14 @@ std::string filled(std::string_view page, const std::map<std::string, std::strin
 
 lottie::looks::Verdict Report::verdict() const {
     auto worst_verdict = lottie::looks::Verdict::exact;
-    for (const ReportedNest& nest : nests) worst_verdict = std::max(worst_verdict, nest.checked.report.verdict);
+    for (const ReportedNest& nest : nests) {
+        if (!nest.checked.is_kept()) worst_verdict = std::max(worst_verdict, nest.checked.report.verdict);
+    }
     return worst_verdict;
+}
+
+bool Report::is_as_asked() const {
+    return flat ? flat->is_as_asked : verdict() != lottie::looks::Verdict::changes;
 }
 
 std::string report_page(const Report& report, const AnimationPlayer& player) {

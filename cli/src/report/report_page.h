@@ -9,18 +9,9 @@
 #include "check/nest_check.h"
 #include "cli/arguments/options.h"
 #include "looks/judge.h"
+#include "report/layer_tree.h"
 
 namespace cli {
-
-// A layer as the drawing of a stack shows it; times in frames of its composition.
-struct StackLayer {
-    std::string name;
-    std::string type;
-    double in = 0;
-    double out = 0;
-    bool is_off = false;
-    lottie::looks::Origin origin;  // of a layer after the run
-};
 
 // The frame at which before and after are furthest apart, as PNG files.
 struct WorstFrame {
@@ -34,10 +25,17 @@ struct ReportedNest {
     std::optional<WorstFrame> worst;  // absent where all pictures look equal
 };
 
+// What the whole file comes to, made flat.
+struct FlatSum {
+    FileTotals totals;
+    bool is_as_asked = false;
+};
+
 struct Report {
-    std::string file;         // as people call it
-    std::string command;      // that writes the animation after
-    std::string composition;  // asset id; empty for the main one
+    std::string file;             // as people call it
+    std::string command;          // that writes the animation after
+    std::optional<FlatSum> flat;  // if it was asked what making it flat would do
+    std::string composition;      // asset id; empty for the main one
     std::string composition_name;
     double width = 0;
     double height = 0;
@@ -46,16 +44,17 @@ struct Report {
     std::size_t bytes_before = 0;
     std::size_t bytes_after = 0;
     std::string before;  // the composition as an animation of its own
-    std::string after;   // with all chosen nests un-nested
+    std::string after;   // with all chosen nests un-nested, or made flat
     std::vector<ReportedNest> nests;
     std::optional<Proof> proof;  // of all nests together
     std::optional<WorstFrame> worst;
     std::string proof_problem;
-    std::vector<StackLayer> stack_before;
-    std::vector<StackLayer> stack_after;
-    std::vector<std::string> messages;  // of the plug-in and the host during the run
+    std::vector<TreeLayer> layers_before;
+    std::vector<TreeLayer> layers_after;
+    std::vector<std::string> messages;  // of the plug-in and the host during the run, or how making it flat ends
 
-    lottie::looks::Verdict verdict() const;  // the worst
+    lottie::looks::Verdict verdict() const;  // the worst of what is un-nested
+    bool is_as_asked() const;                // every look stays, and no nest does that was to become flat
 };
 
 // The program that plays animations in the page, and the licence that it comes under.
@@ -75,6 +74,6 @@ std::string report_page(const Report& report, const AnimationPlayer& player);
 std::string report_data(const Report& report, const AnimationPlayer& player);
 
 // The command that gives the result of the report, for a shell. `extension` is that of the result's name.
-std::string run_command_line(const Options& options, const std::string& extension);
+std::string command_line(const Options& options, const std::string& extension);
 
 }  // namespace cli

@@ -7,6 +7,7 @@
 
 #include "cli/arguments/options.h"
 #include "cli/shared/interactions.h"
+#include "cli/shared/totals.h"
 #include "document/input_error.h"
 #include "looks/judge.h"
 #include "packed/archive.h"
@@ -39,6 +40,7 @@ struct Flattened {
     NamesNow layer_names;              // of layers that state machines ask for
     std::vector<lottie::document::InputError> warnings;
     std::string skipped;  // why nothing was done; empty otherwise
+    std::vector<lottie::looks::StackChange> steps = {};
 
     // Every nest that was to become flat did, and looks as it did.
     bool is_as_asked() const;
@@ -48,5 +50,13 @@ struct Flattened {
 // Failure: bad input, and what the plug-in or the host report.
 Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
                             const lottie::packed::AskedFor& asked_for = {});
+
+// The nests only.
+FileTotals totals_of(const Flattened& flattened);
+
+// What is said last: "0 pre-comps left, look kept", or what is left and why.
+std::string last_line(const Flattened& flattened);
+// What became of one nest.
+std::string nest_line(const FlattenedNest& nest);
 
 }  // namespace cli

@@ -1,13 +1,15 @@
-// Draws the stack of layers before and after: what moved, what is new, what is gone.
+// Draws the layers before and after, at all levels of nests: what moved, what is new, what is gone.
 "use strict";
 const drawing = (() => {
-  const { element, number, shape } = parts;
+  const { element, grouped, number, shape } = parts;
   const kRow = 22; // pixels
   const kWidth = 1000;
   const kPanel = 430; // of one stack
   const kTop = 26;
+  const kIndent = 16; // of each level of nests
+  const kMostIndents = 6;
   const kMaxOpen = 100; // layers that are drawn without folding
-  const kMaxRows = 400;
+  const kMaxRows = 1500;
   const kHues = 8;
 
   // Of a sequence of numbers, the places that are no part of the longest rising one.
@@ -30,38 +32,79 @@ const drawing = (() => {
     return new Set([...numbers.keys()].filter((place) => !rising.has(place)));
   }
 
+  const parentOf = (path) => path.slice(0, Math.max(0, path.lastIndexOf(".")));
+
+  // The layers of all levels, each before those inside of it. A path is the numbers of the nests that lead to a layer
+  // and its own.
+  function flattened(tree, around = null, rows = []) {
+    tree.forEach((layer, index) => {
+      const row = { ...layer, number: index + 1, path: around ? `${around.path}.${index + 1}` : `${index + 1}`, around,
+        depth: around ? around.depth + 1 : 0, notes: [], isNest: layer.type === "nest", layers: [] };
+      row.spans = layer.shown ? layer.shown.split(" ").map((span) => span.split(":").map(Number)) : [];
+      if (around) around.layers.push(row);
+      rows.push(row);
+      flattened(layer.layers ?? [], row, rows);
+    });
+    return rows;
+  }
+
   // Every layer of both stacks with what became of it; `key` groups neighbours that may be folded together.
   function told(data) {
-    const hues = new Map(data.nests.map((nest, index) => [nest.number, index % kHues]));
-    const names = new Map(data.nests.map((nest) => [nest.number, nest.name]));
-    const after = data.stack_after.map((layer, index) => ({ ...layer, number: index + 1, notes: [] }));
-    const keptPlaces = [...after.keys()].filter((place) => after[place].origin === "kept");
-    const moved = new Set([...outOfOrder(keptPlaces.map((place) => after[place].was))].map((index) => keptPlaces[index]));
-    const kept = new Set();
-    after.forEach((layer, place) => {
-      layer.key = layer.origin;
-      if (layer.origin === "kept") {
-        const old = data.stack_before[layer.was - 1];
-        kept.add(layer.was);
-        if (moved.has(place)) layer.notes.push("moved");
-        if (old.name !== layer.name) layer.notes.push(`was called “${old.name}”`);
-        if (old.in !== layer.in || old.out !== layer.out) layer.notes.push("other times");
-        if (!old.off && layer.off) layer.notes.push("switched off");
-        layer.kind = layer.notes.length ? "touched" : "kept";
-        layer.key = layer.kind;
-      } else if (layer.origin === "copied") {
-        layer.kind = "copied";
-        layer.hue = hues.get(layer.nest);
-        layer.from = names.get(layer.nest);
-        layer.key = `copied ${layer.nest}`;
-      } else {
+    const before = flattened(data.layers_before);
+    const after = flattened(data.layers_after);
+    const byPath = new Map(before.map((layer) => [layer.path, layer]));
+    const drawn = new Map(after.filter((layer) => layer.from).map((layer) => [layer.from, layer]));
+    // The layer before of that path, or else what is drawn of those around it.
+    const nearest = (path) => byPath.get(path) ?? (path ? nearest(parentOf(path)) : undefined);
+
+    // Nests are gone that layers came out of, and those of which nothing is left.
+    const isInside = (layer) => Boolean(layer.around?.from) && parentOf(layer.from) === layer.around.from;
+    const opened = new Set();
+    for (const layer of after) {
+      if (!layer.from || isInside(layer)) continue;
+      const stop = layer.around?.from ?? "";
+      for (let path = parentOf(layer.from); path && path !== stop; path = parentOf(path)) opened.add(path);
+    }
+    let hues = 0;
+    for (const layer of before) {
+      const keeper = layer.around && drawn.get(layer.around.path);
+      const isHidden = keeper?.left_out > 0 || layer.around?.isUnknown;
+      layer.isGone = layer.isNest && !drawn.has(layer.path) && !isHidden;
+      layer.isUnknown = isHidden;
+      layer.isOpened = layer.isNest && (opened.has(layer.path) || layer.isGone);
+      if (layer.isOpened) layer.hue = hues++ % kHues;
+      layer.tint = layer.hue ?? layer.around?.tint;
+      layer.kind = layer.isOpened ? "nest" : layer.around?.tint !== undefined ? "inner" : "kept";
+      layer.key = layer.isNest ? `nest ${layer.path}` : `${layer.kind} in ${layer.around?.path}`;
+      if (layer.isOpened) layer.sign = layer.isGone ? "gone" : "stays";
+      else if (layer.isNest && data.flat && drawn.has(layer.path)) layer.sign = "stays";
+    }
+
+    const keptOutside = after.filter((layer) => !layer.around && layer.from && !layer.from.includes("."));
+    const moved = new Set([...outOfOrder(keptOutside.map((layer) => Number(layer.from)))].map((index) => keptOutside[index]));
+    for (const layer of after) {
+      const around = layer.around ? `in ${layer.around.path}` : "";
+      layer.source = layer.from ? nearest(layer.from) : undefined;
+      if (!layer.from) {
         layer.kind = "made";
+        layer.sign = "new";
+      } else if (isInside(layer) || (!layer.around && !layer.from.includes("."))) {
+        const old = layer.source;
+        if (moved.has(layer)) layer.notes.push("moved");
+        if (old.path === layer.from) {
+          if (old.name !== layer.name) layer.notes.push(`was called “${old.name}”`);
+          if (old.in !== layer.in || old.out !== layer.out) layer.notes.push("other times");
+          if (!old.off && layer.off) layer.notes.push("switched off");
+        }
+        layer.kind = layer.notes.length ? "touched" : "kept";
+        if (layer.notes.length) layer.sign = layer.notes[0].startsWith("was called") ? "renamed" : layer.notes[0];
+      } else {
+        layer.kind = "copied";
+        layer.nest = nearest(parentOf(layer.from));
+        layer.tint = layer.nest?.tint;
       }
-    });
-    const before = data.stack_before.map((layer, index) => {
-      const isNest = hues.has(index + 1);
-      return { ...layer, number: index + 1, notes: [], isNest, hue: hues.get(index + 1), kind: isNest ? "nest" : "kept", isGone: !kept.has(index + 1), key: isNest ? `nest ${index}` : "kept" };
-    });
+      layer.key = layer.layers.length ? `nest ${layer.path}` : `${layer.kind} ${layer.nest?.path ?? ""} ${around}`;
+    }
     return { before, after };
   }
 
@@ -89,58 +132,74 @@ const drawing = (() => {
 
   const yOf = (index) => kTop + index * kRow + kRow / 2;
 
+  const namePath = (layer) => (layer.around ? `${namePath(layer.around)} › ` : "") + `#${layer.number} “${layer.name}”`;
+
   function title(row) {
     const [layer] = row.layers;
     if (row.isFold) return `${row.layers.length} layers, #${layer.number} to #${row.layers[row.layers.length - 1].number}`;
-    return `#${layer.number} ${layer.name} (${layer.type}), ${number(layer.in)} to ${number(layer.out)}${[happened(layer), ...layer.notes].filter(Boolean).map((word) => `; ${word}`).join("")}`;
+    return `#${layer.number} ${layer.name} (${layer.type}), ${times(layer)}${[happened(layer), ...layer.notes].filter(Boolean).map((word) => `; ${word}`).join("")}`;
+  }
+
+  // In frames of the composition that it is in, and of the one that is drawn.
+  function times(layer) {
+    const own = `${number(layer.in)} to ${number(layer.out)}`;
+    if (!layer.around) return own;
+    if (layer.unplaced) return `${own} of its composition; an expression works the clock around it`;
+    const shown = layer.spans.map(([from, to]) => `${number(from)} to ${number(to)}`).join(", ");
+    return shown === own ? own : `${own} of its composition, ${shown ? `shown ${shown}` : "never shown"}`;
   }
 
   function happened(layer) {
-    if (layer.origin === undefined) return layer.isNest ? (layer.isGone ? "un-nested, gone" : "un-nested, stays") : "";
-    if (layer.kind === "copied") return `out of #${layer.nest} “${layer.from}”, where it was #${layer.was}`;
     if (layer.kind === "made") return "new";
-    return `was #${layer.was}`;
+    if (layer.kind === "copied") return `out of ${layer.nest ? namePath(layer.nest) : "a nest"}${layer.source?.path === layer.from ? `, where it was #${layer.source.number}` : ""}`;
+    if (layer.from) return layer.source.path === layer.from ? `was #${layer.source.number}` : "";
+    if (layer.isOpened) return layer.isGone ? "un-nested, gone" : "un-nested, stays";
+    return layer.left_out ? `${grouped(layer.left_out)} more layers inside are not drawn` : "";
   }
 
   const shortened = (name, most) => (name.length > most ? `${name.slice(0, most - 1)}…` : name);
 
-  // One row of a stack with its left edge at `x`: number, name, bar.
+  function spansOf(row) {
+    if (!row.isFold) return row.layers[0].spans;
+    const all = row.layers.flatMap((layer) => layer.spans);
+    return all.length ? [[Math.min(...all.map(([from]) => from)), Math.max(...all.map(([, to]) => to))]] : [];
+  }
+
+  // One row of a stack with its left edge at `x`: number, name, bars.
   function drawRow(row, index, x, scale) {
     const [layer] = row.layers;
     const y = yOf(index);
-    const hue = layer.hue === undefined ? "" : ` hue-${layer.hue}`;
-    const group = shape("g", { class: `row ${row.isFold ? "fold " : ""}${layer.kind}${hue}${layer.off ? " off" : ""}` }, shape("title", {}, title(row)));
+    const hue = layer.tint === undefined ? "" : ` hue-${layer.tint}`;
+    const names = ["row", row.isFold && "fold", layer.kind, layer.isNest && "named", layer.off && "off", layer.unplaced && "unplaced"];
+    const group = shape("g", { class: `${names.filter(Boolean).join(" ")}${hue}` }, shape("title", {}, title(row)));
     group.append(shape("rect", { class: "ground", x, y: y - kRow / 2, width: kPanel, height: kRow }));
+    const indent = kIndent * Math.min(layer.depth, kMostIndents);
+    for (let at = kIndent; at <= indent; at += kIndent) {
+      group.append(shape("line", { class: "guide", x1: x + 12 + at, x2: x + 12 + at, y1: y - kRow / 2, y2: y + kRow / 2 }));
+    }
     const bars = x + 230;
     const room = kPanel - 230 - 8;
+    const left = x + 40 + indent;
     if (row.isFold) {
-      group.append(shape("text", { x: x + 40, y: y + 4 }, `… ${row.layers.length} more`));
+      group.append(shape("text", { x: left, y: y + 4 }, `… ${row.layers.length} more`));
     } else {
-      group.append(shape("text", { class: "number", x: x + 32, y: y + 4 }, layer.number));
-      const sign = { nest: layer.isGone ? "gone" : "stays", made: "new", touched: layer.notes[0] && layer.notes[0].startsWith("was called") ? "renamed" : layer.notes[0] }[layer.kind];
-      const names = shape("svg", { x: x + 40, y: y - kRow / 2, width: sign ? 128 : 184, height: kRow }, shape("text", { x: 0, y: kRow / 2 + 4, class: "name" }, shortened(layer.name, sign ? 19 : 28)));
-      group.append(names);
-      if (sign) group.append(shape("text", { class: "sign", x: x + 224, y: y + 4 }, sign));
+      group.append(shape("text", { class: "number", x: left - 6, y: y + 4 }, layer.number));
+      const width = (layer.sign ? 128 : 184) - indent;
+      group.append(shape("svg", { x: left, y: y - kRow / 2, width, height: kRow }, shape("text", { x: 0, y: kRow / 2 + 4, class: "name" }, shortened(layer.name, Math.floor(width / (layer.isNest ? 7.6 : 6.6))))));
+      if (layer.sign) group.append(shape("text", { class: "sign", x: x + 224, y: y + 4 }, layer.sign));
     }
     group.append(shape("line", { class: "rail", x1: bars, x2: bars + room, y1: y, y2: y }));
-    const from = Math.min(...row.layers.map((each) => each.in));
-    const to = Math.max(...row.layers.map((each) => each.out));
-    const left = Math.min(1, Math.max(0, scale(from)));
-    const right = Math.min(1, Math.max(0, scale(to)));
-    group.append(shape("rect", { class: "bar", x: bars + left * room, y: y - 5, width: Math.max(2, (right - left) * room), height: 10, rx: 3 }));
+    for (const [from, to] of spansOf(row)) {
+      const start = Math.min(1, Math.max(0, scale(from)));
+      const end = Math.min(1, Math.max(0, scale(to)));
+      if (end > start) group.append(shape("rect", { class: "bar", x: bars + start * room, y: y - 5, width: Math.max(2, (end - start) * room), height: 10, rx: 3 }));
+    }
     return group;
-  }
-
-  // Where the layer of that number is drawn.
-  function placesOf(rows) {
-    const places = new Map();
-    rows.forEach((row, index) => row.layers.forEach((layer) => places.set(layer.number, index)));
-    return places;
   }
 
   function drawLinks(leftRows, rightRows) {
     const links = shape("g", { class: "links" });
-    const left = placesOf(leftRows);
+    const left = new Map(leftRows.flatMap((row, index) => row.layers.map((layer) => [layer.path, index])));
     const [x1, x2] = [kPanel, kWidth - kPanel];
     const middle = (x1 + x2) / 2;
     const seen = new Set();
@@ -149,16 +208,19 @@ const drawing = (() => {
       if (layer.kind === "made") continue;
       if (layer.kind === "copied") {
         let end = start;
-        while (end + 1 < rightRows.length && rightRows[end + 1].layers[0].key === layer.key) end += 1;
-        const y = yOf(left.get(layer.nest));
-        const [top, bottom] = [yOf(start) - kRow / 2 + 2, yOf(end) + kRow / 2 - 2];
-        links.append(shape("path", { class: `ribbon hue-${layer.hue}`, d: `M${x1} ${y - 7}C${middle} ${y - 7} ${middle} ${top} ${x2} ${top}L${x2} ${bottom}C${middle} ${bottom} ${middle} ${y + 7} ${x1} ${y + 7}Z` }));
+        while (!layer.layers.length && end + 1 < rightRows.length && rightRows[end + 1].layers[0].key === layer.key) end += 1;
+        const sources = rightRows.slice(start, end + 1).flatMap((row) => row.layers).map((each) => left.get(each.source?.path)).filter((place) => place !== undefined);
+        if (sources.length) {
+          const [from, to] = [yOf(Math.min(...sources)) - kRow / 2 + 2, yOf(Math.max(...sources)) + kRow / 2 - 2];
+          const [top, bottom] = [yOf(start) - kRow / 2 + 2, yOf(end) + kRow / 2 - 2];
+          links.append(shape("path", { class: `ribbon${layer.tint === undefined ? "" : ` hue-${layer.tint}`}`, d: `M${x1} ${from}C${middle} ${from} ${middle} ${top} ${x2} ${top}L${x2} ${bottom}C${middle} ${bottom} ${middle} ${to} ${x1} ${to}Z` }));
+        }
         start = end;
         continue;
       }
       for (const each of rightRows[start].layers) {
-        const from = left.get(each.was);
-        if (seen.has(`${from} ${start}`)) continue;
+        const from = left.get(each.source.path);
+        if (from === undefined || seen.has(`${from} ${start}`)) continue;
         seen.add(`${from} ${start}`);
         links.append(shape("path", { class: `link ${each.kind}`, d: `M${x1} ${yOf(from)}C${middle} ${yOf(from)} ${middle} ${yOf(start)} ${x2} ${yOf(start)}` }));
       }
@@ -176,7 +238,7 @@ const drawing = (() => {
     const svg = shape("svg", { class: "stacks", viewBox: `0 0 ${kWidth} ${height}`, width: kWidth, height, role: "img", "aria-label": `${summary(stacks)} The table below tells the same.` });
     svg.append(drawLinks(leftRows, rightRows));
     for (const [name, x, rows] of [["Before", 0, leftRows], ["After", kWidth - kPanel, rightRows]]) {
-      svg.append(shape("text", { class: "head", x: x + 40, y: 16 }, `${name}: ${rows.reduce((sum, row) => sum + row.layers.length, 0)}`));
+      svg.append(shape("text", { class: "head", x: x + 40, y: 16 }, `${name}: ${levels(rows.flatMap((row) => row.layers))}`));
       svg.append(shape("text", { class: "head frame", x: x + 230, y: 16 }, `frame ${number(first)}`), shape("text", { class: "head frame end", x: x + kPanel - 8, y: 16 }, number(last)));
       rows.forEach((row, index) => svg.append(drawRow(row, index, x, scale)));
     }
@@ -186,19 +248,32 @@ const drawing = (() => {
   function summary(stacks) {
     const count = (layers, test) => layers.filter(test).length;
     const words = [
-      [count(stacks.before, (layer) => layer.isNest && layer.isGone), "nest gone", "nests gone"],
+      [count(stacks.before, (layer) => layer.isGone), "nest gone", "nests gone"],
       [count(stacks.after, (layer) => layer.kind === "copied"), "layer came out", "layers came out"],
       [count(stacks.after, (layer) => layer.kind === "made"), "layer is new", "layers are new"],
       [count(stacks.after, (layer) => layer.notes.includes("moved")), "layer moved", "layers moved"],
       [count(stacks.after, (layer) => layer.kind === "kept"), "layer as it was", "layers as they were"],
     ].filter(([n]) => n > 0).map(([n, one, many]) => `${n} ${n === 1 ? one : many}`);
-    return `${words.join(", ") || "No layers"}.`;
+    return [`${words.join(", ") || "No layers"}.`, leftOut("before", stacks.before), leftOut("after", stacks.after)].filter(Boolean).join(" ");
+  }
+
+  const levels = (layers) => {
+    const inside = layers.filter((layer) => layer.around).length;
+    return `${layers.length - inside}${inside ? ` + ${inside} nested` : ""}`;
+  };
+
+  // How much there is besides what is drawn.
+  function leftOut(when, layers) {
+    const more = layers.reduce((sum, layer) => sum + (layer.left_out ?? 0), 0);
+    if (!more) return "";
+    const deepest = Math.max(...layers.map((layer) => layer.depth));
+    return `Of the layers ${when}, those down to level ${deepest + 1} are drawn and ${more < 1e6 ? grouped(more) : "more than a million"} further inside are left out.`;
   }
 
   function table(stacks) {
     const rows = stacks.after.map((layer) => element("tr", {},
-      element("td", {}, layer.number), element("th", { scope: "row" }, layer.name), element("td", {}, layer.type),
-      element("td", {}, `${number(layer.in)} to ${number(layer.out)}`),
+      element("td", {}, layer.path), element("th", { scope: "row" }, layer.name), element("td", {}, layer.type),
+      element("td", {}, times(layer)),
       element("td", {}, [happened(layer), ...layer.notes].filter(Boolean).join("; "))));
     const head = element("tr", {}, ...["#", "Layer", "Kind", "Frames", "Comes from"].map((name) => element("th", { scope: "col" }, name)));
     return element("table", {}, element("thead", {}, head), element("tbody", {}, ...rows));
@@ -207,7 +282,7 @@ const drawing = (() => {
   function fillLegend(stacks) {
     const entries = [
       ["kept", "as it was", stacks.after.some((layer) => layer.kind === "kept")],
-      ["copied hue-0", "out of a nest, in the nest's colour", stacks.after.some((layer) => layer.kind === "copied")],
+      ["copied", "out of a nest, in the nest’s colour", stacks.after.some((layer) => layer.kind === "copied")],
       ["made", "new", stacks.after.some((layer) => layer.kind === "made")],
       ["touched", "moved, renamed or with other times", stacks.after.some((layer) => layer.kind === "touched")],
     ];
