@@ -189,7 +189,7 @@ FileTotals CheckedFile::totals() const {
         totals.failing += nest.fails() ? 1U : 0U;
         if (!nest.flattened) continue;
         ++(nest.is_kept() ? totals.kept : totals.unnested);
-        totals.mended += nest.flattened->mended.empty() ? 0U : 1U;
+        totals.mended += nest.is_kept() || nest.flattened->mended.empty() ? 0U : 1U;
         totals.bytes_after = nest.bytes_after;
     }
     return totals;

@@ -51,7 +51,7 @@ FileTotals totals_of(const Flattened& flattened) {
     totals.left = flattened.nests_left;
     for (const FlattenedNest& nest : flattened.nests) {
         ++(nest.is_kept() ? totals.kept : totals.unnested);
-        totals.mended += nest.mended.empty() ? 0U : 1U;
+        totals.mended += nest.is_kept() || nest.mended.empty() ? 0U : 1U;
     }
     return totals;
 }
