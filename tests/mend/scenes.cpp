@@ -207,6 +207,22 @@ std::vector<Scene> opacity_scenes() {
     };
 }
 
+std::vector<Scene> blend_mode_scenes() {
+    const auto multiplied = [](const std::vector<std::string>& layers) { return inside(layers, {{"bm", "1"}}); };
+    return {
+        {Reason::blend_mode, "one layer", Outcome::mended, multiplied({red()}), false},
+        {Reason::blend_mode, "one layer after the other, beside a null", Outcome::mended,
+         multiplied({null_layer(3, "carrier"), red({{"op", "10"}}), blue({{"ip", "10"}})}), false},
+        {Reason::blend_mode, "two layers at one frame", Outcome::stays,
+         multiplied({red({{"op", "11"}}), blue({{"ip", "10"}})}), false},
+        {Reason::blend_mode, "a layer with a blend mode of its own", Outcome::stays, multiplied({red({{"bm", "2"}})}),
+         false},
+        {Reason::blend_mode, "a layer with a matte", Outcome::stays, multiplied({kMatte, kMatted}), false},
+        {Reason::blend_mode, "nothing below", Outcome::untouched,
+         animation({.nest = {{"bm", "1"}}, .inside = {red()}, .below = {}}), false},
+    };
+}
+
 std::string mask(const std::string& path, const std::string& mode = "a", const std::string& opacity = still("100"),
                  const std::string& inverted = "false") {
     return R"({"inv":)" + inverted + R"(,"mode":")" + mode + R"(","pt":)" + path + R"(,"o":)" + opacity +
@@ -377,7 +393,7 @@ std::vector<Scene> clip_scenes() {
 std::vector<Scene> all_scenes() {
     std::vector<Scene> all;
     for (auto&& scenes : {clock_scenes(), trim_scenes(), place_scenes(), matte_scenes(), name_scenes(),
-                          opacity_scenes(), mask_scenes(), matte_used_scenes(), clip_scenes()})
+                          opacity_scenes(), blend_mode_scenes(), mask_scenes(), matte_used_scenes(), clip_scenes()})
         all.insert(all.end(), scenes.begin(), scenes.end());
     return all;
 }

@@ -240,6 +240,17 @@ bool is_anything_below(const Unnesting& u) {
 void find_blend_mode(Unnesting& u) {
     if (u.nest().blend_mode == 0) return;
     const bool is_visible = is_anything_below(u) && !u.nest_frames().empty();
+    if (is_visible && holds_blend_mode(u)) {
+        u.add({Reason::blend_mode,
+               Weight::slight,
+               "its blend mode, " + blend_mode_name(u.nest().blend_mode) +
+                   ", is now that of its layers, one of which is seen at a time",
+               "",
+               "",
+               "bm",
+               {}});
+        return;
+    }
     u.add({Reason::blend_mode,
            is_visible ? Weight::change : Weight::harmless,
            "its blend mode, " + blend_mode_name(u.nest().blend_mode) + ", is lost" +

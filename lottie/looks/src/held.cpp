@@ -92,4 +92,19 @@ bool holds_opacity(Unnesting& u) {
     return true;
 }
 
+bool holds_blend_mode(Unnesting& u) {
+    for (const double frame : u.nest_frames()) {
+        const double inner_frame = u.inner_frame(frame);
+        std::size_t seen = 0;
+        u.comparison().spend(u.copies().size());
+        for (const Copy& copy : u.copies()) {
+            const SceneLayer& inner = u.inner(copy);
+            if (!inner.draws() || !inner.is_on(inner_frame)) continue;
+            const bool is_taken = inner.blend_mode == 0 && u.copied(copy).blend_mode == u.nest().blend_mode;
+            if (!is_taken || u.inside().matte(copy.inner) || ++seen > 1) return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace lottie::looks

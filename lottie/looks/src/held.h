@@ -10,4 +10,8 @@ namespace lottie::looks {
 // group.
 bool holds_opacity(Unnesting& unnesting);
 
+// Whether each layer that is drawn has the nest's blend mode, and no two are seen at a frame at which the nest is: then
+// what the group gave with what is below is what its only layer gives.
+bool holds_blend_mode(Unnesting& unnesting);
+
 }  // namespace lottie::looks

@@ -15,8 +15,6 @@ using document::JsonNode;
 using document::JsonTree;
 
 constexpr int kAlpha = 1;
-constexpr int kNullType = 3;
-constexpr int kLastDrawnType = 5;
 constexpr std::size_t kMostFrames = 10'000;  // at which a path is worked out
 
 // One of the nest's masks, its matte or its frame, and in which mode.
@@ -91,11 +89,6 @@ std::vector<Cutter> cutters_for(const Nest& nest, bool has_own, bool with_frame)
         cutters.insert(cutters.begin(), {nullptr, has_own ? "i" : "a"});
     }
     return cutters;
-}
-
-bool is_drawn(const CopiedLayer& copy) {
-    return copy.now != nullptr && !copy.facts.is_matte && !copy.facts.is_hidden && copy.facts.type >= 0 &&
-           copy.facts.type <= kLastDrawnType && copy.facts.type != kNullType;
 }
 
 class Cutting {

@@ -34,6 +34,7 @@ constexpr Remedy kRemedies[] = {
     {Reason::mask, mend_mask},
     {Reason::clip, mend_clip},
     {Reason::opacity, mend_opacity},
+    {Reason::blend_mode, mend_blend_mode},
     {Reason::name_clash, mend_names},
     {Reason::long_name, mend_names},
     {Reason::quoted_name, mend_names},

@@ -160,6 +160,13 @@ std::optional<std::size_t> Unnested::parent_inside(const Nest& nest, const Scann
     return std::nullopt;
 }
 
+bool is_drawn(const CopiedLayer& copy) {
+    constexpr int kNullType = 3;
+    constexpr int kLastDrawnType = 5;
+    return copy.now != nullptr && !copy.facts.is_matte && !copy.facts.is_hidden && copy.facts.type >= 0 &&
+           copy.facts.type <= kLastDrawnType && copy.facts.type != kNullType;
+}
+
 std::optional<std::size_t> matte_inside(const Nest& nest, const CopiedLayer& copy) {
     return matte_of(copy.inner, nest.copies.size(),
                     [&](std::size_t i) -> const ScannedLayer& { return nest.copies[i].facts; });

@@ -68,6 +68,8 @@ struct Nest {
     std::string on_outer_clock(const CopiedLayer& copy, const document::JsonNode& value) const;
 };
 
+// Whether it may have a picture that is drawn as it is, not as a matte.
+bool is_drawn(const CopiedLayer& copy);
 // The matte that a layer inside has, by its place there.
 std::optional<std::size_t> matte_inside(const Nest& nest, const CopiedLayer& copy);
 
