@@ -53,6 +53,23 @@ INSTANTIATE_TEST_SUITE_P(Reasons, EachCase, testing::ValuesIn(all_cases()), [](c
     return text + "__" + one.param.name;
 });
 
+TEST(Flatten, what_keeps_a_nest_that_fades_is_told) {
+    const auto told = [](const std::vector<std::string>& layers, const std::string& why) {
+        const std::string faded = transform({{"o", still("50")}});
+        const cli::Flattened flat = cli::flatten_animation(inside(layers, {{"ks", faded}}), plugin(), {});
+        ASSERT_EQ(flat.nests.size(), 1U);
+        EXPECT_EQ(flat.nests[0].kept_because, "opacity: its opacity of 50 % would be in each layer's own, but " + why);
+    };
+    const auto square = [](int ind, double at_both) {
+        return solid(ind, "square", 15, 15, "#0000ff", {{"ks", at(at_both, at_both)}});
+    };
+    told({square(1, 20), square(2, 30)}, "layers that lie over one another show through");
+    told({square(1, 5), square(2, 80)},
+         "the layers lie so far apart that some players draw them blurred as a group and sharp by themselves");
+    told({red({{"ks", at(0, 0)}}), solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(45, 45)}})},
+         "the layers are so large that what players round shows");
+}
+
 TEST(Flatten, an_animation_without_nests_keeps_its_bytes) {
     const std::string text = flat_animation({red(), blue()});
     EXPECT_EQ(cli::flatten_animation(text, plugin(), {}).text, text);

@@ -21,6 +21,19 @@ std::string unless_seen(const Unnesting& u) {
     return u.nest_frames().empty() ? "; the nest is never seen" : "";
 }
 
+const char* sentence_of(FadeLoss loss) {
+    switch (loss) {
+        case FadeLoss::several_paints:
+            return "the fills and strokes of a layer show through one another";
+        case FadeLoss::overlap:
+            return "layers that lie over one another show through";
+        case FadeLoss::scattered:
+            return "the layers lie so far apart that some players draw them blurred as a group and sharp by themselves";
+        default:
+            return "the layers are so large that what players round shows";
+    }
+}
+
 void find_opacity(Unnesting& u) {
     const Property& opacity = u.nest().transform().opacity;
     double lowest = 100;
@@ -50,15 +63,18 @@ void find_opacity(Unnesting& u) {
     const std::string when = opacity.is_animated() ? "is as far as " + plain(lowest) + " % between frames " +
                                                          timeline_frame(*first) + " and " + timeline_frame(last)
                                                    : "of " + plain(lowest) + " %";
-    if (holds_opacity(u)) {
-        u.add({Reason::opacity, Weight::slight,
-               "its opacity " + when + (opacity.is_animated() ? " and" : "") + " is now in each layer's own", "", "",
-               "ks.o", first});
-        return;
+    const FadeLoss loss = fade_loss(u);
+    const Weight lost = furthest > kUnseenOpacity ? Weight::change : Weight::slight;
+    const std::string opacity_then = "its opacity " + when + (opacity.is_animated() ? " and" : "");
+    if (loss == FadeLoss::none) {
+        u.add({Reason::opacity, Weight::slight, opacity_then + " is now in each layer's own", "", "", "ks.o", first});
+    } else if (loss == FadeLoss::not_taken) {
+        u.add({Reason::opacity, lost, opacity_then + " is lost: the layers keep their own",
+               "give the layers inside the opacity, or keep this nest", "", "ks.o", first});
+    } else {
+        u.add({Reason::opacity, lost, opacity_then + " would be in each layer's own, but " + sentence_of(loss),
+               "keep this nest", "", "ks.o", first});
     }
-    u.add({Reason::opacity, furthest > kUnseenOpacity ? Weight::change : Weight::slight,
-           "its opacity " + when + (opacity.is_animated() ? " and" : "") + " is lost: the layers keep their own",
-           "give the layers inside the opacity, or keep this nest", "", "ks.o", first});
 }
 
 bool covers(const Box& box, double width, double height) {
@@ -141,6 +157,17 @@ void find_masks(Unnesting& u) {
                    weight_if_seen(u, Weight::slight),
                    "its masks now cut each layer by itself",
                    "",
+                   "",
+                   "masksProperties",
+                   {}});
+            return;
+        }
+        if (held.is_blurred) {
+            u.add({Reason::mask,
+                   weight_if_seen(u, Weight::change),
+                   std::string("its masks would cut each layer by itself, but ") + sentence_of(FadeLoss::scattered) +
+                       unless_seen(u),
+                   "keep this nest",
                    "",
                    "masksProperties",
                    {}});

@@ -43,9 +43,8 @@ bool is_one_picture(const SceneLayer& layer) {
     }
 }
 
-// Whether fading the pictures one by one shows at a frame: any two meet, they lie far apart, or they are so large that
-// the last bit of what players round otherwise adds up.
-bool is_fading_seen(Unnesting& u, double outer_frame) {
+// By which fading the pictures one by one shows at a frame.
+FadeLoss loss_by_fading(Unnesting& u, double outer_frame) {
     const double frame = u.inner_frame(outer_frame);
     const Matrix place = u.stack_placement().world(u.nest_place(), outer_frame);
     const Hull view = hull_of(Box{0, 0, u.stack().width, u.stack().height});
@@ -56,25 +55,26 @@ bool is_fading_seen(Unnesting& u, double outer_frame) {
         const Hull hull = u.inside_survey().reach_in_stack(inner, frame);
         const Hull seen = cut(mapped(hull, place), view);
         if (area(seen) <= 0) continue;
-        if (!is_one_picture(u.inside().layer(inner))) return true;
+        if (!is_one_picture(u.inside().layer(inner))) return FadeLoss::several_paints;
         u.comparison().spend(kStepsPerPair * met.size());
         for (const Hull& other : met) {
-            if (area(cut(hull, other)) > kSmallOverlap) return true;
+            if (area(cut(hull, other)) > kSmallOverlap) return FadeLoss::overlap;
         }
         covered += area(seen);
         met.push_back(hull);
     }
-    if (covered > 0 && is_scattered(u, frame)) return true;
+    if (covered > 0 && is_scattered(u, frame)) return FadeLoss::scattered;
     // The nest's own matte hides what lies beyond it.
     covered = std::min(covered, area(u.stack_survey().reach_in_stack(u.nest_place(), outer_frame)));
-    return covered > kLargeShare * u.stack().width * u.stack().height;
+    const bool is_large = covered > kLargeShare * u.stack().width * u.stack().height;
+    return is_large ? FadeLoss::rounding : FadeLoss::none;
 }
 
 }  // namespace
 
-bool holds_opacity(Unnesting& u) {
+FadeLoss fade_loss(Unnesting& u) {
     const Property& nest = u.nest().transform().opacity;
-    if (nest.has_expression()) return false;
+    if (nest.has_expression()) return FadeLoss::not_taken;
     const bool is_single = u.inside().size() == 1;  // drawn as it is by every player
     for (const double frame : u.nest_frames()) {
         const double of_nest = nest.at(frame)[0];
@@ -83,13 +83,15 @@ bool holds_opacity(Unnesting& u) {
             const Property& own = u.inner(copy).transform().opacity;
             const Property& now = u.copied(copy).transform().opacity;
             if (!is_seen(u, copy.inner, inner_frame) || !u.copied(copy).is_on(frame)) continue;
-            if (own.has_expression() || now.has_expression()) return false;
-            if (std::abs(own.at(inner_frame)[0] * of_nest / 100 - now.at(frame)[0]) > kSameOpacity) return false;
+            if (own.has_expression() || now.has_expression()) return FadeLoss::not_taken;
+            if (std::abs(own.at(inner_frame)[0] * of_nest / 100 - now.at(frame)[0]) > kSameOpacity)
+                return FadeLoss::not_taken;
         }
         const bool is_faded = of_nest > 0 && of_nest < 100;
-        if (is_faded && !is_single && is_fading_seen(u, frame)) return false;
+        if (!is_faded || is_single) continue;
+        if (const FadeLoss loss = loss_by_fading(u, frame); loss != FadeLoss::none) return loss;
     }
-    return true;
+    return FadeLoss::none;
 }
 
 bool holds_blend_mode(Unnesting& u) {

@@ -5,10 +5,16 @@
 
 namespace lottie::looks {
 
-// Whether each layer that is drawn has its own opacity times the nest's at every frame at which the nest is seen, and
-// no two pictures lie over one another while the nest's is below 100 %: then fading them one by one is fading the
-// group.
-bool holds_opacity(Unnesting& unnesting);
+// Why fading the layers one by one is not fading the group.
+enum class FadeLoss {
+    none,
+    not_taken,       // a layer that is drawn has not its own opacity times the nest's
+    several_paints,  // a layer has several fills and strokes, which some players fade one by one
+    overlap,         // pictures lie over one another while the nest's opacity is between 0 and 100 %
+    scattered,       // they lie far apart, see scatter.h
+    rounding,        // they are so large that the last bit of what players round otherwise adds up
+};
+FadeLoss fade_loss(Unnesting& unnesting);
 
 // Whether each layer that is drawn has the nest's blend mode, and no two are seen at a frame at which the nest is: then
 // what the group gave with what is below is what its only layer gives.

@@ -101,7 +101,8 @@ class HeldCutFinder {
             const bool is_cut_otherwise = is_cut ? !is_like_nest && !is_like_both : is_cut_further(drawn);
             if (is_cut_otherwise && !held.cuts_otherwise) held.cuts_otherwise = drawn.inner;
         }
-        is_all_cut = is_all_cut && !is_blurred_together();
+        held.is_blurred = is_all_cut && is_blurred_together();
+        is_all_cut = is_all_cut && !held.is_blurred;
         held.masks = is_all_cut && !matte_;
         held.matte = is_all_cut && matte_ && is_matte_gone() && !is_rounding_seen();
         return held;

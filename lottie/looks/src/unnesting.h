@@ -12,6 +12,7 @@ namespace lottie::looks {
 struct HeldCut {
     bool masks = false;                         // each layer that is drawn is cut by the nest's masks
     bool matte = false;                         // likewise by the nest's matte
+    bool is_blurred = false;                    // each would be, but some players blur them together, see scatter.h
     std::vector<bool> frame;                    // by place inside: whether the nest's frame cuts the layer too
     std::optional<std::size_t> cuts_otherwise;  // a layer inside that got masks which are neither
 };
