@@ -112,6 +112,18 @@ TEST(Flatten, shared_nests_stay_where_the_file_would_grow_too_far) {
     EXPECT_EQ(last_line(exflate_on(doubling(4), {"flatten"})), "a.json: 0 pre-comps left, look kept");
 }
 
+TEST(Flatten, the_last_line_names_no_more_nests_than_one_can_read) {
+    std::vector<std::string> nests;
+    for (int i = 1; i <= 25; ++i) nests.push_back(blurred_nest(i, "nest " + std::to_string(i), "blur"));
+    const std::string text = test::animation(
+        {test::asset("blur", "Blur", {test::solid_layer(1, "one"), test::solid_layer(2, "two")})}, nests);
+    const std::string last = last_line(exflate_on(text, {"flatten"}));
+    EXPECT_THAT(last, testing::StartsWith("a.json: 25 pre-comps left: \"nest 1\" (effects: "));
+    EXPECT_THAT(last, HasSubstr("\"nest 20\" ("));
+    EXPECT_THAT(last, testing::EndsWith(") and 5 more, which --verbose names"));
+    EXPECT_THAT(exflate_on(text, {"flatten", "--verbose"}).err, HasSubstr("nest #25 \"nest 25\" stays: effects: "));
+}
+
 TEST(Flatten, compositions_that_double_at_each_of_many_levels_do_not_fill_the_memory) {
     const Finished finished = exflate_on(doubling(40), {"flatten"});
     EXPECT_EQ(finished.exit_code, 1);

@@ -12,14 +12,19 @@ std::string reasons(const std::vector<lottie::looks::Reason>& mended) {
     return list;
 }
 
+constexpr std::size_t kMostNamed = 20;  // in one line
+
 // Those of the nests that are so, with the reason of each.
 template <class IsSo, class Reason>
 std::string listed(const std::vector<FlattenedNest>& nests, IsSo is_so, Reason reason) {
     std::string list;
+    std::size_t count = 0;
     for (const FlattenedNest& nest : nests) {
-        if (is_so(nest)) list += (list.empty() ? ": " : ", ") + in_quotes(nest.name) + " (" + reason(nest) + ")";
+        if (!is_so(nest) || ++count > kMostNamed) continue;
+        list += (list.empty() ? ": " : ", ") + in_quotes(nest.name) + " (" + reason(nest) + ")";
     }
-    return list;
+    if (count <= kMostNamed) return list;
+    return list + " and " + std::to_string(count - kMostNamed) + " more, which --verbose names";
 }
 
 }  // namespace
