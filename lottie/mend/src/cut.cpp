@@ -111,7 +111,8 @@ class Cutting {
         const bool has_own = !masks_of(copy.before).empty();
         if (copy.before.is_set("hasMask") && !has_own) return;  // some players hide it, others show it whole
         const bool is_own_last = has_one_mask(copy.before);
-        const bool with_frame = frame == FrameCut::where_needed && reaches_beyond(drawn, frames);
+        const bool with_frame =
+            frame == FrameCut::where_needed && !do_masks_end_within_frame() && reaches_beyond(drawn, frames);
         const std::vector<Cutter> cutters = cutters_for(nest_, has_own && !is_own_last, with_frame);
         if (cutters.empty()) return;
         std::string masks =
@@ -138,6 +139,36 @@ class Cutting {
                        corner.y > nest_.facts().height;
             });
         });
+    }
+
+    bool is_within_frame(const looks::MovingPath::Vertices& path) const {
+        for (std::size_t i = 0; i < path.at.size(); ++i) {
+            for (const looks::PlanePoint& handle : {looks::PlanePoint{}, path.in[i], path.out[i]}) {
+                const double x = path.at[i].x + handle.x;
+                const double y = path.at[i].y + handle.y;
+                if (x < 0 || y < 0 || x > nest_.facts().width || y > nest_.facts().height) return false;
+            }
+        }
+        return true;
+    }
+
+    // Whether the nest's masks leave nothing that its frame cuts off.
+    bool do_masks_end_within_frame() {
+        if (do_masks_end_within_frame_) return *do_masks_end_within_frame_;
+        bool& answer = do_masks_end_within_frame_.emplace(false);
+        const JsonTree& tree = nest_.layer.before.tree();
+        const auto masks = masks_of(nest_.layer.before);
+        if (masks.empty() || mode_of(tree, masks[0]) != "a") return answer;
+        const auto frames = evaluation_.frames(around_, nest_.facts().in.value_or(0), nest_.facts().out.value_or(0));
+        answer = std::all_of(masks.begin(), masks.end(), [&](const JsonNode* mask) {
+            if (mode_of(tree, mask) != "a") return true;  // only takes away
+            const JsonNode* path = tree.member(mask, "pt");
+            if (path == nullptr) return false;
+            const looks::MovingPath moving(tree.text(*path));
+            return std::all_of(frames.begin(), frames.end(),
+                               [&](double frame) { return is_within_frame(moving.at(frame)); });
+        });
+        return answer;
     }
 
     std::string frame_path() const {
@@ -213,6 +244,7 @@ class Cutting {
     Nest& nest_;
     const std::string around_;
     const std::string inside_;
+    std::optional<bool> do_masks_end_within_frame_;  // worked out when somebody asks
 };
 
 }  // namespace
