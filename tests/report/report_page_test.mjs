@@ -401,7 +401,7 @@ const cases = {
     const content = animation([square(1, "near", 20), layer(2, 0, "Next", { refId: "deep0", w: 200, h: 200 })]);
     for (let i = 0; i < 12; ++i) content.assets.push({ id: `deep${i}`, layers: [square(1, `at ${i}`, 20), ...(i < 11 ? [layer(2, 0, "Next", { refId: `deep${i + 1}`, w: 200, h: 200 })] : [])] });
     const opened = await open(makePage("deep", content, ["--flatten"]));
-    assert.match(await opened.page.textContent("#layers-summary"), /Of the layers before, those down to level 9 are drawn and 9 further inside are left out\.$/);
+    assert.match(await opened.page.textContent("#layers-summary"), /Before, 16 layers in nests are drawn, down to level 9, and 9 more are left out\.$/);
     await opened.context.close();
   },
 

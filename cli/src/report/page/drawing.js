@@ -137,7 +137,8 @@ const drawing = (() => {
   function title(row) {
     const [layer] = row.layers;
     if (row.isFold) return `${row.layers.length} layers, #${layer.number} to #${row.layers[row.layers.length - 1].number}`;
-    return `#${layer.number} ${layer.name} (${layer.type}), ${times(layer)}${[happened(layer), ...layer.notes].filter(Boolean).map((word) => `; ${word}`).join("")}`;
+    const inside = layer.left_out ? `${many(layer.left_out)} more layers inside, not drawn` : "";
+    return `#${layer.number} ${layer.name} (${layer.type}), ${times(layer)}${[happened(layer), ...layer.notes, inside].filter(Boolean).map((word) => `; ${word}`).join("")}`;
   }
 
   // In frames of the composition that it is in, and of the one that is drawn.
@@ -153,8 +154,8 @@ const drawing = (() => {
     if (layer.kind === "made") return "new";
     if (layer.kind === "copied") return `out of ${layer.nest ? namePath(layer.nest) : "a nest"}${layer.source?.path === layer.from ? `, where it was #${layer.source.number}` : ""}`;
     if (layer.from) return layer.source.path === layer.from ? `was #${layer.source.number}` : "";
-    if (layer.isOpened) return layer.isGone ? "un-nested, gone" : "un-nested, stays";
-    return layer.left_out ? `${grouped(layer.left_out)} more layers inside are not drawn` : "";
+    if (!layer.isOpened) return "";
+    return layer.isGone ? "un-nested, gone" : "un-nested, stays";
   }
 
   const shortened = (name, most) => (name.length > most ? `${name.slice(0, most - 1)}…` : name);
@@ -184,9 +185,10 @@ const drawing = (() => {
       group.append(shape("text", { x: left, y: y + 4 }, `… ${row.layers.length} more`));
     } else {
       group.append(shape("text", { class: "number", x: left - 6, y: y + 4 }, layer.number));
-      const width = (layer.sign ? 128 : 184) - indent;
+      const sign = [layer.left_out && (layer.left_out < 1e4 ? `+${layer.left_out}` : "+ many"), layer.sign].filter(Boolean).join(" ");
+      const width = (sign ? 128 : 184) - indent;
       group.append(shape("svg", { x: left, y: y - kRow / 2, width, height: kRow }, shape("text", { x: 0, y: kRow / 2 + 4, class: "name" }, shortened(layer.name, Math.floor(width / (layer.isNest ? 7.6 : 6.6))))));
-      if (layer.sign) group.append(shape("text", { class: "sign", x: x + 224, y: y + 4 }, layer.sign));
+      if (sign) group.append(shape("text", { class: "sign", x: x + 224, y: y + 4 }, sign));
     }
     group.append(shape("line", { class: "rail", x1: bars, x2: bars + room, y1: y, y2: y }));
     for (const [from, to] of spansOf(row)) {
@@ -254,7 +256,7 @@ const drawing = (() => {
       [count(stacks.after, (layer) => layer.notes.includes("moved")), "layer moved", "layers moved"],
       [count(stacks.after, (layer) => layer.kind === "kept"), "layer as it was", "layers as they were"],
     ].filter(([n]) => n > 0).map(([n, one, many]) => `${n} ${n === 1 ? one : many}`);
-    return [`${words.join(", ") || "No layers"}.`, leftOut("before", stacks.before), leftOut("after", stacks.after)].filter(Boolean).join(" ");
+    return [`${words.join(", ") || "No layers"}.`, leftOut("Before", stacks.before), leftOut("After", stacks.after)].filter(Boolean).join(" ");
   }
 
   const levels = (layers) => {
@@ -262,12 +264,15 @@ const drawing = (() => {
     return `${layers.length - inside}${inside ? ` + ${inside} nested` : ""}`;
   };
 
+  const many = (count) => (count < 1e6 ? grouped(count) : "more than a million");
+
   // How much there is besides what is drawn.
   function leftOut(when, layers) {
     const more = layers.reduce((sum, layer) => sum + (layer.left_out ?? 0), 0);
     if (!more) return "";
-    const deepest = Math.max(...layers.map((layer) => layer.depth));
-    return `Of the layers ${when}, those down to level ${deepest + 1} are drawn and ${more < 1e6 ? grouped(more) : "more than a million"} further inside are left out.`;
+    const inside = layers.filter((layer) => layer.around).length;
+    const deepest = layers.reduce((most, layer) => Math.max(most, layer.depth), 0);
+    return `${when}, ${grouped(inside)} layers in nests are drawn, down to level ${deepest + 1}, and ${many(more)} more are left out.`;
   }
 
   function table(stacks) {
