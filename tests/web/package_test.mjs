@@ -102,6 +102,7 @@ const cases = {
   "its command makes the report's page, player inside"() {
     assert.ok(run("npx", ["--no-install", "exflate", "report", animation, "-o", "page.html"]).code <= 1);
     assert.match(readFileSync(at("page.html"), "utf8"), /lottie/);
+    assert.match(succeed("npx", ["--no-install", "exflate", "report", "--flatten", animation, "-o", "page.html"]).said, /0 pre-comps left, look kept/);
   },
   "its functions give results, verdicts and reasons, its errors are told by class"() {
     writeFileSync(at("api.mjs"), `

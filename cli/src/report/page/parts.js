@@ -56,6 +56,7 @@ const parts = (() => {
     "auto-orient": "layers turn along the path as the nest did, on a null",
     "lost-link": "layers beside the nest have their parents back",
     opacity: "the nest’s opacity is multiplied into that of each layer",
+    "blend-mode": "the layer that is seen has the nest’s blend mode",
     mask: "layers that the nest’s masks cut have those masks themselves",
     clip: "layers that the nest’s frame cut off have masks of that frame",
     "matte-split": "mattes stand right above the layers that they shape again",
