@@ -263,6 +263,12 @@ std::vector<Scene> mask_scenes() {
     const std::string own_mask = solid(1, "red", 60, 60, "#ff0000", masked(narrow, {{"ks", at(20, 20)}}));
     const std::vector<std::string> corners = {solid(1, "near", 30, 30, "#ff0000"),
                                               solid(2, "far", 30, 30, "#0000ff", {{"ks", at(70, 70)}})};
+    const auto dot = [](const std::string& at) {
+        return R"({"ty":"gr","it":[{"ty":"rc","p":{"a":0,"k":)" + at +
+               R"(},"s":{"a":0,"k":[8,8]},"r":{"a":0,"k":0}},{"ty":"fl","c":{"a":0,"k":[1,0,0,1]},)"
+               R"("o":{"a":0,"k":100}}]})";
+    };
+    const std::string dots = shape_layer(1, "dots", dot("[6,6]") + "," + dot("[94,94]"));
     const std::string wide = solid(2, "matted", 100, 100, "#ff0000", {{"tt", "1"}});
     return {
         {Reason::mask, "over two layers", Outcome::mended, inside({red(), blue()}, masked(triangle))},
@@ -290,6 +296,8 @@ std::vector<Scene> mask_scenes() {
          inside({red(), blue()}, masked(mask(still(kTriangle), "s")))},
         {Reason::mask, "that cuts out of layers in opposite corners, which browsers blur together", Outcome::stays,
          inside(corners, masked(mask(still(kTriangle), "s")))},
+        {Reason::mask, "that cuts out of a layer with pieces in opposite corners beside another", Outcome::stays,
+         inside({dots, blue()}, masked(mask(still(kTriangle), "s")))},
         {Reason::mask, "over layers in opposite corners", Outcome::mended, inside(corners, masked(triangle))},
         {Reason::mask, "around the whole frame", Outcome::untouched,
          inside({red(), blue()},

@@ -19,30 +19,6 @@ bool is_seen(const Unnesting& u, std::size_t inner, double frame) {
     return layer.draws() && layer.is_on(frame) && layer.transform().opacity.at(frame)[0] > 0;
 }
 
-// Fills and strokes of a layer: some players fade them one by one.
-std::size_t count_paints(Json::ConstArray shapes) {
-    std::size_t count = 0;
-    for (const Json& shape : shapes) {
-        const std::string type = text_member(shape, "ty");
-        if (type == "gr") count += count_paints(array_member(shape, "it"));
-        if (type == "rp") count += 2;
-        if (type == "fl" || type == "st" || type == "gf" || type == "gs") ++count;
-    }
-    return count;
-}
-
-bool is_one_picture(const SceneLayer& layer) {
-    switch (layer.type) {
-        case LayerType::solid:
-        case LayerType::image:
-            return true;
-        case LayerType::shape:
-            return count_paints(layer.array("shapes")) <= 1;
-        default:
-            return layer.type == LayerType::text;  // players that fade texts letter by letter draw none over another
-    }
-}
-
 // By which fading the pictures one by one shows at a frame.
 FadeLoss loss_by_fading(Unnesting& u, double outer_frame) {
     const double frame = u.inner_frame(outer_frame);

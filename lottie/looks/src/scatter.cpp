@@ -8,16 +8,42 @@ namespace {
 // browsers bear, as they count some more to a picture than it reaches.
 constexpr double kMostGap = 5000;
 
+// Fills and strokes of a layer.
+std::size_t count_paints(Json::ConstArray shapes) {
+    std::size_t count = 0;
+    for (const Json& shape : shapes) {
+        const std::string type = text_member(shape, "ty");
+        if (type == "gr") count += count_paints(array_member(shape, "it"));
+        if (type == "rp") count += 2;
+        if (type == "fl" || type == "st" || type == "gf" || type == "gs") ++count;
+    }
+    return count;
+}
+
 double area_of(const Box& box) {
     return box.left > box.right ? 0 : (box.right - box.left) * (box.bottom - box.top);
 }
 
 }  // namespace
 
+bool is_one_picture(const SceneLayer& layer) {
+    switch (layer.type) {
+        case LayerType::solid:
+        case LayerType::image:
+            return true;
+        case LayerType::shape:
+            return count_paints(layer.array("shapes")) <= 1;
+        default:
+            return layer.type == LayerType::text;  // players that fade texts letter by letter draw none over another
+    }
+}
+
 bool is_scattered(Unnesting& u, double inner_frame) {
     Survey& inside = u.inside_survey();
     u.comparison().spend(u.inside().size());
     Box all = kNoBox;
+    bool has_gaps = false;
+    std::size_t pictures = 0;
     for (std::size_t inner = u.inside().size(); inner-- > 0;) {  // in the order in which they are painted
         const SceneLayer& layer = u.inside().layer(inner);
         if (!layer.draws() || !layer.is_on(inner_frame)) continue;
@@ -25,10 +51,12 @@ bool is_scattered(Unnesting& u, double inner_frame) {
         if (area(reach) <= 0) continue;
         const Box box = around(mapped(reach, inside.placement().world(inner, inner_frame)));
         const Box more = united(all, box);
-        if (area_of(more) - area_of(all) - area_of(box) > kMostGap) return true;
+        const double gap = is_one_picture(layer) ? area_of(more) - area_of(all) - area_of(box) : area_of(more);
+        has_gaps = has_gaps || gap > kMostGap;
+        ++pictures;
         all = more;
     }
-    return false;
+    return has_gaps && pictures > 1;
 }
 
 }  // namespace lottie::looks

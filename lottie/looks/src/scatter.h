@@ -5,10 +5,13 @@
 
 namespace lottie::looks {
 
+// Whether players draw what the layer shows as one piece.
+bool is_one_picture(const SceneLayer& layer);
+
 // Browsers gather pictures that are near one another on one surface. Where a group fades, or is cut by a mask or a
 // matte, several surfaces are put together between pixels, which blurs them by more than people call equal; the same
 // pictures, each faded or cut by itself, are sharp. Whether the layers inside may need several surfaces at a frame of
-// the nest's composition. Throws TooMuchWork.
+// the nest's composition; one picture alone stays as it is. Throws TooMuchWork.
 bool is_scattered(Unnesting& unnesting, double inner_frame);
 
 }  // namespace lottie::looks
