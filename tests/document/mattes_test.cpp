@@ -129,7 +129,7 @@ TEST(Mattes, a_user_below_an_unmarked_matte_keeps_both_their_bytes) {
 TEST(Mattes, a_new_matte_is_written_on_both_sides) {
     const Document document =
         Document::read(animation(shape_layer(1, "A") + "," + shape_layer(2, "B") + "," + shape_layer(3, "C")));
-    layer_of(document, "C").set_matte(&layer_of(document, "A"), host::model::MatteType::luma);
+    layer_of(document, "C").load_matte(&layer_of(document, "A"), host::model::MatteType::luma);
     const std::string text = document.write();
     EXPECT_EQ(member(object_named(text, "C"), "tt"), "3");
     EXPECT_EQ(member(object_named(text, "C"), "tp"), "1");

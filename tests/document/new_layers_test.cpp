@@ -27,7 +27,7 @@ TEST(NewLayers, a_null_with_everything_has_it_in_the_exporters_order) {
     null.set_flag(host::model::kIs3D, true);
     null.set_flag(host::model::kVideoActive, false);
     null.set_parent(&layer_of(document, "A"), host::model::Parenting::keep_local_values);
-    null.set_matte(&layer_of(document, "A"), host::model::MatteType::alpha);
+    null.load_matte(&layer_of(document, "A"), host::model::MatteType::alpha);
     null.set_offset({-4000});
     null.stream(host::model::kRotateY).set_static_value({{45, 0, 0, 0}});
     const std::string text = object_named(document.write(), "N");

@@ -109,7 +109,7 @@ TEST(Copying, a_layer_without_a_name_of_its_own_stays_so) {
 // Layer 1 has layer 2 as parent and matte and in an effect.
 void link_one_to_two(NestScene& scene) {
     scene.one.set_parent(&scene.two, Parenting::keep_local_values);
-    scene.one.set_matte(&scene.two, MatteType::luma);
+    scene.one.load_matte(&scene.two, MatteType::luma);
     Stream& map = scene.one.apply_effect(install_tint(scene.project)->key).parameter(testing::kTintLayer);
     map.replace(value(scene.two.id()), {key(0, value(scene.two.id())), key(1, value(scene.one.id()))});
 }

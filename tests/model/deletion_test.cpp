@@ -139,7 +139,6 @@ TEST(Deletion, a_dead_layer_takes_no_changes) {
     EXPECT_EQ(error_of([&] { scene.parent.move_to(0); }), ErrorKind::bad_argument);
     EXPECT_EQ(error_of([&] { scene.parent.set_flag(kLocked, true); }), ErrorKind::bad_argument);
     EXPECT_EQ(error_of([&] { scene.parent.stream(kOpacity).set_static_value(value(1)); }), ErrorKind::bad_argument);
-    EXPECT_EQ(error_of([&] { scene.child.set_matte(&scene.parent, MatteType::alpha); }), ErrorKind::bad_argument);
 }
 
 TEST(DeletingItems, takes_every_layer_that_uses_them) {

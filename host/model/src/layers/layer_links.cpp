@@ -82,16 +82,6 @@ void Layer::load_parent(Layer* parent) {
     change_parent(parent);
 }
 
-void Layer::set_matte(Layer* matte, MatteType type) {
-    require_editable();
-    if (matte == state_.matte && type == state_.matte_type) return;
-    if (matte != nullptr && (matte == this || !matte->is_alive() || matte->comp_ != comp_)) {
-        throw Error(ErrorKind::bad_argument, "A track matte is another living layer of the same composition.");
-    }
-    writable_state().is_matte_above = false;
-    change_matte(matte, type);
-}
-
 void Layer::load_matte(Layer* matte, MatteType type) {
     change_matte(matte, type);
     state_.is_matte_above = matte != nullptr && matte->index() + 1 == index();

@@ -29,7 +29,6 @@ class ScriptCall {
     // Arguments. Missing ones are undefined.
     bool given(duk_idx_t i) { return !duk_is_null_or_undefined(ctx, i); }
     bool is_text(duk_idx_t i) { return duk_is_string(ctx, i) != 0; }
-    bool is_null(duk_idx_t i) { return duk_is_null(ctx, i) != 0; }
     bool boolean(duk_idx_t i) { return duk_to_boolean(ctx, i) != 0; }
     double number(duk_idx_t i);             // an error if it is not a finite number
     int whole_number(duk_idx_t i);          // an error if it is not whole or does not fit

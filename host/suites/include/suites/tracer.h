@@ -1,4 +1,4 @@
-// Logs every call as a line of text.
+// Logs every call as a line of text, but for acquisitions, releases and blocks.
 #pragma once
 
 #include <functional>
@@ -19,8 +19,6 @@ class Tracer : public Observer {
     Tracer() = default;                                     // collects lines
     explicit Tracer(Sink sink) : sink_(std::move(sink)) {}  // passes on each line when its call ends
 
-    void show_basic_suite(bool show) { show_basic_suite_ = show; }  // acquisitions, releases, blocks; off by default
-
     std::optional<A_Err> before(const SuiteCall& call) override;
     void after(const SuiteCall& call) override;
 
@@ -28,10 +26,7 @@ class Tracer : public Observer {
     void clear() { lines_.clear(); }
 
   private:
-    bool shows(const SuiteCall& call) const { return show_basic_suite_ || !call.is_basic(); }
-
     Sink sink_;
-    bool show_basic_suite_ = false;
     std::vector<std::string> begun_;  // calls nest when a script runs
     std::vector<std::string> lines_;
 };
