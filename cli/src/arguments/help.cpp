@@ -114,7 +114,7 @@ std::string overview() {
     for (const Command& command : all_commands()) text += in_column("  " + plain(command.name), 12, command.brief);
     text += '\n' + paragraph(
                        "FILE is a Lottie file, plain or packed (.lottie, .tgs); - is standard input. FOLDER stands for "
-                       "the Lottie files in it, however deep: they are told by their content; what is hidden and "
+                       "the Lottie files in it, however deep: they are recognized by their content; what is hidden and "
                        "what symbolic links mean is left out. Results go to standard output, everything else to "
                        "standard error. With several files the exit code is the highest one.");
     text += explained("Exit codes", exit_codes(), 5) + explained("Environment", environment(), 19);

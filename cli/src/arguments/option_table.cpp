@@ -31,7 +31,7 @@ template <class Number>
 double number(const std::string& text, double least, double most) {
     char* end = nullptr;
     const double value = std::strtod(text.c_str(), &end);
-    // Written so that "nan" is refused.
+    // "nan" is refused too.
     if (text.empty() || *end != '\0' || !(value >= least && value <= most)) refuse_number(text, least, most);
     return value;
 }
@@ -85,7 +85,7 @@ constexpr Option kOptions[] = {
      .value = "OUT",
      .category = kOutput,
      .brief = "write the page to OUT; default: standard output",
-     .more = "A terminal gets it with -o - only.",
+     .more = "On a terminal it is printed only with -o -.",
      .completion = Completion::file,
      .commands = "report",
      .set = [](Options& o, Text value) { o.output = value; }},
@@ -126,7 +126,7 @@ constexpr Option kOptions[] = {
     {.name = "--quiet",
      .letter = 'q',
      .category = kOutput,
-     .brief = "say only what is wrong",
+     .brief = "print only warnings and errors",
      .commands = "run flatten",
      .set = [](Options& o, Text) { o.quiet = true; }},
     {.name = "--quiet",
@@ -139,14 +139,14 @@ constexpr Option kOptions[] = {
     {.name = "--verbose",
      .letter = 'v',
      .category = kOutput,
-     .brief = "say of each nest what became of it",
+     .brief = "say what became of each nest",
      .commands = "run flatten",
      .excludes = "--quiet",
      .set = [](Options& o, Text) { o.verbose = true; }},
     {.name = "--verbose",
      .letter = 'v',
      .category = kOutput,
-     .brief = "print findings that harm no look too, and the file's own names of properties",
+     .brief = "also print findings that harm no look, and the file's own names of properties",
      .commands = "check",
      .excludes = "--quiet",
      .set = [](Options& o, Text) { o.verbose = true; }},
@@ -162,7 +162,7 @@ constexpr Option kOptions[] = {
     {.name = "--baseline",
      .value = "FILE",
      .category = kOutput,
-     .brief = "let what an earlier check has found pass",
+     .brief = "tolerate what an earlier check found",
      .more =
          "FILE is what exflate check --format json wrote. A finding is known again by its file, composition, nest, "
          "reason, layer and property, so only new ones make the exit code 1. Name files and folders as you did then.",
@@ -172,20 +172,20 @@ constexpr Option kOptions[] = {
     {.name = "--allow",
      .value = "REASON",
      .category = kOutput,
-     .brief = "let looks that change for this reason pass",
+     .brief = "tolerate looks that change for this reason",
      .more = "REASON is a code as check prints it, such as clip.",
      .commands = "check",
      .repeats = true,
      .set = [](Options& o, Text value) { o.allowed.push_back(reason(value)); }},
     {.name = "--prove",
      .category = kOutput,
-     .brief = "draw frames before and after and compare them too",
+     .brief = "also draw frames before and after, and compare them",
      .more = "The verdicts then say how far apart the pictures are at the worst frame.",
      .commands = "check",
      .set = [](Options& o, Text) { o.prove = true; }},
     {.name = "--prove",
      .category = kOutput,
-     .brief = "draw frames of the file before and after and compare them too",
+     .brief = "also draw frames of the file before and after, and compare them",
      .more = "Where they differ, the exit code is 1.",
      .commands = "flatten",
      .set = [](Options& o, Text) { o.prove = true; }},
@@ -221,7 +221,7 @@ constexpr Option kOptions[] = {
      .category = kSelection,
      .brief = "work in this composition",
      .more = "By default run and report work in the main composition, flatten, check and report --flatten in all of "
-             "them; with this or --layer, flatten un-nests the nests of one composition and leaves those inside of "
+             "them; with this or --layer, flatten un-nests the nests of one composition and leaves those inside "
              "them. Animations of a .lottie file that have no such composition are skipped, as long as one has it.",
      .commands = kSelecting,
      .set = [](Options& o, Text value) { o.composition = value; }},

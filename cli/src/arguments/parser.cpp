@@ -1,4 +1,4 @@
-// What the arguments of the command ask for.
+// Parses the command line.
 #include "cli/arguments/parser.h"
 
 #include <algorithm>
@@ -79,7 +79,7 @@ class Parser {
         }
     }
 
-    // A value is the next argument, whatever it begins with.
+    // The next argument is the value, whatever it begins with.
     void take(const Option& option) {
         if (option.value.empty()) return set(option, "");
         if (rest_.empty()) throw std::invalid_argument(std::string(option.name) + " needs a value");
@@ -131,7 +131,7 @@ class Parser {
         throw std::invalid_argument("'" + options_.files[most] + "' is one file too many");
     }
 
-    // Asked for among the options of a command.
+    // As an option of a command.
     Request information() const {
         Options options;
         options.asks = options_.asks;
@@ -154,7 +154,7 @@ Result read(const Command& command, ArgumentList arguments) {
     }
 }
 
-// `exflate chek`: a plain word that is like a command, and no file. Empty for any other text.
+// `exflate chek`: a plain word that resembles a command and is not a file. Empty for any other text.
 std::string command_suggestion(const std::string& text) {
     if (text.find_first_of("./-") != std::string::npos) return "";
     if (host::base::kind_of(text) != host::base::FileKind::none) return "";

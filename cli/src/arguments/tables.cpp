@@ -1,4 +1,4 @@
-// Looking things up in the tables of commands and options.
+// Looks things up in the tables of commands and options.
 #include "cli/arguments/tables.h"
 
 #include <algorithm>

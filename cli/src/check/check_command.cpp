@@ -43,8 +43,8 @@ void add_proof(const std::string& before, NestTrial& trial, lottie::pictures::Dr
     }
 }
 
-// The main composition is drawn once, and once the one whose nests were asked for. Others that became flat as parts of
-// the whole have nobody left who knows their size; a nest that stays has nothing to show.
+// Draws the main composition, and the one whose nests were asked for. The size of others that became flat as parts of
+// the whole is no longer known; a nest that stays has nothing to show.
 void add_proofs(const std::string& before, const std::string& after, bool is_whole, const Console& console,
                 lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
     std::map<std::string, NestTrial> drawn;
@@ -110,7 +110,7 @@ void check_animation(std::string text, const Options& options, const host::runne
     }
 }
 
-// `check` fills in one report, and what it throws becomes part of that.
+// `check` fills in one report; what it throws becomes part of it.
 template <class Check>
 void check_guarded(CheckedFile& checked, Check check) {
     try {
@@ -122,7 +122,7 @@ void check_guarded(CheckedFile& checked, Check check) {
     }
 }
 
-// Each animation of the file. One that lacks what the options name is left out if another has it.
+// Each animation of the file. One without what the options name is left out if another has it.
 std::vector<CheckedFile> check_file(const std::string& file, const Options& options,
                                     const host::runner::PluginModule& plugin, const Console& console) {
     std::vector<CheckedFile> all;

@@ -6,7 +6,7 @@
 
 namespace cli {
 
-// The members of an object that docs/check-json.md tells; the caller begins and ends it.
+// The members of the object described in docs/check-json.md; the caller begins and ends it.
 void add_nest(JsonWriter& json, const CheckedNest& nest);
 
 void add_proof(JsonWriter& json, const Proof& proof);

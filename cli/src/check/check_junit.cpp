@@ -35,7 +35,7 @@ std::string test_case(const CheckedFile& file, const CheckedNest& nest) {
            host::base::xml_text(first) + "</failure>\n    </testcase>\n";
 }
 
-// A file that was not checked to the end is a case too.
+// A file that was not fully checked is a case too.
 std::string counts(const FileTotals& totals) {
     return attribute("tests", std::to_string(totals.nests + totals.failed)) +
            attribute("failures", std::to_string(totals.failing)) + attribute("errors", std::to_string(totals.failed));

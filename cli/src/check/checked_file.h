@@ -19,10 +19,10 @@ struct CheckedFile {
     std::string name;
     std::size_t bytes = 0;  // unpacked
     std::vector<CheckedNest> nests;
-    std::size_t left = 0;        // nests that can be seen, if making it flat was asked for
-    std::optional<Proof> proof;  // of the main composition, if making it flat was asked for
+    std::size_t left = 0;        // visible nests, if it was to be made flat
+    std::optional<Proof> proof;  // of the main composition, if it was to be made flat
     std::string proof_problem;
-    std::optional<Failure> failure;  // then `nests` holds what was checked until then
+    std::optional<Failure> failure;  // if set, `nests` holds what was checked before it
 
     lottie::looks::Verdict verdict() const;  // the worst
     FileTotals totals() const;
@@ -41,7 +41,7 @@ std::string check_junit(const CheckedFile& file);
 // The whole report from such parts.
 std::string check_json_report(const std::vector<std::string>& parts, const FileTotals& totals, const Options& options);
 std::string check_junit_report(const std::vector<std::string>& parts, const FileTotals& totals);
-// What stands under the texts of several files.
+// What follows the texts of several files.
 std::string check_text_sum(const FileTotals& totals, const Options& options);
 
 }  // namespace cli

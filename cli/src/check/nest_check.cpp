@@ -1,4 +1,4 @@
-// One nest un-nested by itself: what that does to the look.
+// What un-nesting one nest by itself does to the look.
 #include "check/nest_check.h"
 
 #include <cmath>

@@ -1,4 +1,4 @@
-// One nest un-nested by itself: what that does to the look.
+// What un-nesting one nest by itself does to the look.
 #pragma once
 
 #include <cstddef>
@@ -18,7 +18,7 @@
 
 namespace cli {
 
-// How far the pictures of a composition are apart, before and after, at the frame where they are furthest.
+// How much the pictures of a composition differ before and after, at the frame where they differ most.
 struct Proof {
     bool looks_equal = false;
     double frame = 0;  // of the composition
@@ -28,11 +28,11 @@ struct Proof {
     std::size_t frames = 0;  // that were compared
 };
 
-// Whether something makes the check fail that by itself would.
+// Whether a finding that would make the check fail is tolerated.
 enum class Tolerated {
     no,
     known,    // from an earlier check
-    allowed,  // for its reason
+    allowed,  // because of its reason
 };
 
 // What `exflate flatten` makes of a nest.
@@ -47,12 +47,12 @@ struct CheckedNest {
     std::string composition_name;
     std::size_t number = 0;       // in the stack, from 1
     std::size_t layers = 0;       // that come out
-    std::size_t bytes_after = 0;  // of the file, this nest alone un-nested
+    std::size_t bytes_after = 0;  // of the file with only this nest un-nested
     lottie::looks::NestReport report;
-    std::vector<Tolerated> tolerated;      // of each of its findings; none: nothing is
-    std::optional<FlattenedAs> flattened;  // if that was asked for; the rest then tells of the file made flat
+    std::vector<Tolerated> tolerated;      // for each of its findings; empty: none is tolerated
+    std::optional<FlattenedAs> flattened;  // if the file was to be made flat; the rest is then about that
     std::optional<Proof> proof;
-    std::string proof_problem;  // why there is no proof although one was asked for
+    std::string proof_problem;  // why there is no proof although one was wanted
 
     bool is_kept() const { return flattened && !flattened->kept_because.empty(); }
     Tolerated tolerance(std::size_t finding) const { return tolerated.empty() ? Tolerated::no : tolerated[finding]; }
@@ -74,7 +74,7 @@ class NestChecker {
     NestChecker(lottie::document::Document& document, const host::runner::PluginModule& plugin,
                 const DialogAnswers& answers, const FileLimits& limits, const lottie::packed::AskedFor& asked_for);
 
-    // Un-nests the nest alone, judges, and puts it back. Throws Failure as Trials::run() and compare() do.
+    // Un-nests only this nest, judges, and puts it back. Throws Failure as Trials::run() and compare() do.
     NestTrial check(host::model::Layer& nest, bool gives_text);
 
     Trials& trials() { return trials_; }
@@ -87,12 +87,12 @@ class NestChecker {
 
 struct Proven {
     Proof proof;
-    lottie::pictures::Picture before;  // the frame where they are furthest apart
+    lottie::pictures::Picture before;  // the frame where they differ most
     lottie::pictures::Picture after;
 };
 
 // Draws the composition before and after; the frames of the findings are among those compared. Throws
-// std::runtime_error with one sentence when the renderer refuses one of the animations, crashes, or wants more than the
+// std::runtime_error with one sentence if the renderer refuses one of the animations, crashes, or exceeds the
 // budget.
 Proven prove(const std::string& before, const std::string& after, const std::string& composition,
              const std::vector<lottie::looks::Finding>& findings, lottie::pictures::DrawingBudget& budget);

@@ -1,4 +1,4 @@
-// Findings that are known or allowed, and so do not make a check fail.
+// Findings that do not make a check fail because they are known or allowed.
 #include "check/tolerance.h"
 
 #include <rapidjson/document.h>
@@ -17,7 +17,7 @@ namespace {
 
 using lottie::looks::Weight;
 
-// What stays the same when a nest moves in the stack, or a sentence gets better words.
+// What stays the same if a nest moves in the stack or a sentence is reworded.
 class Identity {
   public:
     Identity(const std::string& file, std::string_view composition_name, std::string_view nest) {
@@ -39,7 +39,7 @@ class Identity {
     }
 
   private:
-    // As it comes out of JSON.
+    // As it comes back from JSON.
     void add(std::string_view part) { text_ += host::base::valid_utf8(part) + '\n'; }
 
     std::string text_;
@@ -49,7 +49,7 @@ Failure not_a_report(const std::string& file) {
     return {ExitCode::bad_input, "'" + file + "' is not what exflate check --format json writes"};
 }
 
-// A member of a report that another program may have changed.
+// A member of a report; another program may have changed it.
 std::string text_of(const rapidjson::Value& object, const char* member) {
     const auto found = object.FindMember(member);
     if (found == object.MemberEnd() || !found->value.IsString()) return "";

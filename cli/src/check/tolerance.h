@@ -1,4 +1,4 @@
-// Findings that are known or allowed, and so do not make a check fail.
+// Findings that do not make a check fail because they are known or allowed.
 #pragma once
 
 #include <map>
@@ -11,14 +11,14 @@ namespace cli {
 
 class Tolerance {
   public:
-    // `baseline` is a file with what check_json() made, or empty. Throws Failure (bad input).
+    // `baseline` is a file with the output of check_json(), or empty. Throws Failure (bad input).
     Tolerance(const std::string& baseline, std::vector<lottie::looks::Reason> allowed);
 
-    // Marks what is tolerated. What the baseline holds once is known once, so that a second one like it is told.
+    // Marks what is tolerated. What the baseline holds once is known once, so a second finding like it is reported.
     void mark(CheckedFile& file) const;
 
   private:
-    std::map<std::string, std::size_t> known_;  // how often, by all that identifies a finding
+    std::map<std::string, std::size_t> known_;  // how often, by everything that identifies a finding
     std::vector<lottie::looks::Reason> allowed_;
 };
 

@@ -12,7 +12,7 @@ namespace {
 
 using host::model::Comp;
 
-// A composition with one nest in it, which is selected: what the command needs before it shows its dialog.
+// A composition with one nest in it, selected: the command needs it to show its dialog.
 void fill(host::model::Project& project) {
     const host::model::Time duration = host::model::from_seconds(1);
     Comp& inner = project.add_comp("nested");

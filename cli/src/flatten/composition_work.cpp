@@ -1,4 +1,4 @@
-// One composition whose nests are un-nested as far as the look is kept.
+// One composition, its nests un-nested as far as it keeps its look.
 #include "flatten/composition_work.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ using lottie::looks::Verdict;
 using lottie::mend::Mending;
 using lottie::mend::Workbench;
 
-// However often compositions are shown, and however deep: more than real files need by far.
+// However often compositions are shown, and however deep: far more than real files need.
 constexpr double kMostGrowth = 8;
 constexpr double kAlwaysAllowedBytes = 8 << 20;
 constexpr double kMostReadings = 100;
@@ -26,7 +26,7 @@ constexpr double kAlwaysReadBytes = 256 << 20;
 
 constexpr std::size_t kStepsPerStage = 75'000;  // to make a project with scripts of its own
 constexpr std::size_t kStepsPerByte = 4;        // to read a composition
-constexpr std::size_t kPairsPerStep = 4;        // of layers that remedies tell apart
+constexpr std::size_t kPairsPerStep = 4;        // of layers that remedies compare
 
 constexpr const char* kTooLarge =
     "size: the file would become too large, for the composition is shown by several nests";
@@ -132,7 +132,7 @@ struct CompositionWork::Attempt {
     std::unique_ptr<Mending> mending;  // null if there was nothing to mend
     std::vector<std::string> mended_layers;
     std::vector<NestReport> reports;
-    std::map<std::string, std::string> renamed;  // layers that state machines ask for
+    std::map<std::string, std::string> renamed;  // layers that state machines refer to
     std::vector<lottie::looks::Finding> losses;  // to those and to themes
 
     std::vector<std::string_view> layers() const {
@@ -169,7 +169,7 @@ void CompositionWork::work(const std::set<std::size_t>& places, bool goes_deeper
             return;
         }
         if (stack_ == before) return;
-        // What stayed is tried again: it may have been kept by a layer that is gone now.
+        // What stayed is tried again: the layer that kept it may be gone now.
         Layers next;
         for (const Workbench::Nest& nest : state_.bench.nests(composition_)) {
             const std::size_t layer = stack_[nest.place];
@@ -225,7 +225,7 @@ CompositionWork::Layers CompositionWork::without_asked_for(const Layers& layers)
     return free;
 }
 
-// Goes by how much text would come out; of several nests that share a composition the last comes without growth.
+// Counts the text that would come out; of several nests that share a composition the last adds nothing.
 CompositionWork::Layers CompositionWork::without_large(const Layers& layers) {
     Layers small;
     std::map<std::size_t, std::size_t> uses;
@@ -249,7 +249,7 @@ void CompositionWork::un_nest(Layers layers) {
         Attempt tried = attempt(layers);
         const Refused refused = refused_of(tried, layers);
         if (refused.empty()) return accept(tried);
-        // What a run does to other layers is reported of each of its nests.
+        // What a run does to other layers is reported for each of its nests.
         if (refused.size() == layers.size() && layers.size() > 1) {
             const auto middle = std::next(layers.begin(), static_cast<std::ptrdiff_t>(layers.size() / 2));
             un_nest({layers.begin(), middle});
@@ -293,7 +293,7 @@ void CompositionWork::judge(Attempt& tried) {
     for (NestReport& report : tried.reports) add_losses(report, tried.losses);
 }
 
-// What state machines and themes find after the run and its mending.
+// What state machines and themes find after the run and the mending.
 void CompositionWork::follow_names(Attempt& tried) {
     const auto& run = tried.trial.asked;
     tried.losses = run.losses;
@@ -313,14 +313,14 @@ void CompositionWork::follow_names(Attempt& tried) {
     }
 }
 
-// Why no difference is left to the nest; null if one is.
+// Why the nest may not differ at all; null if it may.
 const std::string* CompositionWork::given_up_because(const NestReport& report) {
     const auto found = state_.learned.given_up.find(entry(stack_[report.nest]).origin);
     return found == state_.learned.given_up.end() ? nullptr : &found->second;
 }
 
-// Whether the nest looks other than it may. What nobody sees of one nest adds up over several, and over the times that
-// the picture shows them.
+// Whether the nest differs more than it may. Differences too small to see add up over several nests, and over the
+// times that the picture shows them.
 bool CompositionWork::is_seen(const NestReport& report, double unseen_before) {
     const bool must_be_exact = state_.options.exact || given_up_because(report) != nullptr;
     if (report.verdict > (must_be_exact ? Verdict::exact : Verdict::equal_to_the_eye)) return true;
@@ -328,7 +328,7 @@ bool CompositionWork::is_seen(const NestReport& report, double unseen_before) {
     return more > 0 && unseen_before + more > state_.unseen_left;
 }
 
-// As long as there is something that is seen, and a remedy for it.
+// As long as something can be seen that has a remedy.
 void CompositionWork::mend(Attempt& tried) {
     while (true) {
         std::vector<NestReport> seen;
@@ -386,7 +386,7 @@ CompositionWork::Refused CompositionWork::refused_of(const Attempt& tried, const
     return refused;
 }
 
-// Half of the shared ones if the result is too large after all; more if that is not enough.
+// Gives up half of the shared ones if the result is too large after all, and more if that is not enough.
 std::vector<std::size_t> CompositionWork::too_large(const Attempt& tried, const Layers& layers) {
     double bytes =
         static_cast<double>(state_.bench.byte_count()) - static_cast<double>(state_.bench.layer_bytes(composition_));

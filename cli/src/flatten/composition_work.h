@@ -1,4 +1,4 @@
-// One composition whose nests are un-nested as far as the look is kept.
+// One composition, its nests un-nested as far as it keeps its look.
 #pragma once
 
 #include <cstddef>
@@ -22,17 +22,17 @@ namespace cli {
 struct FlatteningState {
     // What was learned from making it flat once already.
     struct Learned {
-        // Nests by origin that become flat exactly or not at all, and why: as a whole they would show.
+        // Nests, by origin, that become flat exactly or not at all, and why: together their differences would show.
         std::map<std::size_t, std::string> given_up;
         std::size_t times = 0;
-        // What is done about what nobody sees of several nests, when it adds up to too much: the next of these.
+        // What to do when differences too small to see add up to too much: the next of these.
         enum class Unseen { allowed, mended, refused } unseen = Unseen::allowed;
     };
 
     FlatteningState(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
                     lottie::packed::AskedFor asked_for, const FileLimits& limits, const Learned& learned);
 
-    // The nests that became flat and differ in something, against the animation as it was.
+    // The nests that became flat and differ in some way from the original animation.
     std::map<std::size_t, std::string> find_strayed();
 
     void find_asked_layers(const lottie::document::Document& document);  // in the whole animation
@@ -40,25 +40,26 @@ struct FlatteningState {
 
     const host::runner::PluginModule& plugin;
     const Options& options;
-    lottie::packed::AskedFor asked_for;              // by the names that layers have now
-    std::map<std::string, std::string> layer_names;  // of layers that are asked for, by the ones that they have now
-    std::set<std::string> single;                    // names of layers of which the picture shows one
+    lottie::packed::AskedFor asked_for;  // by the current names of layers
+    std::map<std::string, std::string>
+        layer_names;               // original names of layers that are referred to, by the current ones
+    std::set<std::string> single;  // names that only one layer in the picture has
     const FileLimits& limits;
     const Learned& learned;
     lottie::mend::Workbench bench;
     lottie::looks::Judge judge;
-    std::vector<double> shown;  // how often the picture shows each composition, nests in nests included
-    double unseen_left;         // of what may differ unseen, as the judge counts it
-    double bytes_to_read;       // in attempts, before what is left stays as it is
-    double most_bytes;          // that the animation may come to by un-nesting nests of shared compositions
+    std::vector<double> shown;  // how often the picture shows each composition, including nests in nests
+    double unseen_left;         // of what may differ without being seen, in the judge's measure
+    double bytes_to_read;       // by attempts; then the remaining nests stay
+    double most_bytes;          // that the animation may reach by un-nesting nests of shared compositions
 
-    // Of the file, in the order in which they were first tried; a nest inside of others may be tried again after it
-    // came out of them.
+    // Of the file, in the order in which they were first tried; a nest inside others may be tried again after it came
+    // out of them.
     std::vector<FlattenedNest> nests;
     std::map<std::size_t, std::size_t> nest_of_origin;
-    std::set<std::size_t> flat;       // origins of which some nest was un-nested
-    std::set<std::size_t> slight;     // of which one looks equal, but not the same
-    std::set<std::size_t> adding_up;  // of which one stayed for what nobody would see of it alone
+    std::set<std::size_t> flat;       // origins with a nest that was un-nested
+    std::set<std::size_t> slight;     // with one that looks equal but is not exact
+    std::set<std::size_t> adding_up;  // with one that stayed for a difference too small to see by itself
     std::map<lottie::looks::NestOfFile, std::size_t> origins;
 };
 
@@ -70,7 +71,7 @@ class CompositionWork {
     void work(const std::set<std::size_t>& places, bool goes_deeper);
 
   private:
-    // Layers are told by their places in the stack when the work began, and those that came later by higher numbers.
+    // Layers are identified by their places in the stack when the work began, later ones by higher numbers.
     using Layers = std::set<std::size_t>;
     using Refused = std::map<std::size_t, std::string>;  // layers, and why
     struct Stage;

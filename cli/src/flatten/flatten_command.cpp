@@ -81,7 +81,7 @@ class Flatten {
         return result;
     }
 
-    // Says how far apart the pictures of the whole are. False if people would see it.
+    // Reports how much the pictures of the whole differ. False if people would see it.
     bool prove_whole(const std::string& label, const std::string& before, const std::string& after,
                      lottie::pictures::DrawingBudget& budget) const {
         try {

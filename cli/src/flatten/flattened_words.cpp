@@ -14,7 +14,7 @@ std::string reasons(const std::vector<lottie::looks::Reason>& mended) {
 
 constexpr std::size_t kMostNamed = 20;  // in one line
 
-// Those of the nests that are so, with the reason of each.
+// The nests for which it holds, each with its reason.
 template <class IsSo, class Reason>
 std::string listed(const std::vector<FlattenedNest>& nests, IsSo is_so, Reason reason) {
     std::string list;

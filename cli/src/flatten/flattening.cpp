@@ -14,10 +14,10 @@ namespace {
 
 using Places = std::set<std::size_t>;
 
-// That a few nests are given up; then all that differ in anything.
+// First a few nests are given up; then all that differ at all.
 constexpr std::size_t kMostTimes = 3;
 
-// Those of one composition that the options name.
+// The nests of one composition that the options name.
 Places selected_places(const host::model::Comp& comp, const Options& options) {
     Places places;
     for (const host::model::Layer* nest : options.layers.empty() ? nests_of(comp) : find_nests(comp, options.layers))
@@ -25,7 +25,7 @@ Places selected_places(const host::model::Comp& comp, const Options& options) {
     return places;
 }
 
-// A composition alone has other places than the file, so what is wrong in it is met once more in the file.
+// Places in a composition by itself are not those in the file, so a fault found in it is looked up in the file.
 [[noreturn]] void refuse(const Failure& failure, FlatteningState& state, lottie::document::Document& document,
                          std::size_t composition) {
     host::model::Comp& comp = find_composition(document, state.bench.id(composition));
@@ -52,7 +52,7 @@ void work_on_all(FlatteningState& state, lottie::document::Document& document) {
     }
 }
 
-// What had to stay inside of a composition may have become flat in every one that it came out into.
+// What had to stay inside a composition may have become flat in each composition that it came out into.
 void take_nests(FlatteningState& state, Flattened& flattened) {
     std::set<std::size_t> left;
     flattened.nests_left = 0;
@@ -68,7 +68,7 @@ void take_nests(FlatteningState& state, Flattened& flattened) {
     }
 }
 
-// As it is with what was learned so far; learns more, and if it did, this is to be tried once more.
+// One attempt with what was learned so far. If it learned more, another one is needed.
 bool try_to_flatten(FlatteningState& state, lottie::document::Document& document, FlatteningState::Learned& learned,
                     Flattened& flattened) {
     const Options& options = state.options;
@@ -86,7 +86,7 @@ bool try_to_flatten(FlatteningState& state, lottie::document::Document& document
         for (const std::size_t origin : state.slight) learned.given_up.emplace(origin, strayed.begin()->second);
     }
     take_nests(state, flattened);
-    // All or none: a nest that stayed because of others would not stay when those are flat.
+    // All or none: a nest that stayed because of others would not stay once those are flat.
     const bool adds_up = std::any_of(flattened.nests.begin(), flattened.nests.end(), [&state](const auto& nest) {
         return nest.is_kept() && state.adding_up.contains(nest.origin);
     });

@@ -26,7 +26,7 @@ ListedFile read_file(const std::string& file, const Console& console) {
     return listed;
 }
 
-// For programs: of several files one object that holds them all.
+// For programs: one object for all files.
 ExitCode list_for_programs(const Options& options, const Console& console) {
     const bool has_several = options.files.size() > 1 || options.has_folders;
     JsonWriter json;

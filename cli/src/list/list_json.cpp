@@ -16,7 +16,7 @@ class JsonList {
   public:
     JsonList(JsonWriter& json, const lottie::document::Document& document) : json_(json), document_(document) {}
 
-    // `id` of an animation among others; without one nothing is said of it.
+    // `id` is that of one animation among several; empty: left out.
     void list(const std::string& file, const std::string& id) {
         json_.begin_object();
         json_.add("file", file);

@@ -20,7 +20,7 @@ class TreeListing {
   public:
     explicit TreeListing(const lottie::document::Document& document) : document_(document) {}
 
-    // Nothing for a composition that has been shown.
+    // Empty for a composition that was already shown.
     void add(const Comp& comp) {
         add_root(comp);
         for (; !below_.empty(); below_.pop_front()) add_root(*below_.front());
@@ -32,7 +32,7 @@ class TreeListing {
     void add_root(const Comp& comp) {
         if (!shown_.insert(&comp).second) return;
         text_ += "composition " + name_and_id(comp) + ", " + std::to_string(comp.width()) + " x " +
-                 std::to_string(comp.height()) + ", " + short_number(comp.frame_rate()) + " frames a second, " +
+                 std::to_string(comp.height()) + ", " + rounded_text(comp.frame_rate()) + " frames a second, " +
                  counted(static_cast<std::size_t>(comp.layer_count()), "layer") + "\n";
         add_layers(comp, 1);
     }
@@ -51,8 +51,8 @@ class TreeListing {
         const Comp& comp = layer.comp();
         text_.append(static_cast<std::size_t>(depth) * 4, ' ');
         text_ += '#' + std::to_string(number) + ' ' + type_of(document_, layer) + ' ' +
-                 in_quotes(layer.display_name()) + ' ' + short_number(frames(comp, layer.in_point())) + " to " +
-                 short_number(frames(comp, layer.in_point() + layer.duration()));
+                 in_quotes(layer.display_name()) + ' ' + rounded_text(frames(comp, layer.in_point())) + " to " +
+                 rounded_text(frames(comp, layer.in_point() + layer.duration()));
         if (!is_nest(layer)) {
             text_ += '\n';
             return;

@@ -1,4 +1,4 @@
-// The forms in which `exflate list` shows animations.
+// The formats of `exflate list`.
 #pragma once
 
 #include <string>
@@ -25,7 +25,7 @@ struct ListedFile {
 // The tree for people. Each composition is shown once, inside the first nest that uses it; later ones refer to it.
 std::string tree_text(const ListedFile& file);
 
-// The same for programs, as one object; docs/list-json.md tells the form.
+// The same for programs, as one object, described in docs/list-json.md.
 void add_tree(JsonWriter& json, const ListedFile& file);
 
 // A file that cannot be listed.

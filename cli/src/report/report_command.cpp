@@ -23,7 +23,7 @@ using host::model::Layer;
 using lottie::looks::StackChange;
 using Tone = Console::Tone;
 
-constexpr int kGain = 4;  // so that small differences show
+constexpr int kGain = 4;  // makes small differences visible
 
 std::optional<WorstFrame> worst_frame(const Proven& proven) {
     if (proven.proof.looks_equal) return std::nullopt;

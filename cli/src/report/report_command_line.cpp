@@ -9,7 +9,7 @@
 namespace cli {
 namespace {
 
-// One word of a shell.
+// One word for a shell.
 std::string word(const std::string& text) {
     const auto is_plain = [](char c) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||

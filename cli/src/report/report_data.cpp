@@ -10,7 +10,7 @@ namespace cli {
 namespace {
 
 constexpr std::size_t kMaxNests = 500;           // of a flat file; those that stay come first
-constexpr std::size_t kMaxPictures = 1'000'000;  // bytes in the page; those of later nests are left out
+constexpr std::size_t kMaxPictures = 1'000'000;  // bytes in the page; beyond that, later nests get none
 
 std::string base64(std::string_view bytes) {
     constexpr const char* kDigits = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -30,7 +30,7 @@ std::string base64(std::string_view bytes) {
 std::string span_text(const std::vector<Span>& spans) {
     std::string text;
     for (const auto& [from, to] : spans)
-        text += (text.empty() ? "" : " ") + short_number(from) + ":" + short_number(to);
+        text += (text.empty() ? "" : " ") + rounded_text(from) + ":" + rounded_text(to);
     return text;
 }
 

@@ -37,7 +37,7 @@ std::string as_program(const std::string& program) {
 }
 
 // Differs from page to page, but not from run to run. It need not be secret: only the page's own programs carry it,
-// what comes from the animation is data, and the frame in which expressions run gives it up before.
+// whatever comes from the animation is data, and the frame that runs expressions drops it first.
 std::string nonce_for(std::string_view data) {
     std::uint64_t hash = 0xcbf29ce484222325;
     for (const char byte : data) hash = (hash ^ static_cast<unsigned char>(byte)) * 0x100000001b3;
@@ -46,7 +46,7 @@ std::string nonce_for(std::string_view data) {
     return text;
 }
 
-// The template with {{name}} replaced by the part of that name; parts are not looked through again.
+// The template with each {{name}} replaced by the part of that name; names inside parts are not replaced.
 std::string filled(std::string_view page, const std::map<std::string, std::string, std::less<>>& parts) {
     std::string result;
     for (;;) {

@@ -32,8 +32,8 @@ struct FlatSum {
 };
 
 struct Report {
-    std::string file;             // as people call it
-    std::string command;          // that writes the animation after
+    std::string file;             // for display
+    std::string command;          // that writes the result
     std::optional<FlatSum> flat;  // if it was asked what making it flat would do
     std::string composition;      // asset id; empty for the main one
     std::string composition_name;
@@ -57,7 +57,7 @@ struct Report {
     bool is_as_asked() const;                // every look stays, and no nest does that was to become flat
 };
 
-// The program that plays animations in the page, and the licence that it comes under.
+// The program that plays animations in the page, and its licence.
 struct AnimationPlayer {
     std::string program;
     std::string licence;
@@ -66,14 +66,14 @@ struct AnimationPlayer {
 // Reads the player's two files. Throws Failure (failed) with what to do about it when it is not there.
 AnimationPlayer load_player();
 
-// One HTML file that asks nothing of any network. Nothing that is in the animation can become part of the page's own
-// program; the animation's expressions run shut away in a frame of their own.
+// One HTML file that needs no network. Nothing in the animation can become part of the page's own program; the
+// animation's expressions run isolated in a frame of their own.
 std::string report_page(const Report& report, const AnimationPlayer& player);
 
 // What the page's program reads: everything but the two animations, as JSON.
 std::string report_data(const Report& report, const AnimationPlayer& player);
 
-// The command that gives the result of the report, for a shell. `extension` is that of the result's name.
+// The shell command that writes the report's result. `extension` is that of the result's name.
 std::string command_line(const Options& options, const std::string& extension);
 
 }  // namespace cli

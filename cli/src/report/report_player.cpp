@@ -1,4 +1,4 @@
-// Where the player of the report's page lies.
+// Where the player for the report's page is.
 #include <filesystem>
 
 #include "base/files.h"

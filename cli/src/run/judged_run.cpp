@@ -1,4 +1,4 @@
-// Un-nesting that judges the look of each nest and the size of the file.
+// Un-nesting under conditions on each nest's look and on the file's size.
 #include "run/judged_run.h"
 
 #include <algorithm>
@@ -23,7 +23,7 @@ void append(auto& all, const auto& more) {
     all.insert(all.end(), more.begin(), more.end());
 }
 
-// Compositions are counted at the end, each once.
+// Counts each composition once, at the end.
 void add(UnnestRecord& all, const UnnestRecord& one) {
     all.nests += one.nests;
     all.layers_made += one.layers_made;
@@ -32,9 +32,9 @@ void add(UnnestRecord& all, const UnnestRecord& one) {
     append(all.log, one.log);
 }
 
-// Where exflate list shows a layer, and under which name: runs number and name layers anew.
+// Where and under which name exflate list shows a layer: runs renumber and rename layers.
 struct ListedAs {
-    std::string composition;  // empty for the one that is worked on
+    std::string composition;  // empty for the one being worked on
     std::size_t number;
     std::string name;
 };
@@ -86,7 +86,7 @@ class JudgedRun {
     }
 
   private:
-    // A nest that came out of another is a copy of one that is listed.
+    // A nest that came out of another is a copy of a listed one.
     JudgedNest unjudged(const Layer& nest) {
         const auto own = listed_.find(nest.id());
         const ListedAs& listed = own != listed_.end() ? own->second : listed_.at(nest.copied_from());
@@ -100,7 +100,7 @@ class JudgedRun {
     }
 
     void run_one(Layer& nest) {
-        if (!nest.is_alive()) return;  // gone with a composition that an earlier run deleted
+        if (!nest.is_alive()) return;  // an earlier run deleted its composition
         JudgedNest judged = unjudged(nest);
         const Comp* source = nest.source()->comp();
         const Trial trial = trials_.run(comp_, {&nest});

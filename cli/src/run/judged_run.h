@@ -1,4 +1,4 @@
-// Un-nesting that judges the look of each nest and the size of the file.
+// Un-nesting under conditions on each nest's look and on the file's size.
 #pragma once
 
 #include <optional>
@@ -13,11 +13,11 @@ namespace cli {
 
 // What became of one nest.
 struct JudgedNest {
-    std::string composition;  // of the input that it is in, by name; empty for the one that is worked on
+    std::string composition;  // name of the one that it is in, in the input; empty for the one being worked on
     std::size_t number = 0;   // in the stack there, from 1
     std::string name;
     lottie::looks::Verdict verdict = lottie::looks::Verdict::exact;
-    std::size_t layers = 0;          // that came out, or would have
+    std::size_t layers = 0;          // that came out of it, or would have
     std::optional<long long> bytes;  // that the file grew, or would have; null when several came out in one run
     std::string kept_because;        // empty: it was un-nested
 };
@@ -25,14 +25,14 @@ struct JudgedNest {
 // "nest #1 "Logo" in composition "Intro"", as exflate list shows it.
 std::string place_of(const JudgedNest& nest);
 
-// Whether the options ask for that.
+// Whether the options ask for it.
 bool is_judged(const Options& options);
 
 // With --only-exact, --keep-look or --max-growth the nests are un-nested one by one, top first, each judged as the file
 // stands then; otherwise all together as in a plain run. `text` is the input. Returns the nests in the order of the
-// runs, and puts what all runs did and said into `record`. Throws Failure (look_changes) under --strict; as
-// Trials::run() and compare() otherwise. After a Failure only part of the work may be done: nobody may write the
-// project.
+// runs, and records what all runs did and reported. Throws Failure (look_changes) under --strict; as
+// Trials::run() and compare() otherwise. After a Failure the work may be half done, and the project must not be
+// written.
 std::vector<JudgedNest> unnest_judged(lottie::document::Document& document, const std::string& text,
                                       const RunContext& context, host::model::Comp& comp,
                                       std::vector<host::model::Layer*> nests, const Options& options,

@@ -1,4 +1,4 @@
-// What a run that was not asked to judge does to looks, in a sentence.
+// One sentence on what a run without judging does to looks.
 #include "run/look_hint.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@
 namespace cli {
 namespace {
 
-constexpr std::size_t kJudgedFreely = 16 << 10;  // bytes; judging such an animation takes no time
+constexpr std::size_t kJudgedFreely = 16 << 10;  // bytes; judging an animation of this size takes no noticeable time
 constexpr std::size_t kMostWork = 100'000;
 
 }  // namespace

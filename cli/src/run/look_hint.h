@@ -1,4 +1,4 @@
-// What a run that was not asked to judge does to looks, in a sentence.
+// One sentence on what a run without judging does to looks.
 #pragma once
 
 #include <optional>
@@ -17,13 +17,13 @@ class LookHint {
     LookHint(const lottie::document::Document& document, const host::model::Comp& comp,
              const std::vector<host::model::Layer*>& nests, bool recursive);
 
-    // After it: the hint; empty if every look stays.
+    // After it: the hint; empty if no look changes.
     std::string after(const UnnestRecord& record);
 
   private:
     const lottie::document::Document& document_;
     const host::model::Comp& comp_;
-    std::optional<Origins> origins_;  // none where judging costs too much
+    std::optional<Origins> origins_;  // none if judging would take too long
 };
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// What un-nesting lost is mended, where a flat file can hold it.
+// Mends what un-nesting lost, where a flat file can hold it.
 #include "run/mended_run.h"
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// What un-nesting lost is mended, where a flat file can hold it.
+// Mends what un-nesting lost, where a flat file can hold it.
 #pragma once
 
 #include <string>
@@ -10,13 +10,13 @@ namespace cli {
 
 struct MendedRun {
     std::string text;     // the animation
-    std::string summary;  // what was mended, and how many looks change nonetheless
+    std::string summary;  // what was mended, and how many looks still change
     lottie::looks::StackChange change;
     std::vector<std::string> layers;  // of the changed stack
 };
 
-// The animation before and after one run, and what that did. Throws std::runtime_error for texts that cannot be read,
-// TooMuchWork.
+// The animation before and after one run, and what the run did. Throws std::runtime_error for texts that cannot be
+// read, TooMuchWork.
 MendedRun mend_run(const std::string& before, const std::string& after, const lottie::looks::StackChange& change);
 
 }  // namespace cli

@@ -26,20 +26,20 @@ namespace {
 using host::model::Comp;
 using Tone = Console::Tone;
 
-// What was done with one animation of a file.
+// What was done to one animation of a file.
 struct AnimationResult {
     std::string label;
     std::string composition = {};
     UnnestRecord record = {};
     std::vector<JudgedNest> judged = {};  // of a judged run
-    std::string look_hint = {};           // of a run that was not judged
+    std::string look_hint = {};           // of a run without judging
     std::string mended = {};              // the animation, of a run that mends
     Sizes sizes = {};                     // of the text, unpacked
-    AskedLayers::Outcome asked = {};      // what became of layers that state machines ask for
+    AskedLayers::Outcome asked = {};      // what became of layers that state machines refer to
     std::string skip_reason = {};         // empty: the animation was changed
 };
 
-// One animation as it will be in its file, and what the text points at.
+// One animation as it will be in its file, and what the text borrows from.
 struct WrittenAnimation {
     std::optional<lottie::document::Document> document = {};  // of a plain file
     lottie::document::OutputText written = {};
@@ -100,12 +100,12 @@ class Run {
         return failed;
     }
 
-    // Not if a person has seen them in a window.
+    // Not if a person saw them in a window.
     void print_messages_of(const AnimationResult& result) const {
         if (windows_ == nullptr) print_messages(console_, result.label, result.record);
     }
 
-    // All animations of the file, or after a Failure none. `results` has an entry for each that was begun.
+    // All animations of the file; none after a Failure. `results` has an entry for each that was started.
     FileResult unnest_and_write(const std::string& file, std::vector<AnimationResult>& results) {
         AnimationFile input(file, options_.animation);
         std::vector<WrittenAnimation> animations = unnest_each(input, results);
@@ -162,7 +162,7 @@ class Run {
         if (!result.look_hint.empty()) console_.say(Tone::warning, result.label, result.look_hint);
     }
 
-    // The animations after it. One that lacks what the options name stays as it was if another has it.
+    // The resulting animations. One without what the options name stays as it was if another has it.
     std::vector<WrittenAnimation> unnest_each(AnimationFile& input, std::vector<AnimationResult>& results) {
         std::vector<WrittenAnimation> animations;
         std::optional<Failure> first_missing;
@@ -185,14 +185,14 @@ class Run {
         return animations;
     }
 
-    // The animation after it; as it was if it has no nest. Throws Failure; SelectionNotFound before anything is run.
+    // The resulting animation; unchanged if it has no nest. Throws Failure; SelectionNotFound before anything is run.
     WrittenAnimation unnest_one(AnimationFile& input, std::size_t i, AnimationResult& result) {
         WrittenAnimation animation;
         animation.document = parse_input(input.take_text(i));
         print_warnings(console_, result.label, animation.document->warnings());
         animation.written = unnest_in(*animation.document, input.asked_for(), result);
         if (!input.form()) return animation;
-        WrittenAnimation text_only;  // packing needs the text; a document is kept for no longer than it must be
+        WrittenAnimation text_only;  // packing needs only the text; the document is freed early
         text_only.written.append(animation.written.text());
         return text_only;
     }
@@ -220,7 +220,7 @@ class Run {
         return written;
     }
 
-    // Nobody may write the project if it fails.
+    // If it throws, the project must not be written.
     void unnest_all(lottie::document::Document& document, Comp& comp, const std::vector<host::model::Layer*>& nests,
                     const lottie::packed::AskedFor& asked_for, const AskedLayers& asked, AnimationResult& result) {
         DialogOperator answers(options_.answers);

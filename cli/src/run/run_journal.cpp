@@ -1,4 +1,4 @@
-// The journal of a run, if one is asked for.
+// The journal of a run, if one is wanted.
 #include "run/run_journal.h"
 
 #include <filesystem>
@@ -26,7 +26,7 @@ RunJournal::RunJournal(const std::string& file, const std::vector<std::string>& 
     } catch (const host::base::FileError& error) {
         throw Failure(ExitCode::failed, "the journal '" + file + "' " + error.what());
     }
-    // Names that look different may be one to the file system, which can tell now that there is such a file.
+    // Different names may be the same to the file system, which can tell now that the file exists.
     try {
         refuse_same_file(file, others);
     } catch (const Failure&) {

@@ -1,4 +1,4 @@
-// The journal of a run, if one is asked for.
+// The journal of a run, if one is wanted.
 #pragma once
 
 #include <memory>
@@ -13,8 +13,8 @@ namespace cli {
 
 class RunJournal {
   public:
-    // Makes the file; nothing at all for an empty name. Throws Failure: usage if the file is one of `others`, which are
-    // read or written too, failed if it cannot be made.
+    // Creates the file; does nothing for an empty name. Throws Failure: usage if the file is one of `others`, which are
+    // also read or written, failed if it cannot be created.
     RunJournal(const std::string& file, const std::vector<std::string>& others);
     ~RunJournal();
     RunJournal(const RunJournal&) = delete;
@@ -22,7 +22,7 @@ class RunJournal {
 
     // To be called before plug-ins are started. The journal outlives the session.
     void observe(host::runner::Session& session, const std::string& name);
-    // Ends the journal. Throws Failure (failed) if not all of it could be written.
+    // Ends the journal. Throws Failure (failed) if it could not be written in full.
     void finish();
 
   private:

@@ -26,17 +26,17 @@ void print_success(const Console& console, const std::string& file, const std::s
 // The growth of a packed file, and where it went (empty: standard output).
 void print_packed(const Console& console, const std::string& file, Sizes sizes, const std::string& output);
 
-// A sticker that was small enough and is no longer.
+// Warns of a sticker that is now too large.
 void print_too_large(const Console& console, const std::string& file, std::size_t bytes);
 
-// What became of the nests of a judged run: of those that were kept, or of all.
+// What became of the nests of a judged run: all of them, or only those kept.
 void print_judged_nests(const Console& console, const std::string& file, const std::vector<JudgedNest>& nests,
                         bool all);
 
 // Of several files.
 std::string sum_of_runs(const FileTotals& totals);
 
-// What the host noticed on the way: failed calls and scripts that the plug-in may have ignored.
+// What the host noticed: failed calls and scripts that the plug-in may have ignored.
 void print_log(const Console& console, const std::string& file, const UnnestRecord& record);
 
 }  // namespace cli

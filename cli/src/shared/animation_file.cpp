@@ -84,7 +84,7 @@ NamesNow AnimationFile::names_in_others() const {
         try {
             names.merge(names_in(parse_input(archive_->animations()[i].text).text(), archive_->asked_for()));
         } catch (const Failure&) {
-            continue;  // no animation, and nothing that players could show
+            continue;  // neither an animation nor anything that players could show
         }
     }
     return names;

@@ -1,4 +1,4 @@
-// Standard error: sentences for people, coloured where that is wanted.
+// Standard error: sentences for people, in colour where that is wanted.
 #include "cli/shared/console.h"
 
 #include <cstdio>
@@ -78,7 +78,7 @@ void Console::show_progress(std::string_view line) const {
     shows_progress_ = !line.empty();
 }
 
-// With one call, so that lines of several processes do not mix.
+// In one call, so that lines of several processes do not mix.
 void Console::write(std::string_view text) const {
     constexpr std::string_view kEraseLine = "\r\033[K";
     std::string all(shows_progress_ ? kEraseLine : "");

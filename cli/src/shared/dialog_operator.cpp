@@ -13,13 +13,13 @@ constexpr const char* kDeleteSource = "Delete source after exflating";
 constexpr const char* kKeepInComp = "Keep pre-comp in composition";
 constexpr const char* kPrependName = "Prepend pre-comp name to extracted layers";
 constexpr const char* kFixRandom = "Attempt to correct layers with randomized expressions";
-constexpr const char* kPrefix = "prefixInput";  // the one control without a text of its own
+constexpr const char* kPrefix = "prefixInput";  // the only control without a text of its own
 constexpr const char* kOk = "Ok";
 
 void set_tick(Window& window, const char* text, bool wanted) {
     Element& box = window.control(text);
     if (box.value() == wanted) return;
-    // Two boxes that grey each other can both be grey when what the dialog remembers was edited by hand.
+    // Two boxes that disable each other can both be disabled if the dialog's settings were edited by hand.
     box.set_enabled(true);
     window.click(box);
 }
@@ -29,7 +29,7 @@ void set_tick(Window& window, const char* text, bool wanted) {
 void DialogOperator::drive(Window& window) {
     window.click(window.control(answers_.copy_attributes ? kCopyAttributes : kDiscardAttributes));
     window.type_text(window.control(kPrefix), answers_.prefix);
-    // A ticked box greys the other of the two, so what is to be off comes first.
+    // A ticked box disables the other one, so the one to untick comes first.
     if (!answers_.delete_source) set_tick(window, kDeleteSource, false);
     set_tick(window, kKeepInComp, answers_.keep_in_comp);
     set_tick(window, kDeleteSource, answers_.delete_source);

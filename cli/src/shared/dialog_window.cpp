@@ -1,4 +1,4 @@
-// Windows for the plug-in's dialog: the module that has them, loaded on demand.
+// Loads the module with windows for the plug-in's dialog, on demand.
 #include "shared/dialog_window.h"
 
 #include <filesystem>
@@ -27,7 +27,7 @@ fs::path find_module() {
                   "dialog with its flags instead");
 }
 
-// A function of the module, which stays loaded: the toolkit cannot be unloaded.
+// A function of the module. It stays loaded, as the toolkit cannot be unloaded.
 template <class Function>
 Function module_function(const char* name) {
     const fs::path file = find_module();

@@ -1,4 +1,4 @@
-// Windows for the plug-in's dialog: the module that has them, loaded on demand.
+// Loads the module with windows for the plug-in's dialog, on demand.
 #pragma once
 
 #include <functional>

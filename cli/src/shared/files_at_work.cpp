@@ -40,7 +40,7 @@ bool have_files_in_common(const Options& options) {
     return false;
 }
 
-// The totals, and each text behind its size.
+// The totals, then each text after its size.
 std::string in_bytes(const FileResult& result) {
     const auto bytes_of = [](const auto& value) {
         return std::string_view(reinterpret_cast<const char*>(&value), sizeof value);

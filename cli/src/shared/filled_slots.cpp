@@ -1,4 +1,4 @@
-// Values that themes fill by the names of their slots, and which of them a run takes away.
+// Values that themes fill in through named slots, and which of them a run removes.
 #include "shared/filled_slots.h"
 
 #include <algorithm>

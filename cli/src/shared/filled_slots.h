@@ -1,4 +1,4 @@
-// Values that themes fill by the names of their slots, and which of them a run takes away.
+// Values that themes fill in through named slots, and which of them a run removes.
 #pragma once
 
 #include <cstddef>
@@ -16,21 +16,21 @@ namespace cli {
 
 using Slots = std::set<std::string>;
 
-// The strings that stand under a key, which is given with its quotes, anywhere in a text that is JSON.
+// The string values of a key anywhere in JSON text. The key is given with its quotes.
 std::vector<std::string_view> literals_under(std::string_view key, std::string_view json);
 
-// Those of `filled` that fill values of the layer.
+// The slots among `filled` that fill in values of the layer.
 Slots slots_in(std::string_view layer, const Slots& filled);
 
 lottie::looks::Finding loses_value(const std::string& slot);
 
 class FilledSlots {
   public:
-    // Before a run on these nests of the composition. Costs nothing where no slot is filled.
+    // Before a run on these nests of the composition. Free if no slot is filled.
     FilledSlots(const lottie::document::Document& document, const host::model::Comp& comp,
                 const std::vector<host::model::Layer*>& nests, const Slots& filled);
 
-    // What they lose by the run, which left the composition with these layers.
+    // What they lost in the run, which left the composition with these layers.
     std::vector<lottie::looks::Finding> losses(const lottie::looks::StackChange& change,
                                                const lottie::document::WrittenLayers& after) const;
 

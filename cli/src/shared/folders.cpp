@@ -24,7 +24,7 @@ bool has_name_of_packed(const std::string& name) {
     return extension == ".lottie" || extension == ".tgs";
 }
 
-// One that cannot be read or unpacked counts if its name says so: then people hear why.
+// One that cannot be read or unpacked counts by its name, so that people are told why.
 bool is_animation(const fs::path& file) {
     try {
         std::string bytes = host::base::read_file(file, kMaxInputBytes);

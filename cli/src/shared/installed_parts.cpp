@@ -1,4 +1,4 @@
-// The files that the command needs beside itself: in a build tree and where it is installed.
+// Finds the files that come with the command, in a build tree or an installation.
 #include "shared/installed_parts.h"
 
 #include <cstdlib>

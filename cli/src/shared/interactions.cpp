@@ -1,4 +1,4 @@
-// What state machines and themes around an animation ask of its layers, and what a run makes of that.
+// What state machines and themes around an animation expect of its layers, and what becomes of that in a run.
 #include "cli/shared/interactions.h"
 
 #include <algorithm>
@@ -16,7 +16,7 @@ namespace {
 using host::model::Layer;
 using lottie::looks::Finding;
 
-// Whether anybody can meet it: un-nested compositions often stay in the project, and nests as hidden layers.
+// Whether it is ever shown: un-nested compositions often stay in the project, and nests as hidden layers.
 bool is_shown(const Layer& layer, const host::model::Comp& main) {
     const host::model::Comp& comp = layer.comp();
     return layer.is_alive() && layer.has_flag(host::model::kVideoActive) && (&comp == &main || !comp.users().empty());
@@ -45,7 +45,7 @@ std::string name_of(std::string_view layer) {
                : lottie::document::decode_string(tree.text(*name));
 }
 
-// Tells layers of a changed stack apart; what runs and remedies made has no place before.
+// Identifies layers of a changed stack; those made by runs and remedies have no place before.
 auto place_of(const lottie::looks::Origin& origin) {
     return std::tuple(origin.kind, origin.nest, origin.layer);
 }
@@ -79,7 +79,7 @@ std::vector<const host::model::Comp*> AskedLayers::homes(const std::string& name
 AskedLayers::Outcome AskedLayers::outcome() const {
     Outcome outcome;
     if (asked_.empty()) return outcome;
-    std::map<host::model::LayerId, std::set<std::string>> names;  // that a layer has now, and its copies
+    std::map<host::model::LayerId, std::set<std::string>> names;  // current names of a layer and its copies
     for (const host::model::Comp* comp : document_.project().comps()) {
         for (const Layer* layer : comp->stack().to_vector()) {
             if (!is_shown(*layer, document_.main_comp())) continue;
@@ -126,7 +126,7 @@ NamesNow names_in(std::string_view animation, const lottie::packed::AskedFor& as
 
 NewNames new_layer_names(const std::vector<NamesNow>& animations) {
     NamesNow all;
-    std::set<std::string> told;  // by one animation alone
+    std::set<std::string> told;  // by just one animation
     for (const NamesNow& animation : animations) {
         for (const auto& [name, now] : animation) {
             all[name].insert(now.begin(), now.end());

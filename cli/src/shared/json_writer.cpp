@@ -32,7 +32,7 @@ void JsonWriter::add(const char* name, bool is_true) {
 }
 
 void JsonWriter::add(const char* name, double number) {
-    const std::string text = short_number(number);
+    const std::string text = rounded_text(number);
     writer_.Key(name);
     writer_.RawValue(text.data(), text.size(), rapidjson::kNumberType);
 }
@@ -52,7 +52,7 @@ void JsonWriter::add_array(const char* name, const std::vector<std::string>& ele
     std::string array = "[";
     for (const std::string& element : elements) {
         array += array.size() > 1 ? std::string(",") + kNewLine : kNewLine;
-        for (std::size_t i = 0; i + 1 < element.size(); ++i) {  // the last line ends with the array's
+        for (std::size_t i = 0; i + 1 < element.size(); ++i) {  // the array adds the newline of the last line
             if (element[i] == '\n') {
                 array += kNewLine;
             } else {

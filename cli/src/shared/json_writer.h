@@ -14,7 +14,7 @@
 
 namespace cli {
 
-// Invalid UTF-8 would make a whole text invalid.
+// Invalid UTF-8 would make the whole text invalid.
 using host::base::valid_utf8;
 
 class JsonWriter {
@@ -36,10 +36,10 @@ class JsonWriter {
     void add_exact(const char* name, double number);
     void add_null(const char* name);
     void add_element(std::string_view text);
-    // `elements` are texts of other writers whose value stands for one of an array of the outermost object.
+    // Adds an array to the outermost object. `elements` are texts from other writers, one for each element.
     void add_array(const char* name, const std::vector<std::string>& elements);
 
-    // With a newline at the end. Pure text: what could steer a terminal is escaped, in names too.
+    // With a newline at the end. Plain text: control characters are escaped, even in names.
     std::string text() const;
 
   private:
@@ -47,7 +47,7 @@ class JsonWriter {
     rapidjson::PrettyWriter<rapidjson::StringBuffer> writer_{buffer_};
 };
 
-// "error", and where it is known "line" and "column".
+// "error", and if known "line" and "column".
 void add_error(JsonWriter& json, const Failure& failure);
 
 }  // namespace cli

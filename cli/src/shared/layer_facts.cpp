@@ -1,4 +1,4 @@
-// What a listing tells about a layer or a composition.
+// What a listing says about a layer or a composition.
 #include "shared/layer_facts.h"
 
 #include <cmath>
@@ -42,9 +42,9 @@ double frames(const host::model::Comp& comp, host::model::Time time) {
     return std::round(host::model::seconds(time) * comp.frame_rate() * 1000) / 1000;
 }
 
-std::string short_number(double value) {
+std::string rounded_text(double value) {
     const double rounded = std::round(value * 1000) / 1000;
-    return host::base::shortest_text(rounded + 0.0);  // which turns a negative zero into zero
+    return host::base::shortest_text(rounded + 0.0);  // + 0.0 turns a negative zero into zero
 }
 
 }  // namespace cli

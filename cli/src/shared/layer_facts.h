@@ -1,4 +1,4 @@
-// What a listing tells about a layer or a composition.
+// What a listing says about a layer or a composition.
 #pragma once
 
 #include <string>
@@ -14,6 +14,6 @@ const char* type_of(const lottie::document::Document& document, const host::mode
 double frames(const host::model::Comp& comp, host::model::Time time);
 
 // At most three decimals, none of them a trailing zero.
-std::string short_number(double value);
+std::string rounded_text(double value);
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// Where the layers of a stack come from that an un-nesting has changed.
+// Where the layers of a stack changed by an un-nesting come from.
 #include "cli/shared/origins.h"
 
 #include <algorithm>
@@ -28,7 +28,7 @@ Origins::Origins(const Comp& comp, const std::vector<Layer*>& nests) : before_(i
     std::size_t place = 0;
     for (const Layer* layer : comp.stack().to_vector()) {
         if (wanted.contains(layer)) {
-            nests_.push_back(place);  // copies come out in the order of the stack
+            nests_.push_back(place);  // copies keep the order of the stack
             std::size_t inner_place = 0;
             for (const LayerId inner : ids_of(*layer->source()->comp()))
                 originals_[inner].push_back({Origin::Kind::copied, inner_place++, place});
@@ -42,7 +42,7 @@ StackChange Origins::change_to(const Comp& comp, std::string id) {
     StackChange change;
     change.composition = std::move(id);
     change.nests = nests_;
-    // Most of the stack is as before; only what lies between is looked up.
+    // Most of the stack is unchanged; only what lies between is looked up.
     const std::size_t shorter = std::min(before_.size(), after.size());
     std::size_t top = 0;
     while (top < shorter && before_[top] == after[top]->id()) ++top;

@@ -1,4 +1,4 @@
-// A plug-in of somebody else's works in a process of its own: whatever it does there, the command ends in good order.
+// Runs somebody else's plug-in in a process of its own, so that the command ends properly whatever it does.
 #include "shared/plugin_process.h"
 
 #include <algorithm>
@@ -11,13 +11,13 @@ namespace {
 
 using host::base::ProcessEnd;
 
-// Several times what scripts may take, for all files; pictures are drawn in further processes.
+// Several times what scripts may take, for all files together; pictures are drawn in other processes.
 host::base::ProcessLimits limits_for(const Options& options) {
     const auto files = std::max<std::size_t>(1, options.files.size());
     const std::chrono::duration<double> each(4 * options.script_time);
     host::base::ProcessLimits limits;
     limits.processor_time = std::chrono::ceil<std::chrono::seconds>(files * each);
-    // A person in front of a dialog takes as long as they like.
+    // People may take their time over a dialog.
     if (!options.dialog) limits.time = 2 * *limits.processor_time + 3 * files * options.picture_time;
     return limits;
 }

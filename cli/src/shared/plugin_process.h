@@ -1,4 +1,4 @@
-// A plug-in of somebody else's works in a process of its own: whatever it does there, the command ends in good order.
+// Runs somebody else's plug-in in a process of its own, so that the command ends properly whatever it does.
 #pragma once
 
 #include <functional>
@@ -9,8 +9,8 @@
 
 namespace cli {
 
-// Does the work in such a process if EXFLATE_PLUGIN names a plug-in and there are processes, else in this one. `work`
-// catches everything.
+// Does the work in such a process if EXFLATE_PLUGIN names a plug-in and the system has processes, else in this one.
+// `work` catches everything.
 ExitCode keep_plugin_apart(const Options& options, const Console& console, const std::function<ExitCode()>& work);
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// Finding the composition and the nests that the arguments name.
+// Finds the composition and the nests that the arguments name.
 #include "cli/shared/selection.h"
 
 #include <algorithm>

@@ -9,7 +9,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// The value if it is an absolute path: others are to be ignored.
+// The value if it is an absolute path; others are ignored.
 fs::path folder_from(const char* variable) {
     const char* value = std::getenv(variable);
     const fs::path folder = value != nullptr ? value : "";

@@ -20,7 +20,7 @@ char lower(char c) {
 }  // namespace
 
 std::size_t edit_distance(std::string_view a, std::string_view b) {
-    // Three rows of the table: two above, the last, the one being made.
+    // Three rows of the table: the one being filled and the two above it.
     std::vector<std::size_t> before_last(b.size() + 1);
     std::vector<std::size_t> last(b.size() + 1);
     std::vector<std::size_t> row(b.size() + 1);
@@ -48,7 +48,7 @@ std::vector<std::string> suggestions(std::string_view typed, const std::vector<s
         const std::size_t shorter = std::min(name.size(), typed.size());
         if (longer - shorter > reach) continue;
         const std::size_t distance = edit_distance(typed, name);
-        // A name that would be replaced as a whole is not near.
+        // A name with nothing in common is not similar.
         if (distance <= reach && distance < longer) near.emplace(distance, name);
     }
     std::vector<std::string> result;

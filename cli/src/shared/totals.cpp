@@ -1,4 +1,4 @@
-// What the work on several files came to.
+// Totals of the work on several files.
 #include "cli/shared/totals.h"
 
 #include <cstdio>

@@ -1,4 +1,4 @@
-// Running the command to see what it would do.
+// Trial runs: what the command would do.
 #include "cli/shared/trial.h"
 
 #include <algorithm>
@@ -12,10 +12,10 @@
 
 namespace cli {
 
-// What a trial takes besides the run, in steps.
+// What a trial costs besides the run, in steps.
 constexpr std::size_t kStepsPerItem = 25;   // of the project
-constexpr std::size_t kStepsPerLayer = 40;  // of the stack, as long as that fits into the processor's caches
-constexpr std::size_t kStepsPerByte = 2;    // of a layer that is written anew
+constexpr std::size_t kStepsPerLayer = 40;  // of the stack, while it fits into the processor's caches
+constexpr std::size_t kStepsPerByte = 2;    // of a rewritten layer
 constexpr std::size_t kLayersInCache = 80'000;
 
 using host::model::Comp;

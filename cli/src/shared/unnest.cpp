@@ -1,4 +1,4 @@
-// Running the plug-in's command on nests, once or until none is left.
+// Runs the plug-in's command on nests, once or until none is left.
 #include "cli/shared/unnest.h"
 
 #include <algorithm>
@@ -22,7 +22,7 @@ using Layers = std::vector<Layer*>;
 // Compositions that share compositions multiply: ten levels of ten nests are 10^10 layers.
 constexpr double kMaxLayers = 1'000'000;
 
-// What a run takes, in steps: by itself, for each layer that it copies, and for each nest to walk past one layer or one
+// What a run costs, in steps: in itself, for each layer that it copies, and for each nest to walk past one layer or
 // item of the project.
 constexpr std::size_t kStepsPerRun = 20'000;
 constexpr std::size_t kStepsPerCopy = 2'000;
@@ -32,8 +32,8 @@ const Comp& source_of(const Layer& nest) {
     return *nest.source()->comp();
 }
 
-// How many layers each composition comes to when all nests inside it are un-nested. Without recursion, for chains of
-// any length; as a floating number, for there is no largest one.
+// How many layers each composition has once all nests inside it are un-nested. Not recursive, so that chains may have
+// any length; a floating-point number, as there is no upper bound.
 class Expansion {
   public:
     double layers_of(const Comp& root) {
@@ -46,7 +46,7 @@ class Expansion {
     }
 
   private:
-    // False when compositions inside must be counted first; they are put on top of `open`.
+    // False if compositions inside must be counted first; they are pushed onto `open`.
     bool count(const Comp& comp, std::vector<const Comp*>& open) {
         const std::size_t open_before = open.size();
         double layers = 0;
@@ -81,7 +81,7 @@ void append(auto& all, auto&& more) {
     all.insert(all.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
-// Keeps what was said and turns an error into a failure; `what` begins the sentence.
+// Keeps messages and turns an error into a failure; `what` begins the sentence.
 void keep_and_check(VisitResult outcome, UnnestRecord& record, const std::string& what) {
     append(record.alerts, std::move(outcome.alerts));
     append(record.reports, std::move(outcome.reports));
@@ -97,7 +97,7 @@ void keep_and_check(VisitResult outcome, UnnestRecord& record, const std::string
                                                             : " failed with error " + std::to_string(outcome.error)));
 }
 
-// For each nest the plug-in walks through the stack and through the project.
+// For each nest the plug-in walks through the stack and the project.
 void spend_for_run(lottie::looks::Work& work, const Comp& comp, const Layers& nests) {
     std::size_t copies = 0;
     for (const Layer* nest : nests) copies += static_cast<std::size_t>(source_of(*nest).layer_count());
@@ -105,8 +105,8 @@ void spend_for_run(lottie::looks::Work& work, const Comp& comp, const Layers& ne
     work.spend(kStepsPerRun + kStepsPerCopy * copies + kStepsPerWalk * nests.size() * walk);
 }
 
-// Nests before a run, to tell from the composition after it how many were un-nested: they are gone, or copies of their
-// layers came.
+// Nests before a run, to tell from the composition after it how many were un-nested: they are gone, or copies of
+// their layers have appeared.
 class NestsBefore {
   public:
     NestsBefore(const Comp& comp, const Layers& nests) : newest_(comp.project().newest_layer_id()) {
@@ -126,7 +126,7 @@ class NestsBefore {
     }
 
   private:
-    // How often the layers of a source that a nest still has came out.
+    // How often the layers of a source came out that still has a nest.
     static std::size_t copied(const Comp& source, const std::unordered_map<host::model::LayerId, std::size_t>& copies) {
         std::size_t most = 0;
         for (const Layer* layer : source.stack().to_vector()) {
@@ -206,7 +206,7 @@ void unnest(host::runner::Session& session, Comp& comp, Layers nests, bool recur
         const host::model::LayerId newest = comp.project().newest_layer_id();
         spend_for_run(work, comp, nests);
         run_round(session, comp, nests, record);
-        nests = recursive ? new_nests_of(comp, newest) : Layers();  // a kept nest is not run again
+        nests = recursive ? new_nests_of(comp, newest) : Layers();  // a kept nest is not tried again
         for (const Layer* nest : nests) record.places_lost += nest->parent() != nullptr ? 1U : 0U;
     }
 

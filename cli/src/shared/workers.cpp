@@ -1,4 +1,4 @@
-// Processes for files: the plug-in is loaded once and each worker begins with it.
+// Processes for files: the plug-in is loaded once, and each worker starts with it.
 #include "cli/shared/workers.h"
 
 #include <cstring>
@@ -19,7 +19,7 @@ struct Worker {
     std::unique_ptr<ChildProcess> process;
 };
 
-// A result follows what a worker writes to standard error, and its size follows the result.
+// After a worker's standard error come its result and the result's size.
 void say_result(const ChildProcess::Parent& parent, std::string result) {
     const std::size_t size = result.size();
     result.append(reinterpret_cast<const char*>(&size), sizeof size);
@@ -59,7 +59,7 @@ class Team {
             if (!running_.empty()) listen();
             for (; told_ < ended_.size() && ended_[told_]; ++told_) {
                 workers_.tell(told_, *ended_[told_]);
-                ended_[told_].emplace();  // what was said needs no place any more
+                ended_[told_].emplace();  // frees the text
             }
         }
     }
@@ -84,7 +84,7 @@ class Team {
         workers_.progress(++ended_count_);
     }
 
-    // Waits until a worker says something or ends.
+    // Waits until a worker writes something or ends.
     void listen() {
         std::vector<ChildProcess*> heard;
         for (const Worker& worker : running_) heard.push_back(worker.process.get());

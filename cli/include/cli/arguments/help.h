@@ -7,15 +7,15 @@
 
 namespace cli {
 
-// The full text of an option or a command as sentences.
+// The full text of an option or a command, in sentences.
 std::string full_text(std::string_view brief, std::string_view more);
 
-// The same with what other options of the command it cannot be used with.
+// Likewise, with the options of the command that it cannot be used with.
 std::string full_text(const Option& option, const Command& command);
 
 std::string overview();
 
-// All that is known of the command.
+// Everything about the command.
 std::string command_help(const Command& command);
 
 // A line for each option.

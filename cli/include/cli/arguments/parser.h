@@ -1,4 +1,4 @@
-// What the arguments of the command ask for.
+// Parses the command line.
 #pragma once
 
 #include <string>
@@ -15,11 +15,11 @@ struct Request {
 };
 
 struct UsageProblem {
-    std::string sentence;  // says what is wrong with the arguments
-    std::string help;      // the command line that shows what is right
+    std::string sentence;  // what is wrong with the arguments
+    std::string help;      // the command that prints the right usage
 };
 
-// `arguments` without the program's own name. What does not begin with the name of a command is meant for `run`.
+// `arguments` without the program's own name. Without the name of a command they are for `run`.
 std::variant<Request, UsageProblem> parse_arguments(const std::vector<std::string>& arguments);
 
 }  // namespace cli

@@ -22,10 +22,10 @@ struct FlattenedNest {
     std::string composition_name;
     std::size_t number = 0;  // in the stack of the input, from 1
     std::string name;
-    std::size_t layers = 0;    // that came out, or would have
+    std::size_t layers = 0;    // that came out of it, or would have
     std::string kept_because;  // still a nest; empty: it was un-nested
     std::vector<lottie::looks::Reason> mended;
-    // Of the un-nesting, mended, that it went through or would have; unknown where none was tried.
+    // Of its un-nesting with the repairs, done or only tried; unknown if none was tried.
     lottie::looks::Verdict verdict = lottie::looks::Verdict::exact;
     std::vector<lottie::looks::Finding> findings;
 
@@ -37,16 +37,16 @@ struct Flattened {
     std::string text;
     std::vector<FlattenedNest> nests;  // innermost compositions first, each from top to bottom
     std::size_t nests_left = 0;        // that can be seen
-    NamesNow layer_names;              // of layers that state machines ask for
+    NamesNow layer_names;              // of layers that state machines refer to
     std::vector<lottie::document::InputError> warnings;
     std::string skipped;  // why nothing was done; empty otherwise
     std::vector<lottie::looks::StackChange> steps = {};
 
-    // Every nest that was to become flat did, and looks as it did.
+    // Every nest that was to become flat did so and looks as before.
     bool is_as_asked() const;
 };
 
-// Works on the nests that the options name, or on all. What lies around the animation asks for parts of it. Throws
+// Works on the nests that the options name, or on all. What surrounds the animation may refer to parts of it. Throws
 // Failure: bad input, and what the plug-in or the host report.
 Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
                             const lottie::packed::AskedFor& asked_for = {});

@@ -17,7 +17,7 @@
 
 namespace cli {
 
-// A file's name in sentences; "standard input" for "-".
+// A file's name for messages; "standard input" for "-".
 std::string shown_name(const std::string& file);
 
 // The file's bytes. Throws Failure (bad input).
@@ -26,11 +26,11 @@ std::string read_input(const std::string& file);
 // Throws Failure (bad input, with its place).
 lottie::document::Document parse_input(std::string text);
 
-// `label` names the animation that they are about.
+// `label` names the animation that the warnings are about.
 void print_warnings(const Console& console, const std::string& label,
                     const std::vector<lottie::document::InputError>& warnings);
 
-// Throws Failure (bad input, with its place) if a fault inside some layer was met: a run may have passed over it.
+// Throws Failure (bad input, with its place) if a fault inside a layer came up: a run may have ignored it.
 void refuse_faulty_content(const lottie::document::Document& document);
 
 // The animation as it is now. Throws Failure (bad input, with its place) if it cannot be written.
@@ -45,8 +45,8 @@ void prepare_folder(const std::string& folder);
 void write_result(host::base::Pieces bytes);
 
 // Writes the whole result to the file or nothing, as host::base::replace_file() does it; "-" is standard output. A
-// process that is killed leaves a file named .exflate- and six characters behind at most. A file that is read-only is
-// refused unless `force` is set; of other hard links to it `console` says that they keep what they have. Throws Failure
+// process that is killed leaves at most a file named .exflate- and six characters behind. A file that is read-only is
+// refused unless `force` is set; `console` warns of other hard links, which keep the old content. Throws Failure
 // (failed).
 void write_result(const Console& console, const std::string& output, host::base::Pieces bytes, bool force);
 
@@ -56,31 +56,31 @@ constexpr std::size_t kMaxStickerBytes = std::size_t{64} << 10;
 class AnimationFile {
   public:
     // Reads the file; "-" is standard input. `id` chooses one animation of a .lottie file, an empty one means all.
-    // Throws Failure: bad input, its place naming the entry at fault; usage if there is no animation of that id.
+    // Throws Failure: bad input, naming the entry at fault; usage if there is no animation with that id.
     AnimationFile(const std::string& file, const std::string& id);
 
     // Whether it is a .lottie file, even one with a single animation: its animations have names.
     bool is_collection() const { return form() == lottie::packed::Form::lottie; }
-    std::optional<lottie::packed::Form> form() const;  // none of a plain file
+    std::optional<lottie::packed::Form> form() const;  // none for a plain file
     std::size_t byte_count() const { return byte_count_; }
 
     // The chosen animations; at least one.
     std::size_t count() const { return chosen_.size(); }
     const std::string& text(std::size_t i) const;
-    // The same, once: a plain file may have no text afterwards.
+    // Moves it out; to be called once, as a plain file may have no text afterwards.
     std::string take_text(std::size_t i);
-    std::string id(std::size_t i) const;     // empty where there is no choice
-    std::string place(std::size_t i) const;  // a colon and the entry for sentences; empty where there is no choice
-    // The file's name as it is in sentences, and the place.
+    std::string id(std::size_t i) const;     // empty where there is only one
+    std::string place(std::size_t i) const;  // a colon and the entry, for messages; empty where there is only one
+    // The file's name for messages, and the place.
     std::string label(std::size_t i) const { return name_ + place(i); }
 
-    // What other things in the file ask of the animations.
+    // What the rest of the file refers to in the animations.
     const lottie::packed::AskedFor& asked_for() const;
-    // The layers among it that animations have which are not chosen.
+    // The layers among it that are in animations that were not chosen.
     NamesNow names_in_others() const;
 
-    // The file's bytes with `texts` in the place of the chosen animations, in the same form. They point at what the
-    // texts of a plain file point at. What asks for a layer asks by its new name. Throws Failure (failed).
+    // The file's bytes with `texts` in the place of the chosen animations, in the same form. They borrow from
+    // the same text as those of a plain file. References to layers get the new names. Throws Failure (failed).
     lottie::document::OutputText with(std::vector<lottie::document::OutputText> texts,
                                       const std::map<std::string, std::string>& layer_names = {}) const;
 

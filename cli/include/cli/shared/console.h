@@ -1,4 +1,4 @@
-// Standard error: sentences for people, coloured where that is wanted. Whatever is in them, none steers the terminal.
+// Standard error: sentences for people, in colour where that is wanted. Nothing in them can control the terminal.
 #pragma once
 
 #include <string>
@@ -12,16 +12,16 @@ class Console {
   public:
     enum class Tone { plain, good, warning, error };
 
-    // Colours when standard error is a terminal that has them and NO_COLOR is not set.
+    // In colour if standard error is a terminal that has colours and NO_COLOR is not set.
     static Console for_this_process();
     explicit Console(bool has_colors) : has_colors_(has_colors) {}
 
-    // For what goes to standard output, by the same rules.
+    // For standard output, by the same rules.
     static Console for_output();
-    // The text in the tone's colour, if this one has colours.
+    // The text in the tone's colour, if this console uses colours.
     std::string paint(Tone tone, std::string_view text) const;
 
-    // The same, saying warnings and errors only.
+    // A console that prints only warnings and errors.
     Console quiet() const;
 
     // `subject` (a file, the command) in the tone's colour, a colon, the sentence.
@@ -29,8 +29,8 @@ class Console {
 
     // What a console like this one wrote in another process.
     void pass_on(std::string_view text) const;
-    // A line that the next one of these or anything said replaces; an empty one takes it away. Only where there are
-    // colours: elsewhere nothing can be taken away.
+    // A status line, replaced by the next one and by any message; an empty one clears it. Only where there are
+    // colours: elsewhere nothing can be erased.
     void show_progress(std::string_view line) const;
 
   private:

@@ -6,7 +6,7 @@
 
 namespace cli {
 
-// Brings every control into the wanted state, whatever the dialog remembered, and presses "Ok". A dialog without those
+// Sets every control as wanted, whatever the dialog remembered, and presses "Ok". A dialog without those
 // controls ends with an error of its script.
 class DialogOperator : public host::scriptui::DialogDriver {
   public:

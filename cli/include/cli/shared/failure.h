@@ -15,7 +15,7 @@ namespace cli {
 // 1: a look changes (check), the plug-in did something else (replay).
 enum class ExitCode { done = 0, look_changes = 1, differs = 1, usage = 2, bad_input = 3, failed = 4 };
 
-// In a text, from 1; 0 where it is not known.
+// In a text, from 1; 0 if unknown.
 struct TextPlace {
     std::size_t line = 0;
     std::size_t column = 0;
@@ -24,18 +24,18 @@ struct TextPlace {
 // Ends the work on one file; what() is one sentence without the file's name.
 class Failure : public std::runtime_error {
   public:
-    // `part` of the file is at fault: a colon and its name.
+    // `part` is the part of the file at fault: a colon and its name.
     Failure(ExitCode code, const std::string& sentence, std::string part = "", TextPlace at = {})
         : std::runtime_error(sentence), code_(code), part_(std::move(part)), at_(at) {}
 
     ExitCode code() const { return code_; }
     TextPlace at() const { return at_; }
-    std::string place() const {  // what follows the file's name: the part and ":LINE:COLUMN", as far as they are known
+    std::string place() const {  // what follows the file's name: the part and ":LINE:COLUMN", as far as known
         if (at_.line == 0) return part_;
         return part_ + ':' + std::to_string(at_.line) + ':' + std::to_string(at_.column);
     }
 
-    // The same, met in a part of the file.
+    // The same failure, in a part of the file.
     Failure in(const std::string& part) const { return {code_, what(), part + part_, at_}; }
 
   private:
@@ -44,7 +44,7 @@ class Failure : public std::runtime_error {
     TextPlace at_;
 };
 
-// What else may end it, as a failure.
+// Any other exception as a failure.
 inline Failure unforeseen(const std::exception& problem) {
     const bool is_memory = dynamic_cast<const std::bad_alloc*>(&problem) != nullptr ||
                            dynamic_cast<const std::length_error*>(&problem) != nullptr;
@@ -55,7 +55,7 @@ inline void print_failure(const Console& console, const std::string& file, const
     console.say(Console::Tone::error, file + failure.place(), failure.what());
 }
 
-// Does the work on one file. What ends it early is printed, and its exit code comes back.
+// Does the work on one file. An error that ends it is printed; returns the exit code.
 template <class Work>
 ExitCode guarded(const Console& console, const std::string& file, Work work) {
     try {

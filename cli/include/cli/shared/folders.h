@@ -5,9 +5,9 @@
 
 namespace cli {
 
-// The options with the animations in each folder, however deep, in the folder's place: told by what is in a file, for
-// names prove nothing. What is in the output folder is left out. Throws Failure: bad input for a folder that cannot be
-// listed or holds no animation, usage where a folder's results have no place to go, or two the same.
+// The options with each folder replaced by the animations in it, however deep. They are recognized by their content, as
+// names prove nothing. Whatever is in the output folder is left out. Throws Failure: bad input for a folder that cannot
+// be listed or holds no animation, usage if a folder's results have nowhere to go, or two would go to the same place.
 Options with_files_of_folders(Options options);
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// Where the layers of a stack come from that an un-nesting has changed.
+// Where the layers of a stack changed by an un-nesting come from.
 #pragma once
 
 #include <cstddef>

@@ -1,4 +1,4 @@
-// Running the command to see what it would do.
+// Trial runs: what the command would do.
 #pragma once
 
 #include <cstddef>
@@ -22,19 +22,19 @@ namespace cli {
 struct Trial {
     lottie::looks::StackChange change;
     lottie::document::WrittenLayers written;  // of the composition
-    std::vector<std::string> deleted;         // ids of the compositions that went
-    std::size_t byte_count = 0;               // of the whole animation; 0 if nobody wants to know
+    std::vector<std::string> deleted;         // ids of the deleted compositions
+    std::size_t byte_count = 0;               // of the whole animation; 0 if not asked for
     UnnestRecord record;
-    AskedLayers::Outcome asked;  // of what state machines and themes ask for
+    AskedLayers::Outcome asked;  // for state machines and themes
 };
 
-// What one file may use, whatever is done with it.
+// What the work on one file may use, whatever it is.
 struct FileLimits {
     host::script::Limits scripts;  // for every engine that works on it
     std::shared_ptr<lottie::looks::Work> work = std::make_shared<lottie::looks::Work>();
 };
 
-// Scripts have that many seconds of the processor's time for all of them together; one may take a quarter of it.
+// All scripts together have that many seconds of processor time; one script may take a quarter of it.
 FileLimits file_limits(double script_time);
 
 // What a run needs besides the project; all of it must outlive the run.
@@ -45,21 +45,21 @@ struct RunContext {
     const FileLimits& limits;
     std::function<void(host::runner::Session&)> observe = [](host::runner::Session&) {
     };                                        // the session, before it starts
-    lottie::packed::AskedFor asked_for = {};  // by what lies around the animation
+    lottie::packed::AskedFor asked_for = {};  // by what surrounds the animation
 };
 
-// Un-nests nests of one animation, in one session as often as wanted.
+// Un-nests nests of one animation, any number of times in one session.
 class Trials {
   public:
     // Everything given must outlive it.
     Trials(lottie::document::Document& document, const RunContext& context);
-    // The dialog is answered like this, and nothing of it remembered.
+    // The dialog is answered like this and remembers nothing.
     Trials(lottie::document::Document& document, const host::runner::PluginModule& plugin, const DialogAnswers& answers,
            const FileLimits& limits, const lottie::packed::AskedFor& asked_for = {});
     ~Trials();
 
     // Un-nests the nests of one composition in one run and leaves the project that way. Throws Failure as unnest()
-    // does, and for faults in the input's content; the project is then as it was before.
+    // does, and for faults in the input's content; the project is then unchanged.
     Trial run(host::model::Comp& comp, const std::vector<host::model::Layer*>& nests, bool counts_bytes = true);
 
     // Undoes the newest run.
@@ -75,13 +75,13 @@ class Trials {
     bool is_started_ = false;
 };
 
-// The first finding of the greatest weight, as its code and sentence; empty if there is none.
+// The first of the gravest findings, as its code and sentence; empty if there is none.
 std::string main_reason(const std::vector<lottie::looks::Finding>& findings);
 
-// Tells a nest of what state machines and themes lose, whichever nest it is by.
+// Adds to a nest's report what state machines and themes lose, whichever nest causes it.
 void add_losses(lottie::looks::NestReport& report, const std::vector<lottie::looks::Finding>& losses);
 
-// What the trial does to the looks and to what reacts to them. Throws TooMuchWork.
+// What the trial does to looks and interactions. Throws TooMuchWork.
 std::vector<lottie::looks::NestReport> compare(lottie::looks::Judge& judge, const Trial& trial);
 
 }  // namespace cli

@@ -1,4 +1,4 @@
-// Running the plug-in's command on nests, once or until none is left.
+// Runs the plug-in's command on nests, once or until none is left.
 #pragma once
 
 #include <string>
@@ -11,20 +11,20 @@
 
 namespace cli {
 
-// What the runs on one composition did and said.
+// What the runs on one composition did and reported.
 struct UnnestRecord {
     std::size_t nests = 0;            // that were un-nested
-    std::size_t layers_made = 0;      // that are in the composition and were not before
+    std::size_t layers_made = 0;      // new in the composition
     std::size_t sources_deleted = 0;  // nested compositions
     std::size_t sources_kept = 0;
-    std::size_t places_lost = 0;  // nests that came out of others and then lost the layer that they hung on
+    std::size_t places_lost = 0;  // nests that came out of others and then lost their parent
     std::vector<host::scriptui::Alert> alerts;
     std::vector<std::string> reports;
     std::vector<std::string> log;
 };
 
-// The command ended well and has changed nothing: it was cancelled, or refused what the dialog was answered, and said
-// why in alerts.
+// The command ended without an error but changed nothing: it was cancelled, or it refused the dialog's answers and gave
+// its reasons in alerts.
 class NothingChanged : public Failure {
   public:
     explicit NothingChanged(const std::vector<host::scriptui::Alert>& alerts);
@@ -37,20 +37,20 @@ class NothingChanged : public Failure {
 // "TITLE: MESSAGE".
 std::string in_words(const host::scriptui::Alert& alert);
 
-// Of several notices that a source was not deleted because something else used it, which that may no longer do, leaves
-// one, or none if none was kept in the end.
+// The plug-in says of a source in use that it was not deleted, though a later run may delete it. Of several such
+// notices keeps one, or none if no source was kept in the end.
 void settle_source_notices(UnnestRecord& record);
 
-// What commands say of a file that takes more work than one may make, but for those that can leave the rest as it is.
+// The message for a file that takes more work than is allowed, from commands that cannot leave the rest as it is.
 Failure too_much_work(const lottie::looks::TooMuchWork& refused);
 
 // Before the first un-nesting of a session. Throws Failure (failed).
 void start_plugin(host::runner::Session& session, const host::runner::PluginModule& plugin, UnnestRecord& record);
 
 // Runs the plug-in's command on the nests, in their order; with `recursive` again on the nests that came out of them,
-// each round in one run. What was done and said is in `record`, also after an error. Throws Failure (failed) for
-// whatever the plug-in or the host report; NothingChanged; Failure (usage) for an expansion out of all proportion,
-// before anything is run; TooMuchWork before a run that takes more than is left of `work`.
+// each round in one run. `record` holds what was done and reported, even after an error. Throws Failure (failed) for
+// any error that the plug-in or the host reports; NothingChanged; Failure (usage) for an expansion out of all
+// proportion, before anything is run; TooMuchWork before a run that takes more than is left of `work`.
 void unnest(host::runner::Session& session, host::model::Comp& comp, std::vector<host::model::Layer*> nests,
             bool recursive, lottie::looks::Work& work, UnnestRecord& record);
 

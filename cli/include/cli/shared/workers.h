@@ -15,10 +15,10 @@ namespace cli {
 
 // How the work on one file ended.
 struct Ended {
-    std::string said;              // all it wrote to standard error
-    std::optional<ExitCode> code;  // none when it did not come to its end
-    std::string problem;           // why there is none, as a sentence without a subject
-    std::string result;            // what the work gave
+    std::string said;              // everything it wrote to standard error
+    std::optional<ExitCode> code;  // none if it did not finish
+    std::string problem;           // why it did not, as a sentence without a subject
+    std::string result;            // what the work returned
 };
 
 struct Done {
@@ -28,25 +28,25 @@ struct Done {
 
 struct Workers {
     std::size_t most_at_once = 1;
-    // In the process of the file; an exception that leaves it ends the file's work like a crash.
+    // Runs in the file's process; an exception from it ends the file's work like a crash.
     std::function<Done(std::size_t)> work;
-    // In the calling process, in the order of the files, each as soon as it and all before it have ended.
+    // Runs in the calling process, in the order of the files, for each as soon as it and all before it have ended.
     std::function<void(std::size_t, const Ended&)> tell;
-    // In the calling process, whenever the number of those that have ended changes.
+    // Runs in the calling process whenever another file has ended.
     std::function<void(std::size_t)> progress;
 };
 
-// Whether this system can do it.
+// Whether this system has processes.
 bool can_work_at_once();
 
 // Returns when the work on all `count` files has ended.
 void work_on_all(std::size_t count, const Workers& workers);
 
-// Finds out whether what one file's work reads or writes is also another's: then they have to come one after another.
+// Tells whether the work on two files would read or write the same file, so that they cannot be worked on at once.
 class FileUse {
   public:
-    // `file` of those that are worked on uses the name; false if another one already does. Names of what does not exist
-    // count as different.
+    // Notes that the work on `file` uses the name; false if that on another file already does. Names of files that do
+    // not exist count as different.
     bool note(std::size_t file, const std::string& name);
 
   private:
