@@ -35,7 +35,7 @@ TEST(CompObject, finds_layers_relative_to_another) {
     EXPECT_THAT(world.error("c.layer(app.project.item(4).layer(1), 0)"), HasSubstr("another composition"));
 }
 
-TEST(CompObject, tells_its_size_and_timing_in_seconds) {
+TEST(CompObject, gives_its_size_and_its_timing_in_seconds) {
     SmallProject world;
     EXPECT_EQ(world.run("var c = app.project.item(2);"
                         "[c.width, c.height, c.pixelAspect, c.duration, c.frameRate, c.frameDuration, c.time].join()"),

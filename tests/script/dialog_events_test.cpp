@@ -52,12 +52,12 @@ function note(element, events) {
     }
 };
 
-TEST(DialogEvents, showing_and_closing_are_told) {
+TEST(DialogEvents, showing_and_closing_are_reported) {
     EventWorld world;
     EXPECT_EQ(world.during([](Window&) {}), "w.onShow(0) w.onClose(0)");
 }
 
-TEST(DialogEvents, a_checkbox_toggles_then_tells) {
+TEST(DialogEvents, a_checkbox_toggles_before_its_handler_runs) {
     EventWorld world;
     EXPECT_EQ(world.during([](Window& w) { w.click(w.control("check")); }),
               "w.onShow(0) check.onClick(0) w.onClose(0)");
@@ -75,7 +75,7 @@ TEST(DialogEvents, radio_buttons_made_one_after_the_other_in_one_container_are_a
     EXPECT_EQ(world.run("r2.value"), "true");
 }
 
-TEST(DialogEvents, values_set_by_the_script_tell_nobody_but_keep_a_group_exclusive) {
+TEST(DialogEvents, values_set_by_the_script_call_no_handler_but_keep_a_group_exclusive) {
     EventWorld world;
     EXPECT_EQ(
         world.run("log = []; check.value = true; r1.value = true; r2.value = true; edit.text = 'x'; go.enabled = false;"
@@ -84,7 +84,7 @@ TEST(DialogEvents, values_set_by_the_script_tell_nobody_but_keep_a_group_exclusi
     EXPECT_EQ(world.run("r2.value = false; [r1.value, r2.value].join()"), "false,false");
 }
 
-TEST(DialogEvents, typing_tells_of_each_character_and_then_of_the_change) {
+TEST(DialogEvents, typing_reports_each_character_and_then_the_change) {
     EventWorld world;
     EXPECT_EQ(world.during([](Window& w) {
         w.type_text(w.control("edit"), "a\u00E9\U0001F600");
@@ -235,7 +235,7 @@ TEST(DialogEvents, handlers_may_alert_and_work_on_the_project) {
     EXPECT_EQ(world.project.item_by_number(1).name(), "renamed");
 }
 
-TEST(DialogEvents, what_a_toolkit_has_edited_is_told_as_one_change) {
+TEST(DialogEvents, edits_by_a_toolkit_are_reported_as_one_change) {
     EventWorld world;
     EXPECT_EQ(world.during([](Window& w) {
         w.edit(w.control("edit"), "pasted words");

@@ -1,4 +1,4 @@
-// How elements shall be laid out: what scripts set and what a window reads.
+// How elements are to be laid out: what scripts set and what a window reads.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 

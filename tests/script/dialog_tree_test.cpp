@@ -20,7 +20,7 @@ var r = p.add("radiobutton", undefined, "Pick me", {name: "pick"});
 var b = w.add("button", undefined, "Go", {name: "go"});
 )js";
 
-TEST(DialogTree, elements_tell_type_text_and_name) {
+TEST(DialogTree, elements_give_their_type_text_and_name) {
     World world;
     world.run(kDialog);
     EXPECT_EQ(

@@ -7,9 +7,6 @@
 namespace script_test {
 namespace {
 
-using testing::ElementsAre;
-using testing::IsEmpty;
-
 constexpr const char* kScript = R"js(
 var w = new Window("dialog", "Options"), out = "";
 var edit = w.add("edittext", undefined, "start", {name: "edit"});
@@ -38,26 +35,51 @@ struct DriverWorld {
 
 using Kind = Action::Kind;
 
-TEST(Driver, works_controls_by_name_and_by_text) {
+struct Answer {
+    const char* name;
+    std::vector<Action> actions;
+    std::string result;
+    std::vector<std::string> problems = {};
+};
+
+const std::vector<Answer> kAnswers = {
+    {"controls_by_name_and_by_text",
+     {{Kind::type, "edit", "typed \u00E9"}, {Kind::click, "Check"}, {Kind::click, "Ok"}},
+     "typed \u00E9,true"},
+    {"the_enter_key", {{Kind::key_enter}}, "start,false"},
+    {"the_escape_key", {{Kind::key_escape}}, ""},
+    {"the_close_box", {{Kind::close_box}}, ""},
+    {"nothing_cancels", {}, ""},
+    {"nothing_more_cancels", {{Kind::click, "check"}}, ""},
+    {"an_unknown_control_cancels",
+     {{Kind::click, "nobody"}, {Kind::click, "Ok"}},
+     "",
+     {"The dialog \"Options\" has no control \"nobody\"."}},
+    {"a_disabled_control_cancels",
+     {{Kind::click, "off"}, {Kind::click, "Ok"}},
+     "",
+     {"The checkbox \"off\" is disabled or hidden."}},
+    {"text_for_a_checkbox_cancels",
+     {{Kind::type, "check", "x"}, {Kind::click, "Ok"}},
+     "",
+     {"The checkbox \"check\" takes no text."}},
+};
+
+class Answers : public testing::TestWithParam<Answer> {};
+
+TEST_P(Answers, work_the_dialog) {
     DriverWorld world;
-    EXPECT_EQ(world.run({{Kind::type, "edit", "typed \u00E9"}, {Kind::click, "Check"}, {Kind::click, "Ok"}}),
-              "typed \u00E9,true");
-    EXPECT_THAT(world.driver.problems(), IsEmpty());
+    EXPECT_EQ(world.run(GetParam().actions), GetParam().result);
+    EXPECT_EQ(world.driver.actions_left(), 0U);
+    EXPECT_EQ(world.driver.problems(), GetParam().problems);
 }
 
-TEST(Driver, presses_keys_and_the_close_box) {
-    DriverWorld world;
-    EXPECT_EQ(world.run({{Kind::key_enter}}), "start,false");
-    EXPECT_EQ(world.run({{Kind::key_escape}}), "");
-    EXPECT_EQ(world.run({{Kind::close_box}}), "");
-    EXPECT_THAT(world.driver.problems(), IsEmpty());
-}
+INSTANTIATE_TEST_SUITE_P(Driver, Answers, testing::ValuesIn(kAnswers),
+                         [](const auto& test) { return test.param.name; });
 
-TEST(Driver, an_empty_queue_cancels) {
+TEST(Driver, serves_one_dialog_after_another) {
     DriverWorld world;
-    EXPECT_EQ(world.run({}), "");
-    EXPECT_EQ(world.run({{Kind::click, "check"}}), "");
-    EXPECT_THAT(world.driver.problems(), IsEmpty());
+    for (const Answer& answer : kAnswers) EXPECT_EQ(world.run(answer.actions), answer.result) << answer.name;
 }
 
 TEST(Driver, actions_left_over_serve_the_next_dialog) {
@@ -65,17 +87,6 @@ TEST(Driver, actions_left_over_serve_the_next_dialog) {
     EXPECT_EQ(world.run({{Kind::key_escape}, {Kind::key_enter}}), "");
     EXPECT_EQ(world.driver.actions_left(), 1U);
     EXPECT_EQ(world.run({}), "start,false");
-}
-
-TEST(Driver, what_cannot_be_done_is_told_and_cancels) {
-    DriverWorld world;
-    EXPECT_EQ(world.run({{Kind::click, "nobody"}, {Kind::click, "Ok"}}), "");
-    EXPECT_EQ(world.run({{Kind::click, "off"}, {Kind::click, "Ok"}}), "");
-    EXPECT_EQ(world.run({{Kind::type, "check", "x"}, {Kind::click, "Ok"}}), "");
-    EXPECT_EQ(world.driver.actions_left(), 0U);
-    EXPECT_THAT(world.driver.problems(),
-                ElementsAre("The dialog \"Options\" has no control \"nobody\".",
-                            "The checkbox \"off\" is disabled or hidden.", "The checkbox \"check\" takes no text."));
 }
 
 }  // namespace

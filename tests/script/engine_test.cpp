@@ -7,35 +7,82 @@
 namespace script_test {
 namespace {
 
-using testing::HasSubstr;
 using testing::StartsWith;
 
-TEST(Engine, the_result_is_the_value_of_the_last_statement_as_text) {
+struct ResultCase {
+    const char* name;
+    const char* script;
+    const char* result;
+};
+
+const ResultCase kResults[] = {
+    {"a_number", "1 + 1", "2"},
+    {"the_last_statement", "'a'; 'b';", "b"},
+    {"a_boolean", "true", "true"},
+    {"null", "null", "null"},
+    {"an_array_in_an_array", "[1,[2,3]]", "1,2,3"},
+    {"a_fraction", "0.1", "0.1"},
+    {"an_object_with_a_text", "({toString: function () { return 'mine'; }})", "mine"},
+    {"no_statement", "", ""},
+    {"only_a_comment", "// only a comment", ""},
+    {"undefined", "undefined", ""},
+    {"a_declaration", "var a = 1;", ""},
+    {"a_function_without_a_result", "(function () {})()", ""},
+    {"an_empty_text", "''", ""},
+    {"a_value_before_declarations", "'value'; var later = 2; function f() {}", "value"},
+    {"a_value_in_a_block", "if (true) { 'inside'; }", "inside"},
+    {"a_caught_error", "try { app.project.item(1); } catch (e) { e.message; }",
+     "item 1 is out of range: the project has 0"},
+    {"an_error_of_the_host", "try { app.project.item(1); } catch (e) { e instanceof Error; }", "true"},
+    {"evaluated_text", "eval('2 + 3')", "5"},
+    {"a_function_made_from_text", "new Function('a', 'return a * a')(4)", "16"},
+};
+
+class ScriptResults : public testing::TestWithParam<ResultCase> {};
+
+TEST_P(ScriptResults, are_the_value_of_the_last_statement_as_text) {
     World world;
-    EXPECT_EQ(world.run("1 + 1"), "2");
-    EXPECT_EQ(world.run("'a'; 'b';"), "b");
-    EXPECT_EQ(world.run("true"), "true");
-    EXPECT_EQ(world.run("null"), "null");
-    EXPECT_EQ(world.run("[1,[2,3]]"), "1,2,3");
-    EXPECT_EQ(world.run("0.1"), "0.1");
-    EXPECT_EQ(world.run("({toString: function () { return 'told'; }})"), "told");
+    EXPECT_EQ(world.run(GetParam().script), GetParam().result);
 }
 
-TEST(Engine, undefined_and_nothing_give_an_empty_result) {
+INSTANTIATE_TEST_SUITE_P(Engine, ScriptResults, testing::ValuesIn(kResults),
+                         [](const auto& test) { return test.param.name; });
+
+struct ErrorCase {
+    const char* name;
+    const char* script;
+    int line;           // 0: none was running
+    const char* begin;  // of the reason
+};
+
+const ErrorCase kErrors[] = {
+    {"an_unknown_name", "nowhere()", 1, "ReferenceError: "},
+    {"the_third_statement", "1;\n2;\nnowhere();\n4;", 3, "ReferenceError: "},
+    {"lines_that_end_in_two_characters", "\r\n\r\nnull.x", 3, "TypeError: "},
+    {"a_host_function", "\n\n\napp.project.item(7);", 4, "item 7 is out of range: the project has 0"},
+    {"a_function_of_the_script", "function f() {\n  nowhere();\n}\n\nf();", 2, "ReferenceError: "},
+    {"evaluated_text", "\n\neval('(')", 3, "SyntaxError: "},
+    {"a_thrown_text", "\nthrow 'a text';", 2, "a text"},
+    {"a_thrown_number", "throw 42", 1, "42"},
+    {"a_thrown_error", "throw new Error('a reason')", 1, "a reason"},
+    {"a_thrown_error_of_another_kind", "throw new RangeError('far')", 1, "RangeError: far"},
+    {"thrown_undefined", "throw undefined", 1, "undefined"},
+    {"a_thrown_object_without_a_text", "throw {toString: function () { throw 1; }}", 1,
+     "an error that cannot be converted to text was thrown"},
+    {"a_result_whose_text_fails", "({toString: function () { throw new Error('no text'); }})", 1, "no text"},
+    {"a_result_without_a_text", "({toString: null, valueOf: null})", 0, "TypeError: "},
+};
+
+class ScriptErrors : public testing::TestWithParam<ErrorCase> {};
+
+TEST_P(ScriptErrors, give_the_line_of_the_innermost_statement_and_the_reason) {
     World world;
-    EXPECT_EQ(world.run(""), "");
-    EXPECT_EQ(world.run("// only a comment"), "");
-    EXPECT_EQ(world.run("undefined"), "");
-    EXPECT_EQ(world.run("var a = 1;"), "");
-    EXPECT_EQ(world.run("(function () {})()"), "");
-    EXPECT_EQ(world.run("''"), "");
+    EXPECT_THAT(world.error(GetParam().script), StartsWith("Unable to execute script at line " +
+                                                           std::to_string(GetParam().line) + ". " + GetParam().begin));
 }
 
-TEST(Engine, a_declaration_after_a_value_keeps_the_value) {
-    World world;
-    EXPECT_EQ(world.run("'value'; var later = 2; function f() {}"), "value");
-    EXPECT_EQ(world.run("if (true) { 'inside'; }"), "inside");
-}
+INSTANTIATE_TEST_SUITE_P(Engine, ScriptErrors, testing::ValuesIn(kErrors),
+                         [](const auto& test) { return test.param.name; });
 
 TEST(Engine, variables_and_functions_stay_for_later_runs) {
     World world;
@@ -63,55 +110,6 @@ TEST(Engine, a_syntax_error_anywhere_means_that_nothing_was_run) {
     const std::string error = world.error("app.project.item(2).name = 'renamed';\n\nvar = 3;");
     EXPECT_EQ(world.inner.name(), "inner");
     EXPECT_THAT(error, StartsWith("Unable to execute script at line 3. SyntaxError: "));
-}
-
-TEST(Engine, errors_tell_the_line_of_the_statement) {
-    World world;
-    EXPECT_THAT(world.error("nowhere()"), StartsWith("Unable to execute script at line 1. ReferenceError: "));
-    EXPECT_THAT(world.error("1;\n2;\nnowhere();\n4;"), StartsWith("Unable to execute script at line 3. "));
-    EXPECT_THAT(world.error("\r\n\r\nnull.x"), StartsWith("Unable to execute script at line 3. TypeError: "));
-}
-
-TEST(Engine, an_error_inside_a_host_function_has_the_line_that_called_it) {
-    World world;
-    EXPECT_EQ(world.error("\n\n\napp.project.item(7);"),
-              "Unable to execute script at line 4. item 7 is out of range: the project has 0");
-}
-
-TEST(Engine, an_error_inside_a_function_has_the_line_in_that_function) {
-    World world;
-    EXPECT_THAT(world.error("function f() {\n  nowhere();\n}\n\nf();"), HasSubstr("at line 2."));
-}
-
-TEST(Engine, whatever_is_thrown_is_told) {
-    World world;
-    EXPECT_EQ(world.error("\nthrow 'a text';"), "Unable to execute script at line 2. a text");
-    EXPECT_EQ(world.error("throw 42"), "Unable to execute script at line 1. 42");
-    EXPECT_EQ(world.error("throw new Error('a reason')"), "Unable to execute script at line 1. a reason");
-    EXPECT_EQ(world.error("throw new RangeError('far')"), "Unable to execute script at line 1. RangeError: far");
-    EXPECT_EQ(world.error("throw undefined"), "Unable to execute script at line 1. undefined");
-    EXPECT_EQ(world.error("throw {toString: function () { throw 1; }}"),
-              "Unable to execute script at line 1. an error that cannot be told as text was thrown");
-}
-
-TEST(Engine, a_value_that_cannot_become_text_is_an_error) {
-    World world;
-    EXPECT_THAT(world.error("({toString: function () { throw new Error('no text'); }})"), HasSubstr("no text"));
-    EXPECT_THAT(world.error("({toString: null, valueOf: null})"), HasSubstr("TypeError"));
-}
-
-TEST(Engine, an_error_that_the_script_catches_is_no_failure) {
-    World world;
-    EXPECT_EQ(world.run("try { app.project.item(1); } catch (e) { e.message; }"),
-              "item 1 is out of range: the project has 0");
-    EXPECT_EQ(world.run("try { app.project.item(1); } catch (e) { e instanceof Error; }"), "true");
-}
-
-TEST(Engine, evaluated_text_and_made_functions_work) {
-    World world;
-    EXPECT_EQ(world.run("eval('2 + 3')"), "5");
-    EXPECT_EQ(world.run("new Function('a', 'return a * a')(4)"), "16");
-    EXPECT_THAT(world.error("\n\neval('(')"), HasSubstr("at line 3."));
 }
 
 TEST(Engine, a_text_of_many_distinct_words_and_numbers_runs) {

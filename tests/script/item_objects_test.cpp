@@ -9,7 +9,7 @@ namespace {
 
 using testing::HasSubstr;
 
-TEST(ItemObject, tells_what_it_is) {
+TEST(ItemObject, gives_its_properties) {
     SmallProject world;
     EXPECT_EQ(world.run("var i = app.project.item(3); [i.name, i.typeName, i.width, i.height, i.pixelAspect].join()"),
               "picture,Footage,320,240,1");

@@ -122,7 +122,7 @@ TEST(Json, space_sets_out_lines) {
     EXPECT_EQ(world.run("JSON.stringify([1], null, 0) + JSON.stringify([1], null, -3)"), "[1][1]");
 }
 
-TEST(Json, what_holds_itself_is_an_error_and_the_engine_goes_on) {
+TEST(Json, an_object_inside_itself_is_an_error_and_the_engine_goes_on) {
     JsonWorld world;
     EXPECT_THAT(world.error("var ring = []; ring[0] = {ring: ring}; JSON.stringify(ring)"),
                 testing::HasSubstr("RangeError"));

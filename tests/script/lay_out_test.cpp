@@ -139,7 +139,7 @@ TEST_F(LayOut, texts_have_the_room_of_all_their_lines) {
               "100x60");
 }
 
-TEST_F(LayOut, what_has_a_place_and_a_size_of_its_own_stays_there) {
+TEST_F(LayOut, elements_with_a_place_and_size_of_their_own_stay_there) {
     EXPECT_EQ(laid_out("var a = box(50, 20), b = g.add('button', [200, 50, 250, 60], 'x'), c = box(60, 40)",
                        "[bounds(a), bounds(b), bounds(c)].join()"),
               "0 40 50 60,200 50 250 60,60 30 120 70");
@@ -166,7 +166,7 @@ TEST_F(LayOut, what_is_added_later_waits_for_the_next_layout) {
               "undefined,30,80,110");
 }
 
-TEST_F(LayOut, a_size_that_a_script_sets_counts_at_once_and_moves_nobody_else) {
+TEST_F(LayOut, a_size_that_a_script_sets_counts_at_once_and_moves_nothing_else) {
     EXPECT_EQ(laid_out("var a = box(50, 20), b = box(60, 40)", "a.size = [90, 30]; bounds(a) + ', ' + bounds(b)"),
               "0 40 90 70, 60 30 120 70");
     EXPECT_EQ(laid_out("var a = box(50, 20)", "a.location = [7, 8]; bounds(a)"), "7 8 57 28");

@@ -20,7 +20,7 @@ void put_at(Layer& layer, double x, double y) {
     layer.stream(kPosition).set_static_value({{x, y, 0}});
 }
 
-TEST(LayerObject, tells_what_it_is) {
+TEST(LayerObject, gives_its_properties) {
     SmallProject world;
     EXPECT_EQ(
         world.run("var l = app.project.item(2).layer(2); [l.name, l.index, l.id, l.source.name, l.nullLayer].join()"),

@@ -74,7 +74,7 @@ TEST(Limits, a_regular_expression_that_explodes_is_ended) {
                 HasSubstr("step limit"));
 }
 
-TEST(Limits, time_counts_for_each_run_anew) {
+TEST(Limits, time_is_counted_for_each_run_by_itself) {
     World world(short_time());
     const char* half = "var now = new Date().getTime(); while (new Date().getTime() < now + 150) {} 'done'";
     for (int i = 0; i < 4; ++i) EXPECT_EQ(world.run(half), "done");

@@ -33,7 +33,7 @@ struct ManyLayers : SmallProject {
     static constexpr int kLayers = 100;
 };
 
-TEST(ObjectIdentity, objects_that_were_let_go_are_made_anew) {
+TEST(ObjectIdentity, released_objects_are_made_again) {
     ManyLayers world;
     world.run("app.project.item(2).layer(1).note = 'lost';");
     EXPECT_EQ(world.run("for (var i = 0; i < 20000; i++) app.project.item(2).layer(1 + i % 100).name"), "layer 100");

@@ -1,4 +1,4 @@
-// Rows of plain statements and texts that come again, which are not compiled anew.
+// Rows of plain statements and repeated texts, which are not compiled again.
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -90,7 +90,7 @@ TEST(Programs, more_shapes_than_are_kept_run_all_the_same) {
     }
 }
 
-TEST(Programs, a_text_that_comes_again_starts_anew) {
+TEST(Programs, a_repeated_text_starts_afresh) {
     World world;
     const std::string long_text = "var made = []; function add(x) { made.push(x); return made; } add(1); add(" +
                                   std::string(2'000, ' ') + "typeof later); var later = 3; made.join();";

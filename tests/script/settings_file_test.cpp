@@ -20,7 +20,7 @@ std::string value(const Settings& settings, std::string_view section, std::strin
     return found != nullptr ? *found : "(none)";
 }
 
-TEST(SettingsFile, comes_into_being_with_its_folder_on_the_first_save) {
+TEST(SettingsFile, is_created_with_its_folder_on_the_first_save) {
     TemporaryFolder folder;
     const fs::path file = folder / "deep/down/settings";
     Settings settings(file);
@@ -106,7 +106,7 @@ TEST(SettingsFile, a_link_stays_a_link) {
 
 class DamagedSettings : public testing::TestWithParam<const char*> {};
 
-TEST_P(DamagedSettings, count_as_empty_are_told_and_kept_aside) {
+TEST_P(DamagedSettings, count_as_empty_are_reported_and_set_aside) {
     TemporaryFolder folder;
     const std::string damaged = std::string("[\"s\"]\n\"old\" = \"value\"\n") + GetParam() + "\n";
     write_file(folder / "settings", damaged);
@@ -150,7 +150,7 @@ TEST(SettingsFile, a_place_that_cannot_be_written_is_an_error_and_the_value_stay
     EXPECT_EQ(value(settings, "s", "k"), "v");
 }
 
-TEST(SettingsFile, a_folder_in_the_files_place_is_told_and_left_alone) {
+TEST(SettingsFile, a_folder_in_the_files_place_is_reported_and_left_alone) {
     TemporaryFolder folder;
     fs::create_directory(folder / "settings");
     Settings settings(folder / "settings");

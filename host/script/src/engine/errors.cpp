@@ -45,7 +45,7 @@ std::string describe_error(duk_context* ctx) {
     Description description;
     description.line = environment.throw_line;
     if (duk_safe_call(ctx, read_error, &description, 1, 1) != DUK_EXEC_SUCCESS) {
-        description.reason = "an error that cannot be told as text was thrown";
+        description.reason = "an error that cannot be converted to text was thrown";
     }
     duk_pop(ctx);
 
