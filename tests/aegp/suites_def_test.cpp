@@ -1,4 +1,4 @@
-// The list of suites and slots: complete, in order, without doubles.
+// The list of suites and slots: complete, in order, without duplicates.
 #include <gtest/gtest.h>
 
 #include <set>

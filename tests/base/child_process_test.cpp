@@ -33,7 +33,7 @@ ProcessEnd end_of(const ChildProcess::Work& work, const ProcessLimits& limits = 
     return child.wait();
 }
 
-TEST(ChildProcess, tells_what_it_said_and_its_number) {
+TEST(ChildProcess, gives_its_message_and_its_exit_code) {
     const std::string text(1 << 20, 'x');
     ChildProcess child([&](const Parent& parent) {
         parent.say(text);
@@ -53,7 +53,7 @@ TEST(ChildProcess, may_finish_in_the_midst_of_its_work) {
     EXPECT_EQ(end.number, 5);
 }
 
-TEST(ChildProcess, an_exit_in_the_middle_is_told_from_its_end) {
+TEST(ChildProcess, an_early_exit_is_told_from_its_end) {
     const ProcessEnd end = end_of([](const Parent&) -> int { ::_exit(0); });
     EXPECT_EQ(end.kind, Kind::exited);
     EXPECT_EQ(end.number, 0);
@@ -61,7 +61,7 @@ TEST(ChildProcess, an_exit_in_the_middle_is_told_from_its_end) {
     EXPECT_EQ(end_of([](const Parent&) -> int { throw 1; }).kind, Kind::exited);
 }
 
-TEST(ChildProcess, a_crash_is_told_with_its_signal) {
+TEST(ChildProcess, a_crash_is_reported_with_its_signal) {
     const ProcessEnd end = end_of([](const Parent&) {
         std::signal(SIGSEGV, SIG_DFL);  // sanitizers would take it for their own
         std::raise(SIGSEGV);
@@ -95,7 +95,7 @@ TEST(ChildProcess, is_limited_on_the_clock) {
     EXPECT_EQ(end_of(sleep_without_a_word, {.time = 50ms}).kind, Kind::out_of_time);
 }
 
-TEST(ChildProcess, is_limited_in_memory_and_a_crash_for_want_of_it_is_told_so) {
+TEST(ChildProcess, is_limited_in_memory_and_a_crash_for_lack_of_it_is_reported_as_such) {
     const auto grow = [](const Parent&) -> int {
         std::vector<std::string> all;
         for (;;) all.emplace_back(1 << 20, 'x');
@@ -139,7 +139,7 @@ TEST(ChildProcess, several_are_heard_as_they_speak) {
     EXPECT_EQ(numbers, 0 + 1 + 2);
 }
 
-TEST(ChildProcess, may_print_apart_from_what_it_says) {
+TEST(ChildProcess, may_print_besides_its_message) {
     ChildProcess child(
         [](const ChildProcess::Parent& parent) {
             std::printf("out\n");
@@ -217,7 +217,7 @@ pid_t start_daemon() {
     return sleeper;
 }
 
-TEST(ChildProcess, kept_apart_takes_along_what_it_has_started) {
+TEST(ChildProcess, kept_apart_takes_its_own_children_with_it) {
     EXPECT_FALSE(does_outlive(start_sleeper));
     EXPECT_FALSE(does_outlive(start_daemon));
 }

@@ -1,4 +1,4 @@
-// Files put in place by a family of processes: its head renames, so that nothing is replaced once it has ended.
+// Files put in place by a family of processes: the first one renames, so that nothing is replaced once it has ended.
 #include <gmock/gmock.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -107,7 +107,7 @@ TEST_F(FamilyRename, fails_in_the_child_as_it_does_in_the_parent) {
     EXPECT_THAT(names(), ElementsAre("file"));
 }
 
-TEST_F(FamilyRename, is_given_up_by_a_child_that_is_asked_to_end) {
+TEST_F(FamilyRename, is_abandoned_by_a_child_that_is_asked_to_end) {
     ChildProcess child([&](const Parent& parent) {
         say_number(parent);
         replace();
@@ -124,7 +124,7 @@ TEST_F(FamilyRename, is_given_up_by_a_child_that_is_asked_to_end) {
     EXPECT_EQ(content(), "old");
 }
 
-TEST_F(FamilyRename, goes_on_at_a_signal_that_is_ignored) {
+TEST_F(FamilyRename, continues_after_a_signal_that_is_ignored) {
     std::signal(SIGHUP, SIG_IGN);
     ChildProcess child([&](const Parent& parent) {
         say_number(parent);

@@ -10,7 +10,7 @@ using host::base::printable;
 using host::base::printable_lines;
 using host::base::xml_text;
 
-TEST(Printable, leaves_what_steers_nothing) {
+TEST(Printable, keeps_characters_that_control_nothing) {
     for (const char* text :
          {"", "plain", "Größe 1", "名前 \U0001F600", "a\u00A0b", "family \U0001F468\u200D\U0001F469", "back\\slash"})
         EXPECT_EQ(printable(text), text);

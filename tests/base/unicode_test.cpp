@@ -24,7 +24,7 @@ TEST(Unicode, every_character_comes_back_from_both_forms) {
     }
 }
 
-TEST(Unicode, what_is_no_utf8_is_no_character) {
+TEST(Unicode, invalid_utf8_is_no_character) {
     for (const char* bytes :
          {"", "\x80", "\xBF", "\xC0\x80", "\xC1\xBF", "\xC2", "\xC2x", "\xE0\x9F\xBF", "\xE2\x82", "\xED\xA0\x80",
           "\xED\xBF\xBF", "\xF0\x8F\xBF\xBF", "\xF0\x9F\x98", "\xF4\x90\x80\x80", "\xF5\x80\x80\x80", "\xFF"}) {

@@ -36,7 +36,7 @@ std::string asked(const Arguments& arguments) {
     return text;
 }
 
-TEST(Arguments, run_is_what_is_meant_without_a_command) {
+TEST(Arguments, run_is_the_command_when_none_is_named) {
     EXPECT_EQ(asked({"a.json"}), "run a.json");
     EXPECT_EQ(asked({"run", "a.json"}), "run a.json");
     EXPECT_EQ(asked({"run", "list"}), "run list");
@@ -214,7 +214,7 @@ TEST(Arguments, numbers_out_of_their_range_are_refused) {
     }
 }
 
-TEST(Arguments, what_the_tables_name_is_there) {
+TEST(Arguments, everything_that_the_tables_name_exists) {
     for (const cli::Option& option : cli::all_options()) {
         EXPECT_EQ(option.brief.find_first_of("[]"), std::string_view::npos) << "zsh takes them for its own";
         EXPECT_FALSE(option.brief.ends_with('.')) << option.brief;
@@ -261,7 +261,7 @@ TEST(Help, every_example_is_right) {
     }
 }
 
-TEST(Help, an_option_tells_its_full_text_with_what_it_excludes) {
+TEST(Help, the_full_text_of_an_option_names_what_it_excludes) {
     const cli::Command& run = *cli::find_command("run");
     const auto known = cli::options_of(run);
     const auto in_place = std::find_if(known.begin(), known.end(), [](auto* one) { return one->letter == 'i'; });

@@ -112,7 +112,7 @@ TEST(CheckJson, every_code_is_documented_for_programs_and_for_designers) {
     }
 }
 
-TEST(CheckJson, tells_verdicts_reasons_and_errors) {
+TEST(CheckJson, holds_verdicts_reasons_and_errors) {
     const Sandbox sandbox;
     const Finished finished = check_all(sandbox, "json");
     EXPECT_EQ(finished.exit_code, 3);

@@ -35,7 +35,7 @@ TEST(Check, a_look_that_stays_is_exact_and_ends_with_0) {
                                                     "  1 nest: 1 exact, 0 equal to the eye, 0 changing\n"));
 }
 
-TEST(Check, a_look_that_changes_is_told_with_reason_and_way_out_and_ends_with_1) {
+TEST(Check, a_look_that_changes_is_reported_with_reason_and_advice_and_ends_with_1) {
     const Finished finished = check(test::fading_nest());
     EXPECT_EQ(finished.exit_code, 1);
     EXPECT_EQ(finished.err, "");
@@ -157,7 +157,7 @@ TEST(Check, standard_input_is_checked_too) {
     EXPECT_THAT(finished.out, testing::StartsWith("standard input\n"));
 }
 
-TEST(Check, prove_tells_how_far_the_pictures_are_apart) {
+TEST(Check, prove_says_how_much_the_pictures_differ) {
     EXPECT_THAT(check(test::fading_nest(), {"--prove"}).out,
                 HasSubstr("      pictures: different; worst at frame 0: mean "));
     EXPECT_THAT(check(test::one_nest(), {"--prove"}).out,

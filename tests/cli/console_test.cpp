@@ -18,7 +18,7 @@ TEST(Console, colours_only_the_subject) {
     EXPECT_EQ(said(true, Console::Tone::plain), "a.json: a sentence\n");
 }
 
-TEST(Console, has_no_colours_when_told_so) {
+TEST(Console, has_no_colours_when_asked_for_none) {
     EXPECT_EQ(said(false, Console::Tone::error), "a.json: a sentence\n");
 }
 

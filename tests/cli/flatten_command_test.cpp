@@ -1,4 +1,4 @@
-// `exflate flatten`, and what other commands say of it.
+// `exflate flatten`, and what other commands say about it.
 #include <gmock/gmock.h>
 
 #include "animations.h"
@@ -66,7 +66,7 @@ TEST(Flatten, all_of_it_says_which_looks_change) {
                 testing::StartsWith("a.json: 0 pre-comps left; look changed: \"Soft\" (effects: "));
 }
 
-TEST(Flatten, what_all_keep_their_look_ends_with_success) {
+TEST(Flatten, nests_that_all_keep_their_look_end_with_success) {
     const Finished finished = exflate_on(test::three_nests(), {"flatten"});
     EXPECT_EQ(finished.exit_code, 0) << finished.err;
     EXPECT_EQ(last_line(finished), "a.json: 0 pre-comps left, look kept");
@@ -142,7 +142,7 @@ TEST(Flatten, exact_keeps_what_is_only_equal_to_the_eye) {
     EXPECT_THAT(exflate_on(text, {"flatten", "--exact", "-v"}).err, Not(HasSubstr("un-nested: equal to the eye")));
 }
 
-TEST(Flatten, each_nest_is_told_if_asked_for) {
+TEST(Flatten, each_nest_is_listed_on_request) {
     EXPECT_THAT(exflate_on(flat_and_blurred(), {"flatten"}).err, Not(HasSubstr("nest #")));
     const std::string told = exflate_on(flat_and_blurred(), {"flatten", "--verbose"}).err;
     EXPECT_THAT(told, HasSubstr("a.json: nest #1 \"Inner\" in composition \"Flat\" un-nested: exact\n"));
@@ -185,7 +185,7 @@ TEST(Flatten, keep_look_leaves_what_would_change) {
     EXPECT_THAT(layer_names(finished.out), ElementsAre("Inner", "dot", "Soft"));
 }
 
-TEST(Flatten, a_run_that_mends_un_nests_everything_and_gives_back_what_that_lost) {
+TEST(Flatten, a_mending_run_un_nests_everything_and_restores_what_that_lost) {
     std::string nest = test::nest_layer(1, "Nest", "inside");
     nest.replace(nest.find(R"("op":50)"), 7, R"("op":20)");
     const std::string text = test::animation({test::asset("inside", "Inside", {test::shape_layer(1, "x")})}, {nest});

@@ -39,7 +39,7 @@ class Folders : public testing::Test {
     Sandbox sandbox_;
 };
 
-TEST_F(Folders, stand_for_the_animations_in_them_in_order_whatever_these_are_called) {
+TEST_F(Folders, stand_for_the_animations_in_them_in_order_whatever_their_names) {
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"check", "--format", "json", "in"}, {"list", "--json", "in"}}) {
         const Finished finished = exflate(sandbox_, arguments);
@@ -82,7 +82,7 @@ TEST_F(Folders, leave_out_the_output_folder_inside_of_them) {
     EXPECT_TRUE(fs::exists(sandbox_.path("in/out/b/deep/a.json")));
 }
 
-TEST_F(Folders, hold_packed_animations_too_and_broken_ones_are_told) {
+TEST_F(Folders, hold_packed_animations_too_and_broken_ones_are_reported) {
     sandbox_.write("in/cut.json", test::one_nest().substr(0, 200));
     sandbox_.write("in/x.lottie", "PK\3\4 and no more");
     sandbox_.write("in/y.zip", "PK\3\4 and no more");

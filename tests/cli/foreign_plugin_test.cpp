@@ -1,4 +1,4 @@
-// A plug-in of somebody else's that crashes, leaves or never ends: the command ends with a sentence.
+// Somebody else's plug-in that crashes, exits or never ends: the command ends with a sentence.
 #include <gmock/gmock.h>
 
 #include "animations.h"

@@ -1,4 +1,4 @@
-// Several files at once: all as with one after another, and a crash takes one file along.
+// Several files at once: the same as one after another, and a crash costs only its own file.
 #include <gmock/gmock.h>
 
 #include "animations.h"
@@ -38,7 +38,7 @@ std::vector<std::string> arguments(std::vector<std::string> flags, const std::ve
     return flags;
 }
 
-TEST(Jobs, say_write_and_answer_what_one_does) {
+TEST(Jobs, print_write_and_return_the_same_as_one) {
     const Sandbox one;
     const Sandbox several;
     const Finished expected = exflate(one, arguments({"run", "--out-dir", "out", "--prefix", "p"}, many_files(one)));
@@ -73,7 +73,7 @@ TEST(Jobs, a_file_named_twice_is_done_twice_one_after_the_other) {
     EXPECT_EQ(several.read("a.json"), one.read("a.json"));
 }
 
-TEST(Jobs, a_crash_takes_only_its_own_file_along) {
+TEST(Jobs, a_crash_costs_only_its_own_file) {
     const Sandbox sandbox;
     const auto with_first_layer = [](const std::string& name) {
         return test::animation({test::asset("comp_0", "Inside", {test::shape_layer(1, "x")})},
@@ -96,7 +96,7 @@ TEST(Jobs, a_crash_takes_only_its_own_file_along) {
     EXPECT_THAT(sandbox.names("out"), ElementsAre("fine.json", "good.json", "well.json"));
 }
 
-TEST(Jobs, a_line_on_a_terminal_tells_how_far_it_is_and_goes_in_the_end) {
+TEST(Jobs, a_terminal_shows_a_line_of_progress_that_goes_away_at_the_end) {
     const auto in_terminal = [](std::map<std::string, std::string> environment) {
         const Sandbox sandbox(test::one_nest());
         sandbox.write("b.json", test::one_nest());

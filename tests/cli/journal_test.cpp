@@ -71,7 +71,7 @@ TEST(Journal, is_all_that_a_replay_needs) {
               "standard input: the plug-in d");
 }
 
-TEST(Journal, tells_of_the_demo_with_every_option) {
+TEST(Journal, replays_the_demo_with_every_option) {
     const Sandbox sandbox(demo());
     for (const char* option : {"--discard-attributes", "--delete-source", "--keep-in-comp", "--prefix=Löwe\n\"x",
                                "--prepend-name", "--fix-random", "--recursive"}) {
@@ -82,7 +82,7 @@ TEST(Journal, tells_of_the_demo_with_every_option) {
     }
 }
 
-TEST(Journal, tells_of_several_files_and_rounds) {
+TEST(Journal, holds_several_files_and_rounds) {
     const Sandbox sandbox(test::one_nest());
     sandbox.write("b.json", test::three_nests());
     EXPECT_EQ(exflate(sandbox, {"a.json", "b.json", "--recursive", "-i", "--journal", "run.journal"}).exit_code, 0);
@@ -92,7 +92,7 @@ TEST(Journal, tells_of_several_files_and_rounds) {
     EXPECT_THAT(replayed.err, HasSubstr("in 8 visits"));
 }
 
-TEST(Journal, tells_of_a_run_that_failed) {
+TEST(Journal, holds_a_run_that_failed) {
     const Sandbox sandbox;
     EXPECT_EQ(record(sandbox, {{"EXFLATE_PLUGIN", EDITS_THEN_FAILS}}).exit_code, 4);
     EXPECT_THAT(sandbox.read("run.journal"), HasSubstr("leave command_hook = 7 (1)"));
@@ -113,7 +113,7 @@ TEST(Journal, shows_a_plugin_that_does_something_else) {
     EXPECT_EQ(replay(sandbox).exit_code, 1);  // and another plug-in altogether
 }
 
-TEST(Journal, keeps_all_up_to_a_crash_and_a_replay_goes_there) {
+TEST(Journal, holds_everything_up_to_a_crash_and_a_replay_gets_there) {
     for (const int signal : {SIGABRT, SIGKILL}) {
         const Sandbox sandbox;
         const Environment crash = talker({{"TALKER_ENDS", "3 " + std::to_string(signal)}});
@@ -224,7 +224,7 @@ TEST(Journal, that_cannot_be_made_stops_the_run) {
     EXPECT_THAT(sandbox.names(), ElementsAre("a.json"));
 }
 
-TEST(Journal, that_does_not_fit_on_the_disk_is_told_and_spoils_no_result) {
+TEST(Journal, that_does_not_fit_on_the_disk_is_reported_and_harms_no_result) {
     const Sandbox sandbox(test::one_nest());
     const Finished finished = exflate(sandbox, {.arguments = kRecord, .most_bytes_per_file = 6000});
     EXPECT_EQ(finished.exit_code, 4);

@@ -89,7 +89,7 @@ TEST(JudgedRun, nothing_exact_gives_the_input) {
     EXPECT_EQ(finished.out, bad);
 }
 
-TEST(JudgedRun, nests_that_stay_are_told_and_if_asked_for_all) {
+TEST(JudgedRun, nests_that_stay_are_listed_and_on_request_all) {
     const Finished brief = exflate_on(good_and_bad(), {"--only-exact"});
     EXPECT_THAT(brief.err, Not(HasSubstr("GoodOne")));
     EXPECT_THAT(brief.err, HasSubstr("nest #2 \"BadOne\" kept: "));
@@ -139,7 +139,7 @@ TEST(JudgedRun, layers_are_named_and_numbered_as_the_listing_shows_them) {
     EXPECT_THAT(told, HasSubstr("nest #1 \"Inner\" in composition \"Outer\" un-nested: "));
 }
 
-TEST(JudgedRun, a_plain_run_does_not_tell_each_nest) {
+TEST(JudgedRun, a_plain_run_does_not_list_each_nest) {
     EXPECT_THAT(exflate_on(test::one_nest(), {}).err, Not(HasSubstr("nest #")));
 }
 

@@ -105,7 +105,7 @@ TEST(List, json_survives_a_file_name_that_is_no_utf8) {
     EXPECT_STREQ(test::parsed(finished.out)["file"].GetString(), "a\xEF\xBF\xBD.json");
 }
 
-TEST(List, the_types_of_layers_are_told) {
+TEST(List, the_types_of_layers_are_shown) {
     const auto layer = [](int ind, const std::string& type) {
         return R"({"nm":"x","ip":0,"op":9,"st":0,"ind":)" + std::to_string(ind) + ',' + test::kTransform + type + "}";
     };

@@ -1,4 +1,4 @@
-// Whatever files, layers and arguments are called, no byte of it steers a terminal.
+// Whatever the names of files, layers and arguments, no byte of them controls a terminal.
 #include <gmock/gmock.h>
 
 #include "animations.h"

@@ -97,7 +97,7 @@ TEST_F(Report, is_one_file_that_forbids_every_network) {
     EXPECT_EQ(count(page, "http://"), count(page, "http://www.w3.org/2000/svg"));  // a name, not a place
 }
 
-TEST_F(Report, goes_to_standard_output_without_o_and_tells_the_counts_beside_it) {
+TEST_F(Report, goes_to_standard_output_without_o_and_the_counts_do_not) {
     const auto finished = report({"-"}, test::one_nest());
     EXPECT_EQ(finished.exit_code, 0);
     EXPECT_THAT(finished.out, testing::StartsWith("<!doctype html>"));
@@ -117,7 +117,7 @@ TEST_F(Report, of_a_look_that_changes_ends_with_one_and_shows_the_worst_frame) {
     }
 }
 
-TEST_F(Report, tells_where_every_layer_comes_from) {
+TEST_F(Report, shows_where_every_layer_comes_from) {
     const auto data = test::parsed(part(page_of(test::one_nest()), "data"));
     EXPECT_THAT(origins(data["layers_after"]),
                 testing::IsSupersetOf({"Title 1", "circle 2.1", "square 2.2", "Background 3"}));
@@ -342,7 +342,7 @@ struct Refused {
     const char* sentence;
 };
 
-TEST_F(Report, that_cannot_be_made_is_told) {
+TEST_F(Report, that_cannot_be_made_is_an_error) {
     sandbox_.write("a.json", test::one_nest());
     sandbox_.write("broken.json", "{\"layers\":");
     const std::vector<Refused> all = {

@@ -185,7 +185,7 @@ TEST(RunDialog, the_settings_stand_in_the_home_folder_without_a_configuration_fo
     EXPECT_THAT(sandbox.names(".config/exflate"), testing::Contains("settings"));
 }
 
-TEST(RunDialog, settings_that_cannot_be_saved_are_told_and_change_nothing) {
+TEST(RunDialog, settings_that_cannot_be_saved_are_reported_and_change_nothing) {
     const Sandbox sandbox(test::one_nest());
     const Finished finished = exflate(sandbox, {.arguments = {"a.json", "--prefix", "x"},
                                                 .environment = {{"XDG_CONFIG_HOME", "/dev/null"}},

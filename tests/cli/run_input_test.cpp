@@ -24,7 +24,7 @@ void expect_refused(const Sandbox& sandbox, const Finished& finished, int exit_c
     EXPECT_THAT(sandbox.names(), testing::Not(testing::Contains("out.json")));
 }
 
-TEST(RunInput, what_cannot_be_read_or_is_no_animation_is_bad_input) {
+TEST(RunInput, an_unreadable_file_and_one_without_an_animation_are_bad_input) {
     const Sandbox sandbox;
     const auto file = [&](const std::string& text) {
         static int count = 0;
@@ -108,7 +108,7 @@ TEST(RunInput, numbers_that_cannot_be_held_are_bad_input_to_every_command) {
     }
 }
 
-TEST(RunInput, a_file_that_takes_more_work_than_one_may_make_is_refused_at_once) {
+TEST(RunInput, a_file_that_takes_more_work_than_is_allowed_is_refused_at_once) {
     const Sandbox sandbox;
     std::vector<std::string> nests;
     for (int i = 1; i <= 20'000; ++i) nests.push_back(test::nest_layer(i, "nest", "comp_0"));
@@ -123,7 +123,7 @@ TEST(RunInput, a_file_that_takes_more_work_than_one_may_make_is_refused_at_once)
     }
 }
 
-TEST(RunInput, what_players_pass_over_is_passed_over_with_a_warning) {
+TEST(RunInput, what_players_ignore_is_ignored_with_a_warning) {
     const Sandbox sandbox;
     const std::vector<std::pair<std::string, std::string>> cases = {
         {test::animation({}, {test::shape_layer(1, "A"), test::shape_layer(1, "B")}), "has the same \"ind\" 1"},
@@ -148,7 +148,7 @@ Finished with_plugin(const Sandbox& sandbox, const std::string& plugin) {
     return exflate(sandbox, {.arguments = {"a.json", "-o", "out.json"}, .environment = {{"EXFLATE_PLUGIN", plugin}}});
 }
 
-TEST(RunPlugin, what_is_missing_or_no_plug_in_is_told) {
+TEST(RunPlugin, a_missing_file_and_one_that_is_no_plug_in_are_reported) {
     const std::vector<std::pair<const char*, const char*>> plugins = {
         {"absent.so", "exflate: there is no plug-in at 'absent.so'\n"},
         {"a.json", "'a.json' is not a loadable plug-in"},
@@ -161,7 +161,7 @@ TEST(RunPlugin, what_is_missing_or_no_plug_in_is_told) {
     }
 }
 
-TEST(RunPlugin, a_plug_in_that_cannot_start_is_told_with_what_it_says) {
+TEST(RunPlugin, a_plug_in_that_cannot_start_is_reported_with_its_own_message) {
     const Sandbox sandbox;
     const Finished finished = with_plugin(sandbox, FAILS_AT_ENTRY);
     EXPECT_EQ(finished.exit_code, 4);

@@ -126,7 +126,7 @@ TEST(RunOutput, a_full_standard_output_is_an_error) {
     }
 }
 
-TEST(RunOutput, a_reader_that_went_away_is_an_error_and_no_crash) {
+TEST(RunOutput, a_reader_that_went_away_is_an_error_not_a_crash) {
     const Sandbox sandbox(test::one_nest());
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"a.json"}, {"list", "a.json"}, {"list", "--json", "a.json"}, {"--help"}}) {
@@ -174,7 +174,7 @@ TEST(RunOutput, a_bad_file_among_good_ones_gives_its_code_and_harms_none) {
     EXPECT_EQ(layer_names(sandbox.read("c.json")), kFlat);
 }
 
-TEST(RunOutput, a_read_only_file_is_replaced_by_force_alone) {
+TEST(RunOutput, a_read_only_file_is_replaced_only_with_force) {
     const Sandbox sandbox(test::one_nest());
     fs::permissions(sandbox.path("a.json"), fs::perms::owner_read);
     for (const std::vector<std::string>& arguments :
@@ -190,7 +190,7 @@ TEST(RunOutput, a_read_only_file_is_replaced_by_force_alone) {
     EXPECT_EQ(fs::status(sandbox.path("a.json")).permissions(), fs::perms::owner_read);
 }
 
-TEST(RunOutput, a_hard_link_that_is_split_is_told_of) {
+TEST(RunOutput, a_hard_link_that_is_split_gets_a_warning) {
     const Sandbox sandbox(test::one_nest());
     fs::create_hard_link(sandbox.path("a.json"), sandbox.path("b.json"));
     fs::create_hard_link(sandbox.path("a.json"), sandbox.path("c.json"));

@@ -91,7 +91,7 @@ struct WrongChoice {
     std::string sentence;
 };
 
-TEST(RunSelection, a_wrong_choice_is_refused_with_what_could_be_meant) {
+TEST(RunSelection, a_wrong_choice_is_refused_with_suggestions) {
     const std::string three = test::three_nests();
     const std::string twins = test::animation(
         {test::asset("a", "Twin", {test::shape_layer(1, "x")}), test::asset("b", "Twin", {test::shape_layer(1, "y")}),

@@ -59,7 +59,7 @@ TEST_F(RunSettings, the_answers_of_the_last_run_are_there_for_the_next) {
     run_and_expect_the_usual();
 }
 
-TEST_F(RunSettings, what_other_scripts_keep_stays_as_it_is) {
+TEST_F(RunSettings, settings_of_other_scripts_are_kept) {
     const std::string others =
         "[\"another\"]\n\"\" = \"\"\n\"k\\x0a\" = \"\\x00\\\" \\\\ \xFF\xC3 \xC3\xA9 # [x] = \"\n\n"
         "[\"corvane.exflate \"]\n\"settingPrefixInput\" = \"not ours\"\n";
@@ -71,7 +71,7 @@ TEST_F(RunSettings, what_other_scripts_keep_stays_as_it_is) {
     EXPECT_THAT(text, HasSubstr("\n[\"corvane.exflate\"]\n"));
 }
 
-TEST_F(RunSettings, a_damaged_file_is_told_and_kept_aside_and_the_run_goes_on) {
+TEST_F(RunSettings, a_damaged_file_is_reported_and_set_aside_and_the_run_goes_on) {
     for (const std::string damaged :
          {"nonsense\n", "[\"corvane.exflate\"]\n\"settingPrefixInput\" = \"cut", "\x01\x02"}) {
         sandbox.write(kFile, damaged);
@@ -112,7 +112,7 @@ TEST_F(RunSettings, values_of_another_hand_decide_nothing_and_do_not_run) {
     }
 }
 
-TEST_F(RunSettings, a_prefix_too_long_to_be_kept_is_told_before_the_refusal) {
+TEST_F(RunSettings, a_prefix_too_long_to_be_saved_is_reported_before_the_refusal) {
     const Finished finished = run({"--prefix", std::string(2000, 'p')});
     EXPECT_EQ(finished.exit_code, 4);
     EXPECT_THAT(finished.out, IsEmpty());

@@ -1,4 +1,4 @@
-// What people see who run the command in a terminal.
+// What the command shows in a terminal.
 #include <gmock/gmock.h>
 
 #include "animations.h"
@@ -51,7 +51,7 @@ TEST(Terminal, verdicts_have_colours_there_and_nowhere_else) {
     EXPECT_THAT(to_terminal({"check", "--format", "json", "a.json"}, {{"TERM", "xterm"}}).out, Not(HasSubstr("\033")));
 }
 
-TEST(Terminal, a_file_is_not_written_there_unless_that_is_asked_for) {
+TEST(Terminal, a_file_is_written_there_only_on_request) {
     for (const char* command : {"run", "flatten"}) {
         const Finished refused = to_terminal({command, "a.json"}, {});
         EXPECT_EQ(refused.exit_code, 2);
@@ -87,7 +87,7 @@ TEST(Terminal, names_in_a_file_cannot_steer_it) {
     EXPECT_THAT(finished.err, Not(HasSubstr("\033")));
 }
 
-TEST(Terminal, a_line_tells_how_many_nests_are_drawn_and_goes_in_the_end) {
+TEST(Terminal, a_line_counts_the_nests_drawn_and_goes_away_at_the_end) {
     const Sandbox sandbox(test::three_nests());
     sandbox.write("player.js", "");
     sandbox.write("LICENSE.md", "");

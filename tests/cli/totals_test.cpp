@@ -1,4 +1,4 @@
-// What several files came to, and what is not said.
+// Totals of several files, and what is left out.
 #include <gmock/gmock.h>
 
 #include "animations.h"
@@ -65,12 +65,12 @@ TEST_F(TotalsOfFiles, are_the_same_in_json) {
     EXPECT_EQ(report["files"][0]["column"].GetInt(), 151);
 }
 
-TEST_F(TotalsOfFiles, of_one_file_are_not_told) {
+TEST_F(TotalsOfFiles, of_one_file_are_not_printed) {
     EXPECT_THAT(exflate(sandbox_, {"run", "-n", "in/three.json"}).err, Not(HasSubstr("exflate: ")));
     EXPECT_THAT(exflate(sandbox_, {"check", "in/three.json"}).out, Not(HasSubstr("1 file")));
 }
 
-TEST_F(TotalsOfFiles, quiet_says_only_what_is_wrong) {
+TEST_F(TotalsOfFiles, quiet_prints_only_warnings_and_errors) {
     EXPECT_THAT(exflate(sandbox_, {"run", "-q", "in/three.json", "-o", "out.json"}).err, "");
     EXPECT_THAT(sandbox_.read("out.json"), Not(HasSubstr("\"Left\"")));
     EXPECT_THAT(sandbox_.read("out.json"), HasSubstr("\"dot\""));

@@ -1,4 +1,4 @@
-// A run that is taken back leaves the very bytes that were read.
+// An undone run leaves exactly the bytes that were read.
 #include <gmock/gmock.h>
 
 #include <fstream>

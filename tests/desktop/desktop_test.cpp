@@ -181,7 +181,7 @@ TEST_F(Desktop, a_prefix_too_long_is_refused_in_a_window_and_offered_again) {
     EXPECT_EQ(again.out, answered_by({"--prefix", prefix.substr(1)}));
 }
 
-TEST_F(Desktop, settings_that_cannot_be_saved_are_told_in_a_window_and_the_run_goes_on) {
+TEST_F(Desktop, settings_that_cannot_be_saved_are_reported_in_a_window_and_the_run_goes_on) {
     const Finished finished = run(start({"--dialog", "a.json"}, "/dev/null"), [&] {
         ASSERT_NE(display.wait_for_window("Exflate"), "");
         display.press("Return");
@@ -192,7 +192,7 @@ TEST_F(Desktop, settings_that_cannot_be_saved_are_told_in_a_window_and_the_run_g
     EXPECT_EQ(finished.out, answered_by({}));
 }
 
-TEST_F(Desktop, damaged_settings_are_told_and_the_dialog_opens_with_its_defaults) {
+TEST_F(Desktop, damaged_settings_are_reported_and_the_dialog_opens_with_its_defaults) {
     std::filesystem::create_directory(sandbox.path("config/exflate"));
     sandbox.write("config/exflate/settings", "\x01 no settings at all");
     const Finished finished = run({"--dialog", "a.json"}, [&] {
@@ -219,7 +219,7 @@ TEST_F(Desktop, each_file_has_a_dialog_of_its_own) {
     EXPECT_EQ(sandbox.read("b.json"), answered_by({}));
 }
 
-TEST(NoDesktop, is_told_in_one_sentence) {
+TEST(NoDesktop, is_reported_in_one_sentence) {
     const Sandbox sandbox(test::one_nest());
     using Environment = std::map<std::string, std::string>;
     for (const Environment& environment :

@@ -73,7 +73,7 @@ TEST(DialogView, elements_that_a_handler_adds_appear) {
               "8");
 }
 
-TEST(DialogView, typing_is_told_key_by_key_and_then_as_a_whole) {
+TEST(DialogView, typing_is_reported_key_by_key_and_then_as_a_whole) {
     Stage stage;
     EXPECT_EQ(stage.run("var log = [], w = new Window('dialog'), e = w.add('edittext', undefined, '', {name: 'e'});"
                         "w.add('button', undefined, 'Elsewhere'); e.onChanging = function () { log.push(e.text); };"
@@ -203,7 +203,7 @@ TEST(DialogView, names_with_ampersands_are_shown_as_they_are) {
               }});
 }
 
-TEST(DialogView, alerts_say_what_they_have_to_say_in_full) {
+TEST(DialogView, alerts_show_their_text_in_full) {
     Stage stage;
     const std::string words = "A long sentence. " + std::string(60, 'x') +
                               " Another one, which goes on and on, until "

@@ -210,7 +210,7 @@ TEST(OptionsByHand, controls_have_names_for_those_who_do_not_see_them) {
               }});
 }
 
-TEST(OptionsByHand, settings_that_cannot_be_saved_are_told_in_a_window_and_the_choices_count) {
+TEST(OptionsByHand, settings_that_cannot_be_saved_are_reported_in_a_window_and_the_choices_count) {
     Stage stage;
     stage.settings = host::script::Settings("/dev/null/settings");
     EXPECT_EQ(stage.run(options_dialog(), {[](QDialog&) { press(Qt::Key_Return); },

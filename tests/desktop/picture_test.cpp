@@ -135,7 +135,7 @@ TEST(Picture, shows_every_script_that_a_font_is_installed_for) {
     EXPECT_GT(yellow, 20);
 }
 
-TEST(Picture, what_cannot_be_done_is_told_in_one_sentence) {
+TEST(Picture, what_cannot_be_done_is_reported_in_one_sentence) {
     EXPECT_EQ(problem({"dialog", "--picture", "p.png", "--click", "Nobody"}),
               "exflate: The dialog \"Exflate\" has no control \"Nobody\".\n");
     EXPECT_EQ(problem({"dialog", "--picture", "p.png", "--click", "Cancel"}),

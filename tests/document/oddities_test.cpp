@@ -163,7 +163,7 @@ std::string refused_at(const Document& document) {
     }
 }
 
-TEST(Oddities, a_layer_that_comes_to_a_number_without_end_is_not_written) {
+TEST(Oddities, a_layer_with_an_infinite_number_is_not_written) {
     const Document document = with_nested({});
     EXPECT_EQ(refused_at(document), "");
     nested(document).stream(host::model::kScale).set_static_value({{std::numeric_limits<double>::infinity(), 0, 0, 0}});

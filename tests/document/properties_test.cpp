@@ -128,7 +128,7 @@ TEST(StaticProperties, the_model_and_the_file_agree_on_every_streams_type) {
     }
 }
 
-TEST(StaticProperties, faults_deep_in_a_layer_are_told_with_their_place) {
+TEST(StaticProperties, faults_deep_in_a_layer_are_reported_with_their_place) {
     const auto fault = [](const std::string& position) -> std::string {
         const Document document = Document::read(
             animation(shape_layer(1, "B") + "," + shape_layer(2, "A", {{"ks", transform({{"p", position}})}})));

@@ -7,7 +7,7 @@ namespace {
 
 using lottie::document::looks_like_animation;
 
-TEST(Recognition, an_animation_is_known_whatever_the_order_of_its_members) {
+TEST(Recognition, an_animation_is_recognized_whatever_the_order_of_its_members) {
     EXPECT_TRUE(looks_like_animation(R"({"v":"5.7","fr":25,"ip":0,"op":50,"w":9,"h":9,"assets":[],"layers":[]})"));
     EXPECT_TRUE(looks_like_animation(R"({"assets":[],"layers":[{"ks":{}}],"fr":25.0,"op":50})"));
     EXPECT_TRUE(looks_like_animation("\xEF\xBB\xBF\r\n{\"h\":9,\"w\":9,\"layers\":[]}"));

@@ -25,7 +25,7 @@ TEST(ThreeD, a_layer_that_becomes_so_has_the_full_set_of_rotations) {
               animation(shape_layer(1, "A", {{"ks", transform({{"r", R"({"a":0,"k":30.0,"ix":10})"}})}})));
 }
 
-TEST(ThreeD, a_document_that_does_not_say_gets_told_behind_its_size) {
+TEST(ThreeD, a_document_without_the_flag_gets_it_after_its_size) {
     const Document document =
         Document::read(R"({"fr":30,"ip":0,"op":60,"w":2,"h":1,"layers":[{"ty":4,"nm":"A","ks":{}}]})");
     layer_of(document, "A").set_flag(host::model::kIs3D, true);

@@ -1,4 +1,4 @@
-// What nobody changed is written with the bytes it came with.
+// What was not changed is written with the bytes it was read with.
 #include <gtest/gtest.h>
 
 #include "animation_text.h"
@@ -60,7 +60,7 @@ TEST(UnchangedBytes, escapes_in_text_stay) {
     expect_same_bytes(animation(shape_layer(1, "A\\u0041\\/\\n\\\"\\ud83d\\ude00\xC3\xA4")));
 }
 
-TEST(UnchangedBytes, members_that_nobody_knows_stay_in_their_place) {
+TEST(UnchangedBytes, unknown_members_stay_in_their_place) {
     expect_same_bytes(animation(shape_layer(1, "A", {{"ao", R"(0,"zz":{"k":[{"t":"x"}],"x":[null,true,false]})"}})));
 }
 

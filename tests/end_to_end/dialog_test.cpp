@@ -129,7 +129,7 @@ TEST_F(Dialog, offers_a_refused_prefix_again) {
     EXPECT_EQ(whole.document().main_comp().layer_count(), 1);
 }
 
-TEST_F(Dialog, tells_first_that_a_prefix_cannot_be_kept_then_that_it_is_too_long) {
+TEST_F(Dialog, says_first_that_a_prefix_cannot_be_saved_then_that_it_is_too_long) {
     EXPECT_THAT(names_after(std::string(2000, 'p')), ElementsAre("Intro"));
     ASSERT_EQ(outcome.alerts.size(), 2U);
     EXPECT_EQ(outcome.alerts[0].message, "Error: the value of a setting is longer than 1999 bytes");

@@ -1,4 +1,4 @@
-// Taking a run back on real animations: every nest of every composition, and what the project was must be there again.
+// Undoing runs on real animations: every nest of every composition, after which the project must be as it was.
 #include <gtest/gtest.h>
 
 #include <filesystem>
@@ -49,8 +49,7 @@ TEST_P(Undo, taking_a_run_back_gives_the_bytes_of_the_file) {
     RecordProperty("runs", runs);
 }
 
-INSTANTIATE_TEST_SUITE_P(RealAnimations, Undo, testing::ValuesIn(animations()), [](const auto& file) {
-    return std::filesystem::path(file.param).stem().string();
-});
+INSTANTIATE_TEST_SUITE_P(RealAnimations, Undo, testing::ValuesIn(animations()),
+                         [](const auto& file) { return std::filesystem::path(file.param).stem().string(); });
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The sweep over this plug-in: every failure path, in every scenario; and the page that tells its figures.
+// The sweep over this plug-in: every failure path, in every scenario; and the page with its figures.
 #include <gtest/gtest.h>
 
 #include <fstream>

@@ -84,7 +84,7 @@ TEST(ReadingAJournal, refuses_another_version_and_other_files) {
     EXPECT_EQ(damage_of("{\n}\n"), "1: this is not a journal: the first line is not 'plug-in journal 1'");
 }
 
-TEST(ReadingAJournal, tells_the_line_that_is_damaged) {
+TEST(ReadingAJournal, names_the_line_that_is_damaged) {
     EXPECT_EQ(damage_of(lines("session(\"a\")\nnonsense\n")),
               "3: this is not a journal line: no journal line begins like this");
     EXPECT_THAT(damage_of(lines("session(\"a)\n")), HasSubstr("2: "));
@@ -106,7 +106,7 @@ TEST(ReadingAJournal, tells_the_line_that_is_damaged) {
                 HasSubstr("a code is expected"));
 }
 
-TEST(ReadingAJournal, tells_lines_out_of_order) {
+TEST(ReadingAJournal, names_lines_out_of_order) {
     const std::string in_hook = "session(\"a\")\nenter command_hook()\n";
     const std::string in_call = in_hook + "call 1 MemorySuite1.AEGP_FreeMemHandle(null)\n";
     EXPECT_THAT(damage_of(lines("enter command_hook()\n")), HasSubstr("a session must begin first"));

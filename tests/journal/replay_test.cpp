@@ -30,7 +30,7 @@ struct TalkerRecording : Recording {
     }
 };
 
-TEST(AJournal, tells_every_visit_and_call_with_arguments_and_results) {
+TEST(AJournal, holds_every_visit_and_call_with_arguments_and_results) {
     const TalkerRecording talk;
     EXPECT_EQ(talk.lines().front(), "plug-in journal 1");
     EXPECT_EQ(talk.lines().back(), "end");
@@ -74,7 +74,7 @@ TEST(AReplay, finds_nothing_when_the_plugin_does_the_same) {
     EXPECT_THAT(verdict.sentence, HasSubstr("in 3 visits"));
 }
 
-TEST(AReplay, takes_values_that_are_written_in_another_way_for_the_same) {
+TEST(AReplay, treats_values_written_in_another_way_as_the_same) {
     const TalkerRecording talk;
     std::string text = talk.text();
     const std::string written = "{speed: 0.1, influence: 33.3}, null)";
@@ -82,7 +82,7 @@ TEST(AReplay, takes_values_that_are_written_in_another_way_for_the_same) {
     EXPECT_EQ(words(talk.replay(text)), "same");
 }
 
-TEST(AReplay, tells_the_first_call_argument_or_content_that_differs) {
+TEST(AReplay, reports_the_first_call_argument_or_content_that_differs) {
     const TalkerRecording talk;
     const auto verdict_when = [&talk](const char* what) {
         const Chosen chosen("TALKER", what);
@@ -111,7 +111,7 @@ TEST(AReplay, tells_the_first_call_argument_or_content_that_differs) {
     EXPECT_EQ(verdict_when("one call less").substr(0, 8), "differs ");
 }
 
-TEST(AReplay, tells_another_way_of_coming_back) {
+TEST(AReplay, reports_another_way_of_returning) {
     const TalkerRecording talk;
     const auto verdict_when = [&talk](const char* what) {
         const Chosen chosen("TALKER", what);
@@ -126,7 +126,7 @@ TEST(AReplay, tells_another_way_of_coming_back) {
                                                        "with code 5")));
 }
 
-TEST(AReplay, tells_a_crash_that_the_journal_knows_nothing_of) {
+TEST(AReplay, reports_a_crash_that_is_not_in_the_journal) {
     const TalkerRecording talk;
     const Chosen chosen("TALKER_ENDS", "2 " + std::to_string(SIGKILL));
     EXPECT_THAT(words(talk.replay()),
@@ -141,7 +141,7 @@ TEST(AReplay, repeats_an_exception) {
     EXPECT_EQ(words(talk.replay()), "same");
 }
 
-TEST(AReplay, asks_idle_and_death_hooks_as_the_journal_tells) {
+TEST(AReplay, calls_idle_and_death_hooks_as_in_the_journal) {
     Recording caretaker(CARETAKER);
     caretaker.run();
     EXPECT_NE(caretaker.line_of("enter idle_hook(function#1, null, null, 1000)"), 0U);
@@ -169,14 +169,14 @@ TEST(AReplay, goes_as_far_as_a_cut_journal) {
     EXPECT_GT(line, 100U);
 }
 
-TEST(AReplay, tells_a_difference_before_the_cut) {
+TEST(AReplay, reports_a_difference_before_the_cut) {
     const TalkerRecording talk;
     const Chosen chosen("TALKER", "other argument");
     const std::size_t end = talk.text().find("AEGP_GetLayerName");
     EXPECT_THAT(words(talk.replay(talk.text().substr(0, end))), StartsWith("differs"));
 }
 
-TEST(AReplay, tells_the_line_that_cannot_be_played) {
+TEST(AReplay, names_the_line_that_cannot_be_played) {
     const TalkerRecording talk;
     const auto verdict_with = [&talk](const std::string& old, const std::string& other) {
         std::string text = talk.text();
@@ -213,7 +213,7 @@ TEST(AReplay, repeats_calls_of_every_function_with_any_arguments) {
     }
 }
 
-TEST(AReplay, tells_another_course_of_random_calls) {
+TEST(AReplay, reports_another_course_of_random_calls) {
     Recording ramble(RAMBLER);
     {
         const Chosen chosen("RAMBLER_SEED", "1");

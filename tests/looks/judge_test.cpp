@@ -1,4 +1,4 @@
-// Judging what any command may have done to a stack, told by hand.
+// Judging what any command may have done to a stack, with changes written by hand.
 #include "looks/judge.h"
 
 #include <gtest/gtest.h>
@@ -123,7 +123,7 @@ TEST(Judge, a_layer_that_was_not_copied_and_draws_nothing_changes_no_look) {
     EXPECT_EQ(report.verdict, Verdict::exact);
 }
 
-TEST(Judge, layers_in_another_order_are_told_by_the_first_that_moved) {
+TEST(Judge, layers_in_another_order_are_reported_by_the_first_that_moved) {
     const auto report =
         judged_by_hand({kRed, kBlue}, {kBlue, kRed, kGround}, {{kCopied, 1, 0}, {kCopied, 0, 0}, {kKept, 1, 0}});
     const Finding* finding = find(report, Reason::order);

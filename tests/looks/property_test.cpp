@@ -33,7 +33,7 @@ TEST(Property, what_is_missing_is_the_default) {
     EXPECT_EQ(Read(R"({"k":"?"})").property({5, 0, 0}).at(0), (Values{5, 0, 0}));
 }
 
-TEST(Property, keyframes_are_told_by_their_form_not_by_the_flag) {
+TEST(Property, keyframes_are_recognized_by_their_form_not_by_the_flag) {
     EXPECT_EQ(Read(R"({"a":0,"k":[{"t":0,"s":[1]},{"t":9,"s":[2]}]})").property().key_times().size(), 2U);
     EXPECT_EQ(Read(R"({"a":1,"k":[4,5]})").property().at(0), (Values{4, 5, 0}));
 }

@@ -70,7 +70,7 @@ TEST(ShapeContent, a_curve_is_followed_not_its_handles) {
     expect_box(painted(arch + kFill), 0, 0, 100, 75);
 }
 
-TEST(ShapeContent, what_nothing_paints_is_not_there) {
+TEST(ShapeContent, unpainted_paths_are_left_out) {
     EXPECT_FALSE(painted(kSquare).has_value());
     EXPECT_FALSE(painted(kFill + "," + kSquare).has_value());  // paint acts on what stands before it
     EXPECT_FALSE(painted(kSquare + R"(,{"ty":"fl","o":{"k":0}})").has_value());

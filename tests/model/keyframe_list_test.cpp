@@ -41,7 +41,7 @@ Keyframe any_keyframe(std::mt19937& random, std::int64_t ticks) {
     return keyframe;
 }
 
-TEST(KeyframeList, gives_back_what_it_was_given_however_it_is_filled) {
+TEST(KeyframeList, returns_what_it_was_given_however_it_is_filled) {
     const unsigned seed = std::random_device{}();
     SCOPED_TRACE("seed " + std::to_string(seed));
     std::mt19937 random(seed);

@@ -87,7 +87,7 @@ TEST(Timing, a_trim_outside_the_source_leaves_one_frame_at_its_edge) {
     scene.expect_trim(1, 0.04);
 }
 
-TEST(Timing, no_duration_becomes_one_frame) {
+TEST(Timing, a_duration_of_zero_becomes_one_frame) {
     ClipScene scene;
     scene.clip->set_in_point_and_duration(at(2), at(0));
     scene.expect_trim(2, 0.04);

@@ -1,4 +1,4 @@
-// Where a layer really is, computed from its streams on a way of our own.
+// Where a layer really is, computed from its streams in a way of our own.
 #pragma once
 
 #include <array>

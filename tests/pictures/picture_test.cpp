@@ -77,7 +77,7 @@ TEST(Picture, a_png_file_begins_with_its_signature) {
     std::filesystem::remove(file);
 }
 
-TEST(Picture, a_png_that_cannot_be_written_is_told_in_a_sentence) {
+TEST(Picture, a_png_that_cannot_be_written_is_reported_in_a_sentence) {
     EXPECT_THROW(write_png(Picture(1, 1), "no-such-folder/picture.png"), std::runtime_error);
 }
 

@@ -184,7 +184,7 @@ TEST_F(LongPrefix, shows_no_alert_after_a_failure) {
     EXPECT_EQ(host.count_of("UndoGroup"), 0);
 }
 
-TEST_F(LongPrefix, is_told_even_of_a_thousand_bytes) {
+TEST_F(LongPrefix, is_reported_even_at_a_thousand_bytes) {
     answer = "[true,false,false,\"" + std::string(1000, 'x') + "\",false,false]";
     EXPECT_EQ(run(), A_Err_NONE);
     EXPECT_EQ(host.count_of("TOO LONG"), 1);

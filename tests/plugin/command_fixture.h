@@ -1,4 +1,4 @@
-// What the tests of the command share: a dialog that answers by itself, and a script that copies layers.
+// What the tests of the command share: a dialog that answers itself, and a script that copies layers.
 #pragma once
 
 #include <algorithm>

@@ -188,7 +188,7 @@ TEST_F(KeptSources, count_once_for_each_layer_that_could_not_delete_them) {
     EXPECT_THAT(host.calls_of("Item6.DeleteItem"), IsEmpty());
 }
 
-TEST_F(KeptSources, of_more_than_two_layers_are_told_together) {
+TEST_F(KeptSources, of_more_than_two_layers_are_reported_together) {
     use_elsewhere(inner);
     use_elsewhere(second);
     main->selection = {nest, nest2, another(inner, "twin")};

@@ -454,7 +454,7 @@ TEST_F(SourcesOfCommand, one_of_several_selected_is_a_source) {
     EXPECT_EQ(host.count_of("SetSelection"), 0) << "the last selected layer is no pre-comp layer";
 }
 
-TEST_F(SourcesOfCommand, several_kept_sources_are_told_together) {
+TEST_F(SourcesOfCommand, several_kept_sources_are_reported_together) {
     fake::Comp* second = host.add_comp("second");
     fake::Layer* second_nest = host.add_layer(main, "nest2", second->item);
     fake::Comp* other = host.add_comp("other");

@@ -29,7 +29,7 @@ TEST_F(Reparenting, goes_through_the_active_item_when_the_composition_is_selecte
                     "Utility6.ExecuteScript(7, app.project.activeItem.layer(3).parent = null; , false, null, null)"));
 }
 
-TEST_F(Reparenting, goes_through_the_items_number_otherwise_found_anew_for_each_layer) {
+TEST_F(Reparenting, goes_through_the_items_number_otherwise_found_again_for_each_layer) {
     EXPECT_EQ(reset({-1, -1}), A_Err_NONE);
     EXPECT_EQ(host.count_of("Item5.GetItemID(main)"), 2);
     EXPECT_THAT(scripts(), ElementsAre(run("app.project.item(3).layer(1).parent = null; "),
@@ -47,7 +47,7 @@ TEST_F(Reparenting, looks_the_number_up_between_the_selection_and_the_layer) {
     EXPECT_EQ(calls.back(), run("app.project.item(3).layer(2).parent = null; "));
 }
 
-TEST_F(Reparenting, asks_for_the_selection_anew_for_each_layer) {
+TEST_F(Reparenting, asks_for_the_selection_again_for_each_layer) {
     main->item->selected = true;
     host.on_script = [&](const std::string&) {
         main->item->selected = !main->item->selected;
@@ -59,7 +59,7 @@ TEST_F(Reparenting, asks_for_the_selection_anew_for_each_layer) {
                                        run("app.project.activeItem.layer(3).parent = null; ")));
 }
 
-TEST_F(Reparenting, asks_for_the_number_anew_for_each_layer) {
+TEST_F(Reparenting, asks_for_the_number_again_for_each_layer) {
     host.on_script = [&](const std::string&) {
         std::erase(host.items, footage);
         return "";

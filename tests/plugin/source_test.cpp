@@ -1,4 +1,4 @@
-// Counting who uses a source, and deleting a layer with its own.
+// Counting who uses a source, and deleting a layer together with its source.
 #include "operation_test.h"
 
 class Source : public OperationTest {

@@ -1,4 +1,4 @@
-// Text in 16-bit units says what text in 32-bit characters says: one is compared with the other.
+// Text in 16-bit units holds what text in 32-bit characters holds: one is compared with the other.
 #include "utf16_text.h"
 
 #include <gtest/gtest.h>

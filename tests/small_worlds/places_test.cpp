@@ -1,4 +1,4 @@
-// Every place of the nest in a stack of five, whatever it holds and whoever of the others has a parent.
+// Every place of the nest in a stack of five, whatever it holds and whichever others have a parent.
 #include <gtest/gtest.h>
 
 #include <bit>

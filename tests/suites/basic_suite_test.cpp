@@ -96,7 +96,7 @@ TEST_F(BasicSuite, foreign_and_freed_blocks_are_refused) {
     EXPECT_EQ(basic->FreeBlock(nullptr), 0);
 }
 
-TEST_F(BasicSuite, blocks_never_freed_are_told_and_go_with_the_host) {
+TEST_F(BasicSuite, blocks_never_freed_are_reported_and_go_with_the_host) {
     void* block = nullptr;
     ASSERT_EQ(basic->AllocateBlock(5, &block), 0);
     ASSERT_EQ(host.ledger().never_disposed.size(), 1U);

@@ -95,7 +95,7 @@ TEST_F(Items, are_selected_in_the_project_panel_only) {
     EXPECT_FALSE(is_selected(main_item));
 }
 
-TEST_F(Items, tell_their_type) {
+TEST_F(Items, give_their_type) {
     const auto type = [this](AEGP_ItemH item) {
         AEGP_ItemType found = -1;
         EXPECT_EQ(items->AEGP_GetItemType(item, &found), 0);
@@ -132,7 +132,7 @@ TEST_F(Items, know_the_folder_they_are_in) {
     EXPECT_EQ(found, nullptr);
 }
 
-TEST_F(Items, tell_their_dimensions_and_pixel_aspect) {
+TEST_F(Items, give_their_dimensions_and_pixel_aspect) {
     A_long width = 0;
     A_long height = 0;
     EXPECT_EQ(items->AEGP_GetItemDimensions(main_item, &width, &height), 0);

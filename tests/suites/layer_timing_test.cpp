@@ -33,7 +33,7 @@ class LayerTiming : public World {
     static A_Time ticks(A_long value) { return {value, 120'000}; }
 };
 
-TEST_F(LayerTiming, is_told_in_120000_ticks_a_second) {
+TEST_F(LayerTiming, is_given_in_120000_ticks_a_second) {
     layer.load_timing({12'000}, {24'000}, {48'000}, 1);
     EXPECT_EQ(in_point(kComp).scale, 120'000U);
     EXPECT_EQ(in_point(kComp).value, 24'000);
@@ -141,7 +141,7 @@ TEST_F(LayerTiming, refuses_impossible_trims_if_the_rules_say_so) {
     EXPECT_EQ(duration(kComp).value, 5'000);
 }
 
-TEST_F(LayerTiming, is_told_in_the_scale_of_the_rules_or_of_the_composition) {
+TEST_F(LayerTiming, is_given_in_the_scale_of_the_rules_or_of_the_composition) {
     layer.load_timing({0}, {60'000}, {60'001}, 1);
     project.rules().time_scale = 600;
     EXPECT_EQ(in_point(kComp).value, 300);

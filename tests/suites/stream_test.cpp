@@ -77,7 +77,7 @@ TEST_F(Streams, that_do_not_apply_are_refused_if_the_rules_say_so) {
     EXPECT_EQ(table->AEGP_GetNewLayerStream(plugin, handle, AEGP_LayerStream_OPACITY, &made), 0);
 }
 
-TEST_F(Streams, tell_their_type) {
+TEST_F(Streams, give_their_type) {
     EXPECT_EQ(type(stream(layer, AEGP_LayerStream_ANCHORPOINT)), AEGP_StreamType_ThreeD_SPATIAL);
     EXPECT_EQ(type(stream(layer, AEGP_LayerStream_POSITION)), AEGP_StreamType_ThreeD_SPATIAL);
     EXPECT_EQ(type(stream(layer, AEGP_LayerStream_SCALE)), AEGP_StreamType_ThreeD);

@@ -74,7 +74,7 @@ TEST_F(Utilities, run_scripts_without_handing_anything_out) {
     EXPECT_TRUE(host.ledger().handed_out.empty());
 }
 
-TEST_F(Utilities, tell_of_a_failed_script_in_its_error_text) {
+TEST_F(Utilities, report_a_failed_script_in_its_error_text) {
     next_script_outcome = {true, "ignored", "Unable to execute script at line 1. x is undefined"};
     AEGP_MemHandle result = nullptr;
     AEGP_MemHandle error = nullptr;

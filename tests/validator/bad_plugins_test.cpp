@@ -164,7 +164,7 @@ TEST(TheTests, of_a_lower_rung_leave_out_what_is_above) {
     }
 }
 
-TEST(AMissingModule, is_told_with_its_name) {
+TEST(AMissingModule, is_reported_with_its_name) {
     CheckRequest request = request_for("");
     request.module = "no_such_module.so";
     EXPECT_THAT(examined(request).load_problem, HasSubstr("no_such_module.so"));

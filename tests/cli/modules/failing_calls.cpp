@@ -1,4 +1,4 @@
-// A library that is loaded before all others and stands between a program and the system: it lets the n-th call fail,
+// A library that is loaded before all others and stands between a program and the system: it makes the n-th call fail,
 // be cut short, or be the last.
 //
 //   FAILING_CALL       n, from 1; 0 for none

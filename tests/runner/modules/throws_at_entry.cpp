@@ -1,4 +1,4 @@
-// A plug-in whose entry point lets an exception out.
+// A plug-in whose entry point throws an exception.
 #include <stdexcept>
 
 #include "AE_GeneralPlug.h"
