@@ -26,7 +26,9 @@ class JsonTree {
   public:
     enum class Depth {
         all,
-        members,  // what the root holds are leaves, whatever they hold
+        members,      // what the root holds are leaves, whatever they hold
+        own_streams,  // the shapes, masks and text that the root, a layer, holds are leaves
+        keyframes,    // those of them that hold none are leaves
     };
 
     // `what` is one value inside `text`, which was found to be JSON before and must outlive the tree.

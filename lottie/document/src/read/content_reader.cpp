@@ -21,7 +21,8 @@ class ContentReader {
         : stored_(stored),
           store_(*stored.comp->store),
           layer_(layer),
-          tree_(store_.text, stored.text),
+          tree_(store_.text, stored.text,
+                stored.contains_expressions ? JsonTree::Depth::all : JsonTree::Depth::own_streams),
           context_{stored, tree_} {}
 
     void read() {

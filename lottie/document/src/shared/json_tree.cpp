@@ -27,16 +27,27 @@ bool is_of_numbers(char c) {
     return kIsOfNumbers[static_cast<unsigned char>(c)];
 }
 
-// Of the characters at which a container may end.
+// Of the characters at which a container may end, and a text does.
 constexpr auto kIsStop = [] {
     std::array<bool, 256> is{};
-    for (const char c : {'"', '{', '}', '[', ']'}) is[static_cast<unsigned char>(c)] = true;
+    for (const char c : {'"', '{', '}', '[', ']', '\0'}) is[static_cast<unsigned char>(c)] = true;
     return is;
 }();
 
+// Of the characters at which a number or a name ends, and a text does.
+constexpr auto kIsEndOfPlain = [] {
+    std::array<bool, 256> is{};
+    for (const char c : {',', ']', '}', ' ', '\n', '\r', '\t', '\0'}) is[static_cast<unsigned char>(c)] = true;
+    return is;
+}();
+
+// Most of a layer's text, as a rule.
+constexpr std::array<std::string_view, 3> kOtherStreams = {R"("shapes")", R"("masksProperties")", R"("t")"};
+
 }  // namespace
 
-// Builds the tree in one pass over text that is known to be JSON; on any other it ends somewhere, inside the text.
+// Builds the tree in one pass over text that is known to be JSON; on any other it ends somewhere, inside the text. Behind
+// the text stands a character, if only the null of the string that it is part of.
 class JsonTreeBuilder {
   public:
     JsonTreeBuilder(JsonTree& tree, std::string_view text, std::uint32_t begin, JsonTree::Depth depth)
@@ -60,9 +71,11 @@ class JsonTreeBuilder {
     char here() const { return at_ < text_.size() ? text_[at_] : '\0'; }
 
     void take() {
-        if (depth_ == JsonTree::Depth::members && !open_.empty() && (here() == '{' || here() == '[')) {
-            add(here() == '{' ? JsonKind::object : JsonKind::array, end_of_container());
-            return;
+        if (here() == '{' || here() == '[') {
+            if (const std::uint32_t end = end_of_leaf()) {
+                add(here() == '{' ? JsonKind::object : JsonKind::array, end);
+                return;
+            }
         }
         switch (here()) {
             case '{':
@@ -92,6 +105,22 @@ class JsonTreeBuilder {
         }
     }
 
+    // Behind the container that begins here, if it is a leaf whatever it holds; else 0.
+    std::uint32_t end_of_leaf() const {
+        if (depth_ == JsonTree::Depth::all || open_.empty()) return 0;
+        if (depth_ == JsonTree::Depth::members) return end_of_container();
+        const std::string_view key = key_.of(text_);
+        if (open_.size() > 1 || std::find(kOtherStreams.begin(), kOtherStreams.end(), key) == kOtherStreams.end())
+            return 0;
+        const std::uint32_t end = end_of_container();
+        return depth_ == JsonTree::Depth::keyframes && may_hold_keyframes(text_.substr(at_, end - at_)) ? 0 : end;
+    }
+
+    // A key may be spelled with escapes.
+    static bool may_hold_keyframes(std::string_view text) {
+        return text.find(R"("t")") != std::string_view::npos || text.find('\\') != std::string_view::npos;
+    }
+
     std::uint32_t end_of_string(std::size_t begin) const {
         std::size_t end = begin + 1;
         while (end < text_.size() && text_[end] != '"') end += text_[end] == '\\' ? 2U : 1U;
@@ -100,24 +129,24 @@ class JsonTreeBuilder {
 
     // Behind the container that begins here.
     std::uint32_t end_of_container() const {
-        std::uint32_t end = at_;
+        const char* const text = text_.data();
+        const char* at = text + at_;
         std::size_t depth = 0;
-        while (end < text_.size()) {
-            const char c = text_[end];
-            if (!kIsStop[static_cast<unsigned char>(c)]) {
-                ++end;
-            } else if (c == '"') {
-                end = end_of_string(end);
-            } else {
-                ++end;
-                if (c == '{' || c == '[') {
-                    ++depth;
-                } else if (--depth == 0) {
-                    return end;
-                }
+        while (true) {
+            while (!kIsStop[static_cast<unsigned char>(*at)]) ++at;
+            const auto here = static_cast<std::size_t>(at - text);
+            if (here >= text_.size()) return static_cast<std::uint32_t>(text_.size());
+            if (*at == '"') {
+                at = text + end_of_string(here);
+                continue;
+            }
+            const char c = *at++;
+            if (c == '{' || c == '[') {
+                ++depth;
+            } else if (c != '\0' && --depth == 0) {
+                return static_cast<std::uint32_t>(here + 1);
             }
         }
-        return end;
     }
 
     void take_string() {
@@ -132,11 +161,9 @@ class JsonTreeBuilder {
     }
 
     void take_plain(JsonKind kind) {
-        std::uint32_t end = at_ + 1;
-        while (end < text_.size() && !is_blank(text_[end]) && text_[end] != ',' && text_[end] != ']' &&
-               text_[end] != '}')
-            ++end;
-        add(kind, end);
+        const char* end = text_.data() + at_ + 1;
+        while (!kIsEndOfPlain[static_cast<unsigned char>(*end)]) ++end;
+        add(kind, static_cast<std::uint32_t>(std::min(static_cast<std::size_t>(end - text_.data()), text_.size())));
     }
 
     // Adds what stands between here and `end`, and goes there.
@@ -178,14 +205,16 @@ class JsonTreeBuilder {
             return 0;
         }
         starts_.clear();
-        for (std::uint32_t at = at_; at < text_.size(); ++at) {
-            const char c = text_[at];
-            if (is_of_numbers(c)) continue;
-            if (c == '[') {
-                starts_.push_back(at);
-            } else if (c == ']') {
+        const char* const text = text_.data();
+        for (const char* at = text + at_;; ++at) {
+            if (is_of_numbers(*at)) continue;
+            const auto here = static_cast<std::uint32_t>(at - text);
+            if (here >= text_.size()) break;
+            if (*at == '[') {
+                starts_.push_back(here);
+            } else if (*at == ']') {
                 starts_.pop_back();
-                if (starts_.empty()) return at + 1;
+                if (starts_.empty()) return here + 1;
             } else {
                 break;
             }

@@ -1,6 +1,7 @@
 // Layers whose text is the file's, with changes.
 #include "write/layer_writer.h"
 
+#include <algorithm>
 #include <array>
 #include <stdexcept>
 
@@ -30,6 +31,11 @@ constexpr std::array<Switch, 4> kSwitches{{{host::model::kIs3D, Field::ddd, "1",
                                            {host::model::kCollapse, Field::ct, "1", "0"},
                                            {host::model::kMotionBlur, Field::mb, "true", "false"}}};
 
+bool has_changed_expressions(const Layer& layer) {
+    const auto& streams = layer.other_streams();
+    return std::any_of(streams.begin(), streams.end(), [](const auto& stream) { return stream->is_changed(); });
+}
+
 bool has_changed_content(const Layer& layer) {
     if (!layer.is_content_loaded()) return false;
     if (layer.has_changed_streams()) return true;
@@ -40,10 +46,7 @@ bool has_changed_content(const Layer& layer) {
             if (effect->parameter(i).is_changed()) return true;
         }
     }
-    for (const auto& stream : layer.other_streams()) {
-        if (stream->is_changed()) return true;
-    }
-    return false;
+    return has_changed_expressions(layer);
 }
 
 bool has_same_name(const Layer& layer, const StoredLayer& base) {
@@ -58,7 +61,8 @@ class LayerEditor {
           layer_(layer),
           base_(base),
           above_(above),
-          tree_(context.store.text, base.text),
+          shift_(layer.offset() - base.offset),
+          tree_(context.store.text, base.text, depth()),
           read_{base, tree_},
           root_(tree_, tree_.root(), layer_member_order()) {}
 
@@ -73,13 +77,18 @@ class LayerEditor {
             edit_effects(patch_, root_, context_, read_, layer_);
             edit_other_expressions(patch_, tree_, layer_);
         }
-        const host::model::Time shift = layer_.offset() - base_.offset;
-        if (shift != host::model::Time{}) shift_keyframes(patch_, read_, shift);
+        if (shift_ != host::model::Time{}) shift_keyframes(patch_, read_, shift_);
         root_.apply(patch_);
         patch_.write(context_.store.text, base_.text, out);
     }
 
   private:
+    // Nobody asks for what stays as it is.
+    JsonTree::Depth depth() const {
+        if (has_changed_expressions(layer_)) return JsonTree::Depth::all;
+        return shift_ != host::model::Time{} ? JsonTree::Depth::keyframes : JsonTree::Depth::own_streams;
+    }
+
     void set(Field field, std::string value) { root_.set(key_of(field), std::move(value)); }
     void remove(Field field) { root_.remove(key_of(field)); }
 
@@ -155,6 +164,7 @@ class LayerEditor {
     Layer& layer_;
     const StoredLayer& base_;
     const Layer* above_;
+    host::model::Time shift_;
     JsonTree tree_;
     ReadContext read_;
     Patch patch_;
