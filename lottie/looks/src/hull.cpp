@@ -30,6 +30,12 @@ void add_half(Hull& hull, const Points& points) {
     hull.pop_back();  // the other half begins with it
 }
 
+constexpr double kLeastArea = 1e-6;  // square pixels
+
+bool are_finite(const std::vector<Point>& points) {
+    return std::all_of(points.begin(), points.end(), [](Point p) { return std::isfinite(p.x) && std::isfinite(p.y); });
+}
+
 }  // namespace
 
 Box united(const Box& a, const Box& b) {
@@ -62,7 +68,8 @@ Hull hull_of(std::vector<Point> points) {
 
 Hull hull_of(const Box& box) {
     if (box.right <= box.left || box.bottom <= box.top) return {};
-    return hull_of({{box.left, box.top}, {box.right, box.top}, {box.right, box.bottom}, {box.left, box.bottom}});
+    Hull corners = {{box.left, box.top}, {box.right, box.top}, {box.right, box.bottom}, {box.left, box.bottom}};
+    return are_finite(corners) ? corners : hull_of(std::move(corners));
 }
 
 Hull united(const Hull& a, const Hull& b) {
@@ -111,9 +118,14 @@ Hull grown(const Hull& hull, double by) {
 }
 
 Hull mapped(const Hull& hull, const Matrix& matrix) {
-    std::vector<Point> points;
+    Hull points;
+    points.reserve(hull.size());
     for (const Point& corner : hull) points.push_back(matrix.map(corner));
-    return hull_of(std::move(points));
+    // What lies on the outline stays there, unless nothing is left of the area.
+    const double enclosed = area(points);
+    if (!are_finite(points) || std::abs(enclosed) < kLeastArea) return hull_of(std::move(points));
+    if (enclosed < 0) std::reverse(points.begin(), points.end());
+    return points;
 }
 
 double area(const Hull& hull) {

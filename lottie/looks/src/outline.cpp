@@ -6,6 +6,23 @@
 #include <numbers>
 
 namespace lottie::looks {
+namespace {
+
+// From the top on.
+const std::vector<Point>& unit_circle() {
+    static const std::vector<Point> points = [] {
+        constexpr int kPoints = 4 * kSteps;
+        std::vector<Point> all;
+        for (int i = 0; i <= kPoints; ++i) {
+            const double angle = 2 * std::numbers::pi * i / kPoints - std::numbers::pi / 2;
+            all.push_back({std::cos(angle), std::sin(angle)});
+        }
+        return all;
+    }();
+    return points;
+}
+
+}  // namespace
 
 double distance(Point a, Point b) {
     return std::hypot(a.x - b.x, a.y - b.y);
@@ -42,11 +59,9 @@ void append_part(const Outline& outline, double from, double to, std::vector<Out
 Outline ellipse(Point center, double half_width, double half_height) {
     Outline outline;
     outline.is_closed = true;
-    constexpr int kPoints = 4 * kSteps;
-    for (int i = 0; i <= kPoints; ++i) {
-        const double angle = 2 * std::numbers::pi * i / kPoints - std::numbers::pi / 2;
-        outline.points.push_back({center.x + half_width * std::cos(angle), center.y + half_height * std::sin(angle)});
-    }
+    outline.points.reserve(unit_circle().size());
+    for (const Point& point : unit_circle())
+        outline.points.push_back({center.x + half_width * point.x, center.y + half_height * point.y});
     return outline;
 }
 

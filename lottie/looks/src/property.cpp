@@ -38,16 +38,33 @@ double cubic(double p1, double p2, double u) {
     return 3 * v * v * u * p1 + 3 * v * u * u * p2 + u * u * u;
 }
 
+// The place on the curve at which `x` of the time has passed.
+double place_at_time(double x, double out_x, double in_x) {
+    // A handle beyond its keyframes makes time run backwards: then there may be several places, and halving finds one.
+    const bool is_monotonic = out_x >= 0 && out_x <= 1 && in_x >= 0 && in_x <= 1;
+    double low = 0;
+    double high = 1;
+    double at = is_monotonic ? x : 0.5;
+    for (int i = 0; i < 50; ++i) {
+        const double miss = cubic(out_x, in_x, at) - x;
+        (miss < 0 ? low : high) = at;
+        double next = (low + high) / 2;
+        if (is_monotonic) {
+            const double rest = 1 - at;
+            const double slope = 3 * (rest * rest * out_x + 2 * rest * at * (in_x - out_x) + at * at * (1 - in_x));
+            const double newton = at - miss / slope;
+            if (newton == at || miss == 0) return at;
+            if (newton > low && newton < high) next = newton;
+        }
+        at = next;
+    }
+    return at;
+}
+
 // How far the value has come when `x` of the time has passed.
 double eased(double x, double out_x, double out_y, double in_x, double in_y) {
     if (out_x == out_y && in_x == in_y) return x;
-    double low = 0;
-    double high = 1;
-    for (int i = 0; i < 50; ++i) {
-        const double middle = (low + high) / 2;
-        (cubic(out_x, in_x, middle) < x ? low : high) = middle;
-    }
-    return cubic(out_y, in_y, (low + high) / 2);
+    return cubic(out_y, in_y, place_at_time(x, out_x, in_x));
 }
 
 Values path_point(const Values& from, const Values& to, const Values& out, const Values& in, double u) {
@@ -62,23 +79,6 @@ Values path_point(const Values& from, const Values& to, const Values& out, const
 
 double distance(const Values& a, const Values& b) {
     return std::hypot(a[0] - b[0], a[1] - b[1], a[2] - b[2]);
-}
-
-// The point that lies the given share of the path's length behind its start.
-Values along_path(const Values& from, const Values& to, const Values& out, const Values& in, double share) {
-    std::array<double, kPathSteps + 1> lengths{};
-    Values previous = from;
-    for (int i = 1; i <= kPathSteps; ++i) {
-        const Values point = path_point(from, to, out, in, static_cast<double>(i) / kPathSteps);
-        lengths[static_cast<std::size_t>(i)] = lengths[static_cast<std::size_t>(i - 1)] + distance(previous, point);
-        previous = point;
-    }
-    const double wanted = share * lengths.back();
-    std::size_t step = 1;
-    while (step < kPathSteps && lengths[step] < wanted) ++step;
-    const double span = lengths[step] - lengths[step - 1];
-    const double rest = span > 0 ? (wanted - lengths[step - 1]) / span : 0;
-    return path_point(from, to, out, in, (static_cast<double>(step - 1) + rest) / kPathSteps);
 }
 
 double length_of_handles(const Values& from, const Values& to, const Values& out, const Values& in) {
@@ -145,26 +145,57 @@ void Property::read_keys(const Json& keys) {
     }
 }
 
+// Lengths of the path from its keyframe on, in steps of its parameter.
+const Property::PathLengths& Property::path_lengths(const Key& key) const {
+    const auto index = static_cast<std::size_t>(&key - keys_.data());
+    if (measured_ && measured_->key == index) return *measured_;
+    PathLengths& measured = measured_.emplace();
+    measured.key = index;
+    measured.lengths.reserve(kPathSteps + 1);
+    Values previous = key.value;
+    for (int i = 1; i <= kPathSteps; ++i) {
+        const Values point = path_point(key.value, key.end, key.out_tangent, key.in_tangent,
+                                        static_cast<double>(i) / kPathSteps);
+        measured.lengths.push_back(measured.lengths.back() + distance(previous, point));
+        previous = point;
+    }
+    return measured;
+}
+
+// The point that lies the given share of the path's length behind its keyframe.
+Values Property::along_path(const Key& key, double share) const {
+    const std::vector<double>& lengths = path_lengths(key).lengths;
+    const double wanted = share * lengths.back();
+    const auto behind = std::lower_bound(lengths.begin() + 1, lengths.end() - 1, wanted);
+    const double before = *std::prev(behind);
+    const double span = *behind - before;
+    const double rest = span > 0 ? (wanted - before) / span : 0;
+    const auto step = static_cast<double>(std::distance(lengths.begin(), behind) - 1);
+    return path_point(key.value, key.end, key.out_tangent, key.in_tangent, (step + rest) / kPathSteps);
+}
+
 Values Property::in_segment(const Key& key, double span, double frame) const {
     if (key.is_hold || span <= 0) return key.value;
     const double x = (frame - key.time) / span;
     if (key.has_path) {
         const double share = eased(x, key.out_x[0], key.out_y[0], key.in_x[0], key.in_y[0]);
         if (!is_zero(key.out_tangent) || !is_zero(key.in_tangent)) {
-            return along_path(key.value, key.end, key.out_tangent, key.in_tangent, share);
+            return along_path(key, share);
         }
         Values point{};
         for (std::size_t i = 0; i < point.size(); ++i) point[i] = key.value[i] + share * (key.end[i] - key.value[i]);
         return point;
     }
-    Values values{};
+    Values values = key.value;
+    std::optional<std::size_t> known;  // a dimension whose share is the one below
+    double share = 0;
     for (std::size_t i = 0; i < values.size(); ++i) {
-        if (key.end[i] == key.value[i]) {
-            values[i] = key.value[i];
-            continue;
+        if (key.end[i] == key.value[i]) continue;
+        if (!known || !key.has_same_ease(*known, i)) {
+            share = eased(x, key.out_x[i], key.out_y[i], key.in_x[i], key.in_y[i]);
+            known = i;
         }
-        const double share = eased(x, key.out_x[i], key.out_y[i], key.in_x[i], key.in_y[i]);
-        values[i] = key.value[i] + share * (key.end[i] - key.value[i]);
+        values[i] += share * (key.end[i] - key.value[i]);
     }
     return values;
 }
@@ -219,9 +250,7 @@ bool Property::moves_alike_everywhere(double pixel) const {
         if (key.is_hold) return true;
         if (key.has_path && !(is_zero(key.out_tangent) && is_zero(key.in_tangent)))
             return is_measured_alike(key, pixel);
-        return key.has_path || key.value[1] == key.end[1] ||
-               (key.out_x[0] == key.out_x[1] && key.out_y[0] == key.out_y[1] && key.in_x[0] == key.in_x[1] &&
-                key.in_y[0] == key.in_y[1]);
+        return key.has_path || key.value[1] == key.end[1] || key.has_same_ease(0, 1);
     });
 }
 

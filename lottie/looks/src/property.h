@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -42,12 +43,22 @@ class Property {
         Values out_tangent{}, in_tangent{};       // of a path in space, relative to value and end
         bool is_hold = false;
         bool has_path = false;
+
+        bool has_same_ease(std::size_t i, std::size_t j) const {
+            return out_x[i] == out_x[j] && out_y[i] == out_y[j] && in_x[i] == in_x[j] && in_y[i] == in_y[j];
+        }
+    };
+    struct PathLengths {
+        std::size_t key = 0;  // where the path begins
+        std::vector<double> lengths = {0};
     };
 
     static bool is_measured_alike(const Key& key, double pixel);
     void read_keys(const Json& keys);
     bool find_animation() const;
     Values in_segment(const Key& key, double span, double frame) const;
+    const PathLengths& path_lengths(const Key& key) const;
+    Values along_path(const Key& key, double share) const;
 
     Values fixed_{};
     std::vector<Key> keys_;
@@ -55,6 +66,7 @@ class Property {
     std::vector<double> key_times_;
     bool has_expression_ = false;
     bool is_animated_ = false;
+    mutable std::optional<PathLengths> measured_;  // of the path that was asked for last: frames come in order
 };
 
 // How far the value has come when `share` of the time from this keyframe to the next has passed; for properties with
