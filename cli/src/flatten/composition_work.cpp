@@ -6,6 +6,7 @@
 
 #include "cli/shared/animation_file.h"
 #include "cli/shared/selection.h"
+#include "document/outline_reader.h"
 #include "mend/mend.h"
 
 namespace cli {
@@ -108,15 +109,17 @@ void FlatteningState::rename(const std::string& before, const std::string& now) 
 struct CompositionWork::Stage {
     Stage(const FlatteningState& state, std::size_t composition)
         : before(state.bench.alone(composition)),
-          document(parse_input(before)),
+          outline(lottie::document::read_outline(before)),
+          document(parse_input(before, outline)),
           comp(find_composition(document, state.bench.id(composition))),
           trials(document, state.plugin, answers, state.limits, state.asked_for) {}
 
     std::string before;
+    lottie::document::DocumentOutline outline;
     lottie::document::Document document;
     host::model::Comp& comp;
     const lottie::mend::BeforeRuns& unmended() {
-        if (!unmended_) unmended_.emplace(before);
+        if (!unmended_) unmended_.emplace(before, outline);
         return *unmended_;
     }
 

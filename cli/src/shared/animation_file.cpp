@@ -135,12 +135,25 @@ void print_warnings(const Console& console, const std::string& label,
     }
 }
 
-lottie::document::Document parse_input(std::string text) {
+namespace {
+
+template <class Read>
+auto read_input(Read read) {
     try {
-        return lottie::document::Document::read(std::move(text));
+        return read();
     } catch (const lottie::document::InputError& error) {
         throw bad_input(error);
     }
+}
+
+}  // namespace
+
+lottie::document::Document parse_input(std::string text) {
+    return read_input([&text] { return lottie::document::Document::read(std::move(text)); });
+}
+
+lottie::document::Document parse_input(std::string text, lottie::document::DocumentOutline outline) {
+    return read_input([&] { return lottie::document::Document::read(std::move(text), std::move(outline)); });
 }
 
 void refuse_faulty_content(const lottie::document::Document& document) {

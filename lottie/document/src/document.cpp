@@ -34,6 +34,10 @@ Document Document::read(std::string text, const host::model::HostRules& rules) {
     return Document(build_store(std::move(text), rules));
 }
 
+Document Document::read(std::string text, DocumentOutline outline) {
+    return Document(build_store(std::move(text), {}, std::move(outline)));
+}
+
 const std::string& Document::text() const {
     return store_->text;
 }

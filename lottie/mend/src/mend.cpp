@@ -52,6 +52,8 @@ struct Progress {
 };
 
 BeforeRuns::BeforeRuns(std::string text) : before_(std::make_unique<Before>(std::move(text))) {}
+BeforeRuns::BeforeRuns(std::string text, document::DocumentOutline outline)
+    : before_(std::make_unique<Before>(std::move(text), std::move(outline))) {}
 BeforeRuns::~BeforeRuns() = default;
 
 Mending::Mending(const BeforeRuns& before, const std::vector<std::string_view>& after, looks::StackChange change)

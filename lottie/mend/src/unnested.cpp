@@ -55,6 +55,8 @@ std::size_t place_in(const ScannedComp& comp, const ScannedLayer& layer) {
 }  // namespace
 
 Before::Before(std::string animation) : text(std::move(animation)), outline(document::read_outline(text)) {}
+Before::Before(std::string animation, document::DocumentOutline its_outline)
+    : text(std::move(animation)), outline(std::move(its_outline)) {}
 
 looks::Evaluation& Before::evaluation() {
     if (!evaluation_) evaluation_.emplace(text);
@@ -74,6 +76,9 @@ const ScannedComp& Before::composition(const std::string& id) const {
 Unnested::Unnested(Before& before, const std::vector<std::string_view>& after, looks::StackChange change)
     : before_(before), change_(std::move(change)), comp_before_(before.composition(change_.composition)) {
     for (const ScannedLayer& layer : comp_before_.list) stack_.emplace_back(before_.text, layer);
+    std::size_t size = 0;
+    for (const std::string_view layer : after) size += layer.size();
+    after_text_.reserve(size);
     for (const std::string_view layer : after) after_text_ += layer;
     std::uint32_t begin = 0;
     for (std::size_t i = 0; i < after.size(); ++i) {

@@ -76,6 +76,7 @@ std::optional<std::size_t> matte_inside(const Nest& nest, const CopiedLayer& cop
 // The animation before runs.
 struct Before {
     explicit Before(std::string animation);
+    Before(std::string animation, document::DocumentOutline its_outline);
 
     looks::Evaluation& evaluation();
     const document::ScannedComp& composition(const std::string& id) const;

@@ -25,6 +25,7 @@ std::string read_input(const std::string& file);
 
 // Throws Failure (bad input, with its place).
 lottie::document::Document parse_input(std::string text);
+lottie::document::Document parse_input(std::string text, lottie::document::DocumentOutline outline);
 
 // `label` names the animation that the warnings are about.
 void print_warnings(const Console& console, const std::string& label,

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "document/input_error.h"
+#include "document/outline.h"
 #include "document/output_text.h"
 #include "model/project.h"
 
@@ -36,6 +37,8 @@ class Document {
     // An animation in which no layer shows a composition is never refused for what is odd in it: its project is empty
     // then.
     static Document read(std::string text, const host::model::HostRules& rules = {});
+    // The same with the text's outline, for who has read it already.
+    static Document read(std::string text, DocumentOutline outline);
     Document(Document&&) noexcept;
     Document& operator=(Document&&) noexcept;
     ~Document();

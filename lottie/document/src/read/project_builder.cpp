@@ -326,8 +326,8 @@ class ProjectBuilder {
     Time duration_;
 };
 
-void read_project(Store& store, const host::model::HostRules& rules) {
-    store.outline = read_outline(store.text);
+void read_project(Store& store, const host::model::HostRules& rules, std::optional<DocumentOutline> outline) {
+    store.outline = outline ? std::move(*outline) : read_outline(store.text);
     if (store.outline.slots.kind == JsonKind::object)
         store.slots = std::make_shared<const JsonTree>(store.text, store.outline.slots.text);
     store.project = std::make_unique<host::model::Project>(rules);
@@ -340,11 +340,12 @@ void read_project(Store& store, const host::model::HostRules& rules) {
 
 }  // namespace
 
-std::unique_ptr<Store> build_store(std::string text, const host::model::HostRules& rules) {
+std::unique_ptr<Store> build_store(std::string text, const host::model::HostRules& rules,
+                                   std::optional<DocumentOutline> outline) {
     auto store = std::make_unique<Store>();
     store->text = std::move(text);
     try {
-        read_project(*store, rules);
+        read_project(*store, rules, std::move(outline));
         return store;
     } catch (const InputError& fault) {
         if (!is_flat_animation(store->text)) throw;

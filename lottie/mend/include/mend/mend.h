@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "document/outline.h"
 #include "looks/judge.h"
 
 namespace lottie::mend {
@@ -17,6 +18,7 @@ class BeforeRuns {
     // The text must have been read as a project. What the nests inside of nests that are un-nested show need not be
     // there.
     explicit BeforeRuns(std::string text);
+    BeforeRuns(std::string text, document::DocumentOutline outline);  // its own
     ~BeforeRuns();
 
   private:
