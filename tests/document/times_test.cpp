@@ -79,6 +79,20 @@ TEST(KeyframeTimes, move_wherever_they_stand_in_the_layer) {
     EXPECT_EQ(document.write(), animation(shape_layer(1, "A", after)));
 }
 
+TEST(KeyframeTimes, move_though_their_keys_are_spelled_with_escapes) {
+    const auto with_key_at = [](const char* frame) {
+        return Members{
+            {"shapes", std::string(R"([{"ty":"fl","o":{"a":1,"k":[{"\u0074":)") + frame + R"(,"s":[1]}]}}])"}};
+    };
+    Members after = with_key_at("7");
+    after["st"] = "7";
+    after["ip"] = "7";
+    after["op"] = "67";
+    const Document document = Document::read(animation(shape_layer(1, "A", with_key_at("0"))));
+    layer_of(document, "A").set_offset({28'000});
+    EXPECT_EQ(document.write(), animation(shape_layer(1, "A", after)));
+}
+
 TEST(KeyframeTimes, inside_the_source_of_a_moved_nest_stay) {
     const std::string asset =
         nest_asset("n", shape_layer(1, "X", {{"ks", transform({{"p", keyed(two_keys("0", "9"))}})}}));

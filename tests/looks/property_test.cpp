@@ -62,6 +62,25 @@ TEST(Property, an_ease_is_slow_at_both_ends_and_symmetric) {
     EXPECT_NEAR(property.at(12)[0], 6.45, 0.01);
 }
 
+TEST(Property, eases_of_all_shapes_lie_on_their_curves) {
+    for (const double out_x : {0.0, 0.001, 0.33, 1.0}) {
+        for (const double in_x : {0.0, 0.667, 0.999, 1.0}) {
+            const Read read(eased_keys(R"("o":{"x":[)" + std::to_string(out_x) + R"(],"y":[0]},"i":{"x":[)" +
+                                           std::to_string(in_x) + R"(],"y":[1]})",
+                                       ""));
+            const Property property = read.property();
+            for (int step = 0; step <= 100; ++step) {
+                const double u = step / 100.0;
+                const double v = 1 - u;
+                const double x = 3 * v * v * u * out_x + 3 * v * u * u * in_x + u * u * u;
+                const double y = 3 * v * u * u + u * u * u;
+                // Where time stands still on the curve, a rounded frame is some way along it.
+                EXPECT_NEAR(property.at(10 + 10 * x)[0], 100 * y, 1e-2) << out_x << " " << in_x << " at " << u;
+            }
+        }
+    }
+}
+
 TEST(Property, an_ease_may_go_beyond_its_ends) {
     const Read read(eased_keys(R"("o":{"x":[0.3],"y":[2]},"i":{"x":[0.7],"y":[1]})", ""));
     EXPECT_GT(read.property().at(16)[0], 100);
@@ -92,6 +111,20 @@ TEST(Property, a_path_in_space_is_walked_at_even_speed) {
     const Values third = read.property().at(10.0 / 3);
     EXPECT_NEAR(third[0], 86.6, 0.1);
     EXPECT_NEAR(third[1], 50, 0.1);
+}
+
+TEST(Property, each_of_several_paths_has_its_own_length) {
+    const Read read(
+        R"({"k":[{"t":0,"s":[0,0],"to":[0,30],"ti":[0,30],"o":{"x":0,"y":0},"i":{"x":1,"y":1}},)"
+        R"({"t":10,"s":[100,0],"to":[0,300],"ti":[0,300],"o":{"x":0,"y":0},"i":{"x":1,"y":1}},{"t":20,"s":[200,0]}]})");
+    const Property in_order = read.property();
+    const Property in_turn = read.property();
+    for (const double frame : {1.0, 2.5, 5.0, 7.0}) {
+        const Values first = in_order.at(frame);
+        EXPECT_EQ(in_turn.at(frame), first);
+        EXPECT_NE(in_turn.at(frame + 10)[1], first[1]);
+        EXPECT_EQ(in_turn.at(frame), first);
+    }
 }
 
 TEST(Property, separated_positions_are_read_as_one) {

@@ -46,8 +46,8 @@ constexpr std::array<std::string_view, 3> kOtherStreams = {R"("shapes")", R"("ma
 
 }  // namespace
 
-// Builds the tree in one pass over text that is known to be JSON; on any other it ends somewhere, inside the text. Behind
-// the text stands a character, if only the null of the string that it is part of.
+// Builds the tree in one pass over text that is known to be JSON; on any other it ends somewhere, inside the text.
+// Behind the text stands a character, if only the null of the string that it is part of.
 class JsonTreeBuilder {
   public:
     JsonTreeBuilder(JsonTree& tree, std::string_view text, std::uint32_t begin, JsonTree::Depth depth)
