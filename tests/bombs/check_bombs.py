@@ -13,7 +13,7 @@ import tempfile
 
 import bombs
 import figures
-from limited_run import SLOW, run
+from limited_run import run
 
 # What is added where a command line stands for itself.
 MORE = {"--max-growth": ["10"], "--prove": ["--picture-time", "0.2"], "--flatten": ["--picture-time", "0.2"],
@@ -32,9 +32,7 @@ def main():
     parser.add_argument("--kinds", default=",".join(bombs.KINDS))
     parser.add_argument("--commands", default=",".join(COMMANDS))
     parser.add_argument("--seconds", type=float, default=30, help="of the processor that a command may take")
-    parser.add_argument("--slow", type=int, default=SLOW, help="seconds of the processor after which it is ended")
     parser.add_argument("--figures", help="a file that results are added to")
-    parser.add_argument("--build", default="now", help="what the figures call the command's build: now or before")
     options = parser.parse_args()
     known = figures.read(options.figures) if options.figures else {}
     problems = 0
@@ -42,18 +40,18 @@ def main():
         file = pathlib.Path(folder) / "bomb.json"
         for size in map(int, options.sizes.split(",")):
             for kind in options.kinds.split(","):
-                names = [name for name in options.commands.split(",") if (options.build, kind, size, name) not in known]
+                names = [name for name in options.commands.split(",") if ("now", kind, size, name) not in known]
                 if not names:
                     continue
                 bombs.write(kind, size, file)
                 for name in names:
-                    result = run(options.command, [*COMMANDS[name], file], slow=options.slow)
+                    result = run(options.command, [*COMMANDS[name], file])
                     problem = result.problem(file.name, options.seconds)
                     problems += bool(problem)
                     print(f"{kind} {size}, {name}: {result}{' | PROBLEM: ' + problem if problem else ''}",
                           *result.said.splitlines()[-1:], sep="\n    ", flush=True)
                     if options.figures:
-                        figures.add(options.figures, (options.build, kind, size, name), file.stat().st_size, result)
+                        figures.add(options.figures, ("now", kind, size, name), file.stat().st_size, result)
     return 1 if problems else 0
 
 

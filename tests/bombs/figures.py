@@ -6,6 +6,9 @@ import pathlib
 from limited_run import Result
 
 
+LONGEST = 1000  # characters that are kept of what a run said
+
+
 @dataclasses.dataclass
 class Figure:
     size: int  # of the input, in bytes
@@ -14,7 +17,7 @@ class Figure:
 
 def add(file, key, size, result):
     """Under a tuple of text and numbers: the build, the case, the command."""
-    kept = dataclasses.asdict(result) | {"said": (result.said.splitlines() or [""])[-1]}
+    kept = dataclasses.asdict(result) | {"said": result.said[:LONGEST]}
     with open(file, "a", encoding="utf-8") as stream:
         stream.write(json.dumps([key, size, kept]) + "\n")
 
