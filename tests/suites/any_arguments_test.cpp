@@ -25,7 +25,7 @@ class AnyArguments : public World {
 
     template <class T>
     T any() {
-        if constexpr (is_any_handle<T>) {
+        if constexpr (is_handle<T>) {
             if (chance(3))
                 return handle_at<T>(std::uniform_int_distribution<std::size_t>(0, handles.size() - 1)(random));
             if (chance(8)) return nullptr;
@@ -78,7 +78,7 @@ class AnyArguments : public World {
         const auto keep = [this]<class T>(T out) {
             if constexpr (std::is_pointer_v<T>) {
                 using Pointee = std::remove_pointer_t<T>;
-                if constexpr (is_any_handle<std::remove_cv_t<Pointee>> && !is_any_handle<T>)
+                if constexpr (is_handle<std::remove_cv_t<Pointee>> && !is_handle<T>)
                     if (out && *out && handles.size() < 200) handles.push_back(*out);
             }
         };

@@ -70,7 +70,7 @@ class BadHandles : public World {
 
     template <class T>
     T good() {
-        if constexpr (is_any_handle<T>)
+        if constexpr (is_handle<T>)
             return pool.of<T>();
         else if constexpr (std::is_same_v<T, const A_Time*>)
             return &kZero;
@@ -90,7 +90,7 @@ class BadHandles : public World {
     template <std::size_t At, class... Args>
     void try_argument(const std::string& name, std::string_view function, A_Err (*call)(Args...)) {
         using H = std::tuple_element_t<At, std::tuple<Args...>>;
-        if constexpr (is_any_handle<H>) {
+        if constexpr (is_handle<H>) {
             for (const Flaw flaw : kFlaws) {
                 if (!is_flaw_possible<H>(flaw) || (flaw == Flaw::null && may_be_null(function, At))) continue;
                 std::tuple<Args...> arguments{good<Args>()...};

@@ -4,26 +4,10 @@
 #include <cstdint>
 #include <type_traits>
 
+#include "handle_types.h"
 #include "world.h"
 
 namespace host::suites {
-
-template <class T>
-inline constexpr bool is_any_handle = false;
-#define HANDLE(type) \
-    template <>      \
-    inline constexpr bool is_any_handle<type> = true;
-HANDLE(AEGP_ProjectH)
-HANDLE(AEGP_ItemH)
-HANDLE(AEGP_CompH)
-HANDLE(AEGP_LayerH)
-HANDLE(AEGP_FootageH)
-HANDLE(AEGP_Collection2H)
-HANDLE(AEGP_StreamRefH)
-HANDLE(AEGP_EffectRefH)
-HANDLE(AEGP_MemHandle)
-HANDLE(AEGP_AddKeyframesInfoH)
-#undef HANDLE
 
 // One living handle of each kind, made through a host's own suites.
 struct HandlePool {
