@@ -29,9 +29,17 @@ Members masked(const std::string& masks) {
 const std::string kQuarter = "[[0,0],[50,0],[50,50],[0,50]]";
 const std::string kWhole = "[[0,0],[100,0],[100,100],[0,100]]";
 
-std::string effect(const std::string& type, const std::string& match_name, const std::string& enabled = "1") {
+std::string effect(const std::string& type, const std::string& match_name, const std::string& enabled = "1",
+                   const std::string& parameters = "") {
     return R"([{"ty":)" + type + R"(,"nm":"Fx","mn":")" + match_name + R"(","np":3,"ix":1,"en":)" + enabled +
-           R"(,"ef":[]}])";
+           R"(,"ef":[)" + parameters + "]}]";
+}
+
+// As many parameters as effects have before the one that says how much of them is drawn, and that one.
+std::string amount(int others, const std::string& value) {
+    std::string parameters;
+    for (int i = 0; i < others; ++i) parameters += R"({"ty":0,"nm":"P","v":{"a":0,"k":0}},)";
+    return parameters + R"({"ty":0,"nm":"Amount","v":)" + value + "}";
 }
 
 Nesting matte_above(const std::string& matte) {
@@ -173,6 +181,17 @@ std::vector<Case> effect_cases() {
         {Reason::effects, "blur", Weight::change, Pictures::cannot_tell,
          nest({{"ef", effect("29", "ADBE Gaussian Blur 2")}}), "", "ef"},
         {Reason::effects, "fill", Weight::slight, Pictures::equal, nest({{"ef", effect("21", "ADBE Fill")}})},
+        {Reason::effects, "full_fill", Weight::slight, Pictures::equal,
+         nest({{"ef", effect("21", "ADBE Fill", "1", amount(6, R"({"a":0,"k":1})"))}})},
+        {Reason::effects, "faded_fill", Weight::change, Pictures::cannot_tell,
+         nest({{"ef", effect("21", "ADBE Fill", "1", amount(6, R"({"a":0,"k":0.5})"))}}), "", "ef"},
+        {Reason::effects, "fill_that_fades", Weight::change, Pictures::cannot_tell,
+         nest({{"ef", effect("21", "ADBE Fill", "1", amount(6, R"({"a":1,"k":[{"t":0,"s":[1]},{"t":9,"s":[0]}]})"))}}),
+         "", "ef"},
+        {Reason::effects, "full_tint", Weight::slight, Pictures::equal,
+         nest({{"ef", effect("20", "ADBE Tint", "1", amount(2, R"({"a":0,"k":100})"))}})},
+        {Reason::effects, "faded_tint", Weight::change, Pictures::cannot_tell,
+         nest({{"ef", effect("20", "ADBE Tint", "1", amount(2, R"({"a":0,"k":60})"))}}), "", "ef"},
         {Reason::effects, "switched_off", Weight::harmless, Pictures::equal,
          nest({{"ef", effect("29", "ADBE Gaussian Blur 2", "0")}})},
         {Reason::effects, "controls", Weight::harmless, Pictures::equal,

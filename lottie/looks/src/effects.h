@@ -5,6 +5,7 @@
 
 namespace lottie::looks {
 
+// Of those that act on each pixel by itself, the picture of a stack is that of its layers.
 enum class EffectReach { nothing, each_pixel, elsewhere };
 EffectReach reach_of(const Json& effect);
 
