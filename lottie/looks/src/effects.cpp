@@ -6,18 +6,16 @@
 namespace lottie::looks {
 namespace {
 
-constexpr int kTint = 20;
 constexpr int kFill = 21;
 
-// Whether all of a tint or fill is drawn, at all times. Less of it lets layers show through one another.
-bool is_full(const Json& effect, int type) {
-    const auto parameters = array_member(effect, "ef");
-    const rapidjson::SizeType amount = type == kTint ? 2 : 6;
-    const double full = type == kTint ? 100 : 1;
-    if (amount >= parameters.Size()) return true;
-    const Json* value = member(parameters[amount], "v");
+// Whether all of a fill is drawn, at all times. Less of it lets layers show through one another.
+bool is_full(const Json& fill) {
+    constexpr rapidjson::SizeType kOpacity = 6;
+    const auto parameters = array_member(fill, "ef");
+    if (parameters.Size() <= kOpacity) return true;
+    const Json* value = member(parameters[kOpacity], "v");
     if (value == nullptr) return true;
-    return has_number(*value, "k") && number_member(*value, "k", full) >= full && member(*value, "x") == nullptr;
+    return has_number(*value, "k") && number_member(*value, "k", 1) >= 1 && member(*value, "x") == nullptr;
 }
 
 }  // namespace
@@ -27,7 +25,7 @@ EffectReach reach_of(const Json& effect) {
     const std::string match_name = text_member(effect, "mn");
     if (match_name.ends_with(" Control") || match_name.starts_with("Pseudo/")) return EffectReach::nothing;
     const int type = static_cast<int>(number_member(effect, "ty", 5));
-    if (type == kTint || type == kFill) return is_full(effect, type) ? EffectReach::each_pixel : EffectReach::elsewhere;
+    if (type == kFill && is_full(effect)) return EffectReach::each_pixel;
     return type == 5 && match_name.empty() ? EffectReach::nothing : EffectReach::elsewhere;
 }
 
