@@ -149,8 +149,7 @@ void Property::read_keys(const Json& keys) {
 const Property::PathLengths& Property::path_lengths(const Key& key) const {
     const auto index = static_cast<std::size_t>(&key - keys_.data());
     if (measured_ && measured_->key == index) return *measured_;
-    PathLengths& measured = measured_.emplace();
-    measured.key = index;
+    PathLengths& measured = measured_.emplace(PathLengths{index, {0}});
     measured.lengths.reserve(kPathSteps + 1);
     Values previous = key.value;
     for (int i = 1; i <= kPathSteps; ++i) {

@@ -49,8 +49,8 @@ class Property {
         }
     };
     struct PathLengths {
-        std::size_t key = 0;  // where the path begins
-        std::vector<double> lengths = {0};
+        std::size_t key;  // where the path begins
+        std::vector<double> lengths;
     };
 
     static bool is_measured_alike(const Key& key, double pixel);
