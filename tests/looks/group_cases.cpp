@@ -177,6 +177,13 @@ std::vector<Case> clip_cases() {
 }
 
 std::vector<Case> effect_cases() {
+    const Members tinted = {{"ef", effect("20", "ADBE Tint")}};
+    const auto painted = [](const std::string& opacity) {
+        return R"({"ty":"gr","it":[{"ty":"rc","p":{"k":[0,0]},"s":{"k":[40,40]},"r":{"k":0}},)"
+               R"({"ty":"fl","c":{"k":[1,0,0,1]},"o":{"a":0,"k":)" +
+               opacity +
+               R"(}},{"ty":"tr","p":{"k":[0,0]},"a":{"k":[0,0]},"s":{"k":[100,100]},"r":{"k":0},"o":{"k":100}}]})";
+    };
     return {
         {Reason::effects, "blur", Weight::change, Pictures::cannot_tell,
          nest({{"ef", effect("29", "ADBE Gaussian Blur 2")}}), "", "ef"},
@@ -189,8 +196,15 @@ std::vector<Case> effect_cases() {
          nest({{"ef", effect("21", "ADBE Fill", "1", amount(6, R"({"a":1,"k":[{"t":0,"s":[1]},{"t":9,"s":[0]}]})"))}}),
          "", "ef"},
         // lottie-web draws what a tint makes over what was there: what is half transparent becomes less so.
-        {Reason::effects, "tint", Weight::change, Pictures::cannot_tell, nest({{"ef", effect("20", "ADBE Tint")}}), "",
-         "ef"},
+        {Reason::effects, "tint", Weight::slight, Pictures::equal, nest(tinted)},
+        {Reason::effects, "tint_of_faded_layers", Weight::change, Pictures::cannot_tell,
+         inside({red({{"ks", transform({{"o", still("50")}})}}), blue()}, tinted), "", "ef"},
+        {Reason::effects, "tint_of_opaque_shapes", Weight::slight, Pictures::equal,
+         inside({shape_layer(1, "dot", painted("100"))}, tinted)},
+        {Reason::effects, "tint_of_shapes_that_show_what_is_below", Weight::change, Pictures::cannot_tell,
+         inside({shape_layer(1, "dot", painted("50"))}, tinted), "", "ef"},
+        {Reason::effects, "faded_tint", Weight::slight, Pictures::equal,
+         nest({{"ef", effect("20", "ADBE Tint", "1", amount(2, R"({"a":0,"k":60})"))}})},
         {Reason::effects, "switched_off", Weight::harmless, Pictures::equal,
          nest({{"ef", effect("29", "ADBE Gaussian Blur 2", "0")}})},
         {Reason::effects, "controls", Weight::harmless, Pictures::equal,

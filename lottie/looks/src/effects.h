@@ -5,11 +5,15 @@
 
 namespace lottie::looks {
 
-// Of those that act on each pixel by itself, the picture of a stack is that of its layers.
-enum class EffectReach { nothing, each_pixel, elsewhere };
+// What acts on each pixel by itself makes of a stack what it makes of its layers. Of opaque ones only, where players
+// lay the result over what was there and mix colors otherwise than layers.
+enum class EffectReach { nothing, each_pixel, each_opaque_pixel, elsewhere };
 EffectReach reach_of(const Json& effect);
 
 bool do_players_draw(const Json& style);
+
+// Whether all that the layer draws covers what is below, edges aside. False where that cannot be told.
+bool is_opaque(const SceneLayer& layer);
 
 // Whether players draw any of a layer's effects and styles.
 bool is_picture_changed(const SceneLayer& layer);
