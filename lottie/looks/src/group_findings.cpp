@@ -304,10 +304,13 @@ void find_effects(Unnesting& u) {
         return !u.inner(copy).draws() ||
                u.copied(copy).array("ef").Size() >= u.inner(copy).array("ef").Size() + effects.Size();
     });
-    const bool are_opaque = std::all_of(u.copies().begin(), u.copies().end(), [&](const Copy& copy) {
+    const auto shows_nothing_through = [&u](const Copy& copy) {
         return !u.inner(copy).draws() || is_opaque(u.inner(copy));
-    });
-    if (furthest == EffectReach::each_opaque_pixel && are_opaque) furthest = EffectReach::each_pixel;
+    };
+    if (furthest == EffectReach::each_opaque_pixel &&
+        std::all_of(u.copies().begin(), u.copies().end(), shows_nothing_through)) {
+        furthest = EffectReach::each_pixel;
+    }
     const std::string property = "ef";
     if (furthest == EffectReach::nothing) {
         u.add({Reason::effects, Weight::harmless, "its effects draw nothing by themselves", "", "", property, {}});
