@@ -33,16 +33,6 @@ constexpr const char* kTooLarge =
     "size: the file would become too large, for the composition is shown by several nests";
 constexpr const char* kTooMuchWork = "size: to make the file flat takes more work than one file may make";
 
-std::vector<double> count_showings(const lottie::mend::Workbench& bench) {
-    std::vector<std::size_t> order = bench.innermost_first();
-    std::vector<double> shown(order.empty() ? 0 : *std::max_element(order.begin(), order.end()) + 1, 0);
-    shown[0] = 1;
-    for (auto composition = order.rbegin(); composition != order.rend(); ++composition) {
-        for (const Workbench::Nest& nest : bench.nests(*composition)) shown[nest.source] += shown[*composition];
-    }
-    return shown;
-}
-
 }  // namespace
 
 FlatteningState::FlatteningState(const std::string& text, const host::runner::PluginModule& module,
@@ -55,14 +45,23 @@ FlatteningState::FlatteningState(const std::string& text, const host::runner::Pl
       learned(before),
       bench(text),
       judge(text, limits.work),
-      shown(count_showings(bench)),
       unseen_left(before.unseen == Learned::Unseen::refused ? 0 : 1),
       bytes_to_read(kAlwaysReadBytes + kMostReadings * static_cast<double>(text.size())),
       most_bytes(given.max_growth ? static_cast<double>(text.size()) * (1 + *given.max_growth / 100)
                                   : std::max(kAlwaysAllowedBytes, kMostGrowth * static_cast<double>(text.size()))) {
+    count_showings();
     for (const std::size_t composition : bench.innermost_first()) {
         for (const Workbench::Nest& nest : bench.nests(composition))
             origins.emplace(lottie::looks::NestOfFile{bench.id(composition), nest.place}, nest.origin);
+    }
+}
+
+void FlatteningState::count_showings() {
+    const std::vector<std::size_t> order = bench.innermost_first();
+    shown.assign(order.empty() ? 0 : *std::max_element(order.begin(), order.end()) + 1, 0);
+    shown[0] = 1;
+    for (auto composition = order.rbegin(); composition != order.rend(); ++composition) {
+        for (const Workbench::Nest& nest : bench.nests(*composition)) shown[nest.source] += shown[*composition];
     }
 }
 
@@ -379,7 +378,7 @@ CompositionWork::Refused CompositionWork::refused_of(const Attempt& tried, const
             refused.emplace(stack_[report.nest], *why);
             continue;
         }
-        if (adds_up) state_.adding_up.insert(entry(stack_[report.nest]).origin);
+        if (adds_up) state_.adding_up[composition_].insert(entry(stack_[report.nest]).origin);
         refused.emplace(stack_[report.nest], main_reason(report.findings) +
                                                  (adds_up ? ", but with others like it the eye would see it" : ""));
     }

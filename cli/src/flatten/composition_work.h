@@ -32,6 +32,8 @@ struct FlatteningState {
     FlatteningState(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
                     lottie::packed::AskedFor asked_for, const FileLimits& limits, const Learned& learned);
 
+    void count_showings();  // as the animation stands
+
     // The nests that became flat and differ in some way from the original animation.
     std::map<std::size_t, std::string> find_strayed();
 
@@ -57,9 +59,10 @@ struct FlatteningState {
     // out of them.
     std::vector<FlattenedNest> nests;
     std::map<std::size_t, std::size_t> nest_of_origin;
-    std::set<std::size_t> flat;       // origins with a nest that was un-nested
-    std::set<std::size_t> slight;     // with one that looks equal but is not exact
-    std::set<std::size_t> adding_up;  // with one that stayed for a difference too small to see by itself
+    std::set<std::size_t> flat;    // origins with a nest that was un-nested
+    std::set<std::size_t> slight;  // with one that looks equal but is not exact
+    // Origins with a nest that stayed in the composition for a difference too small to see by itself.
+    std::map<std::size_t, std::set<std::size_t>> adding_up;
     std::map<lottie::looks::NestOfFile, std::size_t> origins;
 };
 

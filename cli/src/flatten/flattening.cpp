@@ -2,8 +2,11 @@
 #include "cli/flatten/flattening.h"
 
 #include <algorithm>
+#include <limits>
 #include <map>
 #include <set>
+#include <utility>
+#include <vector>
 
 #include "cli/shared/animation_file.h"
 #include "cli/shared/selection.h"
@@ -37,6 +40,7 @@ Places selected_places(const host::model::Comp& comp, const Options& options) {
 
 void work_on(FlatteningState& state, lottie::document::Document& document, std::size_t composition,
              const Places& places, bool goes_deeper) {
+    state.adding_up.erase(composition);
     try {
         CompositionWork(state, composition).work(places, goes_deeper);
     } catch (const Failure& failure) {
@@ -44,11 +48,21 @@ void work_on(FlatteningState& state, lottie::document::Document& document, std::
     }
 }
 
+// A nest must keep its look wherever its composition is shown. Once that is fewer times, what had to stay may go.
 void work_on_all(FlatteningState& state, lottie::document::Document& document) {
-    for (const std::size_t composition : state.bench.innermost_first()) {
-        Places places;
-        for (const auto& nest : state.bench.nests(composition)) places.insert(nest.place);
-        work_on(state, document, composition, places, true);
+    std::vector<double> shown_then(state.shown.size(), std::numeric_limits<double>::infinity());
+    bool is_settled = false;
+    while (!std::exchange(is_settled, true)) {
+        state.count_showings();
+        for (const std::size_t composition : state.bench.innermost_first()) {
+            if (state.shown[composition] >= shown_then[composition]) continue;
+            shown_then[composition] = state.shown[composition];
+            Places places;
+            for (const auto& nest : state.bench.nests(composition)) places.insert(nest.place);
+            if (places.empty()) continue;
+            work_on(state, document, composition, places, true);
+            is_settled = false;
+        }
     }
 }
 
@@ -66,6 +80,16 @@ void take_nests(FlatteningState& state, Flattened& flattened) {
     for (FlattenedNest& nest : flattened.nests) {
         if (state.flat.contains(nest.origin) && !left.contains(nest.origin)) nest.kept_because.clear();
     }
+}
+
+bool adds_up(const FlatteningState& state) {
+    for (const auto& [composition, origins] : state.adding_up) {
+        if (state.shown[composition] == 0) continue;
+        for (const auto& nest : state.bench.nests(composition)) {
+            if (origins.contains(nest.origin)) return true;
+        }
+    }
+    return false;
 }
 
 // One attempt with what was learned so far. If it learned more, another one is needed.
@@ -86,12 +110,10 @@ bool try_to_flatten(FlatteningState& state, lottie::document::Document& document
         for (const std::size_t origin : state.slight) learned.given_up.emplace(origin, strayed.begin()->second);
     }
     take_nests(state, flattened);
+    state.count_showings();
     // All or none: a nest that stayed because of others would not stay once those are flat.
-    const bool adds_up = std::any_of(flattened.nests.begin(), flattened.nests.end(), [&state](const auto& nest) {
-        return nest.is_kept() && state.adding_up.contains(nest.origin);
-    });
     using Unseen = FlatteningState::Learned::Unseen;
-    const bool learned_of_unseen = adds_up && learned.unseen != Unseen::refused;
+    const bool learned_of_unseen = adds_up(state) && learned.unseen != Unseen::refused;
     if (learned_of_unseen) learned.unseen = learned.unseen == Unseen::allowed ? Unseen::mended : Unseen::refused;
     return learned_of_unseen || learned.given_up.size() > given_up_before;
 }
