@@ -70,6 +70,14 @@ TEST(Flatten, what_keeps_a_nest_that_fades_is_told) {
          "the layers are so large that what players round shows");
 }
 
+TEST(Flatten, what_a_remedy_cannot_mend_is_told_rather_than_the_remedy) {
+    const std::string shaded = R"([{"ty":25,"nm":"Shadow","mn":"ADBE Drop Shadow","en":1,"ef":[]}])";
+    const cli::Flattened flat = cli::flatten_animation(
+        inside({red({{"ef", shaded}}), blue()}, {{"w", "30"}, {"h", "30"}}), plugin(), {});
+    ASSERT_EQ(flat.nests.size(), 1U);
+    EXPECT_EQ(flat.nests[0].kept_because.substr(0, 5), "clip:") << flat.nests[0].kept_because;
+}
+
 TEST(Flatten, an_animation_without_nests_keeps_its_bytes) {
     const std::string text = flat_animation({red(), blue()});
     EXPECT_EQ(cli::flatten_animation(text, plugin(), {}).text, text);

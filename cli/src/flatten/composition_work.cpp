@@ -2,6 +2,7 @@
 #include "flatten/composition_work.h"
 
 #include <algorithm>
+#include <iterator>
 #include <optional>
 
 #include "cli/shared/animation_file.h"
@@ -12,6 +13,7 @@
 namespace cli {
 namespace {
 
+using lottie::looks::Finding;
 using lottie::looks::NestReport;
 using lottie::looks::Origin;
 using lottie::looks::Reason;
@@ -134,14 +136,29 @@ struct CompositionWork::Attempt {
     std::unique_ptr<Mending> mending;  // null if there was nothing to mend
     std::vector<std::string> mended_layers;
     std::vector<NestReport> reports;
+    std::vector<NestReport> unmended;            // the same nests before anything was mended; empty if nothing was
     std::map<std::string, std::string> renamed;  // layers that state machines refer to
-    std::vector<lottie::looks::Finding> losses;  // to those and to themes
+    std::vector<Finding> losses;                 // to those and to themes
 
     std::vector<std::string_view> layers() const {
         if (mending == nullptr) return trial.written.layers;
         return {mended_layers.begin(), mended_layers.end()};
     }
     lottie::looks::StackChange change() const { return mending == nullptr ? trial.change : mending->change(); }
+
+    // Why a nest cannot go: what mending left as it was or, if only what mending brought is in the way, what it was to
+    // mend.
+    std::vector<Finding> causes(std::size_t report) const {
+        const std::vector<Finding>& now = reports[report].findings;
+        if (unmended.empty()) return now;
+        const std::vector<Finding>& before = unmended[report].findings;
+        std::vector<Finding> left;
+        std::copy_if(now.begin(), now.end(), std::back_inserter(left), [&before](const Finding& finding) {
+            const auto is_same = [&finding](const Finding& one) { return one.reason == finding.reason; };
+            return std::any_of(before.begin(), before.end(), is_same);
+        });
+        return verdict_of(left) == reports[report].verdict ? left : before;
+    }
 };
 
 CompositionWork::CompositionWork(FlatteningState& state, std::size_t composition)
@@ -276,7 +293,7 @@ CompositionWork::Attempt CompositionWork::attempt(const Layers& layers) {
     const auto stack = stage_->comp.stack().to_vector();
     std::vector<host::model::Layer*> nests;
     for (const Workbench::Nest& nest : nests_among(layers)) nests.push_back(stack.at(nest.place));
-    Attempt tried{stage_->trials.run(stage_->comp, nests, false), nullptr, {}, {}, {}, {}};
+    Attempt tried{stage_->trials.run(stage_->comp, nests, false), nullptr, {}, {}, {}, {}, {}};
     judge(tried);
     mend(tried);
     stage_->trials.undo();
@@ -352,6 +369,7 @@ void CompositionWork::mend(Attempt& tried) {
             seen.push_back(report);
         }
         if (seen.empty()) return;
+        if (!tried.mending) tried.unmended = tried.reports;
         const std::size_t layers = tried.trial.written.layers.size();
         state_.limits.work->spend(layers * layers / kPairsPerStep);
         if (!tried.mending)
@@ -367,8 +385,8 @@ void CompositionWork::mend(Attempt& tried) {
 CompositionWork::Refused CompositionWork::refused_of(const Attempt& tried, const Layers& layers) {
     Refused refused;
     double unseen = 0;
-    for (const NestReport& report : tried.reports) {
-        if (state_.options.all) break;
+    for (std::size_t i = 0; i < tried.reports.size() && !state_.options.all; ++i) {
+        const NestReport& report = tried.reports[i];
         if (!is_seen(report, unseen)) {
             unseen += report.unseen * state_.shown[composition_];
             continue;
@@ -379,8 +397,10 @@ CompositionWork::Refused CompositionWork::refused_of(const Attempt& tried, const
             continue;
         }
         if (adds_up) state_.adding_up[composition_].insert(entry(stack_[report.nest]).origin);
-        refused.emplace(stack_[report.nest], main_reason(report.findings) +
-                                                 (adds_up ? ", but with others like it the eye would see it" : ""));
+        FlattenedNest& nest = entry(stack_[report.nest]);
+        nest.findings = tried.causes(i);
+        refused.emplace(stack_[report.nest],
+                        main_reason(nest.findings) + (adds_up ? ", but with others like it the eye would see it" : ""));
     }
     if (refused.empty()) {
         for (const std::size_t layer : too_large(tried, layers)) refused.emplace(layer, kTooLarge);

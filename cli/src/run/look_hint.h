@@ -8,7 +8,6 @@
 #include "cli/shared/origins.h"
 #include "cli/shared/unnest.h"
 #include "document/document.h"
-#include "document/output_text.h"
 
 namespace cli {
 
@@ -18,8 +17,8 @@ class LookHint {
     LookHint(const lottie::document::Document& document, const host::model::Comp& comp,
              const std::vector<host::model::Layer*>& nests, bool recursive);
 
-    // After it, with the animation as it will be in its file: the hint; empty if no look changes.
-    std::string after(const UnnestRecord& record, const lottie::document::OutputText& written);
+    // After it: the hint; empty if no look changes.
+    std::string after(const UnnestRecord& record);
 
   private:
     const lottie::document::Document& document_;
