@@ -3,10 +3,10 @@
 
 #include <rapidjson/document.h>
 
-#include <array>
 #include <cstring>
 #include <stdexcept>
 
+#include "base/json_marks.h"
 #include "base/number_text.h"
 
 namespace lottie::looks {
@@ -15,14 +15,6 @@ namespace {
 constexpr bool is_space(char c) {
     return c == ' ' || c == '\n' || c == '\r' || c == '\t';
 }
-
-// Characters inside of a container at which its end may come nearer.
-constexpr std::array<bool, 256> make_stops() {
-    std::array<bool, 256> stops{};
-    for (const char c : {'"', '{', '}', '[', ']'}) stops[static_cast<unsigned char>(c)] = true;
-    return stops;
-}
-constexpr std::array<bool, 256> kStops = make_stops();
 
 }  // namespace
 
@@ -104,7 +96,8 @@ void TextReader::pass_scalar() {
 void TextReader::look_at_key(std::string_view key, Contents& contents) const {
     const bool is_escaped = key.find('\\') != std::string_view::npos;
     if (!is_escaped && key != "x" && key != "k") return;
-    TextReader rest({at_, static_cast<std::size_t>(end_ - at_)});
+    const char* behind = key.data() + key.size() + 1;
+    TextReader rest({behind, static_cast<std::size_t>(end_ - behind)});
     if (rest.peek() != ':') return;
     ++rest.at_;
     const char first = rest.peek();
@@ -123,22 +116,9 @@ std::string_view TextReader::skip(Contents& contents) {
     } else if (first != '{' && first != '[') {
         pass_scalar();
     } else {
-        std::size_t depth = 0;
-        do {
-            while (at_ != end_ && !kStops[static_cast<unsigned char>(*at_)]) ++at_;
-            if (at_ == end_) refuse();
-            if (*at_ == '"') {
-                const std::string_view string = pass_string();
-                look_at_key(string, contents);
-                continue;
-            }
-            if (*at_ == '{' || *at_ == '[') {
-                ++depth;
-            } else {
-                --depth;
-            }
-            ++at_;
-        } while (depth > 0);
+        at_ = host::base::behind_json_container(begin, end_,
+                                                [&](std::string_view string) { look_at_key(string, contents); });
+        if (at_ == nullptr) refuse();
     }
     return {begin, static_cast<std::size_t>(at_ - begin)};
 }

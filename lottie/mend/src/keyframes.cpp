@@ -21,16 +21,19 @@ constexpr double kSameFrame = 1e-9;
 
 // The numbers of a value, in the order of the text.
 std::vector<Slice> numbers_in(const std::string& json) {
-    const JsonTree tree(json, {0, static_cast<std::uint32_t>(json.size())});
     std::vector<Slice> numbers;
-    std::vector<const JsonNode*> open = {&tree.root()};
-    while (!open.empty()) {
-        const JsonNode& node = *open.back();
-        open.pop_back();
-        const auto own = tree.number_slices(node);
-        numbers.insert(numbers.end(), own.begin(), own.end());
-        const auto children = tree.children(node);
-        open.insert(open.end(), children.rbegin(), children.rend());
+    for (std::size_t at = 0; at < json.size();) {
+        const char c = json[at];
+        if (c == '"') {
+            while (++at < json.size() && json[at] != '"') at += json[at] == '\\' ? 1U : 0U;
+            ++at;
+        } else if (c == '-' || (c >= '0' && c <= '9')) {
+            const std::size_t begin = at;
+            at = std::min(json.find_first_not_of("+-.0123456789eE", at), json.size());
+            numbers.push_back({static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(at)});
+        } else {
+            ++at;
+        }
     }
     return numbers;
 }
@@ -287,29 +290,21 @@ std::optional<Keyframes> Keyframes::of(const JsonTree& tree, const JsonNode& pro
         const JsonNode* time = tree.member(keys[i], "t");
         const JsonNode* start = tree.member(keys[i], "s");
         if (time == nullptr || time->kind != JsonKind::number || (start == nullptr && !end_before)) return std::nullopt;
-        const std::string value = start == nullptr ? *end_before : std::string(tree.text(*start));
+        const KeyValue value = KeyValue::of(start == nullptr ? *end_before : std::string(tree.text(*start)));
         if (!spans.empty()) {
             KeySpan& last = spans.back();
             last.to = tree.number(*time);
             if (last.to < last.from) return std::nullopt;
-            if (last.end.text.empty()) last.end = KeyValue::of(value);
+            if (last.end.text.empty()) last.end = value;
         }
         if (i + 1 == keys.size()) {
             if (spans.empty())
-                spans.push_back({tree.number(*time),
-                                 tree.number(*time),
-                                 KeyValue::of(value),
-                                 KeyValue::of(value),
-                                 true,
-                                 {},
-                                 true,
-                                 {},
-                                 {}});
+                spans.push_back({tree.number(*time), tree.number(*time), value, value, true, {}, true, {}, {}});
             break;
         }
         KeySpan span;
         span.from = tree.number(*time);
-        span.start = KeyValue::of(value);
+        span.start = value;
         span.is_hold =
             is_truthy(tree, tree.member(keys[i], "h")) || (start != nullptr && start->kind == JsonKind::object);
         end_before.reset();

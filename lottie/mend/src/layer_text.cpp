@@ -18,7 +18,7 @@ LayerText::LayerText(std::string own)
     : own_(std::move(own)), text_(own_), where_{0, static_cast<std::uint32_t>(own_.size())} {}
 
 const JsonTree& LayerText::tree() const {
-    if (!tree_) tree_.emplace(text_, where_);
+    if (!tree_) tree_.emplace(text_, where_, JsonTree::Depth::masks);
     return *tree_;
 }
 

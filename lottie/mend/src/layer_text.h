@@ -41,7 +41,7 @@ class LayerText {
     // nothing where it stays.
     void rewrite_expressions(const std::function<std::optional<std::string>(const std::string&)>& rewrite);
 
-    // As it was, for looking deeper.
+    // As it was, for looking deeper, though not into shapes and text.
     const document::JsonTree& tree() const;
     // As it was, with nothing inside of its members.
     const document::JsonTree& members() const;

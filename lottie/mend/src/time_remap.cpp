@@ -35,7 +35,7 @@ std::string remap_of(const CopiedLayer& copy, const NestClock& clock, double fra
 
 // The run moved the layer's keyframes by its shift.
 void mend_copy(CopiedLayer& copy, const NestClock& clock) {
-    const JsonTree& tree = copy.now->tree();
+    const JsonTree& tree = copy.now->members();
     for (const JsonNode* member : tree.children(tree.root())) {
         const std::string key = document::decode_string(member->key.of(tree.whole_text()));
         const std::string value(copy.now->member(key));

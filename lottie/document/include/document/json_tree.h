@@ -28,6 +28,7 @@ class JsonTree {
         all,
         members,      // what the root holds are leaves, whatever they hold
         own_streams,  // the shapes, masks and text that the root, a layer, holds are leaves
+        masks,        // the shapes and text are
         keyframes,    // those of them that hold none are leaves
     };
 

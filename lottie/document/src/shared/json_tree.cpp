@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 
+#include "base/json_marks.h"
 #include "document/json_text.h"
 #include "shared/refuse.h"
 
@@ -27,13 +28,6 @@ bool is_of_numbers(char c) {
     return kIsOfNumbers[static_cast<unsigned char>(c)];
 }
 
-// Of the characters at which a container may end, and a text does.
-constexpr auto kIsStop = [] {
-    std::array<bool, 256> is{};
-    for (const char c : {'"', '{', '}', '[', ']', '\0'}) is[static_cast<unsigned char>(c)] = true;
-    return is;
-}();
-
 // Of the characters at which a number or a name ends, and a text does.
 constexpr auto kIsEndOfPlain = [] {
     std::array<bool, 256> is{};
@@ -42,7 +36,8 @@ constexpr auto kIsEndOfPlain = [] {
 }();
 
 // Most of a layer's text, as a rule.
-constexpr std::array<std::string_view, 3> kOtherStreams = {R"("shapes")", R"("masksProperties")", R"("t")"};
+constexpr std::string_view kMasks = R"("masksProperties")";
+constexpr std::array<std::string_view, 3> kOtherStreams = {R"("shapes")", kMasks, R"("t")"};
 
 }  // namespace
 
@@ -110,7 +105,8 @@ class JsonTreeBuilder {
         if (depth_ == JsonTree::Depth::all || open_.empty()) return 0;
         if (depth_ == JsonTree::Depth::members) return end_of_container();
         const std::string_view key = key_.of(text_);
-        if (open_.size() > 1 || std::find(kOtherStreams.begin(), kOtherStreams.end(), key) == kOtherStreams.end())
+        if (open_.size() > 1 || std::find(kOtherStreams.begin(), kOtherStreams.end(), key) == kOtherStreams.end() ||
+            (depth_ == JsonTree::Depth::masks && key == kMasks))
             return 0;
         const std::uint32_t end = end_of_container();
         return depth_ == JsonTree::Depth::keyframes && may_hold_keyframes(text_.substr(at_, end - at_)) ? 0 : end;
@@ -130,23 +126,9 @@ class JsonTreeBuilder {
     // Behind the container that begins here.
     std::uint32_t end_of_container() const {
         const char* const text = text_.data();
-        const char* at = text + at_;
-        std::size_t depth = 0;
-        while (true) {
-            while (!kIsStop[static_cast<unsigned char>(*at)]) ++at;
-            const auto here = static_cast<std::size_t>(at - text);
-            if (here >= text_.size()) return static_cast<std::uint32_t>(text_.size());
-            if (*at == '"') {
-                at = text + end_of_string(here);
-                continue;
-            }
-            const char c = *at++;
-            if (c == '{' || c == '[') {
-                ++depth;
-            } else if (c != '\0' && --depth == 0) {
-                return static_cast<std::uint32_t>(here + 1);
-            }
-        }
+        const char* const behind =
+            host::base::behind_json_container(text + at_, text + text_.size(), [](std::string_view) {});
+        return static_cast<std::uint32_t>(behind == nullptr ? text_.size() : static_cast<std::size_t>(behind - text));
     }
 
     void take_string() {
@@ -198,28 +180,25 @@ class JsonTreeBuilder {
     }
 
     // Behind the array that begins here, if it is a leaf; else 0. Where it is not, neither are those that are open at
-    // the place that shows it; they are remembered, so that no place is looked at more than twice.
+    // the place that shows it; they are remembered, so that no place is looked at often.
     std::uint32_t end_of_numeric_array() {
         if (next_known_ < known_.size() && known_[next_known_] == at_) {
             ++next_known_;
             return 0;
         }
-        starts_.clear();
         const char* const text = text_.data();
-        for (const char* at = text + at_;; ++at) {
-            if (is_of_numbers(*at)) continue;
-            const auto here = static_cast<std::uint32_t>(at - text);
-            if (here >= text_.size()) break;
+        if (const char* behind = host::base::behind_number_array(text + at_, text + text_.size()))
+            return static_cast<std::uint32_t>(behind - text);
+        known_.clear();
+        for (const char* at = text + at_; at != text + text_.size(); ++at) {
             if (*at == '[') {
-                starts_.push_back(here);
+                known_.push_back(static_cast<std::uint32_t>(at - text));
             } else if (*at == ']') {
-                starts_.pop_back();
-                if (starts_.empty()) return here + 1;
-            } else {
+                known_.pop_back();
+            } else if (!is_of_numbers(*at)) {
                 break;
             }
         }
-        known_.swap(starts_);
         next_known_ = 1;
         return 0;
     }
@@ -230,7 +209,6 @@ class JsonTreeBuilder {
     JsonTree::Depth depth_;
     Slice key_;
     std::vector<OpenContainer> open_;
-    std::vector<std::uint32_t> starts_;
     std::vector<std::uint32_t> known_;  // beginnings of arrays that are no leaves
     std::size_t next_known_ = 0;
 };
