@@ -110,7 +110,7 @@ void FlatteningState::rename(const std::string& before, const std::string& now) 
 struct CompositionWork::Stage {
     Stage(const FlatteningState& state, std::size_t composition)
         : before(state.bench.alone(composition)),
-          outline(lottie::document::read_outline(before)),
+          outline(lottie::document::read_known_outline(before)),
           document(parse_input(before, outline)),
           comp(find_composition(document, state.bench.id(composition))),
           trials(document, state.plugin, answers, state.limits, state.asked_for) {}

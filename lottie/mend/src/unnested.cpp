@@ -54,7 +54,7 @@ std::size_t place_in(const ScannedComp& comp, const ScannedLayer& layer) {
 
 }  // namespace
 
-Before::Before(std::string animation) : text(std::move(animation)), outline(document::read_outline(text)) {}
+Before::Before(std::string animation) : text(std::move(animation)), outline(document::read_known_outline(text)) {}
 Before::Before(std::string animation, document::DocumentOutline its_outline)
     : text(std::move(animation)), outline(std::move(its_outline)) {}
 

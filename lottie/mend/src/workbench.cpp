@@ -46,7 +46,7 @@ struct Composition {
 }  // namespace
 
 struct Compositions {
-    explicit Compositions(std::string animation) : text(std::move(animation)), outline(document::read_outline(text)) {
+    explicit Compositions(std::string animation) : text(std::move(animation)), outline(document::read_known_outline(text)) {
         for (std::size_t i = 0; i < outline.assets.size(); ++i) asset_of.emplace(decoded(outline.assets[i].id), i);
         for (const ScannedComp& comp : outline.comps) {
             if (comp.asset >= 0) comp_of.emplace(id_of_asset(comp.asset), all.size());

@@ -26,6 +26,7 @@ class ScanStream {
         return taken;
     }
     std::size_t Tell() const { return static_cast<std::size_t>(at_ - begin_); }
+    void go_to(const char* at) { at_ = at; }
 
     Ch* PutBegin() { return const_cast<Ch*>(at_); }  // only compared and handed to the events
     void Put(Ch) {}

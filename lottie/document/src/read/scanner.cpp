@@ -199,6 +199,12 @@ void Scanner::deep_value(JsonKind kind, Slice text) {
     }
 }
 
+void Scanner::note_inside(bool has_expressions, bool has_layer_parameters) {
+    if (where_ != Where::layer) return;
+    layer_.has_expressions = layer_.has_expressions || has_expressions;
+    layer_.has_layer_parameters = layer_.has_layer_parameters || (has_layer_parameters && field_ == Field::ef);
+}
+
 void Scanner::member(JsonKind kind, Slice text) {
     switch (where_) {
         case Where::outside:

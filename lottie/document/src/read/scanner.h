@@ -36,6 +36,11 @@ class Scanner {
     bool EndObject(unsigned) { return close(); }
     bool EndArray(unsigned) { return close(); }
 
+    // Whether the object or array that was opened last is only noted. Who knows the text need not tell what is inside,
+    // but whether it may hold expressions and layers as parameters of effects.
+    bool is_noting() const { return deep_ > 0; }
+    void note_inside(bool has_expressions, bool has_layer_parameters);
+
   private:
     enum class Where : std::uint8_t { outside, document, assets, asset, layers, layer };
     // What a key inside a layer's content announces.

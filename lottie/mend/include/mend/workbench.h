@@ -21,7 +21,7 @@ class Workbench {
         std::size_t origin = 0;  // the number of the nest of the file that it is, or that it was copied from
     };
 
-    // Throws document::InputError when the text is no animation.
+    // The text must have been read or written as a project.
     explicit Workbench(std::string text);
     ~Workbench();
 
