@@ -174,6 +174,21 @@ TEST(Judge, a_file_that_makes_more_work_than_it_may_is_refused) {
     EXPECT_THROW(Judge(before, std::make_shared<Work>(100)).compare({"", {0}, origins}, after), TooMuchWork);
 }
 
+// The text of a layer of which only plain members are new is nobody's but the layer's own.
+TEST(Judge, layers_that_stay_as_they_were_accepted_are_not_read_again) {
+    constexpr std::size_t kLong = 50'000;
+    Nesting nesting;
+    nesting.inside = {kRed};
+    const std::string before = animation(nesting);
+    const std::string red = solid(101, std::string(kLong, 'r'), 40, 40, "#ff0000", {{"ks", at(20, 20)}});
+    const auto work = std::make_shared<Work>();
+    Judge judge(before, work);
+    judge.compare({"", {0}, {{kCopied, 0, 0}, {kKept, 1, 0}}}, {{red, kGround}, {}, before.size()});
+    judge.accept();
+    *work = Work(kLong / 16);
+    EXPECT_NO_THROW(judge.compare({"", {}, {{kKept, 0, 0}, {kKept, 1, 0}}}, {{red, kGround}, {}, before.size()}));
+}
+
 TEST(Judge, codes_are_unique_words_with_hyphens) {
     std::vector<std::string_view> codes;
     for (const Reason reason : all_reasons()) codes.push_back(code(reason));

@@ -5,7 +5,6 @@
 #include <exception>
 #include <memory>
 
-#include "cli/shared/animation_file.h"
 #include "cli/shared/console.h"
 #include "looks/judge.h"
 #include "looks/work.h"
@@ -24,7 +23,7 @@ LookHint::LookHint(const lottie::document::Document& document, const host::model
     if (!recursive && document.text().size() <= kJudgedFreely) origins_.emplace(comp, nests);
 }
 
-std::string LookHint::after(const UnnestRecord& record) {
+std::string LookHint::after(const UnnestRecord& record, const lottie::document::OutputText& written) {
     if (record.places_lost > 0) {
         return counted(record.places_lost, "nest") + " inside of others lost the layer that " +
                (record.places_lost == 1 ? "it" : "they") +
@@ -32,11 +31,9 @@ std::string LookHint::after(const UnnestRecord& record) {
     }
     if (origins_) {
         try {
-            const auto written = write_layers(document_, comp_);
             const auto reports =
                 lottie::looks::Judge(document_.text(), std::make_shared<lottie::looks::Work>(kMostWork))
-                    .compare(origins_->change_to(comp_, document_.comp_id(comp_)),
-                             {written.layers, {}, document_.text().size()});
+                    .compare(origins_->change_to(comp_, document_.comp_id(comp_)), written.text());
             const auto changing = std::count_if(reports.begin(), reports.end(), [](const auto& report) {
                 return report.verdict == lottie::looks::Verdict::changes;
             });

@@ -8,6 +8,7 @@
 #include "cli/shared/origins.h"
 #include "cli/shared/unnest.h"
 #include "document/document.h"
+#include "document/output_text.h"
 
 namespace cli {
 
@@ -17,8 +18,8 @@ class LookHint {
     LookHint(const lottie::document::Document& document, const host::model::Comp& comp,
              const std::vector<host::model::Layer*>& nests, bool recursive);
 
-    // After it: the hint; empty if no look changes.
-    std::string after(const UnnestRecord& record);
+    // After it, with the animation as it will be in its file: the hint; empty if no look changes.
+    std::string after(const UnnestRecord& record, const lottie::document::OutputText& written);
 
   private:
     const lottie::document::Document& document_;

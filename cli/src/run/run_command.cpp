@@ -209,12 +209,14 @@ class Run {
             result.skip_reason = "composition " + in_quotes(comp.name()) + " has no nests: nothing to do";
             return write_animation(document);
         }
+        LookHint hint(document, comp, nests, options_.recursive);
         unnest_all(document, comp, nests, asked_for, asked, result);
         lottie::document::OutputText written;
         if (options_.mend) {
             written.append(result.mended);
         } else {
             written = write_animation(document);
+            if (!is_judged(options_)) result.look_hint = hint.after(result.record, written);
         }
         result.sizes = {document.text().size(), written.size()};
         return written;
@@ -241,7 +243,6 @@ class Run {
                 host::runner::Session session(document.project(), settings_, dialogs, limits.scripts);
                 context.observe(session);
                 start_plugin(session, plugin_, result.record);
-                LookHint hint(document, comp, nests, options_.recursive);
                 Origins origins(comp, nests);
                 unnest(session, comp, nests, options_.recursive, *limits.work, result.record);
                 result.asked = asked.outcome();
@@ -254,8 +255,6 @@ class Run {
                     asked.add(follow_mending(result.asked, {change, layers.layers},
                                              {mended.change, {mended.layers.begin(), mended.layers.end()}}, asked_for),
                               result.asked);
-                } else {
-                    result.look_hint = hint.after(result.record);
                 }
             }
         } catch (const lottie::looks::TooMuchWork& refused) {

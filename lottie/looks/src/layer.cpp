@@ -19,7 +19,8 @@ std::optional<double> optional_number(std::string_view text) {
 
 }  // namespace
 
-SceneLayer::SceneLayer(TextReader& reader, const SceneLayer* original, const std::shared_ptr<Arena>& arena) {
+SceneLayer::SceneLayer(TextReader& reader, const SceneLayer* original, const std::shared_ptr<Arena>& arena)
+    : arena_(arena) {
     if (reader.peek() != '{') throw std::runtime_error("the animation cannot be read");
     const char* begin = reader.position();
     reader.enter_object();

@@ -79,6 +79,7 @@ class SceneLayer {
     void read_member(const std::string& key, std::string_view value);
     void set_transform(const SceneLayer* original);
 
+    std::shared_ptr<const Arena> arena_;  // its text may lie there, even if all of its parts are its original's
     std::string_view text_;
     std::vector<std::shared_ptr<const LayerPart>> parts_;
     std::shared_ptr<LazyTransform> transform_;
