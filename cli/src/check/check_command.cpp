@@ -75,11 +75,11 @@ void add_proofs(const std::string& before, const std::string& after, bool is_who
 
 // Throws Failure.
 void check_flattening(const std::string& text, const Options& options, const host::runner::PluginModule& plugin,
-                      const Console& console, const lottie::packed::AskedFor& asked_for,
+                      const Console& console, const lottie::packed::References& references,
                       lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
     Options as_to_draw = options;
     as_to_draw.keep_unused = true;
-    const Flattened flattened = flatten_animation(text, plugin, as_to_draw, asked_for);
+    const Flattened flattened = flatten_animation(text, plugin, as_to_draw, references);
     print_warnings(console, checked.name, flattened.warnings);
     for (const FlattenedNest& nest : flattened.nests)
         checked.nests.push_back(as_flattened(nest, flattened.text.size()));
@@ -90,16 +90,16 @@ void check_flattening(const std::string& text, const Options& options, const hos
 
 // Throws Failure.
 void check_animation(std::string text, const Options& options, const host::runner::PluginModule& plugin,
-                     const Console& console, const lottie::packed::AskedFor& asked_for,
+                     const Console& console, const lottie::packed::References& references,
                      lottie::pictures::DrawingBudget& budget, CheckedFile& checked) {
     checked.bytes = text.size();
-    if (options.flatten) return check_flattening(text, options, plugin, console, asked_for, budget, checked);
+    if (options.flatten) return check_flattening(text, options, plugin, console, references, budget, checked);
     lottie::document::Document document = parse_input(std::move(text));
     print_warnings(console, checked.name, document.warnings());
     const FileLimits limits = file_limits(options.script_time);
     const std::vector<Layer*> nests = nests_to_check(document, options);
     if (nests.empty()) return;
-    NestChecker checker(document, plugin, options.answers, limits, asked_for);
+    NestChecker checker(document, plugin, options.answers, limits, references);
     for (Layer* nest : nests) {
         NestTrial trial = checker.check(*nest, options.prove);
         if (options.prove) {
@@ -138,7 +138,7 @@ std::vector<CheckedFile> check_file(const std::string& file, const Options& opti
             bool fits = true;
             check_guarded(checked, [&] {
                 try {
-                    check_animation(input.take_text(i), options, plugin, console, input.asked_for(), budget, checked);
+                    check_animation(input.take_text(i), options, plugin, console, input.references(), budget, checked);
                 } catch (const SelectionNotFound&) {
                     fits = false;
                     throw;

@@ -42,9 +42,9 @@ CheckedNest as_flattened(const FlattenedNest& nest, std::size_t bytes_after) {
 
 NestChecker::NestChecker(lottie::document::Document& document, const host::runner::PluginModule& plugin,
                          const DialogAnswers& answers, const FileLimits& limits,
-                         const lottie::packed::AskedFor& asked_for)
+                         const lottie::packed::References& references)
     : document_(document),
-      trials_(document, plugin, answers, limits, asked_for),
+      trials_(document, plugin, answers, limits, references),
       judge_(document.text(), limits.work) {}
 
 NestTrial NestChecker::check(host::model::Layer& nest, bool gives_text) {

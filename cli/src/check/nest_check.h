@@ -72,7 +72,7 @@ class NestChecker {
   public:
     // Everything given must outlive it.
     NestChecker(lottie::document::Document& document, const host::runner::PluginModule& plugin,
-                const DialogAnswers& answers, const FileLimits& limits, const lottie::packed::AskedFor& asked_for);
+                const DialogAnswers& answers, const FileLimits& limits, const lottie::packed::References& references);
 
     // Un-nests only this nest, judges, and puts it back. Throws Failure as Trials::run() and compare() do.
     NestTrial check(host::model::Layer& nest, bool gives_text);

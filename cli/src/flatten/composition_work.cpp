@@ -38,11 +38,11 @@ constexpr const char* kTooMuchWork = "size: to make the file flat takes more wor
 }  // namespace
 
 FlatteningState::FlatteningState(const std::string& text, const host::runner::PluginModule& module,
-                                 const Options& given, lottie::packed::AskedFor asked, const FileLimits& file_limits,
-                                 const Learned& before)
+                                 const Options& given, lottie::packed::References given_references,
+                                 const FileLimits& file_limits, const Learned& before)
     : plugin(module),
       options(given),
-      asked_for(std::move(asked)),
+      references(std::move(given_references)),
       limits(file_limits),
       learned(before),
       bench(text),
@@ -84,10 +84,10 @@ std::map<std::size_t, std::string> FlatteningState::find_strayed() {
 }
 
 void FlatteningState::find_asked_layers(const lottie::document::Document& document) {
-    const AskedLayers asked(document, asked_for);
-    for (const std::string& name : asked_for.layers) {
+    const ReferencedLayers referenced(document, references);
+    for (const std::string& name : references.layers) {
         double count = 0;
-        for (const host::model::Comp* home : asked.homes(name)) {
+        for (const host::model::Comp* home : referenced.homes(name)) {
             const std::size_t composition = *bench.find(document.comp_id(*home));
             if (composition < shown.size()) count += shown[composition];
         }
@@ -102,18 +102,18 @@ void FlatteningState::rename(const std::string& before, const std::string& now) 
     layer_names[now] = original.mapped();
     single.erase(before);
     single.insert(now);
-    asked_for.layers.erase(before);
-    asked_for.layers.insert(now);
+    references.layers.erase(before);
+    references.layers.insert(now);
 }
 
 // The composition as a project of its own.
 struct CompositionWork::Stage {
     Stage(const FlatteningState& state, std::size_t composition)
-        : before(state.bench.alone(composition)),
+        : before(state.bench.extract(composition)),
           outline(lottie::document::read_known_outline(before)),
           document(parse_input(before, outline)),
           comp(find_composition(document, state.bench.id(composition))),
-          trials(document, state.plugin, answers, state.limits, state.asked_for) {}
+          trials(document, state.plugin, answers, state.limits, state.references) {}
 
     std::string before;
     lottie::document::DocumentOutline outline;
@@ -180,7 +180,7 @@ void CompositionWork::work(const std::set<std::size_t>& places, bool goes_deeper
         const std::vector<std::size_t> before = stack_;
         const std::size_t first_new = next_layer_;
         try {
-            un_nest(without_large(without_asked_for(layers)));
+            un_nest(without_large(without_named_in_expressions(layers)));
         } catch (const lottie::looks::TooMuchWork&) {
             for (const Workbench::Nest& nest : nests_among(layers)) {
                 if (!entry(stack_[nest.place]).is_kept()) keep(stack_[nest.place], kTooMuchWork);
@@ -228,13 +228,13 @@ void CompositionWork::keep(std::size_t layer, const std::string& reason) {
     entry(layer).kept_because = reason;
 }
 
-CompositionWork::Layers CompositionWork::without_asked_for(const Layers& layers) {
+CompositionWork::Layers CompositionWork::without_named_in_expressions(const Layers& layers) {
     Layers free;
     for (const Workbench::Nest& nest : nests_among(layers)) {
         const std::size_t layer = stack_[nest.place];
         entry(layer);
-        std::string reason = state_.bench.asked_for(nest.source);
-        if (reason.empty()) reason = state_.bench.asked_for(composition_);
+        std::string reason = state_.bench.reason_to_stay(nest.source);
+        if (reason.empty()) reason = state_.bench.reason_to_stay(composition_);
         if (reason.empty() || state_.options.all) {
             free.insert(layer);
         } else {
@@ -314,12 +314,12 @@ void CompositionWork::judge(Attempt& tried) {
 
 // What state machines and themes find after the run and the mending.
 void CompositionWork::follow_names(Attempt& tried) {
-    const auto& run = tried.trial.asked;
+    const auto& run = tried.trial.interactions;
     tried.losses = run.losses;
     tried.renamed = new_layer_names({run.names}).names;
     if (tried.mending != nullptr) {
         const auto mended = follow_mending(run, {tried.trial.change, tried.trial.written.layers},
-                                           {tried.change(), tried.layers()}, state_.asked_for);
+                                           {tried.change(), tried.layers()}, state_.references);
         tried.losses.insert(tried.losses.end(), mended.losses.begin(), mended.losses.end());
         for (const auto& [name, now] : mended.names) {
             const auto before = std::find_if(tried.renamed.begin(), tried.renamed.end(),

@@ -30,7 +30,7 @@ struct FlatteningState {
     };
 
     FlatteningState(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
-                    lottie::packed::AskedFor asked_for, const FileLimits& limits, const Learned& learned);
+                    lottie::packed::References references, const FileLimits& limits, const Learned& learned);
 
     void count_showings();  // as the animation stands
 
@@ -42,7 +42,7 @@ struct FlatteningState {
 
     const host::runner::PluginModule& plugin;
     const Options& options;
-    lottie::packed::AskedFor asked_for;  // by the current names of layers
+    lottie::packed::References references;  // by the current names of layers
     std::map<std::string, std::string>
         layer_names;               // original names of layers that are referred to, by the current ones
     std::set<std::string> single;  // names that only one layer in the picture has
@@ -80,7 +80,7 @@ class CompositionWork {
     struct Stage;
     struct Attempt;
 
-    Layers without_asked_for(const Layers& layers);
+    Layers without_named_in_expressions(const Layers& layers);
     Layers without_large(const Layers& layers);
     void un_nest(Layers layers);
     Attempt attempt(const Layers& layers);

@@ -50,16 +50,16 @@ class Flatten {
         bool any_matches = false;
         for (std::size_t i = 0; i < input.count(); ++i) {
             try {
-                all.push_back(flatten_animation(input.text(i), plugin_, options_, input.asked_for()));
+                all.push_back(flatten_animation(input.text(i), plugin_, options_, input.references()));
                 any_matches = true;
             } catch (const SelectionNotFound& not_here) {
                 missing = not_here;
-                all.push_back({input.text(i), {}, 0, names_in(input.text(i), input.asked_for()), {}, not_here.what()});
+                all.push_back({input.text(i), {}, 0, names_in(input.text(i), input.references()), {}, not_here.what()});
             }
             texts.emplace_back().refer(all.back().text);
         }
         if (!any_matches) throw SelectionNotFound(*missing);
-        std::vector<NamesNow> names = {input.names_in_others()};
+        std::vector<CurrentNames> names = {input.names_in_others()};
         for (const Flattened& flattened : all) names.push_back(flattened.layer_names);
         const NewNames new_names = new_layer_names(names);
         for (const lottie::looks::Finding& loss : new_names.losses)

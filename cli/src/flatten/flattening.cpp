@@ -126,18 +126,18 @@ bool Flattened::is_as_asked() const {
 }
 
 Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
-                            const lottie::packed::AskedFor& asked_for) {
+                            const lottie::packed::References& references) {
     lottie::document::Document document = parse_input(text);
     Flattened flattened{text, {}, 0, {}, document.warnings(), ""};
     if (document.is_passed_on()) {
-        flattened.layer_names = names_in(text, asked_for);
+        flattened.layer_names = names_in(text, references);
         return flattened;
     }
     const FileLimits limits = file_limits(options.script_time);
     FlatteningState::Learned learned;
     while (true) {
         const FlatteningState::Learned known = learned;
-        FlatteningState state(text, plugin, options, asked_for, limits, known);
+        FlatteningState state(text, plugin, options, references, limits, known);
         if (try_to_flatten(state, document, learned, flattened)) continue;
         for (const auto& [now, before] : state.layer_names) flattened.layer_names[before].insert(now);
         flattened.text = state.bench.text(options.keep_unused);

@@ -98,7 +98,7 @@ class Reporter {
 
     void make_flat() {
         console_.show_progress("making it flat");
-        const Flattened flattened = flatten_animation(text_, plugin_, options_, input_.asked_for());
+        const Flattened flattened = flatten_animation(text_, plugin_, options_, input_.references());
         for (const FlattenedNest& nest : flattened.nests) {
             report_.nests.push_back({as_flattened(nest, flattened.text.size()), std::nullopt});
             if (!nest.is_kept()) findings_.insert(findings_.end(), nest.findings.begin(), nest.findings.end());
@@ -112,7 +112,7 @@ class Reporter {
     void un_nest() {
         const std::vector<Layer*> nests = find_nests(comp_, options_.layers);
         const FileLimits limits = file_limits(options_.script_time);
-        NestChecker checker(document_, plugin_, options_.answers, limits, input_.asked_for());
+        NestChecker checker(document_, plugin_, options_.answers, limits, input_.references());
         for (Layer* nest : nests) {
             console_.show_progress(drawing_progress(report_.nests.size(), nests.size(), "nest"));
             check_alone(checker, *nest);

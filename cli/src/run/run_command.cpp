@@ -31,12 +31,12 @@ struct AnimationResult {
     std::string label;
     std::string composition = {};
     UnnestRecord record = {};
-    std::vector<JudgedNest> judged = {};  // of a judged run
-    std::string look_hint = {};           // of a run without judging
-    std::string mended = {};              // the animation, of a run that mends
-    Sizes sizes = {};                     // of the text, unpacked
-    AskedLayers::Outcome asked = {};      // what became of layers that state machines refer to
-    std::string skip_reason = {};         // empty: the animation was changed
+    std::vector<JudgedNest> judged = {};          // of a judged run
+    std::string look_hint = {};                   // of a run without judging
+    std::string mended = {};                      // the animation, of a run that mends
+    Sizes sizes = {};                             // of the text, unpacked
+    ReferencedLayers::Outcome interactions = {};  // what became of layers that state machines refer to
+    std::string skip_reason = {};                 // empty: the animation was changed
 };
 
 // One animation as it will be in its file, and what the text borrows from.
@@ -114,8 +114,8 @@ class Run {
         const std::string output = output_for(options_, file);
         std::vector<lottie::document::OutputText> texts;
         for (WrittenAnimation& animation : animations) texts.push_back(std::move(animation.written));
-        std::vector<NamesNow> names = {input.names_in_others()};
-        for (const AnimationResult& result : results) names.push_back(result.asked.names);
+        std::vector<CurrentNames> names = {input.names_in_others()};
+        for (const AnimationResult& result : results) names.push_back(result.interactions.names);
         const NewNames new_names = new_layer_names(names);
         const lottie::document::OutputText bytes = input.with(std::move(texts), new_names.names);
         if (!options_.dry_run && (is_changed || !options_.in_place))
@@ -157,7 +157,7 @@ class Run {
         print_messages_of(result);
         print_log(console_, result.label, result.record);
         print_judged_nests(console_, result.label, result.judged, options_.verbose);
-        print_losses(result.label, result.asked.losses);
+        print_losses(result.label, result.interactions.losses);
         print_success(console_, result.label, result.composition, result.record, result.sizes, output);
         if (!result.look_hint.empty()) console_.say(Tone::warning, result.label, result.look_hint);
     }
@@ -175,7 +175,7 @@ class Run {
             } catch (const SelectionNotFound& missing) {
                 if (!first_missing) first_missing = missing.in(input.place(i));
                 result.skip_reason = std::string("skipped: ") + missing.what();
-                result.asked = {names_in(input.text(i), input.asked_for()), {}};
+                result.interactions = {names_in(input.text(i), input.references()), {}};
                 animations.emplace_back().written.append(input.text(i));
             } catch (const Failure& failure) {
                 throw failure.in(input.place(i));
@@ -190,7 +190,7 @@ class Run {
         WrittenAnimation animation;
         animation.document = parse_input(input.take_text(i));
         print_warnings(console_, result.label, animation.document->warnings());
-        animation.written = unnest_in(*animation.document, input.asked_for(), result);
+        animation.written = unnest_in(*animation.document, input.references(), result);
         if (!input.form()) return animation;
         WrittenAnimation text_only;  // packing needs only the text; the document is freed early
         text_only.written.append(animation.written.text());
@@ -198,10 +198,10 @@ class Run {
     }
 
     lottie::document::OutputText unnest_in(lottie::document::Document& document,
-                                           const lottie::packed::AskedFor& asked_for, AnimationResult& result) {
-        const AskedLayers asked(document, asked_for);
-        result.asked = asked.outcome();
-        if (document.is_passed_on()) result.asked.names = names_in(document.text(), asked_for);
+                                           const lottie::packed::References& references, AnimationResult& result) {
+        const ReferencedLayers referenced(document, references);
+        result.interactions = referenced.outcome();
+        if (document.is_passed_on()) result.interactions.names = names_in(document.text(), references);
         Comp& comp = find_composition(document, options_.composition);
         const auto nests = find_nests(comp, options_.layers);
         result.composition = comp.name();
@@ -210,7 +210,7 @@ class Run {
             return write_animation(document);
         }
         LookHint hint(document, comp, nests, options_.recursive);
-        unnest_all(document, comp, nests, asked_for, asked, result);
+        unnest_all(document, comp, nests, references, referenced, result);
         lottie::document::OutputText written;
         if (options_.mend) {
             written.append(result.mended);
@@ -224,7 +224,8 @@ class Run {
 
     // If it throws, the project must not be written.
     void unnest_all(lottie::document::Document& document, Comp& comp, const std::vector<host::model::Layer*>& nests,
-                    const lottie::packed::AskedFor& asked_for, const AskedLayers& asked, AnimationResult& result) {
+                    const lottie::packed::References& references, const ReferencedLayers& referenced,
+                    AnimationResult& result) {
         DialogOperator answers(options_.answers);
         host::scriptui::DialogDriver& dialogs = windows_ != nullptr ? *windows_ : answers;
         const FileLimits limits = file_limits(options_.script_time);
@@ -233,11 +234,11 @@ class Run {
                                  dialogs,
                                  limits,
                                  [&](host::runner::Session& session) { journal_.observe(session, result.label); },
-                                 asked_for};
+                                 references};
         try {
             if (is_judged(options_)) {
                 result.judged = unnest_judged(document, document.text(), context, comp, nests, options_, result.record);
-                result.asked = asked.outcome();
+                result.interactions = referenced.outcome();
             } else {
                 document.project().undo().keep_no_history();
                 host::runner::Session session(document.project(), settings_, dialogs, limits.scripts);
@@ -245,16 +246,17 @@ class Run {
                 start_plugin(session, plugin_, result.record);
                 Origins origins(comp, nests);
                 unnest(session, comp, nests, options_.recursive, *limits.work, result.record);
-                result.asked = asked.outcome();
+                result.interactions = referenced.outcome();
                 if (options_.mend) {
                     const auto change = origins.change_to(comp, document.comp_id(comp));
                     MendedRun mended = mend_run(document.text(), write_animation(document).text(), change);
                     result.mended = std::move(mended.text);
                     result.look_hint = std::move(mended.summary);
                     const lottie::document::WrittenLayers layers = write_layers(document, comp);
-                    asked.add(follow_mending(result.asked, {change, layers.layers},
-                                             {mended.change, {mended.layers.begin(), mended.layers.end()}}, asked_for),
-                              result.asked);
+                    referenced.add(
+                        follow_mending(result.interactions, {change, layers.layers},
+                                       {mended.change, {mended.layers.begin(), mended.layers.end()}}, references),
+                        result.interactions);
                 }
             }
         } catch (const lottie::looks::TooMuchWork& refused) {

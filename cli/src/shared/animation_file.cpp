@@ -71,18 +71,18 @@ std::string AnimationFile::place(std::size_t i) const {
     return is_collection() ? ':' + printable(packed(i).entry) : "";
 }
 
-const lottie::packed::AskedFor& AnimationFile::asked_for() const {
-    static const lottie::packed::AskedFor nothing;
-    return archive_ ? archive_->asked_for() : nothing;
+const lottie::packed::References& AnimationFile::references() const {
+    static const lottie::packed::References nothing;
+    return archive_ ? archive_->references() : nothing;
 }
 
-NamesNow AnimationFile::names_in_others() const {
-    NamesNow names;
+CurrentNames AnimationFile::names_in_others() const {
+    CurrentNames names;
     if (!archive_) return names;
     for (std::size_t i = 0; i < archive_->animations().size(); ++i) {
         if (std::find(chosen_.begin(), chosen_.end(), i) != chosen_.end()) continue;
         try {
-            names.merge(names_in(parse_input(archive_->animations()[i].text).text(), archive_->asked_for()));
+            names.merge(names_in(parse_input(archive_->animations()[i].text).text(), archive_->references()));
         } catch (const Failure&) {
             continue;  // neither an animation nor anything that players could show
         }

@@ -56,29 +56,30 @@ Finding has_several_names(const std::string& layer) {
     return finding(layer, "has several names afterwards", "leave out the prefix, or keep the nest");
 }
 
-AskedLayers::AskedLayers(const lottie::document::Document& document, const lottie::packed::AskedFor& asked_for)
+ReferencedLayers::ReferencedLayers(const lottie::document::Document& document,
+                                   const lottie::packed::References& references)
     : document_(document) {
-    if (asked_for.layers.empty()) return;
+    if (references.layers.empty()) return;
     for (const host::model::Comp* comp : document.project().comps()) {
         for (const Layer* layer : comp->stack().to_vector()) {
             const std::string& name = layer->display_name();
-            if (asked_for.layers.contains(name) && is_shown(*layer, document.main_comp()))
-                asked_[name].push_back(layer);
+            if (references.layers.contains(name) && is_shown(*layer, document.main_comp()))
+                layers_[name].push_back(layer);
         }
     }
 }
 
-std::vector<const host::model::Comp*> AskedLayers::homes(const std::string& name) const {
+std::vector<const host::model::Comp*> ReferencedLayers::homes(const std::string& name) const {
     std::vector<const host::model::Comp*> homes;
-    if (const auto found = asked_.find(name); found != asked_.end()) {
+    if (const auto found = layers_.find(name); found != layers_.end()) {
         for (const Layer* layer : found->second) homes.push_back(&layer->comp());
     }
     return homes;
 }
 
-AskedLayers::Outcome AskedLayers::outcome() const {
+ReferencedLayers::Outcome ReferencedLayers::outcome() const {
     Outcome outcome;
-    if (asked_.empty()) return outcome;
+    if (layers_.empty()) return outcome;
     std::map<host::model::LayerId, std::set<std::string>> names;  // current names of a layer and its copies
     for (const host::model::Comp* comp : document_.project().comps()) {
         for (const Layer* layer : comp->stack().to_vector()) {
@@ -87,7 +88,7 @@ AskedLayers::Outcome AskedLayers::outcome() const {
             names[layer->copied_from()].insert(layer->display_name());
         }
     }
-    for (const auto& [name, layers] : asked_) {
+    for (const auto& [name, layers] : layers_) {
         std::set<std::string>& now = outcome.names[name];
         bool is_any_gone = false;
         for (const Layer* layer : layers) {
@@ -101,7 +102,7 @@ AskedLayers::Outcome AskedLayers::outcome() const {
     return outcome;
 }
 
-void AskedLayers::add(const Outcome& mended, Outcome& run) const {
+void ReferencedLayers::add(const Outcome& mended, Outcome& run) const {
     run.losses.insert(run.losses.end(), mended.losses.begin(), mended.losses.end());
     for (auto& [name, now] : run.names) {
         const bool had_one = now.size() == 1;
@@ -114,20 +115,20 @@ void AskedLayers::add(const Outcome& mended, Outcome& run) const {
     }
 }
 
-NamesNow names_in(std::string_view animation, const lottie::packed::AskedFor& asked_for) {
-    NamesNow names;
-    if (asked_for.layers.empty()) return names;
+CurrentNames names_in(std::string_view animation, const lottie::packed::References& references) {
+    CurrentNames names;
+    if (references.layers.empty()) return names;
     for (const std::string_view literal : literals_under("\"nm\"", animation)) {
         const std::string name = lottie::document::decode_string(literal);
-        if (asked_for.layers.contains(name)) names[name] = {name};
+        if (references.layers.contains(name)) names[name] = {name};
     }
     return names;
 }
 
-NewNames new_layer_names(const std::vector<NamesNow>& animations) {
-    NamesNow all;
+NewNames new_layer_names(const std::vector<CurrentNames>& animations) {
+    CurrentNames all;
     std::set<std::string> told;  // by just one animation
-    for (const NamesNow& animation : animations) {
+    for (const CurrentNames& animation : animations) {
         for (const auto& [name, now] : animation) {
             all[name].insert(now.begin(), now.end());
             if (now.size() > 1) told.insert(name);
@@ -141,10 +142,10 @@ NewNames new_layer_names(const std::vector<NamesNow>& animations) {
     return result;
 }
 
-AskedLayers::Outcome follow_mending(const AskedLayers::Outcome& after_run, const ChangedStack& run,
-                                    const ChangedStack& mended, const lottie::packed::AskedFor& asked_for) {
-    AskedLayers::Outcome outcome;
-    if (asked_for.layers.empty() && asked_for.slots.empty()) return outcome;
+ReferencedLayers::Outcome follow_mending(const ReferencedLayers::Outcome& after_run, const ChangedStack& run,
+                                         const ChangedStack& mended, const lottie::packed::References& references) {
+    ReferencedLayers::Outcome outcome;
+    if (references.layers.empty() && references.slots.empty()) return outcome;
     std::set<std::string> names;
     for (const auto& [before, now] : after_run.names) names.insert(now.begin(), now.end());
     std::map<std::tuple<lottie::looks::Origin::Kind, std::size_t, std::size_t>, std::string_view> now;
@@ -162,8 +163,8 @@ AskedLayers::Outcome follow_mending(const AskedLayers::Outcome& after_run, const
                 outcome.names[name].insert(name_of(layer));
             }
         }
-        const std::set<std::string> before = slots_in(run.layers[i], asked_for.slots);
-        const std::set<std::string> after = slots_in(layer, asked_for.slots);
+        const std::set<std::string> before = slots_in(run.layers[i], references.slots);
+        const std::set<std::string> after = slots_in(layer, references.slots);
         std::set_difference(before.begin(), before.end(), after.begin(), after.end(), std::inserter(lost, lost.end()));
     }
     for (const std::string& slot : lost) outcome.losses.push_back(loses_value(slot));

@@ -45,9 +45,9 @@ std::size_t count_layers(const host::model::Project& project) {
 
 struct Trials::OwnContext {
     OwnContext(const host::runner::PluginModule& plugin, const DialogAnswers& answers, const FileLimits& limits,
-               const lottie::packed::AskedFor& asked_for)
+               const lottie::packed::References& references)
         : settings(host::script::Settings::in_memory()), dialogs(answers), context{plugin, settings, dialogs, limits} {
-        context.asked_for = asked_for;
+        context.references = references;
     }
 
     host::script::Settings settings;
@@ -56,8 +56,8 @@ struct Trials::OwnContext {
 };
 
 Trials::Trials(lottie::document::Document& document, const host::runner::PluginModule& plugin,
-               const DialogAnswers& answers, const FileLimits& limits, const lottie::packed::AskedFor& asked_for)
-    : own_context_(std::make_unique<OwnContext>(plugin, answers, limits, asked_for)),
+               const DialogAnswers& answers, const FileLimits& limits, const lottie::packed::References& references)
+    : own_context_(std::make_unique<OwnContext>(plugin, answers, limits, references)),
       document_(document),
       context_(own_context_->context),
       session_(document.project(), context_.settings, context_.dialogs, context_.limits.scripts) {}
@@ -74,8 +74,8 @@ Trials::Trials(lottie::document::Document& document, const RunContext& context)
 Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests, bool counts_bytes) {
     host::model::UndoJournal& journal = document_.project().undo();
     const std::size_t steps_before = journal.step_names().size();
-    const AskedLayers asked(document_, context_.asked_for);
-    const FilledSlots slots(document_, comp, nests, context_.asked_for.slots);
+    const ReferencedLayers referenced(document_, context_.references);
+    const FilledSlots slots(document_, comp, nests, context_.references.slots);
     Origins origins(comp, nests);
     std::set<const Comp*> sources;
     for (const Layer* nest : nests) sources.insert(nest->source()->comp());
@@ -85,8 +85,8 @@ Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests, bool counts_byte
         is_started_ = true;
         lottie::looks::Work& work = *context_.limits.work;
         unnest(session_, comp, nests, false, work, trial.record);
-        const std::size_t looked_at = context_.asked_for.layers.empty() ? static_cast<std::size_t>(comp.layer_count())
-                                                                        : count_layers(document_.project());
+        const std::size_t looked_at = context_.references.layers.empty() ? static_cast<std::size_t>(comp.layer_count())
+                                                                         : count_layers(document_.project());
         work.spend(steps_of_stack(looked_at) +
                    kStepsPerItem * static_cast<std::size_t>(document_.project().item_count()));
         trial.written = write_layers(document_, comp);
@@ -104,9 +104,9 @@ Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests, bool counts_byte
         if (!source->is_alive()) trial.deleted.push_back(document_.comp_id(*source));
     }
     if (counts_bytes) trial.byte_count = document_.written_size();
-    trial.asked = asked.outcome();
+    trial.interactions = referenced.outcome();
     for (lottie::looks::Finding& loss : slots.losses(trial.change, trial.written))
-        trial.asked.losses.push_back(std::move(loss));
+        trial.interactions.losses.push_back(std::move(loss));
     return trial;
 }
 
@@ -130,7 +130,7 @@ void add_losses(lottie::looks::NestReport& report, const std::vector<lottie::loo
 
 std::vector<lottie::looks::NestReport> compare(lottie::looks::Judge& judge, const Trial& trial) {
     auto reports = judge.compare(trial.change, {trial.written.layers, trial.deleted, trial.byte_count});
-    for (lottie::looks::NestReport& report : reports) add_losses(report, trial.asked.losses);
+    for (lottie::looks::NestReport& report : reports) add_losses(report, trial.interactions.losses);
     return reports;
 }
 

@@ -257,7 +257,7 @@ const std::vector<Workbench::Nest>& Workbench::nests(std::size_t composition) co
     return compositions_->all[composition].nests;
 }
 
-std::string Workbench::asked_for(std::size_t composition) const {
+std::string Workbench::reason_to_stay(std::size_t composition) const {
     const Compositions& c = *compositions_;
     if (c.calls_any) return "an expression works out at run time which composition it asks for";
     if (c.called.empty()) return "";
@@ -274,7 +274,7 @@ std::vector<std::size_t> Workbench::innermost_first() const {
     return compositions_->seen_now();
 }
 
-std::string Workbench::alone(std::size_t composition) const {
+std::string Workbench::extract(std::size_t composition) const {
     const Compositions& c = *compositions_;
     std::string out = "{";
     c.add_member(out, "v", c.outline.version);

@@ -44,8 +44,8 @@ const std::vector<PackedAnimation>& Archive::animations() const {
     return packed_->animations;
 }
 
-const AskedFor& Archive::asked_for() const {
-    return packed_->asked_for;
+const References& Archive::references() const {
+    return packed_->references;
 }
 
 std::string Archive::write(const std::vector<std::string>& texts,

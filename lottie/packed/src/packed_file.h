@@ -18,7 +18,7 @@ struct PackedFile {
 
     std::string bytes;
     std::vector<PackedAnimation> animations;
-    AskedFor asked_for;
+    References references;
 };
 
 }  // namespace lottie::packed

@@ -182,10 +182,10 @@ class ZipFile : public PackedFile {
                 std::string text = unpack(zip, index, entry, std::min(left, kMaxManifestBytes));
                 left -= text.size();
                 if (is_machine) {
-                    asked_for.layers.merge(layers_named_in(text));
+                    references.layers.merge(layers_named_in(text));
                     machines_.emplace(index, std::move(text));
                 } else {
-                    asked_for.slots.merge(slots_filled_by(text));
+                    references.slots.merge(slots_filled_by(text));
                 }
             } catch (const ArchiveError&) {
                 continue;

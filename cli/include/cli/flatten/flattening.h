@@ -37,7 +37,7 @@ struct Flattened {
     std::string text;
     std::vector<FlattenedNest> nests;  // innermost compositions first, each from top to bottom
     std::size_t nests_left = 0;        // that can be seen
-    NamesNow layer_names;              // of layers that state machines refer to
+    CurrentNames layer_names;          // of layers that state machines refer to
     std::vector<lottie::document::InputError> warnings;
     std::string skipped;  // why nothing was done; empty otherwise
     std::vector<lottie::looks::StackChange> steps = {};
@@ -49,7 +49,7 @@ struct Flattened {
 // Works on the nests that the options name, or on all. What surrounds the animation may refer to parts of it. Throws
 // Failure: bad input, and what the plug-in or the host report.
 Flattened flatten_animation(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
-                            const lottie::packed::AskedFor& asked_for = {});
+                            const lottie::packed::References& references = {});
 
 // The nests only.
 FileTotals totals_of(const Flattened& flattened);

@@ -76,9 +76,9 @@ class AnimationFile {
     std::string label(std::size_t i) const { return name_ + place(i); }
 
     // What the rest of the file refers to in the animations.
-    const lottie::packed::AskedFor& asked_for() const;
+    const lottie::packed::References& references() const;
     // The layers among it that are in animations that were not chosen.
-    NamesNow names_in_others() const;
+    CurrentNames names_in_others() const;
 
     // The file's bytes with `texts` in the place of the chosen animations, in the same form. They borrow from
     // the same text as those of a plain file. References to layers get the new names. Throws Failure (failed).

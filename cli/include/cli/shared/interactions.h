@@ -14,20 +14,20 @@
 
 namespace cli {
 
-using NamesNow = std::map<std::string, std::set<std::string>>;  // of layers, by the names that they had
+using CurrentNames = std::map<std::string, std::set<std::string>>;  // of layers, by the names that they had
 
 // Remembers the layers that state machines refer to by name.
-class AskedLayers {
+class ReferencedLayers {
   public:
     // Before the run. Everything given must outlive it.
-    AskedLayers(const lottie::document::Document& document, const lottie::packed::AskedFor& asked_for);
+    ReferencedLayers(const lottie::document::Document& document, const lottie::packed::References& references);
 
     // The compositions of the layers of that name, one for each layer.
     std::vector<const host::model::Comp*> homes(const std::string& name) const;
 
     // What became of them.
     struct Outcome {
-        NamesNow names;
+        CurrentNames names;
         std::vector<lottie::looks::Finding> losses;  // what no new name can repair
     };
     Outcome outcome() const;
@@ -37,13 +37,13 @@ class AskedLayers {
 
   private:
     const lottie::document::Document& document_;
-    std::map<std::string, std::vector<const host::model::Layer*>> asked_;  // by name
+    std::map<std::string, std::vector<const host::model::Layer*>> layers_;  // by name
 };
 
 lottie::looks::Finding has_several_names(const std::string& layer);
 
 // The names that are referred to and that something in the animation has.
-NamesNow names_in(std::string_view animation, const lottie::packed::AskedFor& asked_for);
+CurrentNames names_in(std::string_view animation, const lottie::packed::References& references);
 
 // The new names of layers, by the old ones, with which state machines mean what they meant before in all animations of
 // the file; and what is lost because the animations disagree.
@@ -51,7 +51,7 @@ struct NewNames {
     std::map<std::string, std::string> names;
     std::vector<lottie::looks::Finding> losses;
 };
-NewNames new_layer_names(const std::vector<NamesNow>& animations);
+NewNames new_layer_names(const std::vector<CurrentNames>& animations);
 
 // The layers of a stack changed by an un-nesting.
 struct ChangedStack {
@@ -61,7 +61,7 @@ struct ChangedStack {
 
 // What mending made of the result of a run, as far as state machines and themes refer to it. Layers are identified by
 // the names that the run gave them.
-AskedLayers::Outcome follow_mending(const AskedLayers::Outcome& after_run, const ChangedStack& run,
-                                    const ChangedStack& mended, const lottie::packed::AskedFor& asked_for);
+ReferencedLayers::Outcome follow_mending(const ReferencedLayers::Outcome& after_run, const ChangedStack& run,
+                                         const ChangedStack& mended, const lottie::packed::References& references);
 
 }  // namespace cli

@@ -25,7 +25,7 @@ struct Trial {
     std::vector<std::string> deleted;         // ids of the deleted compositions
     std::size_t byte_count = 0;               // of the whole animation; 0 if not asked for
     UnnestRecord record;
-    AskedLayers::Outcome asked;  // for state machines and themes
+    ReferencedLayers::Outcome interactions;  // for state machines and themes
 };
 
 // What the work on one file may use, whatever it is.
@@ -44,8 +44,8 @@ struct RunContext {
     host::scriptui::DialogDriver& dialogs;
     const FileLimits& limits;
     std::function<void(host::runner::Session&)> observe = [](host::runner::Session&) {
-    };                                        // the session, before it starts
-    lottie::packed::AskedFor asked_for = {};  // by what surrounds the animation
+    };                                           // the session, before it starts
+    lottie::packed::References references = {};  // by what surrounds the animation
 };
 
 // Un-nests nests of one animation, any number of times in one session.
@@ -55,7 +55,7 @@ class Trials {
     Trials(lottie::document::Document& document, const RunContext& context);
     // The dialog is answered like this and remembers nothing.
     Trials(lottie::document::Document& document, const host::runner::PluginModule& plugin, const DialogAnswers& answers,
-           const FileLimits& limits, const lottie::packed::AskedFor& asked_for = {});
+           const FileLimits& limits, const lottie::packed::References& references = {});
     ~Trials();
 
     // Un-nests the nests of one composition in one run and leaves the project that way. Throws Failure as unnest()

@@ -36,15 +36,15 @@ class Workbench {
     std::size_t layer_bytes(std::size_t composition) const;
     // The nests that it holds now, top to bottom.
     const std::vector<Nest>& nests(std::size_t composition) const;
-    // Why the layers of a composition must stay as they are: an expression somewhere asks for it by a name that it or a
+    // Why a composition must keep its layers: an expression somewhere asks for it by a name that it or a
     // nest of it has, or works out at run time which one it asks for. Empty if none does.
-    std::string asked_for(std::size_t composition) const;
+    std::string reason_to_stay(std::size_t composition) const;
     // Those that can be seen, each behind all that it shows.
     std::vector<std::size_t> innermost_first() const;
 
     // An animation with this composition, under its id, and the ones that it shows; what lies deeper is there by its
     // id alone.
-    std::string alone(std::size_t composition) const;
+    std::string extract(std::size_t composition) const;
     // The composition has these layers from now on.
     void put_back(std::size_t composition, const looks::StackChange& change,
                   const std::vector<std::string_view>& layers);

@@ -29,7 +29,7 @@ struct PackedAnimation {
 };
 
 // What else in the archive names parts of its animations.
-struct AskedFor {
+struct References {
     std::set<std::string> layers;  // by state machines
     std::set<std::string> slots;   // by themes
 };
@@ -52,7 +52,7 @@ class Archive {
     // At least one; in the order of the manifest.
     const std::vector<PackedAnimation>& animations() const;
 
-    const AskedFor& asked_for() const;
+    const References& references() const;
 
     // The archive with `texts` in the place of the animations' own, one for each. With equal texts the very bytes that
     // were read; else every entry that stays keeps its packed bytes, name, place, time and comment, and the new ones
