@@ -146,14 +146,15 @@ struct CompositionWork::Attempt {
     }
     lottie::looks::StackChange change() const { return mending == nullptr ? trial.change : mending->change(); }
 
-    // Why a nest cannot go: what mending left as it was or, if only what mending brought is in the way, what it was to
-    // mend.
+    // Why a nest cannot go: what mending left as it was and what state machines and themes lose or, if only what else
+    // mending brought is in the way, what it was to mend.
     std::vector<Finding> causes(std::size_t report) const {
         const std::vector<Finding>& now = reports[report].findings;
         if (unmended.empty()) return now;
         const std::vector<Finding>& before = unmended[report].findings;
         std::vector<Finding> left;
         std::copy_if(now.begin(), now.end(), std::back_inserter(left), [&before](const Finding& finding) {
+            if (finding.reason == Reason::interaction) return true;
             const auto is_same = [&finding](const Finding& one) { return one.reason == finding.reason; };
             return std::any_of(before.begin(), before.end(), is_same);
         });
