@@ -5,7 +5,7 @@
 
 namespace host::script {
 
-// Asked often: the processor's clock is the slow one of the two and comes second.
+// Called often. Reading the processor's clock is the slower of the two, so it comes second.
 bool RunClock::time_is_up() const {
     return counts_ && used() > limit_ && processor_used() > limit_;
 }

@@ -1,5 +1,5 @@
-// How long a script has been running, with pauses. A script is slow when it takes both long and the processor: on a
-// busy machine waiting its turn is not its fault.
+// How long a script has been running, with pauses. Time is up only when both the wall clock and the processor's say so:
+// having to wait its turn on a busy machine is not the script's fault.
 #pragma once
 
 #include <chrono>
@@ -15,9 +15,9 @@ class RunClock {
     bool time_is_up() const;
 
     void restart(Duration limit);
-    Duration stop();  // the processor's time since restart(); from here on the time is never up
+    Duration stop();  // CPU time since restart(); from here on, time is never up
 
-    // While it lives the clock runs, or stands still; then its former state comes back.
+    // Keeps the clock running, or stopped, for as long as it lives; then restores the former state.
     class [[nodiscard]] Switched {
       public:
         Switched(RunClock& clock, bool running) : clock_(clock), before_(clock.running_) { clock_.switch_to(running); }

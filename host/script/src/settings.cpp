@@ -28,7 +28,7 @@ std::string read_whole(const fs::path& file) try {
     give_up("read settings file", file, error);
 }
 
-// Readers see the old or the new text.
+// Readers see either the old text or the new.
 void replace(const fs::path& file, std::string_view text) try {
     const std::string prefix = file.filename().string() + '.';
     base::replace_file(file, text, {.temporary_prefix = prefix});

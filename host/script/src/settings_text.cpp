@@ -88,7 +88,7 @@ class SettingsLine {
     std::string_view rest_;
 };
 
-// False when the line is neither empty, a comment, a header nor a value below a header.
+// False unless the line is empty, a comment, a header, or a value below a header.
 bool read_line(SettingsLine line, Settings::Sections& sections, Settings::Section*& current) {
     if (line.is_at_end() || line.take('#')) return true;
     if (line.take('[')) {

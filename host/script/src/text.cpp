@@ -26,7 +26,7 @@ char32_t surrogate_at(std::string_view s, std::size_t i) {
 
 std::string from_engine(std::string_view s, bool bytes_come_back) {
     const auto other = std::find_if(s.begin(), s.end(), [](char c) { return (c & 0x80) != 0; });
-    std::string out(s.begin(), other);  // mostly all of it
+    std::string out(s.begin(), other);  // usually all of it
     out.reserve(s.size());
     for (std::size_t i = out.size(); i < s.size();) {
         char32_t character = 0;

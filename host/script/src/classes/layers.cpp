@@ -16,7 +16,7 @@ duk_ret_t copy_to_comp(ScriptCall& call) {
     return call.nothing();
 }
 
-// The layer to move next to: in the same composition.
+// The layer to move next to, which must be in the same composition.
 model::Layer& neighbour(ScriptCall& call, const model::Layer& moved) {
     model::Layer* other = call.layer(0);
     if (other == nullptr) call.fail("a layer was expected");

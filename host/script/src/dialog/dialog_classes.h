@@ -36,13 +36,13 @@ inline constexpr int kMaxDepth = 250;
 void count_new_element(ScriptCall& call);
 
 void push_element(ScriptCall& call, const scriptui::Element* element);
-// The element passed as an argument; null if it is none.
+// The element passed as an argument; null if the argument is something else.
 scriptui::Element* element_argument(ScriptCall& call, duk_idx_t i);
 scriptui::Window& self_window(ScriptCall& call);
 scriptui::Element& self_container(ScriptCall& call);
 // Adds a new element's object to the parent's children, and to the parent under its name.
 void attach_object(ScriptCall& call, scriptui::Element& element);
-// What add() and Window() say about a new element, read before it is created, so that bad values create none.
+// What the arguments of add() and Window() say about a new element; read first, so that bad values create nothing.
 struct Creation {
     std::optional<std::array<double, 4>> bounds;  // left, top, right, bottom
     std::string text;

@@ -36,7 +36,7 @@ class Heap {
     bool must_end_after(std::size_t steps);
     bool is_stack_short() const;
     bool is_out_of_memory() const { return out_of_memory_; }
-    // Of the whole program, in this run: a script may yet get by.
+    // By the program itself, in this run. The script may still succeed.
     void note_refused_memory() { was_refused_memory_ = true; }
     bool was_refused_memory() const { return was_refused_memory_; }
     void begin_run();

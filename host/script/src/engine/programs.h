@@ -1,4 +1,4 @@
-// Compiled scripts: what comes again is not compiled again.
+// Compiled scripts, kept so that one that comes again is not compiled again.
 #pragma once
 
 #include <array>
