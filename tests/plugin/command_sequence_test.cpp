@@ -92,6 +92,21 @@ Lines ending(const std::string& selected) {
             "Utility6.EndUndoGroup()", script_call("")};
 }
 
+// All calls when none of the nest's properties is wanted; `nest_done` is the last that the nest gets.
+Lines nothing_carried_over(const std::string& null_is_3d, const std::string& nest_done) {
+    return joined({beginning(),
+                   null_made(null_is_3d),
+                   kParentsCleared,
+                   copied(),
+                   kCollected,
+                   kToTop,
+                   kParentsReset,
+                   kToIndex,
+                   null_dropped(),
+                   {nest_done},
+                   ending("a'")});
+}
+
 }  // namespace
 
 class WholeCommand : public Command {
@@ -103,34 +118,14 @@ TEST_F(WholeCommand, that_discards_everything_makes_these_calls) {
     answer = kDiscard;
     nest->is_3d = true;  // of interest to the null alone
     EXPECT_EQ(run(), A_Err_NONE);
-    EXPECT_EQ(host.calls, joined({beginning(),
-                                  null_made("true"),
-                                  kParentsCleared,
-                                  copied(),
-                                  kCollected,
-                                  kToTop,
-                                  kParentsReset,
-                                  kToIndex,
-                                  null_dropped(),
-                                  {"Layer4.DeleteLayer(nest)"},
-                                  ending("a'")}));
+    EXPECT_EQ(host.calls, nothing_carried_over("true", "Layer4.DeleteLayer(nest)"));
     EXPECT_THAT(host.open, ElementsAre("memory1", "collection1")) << "the dialog's result and the selection";
 }
 
 TEST_F(WholeCommand, that_keeps_the_precomp_layer_makes_these_calls) {
     answer = "[false,false,true,\"\",false,false]";
     EXPECT_EQ(run(), A_Err_NONE);
-    EXPECT_EQ(host.calls, joined({beginning(),
-                                  null_made("false"),
-                                  kParentsCleared,
-                                  copied(),
-                                  kCollected,
-                                  kToTop,
-                                  kParentsReset,
-                                  kToIndex,
-                                  null_dropped(),
-                                  {"Layer4.SetLayerFlag(nest, 1, false)"},
-                                  ending("a'")}));
+    EXPECT_EQ(host.calls, nothing_carried_over("false", "Layer4.SetLayerFlag(nest, 1, false)"));
 }
 
 TEST_F(WholeCommand, that_carries_everything_over_makes_these_calls) {
