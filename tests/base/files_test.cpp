@@ -19,7 +19,6 @@ namespace {
 using namespace host::base;
 namespace fs = std::filesystem;
 using testing::AllOf;
-using testing::AnyOf;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::StartsWith;

@@ -7,7 +7,6 @@
 using test::exflate;
 using test::Finished;
 using test::Sandbox;
-using testing::HasSubstr;
 
 namespace {
 

@@ -12,7 +12,6 @@ using test::layer_names;
 using test::Sandbox;
 using testing::Contains;
 using testing::ElementsAre;
-using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 

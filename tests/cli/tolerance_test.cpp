@@ -9,7 +9,6 @@ using test::exflate;
 using test::Finished;
 using test::Sandbox;
 using testing::HasSubstr;
-using testing::Not;
 
 namespace {
 

@@ -12,8 +12,6 @@
 namespace dialog_test {
 namespace {
 
-using testing::ElementsAre;
-
 bool is_ticked(QDialog& dialog, const QString& name) {
     return dynamic_cast<QAbstractButton&>(control(dialog, name)).isChecked();
 }

@@ -3,7 +3,6 @@
 
 using namespace end_to_end;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 namespace {
 

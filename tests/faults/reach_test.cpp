@@ -17,7 +17,6 @@ namespace faults {
 namespace {
 
 using testing::ElementsAreArray;
-using testing::IsEmpty;
 
 std::string read(const std::filesystem::path& path) {
     std::ifstream in(path);

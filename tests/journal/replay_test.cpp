@@ -15,7 +15,6 @@ using test::Chosen;
 using test::Recording;
 using test::words;
 using testing::AllOf;
-using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::StartsWith;
 

@@ -7,7 +7,6 @@
 
 namespace {
 
-using lottie::looks::Json;
 using lottie::looks::Property;
 using lottie::looks::Values;
 

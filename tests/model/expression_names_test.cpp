@@ -6,7 +6,6 @@
 namespace host::model {
 namespace {
 
-using testing::error_of;
 using testing::Scene;
 using testing::TestContent;
 

@@ -9,8 +9,6 @@
 namespace script_test {
 namespace {
 
-using testing::HasSubstr;
-
 const std::string kReplacement = "\xEF\xBF\xBD";
 
 TEST(Text, a_byte_order_mark_at_the_start_is_passed_over) {

@@ -10,7 +10,6 @@ namespace {
 using small_worlds::Choices;
 using small_worlds::kNone;
 using small_worlds::Piece;
-using small_worlds::Stack;
 using small_worlds::World;
 
 constexpr int kStackSize = 5;
