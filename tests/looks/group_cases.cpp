@@ -27,6 +27,7 @@ Members masked(const std::string& masks) {
 }
 
 const std::string kQuarter = "[[0,0],[50,0],[50,50],[0,50]]";
+const std::string kCorner = "[[0,0],[20,0],[20,20],[0,20]]";
 const std::string kWhole = "[[0,0],[100,0],[100,100],[0,100]]";
 
 std::string effect(const std::string& type, const std::string& match_name, const std::string& enabled = "1",
@@ -81,6 +82,12 @@ std::vector<Case> mask_cases() {
          nest({{"hasMask", "false"}, {"masksProperties", "[" + mask(kQuarter, "a") + "]"}})},
         {Reason::mask, "switched_on_with_none", Weight::change, Pictures::differ, nest({{"hasMask", "true"}}), "",
          "hasMask"},
+        {Reason::mask, "inside_cuts_out_and_the_nest_moves", Weight::change, Pictures::cannot_tell,
+         inside({red(masked(mask(kCorner, "s"))), blue()}, {{"ks", moving_transform()}}), "red", "masksProperties"},
+        {Reason::mask, "inside_cuts_out_and_the_nest_is_still", std::nullopt, Pictures::cannot_tell,
+         inside({red(masked(mask(kCorner, "s"))), blue()})},
+        {Reason::mask, "inside_adds_before_it_cuts_out", std::nullopt, Pictures::cannot_tell,
+         inside({red(masked(mask(kWhole, "a") + "," + mask(kCorner, "s"))), blue()}, {{"ks", moving_transform()}})},
     };
 }
 

@@ -44,6 +44,35 @@ bool is_any_in_3d(const Stack& stack) {
     return false;
 }
 
+// What subtracts or intersects leaves the rest of the picture, and some players mark that off anew only when the layer
+// itself moves: as soon as what it hangs on does, they cut it where it lay before.
+bool is_cut_where_it_lay(Unnesting& u, const Copy& copy) {
+    const auto& masks = u.copied(copy).masks();
+    const auto first =
+        std::find_if(masks.begin(), masks.end(), [](const MaskContent& mask) { return mask.mode != "n"; });
+    if (first == masks.end() || (first->mode != "s" && first->mode != "i")) return false;
+    const auto parent = u.result().parent(copy.result);
+    return parent && u.result_placement().moves(*parent) && u.stack_placement().moves(u.nest_place());
+}
+
+void find_masks_inside(Unnesting& u) {
+    const SceneLayer* first = nullptr;
+    std::size_t count = 0;
+    for (const Copy& copy : u.copies()) {
+        if (!u.inner(copy).draws() || !is_cut_where_it_lay(u, copy)) continue;
+        if (count++ == 0) first = &u.inner(copy);
+    }
+    if (first == nullptr) return;
+    u.add({Reason::mask,
+           Weight::change,
+           "what the " + in_number(count, "mask", "masks") + " of " + layers_named(first->name, count) +
+               " cut out would not move along in some players",
+           "keep this nest, or give the layer a mask that adds first",
+           first->name,
+           "masksProperties",
+           {}});
+}
+
 }  // namespace
 
 void find_inside_changes(Unnesting& u) {
@@ -75,6 +104,7 @@ void find_inside_changes(Unnesting& u) {
                "ef",
                {}});
     }
+    find_masks_inside(u);
     const auto is_camera = [&](std::size_t i) { return inside.layer(i).type == LayerType::camera; };
     const auto is_spatial = [&](std::size_t i) { return u.inside_survey().is_seen_in_depth(i); };
     const auto [spatial, spatial_count] = find_inside(u, is_spatial);
