@@ -7,6 +7,8 @@ SHARES = [0, 0, 0, 0.1, 0.4]
 
 
 class CalmMaker(Maker):
+    not_drawn = ("2", "5", "6")  # kinds of layers
+
     def __init__(self, random):
         super().__init__(random)
         self.is_old, self.version = False, "5.7.4"
@@ -50,7 +52,7 @@ class CalmMaker(Maker):
         del made["_kept"]
         if made["ty"] == "1":
             made["sh"] = Raw("30")
-        if made["ty"] in ("2", "5", "6"):  # not drawn
+        if made["ty"] in self.not_drawn:
             return self.layer(ind, inds, assets)
         if "bm" in made and not self.has("blend"):
             made["bm"] = Raw("0")
