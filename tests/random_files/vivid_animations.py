@@ -117,6 +117,13 @@ class VividMaker(CalmMaker):
         made.setdefault("st", Raw("0"))  # or they hide it
         return made
 
+    def layers(self, assets, need_nest):
+        made = super().layers(assets, need_nest)
+        asking = [layer for layer in made if "thisComp.layer" in layer.get("ks", {}).get("o", {}).get("x", "")]
+        for layer in asking[1:]:
+            del layer["ks"]["o"]["x"]  # two could ask for each other, without end
+        return made
+
     def document(self):
         made = super().document()
         made["assets"][0]["p"] = "data:image/png;base64," + base64.b64encode(png(30, 30)).decode()
