@@ -14,7 +14,7 @@ namespace cli {
 
 // What a trial costs besides the run, in steps.
 constexpr std::size_t kStepsPerItem = 25;   // of the project
-constexpr std::size_t kStepsPerLayer = 40;  // of the stack, while it fits into the processor's caches
+constexpr std::size_t kStepsPerLayer = 60;  // of the stack, while it fits into the processor's caches
 constexpr std::size_t kStepsPerByte = 2;    // of a rewritten layer
 constexpr std::size_t kLayersInCache = 80'000;
 
@@ -90,7 +90,7 @@ Trial Trials::run(Comp& comp, const std::vector<Layer*>& nests, bool counts_byte
         work.spend(steps_of_stack(looked_at) +
                    kStepsPerItem * static_cast<std::size_t>(document_.project().item_count()));
         trial.written = write_layers(document_, comp);
-        for (const std::string& layer : trial.written.own) work.spend(kStepsPerByte * layer.size());
+        work.spend(kStepsPerByte * trial.written.new_bytes);
     } catch (const lottie::looks::TooMuchWork&) {
         while (journal.step_names().size() > steps_before) journal.undo();
         throw;

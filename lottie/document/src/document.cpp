@@ -8,6 +8,7 @@
 #include "shared/store.h"
 #include "write/comp_writer.h"
 #include "write/document_writer.h"
+#include "write/kept_texts.h"
 #include "write/written_size.h"
 
 namespace lottie::document {
@@ -25,7 +26,8 @@ auto write_guarded(const Store& store, Write write) {
 
 }  // namespace
 
-Document::Document(std::unique_ptr<Store> store) : store_(std::move(store)) {}
+Document::Document(std::unique_ptr<Store> store)
+    : store_(std::move(store)), kept_texts_(std::make_unique<KeptTexts>()) {}
 Document::Document(Document&&) noexcept = default;
 Document& Document::operator=(Document&&) noexcept = default;
 Document::~Document() = default;
@@ -78,9 +80,9 @@ WrittenLayers Document::write_layers(const host::model::Comp& comp) const {
     const NewCompIds new_ids = shows_new_comps ? ids_of_new_comps(*store_) : NewCompIds();
     return write_guarded(*store_, [&] {
         const CompWriter writer(*store_, store_->stored(comp), comp, new_ids);
-        if (written_size_ != nullptr) return written_size_->write_layers(comp, writer);
+        if (written_size_ != nullptr) return written_size_->write_layers(comp, writer, *kept_texts_);
         std::size_t size = 0;
-        return writer.write_layers(size);
+        return writer.write_layers(size, *kept_texts_);
     });
 }
 

@@ -13,6 +13,7 @@
 namespace lottie::looks {
 namespace {
 
+constexpr std::size_t kStepsPerReading = 300;  // of a layer, and more for long ones
 constexpr std::size_t kBytesPerStep = 8;
 constexpr std::size_t kStepsPerLook = 60;  // at a copy at a frame
 
@@ -62,7 +63,7 @@ struct Judge::State {
                 layers.push_back(*from);
                 continue;
             }
-            work.spend(layer.size() / kBytesPerStep);
+            work.spend(kStepsPerReading + layer.size() / kBytesPerStep);
             if (!is_lasting(layer)) layer = arena->texts.emplace_back(layer);
             TextReader reader(layer);
             layers.push_back(std::make_shared<SceneLayer>(reader, from == nullptr ? nullptr : from->get(), arena));

@@ -166,6 +166,8 @@ class Layer {
     const Stream* existing_stream(int number) const;
     // Whether its name, switches, parent and timing may be others than those loaded. For writers.
     bool is_state_touched() const { return touched_in_step_ != 0; }
+    // Grows with every change of what is its own, also with one that is undone. For writers.
+    std::uint64_t change_count() const { return change_count_; }
     // Whether any of those is not as it was loaded. For writers.
     bool has_changed_streams() const;
     const std::vector<std::unique_ptr<Effect>>& loaded_effects() const { return extras().effects; }
@@ -264,6 +266,7 @@ class Layer {
     double stretch_ = 1;
     State state_;
     std::uint64_t touched_in_step_ = 0;
+    std::uint64_t change_count_ = 0;
     std::uint64_t selection_rank_ = 0;  // 0 = not selected
     LayerStack::Node* stack_node_ = nullptr;
     std::uint32_t place_in_children_ = 0;

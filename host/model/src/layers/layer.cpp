@@ -49,6 +49,7 @@ void Layer::require_editable() const {
 // Undo
 
 void Layer::note_change() {
+    ++change_count_;
     project().note_change(*comp_);
 }
 

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <list>
 #include <memory>
 #include <optional>
 #include <string>
@@ -26,7 +25,8 @@ struct LayerFacts {
 // The layers of a composition as they will stand in a file, top to bottom.
 struct WrittenLayers {
     std::vector<std::string_view> layers;  // pieces of the document's text where nothing changed, else of `own`
-    std::list<std::string> own;
+    std::vector<std::shared_ptr<const std::string>> own;
+    std::size_t new_bytes = 0;  // that had to be written, as they did not stand in `own` the last time
 };
 
 // Keeps the text it was read from: what the project did not change is written with the very same bytes.
@@ -62,7 +62,7 @@ class Document {
     std::string write() const;
     // The same, pointing into the document.
     OutputText write_in_pieces() const;
-    // One composition of it.
+    // One composition of it. Of the one that was written last only what changed is written anew.
     WrittenLayers write_layers(const host::model::Comp& comp) const;
     // How large it is in all. What did not change since the last call is not looked at again.
     std::size_t written_size() const;
@@ -79,6 +79,7 @@ class Document {
   private:
     explicit Document(std::unique_ptr<struct Store> store);
     std::unique_ptr<struct Store> store_;
+    std::unique_ptr<class KeptTexts> kept_texts_;
     mutable std::unique_ptr<class WrittenSize> written_size_;  // null until asked for
 };
 

@@ -64,6 +64,7 @@ CompWriter::CompWriter(const Store& store, const StoredComp* stored, const host:
                        const NewCompIds& new_ids)
     : store_(store),
       stored_(stored),
+      comp_(comp),
       stack_(comp.is_alive() ? comp.stack().to_vector() : std::vector<Layer*>()),
       numbers_(stored, stack_),
       context_{store, numbers_, new_ids, writes_end_values(store)},
@@ -124,7 +125,8 @@ void CompWriter::write_gap(OutputText& out, std::size_t place) const {
     }
 }
 
-WrittenLayers CompWriter::write_layers(std::size_t& size_of_array) const {
+WrittenLayers CompWriter::write_layers(std::size_t& size_of_array, KeptTexts& kept) const {
+    kept.set_stack(comp_, stack_);
     WrittenLayers written;
     written.layers.reserve(stack_.size());
     size_of_array = 2;  // the brackets
@@ -133,9 +135,15 @@ WrittenLayers CompWriter::write_layers(std::size_t& size_of_array) const {
         if (document::is_untouched(numbers_, layer, above(i))) {
             written.layers.push_back(own_[i]->text.of(store_.text));
         } else {
-            OutputText one;
-            write_layer(one, context_, layer, above(i));
-            written.layers.push_back(written.own.emplace_back(one.text()));
+            KeptTexts::Text text = kept.find(i, numbers_, above(i));
+            if (text == nullptr) {
+                OutputText one;
+                write_layer(one, context_, layer, above(i));
+                text = std::make_shared<const std::string>(one.text());
+                written.new_bytes += text->size();
+                kept.keep(i, numbers_, above(i), text);
+            }
+            written.layers.push_back(*written.own.emplace_back(std::move(text)));
         }
         size_of_array += gap(i).size() + written.layers.back().size();
     }

@@ -25,9 +25,9 @@ std::size_t WrittenSize::now() {
            size_of_deleted_assets();
 }
 
-WrittenLayers WrittenSize::write_layers(const host::model::Comp& comp, const CompWriter& writer) {
+WrittenLayers WrittenSize::write_layers(const host::model::Comp& comp, const CompWriter& writer, KeptTexts& kept) {
     std::size_t size = 0;
-    WrittenLayers written = writer.write_layers(size);
+    WrittenLayers written = writer.write_layers(size, kept);
     being_written_ = &comp;
     look_at_changes();
     being_written_ = nullptr;
@@ -57,7 +57,8 @@ void WrittenSize::look_at(const host::model::Item& item) {
         if (writer.is_untouched()) {
             size = stored->array.of(store_.text).size();
         } else {
-            writer.write_layers(size);
+            KeptTexts none_kept;
+            writer.write_layers(size, none_kept);
         }
         look_at(*stored, writer, size);
     }

@@ -20,7 +20,7 @@ class WrittenSize {
     // Of what write_document() would write.
     std::size_t now();
     // Writes the layers of a composition, of which the size is known then.
-    WrittenLayers write_layers(const host::model::Comp& comp, const CompWriter& writer);
+    WrittenLayers write_layers(const host::model::Comp& comp, const CompWriter& writer, KeptTexts& kept);
 
   private:
     void look_at_changes();
