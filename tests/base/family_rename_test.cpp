@@ -24,7 +24,7 @@ void say_number(const Parent& parent) {
     parent.say(std::to_string(::getpid()) + '\n');
 }
 
-// Of a child that says it.
+// Of a child that reports it.
 pid_t number_of(ChildProcess& child) {
     while (child.said().find('\n') == std::string::npos) child.hear();
     return std::stoi(child.said());

@@ -167,7 +167,8 @@ TEST_F(Files, old_ones_keep_their_mode_and_are_renamed_over) {
 TEST_F(Files, keep_extended_attributes_and_access_lists) {
     write("old", "before");
     if (::setxattr(path("old").c_str(), "user.note", "kept", 4, 0) != 0) GTEST_SKIP() << "no extended attributes here";
-    // Version 2; the owner may all, user 12345 may read, the group and others nothing, the mask is "read".
+    // Version 2: the owner may do everything, user 12345 may read, the group and others may do nothing; the mask is
+    // "read".
     const unsigned char list[] = {2, 0,  0,   0,   1,   0,   6,  0, 255, 255, 255, 255, 2,   0,  4,
                                   0, 57, 48,  0,   0,   4,   0,  0, 0,   255, 255, 255, 255, 16, 0,
                                   4, 0,  255, 255, 255, 255, 32, 0, 0,   0,   255, 255, 255, 255};

@@ -52,7 +52,7 @@ void PrintTo(const Fault& fault, std::ostream* out) {
 
 constexpr const char* kLog = "calls";
 
-// No run makes as many calls as this.
+// More calls than any run makes.
 constexpr int kEndless = 1000;
 
 Start with_fault(const std::vector<std::string>& arguments, const Fault& fault, int call) {
@@ -77,8 +77,8 @@ int calls_before_reading(const std::vector<std::string>& calls) {
     return static_cast<int>(std::find(calls.begin(), calls.end(), "fstat") - calls.begin());
 }
 
-// How many until the result is in place and its folder is on the disk. What follows is no business of the run, but of
-// tools that watch it, if anything does.
+// How many until the result is in place and its folder is on the disk. What follows, if anything, comes from tools that
+// watch the run.
 int calls_until_done(const std::vector<std::string>& calls) {
     const auto rename = std::find(calls.rbegin(), calls.rend(), "rename");
     return static_cast<int>(calls.rend() - rename) + 3;
@@ -209,7 +209,7 @@ TEST_P(BrokenWrites, leave_the_old_file_or_the_new_one) {
     for (int call = calls_before_reading(calls) + 1; call <= last; ++call) break_call(sandbox, call, before, complete);
 }
 
-// Every fault in place; for the other aims one of the interrupts, which are alike.
+// Every fault for the run in place; for the other aims SIGINT and SIGHUP are left out, as SIGTERM is like them.
 std::vector<std::tuple<Aim, Fault>> all_cases() {
     std::vector<std::tuple<Aim, Fault>> cases;
     for (const Aim& aim : aims()) {

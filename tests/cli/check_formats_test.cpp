@@ -18,7 +18,7 @@ using testing::HasSubstr;
 
 namespace {
 
-// A good file, one whose look changes, one with hostile names, and a broken one.
+// A file that keeps its look, one whose look changes, one with hostile names, and a broken one.
 Finished check_all(const Sandbox& sandbox, const std::string& format, bool prove = false) {
     std::vector<std::string> arguments = {"check",
                                           "--format",

@@ -1,4 +1,4 @@
-// Somebody else's plug-in that crashes, exits or never ends: the command ends with a sentence.
+// Somebody else's plug-in that crashes, exits or never returns: the command still ends, with a sentence.
 #include <gmock/gmock.h>
 
 #include "animations.h"

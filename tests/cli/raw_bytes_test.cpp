@@ -11,7 +11,7 @@ using test::Sandbox;
 
 namespace {
 
-// Clears a screen, names a window, goes back, turns the direction; and bytes that are no text.
+// Clears a screen, names a window, goes back, turns the direction; and bytes that are not text.
 const std::string kHostile =
     "\x1b[2J\x1b]0;x\x07\r\x7f\xc2\x9b"
     "31m\xe2\x80\xae\xe2\x81\xa6\xff\nx";

@@ -15,7 +15,7 @@ using cli::DialogAnswers;
 
 namespace {
 
-// Un-nests, takes everything back, and returns what is then written.
+// Un-nests, undoes everything, and returns what is then written.
 std::string run_and_take_back(const std::string& text, const DialogAnswers& answers, bool recursive) {
     host::runner::use_utf8_locale();
     auto document = lottie::document::Document::read(text);

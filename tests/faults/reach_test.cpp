@@ -166,7 +166,7 @@ TEST(Reach, the_scenarios_reach_every_call_in_the_sources) {
     const std::vector<CallSite> sites = call_sites();
     EXPECT_GT(sites.size(), 150U);
     for (const CallSite& site : sites) {
-        // Compilers differ in which line of a call of many lines they name.
+        // Compilers differ in which line they name for a call that spans several.
         const bool is_reached = std::any_of(noted.begin(), noted.end(), [&](const NotedCall& call) {
             return call.file == site.file && call.text == site.text && call.line >= site.first_line &&
                    call.line <= site.last_line;

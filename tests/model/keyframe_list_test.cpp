@@ -17,7 +17,7 @@ Keyframe plain(std::int64_t ticks) {
     return keyframe;
 }
 
-// Some numbers as a keyframe is born with, some not.
+// Some numbers are those of a new keyframe, some are not.
 Keyframe any_keyframe(std::mt19937& random, std::int64_t ticks) {
     const auto chance = [&random](unsigned of) { return random() % of == 0; };
     const auto number = [&random] { return static_cast<double>(random()) / 1000 - 1e6; };

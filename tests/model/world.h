@@ -1,4 +1,4 @@
-// Where a layer really is, computed from its streams in a way of our own.
+// Where a layer really is, computed from its streams independently of the model.
 #pragma once
 
 #include <array>

@@ -18,8 +18,8 @@ inline std::string with_picture(const std::string& picture, bool is_data, int si
            R"("bm":0}]})";
 }
 
-// While it lives, a red picture lies where the renderer looks for "red.png": beside the process, with a blank before its
-// name.
+// While it lives, a red picture lies where the renderer looks for "red.png": beside the process, with a space before
+// its name.
 class RedPictureBeside {
   public:
     RedPictureBeside() : before_(std::filesystem::current_path()) {

@@ -129,14 +129,14 @@ const TimingCase kTimingCases[] = {
     {"span_of_the_precomp_layer_is_the_compositions", "7 100 9 50 0", "0 120 31 31 0", "0/10; 120/10, 30/10"},
     {"scales_stay_where_they_are_found", "0 0 50 50/30 7", "0 0 90 90 3/25", "10/25; 7/10, 43/30"},
     {"trimmed_head_has_the_layers_scale", "30/77 130 500 500 0", "10 10 40/25 40 0", "0/10; 130/10, 20/25"},
-    // Far earlier, were scales looked at.
+    // Far earlier, if scales were taken into account.
     {"values_are_compared_and_not_scales", "0 10 100 100 0", "0 11/1000 20 20 0", "0/10"},
     // The pre-comp layer's end wraps to a negative number, which everything exceeds.
     {"sums_wrap_each_by_itself_and_are_compared_signed", "0 2147483647 10 10 2147483647", "0 0 0 0 1",
      "-2147483648/10; 2147483647/10, 0/10; 2147483647/10, 10/10"},
     // 0 - (2147483647 - (-1)) wraps once, and the difference from it again.
     {"differences_of_the_head_wrap_too", "2147483647 0 500 500 0", "-1 -1 3 3 0", "0/10; 0/10, -2147483645/10"},
-    // It wraps to a negative number, which lies before every end.
+    // It wraps to a negative number, which is before every end.
     {"end_of_the_layer_wraps_too", "0 0 5 5 0", "0 10 2147483647 2147483647 0", "0/10"},
     // Shifted, the layer starts at -2: the gap to the pre-comp layer's start wraps to 2147483647.
     {"gap_between_the_starts_wraps_too", "0 2147483647 5 5 2147483647", "0 2147483647 0 0 0",

@@ -105,7 +105,7 @@ TEST(Json, a_list_of_names_chooses_the_members_and_their_order) {
     EXPECT_EQ(world.run("JSON.stringify({a: 1}, [])"), "{}");
 }
 
-// Newer ones take a number in the list for a name and a name given twice once, and stop at ten blanks.
+// Newer ones take a number in the list for a name and a name given twice once, and stop at ten spaces.
 TEST(Json, is_of_the_old_form_where_newer_ones_went_on) {
     JsonWorld world;
     EXPECT_EQ(world.run("JSON.stringify({1: 1, a: 2}, [1, 'a', 'a'])"), R"({"a":2,"a":2})");

@@ -51,7 +51,7 @@ INSTANTIATE_TEST_SUITE_P(
         "app.project.item(2).layer(9).name = \"y\"; made = 3;", "app.nothing.more = 3;", "app.nothing(3);",
         "nowhere(1);", "made = nowhere;", "app.project.item(2).layer(1).index = 3;", "list.push(1);",
         "n.x = 1; var n = 2;",
-        // No rows, whatever they look like.
+        // Not rows, whatever they look like.
         "app.project.item(2).layer(01).name = \"y\";", "app.project.item(2).layer(1).name = \"a\\x62\";",
         "app.project.item(2).layer(1).name = \"a\nb\";",
         "app.project.item(2).layer(1).name = \"a\xE2\x80\xA8"

@@ -48,7 +48,7 @@ struct World {
     std::string run(std::string_view text);
     // Runs the text, expects failure, returns the error.
     std::string error(std::string_view text);
-    // The names of a composition's layers from the top, with a blank after each.
+    // The names of a composition's layers from the top, with a space after each.
     static std::string stack(const host::model::Comp& comp);
 };
 

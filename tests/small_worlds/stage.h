@@ -14,7 +14,7 @@
 
 namespace small_worlds {
 
-// Gives the dialog exactly the chosen values, those that a hand could not combine among them.
+// Gives the dialog exactly the chosen values, even combinations that a person could not choose.
 class Answerer : public host::scriptui::DialogDriver {
   public:
     void set_choices(Choices choices) { choices_ = std::move(choices); }

@@ -46,7 +46,7 @@ std::vector<std::vector<int>> all_parent_lists(int count);
 void set_parents(Stack& stack, const std::vector<int>& parents);
 std::string shown(const std::vector<int>& numbers);
 
-// Whether the run shall be the long one that leaves nothing out.
+// Whether to do the long run, which leaves nothing out.
 bool is_full_run();
 
 }  // namespace small_worlds

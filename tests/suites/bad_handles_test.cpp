@@ -162,7 +162,7 @@ TEST_F(BadHandles, name_the_calls_that_made_and_disposed_of_them) {
 }
 
 TEST_F(BadHandles, never_can_be_followed_as_pointers) {
-    // The upper 16 bits are no sign extension: no address of a 64-bit program looks like that.
+    // The upper 16 bits are not a sign extension: no address of a 64-bit program looks like that.
     for (void* handle : pool.all()) {
         const auto bits = reinterpret_cast<std::uintptr_t>(handle);
         EXPECT_NE(bits >> 47, 0U);

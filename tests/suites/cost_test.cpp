@@ -1,5 +1,5 @@
-// What calls cost when nobody watches: questions allocate nothing, what is handed out and given back costs nothing
-// lasting.
+// What calls cost when nobody watches: queries allocate nothing, and what is handed out and given back leaves no cost
+// behind.
 #include <array>
 
 #include "counted_allocations.h"

@@ -1,4 +1,4 @@
-// The way of a call: which host it reaches, who watches it, what becomes of exceptions.
+// The path of a call: which host it reaches, who watches it, what becomes of exceptions.
 #include <memory>
 #include <new>
 #include <stdexcept>

@@ -30,7 +30,7 @@ class World : public testing::Test {
   public:
     World();
 
-    // Held to the end of the world.
+    // Held for as long as the world exists.
     template <class Suite>
     const Suite* suite() {
         const void* table = nullptr;

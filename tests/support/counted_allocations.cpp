@@ -1,4 +1,4 @@
-// The program's own operator new and delete; apart from the tests, for GCC takes inlined ones for a mismatched pair.
+// The program's own operator new and delete, in a file of their own: inlined, GCC takes them for a mismatched pair.
 #include "counted_allocations.h"
 
 #include <atomic>

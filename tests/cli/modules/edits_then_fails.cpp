@@ -1,4 +1,4 @@
-// A plug-in whose command hides the first layer, says so in a box, and then fails.
+// A plug-in whose command hides the first layer, says so in a message box, and then fails.
 #include "one_command_plugin.h"
 
 namespace {

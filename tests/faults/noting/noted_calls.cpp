@@ -1,4 +1,5 @@
-// Which calls of the error chain were reached: a line for each in the file that the environment's NOTED_CALLS names.
+// Which calls of the error chain were reached: a line for each in the file that the environment variable NOTED_CALLS
+// names.
 #include <cstdio>
 #include <cstdlib>
 #include <set>

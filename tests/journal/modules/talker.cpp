@@ -1,6 +1,6 @@
-// A plug-in whose command has one conversation with the host in which every kind of value occurs. The environment's
-// TALKER names something that it does differently, TALKER_ENDS "N SIGNAL" a signal that it ends with instead of its
-// N-th step.
+// A plug-in whose command has one conversation with the host in which every kind of value occurs. The environment
+// variable TALKER names something that it does differently; TALKER_ENDS="N SIGNAL" makes it end with that signal
+// instead of its N-th step.
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -28,7 +28,7 @@ void step(int number) {
     if (chosen != nullptr && std::atoi(chosen) == number) std::raise(std::atoi(std::strchr(chosen, ' ')));
 }
 
-// Newlines, quotes, a backslash, a terminal's escape, bytes that are no UTF-8.
+// Newlines, quotes, a backslash, a terminal's escape, bytes that are not UTF-8.
 constexpr const char* kHostile = "a\nb\r\"c\"\\ \x1B[31m \xFF\xC3 \xE2\x80\xA8 end # (,) done 1 = 0 ()";
 // A lone surrogate, a pair, a newline.
 constexpr A_UTF16Char kWideHostile[] = {'N', 0xD800, 'x', 0xD83E, 0xDD81, '\n', '"', 0};

@@ -212,7 +212,7 @@ class Host {
 // The one that exists. Suite functions carry no context, so there can be only one at a time.
 Host& host();
 
-// Tables by "AEGP Layer Suite 11"; slots that no test needs are null.
+// Tables by names such as "AEGP Layer Suite 11"; slots that no test needs are null.
 class SuiteTables {
   public:
     template <class Suite>

@@ -1,4 +1,4 @@
-// A plug-in whose entry point registers everything, says so in a box, and then fails.
+// A plug-in whose entry point registers everything, says so in a message box, and then fails.
 #include "AEGP_SuiteHandler.h"
 #include "AE_Macros.h"
 #include "entry.h"

@@ -1,4 +1,4 @@
-// A module that needs a function which nobody has, so that it cannot be loaded.
+// A module that needs a function that nothing provides, so that it cannot be loaded.
 #include "AE_GeneralPlug.h"
 #include "entry.h"
 
