@@ -191,9 +191,9 @@ std::vector<Case> effect_cases() {
                opacity +
                R"(}},{"ty":"tr","p":{"k":[0,0]},"a":{"k":[0,0]},"s":{"k":[100,100]},"r":{"k":0},"o":{"k":100}}]})";
     };
+    const Members blurred = {{"ef", effect("29", "ADBE Gaussian Blur 2")}};
     return {
-        {Reason::effects, "blur", Weight::change, Pictures::cannot_tell,
-         nest({{"ef", effect("29", "ADBE Gaussian Blur 2")}}), "", "ef"},
+        {Reason::effects, "blur", Weight::change, Pictures::cannot_tell, nest(blurred), "", "ef"},
         {Reason::effects, "fill", Weight::slight, Pictures::equal, nest({{"ef", effect("21", "ADBE Fill")}})},
         {Reason::effects, "full_fill", Weight::slight, Pictures::equal,
          nest({{"ef", effect("21", "ADBE Fill", "1", amount(6, R"({"a":0,"k":1})"))}})},
@@ -207,11 +207,21 @@ std::vector<Case> effect_cases() {
         {Reason::effects, "tint_of_faded_layers", Weight::change, Pictures::cannot_tell,
          inside({red({{"ks", transform({{"o", still("50")}})}}), blue()}, tinted), "", "ef"},
         {Reason::effects, "tint_of_opaque_shapes", Weight::slight, Pictures::equal,
-         inside({shape_layer(1, "dot", painted("100"))}, tinted)},
+         inside({shape_layer(1, "dot", painted("100")), blue()}, tinted)},
         {Reason::effects, "tint_of_shapes_that_show_what_is_below", Weight::change, Pictures::cannot_tell,
-         inside({shape_layer(1, "dot", painted("50"))}, tinted), "", "ef"},
+         inside({shape_layer(1, "dot", painted("50")), blue()}, tinted), "", "ef"},
         {Reason::effects, "faded_tint", Weight::slight, Pictures::equal,
          nest({{"ef", effect("20", "ADBE Tint", "1", amount(2, R"({"a":0,"k":60})"))}})},
+        {Reason::effects, "blur_of_one_layer", Weight::slight, Pictures::equal, inside({red()}, blurred)},
+        {Reason::effects, "blur_of_one_layer_at_a_time", Weight::slight, Pictures::equal,
+         inside({red({{"op", "10"}, {"ks", at(20, 20)}}), blue({{"ip", "10"}, {"ks", at(40, 40)}})}, blurred)},
+        {Reason::effects, "blur_of_one_layer_that_is_turned", Weight::change, Pictures::cannot_tell,
+         inside({red({{"ks", transform({{"p", still("[20,20,0]")}, {"r", still("20")}})}})}, blurred), "", "ef"},
+        {Reason::effects, "blur_of_one_faded_layer", Weight::change, Pictures::cannot_tell,
+         inside({red({{"ks", transform({{"o", still("50")}})}})}, blurred), "", "ef"},
+        {Reason::effects, "blur_of_one_layer_that_the_frame_cuts_off", Weight::change, Pictures::cannot_tell,
+         inside({red({{"ks", at(0, 0)}})}, {{"w", "60"}, {"h", "60"}, {"ef", effect("29", "ADBE Gaussian Blur 2")}}),
+         "", "ef"},
         {Reason::effects, "switched_off", Weight::harmless, Pictures::equal,
          nest({{"ef", effect("29", "ADBE Gaussian Blur 2", "0")}})},
         {Reason::effects, "controls", Weight::harmless, Pictures::equal,

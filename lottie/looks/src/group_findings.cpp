@@ -311,6 +311,7 @@ void find_effects(Unnesting& u) {
         std::all_of(u.copies().begin(), u.copies().end(), shows_nothing_through)) {
         furthest = EffectReach::each_pixel;
     }
+    const bool is_held = are_copied && furthest == EffectReach::elsewhere && holds_effects(u);
     const std::string property = "ef";
     if (furthest == EffectReach::nothing) {
         u.add({Reason::effects, Weight::harmless, "its effects draw nothing by themselves", "", "", property, {}});
@@ -322,10 +323,11 @@ void find_effects(Unnesting& u) {
                "",
                property,
                {}});
-    } else if (furthest == EffectReach::each_pixel) {
+    } else if (furthest == EffectReach::each_pixel || is_held) {
         u.add({Reason::effects,
                weight_if_seen(u, Weight::slight),
-               "its effect " + quoted(name) + " now acts on each layer by itself, which comes to the same",
+               "its effect " + quoted(name) + " now acts on each layer by itself, which comes to the same" +
+                   (is_held ? " as one is drawn at a time" : ""),
                "",
                "",
                property,

@@ -20,4 +20,8 @@ FadeLoss fade_loss(Unnesting& unnesting);
 // what the group gave with what is below is what its only layer gives.
 bool holds_blend_mode(Unnesting& unnesting);
 
+// Whether what the nest's effects did to the group they do to its layers: one is drawn at a time, whole and as large as
+// it is, in a nest that the picture does not reach beyond.
+bool holds_effects(Unnesting& unnesting);
+
 }  // namespace lottie::looks
