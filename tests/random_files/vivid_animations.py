@@ -112,9 +112,12 @@ class VividMaker(CalmMaker):
 
     def layer(self, ind, inds, assets):
         made = super().layer(ind, inds, assets)
+        # Browsers cannot load files without these.
         if "masksProperties" not in made:
-            made.pop("hasMask", None)  # browsers cannot load such a file
-        made.setdefault("st", Raw("0"))  # or they hide it
+            made.pop("hasMask", None)
+        made.setdefault("st", Raw("0"))
+        if "ks" not in made:
+            made["ks"] = self.transform(False)
         return made
 
     def layers(self, assets, need_nest):
@@ -122,10 +125,14 @@ class VividMaker(CalmMaker):
         asking = [layer for layer in made if "thisComp.layer" in layer.get("ks", {}).get("o", {}).get("x", "")]
         for layer in asking[1:]:
             del layer["ks"]["o"]["x"]  # two could ask for each other, without end
+        for layer in made:
+            if layer["ty"] == "3":
+                layer.pop("tt", None)  # browsers draw nothing of such a file
         return made
 
     def document(self):
         made = super().document()
+        made["ip"] = Raw("0")  # browsers round it
         made["assets"][0]["p"] = "data:image/png;base64," + base64.b64encode(png(30, 30)).decode()
         made["fonts"] = {"list": [{"fName": "Sans", "fFamily": "sans-serif", "fStyle": "Regular", "ascent": Raw("75")}]}
         return made
