@@ -48,6 +48,15 @@ TEST(ExpressionText, comments_and_strings_hold_no_references) {
 TEST(ExpressionText, a_slash_after_an_operand_divides) {
     EXPECT_EQ(found("2 / thisComp.layer('A').width / 2"), List{"A"});
     EXPECT_EQ(found("(1) / thisComp.layer('A').width /2"), List{"A"});
+    EXPECT_EQ(found("1.5 / thisComp.layer('A').width / 2"), List{"A"});
+    EXPECT_EQ(found("'10' / thisComp.layer('A').width / 2"), List{"A"});
+}
+
+TEST(ExpressionText, quotes_in_regular_expressions_open_no_string) {
+    EXPECT_EQ(found("/'/.test(n) + thisComp.layer('A')"), List{"A"});
+    EXPECT_EQ(found("return /[/']/.test(n) + thisComp.layer('A')"), List{"A"});
+    EXPECT_EQ(found("n.match(/\\/'/g) + thisComp.layer('A')"), List{"A"});
+    EXPECT_EQ(found("`${/'/.test(n)}` + thisComp.layer('A')"), List{"A"});
 }
 
 TEST(ExpressionText, substitutions_in_templates_are_code) {
@@ -74,6 +83,10 @@ TEST(ExpressionText, escapes_in_names_are_decoded) {
     EXPECT_EQ(found(R"(thisComp.layer('\x41\u00e9\u{1F600}'))"), List{"A\xc3\xa9\xf0\x9f\x98\x80"});
     EXPECT_EQ(found(R"(thisComp.layer('\ud83d\ude00'))"), List{"\xf0\x9f\x98\x80"});
     EXPECT_EQ(found(R"(thisComp.layer('a\tb\\'))"), List{"a\tb\\"});
+    EXPECT_EQ(found(R"(thisComp.layer('\b\f\n\r\v\q'))"), List{"\b\f\n\r\vq"});
+    EXPECT_EQ(found(R"(thisComp.layer('\101\78\400'))"), List{"A\a8 0"}) << "octal";
+    EXPECT_EQ(found("thisComp.layer('A\\\nB\\\r\nC\\\rD')"), List{"ABCD"}) << "lines go on";
+    EXPECT_EQ(found(R"(thisComp.layer('\x4g\u00g0\u{}\u{110000}'))"), List{"x4gu00g0u{}u{110000}"}) << "not escapes";
 }
 
 TEST(ExpressionText, unfinished_and_senseless_text_is_survived) {
