@@ -108,6 +108,42 @@ TEST_F(Traces, show_records_of_every_kind) {
     EXPECT_THAT(line(), testing::HasSubstr("(\"S\", 4, 2, rgba(0.5, 0, 0.25, 1)) = 0 -> footage "));
 }
 
+TEST_F(Traces, show_values_by_the_type_of_their_stream) {
+    install_test_effect(project);
+    layer.apply_effect(1);
+    for (const auto& [number, shown] : std::vector<std::pair<int, std::string>>{
+             {1, "7"}, {2, "(10, 20)"}, {3, "no data"}, {4, "rgba(0.25, 0.5, 0.75, 1)"}, {5, "layer id 0"}}) {
+        SCOPED_TRACE(number);
+        AEGP_StreamValue2 value{};
+        const AEGP_StreamRefH of = parameter(layer, 0, number);
+        EXPECT_EQ(streams()->AEGP_GetNewStreamValue(plugin, of, AEGP_LTimeMode_CompTime, &kZero, true, &value), 0);
+        EXPECT_THAT(line(), testing::EndsWith(" = 0 -> " + shown));
+    }
+    AEGP_StreamValue2 unknown{};
+    EXPECT_EQ(streams()->AEGP_DisposeStreamValue(&unknown), 0);
+    EXPECT_THAT(line(), testing::HasSubstr("(value of no stream) = 0"));
+}
+
+TEST_F(Traces, show_members_that_are_not_layers) {
+    AEGP_Collection2H collection = nullptr;
+    EXPECT_EQ(collections()->AEGP_NewCollection(plugin, &collection), 0);
+    AEGP_CollectionItemV2 item{};
+    item.type = AEGP_CollectionItemType_STREAMREF;
+    item.stream_refH = stream(layer, AEGP_LayerStream_POSITION);
+    collections()->AEGP_CollectionPushBack(collection, &item);
+    EXPECT_THAT(line(), testing::ContainsRegex("\\(0 items\\), stream [0-9]+ \\(\"Position\" of layer [0-9]+\\)\\)"));
+    item.type = AEGP_CollectionItemType_MASK;
+    collections()->AEGP_CollectionPushBack(collection, &item);
+    EXPECT_THAT(line(),
+                testing::HasSubstr("(1 items), member of type " + std::to_string(AEGP_CollectionItemType_MASK)));
+}
+
+TEST_F(Traces, show_texts_in_memory) {
+    AEGP_MemHandle name = nullptr;
+    EXPECT_EQ(suite<AEGP_ItemSuite8>()->AEGP_GetItemName(plugin, host.handle(footage), &name), 0);
+    EXPECT_THAT(line(), testing::ContainsRegex(" = 0 -> memory [0-9]+ .*\"Red\""));
+}
+
 TEST_F(Traces, show_slots_that_are_not_implemented) {
     AEGP_LayerQuality quality = 0;
     EXPECT_EQ(layers()->AEGP_GetLayerQuality(host.handle(layer), &quality), kNotImplemented);
