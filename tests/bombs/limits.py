@@ -204,11 +204,11 @@ WORK = """
 ## Work and pictures
 
 Some files are small and ask for a great deal of work. What a command does with one file is counted in steps: what a run makes
-the plug-in walk past and copy, what is written anew, what the judge looks at; what `flatten` does to mend a look is not counted by
-itself. Beyond 800 million of them, which take some ten seconds (up to twice that on the busy machine of these figures), `run`,
-`check` and `report` end with exit code 3 and one sentence, and `flatten` leaves the rest as it is. The count is the same on every
-machine. Real files take a hundredth of it. Pictures are drawn in a child process with a limit of memory, and
-all of a file have one budget of time, `--picture-time`; a nest without pictures says why.
+the plug-in walk past and copy, what is written anew, what the judge looks at, what is done to mend a look. Beyond 800 million
+of them, which take some ten seconds (up to twice that on the busy machine of these figures), `run`, `check` and `report` end
+with exit code 3 and one sentence, and `flatten` leaves the rest as it is. The count is the same on every machine. Real files
+take a hundredth of it. Pictures are drawn in a child process with a limit of memory, and all of a file have one budget of time,
+`--picture-time`; a nest without pictures says why.
 
 `tests/bombs/bombs.py` makes the animations; a case is their kind and size. "Before" there was no `--picture-time`.
 

@@ -374,8 +374,8 @@ void CompositionWork::mend(Attempt& tried) {
         const std::size_t layers = tried.trial.written.layers.size();
         state_.limits.work->spend(layers * layers / kPairsPerStep);
         if (!tried.mending)
-            tried.mending =
-                std::make_unique<Mending>(stage_->unmended(), tried.trial.written.layers, tried.trial.change);
+            tried.mending = std::make_unique<Mending>(stage_->unmended(), tried.trial.written.layers,
+                                                      tried.trial.change, *state_.limits.work);
         const bool is_mended = tried.mending->answer(seen, answered);
         tried.mended_layers = tried.mending->layers();
         if (!is_mended) return;

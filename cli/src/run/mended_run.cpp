@@ -43,12 +43,13 @@ std::string summary_of(const std::set<std::string>& mended, const std::vector<Ne
 
 }  // namespace
 
-MendedRun mend_run(const std::string& before, const std::string& after, const lottie::looks::StackChange& change) {
-    lottie::looks::Judge judge(before);
+MendedRun mend_run(const std::string& before, const std::string& after, const lottie::looks::StackChange& change,
+                   const std::shared_ptr<lottie::looks::Work>& work) {
+    lottie::looks::Judge judge(before, work);
     std::vector<NestReport> reports = judge.compare(change, after);
     const lottie::mend::Workbench bench(after);
     const lottie::mend::BeforeRuns unmended(before);
-    lottie::mend::Mending mending(unmended, bench.file_layers(*bench.find(change.composition)), change);
+    lottie::mend::Mending mending(unmended, bench.file_layers(*bench.find(change.composition)), change, *work);
     std::string text = after;
     while (count_changing(reports) > 0 && mending.answer(reports)) {
         text = with_layers(after, change.composition, mending.layers());

@@ -1,6 +1,7 @@
 // Mends what un-nesting lost, where a flat file can hold it.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@ struct MendedRun {
 
 // The animation before and after one run, and what the run did. Throws std::runtime_error for texts that cannot be
 // read, TooMuchWork.
-MendedRun mend_run(const std::string& before, const std::string& after, const lottie::looks::StackChange& change);
+MendedRun mend_run(const std::string& before, const std::string& after, const lottie::looks::StackChange& change,
+                   const std::shared_ptr<lottie::looks::Work>& work);
 
 }  // namespace cli

@@ -249,7 +249,7 @@ class Run {
                 result.interactions = referenced.outcome();
                 if (options_.mend) {
                     const auto change = origins.change_to(comp, document.comp_id(comp));
-                    MendedRun mended = mend_run(document.text(), write_animation(document).text(), change);
+                    MendedRun mended = mend_run(document.text(), write_animation(document).text(), change, limits.work);
                     result.mended = std::move(mended.text);
                     result.look_hint = std::move(mended.summary);
                     const lottie::document::WrittenLayers layers = write_layers(document, comp);

@@ -17,6 +17,10 @@ using document::JsonTree;
 constexpr int kAlpha = 1;
 constexpr std::size_t kMostFrames = 10'000;  // at which a path is worked out
 
+// What the work costs, in steps: to evaluate a layer at a frame, and for each vertex of a path there.
+constexpr std::size_t kStepsPerLook = 100;
+constexpr std::size_t kStepsPerVertex = 20;
+
 // One of the nest's masks, its matte or its frame, and in which mode.
 struct Cutter {
     const JsonNode* mask;  // null for the others
@@ -94,7 +98,11 @@ std::vector<Cutter> cutters_for(const Nest& nest, bool has_own, bool with_frame)
 class Cutting {
   public:
     Cutting(Unnested& unnested, Nest& nest)
-        : evaluation_(unnested.evaluation()), nest_(nest), around_(unnested.composition()), inside_(nest.source) {}
+        : unnested_(unnested),
+          evaluation_(unnested.evaluation()),
+          nest_(nest),
+          around_(unnested.composition()),
+          inside_(nest.source) {}
 
     void cut(CopiedLayer& drawn, FrameCut frame) {
         if (!is_drawn(drawn)) return;
@@ -133,6 +141,7 @@ class Cutting {
 
     bool reaches_beyond(const CopiedLayer& copy, const std::vector<double>& frames) {
         return std::any_of(frames.begin(), frames.end(), [&](double frame) {
+            unnested_.spend(kStepsPerLook);
             const auto corners = evaluation_.reach(inside_, copy.inner, inner_frame(frame));
             return std::any_of(corners.begin(), corners.end(), [&](const looks::PlanePoint& corner) {
                 return corner.x < 0 || corner.y < 0 || corner.x > nest_.facts().width ||
@@ -165,8 +174,11 @@ class Cutting {
             const JsonNode* path = tree.member(mask, "pt");
             if (path == nullptr) return false;
             const looks::MovingPath moving(tree.text(*path));
-            return std::all_of(frames.begin(), frames.end(),
-                               [&](double frame) { return is_within_frame(moving.at(frame)); });
+            return std::all_of(frames.begin(), frames.end(), [&](double frame) {
+                const auto vertices = moving.at(frame);
+                unnested_.spend(kStepsPerVertex * vertices.at.size());
+                return is_within_frame(vertices);
+            });
         });
         return answer;
     }
@@ -233,6 +245,7 @@ class Cutting {
             const auto map = map_to(copy, is_matte, frame);
             if (!map) continue;
             PathAt& at = paths.emplace_back(PathAt{frame, moving.at(frame)});
+            unnested_.spend(kStepsPerLook + kStepsPerVertex * at.vertices.at.size());
             for (auto& point : at.vertices.at) point = map->map(point);
             for (auto& point : at.vertices.in) point = map->turn(point);
             for (auto& point : at.vertices.out) point = map->turn(point);
@@ -240,6 +253,7 @@ class Cutting {
         return paths.empty() ? std::nullopt : std::optional(path_through(paths));
     }
 
+    Unnested& unnested_;
     looks::Evaluation& evaluation_;
     Nest& nest_;
     const std::string around_;

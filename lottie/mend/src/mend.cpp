@@ -12,6 +12,10 @@ namespace {
 
 using looks::Reason;
 
+// What a remedy costs that walks past all layers out of its nest, and all beside it.
+constexpr std::size_t kStepsPerCopy = 100;
+constexpr std::size_t kStepsPerLayer = 4;
+
 struct Remedy {
     Reason reason;
     void (*apply)(Unnested&, Nest&);
@@ -44,8 +48,8 @@ constexpr Remedy kRemedies[] = {
 }  // namespace
 
 struct Progress {
-    Progress(Before& before, const std::vector<std::string_view>& after, looks::StackChange change)
-        : unnested(before, after, std::move(change)) {}
+    Progress(Before& before, const std::vector<std::string_view>& after, looks::StackChange change, looks::Work& work)
+        : unnested(before, after, std::move(change), work) {}
 
     Unnested unnested;
     std::map<std::size_t, std::set<const Remedy*>> applied;  // by nest
@@ -56,8 +60,9 @@ BeforeRuns::BeforeRuns(std::string text, document::DocumentOutline outline)
     : before_(std::make_unique<Before>(std::move(text), std::move(outline))) {}
 BeforeRuns::~BeforeRuns() = default;
 
-Mending::Mending(const BeforeRuns& before, const std::vector<std::string_view>& after, looks::StackChange change)
-    : progress_(std::make_unique<Progress>(*before.before_, after, std::move(change))) {}
+Mending::Mending(const BeforeRuns& before, const std::vector<std::string_view>& after, looks::StackChange change,
+                 looks::Work& work)
+    : progress_(std::make_unique<Progress>(*before.before_, after, std::move(change), work)) {}
 Mending::~Mending() = default;
 
 bool Mending::answer(const std::vector<looks::NestReport>& reports, Answered what) {
@@ -71,7 +76,10 @@ bool Mending::answer(const std::vector<looks::NestReport>& reports, Answered wha
         }
         for (const Remedy& remedy : kRemedies) {
             if (!open.contains(remedy.reason) || !progress_->applied[report.nest].insert(&remedy).second) continue;
-            remedy.apply(progress_->unnested, progress_->unnested.nest_at(report.nest));
+            Unnested& unnested = progress_->unnested;
+            Nest& nest = unnested.nest_at(report.nest);
+            unnested.spend(kStepsPerCopy * nest.copies.size() + kStepsPerLayer * unnested.stack().size());
+            remedy.apply(unnested, nest);
             open.erase(remedy.reason);
             is_any = true;
         }

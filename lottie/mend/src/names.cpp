@@ -8,6 +8,9 @@
 namespace lottie::mend {
 namespace {
 
+constexpr std::size_t kStepsPerLayer = 100;  // to look into its expressions
+constexpr std::size_t kStepsPerName = 10;
+
 // The names of layers of their own composition that the layer's expressions ask for.
 std::set<std::string> names_in(LayerText& layer) {
     std::set<std::string> names;
@@ -42,6 +45,7 @@ CopiedLayer* meant_inside(Nest& nest, const std::string& name) {
 }
 
 void rename_copy(Unnested& unnested, Nest& nest, CopiedLayer& wanted, const std::string& name_inside) {
+    unnested.spend(kStepsPerLayer * nest.copies.size());
     const std::string name = Unnested::name_of(*wanted.now);
     if (unnested.find(name) != wanted.now) unnested.rename(*wanted.now);
     for (CopiedLayer& copy : nest.copies) {
@@ -52,9 +56,11 @@ void rename_copy(Unnested& unnested, Nest& nest, CopiedLayer& wanted, const std:
 }  // namespace
 
 void mend_names(Unnested& unnested, Nest& nest) {
+    unnested.spend(kStepsPerLayer * unnested.stack().size());
     std::set<std::string> names;
     for (CopiedLayer& copy : nest.copies) names.merge(names_in(copy.before));
     for (const std::string& name : names) {
+        unnested.spend(kStepsPerName * nest.copies.size());
         CopiedLayer* wanted = meant_inside(nest, name);
         if (wanted == nullptr || wanted->now == nullptr) continue;
         if (Unnested::name_of(*wanted->now) == name && unnested.find(name) == wanted->now) continue;

@@ -1,6 +1,7 @@
 // Applies to nests that were faded: a layer's own opacity times the nest's is what both came to, as long as no two
 // layers lie over one another while the nest is between seen and unseen; the audit looks after that. Where both are
 // keyframed the product is worked out for every frame, and keyframes stand where it turns a corner.
+#include <algorithm>
 #include <cmath>
 
 #include "document/json_text.h"
@@ -66,12 +67,14 @@ KeyValue percent(double value) {
 }
 
 // The values, one for each frame, as few straight lines.
-std::string drawn(const std::vector<double>& values, double first_frame) {
+std::string drawn(const std::vector<double>& values, double first_frame, looks::Work& work) {
     constexpr double kSame = 0.02;  // percent
+    constexpr std::size_t kFramesPerStep = 2;
     std::vector<KeySpan> spans;
     for (std::size_t from = 0; from + 1 < values.size();) {
         std::size_t to = from + 1;
         const auto is_straight = [&](std::size_t end) {
+            work.spend((end - from) / kFramesPerStep);
             for (std::size_t i = from + 1; i < end; ++i) {
                 const double share = static_cast<double>(i - from) / static_cast<double>(end - from);
                 if (std::abs(values[from] + (values[end] - values[from]) * share - values[i]) > kSame) return false;
@@ -93,19 +96,21 @@ std::string drawn(const std::vector<double>& values, double first_frame) {
 // Nothing if one of them cannot be told, or if there are too many frames.
 std::optional<std::string> product(const Nest& nest, const Opacity& group, const Opacity& own) {
     constexpr double kMostFrames = 3000;
+    constexpr std::size_t kStepsPerFrame = 40;
     const auto group_keys = Keyframes::of(group.tree, *group.property);
     const auto own_keys = Keyframes::of(own.tree, *own.property);
     const double first = std::floor(nest.facts().in.value_or(0));
     const double last = std::ceil(nest.facts().out.value_or(0));
     if (!group_keys || !own_keys || !nest.clock || last - first > kMostFrames) return std::nullopt;
     std::vector<double> values;
+    nest.work.spend(kStepsPerFrame * static_cast<std::size_t>(std::max(last - first, 0.0)));
     for (double frame = first; frame <= last; ++frame) {
         const KeyValue outer = group_keys->at(frame);
         const KeyValue inner = own_keys->at(nest.clock->inner(frame));
         if (outer.numbers.empty() || inner.numbers.empty()) return std::nullopt;
         values.push_back(outer.numbers[0] * inner.numbers[0] / 100);
     }
-    return drawn(values, first);
+    return drawn(values, first, nest.work);
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ using document::JsonNode;
 using document::JsonTree;
 
 constexpr std::size_t kMostFrames = 10'000;  // at which it is looked for
+constexpr std::size_t kStepsPerFrame = 100;
 
 bool is_placed_by_expression(Unnested& unnested, const Nest& nest, const CopiedLayer& copy) {
     return copy.now != nullptr && !copy.now->number("parent") && !copy.now->is_set("ddd") &&
@@ -27,6 +28,7 @@ std::optional<double> right_edge(Unnested& unnested, const Nest& nest, const Cop
     const std::string& around = unnested.composition();
     const auto frames = evaluation.frames(around, copy.now->number("ip", 0), copy.now->number("op", 0));
     if (frames.size() > kMostFrames) return std::nullopt;
+    unnested.spend(kStepsPerFrame * frames.size());
     std::optional<double> right;
     for (const double frame : frames) {
         const auto corners =

@@ -34,14 +34,15 @@ std::string remap_of(const CopiedLayer& copy, const NestClock& clock, double fra
 }
 
 // The run moved the layer's keyframes by its shift.
-void mend_copy(CopiedLayer& copy, const NestClock& clock) {
+void mend_copy(const Nest& nest, CopiedLayer& copy) {
     const JsonTree& tree = copy.now->members();
     for (const JsonNode* member : tree.children(tree.root())) {
         const std::string key = document::decode_string(member->key.of(tree.whole_text()));
         const std::string value(copy.now->member(key));
         if (!value.starts_with('{') && !value.starts_with('[')) continue;
         const JsonTree inside(value, {0, static_cast<std::uint32_t>(value.size())});
-        copy.now->set(key, retimed(inside, inside.root(), clock.counted_from(copy.shift())));
+        nest.spend_for_retiming(value.size());
+        copy.now->set(key, retimed(inside, inside.root(), nest.clock->counted_from(copy.shift())));
     }
 }
 
@@ -51,7 +52,7 @@ void mend_time_remap(Unnested& unnested, Nest& nest) {
     if (!nest.clock) return;
     for (CopiedLayer& copy : nest.copies) {
         if (copy.now == nullptr) continue;
-        mend_copy(copy, *nest.clock);
+        mend_copy(nest, copy);
         const bool is_nest = copy.facts.type == 0;
         if (is_nest && !copy.facts.remaps_time) copy.now->set("tm", remap_of(copy, *nest.clock, unnested.frame_rate()));
     }

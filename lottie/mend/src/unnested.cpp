@@ -43,6 +43,13 @@ std::optional<std::size_t> matte_of(std::size_t place, std::size_t count, FactsA
 constexpr double kMostCuts = 500'000;
 constexpr double kBytesPerProperty = 100;
 
+// What it costs to look for a layer, in steps for each that is passed: by number, and by name.
+constexpr std::size_t kLayersPerStep = 8;
+constexpr std::size_t kStepsPerName = 10;
+// And to put text on another clock.
+constexpr double kStepsPerByte = 0.5;
+constexpr double kStepsPerCut = 40;
+
 // How many pieces a clock cuts keyframed properties into, at most, when so much text is full of them.
 double cuts(const NestClock& clock, double bytes) {
     return static_cast<double>(clock.runs().size() - 1) * bytes / kBytesPerProperty;
@@ -73,8 +80,9 @@ const ScannedComp& Before::composition(const std::string& id) const {
     throw std::invalid_argument("the animation has no composition of that id");
 }
 
-Unnested::Unnested(Before& before, const std::vector<std::string_view>& after, looks::StackChange change)
-    : before_(before), change_(std::move(change)), comp_before_(before.composition(change_.composition)) {
+Unnested::Unnested(Before& before, const std::vector<std::string_view>& after, looks::StackChange change,
+                   looks::Work& work)
+    : before_(before), work_(work), change_(std::move(change)), comp_before_(before.composition(change_.composition)) {
     for (const ScannedLayer& layer : comp_before_.list) stack_.emplace_back(before_.text, layer);
     std::size_t size = 0;
     for (const std::string_view layer : after) size += layer.size();
@@ -101,8 +109,14 @@ Unnested::Unnested(Before& before, const std::vector<std::string_view>& after, l
     for (const std::size_t place : change_.nests) read_nest(place);
 }
 
+void Nest::spend_for_retiming(std::size_t bytes) const {
+    const auto size = static_cast<double>(bytes);
+    work.spend(static_cast<std::size_t>(kStepsPerByte * size + (clock ? kStepsPerCut * cuts(*clock, size) : 0)));
+}
+
 std::string Nest::on_outer_clock(const CopiedLayer& copy, const document::JsonNode& value) const {
     const document::JsonTree& tree = copy.before.tree();
+    spend_for_retiming(tree.text(value).size());
     if (only_shifts() || !clock) return shifted(tree, value, copy.shift());
     return retimed(tree, value, *clock);
 }
@@ -113,7 +127,8 @@ double Unnested::frame_rate() const {
 
 void Unnested::read_nest(std::size_t place) {
     KeptLayer& layer = stack_.at(place);
-    auto nest = std::make_unique<Nest>(place, layer, document::decode_string(layer.facts.ref_id.of(before_.text)));
+    auto nest =
+        std::make_unique<Nest>(place, layer, document::decode_string(layer.facts.ref_id.of(before_.text)), work_);
     nest->clock = NestClock::of(layer.facts, layer.before, frame_rate());
     const ScannedComp& inside = before_.composition(nest->source);
     const auto bytes = static_cast<double>(inside.layers.end - inside.layers.begin);
@@ -154,11 +169,13 @@ bool Unnested::is_unnested(std::size_t place) const {
 }
 
 std::optional<std::size_t> Unnested::parent_in_stack(const ScannedLayer& layer) const {
+    if (layer.parent) spend(stack_.size() / kLayersPerStep);
     return layer_of(comp_before_, layer.parent, place_in(comp_before_, layer));
 }
 
 std::optional<std::size_t> Unnested::parent_inside(const Nest& nest, const ScannedLayer& layer) const {
     if (!layer.parent) return std::nullopt;
+    spend(nest.copies.size() / kLayersPerStep);
     for (const CopiedLayer& copy : nest.copies) {
         if (&copy.facts != &layer && copy.facts.ind == layer.parent) return copy.inner;
     }
@@ -178,6 +195,7 @@ std::optional<std::size_t> matte_inside(const Nest& nest, const CopiedLayer& cop
 }
 
 std::optional<std::size_t> Unnested::matte_in_stack(std::size_t place) const {
+    if (stack_.at(place).facts.matte) spend(stack_.size() / kLayersPerStep);
     return matte_of(place, stack_.size(), [&](std::size_t i) -> const ScannedLayer& { return stack_[i].facts; });
 }
 
@@ -221,12 +239,14 @@ std::int64_t Unnested::stand_in(Nest& nest) {
 }
 
 std::vector<LayerText*> Unnested::order() const {
+    spend(result_.size() / kLayersPerStep);
     std::vector<LayerText*> layers;
     for (const Entry& entry : result_) layers.push_back(entry.layer.get());
     return layers;
 }
 
 std::size_t Unnested::place_of(const LayerText& layer) const {
+    spend(result_.size() / kLayersPerStep);
     const auto found =
         std::find_if(result_.begin(), result_.end(), [&](const Entry& entry) { return entry.layer.get() == &layer; });
     return static_cast<std::size_t>(found - result_.begin());
@@ -244,6 +264,7 @@ std::string Unnested::name_of(const LayerText& layer) {
 }
 
 LayerText* Unnested::find(const std::string& name) const {
+    spend(kStepsPerName * result_.size());
     for (const Entry& entry : result_) {
         if (name_of(*entry.layer) == name) return entry.layer.get();
     }
@@ -260,6 +281,7 @@ Nest* Unnested::owner_of(const LayerText& layer) const {
 }
 
 void Unnested::rename(LayerText& layer) const {
+    spend(2 * kStepsPerName * (result_.size() + stack_.size()));
     std::set<std::string> taken;
     for (const Entry& entry : result_) taken.insert(name_of(*entry.layer));
     for (const KeptLayer& before : stack_) taken.insert(name_of(before.before));

@@ -12,6 +12,7 @@
 #include "layer_text.h"
 #include "looks/evaluation.h"
 #include "looks/judge.h"
+#include "looks/work.h"
 #include "nest_clock.h"
 
 namespace lottie::mend {
@@ -44,7 +45,8 @@ struct CopiedLayer {
 };
 
 struct Nest {
-    Nest(std::size_t at, KeptLayer& kept, std::string id) : place(at), layer(kept), source(std::move(id)) {}
+    Nest(std::size_t at, KeptLayer& kept, std::string id, looks::Work& its_work)
+        : place(at), layer(kept), source(std::move(id)), work(its_work) {}
 
     std::size_t place;  // in the stack before
     KeptLayer& layer;
@@ -59,11 +61,14 @@ struct Nest {
     std::optional<Matte> matte;
     LayerText* stand_in = nullptr;   // a null with its transform; null if the run left none
     std::optional<NestClock> clock;  // nothing if it cannot be told
+    looks::Work& work;
 
     const document::ScannedLayer& facts() const { return layer.facts; }
     // As long as there is no time remapping.
     double outer_frame(double inner) const { return facts().start + facts().stretch * inner; }
     bool only_shifts() const { return !facts().remaps_time && facts().stretch == 1; }
+    // Counts the work of putting so much text on its clock.
+    void spend_for_retiming(std::size_t bytes) const;
     // The text of a value of the layer inside, with keyframes at the frames at which the nest showed them.
     std::string on_outer_clock(const CopiedLayer& copy, const document::JsonNode& value) const;
 };
@@ -90,9 +95,10 @@ struct Before {
 
 class Unnested {
   public:
-    Unnested(Before& before, const std::vector<std::string_view>& after, looks::StackChange change);
+    Unnested(Before& before, const std::vector<std::string_view>& after, looks::StackChange change, looks::Work& work);
     Unnested(const Unnested&) = delete;
 
+    void spend(std::size_t steps) const { work_.spend(steps); }
     const std::string& composition() const { return change_.composition; }  // its id
     std::deque<KeptLayer>& stack() { return stack_; }                       // before
     looks::Evaluation& evaluation() { return before_.evaluation(); }        // of the animation before
@@ -138,6 +144,7 @@ class Unnested {
     std::size_t insert_place_below(const Nest& nest) const;
 
     Before& before_;
+    looks::Work& work_;
     looks::StackChange change_;
     const document::ScannedComp& comp_before_;
     std::string after_text_;  // the layers one behind the other

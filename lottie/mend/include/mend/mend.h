@@ -9,6 +9,7 @@
 
 #include "document/outline.h"
 #include "looks/judge.h"
+#include "looks/work.h"
 
 namespace lottie::mend {
 
@@ -30,9 +31,10 @@ class BeforeRuns {
 // not mended keep their bytes.
 class Mending {
   public:
-    // What the run did, and the layers of its composition after it, top to bottom, which are copied. `before` must
-    // outlive it.
-    Mending(const BeforeRuns& before, const std::vector<std::string_view>& after, looks::StackChange change);
+    // What the run did, and the layers of its composition after it, top to bottom, which are copied. `before` and
+    // `work`, what the file may still make, must outlive it.
+    Mending(const BeforeRuns& before, const std::vector<std::string_view>& after, looks::StackChange change,
+            looks::Work& work);
     ~Mending();
 
     enum class Answered { changes, changes_and_cuts, all };
@@ -40,7 +42,8 @@ class Mending {
     // Answers what makes looks change, each nest with the remedies for the reasons that are found. False when there is
     // no further remedy for any of them: then nothing was done. To be called again with reports on the mended result,
     // for one remedy can bring to light what another one is for. What nobody sees is answered as well where it adds up:
-    // that of layers that a frame cut off over several uses of a composition, all of it over several steps.
+    // that of layers that a frame cut off over several uses of a composition, all of it over several steps. Throws
+    // TooMuchWork; the mending is of no use then.
     bool answer(const std::vector<looks::NestReport>& reports, Answered what = Answered::changes);
 
     // The layers of the mended composition, top to bottom.
