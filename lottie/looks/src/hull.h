@@ -13,6 +13,8 @@ struct Box {
     double top = 0;
     double right = 0;
     double bottom = 0;
+
+    friend bool operator==(const Box&, const Box&) = default;
 };
 
 // Around nothing: what is united with it is itself.

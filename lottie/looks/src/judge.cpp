@@ -2,7 +2,9 @@
 #include "looks/judge.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
+#include <map>
 #include <optional>
 
 #include "findings.h"
@@ -49,10 +51,30 @@ struct Judge::State {
         return inside == nullptr ? nullptr : &(*inside)->shared_layer_at(origin.layer);
     }
 
+    // A layer as it was read last, and before that. Whoever mends compares a stack again of which little has changed,
+    // and whoever gives up a nest compares what comes out of the others again, before mending and after.
+    struct LastRead {
+        std::array<std::shared_ptr<const SceneLayer>, 2> layers;
+
+        const std::shared_ptr<const SceneLayer>* find(std::string_view text) const {
+            const auto found = std::find_if(layers.begin(), layers.end(), [text](const auto& one) {
+                return one != nullptr && is_same(text, one->text());
+            });
+            return found == layers.end() ? nullptr : &*found;
+        }
+        void add(std::shared_ptr<const SceneLayer> layer) {
+            layers[1] = std::move(layers[0]);
+            layers[0] = std::move(layer);
+        }
+    };
+    using LastReads = std::map<std::tuple<Origin::Kind, std::size_t, std::size_t>, LastRead>;
+
     std::shared_ptr<const Stack> read(const Stack& before, const StackChange& change, const RewrittenStack& after) {
         if (after.layers.size() != change.after.size()) {
             throw std::invalid_argument("the composition after the run has another number of layers");
         }
+        if (change.composition != last_composition) last_reads.clear();
+        last_composition = change.composition;
         const auto arena = std::make_shared<Arena>();
         std::vector<std::shared_ptr<const SceneLayer>> layers;
         layers.reserve(after.layers.size());
@@ -64,9 +86,21 @@ struct Judge::State {
                 continue;
             }
             work.spend(kStepsPerReading + layer.size() / kBytesPerStep);
+            const Origin& origin = change.after[i];
+            LastRead* last =
+                origin.kind == Origin::Kind::made ? nullptr : &last_reads[{origin.kind, origin.nest, origin.layer}];
+            if (const auto* same = last == nullptr ? nullptr : last->find(layer)) {
+                layers.push_back(*same);
+                continue;
+            }
             if (!is_lasting(layer)) layer = arena->texts.emplace_back(layer);
             TextReader reader(layer);
-            layers.push_back(std::make_shared<SceneLayer>(reader, from == nullptr ? nullptr : from->get(), arena));
+            SceneLayer::Likes likes = {from == nullptr ? nullptr : from->get()};
+            if (last != nullptr)
+                std::transform(last->layers.begin(), last->layers.end(), likes.begin() + 1,
+                               [](const auto& one) { return one.get(); });
+            layers.push_back(std::make_shared<SceneLayer>(reader, likes, arena));
+            if (last != nullptr) last->add(layers.back());
         }
         auto stack = std::make_shared<Stack>(before.without_layers());
         stack->set_layers(std::move(layers));
@@ -90,6 +124,8 @@ struct Judge::State {
     Surveys surveys;
     Whole whole;
     std::optional<Compared> newest;
+    std::string last_composition;  // that was compared
+    LastReads last_reads;          // of that composition, by where the layers come from
 };
 
 Judge::Judge(std::string_view text, std::shared_ptr<Work> work)
@@ -147,6 +183,7 @@ void Judge::accept() {
     if (!state.newest) throw std::invalid_argument("there is no comparison to accept");
     State::Compared newest = std::move(*state.newest);
     state.newest.reset();
+    state.last_reads.clear();
     state.whole.add(newest.change);
     state.surveys.forget(newest.stack->id);
     state.scene.replace(std::move(newest.stack));

@@ -19,8 +19,7 @@ std::optional<double> optional_number(std::string_view text) {
 
 }  // namespace
 
-SceneLayer::SceneLayer(TextReader& reader, const SceneLayer* original, const std::shared_ptr<Arena>& arena)
-    : arena_(arena) {
+SceneLayer::SceneLayer(TextReader& reader, const Likes& likes, const std::shared_ptr<Arena>& arena) : arena_(arena) {
     if (reader.peek() != '{') throw std::runtime_error("the animation cannot be read");
     const char* begin = reader.position();
     reader.enter_object();
@@ -36,10 +35,10 @@ SceneLayer::SceneLayer(TextReader& reader, const SceneLayer* original, const std
             continue;
         }
         std::shared_ptr<const LayerPart> part;
-        if (original != nullptr) {
-            const auto same = std::find_if(original->parts_.begin(), original->parts_.end(),
-                                           [&key](const auto& one) { return one->key() == key; });
-            if (same != original->parts_.end() && reader.skip_if((*same)->text())) part = *same;
+        for (const SceneLayer* like : likes) {
+            if (like == nullptr || part != nullptr) continue;
+            const auto same = like->shared_part(key);
+            if (same != nullptr && reader.skip_if(same->text())) part = same;
         }
         if (part == nullptr) {
             Contents contents;
@@ -56,7 +55,8 @@ SceneLayer::SceneLayer(TextReader& reader, const SceneLayer* original, const std
     }
     if (stretch == 0) stretch = 1;
     if (const Json* remap = json("tm")) time_remap_.emplace(remap, Values{});
-    set_transform(original);
+    set_transform(likes);
+    set_shapes(likes);
 }
 
 void SceneLayer::read_member(const std::string& key, std::string_view value) {
@@ -107,16 +107,34 @@ void SceneLayer::read_member(const std::string& key, std::string_view value) {
     }
 }
 
-void SceneLayer::set_transform(const SceneLayer* original) {
-    const auto found = std::find_if(parts_.begin(), parts_.end(), [](const auto& one) { return one->key() == "ks"; });
-    const std::shared_ptr<const LayerPart> part = found == parts_.end() ? nullptr : *found;
-    if (original != nullptr && original->transform_->part == part && original->is_3d == is_3d &&
-        original->is_auto_oriented == is_auto_oriented) {
-        transform_ = original->transform_;
-    } else {
-        transform_ = std::make_shared<LazyTransform>();
-        transform_->part = part;
+std::shared_ptr<const LayerPart> SceneLayer::shared_part(std::string_view key) const {
+    const auto found = std::find_if(parts_.begin(), parts_.end(), [key](const auto& one) { return one->key() == key; });
+    return found == parts_.end() ? nullptr : *found;
+}
+
+void SceneLayer::set_transform(const Likes& likes) {
+    const auto part = shared_part("ks");
+    for (const SceneLayer* like : likes) {
+        if (like != nullptr && like->transform_->part == part && like->is_3d == is_3d &&
+            like->is_auto_oriented == is_auto_oriented) {
+            transform_ = like->transform_;
+            return;
+        }
     }
+    transform_ = std::make_shared<LazyTransform>();
+    transform_->part = part;
+}
+
+void SceneLayer::set_shapes(const Likes& likes) {
+    const auto part = shared_part("shapes");
+    for (const SceneLayer* like : likes) {
+        if (like != nullptr && like->shapes_->part == part) {
+            shapes_ = like->shapes_;
+            return;
+        }
+    }
+    shapes_ = std::make_shared<LazyShapes>();
+    shapes_->part = part;
 }
 
 double SceneLayer::inner_frame(double frame, double frame_rate) const {
@@ -161,8 +179,8 @@ const std::vector<MaskContent>& SceneLayer::masks() const {
 }
 
 const ShapeContent& SceneLayer::shapes() const {
-    if (shapes_ == nullptr) shapes_ = std::make_shared<ShapeContent>(array("shapes"));
-    return *shapes_;
+    if (!shapes_->value) shapes_->value.emplace(array("shapes"));
+    return *shapes_->value;
 }
 
 }  // namespace lottie::looks

@@ -1,6 +1,7 @@
 // A layer of an animation as players see it.
 #pragma once
 
+#include <array>
 #include <memory>
 #include <optional>
 #include <string>
@@ -21,9 +22,10 @@ enum class LayerType { nest = 0, solid = 1, image = 2, null = 3, shape = 4, text
 // for.
 class SceneLayer {
   public:
-    // Reads the value that `reader` is at. Parts that `original`, which may be null, has with the same text become its
-    // as well. Throws std::runtime_error for anything but an object.
-    SceneLayer(TextReader& reader, const SceneLayer* original, const std::shared_ptr<Arena>& arena);
+    // Reads the value that `reader` is at. Parts that one of its likes, which may be null, has with the same text
+    // become its as well, with what was worked out of them. Throws std::runtime_error for anything but an object.
+    using Likes = std::array<const SceneLayer*, 3>;
+    SceneLayer(TextReader& reader, const Likes& likes, const std::shared_ptr<Arena>& arena);
 
     LayerType type = LayerType::other;
     bool is_adjustment_by_type = false;
@@ -76,15 +78,23 @@ class SceneLayer {
         std::optional<Transform> value;
     };
 
+    // Likewise in their shapes.
+    struct LazyShapes {
+        std::shared_ptr<const LayerPart> part;  // null without any
+        std::optional<ShapeContent> value;
+    };
+
     void read_member(const std::string& key, std::string_view value);
-    void set_transform(const SceneLayer* original);
+    std::shared_ptr<const LayerPart> shared_part(std::string_view key) const;  // null if there is none
+    void set_transform(const Likes& likes);
+    void set_shapes(const Likes& likes);
 
     std::shared_ptr<const Arena> arena_;  // its text may lie there, even if all of its parts are its original's
     std::string_view text_;
     std::vector<std::shared_ptr<const LayerPart>> parts_;
     std::shared_ptr<LazyTransform> transform_;
     std::optional<Property> time_remap_;
-    mutable std::shared_ptr<const ShapeContent> shapes_;
+    std::shared_ptr<LazyShapes> shapes_;
     mutable std::optional<std::vector<MaskContent>> masks_;
 };
 

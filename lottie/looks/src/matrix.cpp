@@ -1,6 +1,7 @@
 // 4 x 4 matrices for points as rows, in the order and with the signs that players use.
 #include "matrix.h"
 
+#include <algorithm>
 #include <cmath>
 #include <numbers>
 
@@ -29,6 +30,13 @@ Matrix Matrix::then(const Matrix& next) const {
         }
     }
     return product;
+}
+
+bool Matrix::is_finite() const {
+    for (const auto& row : m_) {
+        if (!std::all_of(row.begin(), row.end(), [](double one) { return std::isfinite(one); })) return false;
+    }
+    return true;
 }
 
 Point Matrix::map(Point p) const {

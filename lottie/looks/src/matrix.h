@@ -16,6 +16,8 @@ class Matrix {
 
     // The transform of a point that goes through this matrix first.
     Matrix then(const Matrix& next) const;
+    bool is_finite() const;
+    friend bool operator==(const Matrix&, const Matrix&) = default;
     // Where a point of the plane comes to lie, seen from the front.
     Point map(Point p) const;
 

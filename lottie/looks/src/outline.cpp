@@ -74,6 +74,7 @@ Outline rectangle(Point center, double half_width, double half_height) {
 }
 
 Hull around(const std::vector<Outline>& outlines) {
+    if (outlines.size() == 1) return grown(hull_of(outlines[0].points), outlines[0].growth);
     std::vector<Point> points;
     for (const Outline& outline : outlines) {
         const Hull hull = grown(hull_of(outline.points), outline.growth);

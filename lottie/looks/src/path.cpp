@@ -29,6 +29,15 @@ MaskContent::MaskContent(const Json& mask)
       path(member(mask, "pt")),
       expansion(member(mask, "x"), {}) {}
 
+const Hull& MaskContent::hull(double frame) const {
+    if (hull_frame_ && (!is_animated() || *hull_frame_ == frame)) return hull_;
+    Outline outline = path.at(frame);
+    outline.growth = std::max(expansion.at(frame)[0], 0.0);
+    hull_ = around({outline});
+    hull_frame_ = frame;
+    return hull_;
+}
+
 PathProperty::PathProperty(const Json* json) {
     const Json* value = json == nullptr ? nullptr : member(*json, "k");
     if (value == nullptr) return;

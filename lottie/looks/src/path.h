@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -53,10 +54,18 @@ class PathProperty {
 struct MaskContent {
     explicit MaskContent(const Json& mask);  // must outlive it
 
+    bool is_animated() const { return path.is_animated() || expansion.is_animated(); }
+    // Around its path, grown; good until the next call.
+    const Hull& hull(double frame) const;
+
     std::string mode;  // "a", "s", "i", "n", ...
     bool is_inverted;
     PathProperty path;
     Property expansion;
+
+  private:
+    mutable std::optional<double> hull_frame_;
+    mutable Hull hull_;
 };
 
 }  // namespace lottie::looks

@@ -16,10 +16,11 @@ constexpr std::size_t kMostLevels = 16;             // of nests within nests; wh
 constexpr std::size_t kMostReaches = 4096;          // that are kept of one composition
 constexpr std::size_t kMostKeptPoints = 2'000'000;  // of layers that move in themselves: 32 MB
 constexpr std::size_t kPointsPerReach = 5;          // what it takes to keep one
+constexpr std::size_t kPointsPerAnswer = 3;         // or whether one lies within a box
 
 bool is_mask_animated(const SceneLayer& layer) {
     return std::any_of(layer.masks().begin(), layer.masks().end(),
-                       [](const MaskContent& mask) { return mask.path.is_animated() || mask.expansion.is_animated(); });
+                       [](const MaskContent& mask) { return mask.is_animated(); });
 }
 
 }  // namespace
@@ -30,9 +31,7 @@ std::optional<Hull> mask_reach(const SceneLayer& layer, double frame) {
     for (const MaskContent& mask : layer.masks()) {
         if (mask.mode == "n" || (mask.mode == "s" && hull) || (mask.mode == "i" && hull)) continue;
         if (mask.mode != "a" || mask.is_inverted) return std::nullopt;
-        Outline outline = mask.path.at(frame);
-        outline.growth = std::max(mask.expansion.at(frame)[0], 0.0);
-        hull = united(hull.value_or(Hull{}), around({outline}));
+        hull = hull ? united(*hull, mask.hull(frame)) : mask.hull(frame);
     }
     return hull;
 }
@@ -127,12 +126,17 @@ const Hull* Survey::kept_reach(std::size_t place, double frame) const {
 }
 
 void Survey::keep_reach(std::size_t place, double frame) {
-    if (own_reach_stands_still(place) || all_->kept_points_ >= kMostKeptPoints) return;
     const Hull& hull = about_[place].own_reach;
-    const std::size_t points = hull.size() + kPointsPerReach;
+    if (own_reach_stands_still(place) || !takes_room(hull.size() + kPointsPerReach)) return;
+    about_[place].kept_reaches.emplace(frame, hull);
+}
+
+// Whether as many points may be kept.
+bool Survey::takes_room(std::size_t points) {
+    if (all_->kept_points_ >= kMostKeptPoints) return false;
     kept_points_ += points;
     all_->kept_points_ += points;
-    about_[place].kept_reaches.emplace(frame, hull);
+    return true;
 }
 
 const Hull& Survey::reach_in_stack(std::size_t place, double frame) {
@@ -166,9 +170,18 @@ std::optional<Box> Survey::own_box(const SceneLayer& layer, double frame) {
 }
 
 bool Survey::surely_lies_within(std::size_t place, double frame, const Box& box) {
-    const SceneLayer& layer = stack_->layer(place);
-    if (!layer.is_on(frame)) return true;
-    const auto own = own_box(layer, frame);
+    if (!stack_->layer(place).is_on(frame)) return true;
+    About& about = about_[place];
+    if (!(about.box == box)) about.lies_within.clear();
+    about.box = box;
+    if (const auto known = about.lies_within.find(frame); known != about.lies_within.end()) return known->second;
+    const bool answer = is_told_to_lie_within(place, frame, box);
+    if (takes_room(kPointsPerAnswer)) about.lies_within.emplace(frame, answer);
+    return answer;
+}
+
+bool Survey::is_told_to_lie_within(std::size_t place, double frame, const Box& box) {
+    const auto own = own_box(stack_->layer(place), frame);
     if (!own) return false;
     if (own->left > own->right || own->top > own->bottom) return true;
     const Box placed = mapped(*own, placement_.world(place, frame));

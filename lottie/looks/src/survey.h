@@ -74,10 +74,14 @@ class Survey {
         Hull own_reach;
         Hull reach;
         std::unordered_map<double, Hull> kept_reaches;  // of own_reach, by frame
+        Box box;                                        // that was asked for last
+        std::unordered_map<double, bool> lies_within;   // of it, by frame
     };
 
     bool own_reach_stands_still(std::size_t layer);
     bool nest_stands_still(const SceneLayer& nest);
+    bool is_told_to_lie_within(std::size_t layer, double frame, const Box& box);
+    bool takes_room(std::size_t points);
     std::optional<Box> own_box(const SceneLayer& layer, double frame);
     const Hull* kept_reach(std::size_t layer, double frame) const;
     void keep_reach(std::size_t layer, double frame);
@@ -92,7 +96,7 @@ class Survey {
     Placement placement_;
     std::size_t levels_ = 1;
     std::vector<About> about_;
-    std::size_t kept_points_ = 0;                    // of kept_reaches
+    std::size_t kept_points_ = 0;                    // of what is kept by frame
     std::unordered_map<double, Hull> reach_of_all_;  // by frame
     bool is_indexed_ = false;
     std::unordered_map<std::string_view, std::size_t> by_name_;
