@@ -11,8 +11,10 @@ constexpr auto kLayer = R"({"ty":1,"nm":"solid","ind":5,"ip":0,"op":60,"st":0,"s
 constexpr auto kNest = R"({"ty":0,"refId":"c","ind":1,"w":9,"h":9,"ip":0,"op":60,"st":0,"ks":{"o":{"a":0,"k":50}}})";
 
 bool mends_within(std::size_t steps) {
-    const mend::BeforeRuns before(std::string(R"({"fr":30,"ip":0,"op":60,"w":9,"h":9,"assets":[{"id":"c","layers":[)") +
-                                  kLayer + "]}],\"layers\":[" + kNest + "]}");
+    const std::string text = std::string(R"({"fr":30,"ip":0,"op":60,"w":9,"h":9,"assets":[{"id":"c","layers":[)") +
+                             kLayer + "]}],\"layers\":[" + kNest + "]}";
+    looks::Judge judge(text);
+    const mend::BeforeRuns before(text, judge);
     looks::Work work(steps);
     mend::Mending mending(before, {kLayer}, {"", {0}, {{looks::Origin::Kind::copied, 0, 0}}}, work);
     looks::NestReport report;

@@ -119,8 +119,8 @@ struct CompositionWork::Stage {
     lottie::document::DocumentOutline outline;
     lottie::document::Document document;
     host::model::Comp& comp;
-    const lottie::mend::BeforeRuns& unmended() {
-        if (!unmended_) unmended_.emplace(before, outline);
+    const lottie::mend::BeforeRuns& unmended(lottie::looks::Judge& judge) {
+        if (!unmended_) unmended_.emplace(before, outline, judge);
         return *unmended_;
     }
 
@@ -374,7 +374,7 @@ void CompositionWork::mend(Attempt& tried) {
         const std::size_t layers = tried.trial.written.layers.size();
         state_.limits.work->spend(layers * layers / kPairsPerStep);
         if (!tried.mending)
-            tried.mending = std::make_unique<Mending>(stage_->unmended(), tried.trial.written.layers,
+            tried.mending = std::make_unique<Mending>(stage_->unmended(state_.judge), tried.trial.written.layers,
                                                       tried.trial.change, *state_.limits.work);
         const bool is_mended = tried.mending->answer(seen, answered);
         tried.mended_layers = tried.mending->layers();

@@ -48,7 +48,7 @@ MendedRun mend_run(const std::string& before, const std::string& after, const lo
     lottie::looks::Judge judge(before, work);
     std::vector<NestReport> reports = judge.compare(change, after);
     const lottie::mend::Workbench bench(after);
-    const lottie::mend::BeforeRuns unmended(before);
+    const lottie::mend::BeforeRuns unmended(before, judge);
     lottie::mend::Mending mending(unmended, bench.file_layers(*bench.find(change.composition)), change, *work);
     std::string text = after;
     while (count_changing(reports) > 0 && mending.answer(reports)) {

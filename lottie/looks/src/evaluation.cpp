@@ -38,35 +38,24 @@ std::optional<PlaneMap> PlaneMap::inverse() const {
     return inverse;
 }
 
-struct Evaluation::State {
-    explicit State(std::string_view animation) : scene(animation), surveys(scene, work) {}
-
-    Survey& survey(const std::string& id) {
-        Survey* found = surveys.find(id);
-        if (found == nullptr) throw std::invalid_argument("the animation has no such composition");
-        return *found;
-    }
-
-    Work work;
-    Scene scene;
-    Surveys surveys;
-};
-
-Evaluation::Evaluation(std::string_view animation) : state_(std::make_unique<State>(animation)) {}
-Evaluation::~Evaluation() = default;
+Survey& Evaluation::survey(const std::string& id) const {
+    Survey* found = surveys_.find(id);
+    if (found == nullptr) throw std::invalid_argument("the animation has no such composition");
+    return *found;
+}
 
 std::vector<double> Evaluation::frames(const std::string& composition, double from, double to) const {
-    const double first = state_->survey(composition).stack().first_frame;
+    const double first = survey(composition).stack().first_frame;
     std::vector<double> frames;
     for (double frame = first + std::ceil(from - first - 1e-9); frame < to - 1e-9; frame += 1) {
-        state_->work.spend(1);
+        work_.spend(1);
         frames.push_back(frame);
     }
     return frames;
 }
 
 double Evaluation::inner_frame(const std::string& composition, std::size_t nest, double frame) const {
-    return state_->survey(composition).stack().layer(nest).inner_frame(frame, state_->scene.frame_rate);
+    return survey(composition).stack().layer(nest).inner_frame(frame, scene_.frame_rate);
 }
 
 namespace {
@@ -87,11 +76,11 @@ PlaneMap plane(const Matrix& matrix) {
 }  // namespace
 
 PlaneMap Evaluation::place(const std::string& composition, std::size_t layer, double frame) {
-    return plane(state_->survey(composition).placement().world(layer, frame));
+    return plane(survey(composition).placement().world(layer, frame));
 }
 
 std::optional<Evaluation::Outline> Evaluation::only_outline(const std::string& composition, std::size_t layer) {
-    const auto outline = one_outline(state_->survey(composition).stack().layer(layer));
+    const auto outline = one_outline(survey(composition).stack().layer(layer));
     if (!outline) return std::nullopt;
     rapidjson::StringBuffer text;
     rapidjson::Writer<rapidjson::StringBuffer> writer(text);
@@ -100,24 +89,23 @@ std::optional<Evaluation::Outline> Evaluation::only_outline(const std::string& c
 }
 
 bool Evaluation::moves(const std::string& composition, std::size_t layer) {
-    return state_->survey(composition).placement().moves(layer);
+    return survey(composition).placement().moves(layer);
 }
 
 bool Evaluation::is_told_by_place(const std::string& composition, std::size_t layer) {
-    return state_->survey(composition).is_told_by_place(layer);
+    return survey(composition).is_told_by_place(layer);
 }
 
 bool Evaluation::is_placed_by_expression(const std::string& composition, std::size_t layer) {
-    return looks::is_placed_by_expression(state_->survey(composition).stack().layer(layer));
+    return looks::is_placed_by_expression(survey(composition).stack().layer(layer));
 }
 
 std::vector<PlanePoint> Evaluation::reach(const std::string& composition, std::size_t layer, double frame) {
-    Survey& survey = state_->survey(composition);
-    const SceneLayer& one = survey.stack().layer(layer);
-    // What nests inside of it show need not be there.
+    Survey& all = survey(composition);
+    const SceneLayer& one = all.stack().layer(layer);
     const Hull hull = one.type == LayerType::nest
-                          ? mapped(hull_of(Box{0, 0, one.width, one.height}), survey.placement().world(layer, frame))
-                          : survey.reach_in_stack(layer, frame);
+                          ? mapped(hull_of(Box{0, 0, one.width, one.height}), all.placement().world(layer, frame))
+                          : all.reach_in_stack(layer, frame);
     return hull.size() < 3 ? std::vector<PlanePoint>() : plane(hull);
 }
 

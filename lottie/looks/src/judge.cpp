@@ -206,4 +206,8 @@ std::size_t Judge::byte_count() const {
     return state_->scene.byte_count;
 }
 
+Evaluation Judge::evaluation() {
+    return {state_->scene, state_->surveys, state_->work};
+}
+
 }  // namespace lottie::looks

@@ -55,9 +55,10 @@ struct Progress {
     std::map<std::size_t, std::set<const Remedy*>> applied;  // by nest
 };
 
-BeforeRuns::BeforeRuns(std::string text) : before_(std::make_unique<Before>(std::move(text))) {}
-BeforeRuns::BeforeRuns(std::string text, document::DocumentOutline outline)
-    : before_(std::make_unique<Before>(std::move(text), std::move(outline))) {}
+BeforeRuns::BeforeRuns(std::string text, looks::Judge& judge)
+    : before_(std::make_unique<Before>(std::move(text), judge)) {}
+BeforeRuns::BeforeRuns(std::string text, document::DocumentOutline outline, looks::Judge& judge)
+    : before_(std::make_unique<Before>(std::move(text), std::move(outline), judge)) {}
 BeforeRuns::~BeforeRuns() = default;
 
 Mending::Mending(const BeforeRuns& before, const std::vector<std::string_view>& after, looks::StackChange change,

@@ -61,14 +61,10 @@ std::size_t place_in(const ScannedComp& comp, const ScannedLayer& layer) {
 
 }  // namespace
 
-Before::Before(std::string animation) : text(std::move(animation)), outline(document::read_known_outline(text)) {}
-Before::Before(std::string animation, document::DocumentOutline its_outline)
-    : text(std::move(animation)), outline(std::move(its_outline)) {}
-
-looks::Evaluation& Before::evaluation() {
-    if (!evaluation_) evaluation_.emplace(text);
-    return *evaluation_;
-}
+Before::Before(std::string animation, looks::Judge& judge)
+    : text(std::move(animation)), outline(document::read_known_outline(text)), evaluation(judge.evaluation()) {}
+Before::Before(std::string animation, document::DocumentOutline its_outline, looks::Judge& judge)
+    : text(std::move(animation)), outline(std::move(its_outline)), evaluation(judge.evaluation()) {}
 
 const ScannedComp& Before::composition(const std::string& id) const {
     if (id.empty()) return outline.comps.front();

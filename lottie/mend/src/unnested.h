@@ -80,17 +80,14 @@ std::optional<std::size_t> matte_inside(const Nest& nest, const CopiedLayer& cop
 
 // The animation before runs.
 struct Before {
-    explicit Before(std::string animation);
-    Before(std::string animation, document::DocumentOutline its_outline);
+    Before(std::string animation, looks::Judge& judge);
+    Before(std::string animation, document::DocumentOutline its_outline, looks::Judge& judge);
 
-    looks::Evaluation& evaluation();
     const document::ScannedComp& composition(const std::string& id) const;
 
     std::string text;
     document::DocumentOutline outline;
-
-  private:
-    std::optional<looks::Evaluation> evaluation_;  // made when somebody asks for it
+    looks::Evaluation evaluation;
 };
 
 class Unnested {
@@ -101,7 +98,7 @@ class Unnested {
     void spend(std::size_t steps) const { work_.spend(steps); }
     const std::string& composition() const { return change_.composition; }  // its id
     std::deque<KeptLayer>& stack() { return stack_; }                       // before
-    looks::Evaluation& evaluation() { return before_.evaluation(); }        // of the animation before
+    looks::Evaluation& evaluation() { return before_.evaluation; }          // of the animation before
     double frame_rate() const;
     Nest& nest_at(std::size_t place);
     bool is_unnested(std::size_t place) const;

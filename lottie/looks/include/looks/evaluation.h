@@ -27,12 +27,14 @@ struct PlaneMap {
     std::optional<PlaneMap> inverse() const;  // nothing for a map onto a line or point
 };
 
+struct Scene;
+class Survey;
+class Surveys;
+class Work;
+
+// Judge::evaluation() makes it.
 class Evaluation {
   public:
-    // The text must outlive it and have been read as a project before.
-    explicit Evaluation(std::string_view animation);
-    ~Evaluation();
-
     // Compositions are told by asset id, "" being the main one, layers by their place in the stack, 0 = top.
 
     // Whole frames that players show of the composition from one frame up to but not at another.
@@ -59,8 +61,13 @@ class Evaluation {
     std::optional<Outline> only_outline(const std::string& composition, std::size_t layer);
 
   private:
-    struct State;
-    std::unique_ptr<State> state_;
+    friend class Judge;
+    Evaluation(const Scene& scene, Surveys& surveys, Work& work) : scene_(scene), surveys_(surveys), work_(work) {}
+    Survey& survey(const std::string& composition) const;
+
+    const Scene& scene_;
+    Surveys& surveys_;
+    Work& work_;
 };
 
 // A path over time, such as a mask's.

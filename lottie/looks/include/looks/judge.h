@@ -9,6 +9,7 @@
 #include <tuple>
 #include <vector>
 
+#include "looks/evaluation.h"
 #include "looks/finding.h"
 #include "looks/work.h"
 
@@ -114,6 +115,7 @@ class Judge {
 
     // Of the animation as it stands.
     std::size_t byte_count() const;
+    Evaluation evaluation();  // the judge must outlive it
 
   private:
     struct State;

@@ -16,10 +16,11 @@ namespace lottie::mend {
 // An animation before its runs, in which each thing is read once for all mending.
 class BeforeRuns {
   public:
-    // The text must have been read as a project. What the nests inside of nests that are un-nested show need not be
-    // there.
-    explicit BeforeRuns(std::string text);
-    BeforeRuns(std::string text, document::DocumentOutline outline);  // its own
+    // The text must have been read or written as a project, and the judge, which must outlive it, know its layers as
+    // they are there until the last mending. What the nests inside of nests that are un-nested show need not be in the
+    // text.
+    BeforeRuns(std::string text, looks::Judge& judge);
+    BeforeRuns(std::string text, document::DocumentOutline outline, looks::Judge& judge);  // its own
     ~BeforeRuns();
 
   private:
