@@ -86,6 +86,18 @@ class Run(unittest.TestCase):
         self.assertEqual((killed, survived), ('1', '1'), 'each mutant of a script is run by itself')
         self.assertIn('isGreen = true;\n+ gate.isGreen = false;', done.stdout)
 
+    def test_a_build_that_fails_without_a_mutation_too_is_no_outcome(self):
+        for name, text in PROJECT.items():
+            self.write(name, text)
+        fuel = Path(self.folder.name) / 'fuel'
+        fuel.touch()
+        self.write('tests/plugin/CMakeLists.txt', PROJECT['tests/plugin/CMakeLists.txt'] +
+                   f'set_source_files_properties(gate_test.cpp PROPERTIES OBJECT_DEPENDS "{fuel}")\n')
+        self.write('tests/plugin/gate_test.cpp', f'#include <cstdio>\nint main() {{ std::remove("{fuel}"); }}\n')
+        done = self.mutate()
+        self.assertEqual(done.returncode, 2, done.stdout)
+        self.assertIn('fuel', done.stderr)
+
     def test_story(self):
         for name, text in PROJECT.items():
             self.write(name, text)

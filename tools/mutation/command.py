@@ -80,20 +80,18 @@ def try_all(given, mutants):
     def work(number):
         try:
             tree = Tree(given.root, given.work / f'worker{number}', given.tests, max(1, (os.cpu_count() or 1) // workers))
+            while not broken:
+                mutant = waiting.get_nowait()
+                outcome, by = tree.try_mutant(mutant)
+                with writing:
+                    outcomes[mutant] = outcome
+                    results.add(mutant, outcome, by)
+                    if outcome == 'survived':
+                        print(f'mutate: survived: {mutant.identity}\n', file=sys.stderr, flush=True)
+        except queue.Empty:
+            return
         except Broken as problem:
             broken.append(problem)
-            return
-        while not broken:
-            try:
-                mutant = waiting.get_nowait()
-            except queue.Empty:
-                return
-            outcome, by = tree.try_mutant(mutant)
-            with writing:
-                outcomes[mutant] = outcome
-                results.add(mutant, outcome, by)
-                if outcome == 'survived':
-                    print(f'mutate: survived: {mutant.identity}\n', file=sys.stderr, flush=True)
 
     workers = min(given.workers, total)
     threads = [threading.Thread(target=work, args=(number,)) for number in range(1, workers + 1)]

@@ -38,13 +38,16 @@ class Tree:
         self.unmutated = set(self.suites)  # those whose program was built without a mutation
 
     def try_mutant(self, mutant):
-        """(outcome, the program and test that noticed): 'unbuildable', 'killed', 'timeout' or 'survived'."""
+        """(outcome, the program and test that noticed): 'unbuildable', 'killed', 'timeout' or 'survived'. Raises Broken if
+        the tree is not built without the mutation either."""
         path = self.root / mutant.path
         original = path.read_bytes()
         path.write_bytes(mutant.text.encode())
         try:
             for suite in self._order(mutant):
                 if not self._is_built(suite, mutant):
+                    path.write_bytes(original)
+                    must(['ninja', '-C', self.build, '-j1', suite.path.name])
                     return 'unbuildable', ''
                 outcome, by = suite.run(mutant.path)
                 if outcome != 'passed':
