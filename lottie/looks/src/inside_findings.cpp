@@ -47,19 +47,21 @@ bool is_any_in_3d(const Stack& stack) {
 // What subtracts or intersects leaves the rest of the picture, and some players mark that off anew only when the layer
 // itself moves: as soon as what it hangs on does, they cut it where it lay before.
 bool is_cut_where_it_lay(Unnesting& u, const Copy& copy) {
-    const auto& masks = u.copied(copy).masks();
-    const auto first =
-        std::find_if(masks.begin(), masks.end(), [](const MaskContent& mask) { return mask.mode != "n"; });
-    if (first == masks.end() || (first->mode != "s" && first->mode != "i")) return false;
     const auto parent = u.result().parent(copy.result);
-    return parent && u.result_placement().moves(*parent) && u.stack_placement().moves(u.nest_place());
+    if (!parent || !u.result_placement().moves(*parent)) return false;
+    for (const Json& mask : u.copied(copy).array("masksProperties")) {
+        const std::string mode = text_member(mask, "mode");
+        if (mode != "n") return mode == "s" || mode == "i";
+    }
+    return false;
 }
 
 void find_masks_inside(Unnesting& u) {
+    if (!u.stack_placement().moves(u.nest_place())) return;
     const SceneLayer* first = nullptr;
     std::size_t count = 0;
     for (const Copy& copy : u.copies()) {
-        if (!u.inner(copy).draws() || !is_cut_where_it_lay(u, copy)) continue;
+        if (!u.copied(copy).has_masks || !u.inner(copy).draws() || !is_cut_where_it_lay(u, copy)) continue;
         if (count++ == 0) first = &u.inner(copy);
     }
     if (first == nullptr) return;
