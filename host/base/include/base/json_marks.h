@@ -76,9 +76,13 @@ class JsonMarks {
     const char* block_ = nullptr;
     unsigned found_ = 0;  // in the block; a bit for each character
 #else
-    static bool is_mark(char c) {
-        return c == '"' || c == '{' || c == '}' || c == '[' || c == ']';
-    }
+    static constexpr auto kIsMark = [] {
+        std::array<bool, 256> is{};
+        for (const char c : {'"', '{', '}', '[', ']'}) is[static_cast<unsigned char>(c)] = true;
+        return is;
+    }();
+
+    static bool is_mark(char c) { return kIsMark[static_cast<unsigned char>(c)]; }
 #endif
 
     const char* at_;
