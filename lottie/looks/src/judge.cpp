@@ -56,9 +56,9 @@ struct Judge::State {
     struct LastRead {
         std::array<std::shared_ptr<const SceneLayer>, 2> layers;
 
-        const std::shared_ptr<const SceneLayer>* find(std::string_view text) const {
-            const auto found = std::find_if(layers.begin(), layers.end(), [text](const auto& one) {
-                return one != nullptr && is_same(text, one->text());
+        const std::shared_ptr<const SceneLayer>* find(std::string_view layer) const {
+            const auto found = std::find_if(layers.begin(), layers.end(), [layer](const auto& one) {
+                return one != nullptr && is_same(layer, one->text());
             });
             return found == layers.end() ? nullptr : &*found;
         }
