@@ -6,7 +6,6 @@
 // FOLDER takes files that failed. Environment: EXFLATE_RANDOM_FILES is how many animations (default 12),
 // EXFLATE_RANDOM_SEED the first seed (default 1, so that a failure of the tests is never chance). Both are printed, and a
 // seed makes the same animation again.
-import { spawnSync } from "node:child_process";
 import { mkdirSync, mkdtempSync, readFileSync, rmSync, writeFileSync } from "node:fs";
 import os from "node:os";
 import path from "node:path";

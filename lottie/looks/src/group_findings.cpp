@@ -327,7 +327,7 @@ void find_effects(Unnesting& u) {
         u.add({Reason::effects,
                weight_if_seen(u, Weight::slight),
                "its effect " + quoted(name) + " now acts on each layer by itself, which comes to the same" +
-                   (is_held ? " as one is drawn at a time" : ""),
+                   (is_held ? ", as only one is drawn at a time" : ""),
                "",
                "",
                property,
