@@ -24,9 +24,6 @@ SuiteHost::~SuiteHost() {
 SPBasicSuite* SuiteHost::basic_suite() {
     return suites::basic_suite();
 }
-model::Project& SuiteHost::project() const {
-    return state_->project;
-}
 
 AEGP_PluginID SuiteHost::add_plugin(std::string name) {
     state_->plugin_names.push_back(std::move(name));

@@ -50,7 +50,6 @@ class SuiteHost {
     SuiteHost(const SuiteHost&) = delete;
 
     SPBasicSuite* basic_suite();
-    model::Project& project() const;
 
     // Plug-ins
     AEGP_PluginID add_plugin(std::string name);  // distinct, from 1
