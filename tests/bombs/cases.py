@@ -47,7 +47,7 @@ def eased(value):
 HUGE = [1.7e308, 1.7e308, 100]
 EDGES = "Oddities.an_edge_out_of_range_keeps_its_bytes_and_moves_with_its_layer"
 PLACEHOLDERS = "Oddities.a_layer_whose_composition_is_missing_is_an_empty_placeholder"
-NUMBERS = "RunInput.numbers_that_cannot_be_held_are_bad_input_to_every_command"
+NUMBERS = "RunInput.numbers_that_cannot_be_represented_are_bad_input_to_every_command"
 
 
 def number(name, made, says, code=3, test=NUMBERS):
@@ -117,7 +117,7 @@ def is_flat(folder):
     return '"ty":0' not in (folder / "a.json").read_text()
 
 
-def foreign(module, name, deed, code, says, *more, test="that_crashes_or_leaves_ends_every_command_with_a_sentence"):
+def foreign(module, name, deed, code, says, *more, test="that_crashes_or_exits_ends_every_command_with_a_sentence"):
     """The test's plug-in does what the first layer's name says."""
     made = animation([solid(1, deed), nest(2, "c")], [composition("c", [solid(1)])])
     return Case(name, ["run", "a.json", *more], code, says, text(made), f"ForeignPlugin.{test}",
@@ -172,11 +172,11 @@ def files(module):
         Case("a settings file without end", ["run", "a.json"], 0, "it is not a regular file", endless_settings,
              "Files.without_end_are_refused_before_memory_is_gone", environment={"XDG_CONFIG_HOME": "{folder}"}),
         Case("130 MB within 300 MB of memory", ["run", "a.json"], 4, "there is not enough memory for it", bomb("long_name", 65_000_000),
-             "RunOutput.want_of_memory_is_a_sentence", options={"address_space": 300 << 20}),
+             "RunOutput.running_out_of_memory_is_reported_in_one_sentence", options={"address_space": 300 << 20}),
         Case("a standard output that is full", ["run", "a.json"], 4, "standard output cannot be written", flat,
              "RunOutput.a_full_standard_output_is_an_error", options={"output": "/dev/full"}, holds=is_as_it_was),
         Case("a result beyond the limit of file sizes", in_place, 4, "cannot be written: File too large", flat,
-             "RunOutput.a_full_disk_leaves_the_old_file_and_no_other", options={"largest": 500}, holds=is_as_it_was),
+             "RunOutput.a_full_disk_leaves_only_the_old_file", options={"largest": 500}, holds=is_as_it_was),
         Case("a journal that becomes the result's file", ["run", "a.json", "-o", "flat.json", "--journal", "link"], 2,
              "the journal would overwrite 'flat.json'", with_link, "Journal.never_becomes_the_file_of_a_result_that_is_not_there_yet",
              holds=lambda folder: not (folder / "flat.json").exists()),
@@ -207,7 +207,7 @@ HELD = [
     ("the renderer opens no file that an animation names", "DrawingProcess.opens_no_file_that_an_animation_names"),
     ("all pictures of a file share one budget of time", "DrawingProcess.all_processes_share_the_budget_of_time"),
     ("the drawing child has a limit of memory", "DrawingProcess.memory_without_end_is_refused_and_one_sentence_says_so"),
-    ("a plug-in that crashes in `replay` is told of", "Journal.shows_a_crash_that_it_does_not_know"),
+    ("a plug-in that crashes in `replay` is told of", "Journal.shows_a_crash_that_was_not_recorded"),
     ("results, reports and packed files on a full disk are refused and leave nothing behind", "tests/cli/full_disk.py"),
     ("`-i` keeps extended attributes and access lists", "Files.keep_extended_attributes_and_access_lists"),
     ("state machines and themes are rewritten with the layers that they name", "tests/packed/lottie_test.py")]

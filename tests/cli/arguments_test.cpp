@@ -45,7 +45,7 @@ TEST(Arguments, run_is_the_command_when_none_is_named) {
     EXPECT_EQ(asked({"zzzzzz"}), "run zzzzzz");
 }
 
-TEST(Arguments, help_and_the_version_are_found_wherever_people_look) {
+TEST(Arguments, help_and_the_version_are_where_people_look_for_them) {
     EXPECT_EQ(asked({"help"}), "help");
     EXPECT_EQ(asked({"--help"}), "help");
     EXPECT_EQ(asked({"-h"}), "help");
@@ -62,7 +62,7 @@ TEST(Arguments, help_and_the_version_are_found_wherever_people_look) {
     EXPECT_EQ(asked({"a.json", "-ih", "--nonsense"}), "help run");
 }
 
-TEST(Arguments, a_misspelt_command_is_answered_with_the_nearest) {
+TEST(Arguments, a_misspelt_command_gets_the_nearest_as_a_suggestion) {
     EXPECT_EQ(problem({"chek"}), "'chek' is neither a command nor a file; did you mean \"check\"?");
     EXPECT_EQ(problem({"hlep", "check"}), "'hlep' is neither a command nor a file; did you mean \"help\"?");
     EXPECT_EQ(problem({"help", "chek"}), "there is no command 'chek'; did you mean \"check\"?");
@@ -72,7 +72,7 @@ TEST(Arguments, a_misspelt_command_is_answered_with_the_nearest) {
     EXPECT_EQ(asked({"./chek"}), "run ./chek");
 }
 
-TEST(Arguments, a_usage_problem_names_the_help_that_fits) {
+TEST(Arguments, a_usage_error_names_the_matching_help_page) {
     EXPECT_EQ(std::get<cli::UsageProblem>(parse_arguments({})).help, "exflate --help");
     EXPECT_EQ(std::get<cli::UsageProblem>(parse_arguments({"chek"})).help, "exflate --help");
     EXPECT_EQ(std::get<cli::UsageProblem>(parse_arguments({"list"})).help, "exflate list --help");
@@ -128,7 +128,7 @@ TEST(Arguments, the_dialogs_picture_takes_actions_in_their_order) {
     EXPECT_EQ(picture.actions[2].control + "|" + picture.actions[2].text, "d|");
 }
 
-TEST(Arguments, values_stand_beside_their_options_or_in_them) {
+TEST(Arguments, values_follow_their_options_or_are_part_of_them) {
     EXPECT_EQ(options({"--prefix=", "a"}).answers.prefix, "");
     EXPECT_EQ(options({"--prefix", "", "a"}).answers.prefix, "");
     EXPECT_EQ(options({"--prefix", "-x", "a"}).answers.prefix, "-x");
@@ -151,7 +151,7 @@ struct Mistake {
     const char* sentence;
 };
 
-TEST(Arguments, each_mistake_has_a_sentence) {
+TEST(Arguments, each_mistake_gets_its_own_sentence) {
     const char* const kNoFile = "name a file, or - for standard input";
     const char* const kNoPlace = "several files need --out-dir DIR or --in-place";
     const std::vector<Mistake> mistakes = {
@@ -192,7 +192,7 @@ TEST(Arguments, each_mistake_has_a_sentence) {
     for (const Mistake& mistake : mistakes) EXPECT_EQ(problem(mistake.arguments), mistake.sentence);
 }
 
-TEST(Arguments, the_dialogs_choices_are_refused_where_a_person_makes_them) {
+TEST(Arguments, flags_that_answer_the_dialog_are_refused_with_dialog) {
     for (const std::string flag : {"--copy-attributes", "--discard-attributes", "--delete-source", "--keep-in-comp",
                                    "--prefix=x", "--prepend-name", "--fix-random"}) {
         EXPECT_THAT(problem({"--dialog", flag, "a.json"}), HasSubstr("--dialog cannot be used with")) << flag;

@@ -85,19 +85,19 @@ int calls_until_done(const std::vector<std::string>& calls) {
 }
 
 // Where a run writes to.
-struct Aim {
+struct Destination {
     const char* name;
     std::vector<std::string> arguments;
     std::string file;                             // that gets the result
     std::function<void(const Sandbox&)> prepare;  // beside a.json
 };
 
-void PrintTo(const Aim& aim, std::ostream* out) {
-    *out << aim.name;
+void PrintTo(const Destination& destination, std::ostream* out) {
+    *out << destination.name;
 }
 
-const std::vector<Aim>& aims() {
-    static const std::vector<Aim> all = {
+const std::vector<Destination>& destinations() {
+    static const std::vector<Destination> all = {
         {"in_place", {"-i", "a.json"}, "a.json", [](const Sandbox&) {}},
         {"to_a_new_file", {"a.json", "-o", "b.json"}, "b.json", [](const Sandbox&) {}},
         {"over_another_file",
@@ -122,7 +122,7 @@ struct Content {
     bool has_link;
 };
 
-Content content_of(const Sandbox& sandbox, const Aim& aim) {
+Content content_of(const Sandbox& sandbox, const Destination& destination) {
     Content content;
     for (const std::string& name : sandbox.names()) {
         if (name.starts_with(".exflate-")) {
@@ -131,7 +131,7 @@ Content content_of(const Sandbox& sandbox, const Aim& aim) {
             content.files[name] = sandbox.read(name);
         }
     }
-    content.mode = fs::status(sandbox.path(aim.file)).permissions();
+    content.mode = fs::status(sandbox.path(destination.file)).permissions();
     content.has_link = fs::is_symlink(sandbox.path("link.json"));
     return content;
 }
@@ -140,9 +140,9 @@ bool is_one_sentence(const std::string& text) {
     return std::count(text.begin(), text.end(), '\n') == 1 && text.back() == '\n';
 }
 
-class BrokenWrites : public testing::TestWithParam<std::tuple<Aim, Fault>> {
+class BrokenWrites : public testing::TestWithParam<std::tuple<Destination, Fault>> {
   protected:
-    static const Aim& aim() { return std::get<0>(GetParam()); }
+    static const Destination& destination() { return std::get<0>(GetParam()); }
     static const Fault& fault() { return std::get<1>(GetParam()); }
 
     static void lay_out(const Sandbox& sandbox) {
@@ -150,15 +150,15 @@ class BrokenWrites : public testing::TestWithParam<std::tuple<Aim, Fault>> {
         sandbox.write("a.json", test::one_nest());
         fs::permissions(sandbox.path("a.json"),
                         fs::perms::owner_read | fs::perms::owner_write | fs::perms::others_read);
-        aim().prepare(sandbox);
+        destination().prepare(sandbox);
     }
 
     static void break_call(const Sandbox& sandbox, int call, const Content& before, const Content& complete) {
         lay_out(sandbox);
-        const Finished finished = exflate(sandbox, with_fault(aim().arguments, fault(), call));
+        const Finished finished = exflate(sandbox, with_fault(destination().arguments, fault(), call));
         const std::vector<std::string> calls = calls_made(sandbox);
         ASSERT_GE(static_cast<int>(calls.size()), call) << finished.err;
-        const Content after = content_of(sandbox, aim());
+        const Content after = content_of(sandbox, destination());
         const std::string what =
             "call " + std::to_string(call) + ", " + calls.at(static_cast<std::size_t>(call) - 1) + ": " + finished.err;
         EXPECT_THAT(after.files, AnyOf(before.files, complete.files)) << what;
@@ -189,9 +189,9 @@ class BrokenWrites : public testing::TestWithParam<std::tuple<Aim, Fault>> {
     // The next run does what it would have done, whatever the killed one has left.
     static void expect_undisturbed(const Sandbox& sandbox, const Content& left, const Content& complete,
                                    const std::string& what) {
-        const Finished next = exflate(sandbox, {.arguments = aim().arguments, .without_settings_folder = true});
+        const Finished next = exflate(sandbox, {.arguments = destination().arguments, .without_settings_folder = true});
         EXPECT_EQ(next.exit_code, 0) << what;
-        const Content now = content_of(sandbox, aim());
+        const Content now = content_of(sandbox, destination());
         EXPECT_EQ(now.files, complete.files) << what;
         EXPECT_EQ(now.temporary, left.temporary) << what;
     }
@@ -200,22 +200,22 @@ class BrokenWrites : public testing::TestWithParam<std::tuple<Aim, Fault>> {
 TEST_P(BrokenWrites, leave_the_old_file_or_the_new_one) {
     const Sandbox sandbox;
     lay_out(sandbox);
-    const Content before = content_of(sandbox, aim());
-    ASSERT_EQ(exflate(sandbox, with_fault(aim().arguments, fault(), 0)).exit_code, 0);
+    const Content before = content_of(sandbox, destination());
+    ASSERT_EQ(exflate(sandbox, with_fault(destination().arguments, fault(), 0)).exit_code, 0);
     const std::vector<std::string> calls = calls_made(sandbox);
-    const Content complete = content_of(sandbox, aim());
+    const Content complete = content_of(sandbox, destination());
     ASSERT_NE(before.files, complete.files);
     const int last = calls_until_done(calls);
     for (int call = calls_before_reading(calls) + 1; call <= last; ++call) break_call(sandbox, call, before, complete);
 }
 
-// Every fault for the run in place; for the other aims SIGINT and SIGHUP are left out, as SIGTERM is like them.
-std::vector<std::tuple<Aim, Fault>> all_cases() {
-    std::vector<std::tuple<Aim, Fault>> cases;
-    for (const Aim& aim : aims()) {
+// Every fault for the run in place; for the other destinations SIGINT and SIGHUP are left out, as SIGTERM is like them.
+std::vector<std::tuple<Destination, Fault>> all_cases() {
+    std::vector<std::tuple<Destination, Fault>> cases;
+    for (const Destination& destination : destinations()) {
         for (const Fault& fault : kFaults) {
             const bool is_alike = fault.number == SIGINT || fault.number == SIGHUP;
-            if (&aim == &aims().front() || !is_alike) cases.emplace_back(aim, fault);
+            if (&destination == &destinations().front() || !is_alike) cases.emplace_back(destination, fault);
         }
     }
     return cases;
@@ -226,7 +226,7 @@ INSTANTIATE_TEST_SUITE_P(Everywhere, BrokenWrites, testing::ValuesIn(all_cases()
 });
 
 // Were there others, they would have to be added to the library that breaks calls.
-TEST(BrokenWritesThemselves, know_every_call_of_a_write) {
+TEST(FailingCalls, cover_every_call_of_a_write) {
     const Sandbox sandbox(test::one_nest());
     ASSERT_EQ(exflate(sandbox, with_fault({"-i", "a.json"}, kFaults[0], 0)).exit_code, 0);
     std::vector<std::string> calls = calls_made(sandbox);
@@ -253,7 +253,7 @@ class BrokenSettings : public testing::TestWithParam<Fault> {
     }
 };
 
-TEST_P(BrokenSettings, are_the_old_ones_or_the_new_ones_and_no_run_fails_for_them) {
+TEST_P(BrokenSettings, are_the_old_ones_or_the_new_ones_and_fail_no_run) {
     const Sandbox sandbox(test::one_nest());
     ASSERT_EQ(run_in(sandbox, {.arguments = kArguments, .without_settings_folder = true}).exit_code, 0);
     const std::string result = sandbox.read("b.json");

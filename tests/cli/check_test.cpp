@@ -25,7 +25,7 @@ std::vector<std::string> nests_of(const Finished& finished) {
     return test::members_of(report["files"][0]["nests"], "name");
 }
 
-TEST(Check, a_look_that_stays_is_exact_and_ends_with_0) {
+TEST(Check, an_unchanged_look_is_exact_and_exits_with_0) {
     const Finished finished = check(test::one_nest());
     EXPECT_EQ(finished.exit_code, 0);
     EXPECT_EQ(finished.err, "");
@@ -35,7 +35,7 @@ TEST(Check, a_look_that_stays_is_exact_and_ends_with_0) {
                                                     "  1 nest: 1 exact, 0 equal to the eye, 0 changing\n"));
 }
 
-TEST(Check, a_look_that_changes_is_reported_with_reason_and_advice_and_ends_with_1) {
+TEST(Check, a_changed_look_is_reported_with_reason_and_advice_and_exits_with_1) {
     const Finished finished = check(test::fading_nest());
     EXPECT_EQ(finished.exit_code, 1);
     EXPECT_EQ(finished.err, "");
@@ -70,7 +70,7 @@ TEST(Check, comp_and_layer_choose_what_is_checked) {
     }
 }
 
-TEST(Check, a_choice_that_is_not_there_is_wrong_usage) {
+TEST(Check, a_selection_that_matches_nothing_is_wrong_usage) {
     const Finished finished = check(test::one_nest(), {"--layer", "Outro"});
     EXPECT_EQ(finished.exit_code, 2);
     EXPECT_THAT(finished.err, HasSubstr("no layer named \"Outro\""));
@@ -85,7 +85,7 @@ TEST(Check, the_answers_to_the_dialog_change_the_verdict) {
     EXPECT_THAT(discarded.out, HasSubstr("! place: its transform does not reach every layer"));
 }
 
-TEST(Check, of_several_files_the_highest_code_counts_and_each_is_reported) {
+TEST(Check, several_files_are_all_reported_and_the_highest_code_counts) {
     const Sandbox sandbox;
     const std::string kept = sandbox.write("kept.json", test::one_nest());
     const std::string fading = sandbox.write("fading.json", test::fading_nest());
@@ -102,7 +102,7 @@ TEST(Check, of_several_files_the_highest_code_counts_and_each_is_reported) {
     EXPECT_EQ(exflate(sandbox, {"check", kept, fading, "--layer", "Outro"}).exit_code, 2);
 }
 
-TEST(Check, a_plug_in_that_cannot_be_loaded_or_fails_ends_with_4) {
+TEST(Check, a_plug_in_that_cannot_be_loaded_or_fails_exits_with_4) {
     const Sandbox sandbox;
     const std::string file = sandbox.write("a.json", test::one_nest());
     const auto with = [&](const std::string& module) {
@@ -117,7 +117,7 @@ TEST(Check, a_plug_in_that_cannot_be_loaded_or_fails_ends_with_4) {
 }
 
 // Two nests whose tints differ in name and in the value behind an expression.
-TEST(Check, one_nest_leaves_no_trace_in_the_next) {
+TEST(Check, one_nests_trial_does_not_affect_the_next) {
     const auto tinted = [](int ind, const std::string& name, const std::string& amount) {
         std::string nest = test::nest_layer(ind, name, "comp_0");
         return nest.insert(nest.size() - 1,
@@ -166,7 +166,7 @@ TEST(Check, prove_says_how_much_the_pictures_differ) {
     EXPECT_THAT(check(test::one_nest()).out, Not(HasSubstr("pictures")));
 }
 
-TEST(Check, no_name_can_end_a_line_or_steer_the_terminal) {
+TEST(Check, no_name_can_break_a_line_or_control_the_terminal) {
     const Finished finished = check(test::hostile_names());
     EXPECT_EQ(finished.exit_code, 1);
     EXPECT_THAT(finished.out, HasSubstr(R"("a\"]]><&\u000A\u001B[31m\u009B)"));
@@ -174,7 +174,7 @@ TEST(Check, no_name_can_end_a_line_or_steer_the_terminal) {
     EXPECT_THAT(finished.out, Not(HasSubstr("\xC2\x9B")));
 }
 
-TEST(Check, pictures_of_all_nests_share_their_time_and_a_nest_without_says_why) {
+TEST(Check, pictures_of_all_nests_share_a_time_limit_and_a_nest_without_says_why) {
     const Finished finished = test::exflate_on(test::three_nests(), {"check", "--prove", "--picture-time", "0.01"});
     EXPECT_EQ(finished.err, "");
     EXPECT_THAT(finished.out, testing::HasSubstr("pictures: equal; "));

@@ -58,7 +58,7 @@ TEST(Flatten, a_nest_that_is_needed_for_the_look_stays_with_its_reason) {
     EXPECT_THAT(last_line(finished), testing::StartsWith("a.json: 1 pre-comp left: \"Soft\" (effects: "));
 }
 
-TEST(Flatten, all_of_it_says_which_looks_change) {
+TEST(Flatten, all_un_nests_everything_and_says_which_looks_change) {
     const Finished finished = exflate_on(flat_and_blurred(), {"flatten", "--all"});
     EXPECT_EQ(finished.exit_code, 1);
     EXPECT_THAT(finished.out, Not(HasSubstr("refId")));
@@ -66,7 +66,7 @@ TEST(Flatten, all_of_it_says_which_looks_change) {
                 testing::StartsWith("a.json: 0 pre-comps left; look changed: \"Soft\" (effects: "));
 }
 
-TEST(Flatten, nests_that_all_keep_their_look_end_with_success) {
+TEST(Flatten, succeeds_when_every_nest_keeps_its_look) {
     const Finished finished = exflate_on(test::three_nests(), {"flatten"});
     EXPECT_EQ(finished.exit_code, 0) << finished.err;
     EXPECT_EQ(last_line(finished), "a.json: 0 pre-comps left, look kept");
@@ -95,7 +95,7 @@ TEST(Flatten, a_dry_run_says_the_same_and_writes_nothing) {
     EXPECT_NE(sandbox.read("a.json"), flat_and_blurred());
 }
 
-TEST(Flatten, several_files_at_once_come_to_the_same) {
+TEST(Flatten, several_files_in_parallel_give_the_same_result) {
     const Sandbox sandbox(flat_and_blurred());
     sandbox.write("b.json", test::three_nests());
     const Finished finished = exflate(sandbox, {"flatten", "-j", "2", "--out-dir", "out", "a.json", "b.json"});
@@ -112,7 +112,7 @@ TEST(Flatten, shared_nests_stay_where_the_file_would_grow_too_far) {
     EXPECT_EQ(last_line(exflate_on(doubling(4), {"flatten"})), "a.json: 0 pre-comps left, look kept");
 }
 
-TEST(Flatten, the_last_line_names_no_more_nests_than_one_can_read) {
+TEST(Flatten, the_last_line_names_only_a_few_nests) {
     std::vector<std::string> nests;
     for (int i = 1; i <= 25; ++i) nests.push_back(blurred_nest(i, "nest " + std::to_string(i), "blur"));
     const std::string text = test::animation(
@@ -131,7 +131,7 @@ TEST(Flatten, compositions_that_double_at_each_of_many_levels_do_not_fill_the_me
     EXPECT_THAT(last_line(finished), HasSubstr("(size: "));
 }
 
-TEST(Flatten, exact_keeps_what_is_only_equal_to_the_eye) {
+TEST(Flatten, exact_keeps_nests_that_are_only_equal_to_the_eye) {
     std::string nest = test::nest_layer(1, "Nest", "inside");
     nest.replace(nest.find("[50,40,0]"), 9, "[0,0,0]").replace(nest.find(R"("w":100)"), 7, R"("w":90)");
     std::string wide = test::solid_layer(1, "wide");
@@ -168,7 +168,7 @@ TEST(Flatten, a_bare_run_hints_at_it_where_looks_change) {
     EXPECT_THAT(exflate_on(test::fading_nest(), {"--keep-look"}).err, Not(HasSubstr("exflate flatten")));
 }
 
-TEST(Flatten, a_recursive_run_says_that_nests_inside_lose_the_layer_they_hang_on) {
+TEST(Flatten, a_recursive_run_says_that_inner_nests_lose_their_parent) {
     std::string inner = test::nest_layer(1, "Inner", "inner");
     inner.insert(1, R"("parent":2,)");
     const std::string text = test::animation({test::asset("outer", "Outer", {inner, test::shape_layer(2, "carrier")}),
@@ -185,7 +185,7 @@ TEST(Flatten, keep_look_leaves_what_would_change) {
     EXPECT_THAT(layer_names(finished.out), ElementsAre("Inner", "dot", "Soft"));
 }
 
-TEST(Flatten, a_mending_run_un_nests_everything_and_restores_what_that_lost) {
+TEST(Flatten, a_mending_run_un_nests_everything_and_restores_what_was_lost) {
     std::string nest = test::nest_layer(1, "Nest", "inside");
     nest.replace(nest.find(R"("op":50)"), 7, R"("op":20)");
     const std::string text = test::animation({test::asset("inside", "Inside", {test::shape_layer(1, "x")})}, {nest});

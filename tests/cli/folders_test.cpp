@@ -19,7 +19,7 @@ namespace {
 
 const std::vector<std::string> kFlat = {"Title", "circle", "square", "Background"};
 
-// Animations at several depths, and other things.
+// Animations at several depths, and other files.
 class Folders : public testing::Test {
   protected:
     Folders() {
@@ -48,13 +48,13 @@ TEST_F(Folders, stand_for_the_animations_in_them_in_order_whatever_their_names) 
     }
 }
 
-TEST_F(Folders, mix_with_files) {
+TEST_F(Folders, can_be_mixed_with_files) {
     sandbox_.write("own.json", test::no_nest());
     EXPECT_THAT(files_of(exflate(sandbox_, {"list", "--json", "own.json", "in/b", "in/z.json"})),
                 ElementsAre("own.json", "in/b/deep/a.json", "in/b/no name", "in/z.json"));
 }
 
-TEST_F(Folders, give_their_tree_to_the_output_folder) {
+TEST_F(Folders, are_mirrored_in_the_output_folder) {
     for (const char* jobs : {"-j1", "-j3"}) {
         fs::remove_all(sandbox_.path("out"));
         const Finished finished = exflate(sandbox_, {"run", jobs, "in", "--out-dir", "out"});

@@ -10,7 +10,7 @@ using test::Sandbox;
 
 namespace {
 
-// What it does is the name of the first layer.
+// The name of the first layer tells it what to do.
 std::string animation_for(const std::string& deed) {
     return test::animation({test::asset("comp_0", "Inside", {test::shape_layer(1, "x")})},
                            {test::shape_layer(1, deed), test::nest_layer(2, "Nest", "comp_0")});
@@ -26,7 +26,7 @@ void expect_sentence(const std::string& deed, const std::string& sentence, const
     EXPECT_EQ(sandbox.read("a.json"), animation_for(deed));
 }
 
-TEST(ForeignPlugin, that_crashes_or_leaves_ends_every_command_with_a_sentence) {
+TEST(ForeignPlugin, that_crashes_or_exits_ends_every_command_with_a_sentence) {
     for (const char* command : {"run", "check", "flatten", "report"}) {
         expect_sentence("crash", "crashed (Aborted)", {command, "a.json"});
         expect_sentence("leave", "ended the program with code 0", {command, "a.json"});
@@ -34,7 +34,7 @@ TEST(ForeignPlugin, that_crashes_or_leaves_ends_every_command_with_a_sentence) {
     expect_sentence("crash", "crashed (Aborted)", {"run", "-i", "a.json", "--journal", "run.journal"});
 }
 
-TEST(ForeignPlugin, that_un_nests_nothing_is_not_said_to_have_done_so) {
+TEST(ForeignPlugin, that_un_nests_nothing_is_reported_so) {
     const Sandbox sandbox(animation_for("nothing much"));
     const Finished finished = exflate(
         sandbox, {.arguments = {"run", "a.json", "-o", "out.json"}, .environment = {{"EXFLATE_PLUGIN", ENDS_EARLY}}});

@@ -71,7 +71,7 @@ TEST(EndlessName, ends_a_check_with_an_error) {
 }
 
 // None of the scripts takes long, but there are many.
-TEST(EndlessName, is_no_worse_than_many_slow_ones) {
+TEST(EndlessName, is_no_worse_than_many_slow_scripts) {
     const Sandbox sandbox;
     std::vector<std::string> layers;
     for (int i = 1; i <= 500; ++i) {
@@ -86,7 +86,7 @@ TEST(EndlessName, is_no_worse_than_many_slow_ones) {
     EXPECT_THAT(sandbox.names(), testing::ElementsAre("a.json"));
 }
 
-TEST(EndlessName, of_one_file_leaves_the_next_its_time) {
+TEST(EndlessName, in_one_file_takes_no_time_from_the_next) {
     const Sandbox sandbox;
     const Finished finished =
         exflate(sandbox, {sandbox.write("a.json", endless_names(1, 1)), sandbox.write("b.json", test::one_nest()),

@@ -38,7 +38,7 @@ std::vector<std::string> arguments(std::vector<std::string> flags, const std::ve
     return flags;
 }
 
-TEST(Jobs, print_write_and_return_the_same_as_one) {
+TEST(Jobs, give_the_same_output_files_and_exit_code_as_one) {
     const Sandbox one;
     const Sandbox several;
     const Finished expected = exflate(one, arguments({"run", "--out-dir", "out", "--prefix", "p"}, many_files(one)));
@@ -52,7 +52,7 @@ TEST(Jobs, print_write_and_return_the_same_as_one) {
     for (const std::string& name : one.names("out")) EXPECT_EQ(several.read("out/" + name), one.read("out/" + name));
 }
 
-TEST(Jobs, more_than_there_are_files_do_no_harm) {
+TEST(Jobs, can_outnumber_the_files) {
     const Sandbox sandbox(test::one_nest());
     sandbox.write("b.json", test::one_nest());
     EXPECT_EQ(exflate(sandbox, {"run", "-j", "1000", "-i", "a.json", "b.json"}).exit_code, 0);
@@ -114,7 +114,7 @@ TEST(Jobs, a_terminal_shows_a_line_of_progress_that_goes_away_at_the_end) {
     EXPECT_THAT(in_terminal({{"TERM", "dumb"}}), Not(HasSubstr("files done")));
 }
 
-TEST(Jobs, there_is_no_such_line_elsewhere) {
+TEST(Jobs, progress_is_shown_only_in_a_terminal) {
     const Sandbox sandbox(test::one_nest());
     sandbox.write("b.json", test::one_nest());
     const Finished finished = exflate(sandbox, {"run", "--jobs", "2", "-i", "a.json", "b.json"});

@@ -56,7 +56,7 @@ TEST(Journal, changes_nothing_about_a_run) {
     EXPECT_THAT(sandbox.names(), ElementsAre("a.json", "flat.json", "run.journal"));
 }
 
-TEST(Journal, is_all_that_a_replay_needs) {
+TEST(Journal, has_all_that_a_replay_needs) {
     const Sandbox recorded;
     record(recorded);
     const Sandbox sandbox;
@@ -82,7 +82,7 @@ TEST(Journal, replays_the_demo_with_every_option) {
     }
 }
 
-TEST(Journal, holds_several_files_and_rounds) {
+TEST(Journal, covers_several_files_and_rounds) {
     const Sandbox sandbox(test::one_nest());
     sandbox.write("b.json", test::three_nests());
     EXPECT_EQ(exflate(sandbox, {"a.json", "b.json", "--recursive", "-i", "--journal", "run.journal"}).exit_code, 0);
@@ -92,7 +92,7 @@ TEST(Journal, holds_several_files_and_rounds) {
     EXPECT_THAT(replayed.err, HasSubstr("in 8 visits"));
 }
 
-TEST(Journal, holds_a_run_that_failed) {
+TEST(Journal, covers_a_run_that_failed) {
     const Sandbox sandbox;
     EXPECT_EQ(record(sandbox, {{"EXFLATE_PLUGIN", EDITS_THEN_FAILS}}).exit_code, 4);
     EXPECT_THAT(sandbox.read("run.journal"), HasSubstr("leave command_hook = 7 (1)"));
@@ -113,7 +113,7 @@ TEST(Journal, shows_a_plugin_that_does_something_else) {
     EXPECT_EQ(replay(sandbox).exit_code, 1);  // and another plug-in altogether
 }
 
-TEST(Journal, holds_everything_up_to_a_crash_and_a_replay_gets_there) {
+TEST(Journal, covers_everything_up_to_a_crash_and_a_replay_reaches_it) {
     for (const int signal : {SIGABRT, SIGKILL}) {
         const Sandbox sandbox;
         const Environment crash = talker({{"TALKER_ENDS", "3 " + std::to_string(signal)}});
@@ -137,7 +137,7 @@ TEST(Journal, holds_everything_up_to_a_crash_and_a_replay_gets_there) {
     }
 }
 
-TEST(Journal, shows_a_crash_that_it_does_not_know) {
+TEST(Journal, shows_a_crash_that_was_not_recorded) {
     const Sandbox sandbox;
     record(sandbox, talker());
     const Finished replayed = replay(sandbox, talker({{"TALKER_ENDS", "3 " + std::to_string(SIGABRT)}}));
@@ -145,7 +145,7 @@ TEST(Journal, shows_a_crash_that_it_does_not_know) {
     EXPECT_THAT(replayed.err, HasSubstr("got nothing: the plug-in crashed (Aborted)"));
 }
 
-TEST(Journal, that_is_none_is_bad_input) {
+TEST(Journal, that_is_not_a_journal_is_bad_input) {
     const Sandbox sandbox;
     sandbox.write("run.journal", test::one_nest() + "\n");
     const Finished other = replay(sandbox);
@@ -165,7 +165,7 @@ TEST(Journal, that_is_none_is_bad_input) {
     EXPECT_EQ(missing.err, "nothing.journal: cannot be read: No such file or directory\n");
 }
 
-TEST(Journal, that_cannot_be_played_is_bad_input) {
+TEST(Journal, that_cannot_be_replayed_is_bad_input) {
     const Sandbox sandbox;
     record(sandbox);
     std::string journal = sandbox.read("run.journal");

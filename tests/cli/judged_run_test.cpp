@@ -70,17 +70,17 @@ TEST(JudgedRun, only_exact_keeps_the_nests_that_would_change) {
     EXPECT_EQ(finished.out, exflate_on(good_and_bad(), {"--layer", "GoodOne"}).out);
 }
 
-TEST(JudgedRun, only_exact_goes_as_deep_as_stays_exact) {
+TEST(JudgedRun, only_exact_goes_as_deep_as_the_look_stays_exact) {
     const Finished finished = exflate_on(good_and_bad(), {"--only-exact", "--recursive"});
     EXPECT_EQ(finished.exit_code, 0) << finished.err;
     EXPECT_THAT(layer_names(finished.out), ElementsAre("leaf", "BadInside", "dot", "BadOne", "ground"));
 }
 
-TEST(JudgedRun, strict_has_nothing_to_refuse_where_only_exact_nests_come_out) {
+TEST(JudgedRun, strict_refuses_nothing_with_only_exact) {
     EXPECT_EQ(exflate_on(good_and_bad(), {"--only-exact", "--strict"}).exit_code, 0);
 }
 
-TEST(JudgedRun, nothing_exact_gives_the_input) {
+TEST(JudgedRun, only_exact_returns_the_input_when_nothing_is_exact) {
     const std::string bad =
         test::animation({test::asset("bad", "Bad", {solid(1, "spot")})}, {faint_nest(1, "BadOne", "bad")});
     const Finished finished = exflate_on(bad, {"--only-exact"});
@@ -88,7 +88,7 @@ TEST(JudgedRun, nothing_exact_gives_the_input) {
     EXPECT_EQ(finished.out, bad);
 }
 
-TEST(JudgedRun, nests_that_stay_are_listed_and_on_request_all) {
+TEST(JudgedRun, kept_nests_are_listed_and_all_nests_on_request) {
     const Finished brief = exflate_on(good_and_bad(), {"--only-exact"});
     EXPECT_THAT(brief.err, Not(HasSubstr("GoodOne")));
     EXPECT_THAT(brief.err, HasSubstr("nest #2 \"BadOne\" kept: "));
@@ -125,7 +125,7 @@ TEST(JudgedRun, max_growth_keeps_shared_nests_beyond_it) {
     EXPECT_THAT(finished.err, HasSubstr("the file would grow beyond the limit, and other nests share its composition"));
 }
 
-TEST(JudgedRun, max_growth_lets_shared_nests_out_as_long_as_the_file_stays_within_it) {
+TEST(JudgedRun, max_growth_un_nests_shared_nests_while_the_file_stays_within_it) {
     EXPECT_EQ(layers_after({"--max-growth", "500"}), 30u);
     EXPECT_EQ(layers_after({"--max-growth", "60", "--layer", "Left", "--layer", "Right"}), 12u);  // one of the two fits
 }

@@ -49,12 +49,12 @@ TEST(List, times_are_frames_with_their_fractions) {
     EXPECT_THAT(list(text).out, HasSubstr("#1 shape \"Title\" -2.5 to 7.25\n"));
 }
 
-TEST(List, a_name_can_neither_end_a_line_nor_steer_the_terminal) {
+TEST(List, a_name_can_neither_break_a_line_nor_control_the_terminal) {
     const Finished finished = list(test::animation({}, {test::shape_layer(1, R"(a\nb\u001b[31m\"q\u009bx)")}));
     EXPECT_THAT(finished.out, HasSubstr(R"("a\u000Ab\u001B[31m\"q\u009Bx")"));
 }
 
-TEST(List, a_million_paths_through_shared_compositions_are_listed_in_no_time) {
+TEST(List, a_million_paths_through_shared_compositions_are_listed_fast) {
     std::vector<std::string> assets = {test::asset("level0", "Level 0", {test::shape_layer(1, "dot")})};
     for (int level = 1; level <= 30; ++level) {
         const std::string inner = "level" + std::to_string(level - 1);

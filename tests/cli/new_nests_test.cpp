@@ -1,4 +1,4 @@
-// The nests that a run has brought to the surface.
+// The nests that come out of a run.
 #include <gmock/gmock.h>
 
 #include "cli/shared/selection.h"
@@ -26,7 +26,7 @@ struct NewNests : testing::Test {
     }
 };
 
-TEST_F(NewNests, are_those_made_since_and_stand_as_in_the_stack) {
+TEST_F(NewNests, are_the_layers_made_since_in_stack_order) {
     nest_at(main, 0);
     const auto before = project.newest_layer_id();
     EXPECT_THAT(new_nests_of(main, before), IsEmpty());
@@ -37,7 +37,7 @@ TEST_F(NewNests, are_those_made_since_and_stand_as_in_the_stack) {
     EXPECT_EQ(new_nests_of(main, 0), nests_of(main));
 }
 
-TEST_F(NewNests, are_living_nests_of_that_composition) {
+TEST_F(NewNests, are_nests_that_still_exist_in_that_composition) {
     const auto before = project.newest_layer_id();
     nest_at(other, 0);
     nest_at(main, 0).remove();

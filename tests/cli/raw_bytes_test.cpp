@@ -34,7 +34,7 @@ std::string without(std::string text, const std::string& what) {
     return text;
 }
 
-// All but what the console itself means for the terminal.
+// Without the control sequences that the console means to send.
 std::string without_colors(std::string text) {
     for (const char* own : {"\033[31m", "\033[32m", "\033[33m", "\033[0m", "\r\033[K"}) text = without(text, own);
     return text;

@@ -29,7 +29,7 @@ class Report : public testing::Test {
         return exflate(sandbox_, {.arguments = all, .input = input, .environment = {{"EXFLATE_PLAYER", "player.js"}}});
     }
 
-    // The page of the animation, which comes to that exit code.
+    // The page for the animation; expects that exit code.
     std::string page_of(const std::string& animation, int code = 0, std::vector<std::string> arguments = {}) const {
         arguments.insert(arguments.end(), {sandbox_.write("a.json", animation), "-o", "page.html"});
         EXPECT_EQ(report(arguments).exit_code, code);
@@ -61,7 +61,7 @@ std::size_t count(const std::string& text, const std::string& what) {
     return found;
 }
 
-// Of the layers of all levels, with where they were before.
+// Where the layers of all levels were before.
 std::vector<std::string> origins(const rapidjson::Value& layers) {
     std::vector<std::string> told;
     for (const auto& layer : layers.GetArray()) {
@@ -73,8 +73,8 @@ std::vector<std::string> origins(const rapidjson::Value& layers) {
     return told;
 }
 
-// The nest is cut off at its own frame, and its content, once out, is not.
-std::string cut_off() {
+// The nest clips its layer, which sticks out once it is un-nested.
+std::string clipped() {
     const std::string square = R"({"ddd":0,"ind":1,"ty":1,"nm":"wide","sr":1,)" + test::kTransform +
                                R"(,"ao":0,"sw":90,"sh":70,"sc":"#ff0000","ip":0,"op":50,"st":0,"bm":0})";
     const std::string nest = R"({"ddd":0,"ind":1,"ty":0,"nm":"Small","refId":"comp_0","sr":1,"ks":{},)"
@@ -104,8 +104,8 @@ TEST_F(Report, goes_to_standard_output_without_o_and_the_counts_do_not) {
     EXPECT_EQ(finished.err, "standard input: 1 nest: 1 exact, 0 equal to the eye, 0 changing\n");
 }
 
-TEST_F(Report, of_a_look_that_changes_ends_with_one_and_shows_the_worst_frame) {
-    const auto data = test::parsed(part(page_of(cut_off(), 1), "data"));
+TEST_F(Report, of_a_changed_look_exits_with_1_and_shows_the_worst_frame) {
+    const auto data = test::parsed(part(page_of(clipped(), 1), "data"));
     EXPECT_STREQ(data["verdict"].GetString(), "changes");
     const auto& nest = data["nests"][0];
     EXPECT_STREQ(nest["verdict"].GetString(), "changes");
@@ -146,7 +146,7 @@ TEST_F(Report, places_layers_of_all_levels_on_one_timeline) {
 }
 
 // Its clock goes through the first 20 frames twice, and holds between.
-TEST_F(Report, places_layers_by_remapped_time_frame_by_frame_unless_an_expression_works_it) {
+TEST_F(Report, places_layers_by_remapped_time_frame_by_frame_unless_an_expression_drives_it) {
     const std::string key = R"({"t":%t,"s":[%s],"i":{"x":[0.5],"y":[0.5]},"o":{"x":[0.5],"y":[0.5]}})";
     const auto at = [&key](const std::string& time, const std::string& seconds) {
         std::string text = key;
@@ -171,7 +171,7 @@ TEST_F(Report, places_layers_by_remapped_time_frame_by_frame_unless_an_expressio
     EXPECT_EQ(inside("unplaced"), "yes");
 }
 
-// Nests in one another, each with `layers` layers besides.
+// Nests inside one another, each with `layers` other layers.
 std::string deep_and_wide(int levels, int layers) {
     std::vector<std::string> assets;
     for (int level = 0; level < levels; ++level) {
@@ -214,7 +214,7 @@ std::string soft_and_flat() {
                            {test::nest_layer(1, "Flat", "comp_1"), soft});
 }
 
-TEST_F(Report, of_flatten_holds_what_flatten_writes_and_ends_as_it_does) {
+TEST_F(Report, of_flatten_contains_what_flatten_writes_and_has_its_exit_code) {
     const std::string page = page_of(soft_and_flat(), 1, {"--flatten"});
     const auto flat = exflate(sandbox_, {"flatten", "a.json", "-o", "flat.json"});
     EXPECT_EQ(flat.exit_code, 1);
@@ -229,7 +229,7 @@ TEST_F(Report, of_flatten_holds_what_flatten_writes_and_ends_as_it_does) {
     EXPECT_EQ(page_of(test::three_nests(), 0, {"--flatten"}), page_of(test::three_nests(), 0, {"--flatten"}));
 }
 
-TEST_F(Report, of_flatten_tells_what_becomes_of_each_nest_those_that_stay_first) {
+TEST_F(Report, of_flatten_lists_every_nest_with_those_that_stay_first) {
     const auto data = test::parsed(part(page_of(soft_and_flat(), 1, {"--flatten"}), "data"));
     std::vector<std::string> told;
     for (const auto& nest : data["nests"].GetArray())
@@ -242,7 +242,7 @@ TEST_F(Report, of_flatten_tells_what_becomes_of_each_nest_those_that_stay_first)
     EXPECT_THAT(origins(data["layers_after"]), testing::IsSupersetOf({"red 1.1.1", "blue 1.1.2", "Soft 2", "red 2.1"}));
 }
 
-TEST_F(Report, of_flatten_takes_none_of_the_choices_of_the_dialog) {
+TEST_F(Report, of_flatten_takes_no_dialog_flags) {
     sandbox_.write("a.json", test::one_nest());
     for (const char* choice : {"--delete-source", "--prefix=a", "--discard-attributes"}) {
         const auto finished = report({"--flatten", choice, "a.json", "-o", "page.html"});
@@ -259,7 +259,7 @@ TEST_F(Report, of_flatten_in_one_composition_shows_that_one) {
                  "exflate flatten --comp=Outer -o a_flat.json a.json");
 }
 
-TEST_F(Report, names_a_command_that_gives_its_animation_whatever_the_names_are) {
+TEST_F(Report, names_a_command_that_reproduces_its_animation_whatever_the_names) {
     const std::string file = "it's <b> $HOME.json";
     sandbox_.write(file, test::animation({test::asset("comp_0", "Shared", {test::shape_layer(1, "dot")})},
                                          {test::nest_layer(1, "-x '$(touch hit)'", "comp_0"),
@@ -299,7 +299,7 @@ TEST_F(Report, keeps_a_player_inside_its_element_and_its_licence_in_the_page) {
 }
 
 TEST_F(Report, of_the_same_input_is_the_same_page) {
-    EXPECT_EQ(page_of(cut_off(), 1), page_of(cut_off(), 1));
+    EXPECT_EQ(page_of(clipped(), 1), page_of(clipped(), 1));
 }
 
 TEST_F(Report, of_a_composition_shows_that_one) {
@@ -342,7 +342,7 @@ struct Refused {
     const char* sentence;
 };
 
-TEST_F(Report, that_cannot_be_made_is_an_error) {
+TEST_F(Report, that_cannot_be_written_is_an_error) {
     sandbox_.write("a.json", test::one_nest());
     sandbox_.write("broken.json", "{\"layers\":");
     const std::vector<Refused> all = {

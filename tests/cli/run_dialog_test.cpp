@@ -31,7 +31,7 @@ Finished run(const Flags& flags) {
     return run(Sandbox(), flags);
 }
 
-TEST(RunDialog, layers_are_named_as_answered) {
+TEST(RunDialog, layers_are_named_as_the_flags_say) {
     const std::string longest(50, 'p');
     const std::vector<std::pair<Flags, std::string>> answers = {{{}, ""},
                                                                 {{"--prefix", "fx"}, "fx_"},
@@ -153,7 +153,7 @@ std::vector<Flags> all_answers() {
     return all;
 }
 
-TEST(RunDialog, whatever_was_answered_before_changes_nothing) {
+TEST(RunDialog, earlier_answers_change_nothing) {
     const std::vector<Flags> all = all_answers();
     ASSERT_EQ(all.size(), 24U);
     std::vector<std::string> fresh;
@@ -168,7 +168,7 @@ TEST(RunDialog, whatever_was_answered_before_changes_nothing) {
     }
 }
 
-TEST(RunDialog, nothing_remembers_anything_without_a_home) {
+TEST(RunDialog, nothing_is_remembered_without_a_home_folder) {
     const Sandbox sandbox(test::one_nest());
     const Finished finished = exflate(sandbox, {.arguments = {"a.json"}, .without_settings_folder = true});
     EXPECT_EQ(finished.exit_code, 0);
@@ -212,7 +212,7 @@ TEST(RunDialog, a_build_without_windows_says_so) {
     }
 }
 
-TEST(RunDialog, boxes_that_grey_each_other_in_edited_settings_are_worked_all_the_same) {
+TEST(RunDialog, check_boxes_that_disable_each_other_in_edited_settings_can_still_be_set) {
     const Sandbox sandbox;
     const auto settings = [&](const std::string& text) {
         std::string edited = text;
@@ -229,7 +229,7 @@ TEST(RunDialog, boxes_that_grey_each_other_in_edited_settings_are_worked_all_the
     EXPECT_EQ(exflate(sandbox, start).out, fresh);
 }
 
-TEST(RunDialog, its_controls_are_listed_by_the_names_that_click_and_type_take) {
+TEST(RunDialog, its_controls_are_listed_by_the_names_for_click_and_type) {
     const Finished finished = exflate(Sandbox(), {"dialog", "--controls", "--first-use"});
     EXPECT_EQ(finished.exit_code, 0) << finished.err;
     EXPECT_THAT(finished.out, HasSubstr("--type edittext \"prefixInput\", holds \"\"\n"));

@@ -51,7 +51,7 @@ TEST(RunInput, an_unreadable_file_and_one_without_an_animation_are_bad_input) {
     }
 }
 
-TEST(RunInput, every_truncation_of_an_animation_is_bad_input_or_nothing_worse) {
+TEST(RunInput, every_truncation_of_an_animation_is_at_worst_bad_input) {
     const Sandbox sandbox;
     const std::string whole = test::one_nest();
     for (std::size_t length = 0; length < whole.size(); length += 97) {
@@ -61,7 +61,7 @@ TEST(RunInput, every_truncation_of_an_animation_is_bad_input_or_nothing_worse) {
     }
 }
 
-TEST(RunInput, a_fault_deep_inside_a_layer_is_bad_input_even_where_the_plug_in_passes_over_the_failure) {
+TEST(RunInput, an_error_deep_inside_a_layer_is_bad_input_even_if_the_plug_in_ignores_the_failure) {
     const Sandbox sandbox;
     const std::string without_time = R"({"a":1,"k":[{"s":[1]},{"t":9,"s":[2]}]})";
     const std::string effect =
@@ -87,7 +87,7 @@ std::string one_nest_with(const std::string& from, const std::string& to) {
     return text.replace(at, from.size(), to);
 }
 
-TEST(RunInput, numbers_that_cannot_be_held_are_bad_input_to_every_command) {
+TEST(RunInput, numbers_that_cannot_be_represented_are_bad_input_to_every_command) {
     const Sandbox sandbox;
     const std::string eased =
         R"("p":{"a":1,"k":[{"t":0,"s":[0,0],"i":{"x":1,"y":1},"o":{"x":0,"y":1e308}},{"t":9,"s":[5,5]}]})";
@@ -148,7 +148,7 @@ Finished with_plugin(const Sandbox& sandbox, const std::string& plugin) {
     return exflate(sandbox, {.arguments = {"a.json", "-o", "out.json"}, .environment = {{"EXFLATE_PLUGIN", plugin}}});
 }
 
-TEST(RunPlugin, a_missing_file_and_one_that_is_no_plug_in_are_reported) {
+TEST(RunPlugin, a_missing_file_and_one_that_is_not_a_plug_in_are_reported) {
     const std::vector<std::pair<const char*, const char*>> plugins = {
         {"absent.so", "exflate: there is no plug-in at 'absent.so'\n"},
         {"a.json", "'a.json' is not a loadable plug-in"},

@@ -31,7 +31,7 @@ ino_t identity(const fs::path& file) {
     return facts.st_ino;
 }
 
-TEST(RunOutput, one_file_goes_to_standard_output_and_nothing_else_does) {
+TEST(RunOutput, one_file_is_all_that_goes_to_standard_output) {
     const Sandbox sandbox;
     const Finished finished = exflate(sandbox, {sandbox.write("a.json", test::one_nest())});
     EXPECT_EQ(finished.exit_code, 0);
@@ -85,7 +85,7 @@ TEST(RunOutput, in_place_replaces_each_file_and_keeps_mode_and_link) {
     EXPECT_THAT(sandbox.names(), ElementsAre("a.json", "link.json", "real.json"));
 }
 
-TEST(RunOutput, a_folder_for_results_is_made_and_gets_every_file) {
+TEST(RunOutput, the_output_folder_is_created_and_gets_every_file) {
     const Sandbox sandbox;
     fs::create_directory(sandbox.path("in"));
     sandbox.write("in/a.json", test::one_nest());
@@ -125,7 +125,7 @@ TEST(RunOutput, a_full_standard_output_is_an_error) {
     }
 }
 
-TEST(RunOutput, a_reader_that_went_away_is_an_error_not_a_crash) {
+TEST(RunOutput, a_closed_pipe_is_an_error_not_a_crash) {
     const Sandbox sandbox(test::one_nest());
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"a.json"}, {"list", "a.json"}, {"list", "--json", "a.json"}, {"--help"}}) {
@@ -135,7 +135,7 @@ TEST(RunOutput, a_reader_that_went_away_is_an_error_not_a_crash) {
     }
 }
 
-TEST(RunOutput, a_full_disk_leaves_the_old_file_and_no_other) {
+TEST(RunOutput, a_full_disk_leaves_only_the_old_file) {
     const Sandbox sandbox(test::one_nest());
     for (const std::string output : {"a.json", "b.json"}) {
         const Finished finished =
@@ -147,7 +147,7 @@ TEST(RunOutput, a_full_disk_leaves_the_old_file_and_no_other) {
     }
 }
 
-TEST(RunOutput, a_place_that_cannot_be_written_is_an_error) {
+TEST(RunOutput, an_unwritable_destination_is_an_error) {
     const Sandbox sandbox(test::one_nest());
     const std::vector<std::vector<std::string>> places = {
         {"-o", "/dev/full", "'/dev/full' cannot be written: No space left on device"},
@@ -162,7 +162,7 @@ TEST(RunOutput, a_place_that_cannot_be_written_is_an_error) {
     }
 }
 
-TEST(RunOutput, a_bad_file_among_good_ones_gives_its_code_and_harms_none) {
+TEST(RunOutput, a_bad_file_among_good_ones_sets_the_exit_code_and_harms_none) {
     const Sandbox sandbox(test::one_nest());
     sandbox.write("bad.json", "{\"v\":");
     sandbox.write("c.json", test::one_nest());
@@ -200,7 +200,7 @@ TEST(RunOutput, a_hard_link_that_is_split_gets_a_warning) {
     EXPECT_THAT(exflate(sandbox, {"-i", "a.json"}).err, Not(HasSubstr("hard link")));
 }
 
-TEST(RunOutput, want_of_memory_is_a_sentence) {
+TEST(RunOutput, running_out_of_memory_is_reported_in_one_sentence) {
 #if defined(__SANITIZE_ADDRESS__)
     GTEST_SKIP() << "needs its address space for itself";
 #endif
@@ -237,7 +237,7 @@ TEST(RunOutput, of_several_codes_the_highest_counts) {
                                 HasSubstr("bad.json:1:")));
 }
 
-TEST(RunOutput, words_of_no_terminal_have_no_colours) {
+TEST(RunOutput, messages_outside_a_terminal_have_no_colours) {
     const Sandbox sandbox;
     const Finished finished = exflate(sandbox, {.arguments = {"absent.json"}, .environment = {{"TERM", "xterm"}}});
     EXPECT_THAT(finished.err, Not(HasSubstr("\033")));

@@ -33,25 +33,25 @@ std::string nested_tenfold() {
     return test::animation(assets, {test::nest_layer(1, "Top", "level8")});
 }
 
-TEST(RunSelection, every_nest_of_the_main_composition_is_meant_without_flags) {
+TEST(RunSelection, every_nest_of_the_main_composition_is_selected_without_flags) {
     EXPECT_THAT(names_after(test::three_nests(), {}), ElementsAre("dot", "dot", "Inner", "frame"));
 }
 
-TEST(RunSelection, a_layer_is_named_or_numbered) {
+TEST(RunSelection, a_layer_is_selected_by_name_or_number) {
     EXPECT_THAT(names_after(test::three_nests(), {"--layer", "Box"}), ElementsAre("Left", "Right", "Inner", "frame"));
     EXPECT_THAT(names_after(test::three_nests(), {"--layer", "#1"}), ElementsAre("dot", "Right", "Box"));
     EXPECT_THAT(names_after(test::three_nests(), {"--layer", "#3", "--layer", "Left", "--layer", "Left"}),
                 ElementsAre("dot", "Right", "Inner", "frame"));
 }
 
-TEST(RunSelection, a_name_means_all_nests_that_have_it) {
+TEST(RunSelection, a_name_selects_all_nests_that_have_it) {
     const std::string twins = test::animation(
         {test::asset("c", "C", {test::shape_layer(1, "dot")})},
         {test::nest_layer(1, "Twin", "c"), test::shape_layer(2, "Twin"), test::nest_layer(3, "Twin", "c")});
     EXPECT_THAT(names_after(twins, {"--layer", "Twin"}), ElementsAre("dot", "Twin", "dot"));
 }
 
-TEST(RunSelection, a_composition_is_named_or_given_by_id) {
+TEST(RunSelection, a_composition_is_selected_by_name_or_id) {
     for (const char* comp : {"Outer", "comp_1"}) {
         const Finished finished = exflate_on(test::three_nests(), {"--comp", comp});
         EXPECT_EQ(finished.exit_code, 0);
@@ -91,7 +91,7 @@ struct WrongChoice {
     std::string sentence;
 };
 
-TEST(RunSelection, a_wrong_choice_is_refused_with_suggestions) {
+TEST(RunSelection, a_wrong_selection_is_refused_with_suggestions) {
     const std::string three = test::three_nests();
     const std::string twins = test::animation(
         {test::asset("a", "Twin", {test::shape_layer(1, "x")}), test::asset("b", "Twin", {test::shape_layer(1, "y")}),

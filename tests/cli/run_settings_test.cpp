@@ -81,7 +81,7 @@ TEST_F(RunSettings, a_damaged_file_is_reported_and_set_aside_and_the_run_goes_on
     }
 }
 
-TEST_F(RunSettings, a_file_that_cannot_be_written_costs_an_alert_of_the_dialog) {
+TEST_F(RunSettings, an_unwritable_file_makes_the_dialog_show_an_alert) {
     std::filesystem::create_directories(sandbox.path(kFile));  // a folder in its place
     const Finished finished = run_and_expect_the_usual();
     EXPECT_THAT(finished.err, HasSubstr("exflate: Cannot read settings file"));
@@ -90,7 +90,7 @@ TEST_F(RunSettings, a_file_that_cannot_be_written_costs_an_alert_of_the_dialog) 
     EXPECT_THAT(sandbox.names("config/exflate"), ElementsAre("settings"));
 }
 
-TEST_F(RunSettings, a_value_too_long_to_be_read_costs_an_alert_of_the_dialog) {
+TEST_F(RunSettings, a_value_too_long_to_read_makes_the_dialog_show_an_alert) {
     for (const std::string key : {"settingCopyPrecompAttr", "settingPrefixInput", "settingDeleteSource",
                                   "settingKeepInComp", "settingPrependPrecompName", "settingFixRandomExpressions"}) {
         sandbox.write(kFile, "[\"corvane.exflate\"]\n\"" + key + "\" = \"" + std::string(2000, 'x') + "\"\n");
@@ -99,7 +99,7 @@ TEST_F(RunSettings, a_value_too_long_to_be_read_costs_an_alert_of_the_dialog) {
     }
 }
 
-TEST_F(RunSettings, values_of_another_hand_decide_nothing_and_do_not_run) {
+TEST_F(RunSettings, values_written_by_others_decide_nothing_and_are_not_executed) {
     for (const std::string value : {"\\\"]);alert(1);([\\\"", "true", "false", "TRUE", " true", "1", "\\x00",
                                     "\xFF\xFE", "\xED\xA0\x80", "\\x0aalert(1)\\x0a", "[true,true,true]"}) {
         std::string text = "[\"corvane.exflate\"]\n";
@@ -128,7 +128,7 @@ TEST_F(RunSettings, a_refused_prefix_is_kept_and_the_next_run_is_not_refused) {
     run_and_expect_the_usual();
 }
 
-TEST_F(RunSettings, a_folder_that_is_not_absolute_is_no_place_for_them) {
+TEST_F(RunSettings, a_relative_settings_folder_is_not_used) {
     const Finished finished = exflate(sandbox, {.arguments = {"a.json"},
                                                 .environment = {{"XDG_CONFIG_HOME", "here"}, {"HOME", "there"}},
                                                 .without_settings_folder = true});

@@ -14,14 +14,14 @@ struct Finished {
     std::string err;
 };
 
-// How a program is started; what is left empty is ordinary.
+// How a program is started; members left empty have their ordinary values.
 struct Start {
     std::vector<std::string> arguments = {};
     std::string input = {};                               // of standard input
     std::map<std::string, std::string> environment = {};  // beside PATH and XDG_CONFIG_HOME
     std::string out_file = {};                            // standard output goes here instead of being kept
     bool without_settings_folder = false;                 // neither XDG_CONFIG_HOME nor HOME
-    bool reader_is_gone = false;                          // standard output is a pipe that nobody reads
+    bool reader_is_gone = false;                          // standard output is a pipe whose reading end is closed
     long most_bytes_per_file = -1;                        // no file can grow beyond
     bool has_no_output = false;                           // standard output is closed
     long most_memory = -1;                                // bytes of address space

@@ -23,7 +23,7 @@ namespace {
 constexpr int kRepetitions = 40;
 constexpr int kLongestDelay = 8000;  // microseconds; about as long as a run
 
-// Both work in the same folder; each has streams of its own.
+// Both work in the same folder; each has its own standard streams.
 class Runner {
   public:
     Runner(const Sandbox& shared, const std::string& prefix) {
@@ -47,7 +47,7 @@ std::string result_of(const std::string& prefix) {
     return exflate(sandbox, {sandbox.write("a.json", test::one_nest()), "--prefix", prefix}).out;
 }
 
-TEST(SimultaneousRuns, one_of_two_wins_and_wholly) {
+TEST(SimultaneousRuns, one_of_two_wins_completely) {
     const auto seed = std::random_device()();
     std::cout << "seed " << seed << "\n";
     std::mt19937 random(seed);

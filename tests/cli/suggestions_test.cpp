@@ -30,7 +30,7 @@ TEST(Suggestions, each_name_is_suggested_once_and_at_most_three) {
                 ElementsAre("layer 1", "layer 2", "layer 3"));
 }
 
-TEST(Suggestions, a_short_name_with_nothing_in_common_is_not_near) {
+TEST(Suggestions, a_short_name_with_nothing_in_common_is_not_suggested) {
     EXPECT_THAT(suggestions("x", {"y", "ab", ""}), IsEmpty());
 }
 

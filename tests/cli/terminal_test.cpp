@@ -43,7 +43,7 @@ Finished to_terminal(const std::vector<std::string>& arguments, std::map<std::st
                    {.arguments = arguments, .environment = std::move(environment), .output_to_terminal = true});
 }
 
-TEST(Terminal, verdicts_have_colours_there_and_nowhere_else) {
+TEST(Terminal, verdicts_are_coloured_only_in_a_terminal) {
     const std::string shown = to_terminal({"check", "a.json"}, {{"TERM", "xterm"}}).out;
     EXPECT_THAT(shown, HasSubstr("#2 \"Intro\": \033[33mchanges\033[0m (2 layers, "));
     EXPECT_THAT(shown, HasSubstr("      \033[33m!\033[0m opacity: "));
@@ -51,7 +51,7 @@ TEST(Terminal, verdicts_have_colours_there_and_nowhere_else) {
     EXPECT_THAT(to_terminal({"check", "--format", "json", "a.json"}, {{"TERM", "xterm"}}).out, Not(HasSubstr("\033")));
 }
 
-TEST(Terminal, a_file_is_written_there_only_on_request) {
+TEST(Terminal, a_file_is_written_to_it_only_on_request) {
     for (const char* command : {"run", "flatten"}) {
         const Finished refused = to_terminal({command, "a.json"}, {});
         EXPECT_EQ(refused.exit_code, 2);
@@ -65,7 +65,7 @@ TEST(Terminal, a_file_is_written_there_only_on_request) {
     EXPECT_EQ(to_terminal({"report", "a.json"}, {}).exit_code, 2);
 }
 
-TEST(Terminal, there_are_no_colours_where_they_are_not_wanted) {
+TEST(Terminal, colours_can_be_turned_off) {
     using Environment = std::map<std::string, std::string>;
     for (const Environment& environment :
          {Environment{{"TERM", "xterm"}, {"NO_COLOR", "1"}}, {{"TERM", "dumb"}}, {{"NO_COLOR", "0"}}, {}}) {
@@ -74,11 +74,11 @@ TEST(Terminal, there_are_no_colours_where_they_are_not_wanted) {
     }
 }
 
-TEST(Terminal, an_empty_NO_COLOR_says_nothing) {
+TEST(Terminal, an_empty_NO_COLOR_is_ignored) {
     EXPECT_THAT(in_terminal({"absent.json"}, {{"TERM", "xterm"}, {"NO_COLOR", ""}}).err, StartsWith("\033[31m"));
 }
 
-TEST(Terminal, names_in_a_file_cannot_steer_it) {
+TEST(Terminal, names_in_a_file_cannot_control_it) {
     const Sandbox sandbox(test::animation({}, {test::shape_layer(1, "\\u001b[2J\\u0007")}));
     const Finished finished = exflate(sandbox, {.arguments = {"a.json", "--layer", "x\033[2J"},
                                                 .environment = {{"TERM", "xterm"}, {"NO_COLOR", "1"}},

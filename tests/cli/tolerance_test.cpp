@@ -55,7 +55,7 @@ TEST_F(Tolerance, what_is_new_fails) {
     EXPECT_EQ(exflate(sandbox_, {"check", "--baseline", "known.json", "b.json"}).exit_code, 1);
 }
 
-TEST_F(Tolerance, a_second_one_like_it_is_new) {
+TEST_F(Tolerance, a_second_finding_of_the_same_kind_is_new) {
     const std::string nest = [] {
         const std::string text = test::fading_nest();
         const std::size_t begin = text.rfind("{\"ddd\":0,\"ind\":2");
@@ -68,7 +68,7 @@ TEST_F(Tolerance, a_second_one_like_it_is_new) {
     EXPECT_THAT(finished.out, HasSubstr("      ! opacity: "));
 }
 
-TEST_F(Tolerance, a_nest_is_known_again_at_another_place_and_by_another_spelling_of_the_name) {
+TEST_F(Tolerance, a_nest_is_recognized_in_another_place_and_with_the_file_named_otherwise) {
     sandbox_.write("a.json",
                    replaced(test::fading_nest(), R"("layers":[{"ddd":0,"ind":1,"ty":4,"nm":"Title")",
                             R"("layers":[{"ddd":0,"ind":9,"ty":3,"nm":"New"},{"ddd":0,"ind":1,"ty":4,"nm":"Title")"));
@@ -78,7 +78,7 @@ TEST_F(Tolerance, a_nest_is_known_again_at_another_place_and_by_another_spelling
     EXPECT_EQ(check({"./a.json"}).exit_code, 0);
 }
 
-TEST_F(Tolerance, a_nest_that_stays_is_known_again_too) {
+TEST_F(Tolerance, a_nest_that_stays_is_recognized_too) {
     const std::string blur =
         R"("ef":[{"ty":29,"nm":"Blur","np":1,"mn":"ADBE Gaussian Blur 2","ix":1,"en":1,"ef":[]}],"ip")";
     sandbox_.write("a.json",
@@ -102,7 +102,7 @@ TEST_F(Tolerance, reasons_can_be_allowed) {
     EXPECT_THAT(wrong.err, HasSubstr("--allow: there is no reason 'opacty'; did you mean \"opacity\"?"));
 }
 
-TEST_F(Tolerance, a_baseline_that_is_none_is_bad_input) {
+TEST_F(Tolerance, a_baseline_that_is_not_a_report_is_bad_input) {
     for (const std::string text : {"", "{", "[]", "{\"files\":7}", "{\"nests\":[]}"}) {
         sandbox_.write("known.json", text);
         const Finished finished = check();
@@ -119,8 +119,8 @@ TEST_F(Tolerance, a_baseline_that_is_none_is_bad_input) {
     }
 }
 
-// Also what crosses from the process that works on a file.
-TEST_F(Tolerance, reports_are_the_same_however_many_files_are_checked_at_once) {
+// Covers what a worker process sends back.
+TEST_F(Tolerance, reports_do_not_depend_on_the_number_of_jobs) {
     sandbox_.write("b.json", test::hostile_names());
     sandbox_.write("c\xFF.json", test::three_nests());
     sandbox_.write("d.json", "{");

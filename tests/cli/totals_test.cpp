@@ -1,4 +1,4 @@
-// Totals of several files, and what is left out.
+// Totals of several files, and which files are left out.
 #include <gmock/gmock.h>
 
 #include "animations.h"
@@ -32,7 +32,7 @@ class TotalsOfFiles : public testing::Test {
     Sandbox sandbox_;
 };
 
-TEST_F(TotalsOfFiles, stand_in_the_end_however_many_are_done_at_once) {
+TEST_F(TotalsOfFiles, come_last_whatever_the_number_of_jobs) {
     const std::string sizes =
         std::to_string(test::fading_nest().size() + test::three_nests().size()) + " bytes became ";
     for (const char* jobs : {"-j1", "-j4"}) {

@@ -1,4 +1,4 @@
-// The command with its dialog on a desktop: real windows of the real process, worked with a real mouse and keyboard.
+// The command with its dialog on a desktop: real windows of the real process, a real mouse and keyboard.
 #include <gmock/gmock.h>
 
 #include <chrono>
@@ -37,7 +37,7 @@ class Desktop : public testing::Test {
                 .without_settings_folder = true};
     }
 
-    // Runs the command while a person works it. A command that still waits for the person afterwards loses its display.
+    // Runs the command while a person operates it. If it still waits afterwards, its display is taken away.
     Finished run(const test::Start& how, const std::function<void()>& person) {
         auto finished = std::async(std::launch::async, [&] { return test::exflate(sandbox, how); });
         person();
@@ -61,7 +61,7 @@ class Desktop : public testing::Test {
 
     std::string settings() const { return sandbox.read("config/exflate/settings"); }
 
-    // Clicks on the control, wherever the layout has put it.
+    // Clicks on the control wherever the layout put it.
     void click(const std::string& window, const QString& control_name) const {
         const QRect there = places().at(control_name);
         display.click(window, there.left() + 12, there.center().y());
@@ -87,13 +87,13 @@ class Desktop : public testing::Test {
     XDisplay display;
 };
 
-TEST_F(Desktop, a_person_with_a_mouse_gets_what_the_flags_give) {
+TEST_F(Desktop, a_person_with_a_mouse_gets_the_result_of_the_flags) {
     const Finished finished = run({"--dialog", "a.json", "-o", "out.json"}, [&] {
         const std::string window = display.wait_for_window("Exflate");
         ASSERT_NE(window, "");
         click(window, "optionDiscardAttributes");
         click(window, "optionDeleteSource");
-        click(window, "optionKeepInComp");  // greyed by now
+        click(window, "optionKeepInComp");  // disabled by now
         click(window, "prependPrecompName");
         click(window, "prefixInput");
         display.type("fx");
@@ -108,7 +108,7 @@ TEST_F(Desktop, a_person_with_a_mouse_gets_what_the_flags_give) {
     EXPECT_THAT(settings(), HasSubstr("\"settingPrefixInput\" = \"fx\""));
 }
 
-TEST_F(Desktop, a_person_with_a_keyboard_alone_gets_what_the_flags_give) {
+TEST_F(Desktop, a_person_with_only_a_keyboard_gets_the_result_of_the_flags) {
     const Finished finished = run({"--dialog", "a.json"}, [&] {
         ASSERT_NE(display.wait_for_window("Exflate"), "");
         display.type("é€");
@@ -136,7 +136,7 @@ TEST_F(Desktop, the_second_start_shows_the_saved_choices) {
     EXPECT_EQ(again.out, answered_by({"--keep-in-comp", "--prefix", "kept"}));
 }
 
-TEST_F(Desktop, escape_the_close_box_and_cancel_harm_neither_file_nor_settings) {
+TEST_F(Desktop, escape_the_close_button_and_cancel_change_neither_file_nor_settings) {
     const std::vector<std::function<void(const std::string&)>> ways = {
         [&](const std::string&) { display.press("Escape"); },
         [&](const std::string& window) { display.ask_to_close(window); },

@@ -1,4 +1,4 @@
-// Windows of any script's dialogs: what a person does reaches the script, what the script changes is seen at once.
+// Windows of any script's dialogs: what a person does reaches the script, and the script's changes show at once.
 #include <gmock/gmock.h>
 
 #include <QApplication>
@@ -37,7 +37,7 @@ TEST(DialogView, what_a_handler_changes_is_seen_at_once) {
               "2");
 }
 
-TEST(DialogView, it_is_seen_behind_an_alert_too) {
+TEST(DialogView, changes_are_seen_behind_an_alert_too) {
     Stage stage;
     stage.run(
         "var w = new Window('dialog', 'Main'), c = w.add('checkbox', undefined, 'Tick', {name: 'c'}),"
@@ -98,7 +98,7 @@ TEST(DialogView, a_handler_may_correct_what_is_typed) {
               "12");
 }
 
-TEST(DialogView, enter_is_a_new_line_in_a_field_of_several_lines_and_tab_leaves_it) {
+TEST(DialogView, in_a_multiline_field_enter_adds_a_line_and_tab_moves_on) {
     Stage stage;
     EXPECT_EQ(stage.run("var w = new Window('dialog'), e = w.add('edittext', undefined, '', {name: 'e', multiline: "
                         "true}); w.add('button', undefined, 'Ok', {name: 'ok'}); w.show() + e.text",
@@ -125,7 +125,7 @@ TEST(DialogView, a_read_only_field_takes_no_text) {
               "as it was");
 }
 
-TEST(DialogView, the_script_decides_where_the_focus_begins) {
+TEST(DialogView, the_script_decides_which_control_has_the_focus_first) {
     Stage stage;
     stage.run(
         "var w = new Window('dialog'); w.add('edittext', undefined, 'a', {name: 'first'});"

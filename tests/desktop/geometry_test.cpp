@@ -1,4 +1,4 @@
-// Where the controls of the plug-in's options dialog stand, read from the widgets themselves. Runs at more than one
+// Where the controls of the plug-in's options dialog are, read from the widgets themselves. Runs at more than one
 // scale of the display: places are the same in all.
 #include <gmock/gmock.h>
 
@@ -18,10 +18,10 @@ namespace {
 using testing::ElementsAre;
 
 // Looks at the dialog as it opens for the first time, and cancels it.
-void look(const Deeds& deeds) {
+void look(const Actions& actions) {
     Stage stage;
     EXPECT_EQ(stage.run(options_dialog(), {[&](QDialog& dialog) {
-                            deeds(dialog);
+                            actions(dialog);
                             press(Qt::Key_Escape);
                         }}),
               "");
@@ -33,7 +33,7 @@ QString text_of(const QWidget& widget) {
     return {};
 }
 
-// Everything with words on it.
+// Every control with text on it.
 std::vector<QWidget*> worded(QDialog& dialog) {
     std::vector<QWidget*> result;
     for (auto* widget : dialog.findChildren<QWidget*>()) {
@@ -82,7 +82,7 @@ TEST(OptionsGeometry, margins_of_16_surround_everything) {
     });
 }
 
-TEST(OptionsGeometry, the_prefix_stands_in_a_row_with_its_title) {
+TEST(OptionsGeometry, the_prefix_is_in_one_row_with_its_title) {
     look([](QDialog& dialog) {
         const QRect title = place(dialog, "prefixTitle");
         const QRect input = place(dialog, "prefixInput");
@@ -93,7 +93,7 @@ TEST(OptionsGeometry, the_prefix_stands_in_a_row_with_its_title) {
     });
 }
 
-TEST(OptionsGeometry, the_options_stand_in_a_column_10_apart_indented_by_20) {
+TEST(OptionsGeometry, the_options_form_a_column_10_apart_indented_by_20) {
     look([](QDialog& dialog) {
         const std::vector<QString> column = {"option1Group",     "option2Group",       "optionDeleteSource",
                                              "optionKeepInComp", "prependPrecompName", "fixRandomExpresions",
@@ -109,7 +109,7 @@ TEST(OptionsGeometry, the_options_stand_in_a_column_10_apart_indented_by_20) {
     });
 }
 
-TEST(OptionsGeometry, explanations_stand_below_their_radio_buttons_indented_by_20) {
+TEST(OptionsGeometry, explanations_are_below_their_radio_buttons_indented_by_20) {
     look([](QDialog& dialog) {
         const QRect copy = place(dialog, "optionCopyAttributes");
         const QRect block = place(dialog, "staticText1");
@@ -134,7 +134,7 @@ TEST(OptionsGeometry, explanations_stand_below_their_radio_buttons_indented_by_2
     });
 }
 
-TEST(OptionsGeometry, two_buttons_of_100_stand_on_the_right_20_below) {
+TEST(OptionsGeometry, two_buttons_100_wide_are_on_the_right_20_below) {
     look([](QDialog& dialog) {
         const QRect ok = place(dialog, "buttonOK");
         const QRect cancel = place(dialog, "buttonCancel");
@@ -148,7 +148,7 @@ TEST(OptionsGeometry, two_buttons_of_100_stand_on_the_right_20_below) {
     });
 }
 
-TEST(OptionsGeometry, every_text_has_the_room_it_needs_and_nothing_overlaps) {
+TEST(OptionsGeometry, every_text_fits_and_nothing_overlaps) {
     look([](QDialog& dialog) {
         const std::vector<QWidget*> widgets = worded(dialog);
         ASSERT_EQ(widgets.size(), 13U);
@@ -171,7 +171,7 @@ TEST(OptionsGeometry, every_text_has_the_room_it_needs_and_nothing_overlaps) {
     });
 }
 
-TEST(OptionsGeometry, the_window_cannot_be_resized_and_stands_in_the_middle) {
+TEST(OptionsGeometry, the_window_is_centred_and_cannot_be_resized) {
     look([](QDialog& dialog) {
         EXPECT_EQ(dialog.minimumSize(), dialog.maximumSize());
         EXPECT_FALSE(dialog.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));

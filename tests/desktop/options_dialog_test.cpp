@@ -1,4 +1,4 @@
-// The plug-in's options dialog under a person's hands: mouse, keyboard, what is remembered.
+// The plug-in's options dialog, operated by mouse and keyboard, and what it remembers.
 #include <gmock/gmock.h>
 
 #include <QCheckBox>
@@ -20,7 +20,7 @@ QString prefix(QDialog& dialog) {
     return dynamic_cast<QLineEdit&>(control(dialog, "prefixInput")).text();
 }
 
-TEST(OptionsByHand, first_use_shows_the_defaults) {
+TEST(OptionsDialog, first_use_shows_the_defaults) {
     Stage stage;
     EXPECT_EQ(stage.run(options_dialog(), {[](QDialog& dialog) {
                             EXPECT_TRUE(is_ticked(dialog, "optionCopyAttributes"));
@@ -37,7 +37,7 @@ TEST(OptionsByHand, first_use_shows_the_defaults) {
               "[true,false,false,\"\",false,false]");
 }
 
-TEST(OptionsByHand, the_mouse_reaches_everything) {
+TEST(OptionsDialog, everything_can_be_reached_with_the_mouse) {
     Stage stage;
     EXPECT_EQ(stage.run(options_dialog(), {[](QDialog& dialog) {
                             click(dialog, "Discard pre-comp attributes");
@@ -52,7 +52,7 @@ TEST(OptionsByHand, the_mouse_reaches_everything) {
               "[false,false,true,\"fx\",true,true]");
 }
 
-TEST(OptionsByHand, the_keyboard_alone_reaches_everything) {
+TEST(OptionsDialog, everything_can_be_reached_with_the_keyboard) {
     Stage stage;
     EXPECT_EQ(stage.run(options_dialog(), {[](QDialog& dialog) {
                             type("fx");
@@ -74,7 +74,7 @@ TEST(OptionsByHand, the_keyboard_alone_reaches_everything) {
               "[false,true,false,\"fx\",true,true]");
 }
 
-TEST(OptionsByHand, tab_goes_round_in_the_order_of_the_controls_and_back) {
+TEST(OptionsDialog, tab_goes_round_in_the_order_of_the_controls_and_back) {
     Stage stage;
     stage.run(options_dialog(), {[](QDialog&) {
                   const std::vector<std::string> order = {
@@ -98,7 +98,7 @@ TEST(OptionsByHand, tab_goes_round_in_the_order_of_the_controls_and_back) {
               }});
 }
 
-TEST(OptionsByHand, ticking_one_of_the_two_greys_the_other_at_once) {
+TEST(OptionsDialog, checking_one_of_the_two_disables_the_other_at_once) {
     Stage stage;
     stage.run(options_dialog(), {[](QDialog& dialog) {
                   QWidget& keep = control(dialog, "optionKeepInComp");
@@ -115,15 +115,15 @@ TEST(OptionsByHand, ticking_one_of_the_two_greys_the_other_at_once) {
               }});
 }
 
-TEST(OptionsByHand, escape_the_close_box_and_cancel_change_nothing) {
+TEST(OptionsDialog, escape_the_close_button_and_cancel_change_nothing) {
     Stage stage;
-    const std::vector<Deeds> ways = {[](QDialog&) { press(Qt::Key_Escape); }, [](QDialog& dialog) { dialog.close(); },
-                                     [](QDialog& dialog) { click(dialog, "Cancel"); },
-                                     [](QDialog& dialog) {
-                                         control(dialog, "buttonCancel").setFocus();
-                                         press(Qt::Key_Space);
-                                     }};
-    for (const Deeds& way : ways) {
+    const std::vector<Actions> ways = {[](QDialog&) { press(Qt::Key_Escape); }, [](QDialog& dialog) { dialog.close(); },
+                                       [](QDialog& dialog) { click(dialog, "Cancel"); },
+                                       [](QDialog& dialog) {
+                                           control(dialog, "buttonCancel").setFocus();
+                                           press(Qt::Key_Space);
+                                       }};
+    for (const Actions& way : ways) {
         EXPECT_EQ(stage.run(options_dialog(), {[&](QDialog& dialog) {
                                 type("unwanted");
                                 click(dialog, "optionDeleteSource");
@@ -135,7 +135,7 @@ TEST(OptionsByHand, escape_the_close_box_and_cancel_change_nothing) {
     }
 }
 
-TEST(OptionsByHand, the_next_time_the_choices_are_there) {
+TEST(OptionsDialog, choices_are_remembered) {
     Stage stage;
     stage.run(options_dialog(), {[](QDialog& dialog) {
                   type("é \"q\" \\");
@@ -157,7 +157,7 @@ TEST(OptionsByHand, the_next_time_the_choices_are_there) {
               R"([false,true,false,"é \"q\" \\",false,true])");
 }
 
-TEST(OptionsByHand, enter_presses_ok_wherever_the_focus_is) {
+TEST(OptionsDialog, enter_presses_ok_wherever_the_focus_is) {
     Stage stage;
     for (const char* name : {"prefixInput", "optionDiscardAttributes", "optionKeepInComp", "buttonCancel"}) {
         EXPECT_EQ(stage.run(options_dialog(), {[&](QDialog& dialog) {
@@ -169,7 +169,7 @@ TEST(OptionsByHand, enter_presses_ok_wherever_the_focus_is) {
     }
 }
 
-TEST(OptionsByHand, the_prefix_takes_any_character_and_edits_can_be_undone) {
+TEST(OptionsDialog, the_prefix_takes_any_character_and_edits_can_be_undone) {
     Stage stage;
     EXPECT_EQ(stage.run(options_dialog(), {[](QDialog& dialog) {
                             type("Łódź 漢字 😀");
@@ -183,7 +183,7 @@ TEST(OptionsByHand, the_prefix_takes_any_character_and_edits_can_be_undone) {
               "[true,false,false,\"Łódź 漢字 😀\",false,false]");
 }
 
-TEST(OptionsByHand, a_very_long_prefix_is_not_cut_but_not_remembered_either) {
+TEST(OptionsDialog, a_very_long_prefix_is_not_cut_but_not_remembered_either) {
     Stage stage;
     const std::string result = stage.run(
         options_dialog(), {[](QDialog& dialog) {
@@ -198,7 +198,7 @@ TEST(OptionsByHand, a_very_long_prefix_is_not_cut_but_not_remembered_either) {
     EXPECT_EQ(result.size(), std::string("[true,false,false,\"\",false,false]").size() + 100'001);
 }
 
-TEST(OptionsByHand, controls_have_names_for_those_who_do_not_see_them) {
+TEST(OptionsDialog, controls_have_accessible_names) {
     Stage stage;
     stage.run(options_dialog(), {[](QDialog& dialog) {
                   EXPECT_EQ(control(dialog, "prefixInput").accessibleName(), "Exflated Layer Prefix");
@@ -208,7 +208,7 @@ TEST(OptionsByHand, controls_have_names_for_those_who_do_not_see_them) {
               }});
 }
 
-TEST(OptionsByHand, settings_that_cannot_be_saved_are_reported_in_a_window_and_the_choices_count) {
+TEST(OptionsDialog, settings_that_cannot_be_saved_are_reported_in_a_window_and_the_choices_count) {
     Stage stage;
     stage.settings = host::script::Settings("/dev/null/settings");
     EXPECT_EQ(stage.run(options_dialog(), {[](QDialog&) { press(Qt::Key_Return); },

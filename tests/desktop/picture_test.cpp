@@ -99,7 +99,7 @@ TEST(Picture, shows_what_the_dialog_remembers_unless_told_otherwise) {
     EXPECT_EQ(picture(sandbox, {"--first-use"}), fresh);
 }
 
-// Two characters of each script: boxes in place of what no font has would be the same picture twice.
+// Two characters of each script: the boxes drawn for characters that no font has would look the same.
 TEST(Picture, shows_every_script_that_a_font_is_installed_for) {
     size_of_dialog();  // fonts are known once there has been a window
     const auto has = [](QFontDatabase::WritingSystem script) { return !QFontDatabase::families(script).isEmpty(); };

@@ -1,4 +1,4 @@
-// Scripts with windows on a display in memory, and a person in front of it.
+// Scripts with windows on a display in memory, operated by functions that stand in for people.
 #include "stage.h"
 
 #include <gtest/gtest.h>
@@ -37,11 +37,11 @@ class ToolkitInMemory : public testing::Environment {
 [[maybe_unused]] testing::Environment* const toolkit = testing::AddGlobalTestEnvironment(new ToolkitInMemory);
 
 constexpr int kMilliseconds = 5;
-constexpr int kPatience = 400;  // looks at a window that nobody works
+constexpr int kMaxIdleLooks = 400;  // at a window that nobody operates
 
 }  // namespace
 
-std::string Stage::run(std::string_view text, std::vector<Deeds> people) {
+std::string Stage::run(std::string_view text, std::vector<Actions> people) {
     people_.assign(std::make_move_iterator(people.begin()), std::make_move_iterator(people.end()));
     served_ = nullptr;
     is_running_ = true;
@@ -57,12 +57,12 @@ std::string Stage::run(std::string_view text, std::vector<Deeds> people) {
 
 void Stage::look_for_windows() {
     if (!is_running_) return;
-    // Before anything else: what follows may end in a window of its own.
+    // Before anything else: what follows may open a window and wait for it.
     QTimer::singleShot(kMilliseconds, &here_, [this] { look_for_windows(); });
     auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
     if (dialog == nullptr || !dialog->isActiveWindow()) return;
     if (dialog == served_ || people_.empty()) {
-        if (++idle_looks_ < kPatience) return;
+        if (++idle_looks_ < kMaxIdleLooks) return;
         ADD_FAILURE() << "the window \"" << dialog->windowTitle().toStdString() << "\" was left open";
         idle_looks_ = 0;
         dialog->close();
@@ -70,10 +70,10 @@ void Stage::look_for_windows() {
     }
     idle_looks_ = 0;
     served_ = dialog;
-    const Deeds deeds = std::move(people_.front());
+    const Actions actions = std::move(people_.front());
     people_.pop_front();
-    deeds(*dialog);
-    // The next window may come to stand where this one was.
+    actions(*dialog);
+    // The next window may have the same address.
     if (QApplication::activeModalWidget() != dialog) served_ = nullptr;
 }
 

@@ -1,4 +1,4 @@
-// Scripts with windows on a display in memory, and a person in front of it.
+// Scripts with windows on a display in memory, operated by functions that stand in for people.
 #pragma once
 
 #include <QDialog>
@@ -19,13 +19,13 @@
 namespace dialog_test {
 
 // What a person does with one window. The window may be gone afterwards.
-using Deeds = std::function<void(QDialog&)>;
+using Actions = std::function<void(QDialog&)>;
 
 class Stage {
   public:
-    // Runs the text, expects success, gives the result. One person after the other gets the windows as they come up; a
-    // window that is left open is a failure and is closed.
-    std::string run(std::string_view text, std::vector<Deeds> people = {});
+    // Runs the text, expects success and returns the result. Each window that comes up is given to the next person;
+    // one that is left open is a failure and is closed.
+    std::string run(std::string_view text, std::vector<Actions> people = {});
 
     host::script::Settings settings = host::script::Settings::in_memory();
     std::vector<host::scriptui::Alert> alerts;
@@ -37,7 +37,7 @@ class Stage {
     std::unique_ptr<host::scriptui::DialogDriver> dialogs_ = desktop::make_desktop_driver();
     host::script::Engine engine_{project_, settings, *dialogs_,
                                  [this](const host::scriptui::Alert& alert) { alerts.push_back(alert); }};
-    std::deque<Deeds> people_;
+    std::deque<Actions> people_;
     const QWidget* served_ = nullptr;
     bool is_running_ = false;
     int idle_looks_ = 0;
@@ -47,13 +47,13 @@ class Stage {
 // The plug-in's options dialog.
 std::string options_dialog();
 
-// The control of that object name, or else with that text; ends the test if there is none.
+// The control with that object name, or else with that text; throws if there is none.
 QWidget& control(QDialog& dialog, const QString& name_or_text);
 // Its place in the dialog.
 QRect place(QDialog& dialog, const QString& name_or_text);
 
 void click(QDialog& dialog, const QString& name_or_text);
-// To where the focus is.
+// Goes to the control that has the focus.
 void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 void type(const QString& text);
 QString focused();  // the object name

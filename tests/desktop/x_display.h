@@ -18,7 +18,7 @@ class XDisplay {
 
     const std::string& name() const { return name_; }  // for DISPLAY
 
-    // Waits until a window with that title has the keyboard; empty when none comes. The answer is its number.
+    // Waits until a window with that title has the focus and returns its number; empty when none comes up.
     std::string wait_for_window(const std::string& title, const std::string& other_than = "") const;
     bool has_window(const std::string& title) const;
     void press(const std::string& key) const;  // such as "Return" and "shift+Tab"

@@ -1,4 +1,4 @@
-// Animations in which each reason is at work, and others in which it is there and harmless: what they share.
+// What the cases of all reasons share.
 #include "cases.h"
 
 namespace test {

@@ -1,4 +1,4 @@
-// Animations in which each reason is at work, and others in which it is there and harmless.
+// Animations in which a reason changes the look, and others in which it is harmless.
 #pragma once
 
 #include <optional>
@@ -18,10 +18,10 @@ using lottie::looks::Weight;
 enum class Pictures {
     differ,
     equal,
-    cannot_tell,  // the renderer does not know what this is about
+    cannot_tell,  // the renderer does not support it
 };
 
-// What is to be said about the nest of an animation, and seen.
+// What must be reported about the nest of an animation, and what pictures must show.
 struct Case {
     Reason reason;
     const char* name;
@@ -47,7 +47,7 @@ std::string nest(const Members& members);
 // An animation with these layers inside of the nest.
 std::string inside(const std::vector<std::string>& layers, const Members& nest = {});
 
-// The two squares that the nest holds unless something else is said.
+// The two squares that the nest holds by default.
 std::string red(const Members& members = {{"ks", at(20, 20)}});
 std::string blue(const Members& members = {{"ks", at(40, 40)}});
 

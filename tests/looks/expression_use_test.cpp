@@ -1,4 +1,4 @@
-// What expressions ask of their surroundings.
+// What expressions read.
 #include "expression_use.h"
 
 #include <gmock/gmock.h>
@@ -12,7 +12,7 @@ using lottie::looks::read_expression;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-TEST(ExpressionUse, time_is_read_by_its_name_and_by_what_depends_on_it) {
+TEST(ExpressionUse, time_is_read_by_name_and_through_functions_of_time) {
     for (const char* text : {"time * 2", "wiggle(1, 2)", "valueAtTime(1)", "thisProperty.velocityAtTime(0)",
                              "posterizeTime(12); value", "$bm_mul(time, 3)"}) {
         EXPECT_TRUE(read_expression(text).reads_time) << text;
@@ -22,7 +22,7 @@ TEST(ExpressionUse, time_is_read_by_its_name_and_by_what_depends_on_it) {
     }
 }
 
-TEST(ExpressionUse, what_the_property_itself_holds_is_asked_for_by_many_names) {
+TEST(ExpressionUse, the_propertys_own_value_goes_by_many_names) {
     for (const char* text :
          {"value + [5, 0]", "wiggle(2, 5)", "thisProperty(1)", "loopOut('cycle')", "key(1).value",
           "thisLayer.toComp([0, 0])", "transform.position", "thisComp.layer('self').position",
@@ -36,7 +36,7 @@ TEST(ExpressionUse, what_the_property_itself_holds_is_asked_for_by_many_names) {
     }
 }
 
-TEST(ExpressionUse, only_expressions_of_numbers_and_the_time_read_no_layers) {
+TEST(ExpressionUse, only_expressions_of_numbers_and_time_read_no_layers) {
     for (const char* text : {"[value[0], 0]", "a.valueAtTime(1)", "thisComp.layer('other').position", "parent.scale",
                              "transform.rotation", "content('a').path", "key(1)", "loopOut()", "wiggle(1, 2)"}) {
         EXPECT_TRUE(read_expression(text).reads_layers) << text;
@@ -47,20 +47,20 @@ TEST(ExpressionUse, only_expressions_of_numbers_and_the_time_read_no_layers) {
     }
 }
 
-TEST(ExpressionUse, asking_for_keyframes_is_noticed) {
+TEST(ExpressionUse, reading_keyframes_is_noticed) {
     EXPECT_TRUE(read_expression("value + key(1).value").is_relative_to_keys);
     EXPECT_TRUE(read_expression("thisProperty.nearestKey(time).time").is_relative_to_keys);
     EXPECT_FALSE(read_expression("key + 1").is_relative_to_keys);
 }
 
-TEST(ExpressionUse, the_layers_number_is_read_as_a_name_or_of_this_layer) {
+TEST(ExpressionUse, the_index_is_read_by_itself_or_as_a_member_of_this_layer) {
     EXPECT_TRUE(read_expression("index * 5").reads_index);
     EXPECT_TRUE(read_expression("thisLayer.index").reads_index);
     EXPECT_FALSE(read_expression("key(1).index").reads_index);
     EXPECT_FALSE(read_expression("'index'").reads_index);
 }
 
-TEST(ExpressionUse, chance_and_seeds_are_told_apart) {
+TEST(ExpressionUse, randomness_and_seeds_are_told_apart) {
     EXPECT_TRUE(read_expression("random(5)").is_random);
     EXPECT_TRUE(read_expression("gaussRandom()").is_random);
     EXPECT_FALSE(read_expression("seedRandom(3); value").is_random);
@@ -68,7 +68,7 @@ TEST(ExpressionUse, chance_and_seeds_are_told_apart) {
     EXPECT_FALSE(read_expression("randomly").is_random);
 }
 
-TEST(ExpressionUse, layers_asked_for_by_number_or_by_something_computed) {
+TEST(ExpressionUse, layers_are_found_by_literal_number_or_by_a_computed_one) {
     EXPECT_THAT(read_expression("thisComp.layer(3).opacity").layer_numbers, ElementsAre(3));
     EXPECT_FALSE(read_expression("thisComp.layer(3)").has_computed_layer);
     EXPECT_FALSE(read_expression("thisComp.layer('a')").has_computed_layer);
@@ -76,26 +76,26 @@ TEST(ExpressionUse, layers_asked_for_by_number_or_by_something_computed) {
     EXPECT_TRUE(read_expression("thisComp.layer('a' + 1)").has_computed_layer);
 }
 
-TEST(ExpressionUse, a_number_in_another_composition_is_no_number_of_the_layers_own) {
+TEST(ExpressionUse, a_layer_number_in_another_composition_is_listed_apart) {
     const ExpressionUse use = read_expression("comp('A').layer(1).effect('Color')(1)");
     EXPECT_THAT(use.layer_numbers, IsEmpty());
     EXPECT_THAT(use.layer_numbers_elsewhere, ElementsAre(testing::Pair("A", 1)));
     EXPECT_THAT(read_expression("x.comp('A').layer(1)").layer_numbers, ElementsAre(1));
 }
 
-TEST(ExpressionUse, members_of_the_composition_are_listed_but_for_layers) {
+TEST(ExpressionUse, members_of_the_composition_are_listed_except_layers) {
     EXPECT_THAT(read_expression("thisComp.width / thisComp.numLayers").composition_members,
                 ElementsAre("width", "numLayers"));
     EXPECT_THAT(read_expression("thisComp.layer('a').width").composition_members, IsEmpty());
 }
 
-TEST(ExpressionUse, compositions_asked_for_by_name) {
+TEST(ExpressionUse, compositions_are_found_by_name) {
     EXPECT_THAT(read_expression("comp('A').layer('b'); comp(\"C\")").compositions, ElementsAre("A", "C"));
     EXPECT_THAT(read_expression("comp(name)").compositions, ElementsAre(""));
     EXPECT_THAT(read_expression("x.comp('A')").compositions, IsEmpty());
 }
 
-TEST(ExpressionUse, no_text_breaks_the_reading) {
+TEST(ExpressionUse, no_text_breaks_the_reader) {
     for (const char* text : {"", "'", "layer(", "thisComp.", "comp(", "thisComp.layer(", "/*", "a.layer('b'"}) {
         EXPECT_NO_THROW(read_expression(text)) << text;
     }

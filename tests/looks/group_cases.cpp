@@ -36,7 +36,7 @@ std::string effect(const std::string& type, const std::string& match_name, const
            R"(,"ef":[)" + parameters + "]}]";
 }
 
-// As many parameters as effects have before the one that says how much of them is drawn, and that one.
+// The parameters of an effect up to the one that says how much of it is drawn.
 std::string amount(int others, const std::string& value) {
     std::string parameters;
     for (int i = 0; i < others; ++i) parameters += R"({"ty":0,"nm":"P","v":{"a":0,"k":0}},)";
@@ -138,7 +138,7 @@ std::vector<Case> blend_cases() {
     };
 }
 
-// So small that one alone is hardly seen.
+// So small that one alone is hardly visible.
 std::vector<std::string> specks(int count) {
     std::vector<std::string> layers;
     for (int i = 1; i <= count; ++i) layers.push_back(solid(i, "speck", 1, 1, "#ff0000", {{"ks", at(65, 9 * i)}}));
@@ -202,7 +202,7 @@ std::vector<Case> effect_cases() {
         {Reason::effects, "fill_that_fades", Weight::change, Pictures::cannot_tell,
          nest({{"ef", effect("21", "ADBE Fill", "1", amount(6, R"({"a":1,"k":[{"t":0,"s":[1]},{"t":9,"s":[0]}]})"))}}),
          "", "ef"},
-        // lottie-web draws what a tint makes over what was there: what is half transparent becomes less so.
+        // lottie-web draws the tinted picture over the original: translucent pixels become less so.
         {Reason::effects, "tint", Weight::slight, Pictures::equal, nest(tinted)},
         {Reason::effects, "tint_of_faded_layers", Weight::change, Pictures::cannot_tell,
          inside({red({{"ks", transform({{"o", still("50")}})}}), blue()}, tinted), "", "ef"},

@@ -21,7 +21,7 @@ const std::string kBlue = solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(40, 40)
 const std::string kGreen = solid(3, "green", 40, 40, "#00ff00");
 const std::string kGround = solid(20, "ground", 100, 100, "#cccccc");
 
-// The nest with these layers, and the stack with those in its place.
+// `inside` are the nest's layers, `flat` those of the stack once it is un-nested.
 NestReport judged_by_hand(const std::vector<std::string>& inside, const std::vector<std::string>& flat,
                           const std::vector<Origin>& origins) {
     Nesting nesting;
@@ -46,7 +46,7 @@ TEST(Judge, layers_that_come_out_as_they_were_are_exact) {
     EXPECT_EQ(report.findings[0].reason, Reason::size);
 }
 
-// Three nests in one another, with a layer that each un-nesting puts a little further off.
+// Three nests inside one another, with a layer that each un-nesting moves a little further.
 double strayed_after_three_steps(double each) {
     Nesting nesting;
     const Members size = {{"w", "100"}, {"h", "100"}};
@@ -78,13 +78,13 @@ double strayed_after_three_steps(double each) {
     return std::stod(strayed.at(0).finding.sentence.substr(strayed.at(0).finding.sentence.find("up to ") + 6));
 }
 
-TEST(Judge, three_steps_of_which_none_shows_can_show_together) {
+TEST(Judge, three_steps_that_are_each_invisible_can_be_visible_together) {
     EXPECT_NEAR(strayed_after_three_steps(0.1), 0.3, 1e-3);
     EXPECT_EQ(strayed_after_three_steps(0.08), 0);
 }
 
-// A layer that comes on between two frames of its composition, which a nest shows from between two frames on.
-TEST(Judge, a_time_within_a_frame_can_show_behind_a_nest_that_starts_within_one) {
+// A layer with a fractional in-point, in a nest with a fractional start.
+TEST(Judge, a_fractional_time_can_be_visible_behind_a_nest_with_a_fractional_start) {
     Nesting nesting;
     nesting.nest = {{"st", "0.7"}};
     nesting.inside = {nest_layer(1, "Second", "second", {{"w", "100"}, {"h", "100"}})};
@@ -114,7 +114,7 @@ TEST(Judge, a_layer_that_was_not_copied_is_lost) {
     EXPECT_EQ(finding->layer, "blue");
 }
 
-TEST(Judge, a_layer_that_was_not_copied_and_draws_nothing_changes_no_look) {
+TEST(Judge, a_layer_that_was_not_copied_and_draws_nothing_is_harmless) {
     const auto report =
         judged_by_hand({kRed, null_layer(2, "handle")}, {kRed, kGround}, {{kCopied, 0, 0}, {kKept, 1, 0}});
     const Finding* finding = find(report, Reason::lost_layer);
@@ -123,7 +123,7 @@ TEST(Judge, a_layer_that_was_not_copied_and_draws_nothing_changes_no_look) {
     EXPECT_EQ(report.verdict, Verdict::exact);
 }
 
-TEST(Judge, layers_in_another_order_are_reported_by_the_first_that_moved) {
+TEST(Judge, a_changed_order_is_reported_with_the_first_layer_that_moved) {
     const auto report =
         judged_by_hand({kRed, kBlue}, {kBlue, kRed, kGround}, {{kCopied, 1, 0}, {kCopied, 0, 0}, {kKept, 1, 0}});
     const Finding* finding = find(report, Reason::order);
@@ -139,7 +139,7 @@ TEST(Judge, the_order_of_layers_that_draw_nothing_does_not_matter) {
     EXPECT_EQ(report.verdict, Verdict::exact);
 }
 
-TEST(Judge, several_layers_are_spoken_of_as_several) {
+TEST(Judge, several_layers_are_reported_in_the_plural) {
     const auto report = judged_by_hand({kRed, kBlue, kGreen}, {kRed, kGround}, {{kCopied, 0, 0}, {kKept, 1, 0}});
     EXPECT_EQ(find(report, Reason::lost_layer)->sentence, "layers \"blue\" and 1 more are not copied");
 }
@@ -166,7 +166,7 @@ TEST(Judge, a_change_that_does_not_fit_the_animations_is_refused) {
     EXPECT_THROW(judge.accept(), std::invalid_argument) << "nothing was compared";
 }
 
-TEST(Judge, a_file_that_makes_more_work_than_it_may_is_refused) {
+TEST(Judge, a_file_that_takes_too_much_work_is_refused) {
     const std::string before = animation({});
     const std::vector<Origin> origins = {{kCopied, 0, 0}, {kCopied, 1, 0}, {kKept, 1, 0}};
     const RewrittenStack after = {{kRed, kBlue, kGround}, {}, 0};
@@ -174,8 +174,8 @@ TEST(Judge, a_file_that_makes_more_work_than_it_may_is_refused) {
     EXPECT_THROW(Judge(before, std::make_shared<Work>(100)).compare({"", {0}, origins}, after), TooMuchWork);
 }
 
-// The text of a layer of which only plain members are new is nobody's but the layer's own.
-TEST(Judge, layers_that_stay_as_they_were_accepted_are_not_read_again) {
+// The text of a layer whose name alone is long: nothing in it is shared with other layers.
+TEST(Judge, layers_unchanged_since_they_were_accepted_are_not_read_again) {
     constexpr std::size_t kLong = 50'000;
     Nesting nesting;
     nesting.inside = {kRed};

@@ -1,4 +1,4 @@
-// Un-nesting by the real command in memory, judged and looked at.
+// Un-nests with the real command in memory, judges the result and compares pictures.
 #pragma once
 
 #include <optional>

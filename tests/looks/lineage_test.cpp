@@ -1,4 +1,4 @@
-// Where layers come from, told by hand.
+// Where layers come from, after steps written by hand.
 #include "looks/lineage.h"
 
 #include <gtest/gtest.h>
@@ -23,7 +23,7 @@ std::string two_levels() {
     return animation(nesting);
 }
 
-TEST(Lineage, leads_through_all_nests_whichever_became_flat_first) {
+TEST(Lineage, leads_through_all_nests_in_whatever_order_they_were_un_nested) {
     const std::string text = two_levels();
     const Descent far = {{"", 0}, {"inside", 0}, {"second", 0}};
     Lineage from_inside(text);

@@ -1,4 +1,4 @@
-// Where layers lie, on what clock, and the renderer's opinion of it.
+// Where layers lie and on what clock, also compared with the renderer.
 #include "placement.h"
 
 #include <gtest/gtest.h>
@@ -34,7 +34,7 @@ TEST(Placement, anchor_scale_rotation_and_position_follow_each_other) {
     expect_near(placed({solid(1, "a", 20, 20, "#ff0000", {{"ks", turned}})}, {20, 10}), {45, 80});
 }
 
-TEST(Placement, parents_carry_their_children_and_their_opacity_does_not) {
+TEST(Placement, parents_pass_on_their_transform_but_not_their_opacity) {
     const std::string child = solid(1, "child", 10, 10, "#ff0000", {{"parent", "2"}, {"ks", at(5, 0)}});
     const std::string parent = null_layer(2, "parent", {{"parent", "3"}, {"ks", transform({{"r", still("90")}})}});
     const std::string root = null_layer(3, "root", {{"ks", at(30, 40)}});
@@ -42,7 +42,7 @@ TEST(Placement, parents_carry_their_children_and_their_opacity_does_not) {
     expect_near(placed({child, root, parent}, {0, 0}), {30, 45});
 }
 
-TEST(Placement, a_missing_parent_and_a_circle_of_parents_are_cut) {
+TEST(Placement, a_missing_parent_and_a_cycle_of_parents_are_cut) {
     expect_near(placed({solid(1, "a", 9, 9, "#ff0000", {{"parent", "77"}, {"ks", at(1, 2)}})}, {0, 0}), {1, 2});
     expect_near(placed({solid(1, "a", 9, 9, "#ff0000", {{"parent", "1"}, {"ks", at(1, 2)}})}, {0, 0}), {1, 2});
     const Point in_circle = placed({solid(1, "a", 9, 9, "#ff0000", {{"parent", "2"}, {"ks", at(1, 2)}}),
@@ -51,7 +51,7 @@ TEST(Placement, a_missing_parent_and_a_circle_of_parents_are_cut) {
     EXPECT_TRUE(std::isfinite(in_circle.x));
 }
 
-TEST(Placement, what_hangs_on_a_moving_layer_moves) {
+TEST(Placement, children_of_a_moving_layer_move) {
     const std::string text(
         flat_animation({solid(1, "rider", 9, 9, "#ff0000", {{"parent", "2"}}),
                         null_layer(2, "carrier", {{"ks", transform({{"p", keyed({{0, "0,0,0"}, {10, "50,0,0"}})}})}}),
@@ -76,12 +76,12 @@ TEST(Placement, a_half_turn_in_depth_mirrors_and_a_quarter_turn_shows_the_edge) 
     expect_near(turned("90"), {0, 5});
 }
 
-TEST(Placement, depth_is_ignored_on_flat_layers) {
+TEST(Placement, depth_is_ignored_on_2d_layers) {
     const std::string ks = transform({{"ry", still("90")}, {"or", still("[0,90,0]")}});
     expect_near(placed({solid(1, "a", 10, 10, "#ff0000", {{"ks", ks}})}, {10, 5}), {10, 5});
 }
 
-TEST(Clock, of_a_nest_counts_from_its_start_in_its_stretch) {
+TEST(Clock, of_a_nest_runs_from_its_start_time_at_its_stretch) {
     const auto inner = [](const Members& members, double frame) {
         const std::string text = flat_animation({nest_layer(1, "n", "none", members)});
         const Scene scene(text);
@@ -122,10 +122,10 @@ Point red_centre(const std::vector<std::string>& layers, int frame) {
     return {x / count / kScale, y / count / kScale};
 }
 
-class AsTheRendererDoes : public testing::TestWithParam<std::pair<const char*, std::vector<std::string>>> {};
+class AsInTheRenderer : public testing::TestWithParam<std::pair<const char*, std::vector<std::string>>> {};
 
 // Within half a pixel: along a curve the renderer measures lengths coarsely.
-TEST_P(AsTheRendererDoes, a_square_lies_at_every_frame) {
+TEST_P(AsInTheRenderer, a_square_is_placed_at_every_frame) {
     for (const int frame : {0, 3, 7, 10, 14, 19}) {
         expect_near(placed(GetParam().second, {4, 4}, frame), red_centre(GetParam().second, frame), 0.5);
     }
@@ -161,7 +161,7 @@ std::vector<std::pair<const char*, std::vector<std::string>>> moving_squares() {
     };
 }
 
-INSTANTIATE_TEST_SUITE_P(Placement, AsTheRendererDoes, testing::ValuesIn(moving_squares()),
+INSTANTIATE_TEST_SUITE_P(Placement, AsInTheRenderer, testing::ValuesIn(moving_squares()),
                          [](const auto& one) { return std::string(one.param.first); });
 
 }  // namespace

@@ -20,13 +20,13 @@ std::string eased_keys(const std::string& ease, const std::string& values) {
     return R"({"a":1,"k":[{"t":10,"s":[0],)" + ease + "},{" + values + R"("t":20,"s":[100]}]})";
 }
 
-TEST(Property, a_still_one_is_a_number_or_an_array) {
+TEST(Property, a_static_value_is_a_number_or_an_array) {
     EXPECT_EQ(Read(R"({"k":7})").property().at(3), (Values{7, 0, 0}));
     EXPECT_EQ(Read(R"({"k":[7]})").property().at(3), (Values{7, 0, 0}));
     EXPECT_EQ(Read(R"({"k":[1,2,3]})").property().at(3), (Values{1, 2, 3}));
 }
 
-TEST(Property, what_is_missing_is_the_default) {
+TEST(Property, a_missing_property_has_the_default_value) {
     EXPECT_EQ(Property(nullptr, {100, 100, 100}).at(0), (Values{100, 100, 100}));
     EXPECT_EQ(Read(R"({"k":[50,60]})").property({100, 100, 100}).at(0), (Values{50, 60, 100}));
     EXPECT_EQ(Read(R"({"k":"?"})").property({5, 0, 0}).at(0), (Values{5, 0, 0}));
@@ -37,7 +37,7 @@ TEST(Property, keyframes_are_recognized_by_their_form_not_by_the_flag) {
     EXPECT_EQ(Read(R"({"a":1,"k":[4,5]})").property().at(0), (Values{4, 5, 0}));
 }
 
-TEST(Property, linear_keys_are_met_halfway_and_kept_outside) {
+TEST(Property, linear_keyframes_interpolate_between_and_hold_outside) {
     const Read read(test::keyed({{10, "0,50"}, {20, "100,0"}}));
     EXPECT_EQ(read.property().at(15), (Values{50, 25, 0}));
     EXPECT_EQ(read.property().at(-100), (Values{0, 50, 0}));
@@ -46,7 +46,7 @@ TEST(Property, linear_keys_are_met_halfway_and_kept_outside) {
     EXPECT_EQ(read.property().at(1000), (Values{100, 0, 0}));
 }
 
-TEST(Property, a_hold_jumps_at_the_next_key) {
+TEST(Property, a_hold_keyframe_jumps_at_the_next) {
     const Read read(eased_keys(R"("h":1)", ""));
     EXPECT_EQ(read.property().at(19.999)[0], 0);
     EXPECT_EQ(read.property().at(20)[0], 100);
@@ -80,7 +80,7 @@ TEST(Property, eases_of_all_shapes_lie_on_their_curves) {
     }
 }
 
-TEST(Property, an_ease_may_go_beyond_its_ends) {
+TEST(Property, an_ease_may_overshoot) {
     const Read read(eased_keys(R"("o":{"x":[0.3],"y":[2]},"i":{"x":[0.7],"y":[1]})", ""));
     EXPECT_GT(read.property().at(16)[0], 100);
 }
@@ -100,7 +100,7 @@ TEST(Property, old_files_say_where_a_segment_ends) {
     EXPECT_EQ(read.property().at(99)[0], 30);
 }
 
-TEST(Property, a_path_in_space_is_walked_at_even_speed) {
+TEST(Property, a_spatial_path_is_followed_at_constant_speed) {
     // A quarter of a circle around the origin, nearly: half the way along it lies on the diagonal.
     const Read read(
         R"({"k":[{"t":0,"s":[100,0],"to":[0,55.23],"ti":[55.23,0],"o":{"x":0,"y":0},"i":{"x":1,"y":1}},{"t":10,"s":[0,100]}]})");
@@ -112,7 +112,7 @@ TEST(Property, a_path_in_space_is_walked_at_even_speed) {
     EXPECT_NEAR(third[1], 50, 0.1);
 }
 
-TEST(Property, each_of_several_paths_has_its_own_length) {
+TEST(Property, each_of_several_spatial_paths_has_its_own_length) {
     const Read read(
         R"({"k":[{"t":0,"s":[0,0],"to":[0,30],"ti":[0,30],"o":{"x":0,"y":0},"i":{"x":1,"y":1}},)"
         R"({"t":10,"s":[100,0],"to":[0,300],"ti":[0,300],"o":{"x":0,"y":0},"i":{"x":1,"y":1}},{"t":20,"s":[200,0]}]})");
@@ -136,7 +136,7 @@ TEST(Property, separated_positions_are_read_as_one) {
     EXPECT_EQ(read.property().key_times(), (std::vector<double>{0, 10}));
 }
 
-TEST(Property, equal_keys_animate_nothing) {
+TEST(Property, equal_keyframes_animate_nothing) {
     EXPECT_FALSE(Read(test::keyed({{0, "5"}, {10, "5"}})).property().is_animated());
     EXPECT_TRUE(Read(test::keyed({{0, "5"}, {10, "6"}})).property().is_animated());
     EXPECT_FALSE(Read(test::still("5")).property().is_animated());

@@ -1,4 +1,4 @@
-// Every reason, at work and harmless: what the audit says, and what the pictures show.
+// Every reason, changing a look and harmless: what the audit says, and what the pictures show.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -45,7 +45,7 @@ INSTANTIATE_TEST_SUITE_P(Reasons, EachReason, testing::ValuesIn(all_cases()), []
 });
 
 // The corners are as far out at each eighth of the turn, but for the last digits of this machine's sines.
-TEST(Reasons, of_frames_that_are_cut_alike_the_first_is_reported) {
+TEST(Reasons, the_first_of_several_equally_clipped_frames_is_reported) {
     for (double x = 45; x < 55; x += 0.7) {
         const std::string turning = transform({{"a", still("[20,20,0]")},
                                                {"p", still("[" + std::to_string(x) + ",30,0]")},

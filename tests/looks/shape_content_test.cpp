@@ -52,11 +52,11 @@ std::string group(const std::string& items, const std::string& position, const s
            R"(},"s":{"k":[100,100]},"a":{"k":[0,0]},"r":{"k":0}}]})";
 }
 
-TEST(ShapeContent, a_filled_rectangle_is_as_large_as_it_says) {
+TEST(ShapeContent, a_filled_rectangle_has_its_own_size) {
     expect_box(painted(kSquare + "," + kFill), 40, 40, 60, 60);
 }
 
-TEST(ShapeContent, a_stroke_reaches_half_its_width_beyond) {
+TEST(ShapeContent, a_stroke_adds_half_its_width) {
     expect_box(painted(kSquare + "," + stroke("6")), 37, 37, 63, 63);
 }
 
@@ -64,7 +64,7 @@ TEST(ShapeContent, an_ellipse_fills_its_box) {
     expect_box(painted(R"({"ty":"el","p":{"k":[10,20]},"s":{"k":[20,10]}},)" + kFill), 0, 15, 20, 25);
 }
 
-TEST(ShapeContent, a_curve_is_followed_not_its_handles) {
+TEST(ShapeContent, bounds_follow_the_curve_not_its_handles) {
     const std::string arch =
         R"({"ty":"sh","ks":{"k":{"v":[[0,0],[100,0]],"i":[[0,0],[0,100]],"o":[[0,100],[0,0]],"c":false}}},)";
     expect_box(painted(arch + kFill), 0, 0, 100, 75);
@@ -77,7 +77,7 @@ TEST(ShapeContent, unpainted_paths_are_left_out) {
     EXPECT_FALSE(painted(kSquare + R"(,{"ty":"fl","hd":true,"o":{"k":100}})").has_value());
 }
 
-TEST(ShapeContent, groups_move_what_is_in_them_and_hide_it_when_transparent) {
+TEST(ShapeContent, groups_transform_their_contents_and_hide_them_when_transparent) {
     expect_box(painted(group(kSquare + "," + kFill, "[10,-10]")), 50, 30, 70, 50);
     expect_box(painted(group(kSquare, "[10,-10]") + "," + kFill), 50, 30, 70, 50);  // painted from outside
     EXPECT_FALSE(painted(group(kSquare + "," + kFill, "[0,0]", "0")).has_value());
@@ -112,7 +112,7 @@ TEST(ShapeContent, repeaters_of_repeaters_do_not_multiply_the_work) {
     EXPECT_THROW(painted(doubled, 0, lottie::looks::Work(1'000)), lottie::looks::TooMuchWork);
 }
 
-TEST(ShapeContent, a_moving_path_is_taken_at_its_frame) {
+TEST(ShapeContent, an_animated_path_is_evaluated_at_the_frame) {
     const auto line_to = [](const std::string& x) {
         return R"([{"v":[[0,0],[)" + x + R"(,0]],"i":[[0,0],[0,0]],"o":[[0,0],[0,0]],"c":false}])";
     };

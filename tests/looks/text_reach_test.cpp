@@ -36,14 +36,14 @@ std::string animator(const std::string& what, const std::string& selector = "") 
     return R"({"s":{"t":0)" + selector + R"(},"a":{)" + what + "}}";
 }
 
-TEST(TextReach, letters_that_the_file_brings_along_are_measured) {
+TEST(TextReach, glyphs_in_the_file_are_measured) {
     expect_box(reach(R"("f":"Face-Bold","t":"AA")"), 0, -35, 60, 1);
     expect_box(reach(R"("f":"Face-Bold","t":"AA","tr":100)"), 0, -35, 70, 1);
     expect_box(reach(R"("f":"Face-Bold","t":"AA","j":2)"), -30, -35, 30, 1);
     expect_box(reach(R"("f":"Face-Bold","t":"AA","j":1,"ls":10)"), -60, -45, 0, -9);
 }
 
-TEST(TextReach, others_are_estimated_from_the_size) {
+TEST(TextReach, other_glyphs_are_estimated_from_the_size) {
     expect_box(reach(R"("f":"Other","t":"AA")"), 0, -50, 60, 15);
     expect_box(reach(R"("f":"Face-Bold","t":"AB")"), 0, -50, 60, 15);
     expect_box(reach(R"("f":"Face-Bold","t":"AA\rA")"), 0, -50, 60, 75);
@@ -60,7 +60,7 @@ TEST(TextReach, animators_move_letters) {
     EXPECT_LE(reach(text, 0, animator(R"("p":{"a":0,"k":[0,0,0],"x":"value"})")).top, -5000);
 }
 
-TEST(TextReach, an_animator_of_all_letters_can_take_back_what_another_does) {
+TEST(TextReach, an_animator_of_all_letters_can_cancel_another) {
     const std::string text = R"("f":"Face-Bold","t":"AA")";
     const std::string flat = R"("s":{"a":0,"k":[100,1,100]})";
     const std::string tall = animator(R"("s":{"a":0,"k":[100,10000,100]})");
