@@ -19,7 +19,7 @@ bool mends_within(std::size_t steps) {
     mend::Mending mending(before, {kLayer}, {"", {0}, {{looks::Origin::Kind::copied, 0, 0}}}, work);
     looks::NestReport report;
     report.findings.push_back({looks::Reason::opacity, looks::Weight::change, "", "", "", "", {}});
-    return mending.answer({report});
+    return mending.apply_remedies({report});
 }
 
 TEST(Work, of_mending_counts) {

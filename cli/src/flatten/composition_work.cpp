@@ -67,23 +67,23 @@ void FlatteningState::count_showings() {
     }
 }
 
-std::map<std::size_t, std::string> FlatteningState::find_strayed() {
+std::map<std::size_t, std::string> FlatteningState::find_deviating_nests() {
     std::set<lottie::looks::NestOfFile> suspects;
     for (const auto& [nest, origin] : origins) {
         if (slight.contains(origin)) suspects.insert(nest);
     }
-    std::map<std::size_t, std::string> strayed;
+    std::map<std::size_t, std::string> deviating;
     try {
-        for (const lottie::looks::Strayed& one : judge.compare_whole(suspects)) {
-            for (const auto& nest : one.nests) strayed.emplace(origins.at(nest), main_reason({one.finding}));
+        for (const lottie::looks::Deviation& one : judge.compare_whole(suspects)) {
+            for (const auto& nest : one.nests) deviating.emplace(origins.at(nest), main_reason({one.finding}));
         }
     } catch (const lottie::looks::TooMuchWork&) {
-        for (const std::size_t origin : slight) strayed.emplace(origin, kTooMuchWork);
+        for (const std::size_t origin : slight) deviating.emplace(origin, kTooMuchWork);
     }
-    return strayed;
+    return deviating;
 }
 
-void FlatteningState::find_asked_layers(const lottie::document::Document& document) {
+void FlatteningState::find_referenced_layers(const lottie::document::Document& document) {
     const ReferencedLayers referenced(document, references);
     for (const std::string& name : references.layers) {
         double count = 0;
@@ -353,7 +353,7 @@ void CompositionWork::mend(Attempt& tried) {
     while (true) {
         std::vector<NestReport> seen;
         double unseen = 0;
-        auto answered = Mending::Answered::changes;
+        auto scope = Mending::Scope::changes;
         for (const NestReport& report : tried.reports) {
             const bool may_stay =
                 state_.learned.unseen == FlatteningState::Learned::Unseen::allowed || report.unseen == 0;
@@ -363,9 +363,9 @@ void CompositionWork::mend(Attempt& tried) {
             }
             const bool adds_up = report.verdict == Verdict::equal_to_the_eye;
             if (adds_up && given_up_because(report) != nullptr) {
-                answered = Mending::Answered::all;
+                scope = Mending::Scope::all;
             } else if (adds_up) {
-                answered = std::max(answered, Mending::Answered::changes_and_cuts);
+                scope = std::max(scope, Mending::Scope::changes_and_clips);
             }
             seen.push_back(report);
         }
@@ -376,7 +376,7 @@ void CompositionWork::mend(Attempt& tried) {
         if (!tried.mending)
             tried.mending = std::make_unique<Mending>(stage_->unmended(state_.judge), tried.trial.written.layers,
                                                       tried.trial.change, *state_.limits.work);
-        const bool is_mended = tried.mending->answer(seen, answered);
+        const bool is_mended = tried.mending->apply_remedies(seen, scope);
         tried.mended_layers = tried.mending->layers();
         if (!is_mended) return;
         judge(tried);

@@ -35,10 +35,10 @@ struct FlatteningState {
     void count_showings();  // as the animation stands
 
     // The nests that became flat and differ in some way from the original animation.
-    std::map<std::size_t, std::string> find_strayed();
+    std::map<std::size_t, std::string> find_deviating_nests();
 
-    void find_asked_layers(const lottie::document::Document& document);  // in the whole animation
-    void rename(const std::string& before, const std::string& now);      // one of those
+    void find_referenced_layers(const lottie::document::Document& document);  // in the whole animation
+    void rename(const std::string& before, const std::string& now);           // one of those
 
     const host::runner::PluginModule& plugin;
     const Options& options;

@@ -73,7 +73,7 @@ class Flatten {
                 console_.say(Tone::plain, input.label(i), "skipped: " + all[i].skipped);
                 continue;
             }
-            if (!all[i].is_as_asked()) result.code = ExitCode::look_changes;
+            if (!all[i].succeeded()) result.code = ExitCode::look_changes;
             if (options_.prove && !prove_whole(input.label(i), input.text(i), all[i].text, budget))
                 result.code = ExitCode::look_changes;
             tell(input.label(i), all[i]);
@@ -103,7 +103,7 @@ class Flatten {
         print_warnings(console_, label, flattened.warnings);
         if (options_.verbose)
             for (const FlattenedNest& nest : flattened.nests) console_.say(Tone::plain, label, nest_line(nest));
-        console_.say(flattened.is_as_asked() ? Tone::good : Tone::warning, label, last_line(flattened));
+        console_.say(flattened.succeeded() ? Tone::good : Tone::warning, label, last_line(flattened));
     }
 
     const Options& options_;

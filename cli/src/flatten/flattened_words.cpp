@@ -46,7 +46,7 @@ std::string last_line(const Flattened& flattened) {
         counted(flattened.nests_left, "pre-comp") + " left" +
         listed(
             nests, [](const auto& nest) { return nest.is_kept(); }, [](const auto& nest) { return nest.kept_because; });
-    if (flattened.is_as_asked()) return left + ", look kept";
+    if (flattened.succeeded()) return left + ", look kept";
     return changing.empty() ? left : left + "; look changed" + changing;
 }
 

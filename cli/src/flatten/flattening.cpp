@@ -96,18 +96,18 @@ bool adds_up(const FlatteningState& state) {
 bool try_to_flatten(FlatteningState& state, lottie::document::Document& document, FlatteningState::Learned& learned,
                     Flattened& flattened) {
     const Options& options = state.options;
-    state.find_asked_layers(document);
+    state.find_referenced_layers(document);
     if (options.composition.empty() && options.layers.empty()) {
         work_on_all(state, document);
     } else {
         const host::model::Comp& comp = find_composition(document, options.composition);
         work_on(state, document, *state.bench.find(document.comp_id(comp)), selected_places(comp, options), false);
     }
-    const auto strayed = options.all ? std::map<std::size_t, std::string>() : state.find_strayed();
+    const auto deviating = options.all ? std::map<std::size_t, std::string>() : state.find_deviating_nests();
     const std::size_t given_up_before = learned.given_up.size();
-    learned.given_up.insert(strayed.begin(), strayed.end());
-    if (!strayed.empty() && ++learned.times == kMostTimes) {
-        for (const std::size_t origin : state.slight) learned.given_up.emplace(origin, strayed.begin()->second);
+    learned.given_up.insert(deviating.begin(), deviating.end());
+    if (!deviating.empty() && ++learned.times == kMostTimes) {
+        for (const std::size_t origin : state.slight) learned.given_up.emplace(origin, deviating.begin()->second);
     }
     take_nests(state, flattened);
     state.count_showings();
@@ -120,7 +120,7 @@ bool try_to_flatten(FlatteningState& state, lottie::document::Document& document
 
 }  // namespace
 
-bool Flattened::is_as_asked() const {
+bool Flattened::succeeded() const {
     return std::none_of(nests.begin(), nests.end(),
                         [](const FlattenedNest& nest) { return nest.is_kept() || nest.changes(); });
 }

@@ -103,7 +103,7 @@ class Reporter {
             report_.nests.push_back({as_flattened(nest, flattened.text.size()), std::nullopt});
             if (!nest.is_kept()) findings_.insert(findings_.end(), nest.findings.begin(), nest.findings.end());
         }
-        report_.flat = {totals_of(flattened), flattened.is_as_asked()};
+        report_.flat = {totals_of(flattened), flattened.succeeded()};
         report_.messages = {last_line(flattened)};
         console_.show_progress("pictures: before and after");
         take_after(flattened.text, flattened.steps);
@@ -204,7 +204,7 @@ std::string verdicts(const Report& report) {
 void print_report(const Console& console, const Report& report, const std::string& output) {
     std::string sentence = report.flat ? report.messages.front() : verdicts(report);
     if (!output.empty()) sentence += "; written to " + output;
-    console.say(report.is_as_asked() ? Tone::good : Tone::warning, report.file, sentence);
+    console.say(report.succeeded() ? Tone::good : Tone::warning, report.file, sentence);
 }
 
 }  // namespace
@@ -220,7 +220,7 @@ ExitCode report(const Options& options, const Console& console) {
         const Report report = report_on(input, options, plugin, console);
         write_output(options, console, options.file(), report_page(report, player));
         print_report(console, report, options.output == kStandardStream ? "" : options.output);
-        return report.is_as_asked() ? ExitCode::done : ExitCode::look_changes;
+        return report.succeeded() ? ExitCode::done : ExitCode::look_changes;
     });
 }
 

@@ -82,7 +82,7 @@ class ReportData {
     void add_flat(const FlatSum& flat) {
         json_.key("flat");
         json_.begin_object();
-        json_.add("as_asked", flat.is_as_asked);
+        json_.add("as_asked", flat.succeeded);
         json_.add("nests", flat.totals.nests);
         json_.add("un_nested", flat.totals.unnested);
         json_.add("mended", flat.totals.mended);

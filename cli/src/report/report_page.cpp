@@ -71,8 +71,8 @@ lottie::looks::Verdict Report::verdict() const {
     return worst_verdict;
 }
 
-bool Report::is_as_asked() const {
-    return flat ? flat->is_as_asked : verdict() != lottie::looks::Verdict::changes;
+bool Report::succeeded() const {
+    return flat ? flat->succeeded : verdict() != lottie::looks::Verdict::changes;
 }
 
 std::string report_page(const Report& report, const AnimationPlayer& player) {

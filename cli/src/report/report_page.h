@@ -28,7 +28,7 @@ struct ReportedNest {
 // What the whole file comes to, made flat.
 struct FlatSum {
     FileTotals totals;
-    bool is_as_asked = false;
+    bool succeeded = false;
 };
 
 struct Report {
@@ -54,7 +54,7 @@ struct Report {
     std::vector<std::string> messages;  // of the plug-in and the host during the run, or how making it flat ends
 
     lottie::looks::Verdict verdict() const;  // the worst of what is un-nested
-    bool is_as_asked() const;                // every look stays, and no nest does that was to become flat
+    bool succeeded() const;                  // every look stays, and no nest does that was to become flat
 };
 
 // The program that plays animations in the page, and its licence.

@@ -51,7 +51,7 @@ MendedRun mend_run(const std::string& before, const std::string& after, const lo
     const lottie::mend::BeforeRuns unmended(before, judge);
     lottie::mend::Mending mending(unmended, bench.file_layers(*bench.find(change.composition)), change, *work);
     std::string text = after;
-    while (count_changing(reports) > 0 && mending.answer(reports)) {
+    while (count_changing(reports) > 0 && mending.apply_remedies(reports)) {
         text = with_layers(after, change.composition, mending.layers());
         reports = judge.compare(mending.change(), text);
     }

@@ -145,7 +145,7 @@ void find_clip_changes(Unnesting& u) {
     const SceneLayer& layer = u.inside().layer(worst.layer);
     const std::string frame_size = plain(u.nest().width) + " x " + plain(u.nest().height);
     if (worst.unseen <= 1) {
-        u.take_of_unseen(worst.unseen);
+        u.add_unseen(worst.unseen);
         u.add({Reason::clip, Weight::slight,
                "layer " + quoted(layer.name) + " reaches over the edge of the nest's frame (" + frame_size +
                    ") by less than the eye sees",

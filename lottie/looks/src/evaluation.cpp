@@ -92,8 +92,8 @@ bool Evaluation::moves(const std::string& composition, std::size_t layer) {
     return survey(composition).placement().moves(layer);
 }
 
-bool Evaluation::is_told_by_place(const std::string& composition, std::size_t layer) {
-    return survey(composition).is_told_by_place(layer);
+bool Evaluation::has_reliable_placement(const std::string& composition, std::size_t layer) {
+    return survey(composition).has_reliable_placement(layer);
 }
 
 bool Evaluation::is_placed_by_expression(const std::string& composition, std::size_t layer) {

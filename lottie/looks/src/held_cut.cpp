@@ -113,7 +113,8 @@ class HeldCutFinder {
         const auto place = u_.stack().matte(u_.nest_place());
         const int mode = u_.nest().matte_mode;
         if (!place || (mode != 1 && mode != 2) || u_.stack().matte(*place) ||
-            !u_.stack_survey().is_told_by_place(*place) || !u_.stack_survey().is_told_by_place(u_.nest_place())) {
+            !u_.stack_survey().has_reliable_placement(*place) ||
+            !u_.stack_survey().has_reliable_placement(u_.nest_place())) {
             return;
         }
         const SceneLayer& layer = u_.stack().layer(*place);
@@ -205,7 +206,7 @@ class HeldCutFinder {
 
     bool holds(const Copy& copy, bool with_frame) {
         const SceneLayer& inner = u_.inner(copy);
-        if (!can_be_held() || is_picture_changed(inner) || !u_.inside_survey().is_told_by_place(copy.inner))
+        if (!can_be_held() || is_picture_changed(inner) || !u_.inside_survey().has_reliable_placement(copy.inner))
             return false;
         const auto own = own_masks(inner);
         const auto now = own_masks(u_.copied(copy));

@@ -95,11 +95,11 @@ struct Judge::State {
             }
             if (!is_lasting(layer)) layer = arena->texts.emplace_back(layer);
             TextReader reader(layer);
-            SceneLayer::Likes likes = {from == nullptr ? nullptr : from->get()};
+            SceneLayer::Counterparts counterparts = {from == nullptr ? nullptr : from->get()};
             if (last != nullptr)
-                std::transform(last->layers.begin(), last->layers.end(), likes.begin() + 1,
+                std::transform(last->layers.begin(), last->layers.end(), counterparts.begin() + 1,
                                [](const auto& one) { return one.get(); });
-            layers.push_back(std::make_shared<SceneLayer>(reader, likes, arena));
+            layers.push_back(std::make_shared<SceneLayer>(reader, counterparts, arena));
             if (last != nullptr) last->add(layers.back());
         }
         auto stack = std::make_shared<Stack>(before.without_layers());
@@ -194,8 +194,8 @@ void Judge::accept() {
     state.scene.byte_count = newest.byte_count;
 }
 
-std::vector<Strayed> Judge::compare_whole(const std::set<NestOfFile>& slight) {
-    return state_->whole.find_strayed(state_->surveys, slight, state_->work);
+std::vector<Deviation> Judge::compare_whole(const std::set<NestOfFile>& slight) {
+    return state_->whole.find_deviations(state_->surveys, slight, state_->work);
 }
 
 std::vector<StackChange> Judge::take_steps() {

@@ -19,7 +19,8 @@ std::optional<double> optional_number(std::string_view text) {
 
 }  // namespace
 
-SceneLayer::SceneLayer(TextReader& reader, const Likes& likes, const std::shared_ptr<Arena>& arena) : arena_(arena) {
+SceneLayer::SceneLayer(TextReader& reader, const Counterparts& counterparts, const std::shared_ptr<Arena>& arena)
+    : arena_(arena) {
     if (reader.peek() != '{') throw std::runtime_error("the animation cannot be read");
     const char* begin = reader.position();
     reader.enter_object();
@@ -35,9 +36,9 @@ SceneLayer::SceneLayer(TextReader& reader, const Likes& likes, const std::shared
             continue;
         }
         std::shared_ptr<const LayerPart> part;
-        for (const SceneLayer* like : likes) {
-            if (like == nullptr || part != nullptr) continue;
-            const auto same = like->shared_part(key);
+        for (const SceneLayer* counterpart : counterparts) {
+            if (counterpart == nullptr || part != nullptr) continue;
+            const auto same = counterpart->shared_part(key);
             if (same != nullptr && reader.skip_if(same->text())) part = same;
         }
         if (part == nullptr) {
@@ -55,8 +56,8 @@ SceneLayer::SceneLayer(TextReader& reader, const Likes& likes, const std::shared
     }
     if (stretch == 0) stretch = 1;
     if (const Json* remap = json("tm")) time_remap_.emplace(remap, Values{});
-    set_transform(likes);
-    set_shapes(likes);
+    set_transform(counterparts);
+    set_shapes(counterparts);
 }
 
 void SceneLayer::read_member(const std::string& key, std::string_view value) {
@@ -112,12 +113,12 @@ std::shared_ptr<const LayerPart> SceneLayer::shared_part(std::string_view key) c
     return found == parts_.end() ? nullptr : *found;
 }
 
-void SceneLayer::set_transform(const Likes& likes) {
+void SceneLayer::set_transform(const Counterparts& counterparts) {
     const auto part = shared_part("ks");
-    for (const SceneLayer* like : likes) {
-        if (like != nullptr && like->transform_->part == part && like->is_3d == is_3d &&
-            like->is_auto_oriented == is_auto_oriented) {
-            transform_ = like->transform_;
+    for (const SceneLayer* counterpart : counterparts) {
+        if (counterpart != nullptr && counterpart->transform_->part == part && counterpart->is_3d == is_3d &&
+            counterpart->is_auto_oriented == is_auto_oriented) {
+            transform_ = counterpart->transform_;
             return;
         }
     }
@@ -125,11 +126,11 @@ void SceneLayer::set_transform(const Likes& likes) {
     transform_->part = part;
 }
 
-void SceneLayer::set_shapes(const Likes& likes) {
+void SceneLayer::set_shapes(const Counterparts& counterparts) {
     const auto part = shared_part("shapes");
-    for (const SceneLayer* like : likes) {
-        if (like != nullptr && like->shapes_->part == part) {
-            shapes_ = like->shapes_;
+    for (const SceneLayer* counterpart : counterparts) {
+        if (counterpart != nullptr && counterpart->shapes_->part == part) {
+            shapes_ = counterpart->shapes_;
             return;
         }
     }

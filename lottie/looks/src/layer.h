@@ -22,10 +22,10 @@ enum class LayerType { nest = 0, solid = 1, image = 2, null = 3, shape = 4, text
 // for.
 class SceneLayer {
   public:
-    // Reads the value that `reader` is at. Parts that one of its likes, which may be null, has with the same text
-    // become its as well, with what was worked out of them. Throws std::runtime_error for anything but an object.
-    using Likes = std::array<const SceneLayer*, 3>;
-    SceneLayer(TextReader& reader, const Likes& likes, const std::shared_ptr<Arena>& arena);
+    // Reads the value that `reader` is at. Parts that one of its counterparts, which may be null, has with the same
+    // text become its as well, with what was worked out of them. Throws std::runtime_error for anything but an object.
+    using Counterparts = std::array<const SceneLayer*, 3>;
+    SceneLayer(TextReader& reader, const Counterparts& counterparts, const std::shared_ptr<Arena>& arena);
 
     LayerType type = LayerType::other;
     bool is_adjustment_by_type = false;
@@ -86,8 +86,8 @@ class SceneLayer {
 
     void read_member(const std::string& key, std::string_view value);
     std::shared_ptr<const LayerPart> shared_part(std::string_view key) const;  // null if there is none
-    void set_transform(const Likes& likes);
-    void set_shapes(const Likes& likes);
+    void set_transform(const Counterparts& counterparts);
+    void set_shapes(const Counterparts& counterparts);
 
     std::shared_ptr<const Arena> arena_;  // its text may lie there, even if all of its parts are its original's
     std::string_view text_;

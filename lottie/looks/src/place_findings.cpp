@@ -159,7 +159,7 @@ void find_copies(Unnesting& u) {
     const Cause cause = cause_for_copies(u);
     if (displacement.distance > kNothing) {
         const bool is_seen = displacement.is_seen();
-        if (!is_seen) u.take_of_unseen(displacement.blurred);
+        if (!is_seen) u.add_unseen(displacement.blurred);
         u.add({cause.reason, is_seen ? Weight::change : Weight::slight, cause.sentence + ": " + where(displacement),
                !is_seen               ? ""
                : u.stack().id.empty() ? "keep this nest"
@@ -260,7 +260,7 @@ void find_others(Unnesting& u, const SharedFindings& shared) {
                            const std::string& what, const std::string& way_out) {
         if (d.distance > kNothing) {
             const bool is_seen = d.is_seen();
-            if (!is_seen) u.take_of_unseen(d.blurred);
+            if (!is_seen) u.add_unseen(d.blurred);
             u.add({reason, is_seen ? Weight::change : Weight::slight, what + ": " + where(d), is_seen ? way_out : "",
                    d.layer->name, "parent", d.first_frame()});
         } else if (cut != nullptr) {

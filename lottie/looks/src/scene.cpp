@@ -44,7 +44,8 @@ class PlacesByNumber {
 void read_layers(Stack& stack, TextReader& reader, const std::shared_ptr<Arena>& arena) {
     std::vector<std::shared_ptr<const SceneLayer>> layers;
     if (reader.enter_array()) {
-        while (reader.next_element()) layers.push_back(std::make_shared<SceneLayer>(reader, SceneLayer::Likes{}, arena));
+        while (reader.next_element())
+            layers.push_back(std::make_shared<SceneLayer>(reader, SceneLayer::Counterparts{}, arena));
     }
     stack.set_layers(std::move(layers));
 }

@@ -317,7 +317,7 @@ bool Survey::is_seen_in_depth(std::size_t place) {
     return answer == Answer::yes;
 }
 
-bool Survey::is_told_by_place(std::size_t place) const {
+bool Survey::has_reliable_placement(std::size_t place) const {
     const double pixel = stack_->width / kPictureWidth;
     for (std::optional<std::size_t> at = place; at; at = stack_->parent(*at)) {
         const Transform& transform = stack_->layer(*at).transform();

@@ -56,7 +56,7 @@ class Survey {
 
     // Whether all players see the layer where its placement says: no expression moves it or what it hangs on, none of
     // them leaves the plane, and nothing moves in a way that players differ in.
-    bool is_told_by_place(std::size_t layer) const;
+    bool has_reliable_placement(std::size_t layer) const;
 
     // How many compositions lie inside one another, this one being 1.
     std::size_t levels() const { return levels_; }

@@ -62,7 +62,7 @@ class Unnesting {
     std::vector<Finding> take_findings();
 
     // Of the difference between pictures that look equal, 1 being all of it.
-    void take_of_unseen(double share) { unseen_ += share; }
+    void add_unseen(double share) { unseen_ += share; }
     double unseen() const { return unseen_; }
 
   private:

@@ -30,9 +30,9 @@ class Comparer {
     Comparer(const Scene& file, Surveys& now, const std::set<NestOfFile>& slight, Lineage& lineage, Work& work)
         : file_(file, work), now_(now), slight_(slight), lineage_(lineage), work_(work) {}
 
-    std::vector<Strayed> find() {
+    std::vector<Deviation> find() {
         for (const std::string& composition : innermost_first()) compare(composition);
-        return std::move(strayed_);
+        return std::move(deviations_);
     }
 
   private:
@@ -175,11 +175,11 @@ class Comparer {
     }
 
     void stray(Reason reason, const Off& off, const std::string& what) {
-        strayed_.push_back({{reason, Weight::change,
-                             "layer " + quoted(off.layer) + " " + what + " at frame " + plain(off.frame) +
-                                 " once all is flat, though no step shows by itself",
-                             "", off.layer, reason == Reason::place ? "ks" : "ip", off.frame},
-                            off.blame});
+        deviations_.push_back({{reason, Weight::change,
+                                "layer " + quoted(off.layer) + " " + what + " at frame " + plain(off.frame) +
+                                    " once all is flat, though no step shows by itself",
+                                "", off.layer, reason == Reason::place ? "ks" : "ip", off.frame},
+                               off.blame});
     }
 
     Surveys file_;
@@ -188,12 +188,12 @@ class Comparer {
     Lineage& lineage_;
     Work& work_;
     std::unordered_map<std::string, Off> off_;  // of compositions, the worst layer's
-    std::vector<Strayed> strayed_;
+    std::vector<Deviation> deviations_;
 };
 
 }  // namespace
 
-std::vector<Strayed> Whole::find_strayed(Surveys& now, const std::set<NestOfFile>& slight, Work& work) const {
+std::vector<Deviation> Whole::find_deviations(Surveys& now, const std::set<NestOfFile>& slight, Work& work) const {
     if (slight.empty()) return {};
     Lineage lineage(file_, work);
     for (const StackChange& step : steps_) lineage.add(step);

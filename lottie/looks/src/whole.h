@@ -18,7 +18,7 @@ class Whole {
     std::vector<StackChange> take_steps() { return std::move(steps_); }
 
     // As Judge::compare_whole(); `now` is of the scene after all steps.
-    std::vector<Strayed> find_strayed(Surveys& now, const std::set<NestOfFile>& slight, Work& work) const;
+    std::vector<Deviation> find_deviations(Surveys& now, const std::set<NestOfFile>& slight, Work& work) const;
 
   private:
     Scene file_;  // shares its stacks with the one that the steps change

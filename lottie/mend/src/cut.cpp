@@ -110,7 +110,7 @@ class Cutting {
         const auto matte = matte_inside(nest_, drawn);
         if (matte && drawn.facts.matte_type != kAlpha) return;
         CopiedLayer& copy = matte ? nest_.copies[*matte] : drawn;
-        if (copy.now == nullptr || !evaluation_.is_told_by_place(inside_, copy.inner)) return;
+        if (copy.now == nullptr || !evaluation_.has_reliable_placement(inside_, copy.inner)) return;
         const std::vector<double> frames =
             evaluation_.frames(around_, std::max(nest_.facts().in.value_or(0), copy.now->number("ip", 0)),
                                std::min(nest_.facts().out.value_or(0), copy.now->number("op", 0)));

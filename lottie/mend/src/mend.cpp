@@ -66,13 +66,13 @@ Mending::Mending(const BeforeRuns& before, const std::vector<std::string_view>& 
     : progress_(std::make_unique<Progress>(*before.before_, after, std::move(change), work)) {}
 Mending::~Mending() = default;
 
-bool Mending::answer(const std::vector<looks::NestReport>& reports, Answered what) {
+bool Mending::apply_remedies(const std::vector<looks::NestReport>& reports, Scope scope) {
     bool is_any = false;
     for (const looks::NestReport& report : reports) {
         std::set<Reason> open;
         for (const looks::Finding& finding : report.findings) {
-            const bool is_cut = finding.reason == Reason::clip && what == Answered::changes_and_cuts;
-            const bool adds_up = finding.weight == looks::Weight::slight && (is_cut || what == Answered::all);
+            const bool is_cut = finding.reason == Reason::clip && scope == Scope::changes_and_clips;
+            const bool adds_up = finding.weight == looks::Weight::slight && (is_cut || scope == Scope::all);
             if (finding.weight == looks::Weight::change || adds_up) open.insert(finding.reason);
         }
         for (const Remedy& remedy : kRemedies) {

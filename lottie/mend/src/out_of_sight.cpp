@@ -68,7 +68,7 @@ void move_left(LayerText& layer, double distance) {
 }  // namespace
 
 void put_out_of_sight(Unnested& unnested, Nest& nest) {
-    if (!unnested.evaluation().is_told_by_place(unnested.composition(), nest.place)) return;
+    if (!unnested.evaluation().has_reliable_placement(unnested.composition(), nest.place)) return;
     for (const CopiedLayer& copy : nest.copies) {
         if (!is_placed_by_expression(unnested, nest, copy)) continue;
         const auto right = right_edge(unnested, nest, copy);

@@ -43,7 +43,7 @@ struct Flattened {
     std::vector<lottie::looks::StackChange> steps = {};
 
     // Every nest that was to become flat did so and looks as before.
-    bool is_as_asked() const;
+    bool succeeded() const;
 };
 
 // Works on the nests that the options name, or on all. What surrounds the animation may refer to parts of it. Throws

@@ -46,7 +46,7 @@ class Evaluation {
     PlaneMap place(const std::string& composition, std::size_t layer, double frame);
     bool moves(const std::string& composition, std::size_t layer);
     // Whether place() says all: no expression moves it or what it hangs on, and none of them leaves the plane.
-    bool is_told_by_place(const std::string& composition, std::size_t layer);
+    bool has_reliable_placement(const std::string& composition, std::size_t layer);
     // Whether an expression alone places it, and gives the same whatever value the position holds.
     bool is_placed_by_expression(const std::string& composition, std::size_t layer);
     // How far a layer's picture may reach in its composition: the corners around it; none when nothing is seen then.

@@ -64,7 +64,7 @@ struct NestOfFile {
 };
 
 // A layer that lies or is seen otherwise than in the file, though it looked equal after each step.
-struct Strayed {
+struct Deviation {
     Finding finding;
     std::set<NestOfFile> nests;  // whose steps are to blame
 };
@@ -108,7 +108,7 @@ class Judge {
     // All that was accepted so far against the animation as it was given: what no eye sees of single steps adds up from
     // nest to nest, and grows with what enlarges them. Looks only at layers that came out of `slight` nests, those of
     // which something differed. Throws TooMuchWork.
-    std::vector<Strayed> compare_whole(const std::set<NestOfFile>& slight);
+    std::vector<Deviation> compare_whole(const std::set<NestOfFile>& slight);
 
     // What was accepted, in its order. To be asked for once, at the end.
     std::vector<StackChange> take_steps();

@@ -38,14 +38,13 @@ class Mending {
             looks::Work& work);
     ~Mending();
 
-    enum class Answered { changes, changes_and_cuts, all };
-
-    // Answers what makes looks change, each nest with the remedies for the reasons that are found. False when there is
-    // no further remedy for any of them: then nothing was done. To be called again with reports on the mended result,
-    // for one remedy can bring to light what another one is for. What nobody sees is answered as well where it adds up:
-    // that of layers that a frame cut off over several uses of a composition, all of it over several steps. Throws
-    // TooMuchWork; the mending is of no use then.
-    bool answer(const std::vector<looks::NestReport>& reports, Answered what = Answered::changes);
+    enum class Scope { changes, changes_and_clips, all };
+    // Applies to each nest the remedies for the reasons found that change the look. False when there is no further
+    // remedy for any of them: then nothing was done. To be called again with reports on the mended result, for one
+    // remedy can bring to light what another one is for. Differences too small to see are mended as well where they
+    // add up: clips where a composition is shown several times, everything over several steps. Throws TooMuchWork;
+    // the mending is of no use then.
+    bool apply_remedies(const std::vector<looks::NestReport>& reports, Scope scope = Scope::changes);
 
     // The layers of the mended composition, top to bottom.
     std::vector<std::string> layers() const;
