@@ -32,4 +32,8 @@ class SameOverTime {
 // showed inside; where it lies and what it is hidden by is asked elsewhere.
 bool shows_what_it_showed(Unnesting& unnesting, const Copy& copy);
 
+// Whether the parts are lists of masks of different lengths. What became of masks among new ones is looked at with what
+// they cut.
+bool is_list_with_new_masks(const LayerPart& before, const LayerPart& after);
+
 }  // namespace lottie::looks

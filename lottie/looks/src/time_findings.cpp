@@ -235,11 +235,7 @@ TimingDifference compare_keys(Unnesting& u) {
         const double shift = u.copied(copy).start - inner.start;
         for (const auto& part : inner.parts()) {
             const LayerPart* after = u.copied(copy).part(part->key());
-            // What became of masks among new ones is looked at with what they cut.
-            if (after != nullptr && part->key() == "masksProperties" &&
-                elements(&after->json()).Size() != elements(&part->json()).Size()) {
-                continue;
-            }
+            if (after != nullptr && is_list_with_new_masks(*part, *after)) continue;
             const auto lost =
                 after == nullptr ? std::nullopt : first_lost_key(*part, *after, shift, is_faded(u.nest()));
             if (!lost) continue;
