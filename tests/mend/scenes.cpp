@@ -261,6 +261,17 @@ std::vector<Scene> mask_scenes() {
     };
     const std::string narrow = mask(still(path("[[0,0],[40,0],[10,40]]")));
     const std::string own_mask = solid(1, "red", 60, 60, "#ff0000", masked(narrow, {{"ks", at(20, 20)}}));
+    const auto with_masks = [](const std::string& masks) {
+        return solid(1, "red", 60, 60, "#ff0000", masked(masks, {{"ks", at(20, 20)}}));
+    };
+    const std::string leaving = solid(1, "red", 30, 30, "#ff0000",
+                                      masked(mask(still(path("[[0,0],[30,0],[10,30]]"))),
+                                             {{"ks", transform({{"p", keyed({{0, "5,20,0"}, {6, "-90,20,0"}})}})}}));
+    const std::string square = "[[0,0],[0,0],[0,0],[0,0]]";
+    const std::string left = path("[[-5,-5],[3,-5],[3,105],[-5,105]]", square);
+    const std::string all = path("[[-5,-5],[105,-5],[105,105],[-5,105]]", square);
+    const std::string covering = R"({"a":1,"k":[{"t":0,"s":[)" + left + R"(],"i":{"x":1,"y":1},"o":{"x":0,"y":0}},)" +
+                                 R"({"t":12,"s":[)" + all + "]}]}";
     const std::vector<std::string> corners = {solid(1, "near", 30, 30, "#ff0000"),
                                               solid(2, "far", 30, 30, "#0000ff", {{"ks", at(70, 70)}})};
     const auto dot = [](const std::string& at) {
@@ -282,8 +293,10 @@ std::vector<Scene> mask_scenes() {
          inside({kMatte, wide},
                 masked(mask(still(path("[[20,20],[45,20],[45,80],[20,80]]", "[[0,0],[0,0],[0,0],[0,0]]")))))},
         {Reason::mask, "over a layer with a mask", Outcome::mended, inside({own_mask, blue()}, masked(triangle))},
-        {Reason::mask, "two that join over a layer with a mask", Outcome::stays,
+        {Reason::mask, "two that join over a layer with a mask", Outcome::mended,
          inside({own_mask}, masked(triangle + "," + mask(still(kSlimTriangle))))},
+        {Reason::mask, "two that join over a layer with two masks", Outcome::stays,
+         inside({with_masks(narrow + "," + growing)}, masked(triangle + "," + mask(still(kSlimTriangle))))},
         {Reason::mask, "two that join over layers without", Outcome::mended,
          inside({red(), blue()}, masked(triangle + "," + mask(still(kSlimTriangle))))},
         {Reason::mask, "half opaque over layers that meet", Outcome::stays,
@@ -294,6 +307,21 @@ std::vector<Scene> mask_scenes() {
          inside({red(), blue()}, masked(mask(still(kTriangle), "a", still("100"), "true")))},
         {Reason::mask, "that cuts out of layers near one another", Outcome::mended,
          inside({red(), blue()}, masked(mask(still(kTriangle), "s")))},
+        {Reason::mask, "that cuts out of a layer with a mask", Outcome::mended,
+         inside({own_mask, blue()}, masked(mask(still(kSlimTriangle), "s")))},
+        {Reason::mask, "that cuts all out once a layer with a mask has left the picture", Outcome::mended,
+         inside({leaving}, masked(mask(covering, "s")))},
+        {Reason::mask, "that cuts all out, over a layer with a mask", Outcome::stays,
+         inside({own_mask}, masked(mask(still(all), "s")))},
+        {Reason::mask, "over a layer with a mask that cuts out beside another", Outcome::mended,
+         inside({with_masks(narrow + "," + mask(still(path("[[45,45],[55,45],[55,55]]")), "s")), blue()},
+                masked(triangle))},
+        {Reason::mask, "over a layer with a mask that cuts out of another", Outcome::stays,
+         inside({with_masks(narrow + "," + mask(still(path("[[0,0],[40,0],[12,38]]")), "s")), blue()},
+                masked(triangle))},
+        {Reason::mask, "with another clock, that cuts out of a layer with a mask that moves", Outcome::mended,
+         inside({with_masks(growing)},
+                masked(mask(still(kSlimTriangle), "s"), {{"tm", keyed({{0, "0.60001"}, {12, "0.12001"}})}}))},
         {Reason::mask, "that cuts out of layers in opposite corners, which browsers blur together", Outcome::stays,
          inside(corners, masked(mask(still(kTriangle), "s")))},
         {Reason::mask, "that cuts out of a layer with pieces in opposite corners beside another", Outcome::stays,
@@ -380,6 +408,8 @@ std::vector<Scene> clip_scenes() {
         {Reason::clip, "layers that reach over the edge", Outcome::mended, inside({red(), blue()}, small)},
         {Reason::clip, "a layer that moves over the edge", Outcome::mended,
          inside({red({{"ks", moving_transform()}}), square(2, "still", 5)}, small)},
+        {Reason::clip, "a layer that grows from nothing over the edge", Outcome::mended,
+         inside({red({{"ks", transform({{"s", keyed({{0, "0,0,100"}, {9, "200,200,100"}})}})}})}, small)},
         {Reason::clip, "layers that end within it", Outcome::untouched,
          inside({square(1, "left", 5), square(2, "right", 25)}, small)},
         {Reason::clip, "with a mask that reaches over the edge", Outcome::mended,

@@ -17,7 +17,9 @@ namespace {
 constexpr double kSameDegree = 1e-9;
 // Of the outer composition: matted colours come out up to 3 of 255 lower, which tells in what is dark.
 constexpr double kLargeShare = 0.015;
-constexpr std::size_t kFramePoints = 49;  // of an outline with four sides
+constexpr double kEdge = 2;       // pixels that a player may draw more or less of
+constexpr double kNoArea = 1e-9;  // that a pixel of a layer becomes
+constexpr double kSameArea = 1e-6;
 
 std::string mode_of(const Json& mask) {
     return text_member(mask, "mode");
@@ -60,6 +62,12 @@ std::optional<NeededMasks> cutters_for(NeededMasks cutters, const Json* frame, b
         cutters.insert(cutters.begin(), {frame, has_own ? "i" : "a"});
     }
     return cutters;
+}
+
+// Whether the outline is as large as its hull.
+bool is_convex(const Outline& outline) {
+    const double of_hull = area(hull_of(outline.points));
+    return std::abs(of_hull - std::abs(area(outline.points))) <= kSameArea * of_hull;
 }
 
 class HeldCutFinder {
@@ -258,28 +266,76 @@ class HeldCutFinder {
     }
 
     // Where masks so far leave nothing of a layer in the picture, some players take the next one for the first. So
-    // what comes before the last one must leave something at every frame, unless it is the nest's own list.
+    // what comes before the last one must leave something at every frame at which the last one does, unless it is the
+    // nest's own list.
     bool is_begun(const Copy& copy, Json::ConstArray masks, rapidjson::SizeType own, const NeededMasks& cutters,
                   bool has_own) {
         const bool is_nests_list = cutters[0].path != &frame_json_ && cutters.back().path != &frame_json_;
         if (!has_own && (is_nests_list || masks.Size() < 2)) return true;
-        const rapidjson::SizeType before_last = own > 0 ? own : masks.Size() - 1;
-        if ((own > 0 ? cutters.size() : before_last) > 1 || !u_.stack().id.empty()) return false;
-        std::vector<PathProperty> paths;
-        for (rapidjson::SizeType i = 0; i < before_last; ++i) {
-            if (mode_of(masks[i]) != "a" || !is_plain(masks[i])) return false;
-            paths.emplace_back(member(masks[i], "pt"));
+        if ((own > 0 && cutters.size() > 1) || !u_.stack().id.empty()) return false;
+        std::vector<FirstMask> first;
+        for (rapidjson::SizeType i = 0; i < (own > 0 ? own : masks.Size() - 1); ++i) {
+            first.push_back({PathProperty(member(masks[i], "pt")), mode_of(masks[i])});
+            if (!is_plain(masks[i])) return false;
         }
         return std::all_of(u_.nest_frames().begin(), u_.nest_frames().end(), [&](double frame) {
-            if (!u_.copied(copy).is_on(frame)) return true;
-            return std::any_of(paths.begin(), paths.end(),
-                               [&](const PathProperty& path) { return is_in_view(copy, path.at(frame), frame); });
+            return !u_.copied(copy).is_on(frame) || leaves_some(copy, first, frame) ||
+                   (own == 0 && is_out_of_view(copy, frame));
         });
     }
 
+    struct FirstMask {
+        PathProperty path;
+        std::string mode;
+    };
+
+    // Whether masks leave some of what is in view for certain.
+    bool leaves_some(const Copy& copy, const std::vector<FirstMask>& masks, double frame) {
+        if (std::any_of(masks.begin(), masks.end(), [](const FirstMask& mask) { return mask.mode == "i"; }))
+            return false;
+        return std::any_of(masks.begin(), masks.end(),
+                           [&](const FirstMask& mask) { return leaves_all_of(copy, mask, masks, frame); }) ||
+               leaves_more_than_is_taken(copy, masks, frame);
+    }
+
+    // Whether the mask adds something in view that no other mask takes away.
+    bool leaves_all_of(const Copy& copy, const FirstMask& added, const std::vector<FirstMask>& masks, double frame) {
+        const bool is_difference = added.mode == "f";
+        const Outline outline = added.path.at(frame);
+        if ((added.mode != "a" && !is_difference) || !is_in_view(copy, outline, frame)) return false;
+        const Hull hull = hull_of(outline.points);
+        return std::all_of(masks.begin(), masks.end(), [&](const FirstMask& mask) {
+            return &mask == &added || (mask.mode == "a" && !is_difference) ||
+                   area(cut(hull, hull_of(mask.path.at(frame).points))) <= 0;
+        });
+    }
+
+    bool leaves_more_than_is_taken(const Copy& copy, const std::vector<FirstMask>& masks, double frame) {
+        const Outline first = masks[0].path.at(frame);
+        const bool only_takes_away =
+            std::all_of(masks.begin() + 1, masks.end(), [](const FirstMask& mask) { return mask.mode == "s"; });
+        if (masks[0].mode != "a" || !only_takes_away || !is_convex(first)) return false;
+        double left = area_in_view(copy, first, frame);
+        for (auto mask = masks.begin() + 1; mask != masks.end(); ++mask)
+            left -= area_in_view(copy, mask->path.at(frame), frame);
+        return left > kEdge * u_.stack().width;
+    }
+
+    // Of the outline's hull.
+    double area_in_view(const Copy& copy, const Outline& outline, double frame) {
+        return area(cut(mapped(hull_of(outline.points), u_.result_placement().world(copy.result, frame)), view()));
+    }
+
+    // Whether the layer draws nothing in the picture, by its own masks.
+    bool is_out_of_view(const Copy& copy, double frame) {
+        const Hull& reach = u_.inside_survey().reach(copy.inner, u_.inner_frame(frame));
+        return area(cut(mapped(reach, u_.result_placement().world(copy.result, frame)), view())) <= 0;
+    }
+
+    Hull view() const { return hull_of(Box{0, 0, u_.stack().width, u_.stack().height}); }
+
     // Some of what is within the outline for certain: a point of it, or the whole picture lies within.
     bool is_in_view(const Copy& copy, const Outline& outline, double frame) {
-        constexpr double kEdge = 2;  // pixels
         const Matrix& place = u_.result_placement().world(copy.result, frame);
         const Hull hull = mapped(hull_of(outline.points), place);
         if (area(hull) <= kEdge * kEdge) return false;
@@ -290,9 +346,7 @@ class HeldCutFinder {
             return p.x > kEdge && p.y > kEdge && p.x < width - kEdge && p.y < height - kEdge;
         });
         if (reaches_in) return true;
-        // Four straight sides are as large as their hull.
-        const Hull view = hull_of(Box{0, 0, width, height});
-        return outline.points.size() == kFramePoints && area(cut(hull, view)) > kEdge * width;
+        return is_convex(outline) && area(cut(hull, view())) > kEdge * width;
     }
 
     static bool is_as_soft(const Json& now, const Json* before, bool has_own) {
@@ -303,6 +357,15 @@ class HeldCutFinder {
             return a == nullptr || b == nullptr ? a == b : *a == *b;
         };
         return !has_own && same("o") && same("f");
+    }
+
+    // Whether a layer in that place draws nothing.
+    static bool has_no_area(const Matrix& place) {
+        const Point origin = place.map({0, 0});
+        const Point right = place.map({1, 0});
+        const Point down = place.map({0, 1});
+        return std::abs((right.x - origin.x) * (down.y - origin.y) - (right.y - origin.y) * (down.x - origin.x)) <=
+               kNoArea;
     }
 
     bool lies_the_same(const Copy& copy, const Json& mask, const NeededMask& cutter) {
@@ -317,6 +380,7 @@ class HeldCutFinder {
             const Outline was = path_before.at(frame);
             if (now.points.size() != was.points.size()) return false;
             const Matrix place = u_.result_placement().world(copy.result, frame);
+            if (has_no_area(place)) continue;
             const Matrix place_before = place_of(cutter, frame);
             for (std::size_t i = 0; i < now.points.size(); ++i) {
                 const Point p = place.map(now.points[i]);
