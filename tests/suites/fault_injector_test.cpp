@@ -96,15 +96,6 @@ TEST_F(Faults, leave_releases_and_blocks_alone) {
     EXPECT_EQ(injector.acquisitions_seen(), 0U);
 }
 
-TEST_F(Faults, are_forgotten_by_restarting) {
-    injector.fail_call(1, 77, FaultInjector::Lasting::from_then_on);
-    EXPECT_EQ(index(), 77);
-    injector.restart();
-    EXPECT_EQ(index(), 0);
-    EXPECT_EQ(injector.calls_seen(), 1U);
-    EXPECT_TRUE(injector.fired().empty());
-}
-
 TEST_F(Faults, that_meet_give_the_code_of_the_first) {
     injector.fail_call(1, 77);
     injector.fail_call(1, 78);

@@ -9,9 +9,4 @@ bool is_terminal(OutStream stream) {
     return stream == OutStream::output ? web_output_is_terminal() != 0 : web_terminal_width() >= 0;
 }
 
-std::optional<std::size_t> terminal_width() {
-    const int width = web_terminal_width();
-    return width > 0 ? std::optional(static_cast<std::size_t>(width)) : std::nullopt;
-}
-
 }  // namespace host::base

@@ -13,10 +13,6 @@ void FaultInjector::fail_acquisition(std::uint64_t n, A_Err code, Lasting lastin
     faults_.push_back({true, n, code, lasting, std::move(suite)});
 }
 
-void FaultInjector::restart() {
-    *this = FaultInjector();
-}
-
 std::optional<A_Err> FaultInjector::before(const SuiteCall& call) {
     const bool acquisition = call.is_basic() && call.function() == "AcquireSuite";
     if (call.is_basic() && !acquisition) return std::nullopt;

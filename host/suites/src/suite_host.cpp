@@ -130,13 +130,6 @@ std::vector<SlotUse> SuiteHost::coverage() const {
     return uses;
 }
 
-std::uint64_t SuiteHost::times_called(std::string_view suite, std::string_view function) const {
-    for (int i = 0; i < kSlotCount; ++i)
-        if (slot_facts(i).suite == suite && slot_facts(i).function == function)
-            return state_->slot_calls[static_cast<std::size_t>(i)];
-    return 0;
-}
-
 AEGP_ProjectH SuiteHost::project_handle() const {
     return handle_of(*state_, state_->project);
 }

@@ -9,7 +9,7 @@
 
 namespace host::suites {
 
-// Counts from construction or restart(). Suite calls and acquisitions are counted separately; releases and the basic
+// Counts from its construction. Suite calls and acquisitions are counted separately; releases and the basic
 // suite's other functions are neither counted nor failed.
 class FaultInjector : public Observer {
   public:
@@ -19,7 +19,6 @@ class FaultInjector : public Observer {
     void fail_call(std::uint64_t n, A_Err code, Lasting lasting = Lasting::once, std::string function = {});
     // The n-th AcquireSuite, from 1; with a table's type ("AEGP_LayerSuite5"), the n-th of that suite.
     void fail_acquisition(std::uint64_t n, A_Err code, Lasting lasting = Lasting::once, std::string suite = {});
-    void restart();  // forgets faults and counts
 
     std::uint64_t calls_seen() const { return calls_; }
     std::uint64_t acquisitions_seen() const { return acquisitions_; }

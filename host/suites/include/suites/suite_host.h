@@ -94,7 +94,6 @@ class SuiteHost {
     LedgerReport ledger() const;
     std::vector<HeldSuite> suites_held() const;
     std::vector<SlotUse> coverage() const;  // all slots of all suites, in table order
-    std::uint64_t times_called(std::string_view suite, std::string_view function) const;
 
     // The handles of the host's own objects, which never change.
     AEGP_ProjectH project_handle() const;
