@@ -123,6 +123,32 @@ TEST(Judge, a_layer_that_was_not_copied_and_draws_nothing_is_harmless) {
     EXPECT_EQ(report.verdict, Verdict::exact);
 }
 
+// The nest faded, with a layer above it, and the stack with red and blue in its place.
+NestReport judged_without_fading(const std::string& above, const std::string& above_after) {
+    Nesting nesting;
+    nesting.above = {above};
+    nesting.nest = {{"ks", transform({{"o", still("50")}})}};
+    nesting.inside = {kRed, kBlue};
+    const std::string before = animation(nesting);
+    Judge judge(before);
+    return judge
+        .compare({"", {1}, {{kKept, 0, 0}, {kCopied, 0, 1}, {kCopied, 1, 1}, {kKept, 2, 0}}},
+                 {{above_after, kRed, kBlue, kGround}, {}, before.size()})
+        .at(0);
+}
+
+TEST(Judge, a_nest_that_was_faded_changes_whatever_else_is_un_nested) {
+    EXPECT_TRUE(judged_without_fading(kGreen, kGreen).stands_alone);
+    EXPECT_FALSE(judged_by_hand({kRed}, {kRed, kGround}, {{kCopied, 0, 0}, {kKept, 1, 0}}).stands_alone);
+}
+
+TEST(Judge, what_a_run_does_to_other_layers_may_be_another_nests_doing) {
+    const std::string child = solid(3, "green", 40, 40, "#00ff00", {{"parent", "10"}});
+    const auto report = judged_without_fading(child, kGreen);
+    EXPECT_EQ(report.verdict, Verdict::changes);
+    EXPECT_FALSE(report.stands_alone);
+}
+
 TEST(Judge, a_changed_order_is_reported_with_the_first_layer_that_moved) {
     const auto report =
         judged_by_hand({kRed, kBlue}, {kBlue, kRed, kGround}, {{kCopied, 1, 0}, {kCopied, 0, 0}, {kKept, 1, 0}});

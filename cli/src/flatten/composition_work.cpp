@@ -267,17 +267,20 @@ CompositionWork::Layers CompositionWork::without_large(const Layers& layers) {
 void CompositionWork::un_nest(Layers layers) {
     while (!layers.empty()) {
         Attempt tried = attempt(layers);
-        const Refused refused = refused_of(tried, layers);
+        Refused refused = refused_of(tried, layers);
         if (refused.empty()) return accept(tried);
-        // What a run does to other layers is reported for each of its nests.
         if (refused.size() == layers.size() && layers.size() > 1) {
-            const auto middle = std::next(layers.begin(), static_cast<std::ptrdiff_t>(layers.size() / 2));
-            un_nest({layers.begin(), middle});
-            layers.erase(layers.begin(), middle);
-            continue;
+            // What a run does to other layers is reported for each of its nests.
+            std::erase_if(refused, [](const auto& one) { return !one.second.stands_alone; });
+            if (refused.empty()) {
+                const auto middle = std::next(layers.begin(), static_cast<std::ptrdiff_t>(layers.size() / 2));
+                un_nest({layers.begin(), middle});
+                layers.erase(layers.begin(), middle);
+                continue;
+            }
         }
-        for (const auto& [layer, reason] : refused) {
-            keep(layer, reason);
+        for (const auto& [layer, refusal] : refused) {
+            keep(layer, refusal.reason);
             layers.erase(layer);
         }
     }
@@ -394,17 +397,17 @@ CompositionWork::Refused CompositionWork::refused_of(const Attempt& tried, const
         }
         const bool adds_up = report.verdict != Verdict::changes && !state_.options.exact;
         if (const std::string* why = given_up_because(report); why != nullptr && adds_up) {
-            refused.emplace(stack_[report.nest], *why);
+            refused.emplace(stack_[report.nest], Refusal{*why});
             continue;
         }
         if (adds_up) state_.adding_up[composition_].insert(entry(stack_[report.nest]).origin);
         FlattenedNest& nest = entry(stack_[report.nest]);
         nest.findings = tried.causes(i);
-        refused.emplace(stack_[report.nest],
-                        main_reason(nest.findings) + (adds_up ? ", but with others like it the eye would see it" : ""));
+        const char* with_others = adds_up ? ", but with others like it the eye would see it" : "";
+        refused.emplace(stack_[report.nest], Refusal{main_reason(nest.findings) + with_others, report.stands_alone});
     }
     if (refused.empty()) {
-        for (const std::size_t layer : too_large(tried, layers)) refused.emplace(layer, kTooLarge);
+        for (const std::size_t layer : too_large(tried, layers)) refused.emplace(layer, Refusal{kTooLarge});
     }
     return refused;
 }

@@ -76,7 +76,11 @@ class CompositionWork {
   private:
     // Layers are identified by their places in the stack when the work began, later ones by higher numbers.
     using Layers = std::set<std::size_t>;
-    using Refused = std::map<std::size_t, std::string>;  // layers, and why
+    struct Refusal {
+        std::string reason;
+        bool stands_alone = false;  // whatever else is un-nested
+    };
+    using Refused = std::map<std::size_t, Refusal>;  // by layer
     struct Stage;
     struct Attempt;
 

@@ -19,6 +19,19 @@ constexpr std::size_t kStepsPerReading = 300;  // of a layer, and more for long 
 constexpr std::size_t kBytesPerStep = 8;
 constexpr std::size_t kStepsPerLook = 60;  // at a copy at a frame
 
+// Whether the run touched no layer that belongs to no nest, and no nest has to do with another: then each comes to what
+// it would if it were un-nested alone, as far as no expression counts or finds layers.
+bool are_nests_apart(Comparison& c, const SharedFindings& shared) {
+    if (!shared.without_matte.empty() || shared.order || !shared.unhitched.empty()) return false;
+    return std::all_of(c.change().nests.begin(), c.change().nests.end(), [&c](std::size_t nest) {
+        const auto parent = c.stack().parent(nest);
+        const auto matte = c.stack().matte(nest);
+        const auto& parts = c.stack().layer(nest).parts();
+        return (!parent || c.lies_as_before(*parent)) && !(matte && c.is_unnested(*matte)) &&
+               std::all_of(parts.begin(), parts.end(), [](const auto& part) { return part->expressions().empty(); });
+    });
+}
+
 }  // namespace
 
 SharedFindings::SharedFindings(Comparison& comparison)
@@ -142,18 +155,27 @@ std::vector<NestReport> Judge::compare(const StackChange& change, const Rewritte
     const std::shared_ptr<const Stack> result = state.read(**before, change, after);
     Comparison comparison(state.surveys, result, change, after, state.work);
     SharedFindings shared(comparison);
+    const bool are_apart = are_nests_apart(comparison, shared);
     std::vector<NestReport> reports;
     for (const std::size_t nest : change.nests) {
         Unnesting unnesting(comparison, nest);
         state.work.spend(kStepsPerLook * unnesting.copies().size() * unnesting.stack_frames().size());
+        NestReport report;
         find_group_changes(unnesting);
-        find_clip_changes(unnesting);
         find_inside_changes(unnesting);
+        const bool changes_by_itself = verdict_of(unnesting.findings()) == Verdict::changes;
+        find_clip_changes(unnesting);
         find_time_changes(unnesting);
         find_place_changes(unnesting, shared);
         find_link_changes(unnesting, shared);
+        const std::size_t about_layers = unnesting.findings().size();
         find_expression_changes(unnesting, shared);
-        NestReport report;
+        report.stands_alone =
+            are_apart && changes_by_itself &&
+            std::all_of(unnesting.findings().begin() + static_cast<std::ptrdiff_t>(about_layers),
+                        unnesting.findings().end(), [](const Finding& one) {
+                            return one.reason == Reason::composition_reference && one.weight == Weight::harmless;
+                        });
         report.nest = nest;
         report.name = unnesting.nest().name;
         report.findings = unnesting.take_findings();

@@ -59,6 +59,7 @@ class Unnesting {
     const HeldCut& held_cut();
 
     void add(Finding finding) { findings_.push_back(std::move(finding)); }
+    const std::vector<Finding>& findings() const { return findings_; }  // so far
     std::vector<Finding> take_findings();
 
     // Of the difference between pictures that look equal, 1 being all of it.

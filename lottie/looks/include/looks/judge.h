@@ -46,6 +46,8 @@ struct NestReport {
     std::string name;
     Verdict verdict = Verdict::exact;
     std::vector<Finding> findings;  // in the order of Reason
+    // Whether it changes by what it was as a group or holds, and a run that un-nests it alone would be told the same.
+    bool stands_alone = false;
     // How much of what may differ unseen in one picture does: several nests together look equal as long as this adds up
     // to no more than 1.
     double unseen = 0;
