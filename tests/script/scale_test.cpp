@@ -10,8 +10,8 @@ namespace script_test {
 namespace {
 
 // Clang and GCC tell of their address sanitizer in different ways. With it, making room for a long script takes most of
-// the time, and without optimization the tests take many minutes, above all where coverage is counted: then fewer layers
-// do and the times say nothing.
+// the time, and without optimization the tests take many minutes, above all where coverage is counted: then fewer
+// layers do and the times say nothing.
 #if defined(__has_feature)
 #define HAS_ADDRESS_SANITIZER __has_feature(address_sanitizer)
 #elif defined(__SANITIZE_ADDRESS__)
