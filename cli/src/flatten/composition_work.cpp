@@ -337,15 +337,15 @@ void CompositionWork::follow_names(Attempt& tried) {
 }
 
 // Why the nest may not differ at all; null if it may.
-const std::string* CompositionWork::given_up_because(const NestReport& report) {
-    const auto found = state_.learned.given_up.find(entry(stack_[report.nest]).origin);
-    return found == state_.learned.given_up.end() ? nullptr : &found->second;
+const std::string* CompositionWork::why_exact_only(const NestReport& report) {
+    const auto found = state_.learned.exact_only.find(entry(stack_[report.nest]).origin);
+    return found == state_.learned.exact_only.end() ? nullptr : &found->second;
 }
 
 // Whether the nest differs more than it may. Differences too small to see add up over several nests, and over the
 // times that the picture shows them.
 bool CompositionWork::is_seen(const NestReport& report, double unseen_before) {
-    const bool must_be_exact = state_.options.exact || given_up_because(report) != nullptr;
+    const bool must_be_exact = state_.options.exact || why_exact_only(report) != nullptr;
     if (report.verdict > (must_be_exact ? Verdict::exact : Verdict::equal_to_the_eye)) return true;
     const double more = report.unseen * state_.shown[composition_];
     return more > 0 && unseen_before + more > state_.unseen_left;
@@ -365,7 +365,7 @@ void CompositionWork::mend(Attempt& tried) {
                 continue;
             }
             const bool adds_up = report.verdict == Verdict::equal_to_the_eye;
-            if (adds_up && given_up_because(report) != nullptr) {
+            if (adds_up && why_exact_only(report) != nullptr) {
                 scope = Mending::Scope::all;
             } else if (adds_up) {
                 scope = std::max(scope, Mending::Scope::changes_and_clips);
@@ -396,11 +396,11 @@ CompositionWork::Refused CompositionWork::refused_of(const Attempt& tried, const
             continue;
         }
         const bool adds_up = report.verdict != Verdict::changes && !state_.options.exact;
-        if (const std::string* why = given_up_because(report); why != nullptr && adds_up) {
+        if (const std::string* why = why_exact_only(report); why != nullptr && adds_up) {
             refused.emplace(stack_[report.nest], Refusal{*why});
             continue;
         }
-        if (adds_up) state_.adding_up[composition_].insert(entry(stack_[report.nest]).origin);
+        if (adds_up) state_.accumulating[composition_].insert(entry(stack_[report.nest]).origin);
         FlattenedNest& nest = entry(stack_[report.nest]);
         nest.findings = tried.causes(i);
         const char* with_others = adds_up ? ", but with others like it the eye would see it" : "";

@@ -23,7 +23,7 @@ struct FlatteningState {
     // What was learned from making it flat once already.
     struct Learned {
         // Nests, by origin, that become flat exactly or not at all, and why: together their differences would show.
-        std::map<std::size_t, std::string> given_up;
+        std::map<std::size_t, std::string> exact_only;
         std::size_t times = 0;
         // What to do when differences too small to see add up to too much: the next of these.
         enum class Unseen { allowed, mended, refused } unseen = Unseen::allowed;
@@ -62,7 +62,7 @@ struct FlatteningState {
     std::set<std::size_t> flat;    // origins with a nest that was un-nested
     std::set<std::size_t> slight;  // with one that looks equal but is not exact
     // Origins with a nest that stayed in the composition for a difference too small to see by itself.
-    std::map<std::size_t, std::set<std::size_t>> adding_up;
+    std::map<std::size_t, std::set<std::size_t>> accumulating;
     std::map<lottie::looks::NestOfFile, std::size_t> origins;
 };
 
@@ -91,7 +91,7 @@ class CompositionWork {
     void judge(Attempt& attempt);
     void follow_names(Attempt& attempt);
     void mend(Attempt& attempt);
-    const std::string* given_up_because(const lottie::looks::NestReport& report);
+    const std::string* why_exact_only(const lottie::looks::NestReport& report);
     bool is_seen(const lottie::looks::NestReport& report, double unseen_before);
     Refused refused_of(const Attempt& attempt, const Layers& layers);
     std::vector<std::size_t> too_large(const Attempt& attempt, const Layers& layers);

@@ -40,7 +40,7 @@ Places selected_places(const host::model::Comp& comp, const Options& options) {
 
 void work_on(FlatteningState& state, lottie::document::Document& document, std::size_t composition,
              const Places& places, bool goes_deeper) {
-    state.adding_up.erase(composition);
+    state.accumulating.erase(composition);
     try {
         CompositionWork(state, composition).work(places, goes_deeper);
     } catch (const Failure& failure) {
@@ -83,7 +83,7 @@ void take_nests(FlatteningState& state, Flattened& flattened) {
 }
 
 bool adds_up(const FlatteningState& state) {
-    for (const auto& [composition, origins] : state.adding_up) {
+    for (const auto& [composition, origins] : state.accumulating) {
         if (state.shown[composition] == 0) continue;
         for (const auto& nest : state.bench.nests(composition)) {
             if (origins.contains(nest.origin)) return true;
@@ -104,10 +104,10 @@ bool try_to_flatten(FlatteningState& state, lottie::document::Document& document
         work_on(state, document, *state.bench.find(document.comp_id(comp)), selected_places(comp, options), false);
     }
     const auto deviating = options.all ? std::map<std::size_t, std::string>() : state.find_deviating_nests();
-    const std::size_t given_up_before = learned.given_up.size();
-    learned.given_up.insert(deviating.begin(), deviating.end());
+    const std::size_t exact_only_before = learned.exact_only.size();
+    learned.exact_only.insert(deviating.begin(), deviating.end());
     if (!deviating.empty() && ++learned.times == kMostTimes) {
-        for (const std::size_t origin : state.slight) learned.given_up.emplace(origin, deviating.begin()->second);
+        for (const std::size_t origin : state.slight) learned.exact_only.emplace(origin, deviating.begin()->second);
     }
     take_nests(state, flattened);
     state.count_showings();
@@ -115,7 +115,7 @@ bool try_to_flatten(FlatteningState& state, lottie::document::Document& document
     using Unseen = FlatteningState::Learned::Unseen;
     const bool learned_of_unseen = adds_up(state) && learned.unseen != Unseen::refused;
     if (learned_of_unseen) learned.unseen = learned.unseen == Unseen::allowed ? Unseen::mended : Unseen::refused;
-    return learned_of_unseen || learned.given_up.size() > given_up_before;
+    return learned_of_unseen || learned.exact_only.size() > exact_only_before;
 }
 
 }  // namespace
