@@ -72,8 +72,8 @@ TEST(Flatten, what_keeps_a_nest_that_fades_is_told) {
 
 TEST(Flatten, what_a_remedy_cannot_mend_is_told_rather_than_the_remedy) {
     const std::string shaded = R"([{"ty":25,"nm":"Shadow","mn":"ADBE Drop Shadow","en":1,"ef":[]}])";
-    const cli::Flattened flat = cli::flatten_animation(
-        inside({red({{"ef", shaded}}), blue()}, {{"w", "30"}, {"h", "30"}}), plugin(), {});
+    const cli::Flattened flat =
+        cli::flatten_animation(inside({red({{"ef", shaded}}), blue()}, {{"w", "30"}, {"h", "30"}}), plugin(), {});
     ASSERT_EQ(flat.nests.size(), 1U);
     EXPECT_EQ(flat.nests[0].kept_because.substr(0, 5), "clip:") << flat.nests[0].kept_because;
 }
@@ -172,6 +172,29 @@ TEST(Flatten, a_layer_without_a_transform_gets_none) {
     const cli::Flattened flat = cli::flatten_animation(animation(nesting), plugin(), {});
     EXPECT_EQ(flat.nests_left, 0U);
     EXPECT_EQ(cli::flatten_animation(flat.text, plugin(), {}).text, flat.text);
+}
+
+TEST(Flatten, the_product_of_two_keyframed_opacities_has_keyframes_only_at_its_corners) {
+    Nesting nesting;
+    nesting.nest = {{"ks", transform({{"o", keyed({{0, "100"}, {10, "100"}, {20, "0"}})}})}};
+    nesting.inside = {red({{"ks", transform({{"o", keyed({{0, "0"}, {10, "80"}, {20, "80"}})}})}})};
+    const std::string flat = cli::flatten_animation(animation(nesting), plugin(), {}).text;
+    const std::string straight = R"({"i":{"x":1,"y":1},"o":{"x":0,"y":0},"t":)";
+    EXPECT_NE(flat.find(R"("ks":{"o":{"a":1,"k":[)" + straight + R"(0,"s":[0],"e":[80]},)" + straight +
+                        R"(10,"s":[80],"e":[0]},{"t":20,"s":[0]}]})"),
+              std::string::npos)
+        << flat;
+}
+
+TEST(Flatten, keyframes_on_another_clock_are_no_more_than_before) {
+    Nesting nesting;
+    nesting.nest = {{"sr", "2"}};
+    nesting.inside = {red({{"ks", transform({{"o", keyed({{2, "0"}, {8, "80"}})}})}})};
+    const std::string flat = cli::flatten_animation(animation(nesting), plugin(), {}).text;
+    EXPECT_NE(flat.find(R"("ks":{"o":{"a":1,"k":[{"i":{"x":[1],"y":[1]},"o":{"x":[0],"y":[0]},"t":4,"s":[0],"e":[80]},)"
+                        R"({"t":16,"s":[80]}]})"),
+              std::string::npos)
+        << flat;
 }
 
 TEST(Flatten, a_nest_that_hangs_on_another_becomes_flat_with_it) {

@@ -184,6 +184,8 @@ std::vector<Scene> opacity_scenes() {
     const std::string faded = transform({{"o", still("50")}});
     const std::string fading = transform({{"o", keyed({{2, "100"}, {12, "0"}})}});
     const std::string itself_faded = transform({{"p", still("[60,20,0]")}, {"o", still("40")}});
+    const std::string itself_fading =
+        transform({{"p", still("[60,20,0]")}, {"o", keyed({{0, "20"}, {6, "100"}, {14, "60"}})}});
     const std::string hold = R"({"a":1,"k":[{"t":0,"s":[100],"h":1},{"t":10,"s":[0],"h":1}]})";
     return {
         {Reason::opacity, "layers that lie apart", Outcome::mended,
@@ -192,6 +194,8 @@ std::vector<Scene> opacity_scenes() {
          inside({square(1, "left", 20), square(2, "right", 60)}, {{"ks", fading}})},
         {Reason::opacity, "keyframes over a layer that is faded itself", Outcome::mended,
          inside({square(1, "left", 20), square(2, "right", 60, {{"ks", itself_faded}})}, {{"ks", fading}})},
+        {Reason::opacity, "keyframes over a layer that has keyframes itself", Outcome::mended,
+         inside({square(1, "left", 20), square(2, "right", 60, {{"ks", itself_fading}})}, {{"ks", fading}})},
         {Reason::opacity, "layers that lie over one another", Outcome::stays,
          inside({square(1, "left", 20), square(2, "right", 25)}, {{"ks", faded}})},
         {Reason::opacity, "layers in opposite corners, which browsers blur together", Outcome::stays,

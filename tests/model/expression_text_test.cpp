@@ -76,6 +76,7 @@ TEST(ExpressionText, functions_that_the_text_redefines_mean_something_else) {
     EXPECT_EQ(found("var comp = other; comp('M').layer('A')"), List{});
     EXPECT_EQ(found("thisComp = comp('M'); thisComp.layer('A')"), List{});
     EXPECT_EQ(found("if (thisComp == c) thisComp.layer('A')"), List{"A"});
+    EXPECT_EQ(found("x.thisComp = c; thisComp.layer('A')"), List{"A"});
 }
 
 TEST(ExpressionText, escapes_in_names_are_decoded) {
