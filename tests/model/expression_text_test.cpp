@@ -114,6 +114,7 @@ TEST(ExpressionText, a_quoted_name_reads_back_as_the_name) {
         EXPECT_EQ(references[0].layer, name) << mark;
     }
     EXPECT_EQ(quote("plain", '\''), "'plain'");
+    EXPECT_EQ(quote("\xe2\x80\xa8 \xe2\x80\xa9", '"'), R"("\u2028 \u2029")") << "older engines want them escaped";
 }
 
 }  // namespace
