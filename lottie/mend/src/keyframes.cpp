@@ -19,24 +19,36 @@ using document::Slice;
 constexpr int kPathSteps = 150;  // as the reference player measures the length of a path
 constexpr double kSameFrame = 1e-9;
 
-// The numbers of a value, in the order of the text.
-std::vector<Slice> numbers_in(const std::string& json) {
-    std::vector<Slice> numbers;
-    for (std::size_t at = 0; at < json.size();) {
-        const char c = json[at];
-        if (c == '"') {
-            while (++at < json.size() && json[at] != '"') at += json[at] == '\\' ? 1U : 0U;
-            ++at;
-        } else if (c == '-' || (c >= '0' && c <= '9')) {
-            const std::size_t begin = at;
-            at = std::min(json.find_first_not_of("+-.0123456789eE", at), json.size());
-            numbers.push_back({static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(at)});
-        } else {
-            ++at;
+// Finds the numbers of a value, in the order of the text.
+class NumberFinder {
+  public:
+    explicit NumberFinder(const std::string& json) : json_(json) {}
+
+    std::optional<Slice> next() {
+        while (at_ < json_.size()) {
+            const char c = json_[at_];
+            if (c == '"') {
+                while (++at_ < json_.size() && json_[at_] != '"') at_ += json_[at_] == '\\' ? 1U : 0U;
+                ++at_;
+            } else if (c == '-' || (c >= '0' && c <= '9')) {
+                const std::size_t begin = at_;
+                at_ = std::min(json_.find_first_not_of("+-.0123456789eE", at_), json_.size());
+                return Slice{static_cast<std::uint32_t>(begin), static_cast<std::uint32_t>(at_)};
+            } else {
+                ++at_;
+            }
         }
+        return std::nullopt;
     }
-    return numbers;
-}
+    std::optional<double> next_number() {
+        const auto number = next();
+        return number ? std::optional(document::read_number(number->of(json_))) : std::nullopt;
+    }
+
+  private:
+    const std::string& json_;
+    std::size_t at_ = 0;
+};
 
 double between(double a, double b, double share) {
     return a + (b - a) * share;
@@ -115,9 +127,9 @@ struct SpatialPath {
 
 SpatialPath path_of(const KeySpan& span) {
     SpatialPath path;
-    for (std::size_t i = 0; i < span.start.numbers.size(); ++i) {
-        const double from = span.start.numbers[i];
-        const double to = span.end.numbers[i];
+    for (std::size_t i = 0; i < span.start.numbers().size(); ++i) {
+        const double from = span.start.numbers()[i];
+        const double to = span.end.numbers()[i];
         const double out = i < span.tangent_out.size() ? span.tangent_out[i] : 0;
         const double in = i < span.tangent_in.size() ? span.tangent_in[i] : 0;
         path.dimensions.push_back({from, from + out, to + in, to});
@@ -183,7 +195,7 @@ void append_key(std::string& out, double frame, const std::string& before, const
     out += out.size() > 1 ? ",{" : "{";
     out += before + "\"t\":";
     document::append_number(out, frame);
-    out += ",\"s\":" + value.text + behind + "}";
+    out += ",\"s\":" + value.text() + behind + "}";
 }
 
 bool stands_still(const KeySpan& span) {
@@ -192,24 +204,41 @@ bool stands_still(const KeySpan& span) {
 
 }  // namespace
 
-KeyValue KeyValue::of(std::string json) {
-    KeyValue value{std::move(json), {}};
-    for (const Slice number : numbers_in(value.text))
-        value.numbers.push_back(document::read_number(number.of(value.text)));
-    return value;
+const std::vector<double>& KeyValue::numbers() const {
+    if (!numbers_) {
+        numbers_.emplace();
+        NumberFinder finder(text_);
+        while (const auto number = finder.next_number()) numbers_->push_back(*number);
+    }
+    return *numbers_;
+}
+
+bool operator==(const KeyValue& a, const KeyValue& b) {
+    if (a.text_ == b.text_) return true;
+    NumberFinder in_a(a.text_);
+    NumberFinder in_b(b.text_);
+    while (true) {
+        const auto one = in_a.next_number();
+        const auto other = in_b.next_number();
+        if (one != other) return false;
+        if (!one) return true;
+    }
 }
 
 KeyValue KeyValue::with(std::vector<double> other) const {
     document::Patch patch;
     std::size_t i = 0;
-    for (const Slice number : numbers_in(text)) {
+    NumberFinder finder(text_);
+    while (const auto number = finder.next()) {
         std::string spelling;
         document::append_number(spelling, other.at(i++));
-        patch.replace(number, std::move(spelling));
+        patch.replace(*number, std::move(spelling));
     }
     document::OutputText out;
-    patch.write(text, {0, static_cast<std::uint32_t>(text.size())}, out);
-    return {out.text(), std::move(other)};
+    patch.write(text_, {0, static_cast<std::uint32_t>(text_.size())}, out);
+    KeyValue value(out.text());
+    value.numbers_ = std::move(other);
+    return value;
 }
 
 double EaseHandles::at(double x) const {
@@ -226,8 +255,8 @@ KeyValue KeySpan::at(double frame) const {
         return start.with(path.at(path.parameter_at_length(share_of(*this, 0, x))));
     }
     std::vector<double> numbers;
-    for (std::size_t i = 0; i < start.numbers.size(); ++i)
-        numbers.push_back(between(start.numbers[i], end.numbers[i], share_of(*this, i, x)));
+    for (std::size_t i = 0; i < start.numbers().size(); ++i)
+        numbers.push_back(between(start.numbers()[i], end.numbers()[i], share_of(*this, i, x)));
     return start.with(std::move(numbers));
 }
 
@@ -290,12 +319,12 @@ std::optional<Keyframes> Keyframes::of(const JsonTree& tree, const JsonNode& pro
         const JsonNode* time = tree.member(keys[i], "t");
         const JsonNode* start = tree.member(keys[i], "s");
         if (time == nullptr || time->kind != JsonKind::number || (start == nullptr && !end_before)) return std::nullopt;
-        const KeyValue value = KeyValue::of(start == nullptr ? *end_before : std::string(tree.text(*start)));
+        const KeyValue value(start == nullptr ? *end_before : std::string(tree.text(*start)));
         if (!spans.empty()) {
             KeySpan& last = spans.back();
             last.to = tree.number(*time);
             if (last.to < last.from) return std::nullopt;
-            if (last.end.text.empty()) last.end = value;
+            if (last.end.text().empty()) last.end = value;
         }
         if (i + 1 == keys.size()) {
             if (spans.empty())
@@ -310,7 +339,7 @@ std::optional<Keyframes> Keyframes::of(const JsonTree& tree, const JsonNode& pro
         end_before.reset();
         if (const JsonNode* end = tree.member(keys[i], "e")) {
             end_before = std::string(tree.text(*end));
-            span.end = KeyValue::of(*end_before);
+            span.end = KeyValue(*end_before);
         }
         read_eases(tree, *keys[i], span);
         span.tangent_out = numbers_of(tree, tree.member(keys[i], "to"));
@@ -344,7 +373,7 @@ std::string Keyframes::text() const {
         } else {
             std::string handles;
             append_handles(handles, span);
-            std::string behind = ",\"e\":" + span.end.text;
+            std::string behind = ",\"e\":" + span.end.text();
             if (!span.tangent_out.empty() || !span.tangent_in.empty()) {
                 behind += ",\"to\":" + document::number_array(span.tangent_out) +
                           ",\"ti\":" + document::number_array(span.tangent_in);

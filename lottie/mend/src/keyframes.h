@@ -3,6 +3,7 @@
 
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "document/json_tree.h"
@@ -10,14 +11,20 @@
 namespace lottie::mend {
 
 // What a property is at a moment: JSON, and the numbers in it that players interpolate, in the order of the text.
-struct KeyValue {
-    std::string text;
-    std::vector<double> numbers;
+class KeyValue {
+  public:
+    KeyValue() = default;
+    explicit KeyValue(std::string json) : text_(std::move(json)) {}
 
-    static KeyValue of(std::string json);
+    const std::string& text() const { return text_; }
+    const std::vector<double>& numbers() const;  // read when first asked for
     // The same text with other numbers.
     KeyValue with(std::vector<double> other) const;
-    friend bool operator==(const KeyValue& a, const KeyValue& b) { return a.numbers == b.numbers; }
+    friend bool operator==(const KeyValue& a, const KeyValue& b);  // of the numbers
+
+  private:
+    std::string text_;
+    mutable std::optional<std::vector<double>> numbers_;
 };
 
 // The handles of an ease in the unit square: how far the value has come (y) when a share of the time (x) has passed.
@@ -43,7 +50,7 @@ struct KeySpan {
 
     double length() const { return to - from; }
     // Paths may have other numbers of points at both ends; players draw something between all the same.
-    bool is_mixable() const { return start.numbers.size() == end.numbers.size(); }
+    bool is_mixable() const { return start.numbers().size() == end.numbers().size(); }
     KeyValue at(double frame) const;
     // What of it lies between two of its frames, nothing if that cannot be told as one span: players differ in how
     // they ease dimensions that each have an ease of their own.

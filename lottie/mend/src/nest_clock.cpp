@@ -36,7 +36,7 @@ bool is_even(const KeySpan& span) {
 void add_span(std::vector<EvenRun>& runs, const KeySpan& span, double in, double out, double frame_rate) {
     const double from = std::max(span.from, in);
     const double to = std::min(span.to, out);
-    const auto inner = [&](double frame) { return span.at(frame).numbers.at(0) * frame_rate; };
+    const auto inner = [&](double frame) { return span.at(frame).numbers().at(0) * frame_rate; };
     if (to <= from) return;
     if (span.is_hold) return add(runs, {from, to, inner(from), inner(from)});
     if (is_even(span)) return add(runs, {from, to, inner(from), inner(to)});
@@ -81,10 +81,10 @@ std::optional<NestClock> NestClock::of(const document::ScannedLayer& nest, const
     if (!clock.remap_) return std::nullopt;
     const auto& spans = clock.remap_->spans();
     const bool are_numbers = std::all_of(spans.begin(), spans.end(), [](const KeySpan& span) {
-        return span.start.numbers.size() == 1 && span.end.numbers.size() == 1 && span.tangent_out.empty();
+        return span.start.numbers().size() == 1 && span.end.numbers().size() == 1 && span.tangent_out.empty();
     });
     if (!are_numbers) return std::nullopt;
-    const auto inner = [&](double frame) { return clock.remap_->at(frame).numbers[0] * frame_rate; };
+    const auto inner = [&](double frame) { return clock.remap_->at(frame).numbers()[0] * frame_rate; };
     const double first = spans.front().from;
     const double last = spans.back().to;
     if (expression != nullptr) clock.expression_ = looks::cycle_between(first / frame_rate, last / frame_rate);
@@ -96,7 +96,7 @@ std::optional<NestClock> NestClock::of(const document::ScannedLayer& nest, const
 }
 
 double NestClock::inner(double outer) const {
-    if (remap_) return remap_->at(outer).numbers[0] * frame_rate_;
+    if (remap_) return remap_->at(outer).numbers()[0] * frame_rate_;
     return runs_.front().inner(outer);
 }
 

@@ -63,7 +63,7 @@ std::string scaled(const std::string& property, double factor) {
 KeyValue percent(double value) {
     std::string text = "[";
     document::append_number(text, std::round(value * 1000) / 1000);
-    return KeyValue::of(text + "]");
+    return KeyValue(text + "]");
 }
 
 // The values, one for each frame, as few straight lines.
@@ -107,8 +107,8 @@ std::optional<std::string> product(const Nest& nest, const Opacity& group, const
     for (double frame = first; frame <= last; ++frame) {
         const KeyValue outer = group_keys->at(frame);
         const KeyValue inner = own_keys->at(nest.clock->inner(frame));
-        if (outer.numbers.empty() || inner.numbers.empty()) return std::nullopt;
-        values.push_back(outer.numbers[0] * inner.numbers[0] / 100);
+        if (outer.numbers().empty() || inner.numbers().empty()) return std::nullopt;
+        values.push_back(outer.numbers()[0] * inner.numbers()[0] / 100);
     }
     return drawn(values, first, nest.work);
 }

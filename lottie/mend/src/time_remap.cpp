@@ -18,7 +18,7 @@ std::string remap_of(const CopiedLayer& copy, const NestClock& clock, double fra
     const auto seconds = [&](double frame) {
         std::string text = "[";
         document::append_number(text, (frame - copy.facts.start) / copy.facts.stretch / frame_rate);
-        return KeyValue::of(text + "]");
+        return KeyValue(text + "]");
     };
     std::vector<KeySpan> spans;
     for (const EvenRun& run : clock.runs()) {
