@@ -77,6 +77,17 @@ TEST(ShapeContent, unpainted_paths_are_left_out) {
     EXPECT_FALSE(painted(kSquare + R"(,{"ty":"fl","hd":true,"o":{"k":100}})").has_value());
 }
 
+TEST(ShapeContent, paint_acts_on_all_that_stands_before_it_in_its_group) {
+    const std::string right = R"({"ty":"rc","p":{"k":[90,50]},"s":{"k":[20,20]},"r":{"k":0}})";
+    const std::string far = R"({"ty":"rc","p":{"k":[900,50]},"s":{"k":[20,20]},"r":{"k":0}})";
+    const std::string grown = R"({"ty":"pb","a":{"k":5}})";
+    expect_box(painted(kSquare + "," + stroke("6") + "," + right + "," + stroke("2") + "," + far), 37, 37, 101, 63);
+    expect_box(painted(kSquare + "," + stroke("2") + "," + right + "," + stroke("6") + "," + kFill), 37, 37, 103, 63);
+    expect_box(painted(kSquare + "," + stroke("6") + "," + grown + "," + right + "," + stroke("2")), 32, 32, 101, 68);
+    expect_box(painted(kSquare + "," + grown + "," + stroke("20") + "," + stroke("6")), 30, 30, 70, 70);
+    expect_box(painted(group(kSquare + "," + stroke("6"), "[0,0]") + "," + right + "," + stroke("2")), 37, 37, 101, 63);
+}
+
 TEST(ShapeContent, groups_transform_their_contents_and_hide_them_when_transparent) {
     expect_box(painted(group(kSquare + "," + kFill, "[10,-10]")), 50, 30, 70, 50);
     expect_box(painted(group(kSquare, "[10,-10]") + "," + kFill), 50, 30, 70, 50);  // painted from outside

@@ -61,15 +61,6 @@ double miter(const Json& stroke) {
     return number_member(stroke, "lj", 1) == 1 ? std::min(number_member(stroke, "ml", 4), 1.25) : 1;
 }
 
-template <class Shapes>
-void paint(Shapes& shapes, double reach, double opacity) {
-    if (opacity <= 0) return;
-    for (auto& shape : shapes) {
-        shape.is_painted = true;
-        shape.outline.growth = std::max(shape.outline.growth, reach);
-    }
-}
-
 // By how much it lengthens what it lengthens most, of what lies along the axes.
 double stretch_of(const Matrix& matrix) {
     const Point origin = matrix.map({0, 0});
@@ -91,6 +82,33 @@ struct ShapeContent::Shape {
     Outline outline;
     bool is_painted = false;
     bool is_merged = false;  // of several; no path any more
+};
+
+// What fills and strokes of one group paint: the shapes before each of them. Painted together, when something else is
+// about to change the shapes: by itself each would walk past all of them.
+class ShapeContent::Paints {
+  public:
+    void add(std::size_t shapes, double reach, double opacity) {
+        if (opacity > 0) waiting_.push_back({shapes, reach});
+    }
+
+    void paint(std::vector<Shape>& shapes) {
+        double reach = 0;
+        for (std::size_t i = waiting_.empty() ? 0 : waiting_.back().shapes; i-- > 0;) {
+            for (; !waiting_.empty() && waiting_.back().shapes > i; waiting_.pop_back())
+                reach = std::max(reach, waiting_.back().reach);
+            shapes[i].is_painted = true;
+            shapes[i].outline.growth = std::max(shapes[i].outline.growth, reach);
+        }
+        waiting_.clear();
+    }
+
+  private:
+    struct Paint {
+        std::size_t shapes;
+        double reach;
+    };
+    std::vector<Paint> waiting_;
 };
 
 // A frame, and what working on it is taken from, in points.
@@ -117,7 +135,7 @@ class ShapeContent::Item {
     // Without `keeps_curves`, for shapes whose paths nothing trims, outlines are reduced to what surrounds them.
     Item(const Json& json, bool keeps_curves);
 
-    void apply(Moment& at, std::vector<Shape>& shapes) const;
+    void apply(Moment& at, std::vector<Shape>& shapes, Paints& paints) const;
     // Adds what the item adds to `bounds`. False if that cannot be told.
     bool bound(double frame, Bounds& bounds) const;
     bool is_animated() const { return is_animated_; }
@@ -214,9 +232,11 @@ std::vector<std::unique_ptr<ShapeContent::Item>> ShapeContent::Item::compile(Jso
 std::vector<ShapeContent::Shape> ShapeContent::Item::group(const std::vector<std::unique_ptr<Item>>& items,
                                                            Moment& at) {
     std::vector<Shape> shapes;
+    Paints paints;
     for (const auto& item : items) {
-        if (!item->is_hidden_) item->apply(at, shapes);
+        if (!item->is_hidden_) item->apply(at, shapes, paints);
     }
+    paints.paint(shapes);
     for (const auto& item : items) {
         if (item->kind_ != "tr") continue;
         if (item->transform_->opacity.at(at.frame)[0] <= 0) return {};
@@ -237,16 +257,21 @@ std::vector<ShapeContent::Shape> ShapeContent::Item::own_shapes(Moment& at) cons
     return shapes;
 }
 
-void ShapeContent::Item::apply(Moment& at, std::vector<Shape>& shapes) const {
+void ShapeContent::Item::apply(Moment& at, std::vector<Shape>& shapes, Paints& paints) const {
+    const bool grows = kind_ == "pb" || kind_ == "zz" || kind_ == "op";
+    if (grows || kind_ == "tm" || kind_ == "rp") {
+        at.work.spend(shapes.size());
+        paints.paint(shapes);
+    }
     if (kind_ == "st" || kind_ == "gs") {
-        paint(shapes, value(0, at.frame)[0] / 2 * miter_, value(1, at.frame)[0]);
+        paints.add(shapes.size(), value(0, at.frame)[0] / 2 * miter_, value(1, at.frame)[0]);
     } else if (kind_ == "fl" || kind_ == "gf") {
-        paint(shapes, 0, value(0, at.frame)[0]);
+        paints.add(shapes.size(), 0, value(0, at.frame)[0]);
     } else if (kind_ == "tm") {
         trim(at, shapes);
     } else if (kind_ == "rp") {
         repeat(at, shapes);
-    } else if (kind_ == "pb" || kind_ == "zz" || kind_ == "op") {
+    } else if (grows) {
         const double more = std::abs(value(0, at.frame)[0]);
         for (Shape& shape : shapes) shape.outline.growth += more;
     } else if (is_animated_) {

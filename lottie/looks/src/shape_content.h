@@ -33,6 +33,7 @@ class ShapeContent {
     class Item;
     struct Shape;
     struct Moment;
+    class Paints;
     struct Bounds;
 
     std::vector<std::unique_ptr<Item>> items_;
