@@ -218,6 +218,10 @@ JsonTree::JsonTree(const std::string& text, Slice what, Depth depth) : text_(tex
 }
 
 bool JsonTree::has_key(const JsonNode& node, std::string_view key) const {
+    if (node.key.empty()) return false;
+    // Most keys differ in the first character.
+    const char first = text_[node.key.begin + 1];
+    if (first != '\\' && !key.empty() && first != key.front()) return false;
     return string_equals(node.key.of(text_), key);
 }
 
