@@ -137,6 +137,10 @@ TEST_F(LayOut, texts_have_the_room_of_all_their_lines) {
                        "e.preferredSize.width = 100",
                        "e.size.width + 'x' + e.size.height"),
               "100x60");
+    EXPECT_EQ(laid_out("var e = g.add('statictext', undefined, 'a\\nlist\\nof words to be broken', {multiline: true});"
+                       "e.preferredSize.width = 100",
+                       "e.size.width + 'x' + e.size.height"),
+              "100x100");
 }
 
 TEST_F(LayOut, elements_with_a_place_and_size_of_their_own_stay_there) {
