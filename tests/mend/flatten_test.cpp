@@ -197,6 +197,20 @@ TEST(Flatten, keyframes_on_another_clock_are_no_more_than_before) {
         << flat;
 }
 
+TEST(Flatten, a_nest_that_stays_takes_over_the_clock_around_it) {
+    Nesting nesting;
+    nesting.nest = {{"tm", keyed({{0, "0.00001"}, {5, "0.20001"}, {9, "0.20001"}, {18, "0.56001"}})}};
+    nesting.inside = {
+        nest_layer(1, "Inner", "both", {{"ks", transform({{"o", still("50")}})}, {"w", "100"}, {"h", "100"}})};
+    nesting.assets = {R"({"id":"both","layers":[)" + red({{"ks", moving_transform()}}) + "," +
+                      blue({{"ks", at(20, 40)}}) + "]}"};
+    const std::string text = animation(nesting);
+    const cli::Flattened flat = cli::flatten_animation(text, plugin(), {});
+    EXPECT_EQ(flat.nests_left, 1U);
+    EXPECT_NE(flat.text.find(R"("tm")"), std::string::npos);
+    EXPECT_TRUE((Judged{text, flat.text, {}}).looks_equal()) << flat.text;
+}
+
 TEST(Flatten, a_nest_that_hangs_on_another_becomes_flat_with_it) {
     const std::string turning = transform({{"p", still("[50,50,0]")},
                                            {"a", still("[50,50,0]")},
