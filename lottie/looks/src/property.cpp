@@ -174,7 +174,7 @@ Values Property::along_path(const Key& key, double share) const {
 }
 
 Values Property::in_segment(const Key& key, double span, double frame) const {
-    if (key.is_hold || span <= 0) return key.value;
+    if (key.is_hold || span <= 0 || frame == key.time) return key.value;
     const double x = (frame - key.time) / span;
     if (key.has_path) {
         const double share = eased(x, key.out_x[0], key.out_y[0], key.in_x[0], key.in_y[0]);
