@@ -2,6 +2,7 @@
 #include "hull.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
@@ -107,12 +108,15 @@ Hull grown(const Hull& hull, double by) {
     constexpr int kCorners = 8;  // of the polygon around a circle
     constexpr double kTurn = std::numbers::pi / kCorners;
     const double reach = by / std::cos(kTurn);
+    std::array<Point, kCorners> circle;
+    for (int i = 0; i < kCorners; ++i) {
+        const double angle = kTurn * (2 * i + 1);
+        circle[static_cast<std::size_t>(i)] = {reach * std::cos(angle), reach * std::sin(angle)};
+    }
     std::vector<Point> points;
+    points.reserve(hull.size() * kCorners);
     for (const Point& corner : hull) {
-        for (int i = 0; i < kCorners; ++i) {
-            const double angle = kTurn * (2 * i + 1);
-            points.push_back({corner.x + reach * std::cos(angle), corner.y + reach * std::sin(angle)});
-        }
+        for (const Point& way : circle) points.push_back({corner.x + way.x, corner.y + way.y});
     }
     return hull_of(std::move(points));
 }
