@@ -248,14 +248,16 @@ std::vector<Slice> JsonTree::number_slices(const JsonNode& node) const {
     if (node.kind == JsonKind::number) return {node.text};
     std::vector<Slice> slices;
     if (!node.is_numeric) return slices;
-    constexpr std::string_view kBetween = "[], \n\r\t";
+    const auto is_between = [this](std::uint32_t at) {
+        return text_[at] == '[' || kIsEndOfPlain[static_cast<unsigned char>(text_[at])];
+    };
     for (std::uint32_t at = node.text.begin; at < node.text.end;) {
-        if (kBetween.find(text_[at]) != std::string_view::npos) {
+        if (is_between(at)) {
             ++at;
             continue;
         }
         const std::uint32_t begin = at;
-        while (kBetween.find(text_[at]) == std::string_view::npos) ++at;
+        while (!is_between(at)) ++at;
         slices.push_back({begin, at});
     }
     return slices;
