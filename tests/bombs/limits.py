@@ -205,9 +205,9 @@ WORK = """
 
 Some files are small and ask for a great deal of work. What a command does with one file is counted in steps: what a run makes
 the plug-in walk past and copy, what is written anew, what the judge looks at, what is done to mend a look. Beyond 800 million
-of them, which take some ten seconds (up to twice that on the busy machine of these figures), `run`, `check` and `report` end
-with exit code 3 and one sentence, and `flatten` leaves the rest as it is. The count is the same on every machine. Real files
-take a hundredth of it. Pictures are drawn in a child process with a limit of memory, and all of a file have one budget of time,
+of them, which take some ten seconds (up to 29 in the figures below, of a busy machine), `run`, `check` and `report` end with exit
+code 3 and one sentence, and `flatten` leaves the rest as it is. The count is the same on every machine. Real files take a
+hundredth of it. Pictures are drawn in a child process with a limit of memory, and all of a file have one budget of time,
 `--picture-time`; a nest without pictures says why.
 
 `tests/bombs/bombs.py` makes the animations; a case is their kind and size. "Before" there was no `--picture-time`.
@@ -260,9 +260,7 @@ whose longer time reaches {least} s, the time of {fast} grew to more than {slack
 REAL = """
 `check`, `report` and the choosing modes of `run` try each nest by itself. In each try the plug-in, the writer and the judge walk
 past all layers beside the nest, though they read and write only what changed: that is the square of the number of nests, if with a
-small factor, until the limit of steps ends it with its sentence. Other programs were at work on the machine of these figures. By
-instructions (valgrind's count), ten times as many siblings take 12 times as many with `run --only-exact` (0.26 and 3.09 billion),
-and families 11 times (0.28 and 3.03 billion).
+small factor, until the limit of steps ends it with its sentence. Other programs were at work on the machine of these figures.
 
 ## Real animations
 
