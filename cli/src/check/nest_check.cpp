@@ -9,6 +9,8 @@
 namespace cli {
 namespace {
 
+constexpr std::size_t kBytesPerStep = 4;  // of a whole animation, written and read again for its pictures
+
 // The frames that findings name, as the renderer counts them.
 std::vector<int> frames_of(const std::vector<lottie::looks::Finding>& findings, double first_frame) {
     std::vector<int> frames;
@@ -44,6 +46,7 @@ NestChecker::NestChecker(lottie::document::Document& document, const host::runne
                          const DialogAnswers& answers, const FileLimits& limits,
                          const lottie::packed::References& references)
     : document_(document),
+      work_(limits.work),
       trials_(document, plugin, answers, limits, references),
       judge_(document.text(), limits.work) {}
 
@@ -56,8 +59,10 @@ NestTrial NestChecker::check(host::model::Layer& nest, bool gives_text) {
     checked.layers = static_cast<std::size_t>(nest.source()->comp()->layer_count());
     try {
         const Trial trial = trials_.run(comp, {&nest});
-        std::string after = gives_text ? write_animation(document_).text() : std::string();
+        std::string after;
+        if (gives_text) after = write_animation(document_).text();
         trials_.undo();
+        work_->spend(after.size() / kBytesPerStep);
         checked.bytes_after = trial.byte_count;
         checked.report = compare(judge_, trial).front();
         return {std::move(checked), std::move(after)};

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -81,6 +82,7 @@ class NestChecker {
 
   private:
     lottie::document::Document& document_;
+    std::shared_ptr<lottie::looks::Work> work_;
     Trials trials_;
     lottie::looks::Judge judge_;
 };

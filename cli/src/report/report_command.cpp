@@ -127,7 +127,7 @@ class Reporter {
     }
 
     void check_alone(NestChecker& checker, Layer& layer) {
-        NestTrial trial = checker.check(layer, true);
+        NestTrial trial = checker.check(layer, budget_.time.count() > 0);
         ReportedNest& nest = report_.nests.emplace_back();
         add_pictures(text_, trial, nest, budget_);
         findings_.insert(findings_.end(), trial.nest.report.findings.begin(), trial.nest.report.findings.end());
