@@ -205,7 +205,7 @@ WORK = """
 
 Some files are small and ask for a great deal of work. What a command does with one file is counted in steps: what a run makes
 the plug-in walk past and copy, what is written anew, what the judge looks at, what is done to mend a look. Beyond 800 million
-of them, which take some ten seconds (up to 29 in the figures below, of a busy machine), `run`, `check` and `report` end with exit
+of them, which take some ten seconds (up to 23 in the figures below, of a busy machine), `run`, `check` and `report` end with exit
 code 3 and one sentence, and `flatten` leaves the rest as it is. The count is the same on every machine. Real files take a
 hundredth of it. Pictures are drawn in a child process with a limit of memory, and all of a file have one budget of time,
 `--picture-time`; a nest without pictures says why.
