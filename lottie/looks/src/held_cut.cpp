@@ -291,8 +291,10 @@ class HeldCutFinder {
 
     // Whether masks leave some of what is in view for certain.
     bool leaves_some(const Copy& copy, const std::vector<FirstMask>& masks, double frame) {
-        if (std::any_of(masks.begin(), masks.end(), [](const FirstMask& mask) { return mask.mode == "i"; }))
-            return false;
+        const bool are_known = std::all_of(masks.begin(), masks.end(), [](const FirstMask& mask) {
+            return mask.mode == "a" || mask.mode == "s" || mask.mode == "f";
+        });
+        if (!are_known) return false;
         return std::any_of(masks.begin(), masks.end(),
                            [&](const FirstMask& mask) { return leaves_all_of(copy, mask, masks, frame); }) ||
                leaves_more_than_is_taken(copy, masks, frame);
