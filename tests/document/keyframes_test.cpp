@@ -172,6 +172,15 @@ TEST(ChangedKeyframes, in_old_files_the_end_follows_the_next_value) {
               R"({"a":1,"k":[{"t":0,"s":[0],"e":[50]},{"t":5,"s":[50],"e":[70]},{"t":10}],"ix":2})");
 }
 
+TEST(ChangedKeyframes, in_old_files_the_last_one_needs_no_value_even_if_it_holds) {
+    const Document document = with_property("o", R"({"t":0,"s":[0],"e":[40]},{"t":10,"h":1})", "4.8.0");
+    host::model::Stream& opacity = layer_of(document, "A").stream(host::model::kOpacity);
+    Keyframe first = opacity.keyframe(0);
+    first.value.n[0] = 5;
+    opacity.set_keyframe(0, first);
+    EXPECT_EQ(property(document.write(), "o"), R"({"a":1,"k":[{"t":0,"s":[5],"e":[40]},{"t":10,"h":1}],"ix":2})");
+}
+
 TEST(ChangedKeyframes, a_segment_that_ends_elsewhere_than_the_next_begins_stays) {
     const Document document =
         with_property("o", R"({"t":0,"s":[0],"e":[40]},{"t":5,"s":[10],"e":[60]},{"t":10})", "4.8.0");

@@ -109,7 +109,7 @@ class KeyframeEditor : private KeyframeWriter {
         for (std::size_t i = 0; i < keys_.size(); ++i) {
             if (partners_[i]) {
                 // In old files the last one may have no value of its own.
-                edit_key(patch, i, *partners_[i], !end_was_given || keys_[i].out == Interpolation::hold || !is_last(i));
+                edit_key(patch, i, *partners_[i], !end_was_given || !is_last(i));
                 stays[*partners_[i]] = true;
                 place = *partners_[i] + 1;
                 end_was_given = tree_.member(old_[*partners_[i]].node, "e") != nullptr;
