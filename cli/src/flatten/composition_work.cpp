@@ -47,7 +47,8 @@ FlatteningState::FlatteningState(const std::string& text, const host::runner::Pl
       learned(before),
       bench(text),
       judge(text, limits.work),
-      unseen_left(before.unseen == Learned::Unseen::refused ? 0 : 1),
+      mends_unseen(before.unseen != Learned::Unseen::allowed),
+      unseen_left(before.unseen < Learned::Unseen::allowed_at_end ? 1 : 0),
       bytes_to_read(kAlwaysReadBytes + kMostReadings * static_cast<double>(text.size())),
       most_bytes(given.max_growth ? static_cast<double>(text.size()) * (1 + *given.max_growth / 100)
                                   : std::max(kAlwaysAllowedBytes, kMostGrowth * static_cast<double>(text.size()))) {
@@ -60,7 +61,8 @@ FlatteningState::FlatteningState(const std::string& text, const host::runner::Pl
 
 void FlatteningState::count_showings() {
     const std::vector<std::size_t> order = bench.innermost_first();
-    shown.assign(order.empty() ? 0 : *std::max_element(order.begin(), order.end()) + 1, 0);
+    // Those that are not shown any more keep their places.
+    shown.assign(std::max(shown.size(), *std::max_element(order.begin(), order.end()) + 1), 0);
     shown[0] = 1;
     for (auto composition = order.rbegin(); composition != order.rend(); ++composition) {
         for (const Workbench::Nest& nest : bench.nests(*composition)) shown[nest.source] += shown[*composition];
@@ -137,6 +139,7 @@ struct CompositionWork::Attempt {
     std::vector<std::string> mended_layers;
     std::vector<NestReport> reports;
     std::vector<NestReport> unmended;            // the same nests before anything was mended; empty if nothing was
+    bool mends_unseen = false;                   // not only what can be seen
     std::map<std::string, std::string> renamed;  // layers that state machines refer to
     std::vector<Finding> losses;                 // to those and to themes
 
@@ -297,7 +300,7 @@ CompositionWork::Attempt CompositionWork::attempt(const Layers& layers) {
     const auto stack = stage_->comp.stack().to_vector();
     std::vector<host::model::Layer*> nests;
     for (const Workbench::Nest& nest : nests_among(layers)) nests.push_back(stack.at(nest.place));
-    Attempt tried{stage_->trials.run(stage_->comp, nests, false), nullptr, {}, {}, {}, {}, {}};
+    Attempt tried{stage_->trials.run(stage_->comp, nests, false), nullptr, {}, {}, {}, false, {}, {}};
     judge(tried);
     mend(tried);
     stage_->trials.undo();
@@ -358,8 +361,7 @@ void CompositionWork::mend(Attempt& tried) {
         double unseen = 0;
         auto scope = Mending::Scope::changes;
         for (const NestReport& report : tried.reports) {
-            const bool may_stay =
-                state_.learned.unseen == FlatteningState::Learned::Unseen::allowed || report.unseen == 0;
+            const bool may_stay = !state_.mends_unseen || report.unseen == 0;
             if (may_stay && !is_seen(report, unseen)) {
                 unseen += report.unseen * state_.shown[composition_];
                 continue;
@@ -373,6 +375,7 @@ void CompositionWork::mend(Attempt& tried) {
             seen.push_back(report);
         }
         if (seen.empty()) return;
+        if (scope != Mending::Scope::changes) tried.mends_unseen = true;
         if (!tried.mending) tried.unmended = tried.reports;
         const std::size_t layers = tried.trial.written.layers.size();
         state_.limits.work->spend(layers * layers / kPairsPerStep);
@@ -396,11 +399,14 @@ CompositionWork::Refused CompositionWork::refused_of(const Attempt& tried, const
             continue;
         }
         const bool adds_up = report.verdict != Verdict::changes && !state_.options.exact;
-        if (const std::string* why = why_exact_only(report); why != nullptr && adds_up) {
+        const std::string* why = why_exact_only(report);
+        if (why != nullptr && adds_up) {
             refused.emplace(stack_[report.nest], Refusal{*why});
             continue;
         }
-        if (adds_up) state_.accumulating[composition_].insert(entry(stack_[report.nest]).origin);
+        // What was to mend a difference too small to see may be what is in the way.
+        const bool is_overdone = why == nullptr && tried.mends_unseen && tried.unmended[i].unseen > 0;
+        if (adds_up || is_overdone) state_.accumulating[composition_].insert(entry(stack_[report.nest]).origin);
         FlattenedNest& nest = entry(stack_[report.nest]);
         nest.findings = tried.causes(i);
         const char* with_others = adds_up ? ", but with others like it the eye would see it" : "";

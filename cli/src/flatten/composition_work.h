@@ -26,7 +26,7 @@ struct FlatteningState {
         std::map<std::size_t, std::string> exact_only;
         std::size_t times = 0;
         // What to do when differences too small to see add up to too much: the next of these.
-        enum class Unseen { allowed, mended, refused } unseen = Unseen::allowed;
+        enum class Unseen { allowed, mended, allowed_at_end, refused } unseen = Unseen::allowed;
     };
 
     FlatteningState(const std::string& text, const host::runner::PluginModule& plugin, const Options& options,
@@ -51,6 +51,7 @@ struct FlatteningState {
     lottie::mend::Workbench bench;
     lottie::looks::Judge judge;
     std::vector<double> shown;  // how often the picture shows each composition, including nests in nests
+    bool mends_unseen;          // what differs without being seen is mended where that can be done
     double unseen_left;         // of what may differ without being seen, in the judge's measure
     double bytes_to_read;       // by attempts; then the remaining nests stay
     double most_bytes;          // that the animation may reach by un-nesting nests of shared compositions

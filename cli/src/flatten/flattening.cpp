@@ -49,7 +49,7 @@ void work_on(FlatteningState& state, lottie::document::Document& document, std::
 }
 
 // A nest must keep its look wherever its composition is shown. Once that is fewer times, what had to stay may go.
-void work_on_all(FlatteningState& state, lottie::document::Document& document) {
+void work_until_settled(FlatteningState& state, lottie::document::Document& document) {
     std::vector<double> shown_then(state.shown.size(), std::numeric_limits<double>::infinity());
     bool is_settled = false;
     while (!std::exchange(is_settled, true)) {
@@ -92,6 +92,14 @@ bool adds_up(const FlatteningState& state) {
     return false;
 }
 
+void work_on_all(FlatteningState& state, lottie::document::Document& document) {
+    work_until_settled(state, document);
+    if (state.learned.unseen != FlatteningState::Learned::Unseen::allowed_at_end) return;
+    state.mends_unseen = false;
+    state.unseen_left = 1;
+    work_until_settled(state, document);
+}
+
 // One attempt with what was learned so far. If it learned more, another one is needed.
 bool try_to_flatten(FlatteningState& state, lottie::document::Document& document, FlatteningState::Learned& learned,
                     Flattened& flattened) {
@@ -114,7 +122,7 @@ bool try_to_flatten(FlatteningState& state, lottie::document::Document& document
     // All or none: a nest that stayed because of others would not stay once those are flat.
     using Unseen = FlatteningState::Learned::Unseen;
     const bool learned_of_unseen = adds_up(state) && learned.unseen != Unseen::refused;
-    if (learned_of_unseen) learned.unseen = learned.unseen == Unseen::allowed ? Unseen::mended : Unseen::refused;
+    if (learned_of_unseen) learned.unseen = static_cast<Unseen>(static_cast<int>(learned.unseen) + 1);
     return learned_of_unseen || learned.exact_only.size() > exact_only_before;
 }
 
