@@ -61,6 +61,9 @@ class JsonTree {
   private:
     friend class JsonTreeBuilder;
 
+    template <class OnNumber>
+    void each_number(const JsonNode& node, OnNumber on_number) const;
+
     const std::string& text_;
     std::vector<JsonNode> nodes_;
 };

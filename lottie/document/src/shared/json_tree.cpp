@@ -35,6 +35,9 @@ constexpr auto kIsEndOfPlain = [] {
     return is;
 }();
 
+// Of most arrays that somebody reads.
+constexpr std::size_t kSpaceDimensions = 3;
+
 // Most of a layer's text, as a rule.
 constexpr std::string_view kMasks = R"("masksProperties")";
 constexpr std::array<std::string_view, 3> kOtherStreams = {R"("shapes")", kMasks, R"("t")"};
@@ -244,10 +247,11 @@ double JsonTree::number(const JsonNode& node) const {
     return read_number(text(node));
 }
 
-std::vector<Slice> JsonTree::number_slices(const JsonNode& node) const {
-    if (node.kind == JsonKind::number) return {node.text};
-    std::vector<Slice> slices;
-    if (!node.is_numeric) return slices;
+// Calls on_number(spelling) for a number, or for those of an array of numbers.
+template <class OnNumber>
+void JsonTree::each_number(const JsonNode& node, OnNumber on_number) const {
+    if (node.kind == JsonKind::number) return on_number(node.text);
+    if (!node.is_numeric) return;
     const auto is_between = [this](std::uint32_t at) {
         return text_[at] == '[' || kIsEndOfPlain[static_cast<unsigned char>(text_[at])];
     };
@@ -258,14 +262,20 @@ std::vector<Slice> JsonTree::number_slices(const JsonNode& node) const {
         }
         const std::uint32_t begin = at;
         while (!is_between(at)) ++at;
-        slices.push_back({begin, at});
+        on_number(Slice{begin, at});
     }
+}
+
+std::vector<Slice> JsonTree::number_slices(const JsonNode& node) const {
+    std::vector<Slice> slices;
+    each_number(node, [&slices](Slice spelling) { slices.push_back(spelling); });
     return slices;
 }
 
 std::vector<double> JsonTree::numbers(const JsonNode& node) const {
     std::vector<double> values;
-    for (const Slice slice : number_slices(node)) values.push_back(read_number(slice.of(text_)));
+    values.reserve(kSpaceDimensions);
+    each_number(node, [this, &values](Slice spelling) { values.push_back(read_number(spelling.of(text_))); });
     return values;
 }
 
