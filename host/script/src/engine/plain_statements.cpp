@@ -52,35 +52,54 @@ bool is_verbatim(std::string_view text) {
            text.find("\u2029") == text.npos;
 }
 
-}  // namespace
+class RowParser {
+  public:
+    explicit RowParser(std::string_view text) : text_(text) {}
 
-PlainStatements::PlainStatements(std::string_view text) : text_(text) {
-    while (take_declaration()) first_ = at_;
-    at_ = first_;
-}
-
-bool PlainStatements::are_all() {
-    PlainStatement statement;
-    if (is_at_end()) return false;
-    while (!is_at_end()) {
-        if (!next(statement)) return false;
+    std::optional<PlainRow> row() {
+        PlainRow row;
+        std::size_t first = 0;
+        while (take_declaration()) first = at_;
+        row.declarations = text_.substr(0, first);
+        at_ = first;
+        PlainStatement statement;
+        while (!is_at_end()) {
+            if (!take_statement(statement)) return std::nullopt;
+            row.statements.push_back(statement);
+        }
+        if (row.statements.empty()) return std::nullopt;
+        return row;
     }
-    at_ = first_;
-    return true;
-}
 
-void PlainStatements::skip_blanks() {
+  private:
+    bool is_at_end() const { return at_ == text_.size(); }
+    char here() const { return is_at_end() ? '\0' : text_[at_]; }
+    void skip_blanks();
+    bool take(char wanted);
+    std::string_view take_word();
+    bool take_declaration();
+    bool take_literal(PlainStatement& statement);
+    bool take_value(PlainStatement& statement);
+    bool take_chain(PlainStatement& statement, bool& is_place);
+    bool take_arguments(PlainStatement& statement);
+    bool take_statement(PlainStatement& statement);
+
+    std::string_view text_;
+    std::size_t at_ = 0;
+};
+
+void RowParser::skip_blanks() {
     while (here() == ' ') ++at_;
 }
 
-bool PlainStatements::take(char wanted) {
+bool RowParser::take(char wanted) {
     if (here() != wanted || is_at_end()) return false;
     ++at_;
     return true;
 }
 
 // Empty if there is none, or a reserved one.
-std::string_view PlainStatements::take_word() {
+std::string_view RowParser::take_word() {
     const std::size_t begin = at_;
     if (!is_letter(here())) return {};
     std::size_t end = begin + 1;
@@ -90,7 +109,7 @@ std::string_view PlainStatements::take_word() {
     return is_reserved(word) ? std::string_view() : word;
 }
 
-bool PlainStatements::take_declaration() {
+bool RowParser::take_declaration() {
     constexpr std::string_view kVar = "var ";
     PlainStatement unused;
     skip_blanks();
@@ -106,7 +125,7 @@ bool PlainStatements::take_declaration() {
     return has_value && take(';');
 }
 
-bool PlainStatements::take_literal(PlainStatement& statement) {
+bool RowParser::take_literal(PlainStatement& statement) {
     constexpr std::string_view kNull = "null";
     const std::string_view rest = text_.substr(at_);
     if (is_digit(here())) {
@@ -133,14 +152,14 @@ bool PlainStatements::take_literal(PlainStatement& statement) {
     return true;
 }
 
-bool PlainStatements::take_value(PlainStatement& statement) {
+bool RowParser::take_value(PlainStatement& statement) {
     const std::size_t begin = at_;
     if (take_literal(statement)) return true;
     bool is_place = false;
     return at_ == begin && take_chain(statement, is_place);
 }
 
-bool PlainStatements::take_arguments(PlainStatement& statement) {
+bool RowParser::take_arguments(PlainStatement& statement) {
     statement.shape += '(';
     skip_blanks();
     while (here() != ')') {
@@ -158,7 +177,7 @@ bool PlainStatements::take_arguments(PlainStatement& statement) {
 }
 
 // `is_place`: it can be assigned to.
-bool PlainStatements::take_chain(PlainStatement& statement, bool& is_place) {
+bool RowParser::take_chain(PlainStatement& statement, bool& is_place) {
     std::string_view word = take_word();
     if (word.empty()) return false;
     statement.shape += word;
@@ -178,7 +197,7 @@ bool PlainStatements::take_chain(PlainStatement& statement, bool& is_place) {
     }
 }
 
-bool PlainStatements::next(PlainStatement& statement) {
+bool RowParser::take_statement(PlainStatement& statement) {
     statement.shape.clear();
     statement.literals.clear();
     skip_blanks();
@@ -194,6 +213,12 @@ bool PlainStatements::next(PlainStatement& statement) {
     if (!take(';')) return false;
     skip_blanks();
     return true;
+}
+
+}  // namespace
+
+std::optional<PlainRow> plain_row(std::string_view text) {
+    return RowParser(text).row();
 }
 
 }  // namespace host::script

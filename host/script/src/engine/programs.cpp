@@ -55,9 +55,8 @@ void Programs::run(duk_context* ctx, std::string_view text) {
             return;
         }
     }
-    PlainStatements row(text);
-    if (row.are_all()) {
-        run_row(ctx, row);
+    if (const auto row = plain_row(text)) {
+        run_row(ctx, *row);
     } else {
         run_whole(ctx, text);
     }
@@ -105,11 +104,10 @@ void Programs::run_declarations(duk_context* ctx, std::string_view text) {
     duk_pop(ctx);
 }
 
-void Programs::run_row(duk_context* ctx, PlainStatements& row) {
-    if (!row.declarations().empty()) run_declarations(ctx, row.declarations());
-    PlainStatement statement;
+void Programs::run_row(duk_context* ctx, const PlainRow& row) {
+    if (!row.declarations.empty()) run_declarations(ctx, row.declarations);
     duk_push_undefined(ctx);
-    while (row.next(statement)) {
+    for (const PlainStatement& statement : row.statements) {
         duk_pop(ctx);
         auto known = shapes_.find(statement.shape);
         if (known == shapes_.end()) {

@@ -11,8 +11,7 @@
 
 namespace host::script {
 
-struct PlainStatement;
-class PlainStatements;
+struct PlainRow;
 
 // Keeps recently run longer scripts compiled. Rows of plain statements are long and come once, so each statement's
 // shape is compiled once, as a function of its literals (docs/decisions/0017-plain-statements.md).
@@ -32,7 +31,7 @@ class Programs {
     };
 
     void run_whole(duk_context* ctx, std::string_view text);
-    void run_row(duk_context* ctx, PlainStatements& row);
+    void run_row(duk_context* ctx, const PlainRow& row);
     void run_declarations(duk_context* ctx, std::string_view text);
     void* keep_top(duk_context* ctx, duk_uarridx_t place);
     void remember_shape(duk_context* ctx, const std::string& shape);
