@@ -32,8 +32,9 @@ class JsonTree {
         keyframes,    // those of them that hold none are leaves
     };
 
-    // `what` is one value inside `text`, which was found to be JSON before and must outlive the tree.
-    JsonTree(const std::string& text, Slice what, Depth depth = Depth::all);
+    // `what` is one value inside `text`, which was found to be JSON before and must outlive the tree. `bulk` is a
+    // container in it whose place is known, so that its end need not be looked for if it is a leaf.
+    JsonTree(const std::string& text, Slice what, Depth depth = Depth::all, Slice bulk = {});
 
     const JsonNode& root() const { return nodes_.front(); }
     std::string_view text(const JsonNode& node) const { return node.text.of(text_); }

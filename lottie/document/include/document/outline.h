@@ -22,6 +22,7 @@ struct ScannedLayer {
     Slice name;  // literals with their quotes; empty when missing
     Slice ref_id;
     Slice color;
+    Slice shapes;  // empty when missing
     std::optional<std::int64_t> ind;
     std::optional<std::int64_t> parent;
     std::optional<std::int64_t> matte;

@@ -22,7 +22,7 @@ class ContentReader {
           store_(*stored.comp->store),
           layer_(layer),
           tree_(store_.text, stored.text,
-                stored.contains_expressions ? JsonTree::Depth::all : JsonTree::Depth::own_streams),
+                stored.contains_expressions ? JsonTree::Depth::all : JsonTree::Depth::own_streams, stored.shapes),
           context_{stored, tree_} {}
 
     void read() {

@@ -268,6 +268,7 @@ class ProjectBuilder {
         stored.position = static_cast<std::uint32_t>(index);
         stored.text = scanned.text;
         stored.name = scanned.name;
+        stored.shapes = scanned.shapes;
         stored.ind = scanned.ind;
         stored.parent = scanned.parent;
         stored.matte = scanned.matte;

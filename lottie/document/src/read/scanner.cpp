@@ -348,6 +348,7 @@ void Scanner::finish_layer() {
     layer_.name = literal(Field::nm);
     layer_.ref_id = literal(Field::ref_id);
     layer_.color = literal(Field::sc);
+    layer_.shapes = literal(Field::shapes);
     layer_.ind = integer(Field::ind);
     layer_.parent = integer(Field::parent);
     layer_.matte = integer(Field::tp);

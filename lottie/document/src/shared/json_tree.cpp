@@ -48,8 +48,8 @@ constexpr std::array<std::string_view, 3> kOtherStreams = {R"("shapes")", kMasks
 // Behind the text stands a character, if only the null of the string that it is part of.
 class JsonTreeBuilder {
   public:
-    JsonTreeBuilder(JsonTree& tree, std::string_view text, std::uint32_t begin, JsonTree::Depth depth)
-        : tree_(tree), text_(text), at_(begin), depth_(depth) {}
+    JsonTreeBuilder(JsonTree& tree, std::string_view text, std::uint32_t begin, JsonTree::Depth depth, Slice bulk)
+        : tree_(tree), text_(text), at_(begin), depth_(depth), bulk_(bulk) {}
 
     void build() {
         do {
@@ -128,6 +128,7 @@ class JsonTreeBuilder {
 
     // Behind the container that begins here.
     std::uint32_t end_of_container() const {
+        if (at_ == bulk_.begin && !bulk_.empty()) return bulk_.end;
         const char* const text = text_.data();
         const char* const behind =
             host::base::behind_json_container(text + at_, text + text_.size(), [](std::string_view) {});
@@ -210,14 +211,15 @@ class JsonTreeBuilder {
     std::string_view text_;
     std::uint32_t at_;
     JsonTree::Depth depth_;
+    Slice bulk_;
     Slice key_;
     std::vector<OpenContainer> open_;
     std::vector<std::uint32_t> known_;  // beginnings of arrays that are no leaves
     std::size_t next_known_ = 0;
 };
 
-JsonTree::JsonTree(const std::string& text, Slice what, Depth depth) : text_(text) {
-    JsonTreeBuilder(*this, std::string_view(text).substr(0, what.end), what.begin, depth).build();
+JsonTree::JsonTree(const std::string& text, Slice what, Depth depth, Slice bulk) : text_(text) {
+    JsonTreeBuilder(*this, std::string_view(text).substr(0, what.end), what.begin, depth, bulk).build();
 }
 
 bool JsonTree::has_key(const JsonNode& node, std::string_view key) const {

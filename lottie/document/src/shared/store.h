@@ -36,7 +36,8 @@ struct StoredLayer final : host::model::LayerContent {
     host::model::Layer* layer = nullptr;  // the one that was read
     std::uint32_t position = 0;           // in the array
     Slice text;
-    Slice name;  // a literal; empty when missing
+    Slice name;    // a literal; empty when missing
+    Slice shapes;  // empty when missing
     std::optional<std::int64_t> ind;
     std::optional<std::int64_t> parent;
     std::optional<std::int64_t> matte;

@@ -62,7 +62,7 @@ class LayerEditor {
           base_(base),
           above_(above),
           shift_(layer.offset() - base.offset),
-          tree_(context.store.text, base.text, depth()),
+          tree_(context.store.text, base.text, depth(), base.shapes),
           read_{base, tree_},
           root_(tree_, tree_.root(), layer_member_order()) {}
 
@@ -180,12 +180,12 @@ bool is_untouched(const Numbering& numbers, const Layer& layer, const Layer* abo
     const bool has_same_matte = layer.matte() == base.matte_layer && layer.matte_type() == base.matte_type;
     const bool matte_is_told = layer.matte() != nullptr ? base.matte || above == layer.matte()
                                                         : !base.uses_matte || keeps_empty_matte(layer, base, above);
-    const bool has_same_state = !layer.is_state_touched() ||
-                                (layer.flags() == base.flags && layer.offset() == base.offset &&
-                                 layer.in_point() == base.in_point && layer.duration() == base.duration &&
-                                 layer.parent() == base.parent_layer && has_same_name(layer, base));
-    return has_same_state && has_same_matte && matte_is_told && marks.is_matte == base.is_matte && marks.is_hidden == base.is_hidden &&
-           numbers.number(layer) == base.ind && !has_changed_content(layer);
+    const bool has_same_state =
+        !layer.is_state_touched() ||
+        (layer.flags() == base.flags && layer.offset() == base.offset && layer.in_point() == base.in_point &&
+         layer.duration() == base.duration && layer.parent() == base.parent_layer && has_same_name(layer, base));
+    return has_same_state && has_same_matte && matte_is_told && marks.is_matte == base.is_matte &&
+           marks.is_hidden == base.is_hidden && numbers.number(layer) == base.ind && !has_changed_content(layer);
 }
 
 void write_layer(OutputText& out, const WriteContext& context, Layer& layer, const Layer* above) {
