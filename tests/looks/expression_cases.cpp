@@ -51,6 +51,17 @@ std::vector<Case> naming_cases() {
     clash.below = {solid(20, "blue", 100, 100, "#cccccc")};
     cases.push_back(
         {Reason::name_clash, "only_a_layer_below_has_the_name", std::nullopt, Pictures::equal, animation(clash)});
+    const std::string asks_around = "comp('Main').layer('turner').transform.rotation";
+    Nesting around;
+    around.below = {solid(20, "turner", 100, 100, "#cccccc")};
+    around.inside = {red({{"ks", spinning(asks_around)}}), blue()};
+    cases.push_back({Reason::name_clash, "in_the_composition_around_only_a_layer_that_stayed_has_the_name",
+                     std::nullopt, Pictures::equal, animation(around)});
+    around.inside = {red({{"ks", spinning(asks_around)}}), solid(2, "turner", 10, 10, "#00ff00")};
+    cases.push_back({Reason::name_clash, "in_the_composition_around_a_copy_has_the_name_first", Weight::change,
+                     Pictures::cannot_tell, animation(around), "turner"});
+    cases.push_back({Reason::layer_reference, "to_the_nest_in_the_composition_around", Weight::change,
+                     Pictures::cannot_tell, with("comp('Main').layer('Nest').transform.rotation"), "Nest"});
     const std::string long_name = "a layer with a name of more than 31 bytes";
     cases.push_back(
         {Reason::name_clash,

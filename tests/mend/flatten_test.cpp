@@ -106,6 +106,26 @@ TEST(Flatten, a_composition_that_an_expression_asks_for_stays_with_all_its_layer
     EXPECT_EQ(asking("[0, 0]").nests_left, 0U);
 }
 
+// What is inside of the nest asks the main composition, which holds "asked" and the nest.
+cli::Flattened asking_around(const std::string& call, const std::string& name_inside = "blue") {
+    Nesting nesting;
+    nesting.below = {null_layer(30, "asked")};
+    nesting.inside = {red({{"ks", transform({{"p", expression(call, "[0,0,0]")}})}}),
+                      solid(2, name_inside, 40, 40, "#0000ff")};
+    return cli::flatten_animation(animation(nesting), plugin(), {});
+}
+
+TEST(Flatten, layers_of_the_main_composition_may_be_asked_for_by_name) {
+    EXPECT_EQ(asking_around("comp('Main').layer('asked').transform.position").nests_left, 0U);
+    EXPECT_EQ(asking_around("comp('Main').layer('asked').effect('Where')('Point')").nests_left, 0U);
+    EXPECT_EQ(asking_around("comp('Main').layer('nobody').transform.position").nests_left, 0U);
+    EXPECT_EQ(asking_around("comp('Main').layer('asked').transform.position", "asked").nests_left, 1U);
+    EXPECT_EQ(asking_around("comp('Main').layer('Nest').transform.position").nests_left, 1U);
+    EXPECT_EQ(asking_around("comp('Main').layer('asked').index").nests_left, 1U);
+    EXPECT_EQ(asking_around("comp('Main').layer(1).transform.position").nests_left, 1U);
+    EXPECT_EQ(asking_around("comp('Main').layer('asked').transform.position; comp('Main').width").nests_left, 1U);
+}
+
 // The main composition shows frames -10 to 9 of the outer nest, which stays; what is inside of the inner one would
 // begin at -2.
 cli::Flattened with_inner_from(const std::string& in) {

@@ -237,8 +237,9 @@ CompositionWork::Layers CompositionWork::without_named_in_expressions(const Laye
     for (const Workbench::Nest& nest : nests_among(layers)) {
         const std::size_t layer = stack_[nest.place];
         entry(layer);
-        std::string reason = state_.bench.reason_to_stay(nest.source);
-        if (reason.empty()) reason = state_.bench.reason_to_stay(composition_);
+        const auto& calls = state_.judge.composition_calls();
+        std::string reason = state_.bench.reason_to_stay(nest.source, calls);
+        if (reason.empty()) reason = state_.bench.reason_to_stay(composition_, calls);
         if (reason.empty() || state_.options.all) {
             free.insert(layer);
         } else {

@@ -44,6 +44,25 @@ class ExpressionFindings {
         }
     }
 
+    // Layers of the stack that expressions of other compositions ask for by name.
+    void look_from_elsewhere() {
+        for (const auto& [composition, layers] : c_.before().composition_calls().layers) {
+            if (!layers || !c_.is_name_of_this_composition(composition)) continue;
+            for (const std::string& name : *layers) {
+                const auto meant = c_.stack_survey().layer_named(name);
+                const auto found = c_.result_survey().layer_named(name);
+                const auto wanted = meant ? c_.kept_at(*meant) : std::nullopt;
+                if ((!meant && !found) || (wanted && found == wanted)) continue;
+                tally_.note(
+                    found ? Reason::name_clash : Reason::layer_reference,
+                    {Weight::change, name, "",
+                     "an expression asks composition " + quoted(composition) + " for it" +
+                         (found ? ", and now means another layer of that name" : ", and does not find it any more"),
+                     kByHand});
+            }
+        }
+    }
+
     ExpressionTally& tally() { return tally_; }
 
   private:
@@ -199,6 +218,7 @@ class ExpressionFindings {
 ExpressionTally find_expression_changes_beside(Comparison& comparison) {
     ExpressionFindings findings(comparison, nullptr);
     findings.look_beside();
+    findings.look_from_elsewhere();
     return std::move(findings.tally());
 }
 

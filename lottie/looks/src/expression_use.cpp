@@ -6,7 +6,6 @@
 #include <cstdlib>
 #include <optional>
 
-#include "looks/expressions.h"
 #include "model/expression_text.h"
 #include "model/expression_tokens.h"
 
@@ -169,7 +168,11 @@ class Reader {
         if (i + 3 >= tokens_.size() || !is_mark(i + 3, ")")) {
             use_.has_computed_layer = true;
         } else if (tokens_[i + 2].kind == ExpressionTokenKind::string) {
-            return;  // a name: looked at with all other names
+            // Names are looked at with all other names.
+            const auto composition = named_composition(i);
+            const bool is_contents = is_mark(i + 4, ".") && i + 5 < tokens_.size() &&
+                                     is_one_of(tokens_[i + 5].text, {"effect", "content", "transform", "text"});
+            if (composition && is_contents) use_.layers_elsewhere.emplace_back(*composition, tokens_[i + 2].text);
         } else if (is_number(tokens_[i + 2].text)) {
             const double number = std::strtod(tokens_[i + 2].text.c_str(), nullptr);
             if (const auto name = named_composition(i)) {
@@ -198,10 +201,6 @@ bool is_independent_of_own_value(std::string_view expression, std::string_view l
     const ExpressionUse use = read_expression(expression);
     if (use.reads_own_value || use.has_computed_layer || !use.layer_numbers.empty()) return false;
     return host::model::find_quoted(expression, layer).empty();
-}
-
-std::vector<std::string> compositions_asked_for(std::string_view expression) {
-    return read_expression(expression).compositions;
 }
 
 }  // namespace lottie::looks

@@ -20,7 +20,9 @@ struct ExpressionUse {
     std::vector<std::string> composition_members;  // of thisComp, layers aside: "width", "numLayers", ...
     std::vector<double> layer_numbers;             // layer(3)
     std::vector<std::pair<std::string, double>> layer_numbers_elsewhere;  // comp("Name").layer(3)
-    std::vector<std::string> compositions;                                // comp("Name"); empty if worked out
+    // comp("Name").layer("Name"), where nothing but what that layer holds is read
+    std::vector<std::pair<std::string, std::string>> layers_elsewhere;
+    std::vector<std::string> compositions;  // comp("Name"); empty if worked out
 };
 
 ExpressionUse read_expression(std::string_view text);

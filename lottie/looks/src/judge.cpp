@@ -224,6 +224,10 @@ std::vector<StackChange> Judge::take_steps() {
     return state_->whole.take_steps();
 }
 
+const CompositionCalls& Judge::composition_calls() const {
+    return state_->scene.composition_calls();
+}
+
 std::size_t Judge::byte_count() const {
     return state_->scene.byte_count;
 }

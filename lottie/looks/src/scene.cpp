@@ -112,7 +112,7 @@ void Stack::cut_parent_circles() {
     }
 }
 
-Scene::Scene(std::string_view text) : byte_count(text.size()) {
+Scene::Scene(std::string_view text) : byte_count(text.size()), composition_calls_(find_composition_calls(text)) {
     if (text.starts_with("\xEF\xBB\xBF")) text.remove_prefix(3);
     TextReader reader(text);
     if (reader.peek() != '{') throw std::runtime_error("the animation cannot be read");

@@ -13,6 +13,7 @@
 
 #include "glyphs.h"
 #include "layer.h"
+#include "looks/expressions.h"
 
 namespace lottie::looks {
 
@@ -71,6 +72,9 @@ struct Scene {
     const std::shared_ptr<const Stack>* find(std::string_view id) const;  // null if there is none
     ImageSize image_size(std::string_view id) const;
     const Glyphs& glyphs() const;
+    const CompositionCalls& composition_calls() const {
+        return composition_calls_;
+    }  // of the text that it was read from
 
     // Puts a stack in the place of the one with its id.
     void replace(std::shared_ptr<const Stack> stack);
@@ -89,6 +93,7 @@ struct Scene {
     void count_nests(const Stack& stack, bool are_added);
 
     std::shared_ptr<Arena> arena_ = std::make_shared<Arena>();
+    CompositionCalls composition_calls_;
     std::string_view letters_, fonts_;      // their texts
     mutable std::optional<Glyphs> glyphs_;  // read when somebody asks for them
     std::map<std::string, ImageSize, std::less<>> images_;

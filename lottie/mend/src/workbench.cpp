@@ -46,7 +46,8 @@ struct Composition {
 }  // namespace
 
 struct Compositions {
-    explicit Compositions(std::string animation) : text(std::move(animation)), outline(document::read_known_outline(text)) {
+    explicit Compositions(std::string animation)
+        : text(std::move(animation)), outline(document::read_known_outline(text)) {
         for (std::size_t i = 0; i < outline.assets.size(); ++i) asset_of.emplace(decoded(outline.assets[i].id), i);
         for (const ScannedComp& comp : outline.comps) {
             if (comp.asset >= 0) comp_of.emplace(id_of_asset(comp.asset), all.size());
@@ -58,40 +59,7 @@ struct Compositions {
             all[seen].was_seen = true;
             for (const Workbench::Nest& nest : all[seen].nests) ++all[nest.source].use_count;
         }
-        find_calls();
         byte_count = text.size();
-    }
-
-    // Strings with calls of comp(). One that is no expression does no harm but to keep a nest.
-    void find_calls() {
-        constexpr std::string_view kCall = "comp(";
-        for (std::size_t at = text.find(kCall); at != std::string::npos; at = text.find(kCall, at)) {
-            const std::size_t begin = quote_before(at);
-            at = quote_after(at);
-            if (begin == std::string::npos || at == std::string::npos) return;
-            const std::string expression =
-                document::decode_string(std::string_view(text).substr(begin, at + 1 - begin));
-            for (std::string& name : looks::compositions_asked_for(expression)) {
-                if (name.empty()) calls_any = true;
-                called.insert(std::move(name));
-            }
-        }
-    }
-
-    bool is_escaped(std::size_t at) const {
-        std::size_t begin = at;
-        while (begin > 0 && text[begin - 1] == '\\') --begin;
-        return (at - begin) % 2 == 1;
-    }
-    std::size_t quote_before(std::size_t at) const {
-        do at = at == 0 ? std::string::npos : text.rfind('"', at - 1);
-        while (at != std::string::npos && is_escaped(at));
-        return at;
-    }
-    std::size_t quote_after(std::size_t at) const {
-        do at = text.find('"', at + 1);
-        while (at != std::string::npos && is_escaped(at));
-        return at;
     }
 
     std::string decoded(const JsonToken& token) const {
@@ -210,9 +178,7 @@ struct Compositions {
     std::map<std::string, std::size_t, std::less<>> asset_of;  // by id
     std::map<std::string, std::size_t, std::less<>> comp_of;
     std::vector<Composition> all;
-    std::set<std::string> called;  // names that expressions give to comp()
-    bool calls_any = false;        // one that is worked out at run time
-    std::size_t nest_count = 0;    // of the file
+    std::size_t nest_count = 0;  // of the file
     std::size_t byte_count = 0;
 };
 
@@ -257,15 +223,21 @@ const std::vector<Workbench::Nest>& Workbench::nests(std::size_t composition) co
     return compositions_->all[composition].nests;
 }
 
-std::string Workbench::reason_to_stay(std::size_t composition) const {
-    const Compositions& c = *compositions_;
-    if (c.calls_any) return "an expression works out at run time which composition it asks for";
-    if (c.called.empty()) return "";
-    std::set<std::string> names = c.all[composition].shown_as;
+std::string Workbench::reason_to_stay(std::size_t composition, const looks::CompositionCalls& calls) const {
+    if (calls.is_any_computed) return "an expression works out at run time which composition it asks for";
+    if (calls.layers.empty()) return "";
+    const std::vector<Composition>& all = compositions_->all;
+    std::set<std::string> names = all[composition].shown_as;
     names.insert(name(composition));
     for (const std::string& name : names) {
-        if (c.called.contains(name))
-            return "an expression asks for composition " + document::encode_string(name) + " and its layers";
+        const auto found = calls.layers.find(name);
+        if (found == calls.layers.end()) continue;
+        const auto has_name = [&name](const Composition& one) {
+            return one.name == name || one.shown_as.contains(name);
+        };
+        const bool is_main_alone = composition == 0 && std::none_of(all.begin() + 1, all.end(), has_name);
+        if (is_main_alone && found->second) continue;
+        return "an expression asks for composition " + document::encode_string(name) + " and its layers";
     }
     return "";
 }

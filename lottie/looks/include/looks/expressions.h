@@ -1,14 +1,23 @@
 // What an expression asks for, told from its text.
 #pragma once
 
+#include <map>
+#include <optional>
+#include <set>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace lottie::looks {
 
-// The names in its calls of comp(), in their order; an empty one where it works out at run time which one it asks for.
-std::vector<std::string> compositions_asked_for(std::string_view expression);
+// The calls of comp() in an animation's expressions.
+struct CompositionCalls {
+    // By the names given to it: the layers that are asked for by name, to read what they hold; none where anything else
+    // of the composition may be read.
+    std::map<std::string, std::optional<std::set<std::string>>> layers;
+    bool is_any_computed = false;  // whether one works out at run time which composition it asks for
+};
+// Takes every string with such a call for an expression.
+CompositionCalls find_composition_calls(std::string_view animation);
 
 // Whether it plays its property's keyframes again and again, all of them.
 bool is_cycle(std::string_view expression);

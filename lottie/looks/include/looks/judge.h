@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "looks/evaluation.h"
+#include "looks/expressions.h"
 #include "looks/finding.h"
 #include "looks/work.h"
 
@@ -114,6 +115,8 @@ class Judge {
 
     // What was accepted, in its order. To be asked for once, at the end.
     std::vector<StackChange> take_steps();
+
+    const CompositionCalls& composition_calls() const;  // of the animation that it was given
 
     // Of the animation as it stands.
     std::size_t byte_count() const;

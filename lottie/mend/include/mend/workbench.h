@@ -37,8 +37,9 @@ class Workbench {
     // The nests that it holds now, top to bottom.
     const std::vector<Nest>& nests(std::size_t composition) const;
     // Why a composition must keep its layers: an expression somewhere asks for it by a name that it or a
-    // nest of it has, or works out at run time which one it asks for. Empty if none does.
-    std::string reason_to_stay(std::size_t composition) const;
+    // nest of it has, or works out at run time which one it asks for. Empty if none does, or if only layers of the main
+    // composition are asked for by name, which the judge looks at.
+    std::string reason_to_stay(std::size_t composition, const looks::CompositionCalls& calls) const;
     // Those that can be seen, each behind all that it shows.
     std::vector<std::size_t> innermost_first() const;
 
