@@ -50,8 +50,11 @@ void walk_with_path(const Json& value, std::string& path, Visit& visit) {
 
 const Json& LayerPart::json() const {
     if (!json_) {
+        constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag |
+                                    rapidjson::kParseStopWhenDoneFlag;  // at the bracket that ends the text
+        rapidjson::StringStream stream(text_.data());
         rapidjson::Document document(&arena_->values);
-        document.Parse<rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag>(text_.data(), text_.size());
+        document.ParseStream<kFlags>(stream);
         if (document.HasParseError()) throw std::runtime_error("the animation cannot be read");
         json_.emplace();
         json_->Swap(document);
