@@ -107,5 +107,21 @@ TEST(Programs, a_text_that_failed_fails_again_at_its_line) {
     EXPECT_EQ(world.error(text), first);
 }
 
+// The first engine compiles the text, the second one runs what came of it.
+TEST(Programs, a_text_does_the_same_in_every_engine_that_shares_the_limits) {
+    const Limits limits;
+    const std::string text =
+        "var made = typeof made; function fails() {\n missing(); }\nvar named = function own(n) { "
+        "return n > 0 ? own(n - 1) : 'end'; };" +
+        std::string(2'000, ' ') + "[made, named(2), fails.length, named.name].join();";
+    for (int i = 0; i < 3; ++i) {
+        World world(limits);
+        EXPECT_EQ(world.run(text), "undefined,end,0,own") << i;
+        EXPECT_THAT(world.error("fails()"), HasSubstr("at line 2.")) << i;
+        EXPECT_EQ(world.run(text), "string,end,0,own") << i;
+    }
+    EXPECT_THAT(limits.compiled->find(text), testing::NotNull());
+}
+
 }  // namespace
 }  // namespace script_test

@@ -8,6 +8,7 @@
 #include <string>
 #include <string_view>
 
+#include "script/compiled_scripts.h"
 #include "script/shared_time.h"
 
 namespace host::model {
@@ -40,6 +41,8 @@ struct Limits {
     std::chrono::milliseconds time = std::chrono::seconds(30);  // of one run
     // Shared by all runs of all engines given a copy of these limits. Once it is used up, no script starts.
     std::shared_ptr<SharedTime> time_of_all = std::make_shared<SharedTime>(std::chrono::minutes(2));
+    // Shared likewise, so that a script is compiled once.
+    std::shared_ptr<CompiledScripts> compiled = std::make_shared<CompiledScripts>();
 };
 
 // Scripts see the language's standard objects (without JSON), `app`, `PREFType`, `Window`, alert(), isValid() and the

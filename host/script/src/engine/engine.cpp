@@ -34,8 +34,9 @@ duk_ret_t run_job(duk_context* ctx, void* pointer) {
 }
 
 duk_ret_t set_up(duk_context* ctx, void* programs) {
-    ScriptEnvironment::of(ctx).define_object_cache(ctx);
-    static_cast<Programs*>(programs)->define(ctx);
+    ScriptEnvironment& environment = ScriptEnvironment::of(ctx);
+    environment.define_object_cache(ctx);
+    static_cast<Programs*>(programs)->define(ctx, *environment.heap.limits().compiled);
     define_globals(ctx);
     define_app(ctx);
     define_items(ctx);

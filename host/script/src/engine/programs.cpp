@@ -1,7 +1,10 @@
 // Runs scripts: compiled ones again, and rows of plain statements.
 #include "engine/programs.h"
 
+#include <cstring>
+
 #include "engine/plain_statements.h"
+#include "script/compiled_scripts.h"
 #include "text.h"
 
 namespace host::script {
@@ -39,7 +42,8 @@ std::string function_of(const PlainStatement& statement) {
 
 }  // namespace
 
-void Programs::define(duk_context* ctx) {
+void Programs::define(duk_context* ctx, CompiledScripts& compiled) {
+    compiled_ = &compiled;
     duk_push_global_stash(ctx);
     duk_push_array(ctx);
     keeper_ = duk_get_heapptr(ctx, -1);
@@ -73,14 +77,31 @@ void* Programs::keep_top(duk_context* ctx, duk_uarridx_t place) {
 }
 
 void Programs::run_whole(duk_context* ctx, std::string_view text) {
-    compile(ctx, text);
     if (text.size() >= kMinSize && text.size() <= kMaxSize) {
-        const std::size_t place = next_text_++ % kTexts;
-        texts_[place] = {};
-        void* function = keep_top(ctx, static_cast<duk_uarridx_t>(place));
-        texts_[place] = {std::string(text), function};
+        push_kept(ctx, text);
+    } else {
+        compile(ctx, text);
     }
     duk_call(ctx, 0);
+}
+
+void Programs::push_kept(duk_context* ctx, std::string_view text) {
+    if (const std::string* bytecode = compiled_->find(text)) {
+        std::memcpy(duk_push_fixed_buffer(ctx, bytecode->size()), bytecode->data(), bytecode->size());
+        duk_load_function(ctx);
+    } else {
+        compile(ctx, text);
+        duk_dup_top(ctx);
+        duk_dump_function(ctx);
+        duk_size_t size = 0;
+        const auto* made = static_cast<const char*>(duk_get_buffer(ctx, -1, &size));
+        compiled_->add(text, {made, size});
+        duk_pop(ctx);
+    }
+    const std::size_t place = next_text_++ % kTexts;
+    texts_[place] = {};
+    void* function = keep_top(ctx, static_cast<duk_uarridx_t>(place));
+    texts_[place] = {std::string(text), function};
 }
 
 // Pops the function.

@@ -11,6 +11,7 @@
 
 namespace host::script {
 
+class CompiledScripts;
 struct PlainRow;
 
 // Keeps recently run longer scripts compiled. Rows of plain statements are long and come once, so each statement's
@@ -18,7 +19,7 @@ struct PlainRow;
 class Programs {
   public:
     // Must come first: creates the array that keeps functions alive.
-    void define(duk_context* ctx);
+    void define(duk_context* ctx, CompiledScripts& compiled);
 
     // Runs a script, whatever its bytes, and pushes the value of its last statement. Throws as the engine does; a
     // script that does not compile has not started to run.
@@ -31,6 +32,7 @@ class Programs {
     };
 
     void run_whole(duk_context* ctx, std::string_view text);
+    void push_kept(duk_context* ctx, std::string_view text);
     void run_row(duk_context* ctx, const PlainRow& row);
     void run_declarations(duk_context* ctx, std::string_view text);
     void* keep_top(duk_context* ctx, duk_uarridx_t place);
@@ -41,6 +43,7 @@ class Programs {
     std::array<Kept, kTexts> texts_;
     std::size_t next_text_ = 0;
     std::unordered_map<std::string, void*> shapes_;
+    CompiledScripts* compiled_ = nullptr;
     void* keeper_ = nullptr;  // an engine array that keeps the functions alive
 };
 
