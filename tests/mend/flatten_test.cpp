@@ -54,9 +54,12 @@ INSTANTIATE_TEST_SUITE_P(Reasons, EachCase, testing::ValuesIn(all_cases()), [](c
 });
 
 TEST(Flatten, what_keeps_a_nest_that_fades_is_told) {
-    const auto told = [](const std::vector<std::string>& layers, const std::string& why) {
+    const auto told = [](const std::vector<std::string>& layers, const std::string& why,
+                         const std::string& ground = "#cccccc") {
         const std::string faded = transform({{"o", still("50")}});
-        const cli::Flattened flat = cli::flatten_animation(inside(layers, {{"ks", faded}}), plugin(), {});
+        const std::string text =
+            animation({.nest = {{"ks", faded}}, .inside = layers, .below = {solid(20, "ground", 100, 100, ground)}});
+        const cli::Flattened flat = cli::flatten_animation(text, plugin(), {});
         ASSERT_EQ(flat.nests.size(), 1U);
         EXPECT_EQ(flat.nests[0].kept_because, "opacity: its opacity of 50 % would be in each layer's own, but " + why);
     };
@@ -68,6 +71,8 @@ TEST(Flatten, what_keeps_a_nest_that_fades_is_told) {
          "the layers lie so far apart that some players draw them blurred as a group and sharp by themselves");
     told({red({{"ks", at(0, 0)}}), solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(45, 45)}})},
          "the layers are so large that what players round shows");
+    told({square(1, 20), square(2, 60)}, "some players draw what is black or nearly so darker without the group",
+         "#000000");
 }
 
 TEST(Flatten, what_a_remedy_cannot_mend_is_told_rather_than_the_remedy) {

@@ -187,7 +187,25 @@ std::vector<Scene> opacity_scenes() {
     const std::string itself_fading =
         transform({{"p", still("[60,20,0]")}, {"o", keyed({{0, "20"}, {6, "100"}, {14, "60"}})}});
     const std::string hold = R"({"a":1,"k":[{"t":0,"s":[100],"h":1},{"t":10,"s":[0],"h":1}]})";
+    const std::string ground = solid(20, "ground", 100, 100, "#cccccc");
+    const auto with_ground = [&](const std::vector<std::string>& below, const std::vector<std::string>& above = {}) {
+        return animation({.above = above,
+                          .nest = {{"ks", faded}},
+                          .inside = {square(1, "left", 20), square(2, "right", 60)},
+                          .below = below});
+    };
+    const std::string filled = R"({"ty":"gr","it":[{"ty":"rc","p":{"a":0,"k":[50,50]},"s":{"a":0,"k":[100,100]},)"
+                               R"("r":{"a":0,"k":0}},{"ty":"fl","c":{"a":0,"k":[0,0.6,0,1]},"o":{"a":0,"k":100}},)"
+                               R"({"ty":"tr","p":{"a":0,"k":[0,0]},"o":{"a":0,"k":100}}]})";
     return {
+        {Reason::opacity, "layers over a black ground, which some players draw darker without the group",
+         Outcome::stays, with_ground({solid(20, "ground", 100, 100, "#000000")})},
+        {Reason::opacity, "layers over a filled ground without red and blue", Outcome::stays,
+         with_ground({shape_layer(20, "ground", filled)})},
+        {Reason::opacity, "layers over a speck of black", Outcome::mended,
+         with_ground({solid(19, "speck", 6, 6, "#000000"), ground})},
+        {Reason::opacity, "layers below a black one", Outcome::mended,
+         with_ground({ground}, {solid(30, "cover", 20, 20, "#000000")})},
         {Reason::opacity, "layers that lie apart", Outcome::mended,
          inside({square(1, "left", 20), square(2, "right", 60)}, {{"ks", faded}})},
         {Reason::opacity, "keyframes over layers that lie apart", Outcome::mended,
@@ -396,6 +414,11 @@ std::vector<Scene> matte_used_scenes() {
          matted(filled, "1", {red(), blue()})},
         {Reason::matte_used, "a half transparent path", Outcome::stays, matted(soft, "1", small)},
         {Reason::matte_used, "the brightness of a path", Outcome::stays, matted(filled, "3", small)},
+        {Reason::matte_used, "a filled path over a black ground", Outcome::stays,
+         animation({.above = {filled},
+                    .nest = {{"tt", "1"}},
+                    .inside = small,
+                    .below = {solid(20, "ground", 100, 100, "#000000")}})},
         {Reason::matte_used, "a plain solid", Outcome::mended,
          matted(solid(9, "stencil", 30, 60, "#000000", {{"td", "1"}, {"ks", at(25, 15)}}), "1", small)},
         {Reason::matte_used, "an ellipse", Outcome::mended, matted(figure("el", "0"), "1", small)},

@@ -1,5 +1,7 @@
 """Random animations that the renderer of the tests accepts: it takes few spellings. Each leaves out most of what keeps a nest
 from becoming flat, now this, now that."""
+from random import Random
+
 from animations import Maker, Raw, Writer
 
 # How often a layer has each, in animations that have it; those that have not are the more.
@@ -87,6 +89,19 @@ class CalmMaker(Maker):
         return made
 
 
+def ground(random, document):
+    """A plain layer below all others, in a color that may lack red, green or blue."""
+    color = random.choice(["#000000", "#0030a0", "#ffe000", "#203040", "#ffffff"])
+    still = {"a": Raw("0"), "k": Raw("100")}
+    return {"ddd": Raw("0"), "ind": Raw("7777"), "ty": Raw("1"), "nm": "ground", "sr": Raw("1"), "ks": {"o": still},
+            "ao": Raw("0"), "sw": document["w"], "sh": document["h"], "sc": color, "ip": Raw("-100"), "op": Raw("200"),
+            "st": Raw("0"), "bm": Raw("0")}
+
+
 def calm_animation(random):
     """The text of an animation whose main composition has at least one nest."""
-    return Writer(random).text(CalmMaker(random).document())
+    document = CalmMaker(random).document()
+    apart = Random(random.getstate()[1][0])  # leaves to each seed the animation that it made before there were grounds
+    if apart.random() < 0.3:
+        document["layers"].append(ground(apart, document))
+    return Writer(random).text(document)

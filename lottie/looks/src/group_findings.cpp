@@ -3,6 +3,7 @@
 #include <cmath>
 #include <set>
 
+#include "dark_ground.h"
 #include "effects.h"
 #include "findings.h"
 #include "held.h"
@@ -27,6 +28,8 @@ const char* sentence_of(FadeLoss loss) {
             return "the fills and strokes of a layer show through one another";
         case FadeLoss::overlap:
             return "layers that lie over one another show through";
+        case FadeLoss::darker:
+            return "some players draw what is black or nearly so darker without the group";
         case FadeLoss::scattered:
             return "the layers lie so far apart that some players draw them blurred as a group and sharp by themselves";
         default:
@@ -232,7 +235,7 @@ void find_given_matte(Unnesting& u) {
 void find_mattes(Unnesting& u) {
     const SceneLayer& nest = u.nest();
     if (const auto place = u.stack().matte(u.nest_place())) {
-        const bool is_harmless = nest.matte_mode == 1 && shows_everything(u, *place);
+        const bool is_harmless = nest.matte_mode == 1 && shows_everything(u, *place) && !is_ground_dark(u);
         const std::string matte = quoted(u.stack().layer(*place).name);
         if (!is_harmless && u.held_cut().matte) {
             u.add({Reason::matte_used,

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "dark_ground.h"
 #include "effects.h"
 #include "scatter.h"
 
@@ -87,6 +88,7 @@ FadeLoss fade_loss(Unnesting& u) {
     const Property& nest = u.nest().transform().opacity;
     if (nest.has_expression()) return FadeLoss::not_taken;
     const bool is_single = u.inside().size() == 1;  // drawn as it is by every player
+    bool is_ever_faded = false;
     for (const double frame : u.nest_frames()) {
         const double of_nest = nest.at(frame)[0];
         const double inner_frame = u.inner_frame(frame);
@@ -100,9 +102,10 @@ FadeLoss fade_loss(Unnesting& u) {
         }
         const bool is_faded = of_nest > 0 && of_nest < 100;
         if (!is_faded || is_single) continue;
+        is_ever_faded = true;
         if (const FadeLoss loss = loss_by_fading(u, frame); loss != FadeLoss::none) return loss;
     }
-    return FadeLoss::none;
+    return is_ever_faded && is_ground_dark(u) ? FadeLoss::darker : FadeLoss::none;
 }
 
 bool holds_blend_mode(Unnesting& u) {

@@ -12,6 +12,7 @@ enum class FadeLoss {
     several_paints,  // a layer has several fills and strokes, which some players fade one by one
     overlap,         // pictures lie over one another while the nest's opacity is between 0 and 100 %
     scattered,       // they lie far apart, see scatter.h
+    darker,          // some players draw what is black or nearly so darker without the group, see dark_ground.h
     rounding,        // they are so large that the last bit of what players round otherwise adds up
 };
 FadeLoss fade_loss(Unnesting& unnesting);

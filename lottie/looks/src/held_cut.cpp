@@ -6,6 +6,7 @@
 #include <memory>
 #include <string>
 
+#include "dark_ground.h"
 #include "effects.h"
 #include "one_outline.h"
 #include "path.h"
@@ -112,7 +113,7 @@ class HeldCutFinder {
         held.is_blurred = is_all_cut && is_blurred_together();
         is_all_cut = is_all_cut && !held.is_blurred;
         held.masks = is_all_cut && !matte_;
-        held.matte = is_all_cut && matte_ && is_matte_gone() && !is_rounding_seen();
+        held.matte = is_all_cut && matte_ && is_matte_gone() && !is_rounding_seen() && !is_ground_dark(u_);
         return held;
     }
 

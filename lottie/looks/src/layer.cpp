@@ -69,6 +69,8 @@ void SceneLayer::read_member(const std::string& key, std::string_view value) {
         name = string_of(value);
     } else if (key == "refId") {
         source = string_of(value);
+    } else if (key == "sc") {
+        color = string_of(value);
     } else if (key == "ind") {
         number = optional_number(value);
     } else if (key == "parent") {

@@ -31,6 +31,7 @@ class SceneLayer {
     bool is_adjustment_by_type = false;
     std::string name;
     std::string source;            // asset id
+    std::string color;             // of a solid, such as "#ff0000"
     std::optional<double> number;  // that other layers know it by
     std::optional<double> parent;  // numbers of other layers
     std::optional<double> matte;

@@ -58,6 +58,9 @@ class Survey {
     // them leaves the plane, and nothing moves in a way that players differ in.
     bool has_reliable_placement(std::size_t layer) const;
 
+    // Of each layer, see dark_ground.h; worked out when somebody asks.
+    std::optional<std::vector<double>> darkness;
+
     // How many compositions lie inside one another, this one being 1.
     std::size_t levels() const { return levels_; }
 

@@ -1,0 +1,85 @@
+// Large plain areas that lack red, green or blue.
+#include "dark_ground.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "one_outline.h"
+#include "path.h"
+
+namespace lottie::looks {
+namespace {
+
+constexpr double kMostBlack = 0.005;  // of the picture: likeness is told by brightness, which steps from 0 to 1 here
+constexpr double kMostLacking = 0.05;
+constexpr double kDark = 1.0 / 255;
+constexpr std::size_t kStepsPerLayer = 4;
+
+const Json* fill_of(Json::ConstArray shapes) {
+    for (const Json& shape : shapes) {
+        if (text_member(shape, "ty") == "fl") return &shape;
+        if (const Json* fill = fill_of(array_member(shape, "it"))) return fill;
+    }
+    return nullptr;
+}
+
+// How many of red, green and blue the only color of a layer lacks.
+std::size_t count_lacking(const SceneLayer& layer) {
+    std::size_t count = 0;
+    if (layer.type == LayerType::solid) {
+        for (std::size_t at = 1; at < 7 && at < layer.color.size(); at += 2)
+            count += layer.color.compare(at, 2, "00") == 0;
+        return count;
+    }
+    const Property color(member(*fill_of(layer.array("shapes")), "c"), {1, 1, 1});
+    const Values first = color.at(layer.in);
+    return static_cast<std::size_t>(
+        std::count_if(first.begin(), first.end(), [](double part) { return part < kDark; }));
+}
+
+// Of the composition, at the frame at which the layer begins.
+double share_of(Survey& survey, std::size_t place, const OneOutline& outline) {
+    const Stack& stack = survey.stack();
+    const double frame = std::max(stack.layer(place).in, stack.first_frame);
+    const Outline path = PathProperty(outline.path).at(frame);
+    const Hull hull = hull_of(path.points);
+    if (area(hull) <= 0) return 0;
+    const Hull seen = cut(mapped(hull, outline.place.then(survey.placement().world(place, frame))),
+                          hull_of(Box{0, 0, stack.width, stack.height}));
+    return area(seen) * std::abs(area(path.points)) / area(hull) / (stack.width * stack.height);
+}
+
+// Of each layer; at most 1 where nobody sees it.
+std::vector<double> darkness_of_layers(Survey& survey) {
+    std::vector<double> darkness(survey.stack().size());
+    for (std::size_t place = 0; place < darkness.size(); ++place) {
+        const SceneLayer& layer = survey.stack().layer(place);
+        const auto outline = layer.draws() ? one_outline(layer) : std::nullopt;
+        const std::size_t lacking = outline ? count_lacking(layer) : 0;
+        if (lacking == 0) continue;
+        const double share = share_of(survey, place, *outline);
+        darkness[place] = lacking == 3 ? share / kMostBlack : share / kMostLacking * static_cast<double>(lacking);
+    }
+    return darkness;
+}
+
+}  // namespace
+
+bool is_ground_dark(Unnesting& u) {
+    Surveys& surveys = u.comparison().surveys();
+    const Stack& main = surveys.scene().main();
+    return std::any_of(surveys.scene().stacks.begin(), surveys.scene().stacks.end(), [&](const auto& entry) {
+        Survey* survey = entry.first == u.inside().id ? nullptr : surveys.find(entry.first);
+        if (survey == nullptr) return false;
+        std::optional<std::vector<double>>& darkness = survey->darkness;
+        u.comparison().spend(kStepsPerLayer * survey->stack().size());
+        if (!darkness) darkness = darkness_of_layers(*survey);
+        const double size = survey->stack().width * survey->stack().height / (main.width * main.height);
+        const bool is_around = entry.first == u.stack().id;
+        const auto below = static_cast<std::ptrdiff_t>(is_around ? u.nest_place() + 1 : 0);
+        return std::any_of(darkness->begin() + below, darkness->end(),
+                           [size](double one) { return one * std::min(1.0, size) > 1; });
+    });
+}
+
+}  // namespace lottie::looks
