@@ -6,7 +6,6 @@
 #include <cmath>
 
 #include "document/json_text.h"
-#include "document/patch.h"
 
 namespace lottie::mend {
 namespace {
@@ -226,17 +225,17 @@ bool operator==(const KeyValue& a, const KeyValue& b) {
 }
 
 KeyValue KeyValue::with(std::vector<double> other) const {
-    document::Patch patch;
+    std::string text;
     std::size_t i = 0;
+    std::size_t behind = 0;  // the number before
     NumberFinder finder(text_);
     while (const auto number = finder.next()) {
-        std::string spelling;
-        document::append_number(spelling, other.at(i++));
-        patch.replace(*number, std::move(spelling));
+        text.append(text_, behind, number->begin - behind);
+        document::append_number(text, other.at(i++));
+        behind = number->end;
     }
-    document::OutputText out;
-    patch.write(text_, {0, static_cast<std::uint32_t>(text_.size())}, out);
-    KeyValue value(out.text());
+    text.append(text_, behind);
+    KeyValue value(std::move(text));
     value.numbers_ = std::move(other);
     return value;
 }
@@ -255,8 +254,11 @@ KeyValue KeySpan::at(double frame) const {
         return start.with(path.at(path.parameter_at_length(share_of(*this, 0, x))));
     }
     std::vector<double> numbers;
-    for (std::size_t i = 0; i < start.numbers().size(); ++i)
-        numbers.push_back(between(start.numbers()[i], end.numbers()[i], share_of(*this, i, x)));
+    double share = 0;
+    for (std::size_t i = 0; i < start.numbers().size(); ++i) {
+        if (i == 0 || i < eases.size()) share = share_of(*this, i, x);  // the last ease is that of all others
+        numbers.push_back(between(start.numbers()[i], end.numbers()[i], share));
+    }
     return start.with(std::move(numbers));
 }
 

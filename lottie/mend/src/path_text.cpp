@@ -126,18 +126,18 @@ std::string mapped_path(const std::string& property, const looks::PlaneMap& map)
 std::string path_through(const std::vector<PathAt>& paths) {
     std::vector<std::size_t> keys = {0};
     while (keys.back() + 1 < paths.size()) keys.push_back(straight_end(paths, keys.back()));
-    const auto same = [&](std::size_t key) {
-        return vertices_text(paths[key].vertices) == vertices_text(paths[0].vertices);
-    };
-    if (std::all_of(keys.begin(), keys.end(), same)) return "{\"a\":0,\"k\":" + vertices_text(paths[0].vertices) + "}";
+    std::vector<std::string> texts;
+    for (const std::size_t key : keys) texts.push_back(vertices_text(paths[key].vertices));
+    if (std::count(texts.begin(), texts.end(), texts[0]) == std::ssize(texts))
+        return "{\"a\":0,\"k\":" + texts[0] + "}";
     std::string out = "{\"a\":1,\"k\":[";
-    for (const std::size_t key : keys) {
-        if (key != 0) out += ',';
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+        if (i != 0) out += ',';
         out += "{";
-        if (key != keys.back()) out += R"("i":{"x":0.833,"y":0.833},"o":{"x":0.167,"y":0.167},)";
+        if (i + 1 != keys.size()) out += R"("i":{"x":0.833,"y":0.833},"o":{"x":0.167,"y":0.167},)";
         out += "\"t\":";
-        document::append_number(out, paths[key].frame);
-        out += ",\"s\":[" + vertices_text(paths[key].vertices) + "]}";
+        document::append_number(out, paths[keys[i]].frame);
+        out += ",\"s\":[" + texts[i] + "]}";
     }
     return out + "]}";
 }
