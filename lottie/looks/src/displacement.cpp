@@ -47,6 +47,14 @@ bool are_alike(const Matrix& a, const Matrix& b) {
     return distance(hull_of(Box{-kFar, -kFar, kFar, kFar}), a, b) < kNothing / 100;
 }
 
+bool surely_lies_alike(const Matrix& a, const Matrix& b, Survey& survey, std::size_t place, double frame) {
+    const auto is_within = [&](const Box& box) { return distance(hull_of(box), a, b) < kNothing / 2; };
+    // What the extent is where it cannot be told; to ask about it first costs little.
+    if (!is_within(Box{0, 0, survey.stack().width, survey.stack().height})) return false;
+    const auto box = survey.box_around_reach(place, frame);
+    return box && is_within(*box);
+}
+
 Hull extent(Survey& survey, std::size_t place, double frame) {
     const Hull& hull = survey.reach(place, frame);
     return area(hull) > 0 ? hull : hull_of(Box{0, 0, survey.stack().width, survey.stack().height});

@@ -19,6 +19,8 @@ struct Offset {
 
 // Whether no point of any picture lies elsewhere; much cheaper than to ask where it reaches.
 bool are_alike(const Matrix& a, const Matrix& b);
+// Whether no point of the layer's picture lies elsewhere by as much as counts. False does not say the opposite.
+bool surely_lies_alike(const Matrix& a, const Matrix& b, Survey& survey, std::size_t place, double frame);
 // Around the layer's picture; one that cannot be told is taken to be as large as the composition.
 Hull extent(Survey& survey, std::size_t place, double frame);
 // Of what `hull` holds, between two places in a stack.

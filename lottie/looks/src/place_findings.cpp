@@ -36,6 +36,7 @@ Displacement compare_copies(Unnesting& u) {
         const Matrix& after = u.result_placement().world(copy.result, frame);
         if (are_alike(before, after)) return {};
         if (is_placed_by_expression(u, copy) && is_out_of_sight(u, copy, frame)) return {-1};
+        if (surely_lies_alike(before, after, u.inside_survey(), copy.inner, inner_frame)) return {};
         return offset_between(before, after, extent(u.inside_survey(), copy.inner, inner_frame), u.stack());
     });
     Displacement all;

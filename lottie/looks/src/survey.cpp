@@ -156,8 +156,8 @@ const Hull& Survey::reach_in_stack(std::size_t place, double frame) {
     return about.reach;
 }
 
-// Around all that reach() can be; masks left aside.
-std::optional<Box> Survey::own_box(const SceneLayer& layer, double frame) {
+std::optional<Box> Survey::box_around_reach(std::size_t place, double frame) {
+    const SceneLayer& layer = stack_->layer(place);
     switch (layer.type) {
         case LayerType::nest:
         case LayerType::solid:
@@ -181,7 +181,7 @@ bool Survey::surely_lies_within(std::size_t place, double frame, const Box& box)
 }
 
 bool Survey::is_told_to_lie_within(std::size_t place, double frame, const Box& box) {
-    const auto own = own_box(stack_->layer(place), frame);
+    const auto own = box_around_reach(place, frame);
     if (!own) return false;
     if (own->left > own->right || own->top > own->bottom) return true;
     const Box placed = mapped(*own, placement_.world(place, frame));

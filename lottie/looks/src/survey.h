@@ -38,8 +38,10 @@ class Survey {
     // into account; of a nest, what its layers reach of its frame. Texts are estimated from their size. Without area
     // when the layer draws nothing then.
     const Hull& reach(std::size_t layer, double frame);
-    // The same in the coordinates of the stack, parents and a matte taken into account; nothing when it is off or
-    // transparent then.
+    // Around all that reach() can be, found with little work; masks left aside. Nothing where it cannot be told so.
+    std::optional<Box> box_around_reach(std::size_t layer, double frame);
+    // What reach() says in the coordinates of the stack, parents and a matte taken into account; nothing when it is off
+    // or transparent then.
     const Hull& reach_in_stack(std::size_t layer, double frame);
     // Whether reach_in_stack() surely lies within a box, as far as that can be told with little work.
     bool surely_lies_within(std::size_t layer, double frame, const Box& box);
@@ -85,7 +87,6 @@ class Survey {
     bool nest_stands_still(const SceneLayer& nest);
     bool is_told_to_lie_within(std::size_t layer, double frame, const Box& box);
     bool takes_room(std::size_t points);
-    std::optional<Box> own_box(const SceneLayer& layer, double frame);
     const Hull* kept_reach(std::size_t layer, double frame) const;
     void keep_reach(std::size_t layer, double frame);
     Hull work_out_reach(std::size_t layer, double frame);
