@@ -47,8 +47,10 @@ const Matrix& Placement::world(std::size_t layer, double frame) {
     work_.spend(kStepsPerTransform * chain_.size());
     for (auto link = chain_.rbegin(); link != chain_.rend(); ++link) {
         Known& known = *link->second;
-        known.world = stack_.layer(link->first).transform().at(frame);
-        if (above != nullptr) known.world = known.world.then(above->world);
+        const Transform& transform = stack_.layer(link->first).transform();
+        if (std::isnan(known.frame) || !transform.stands_still_between(known.frame, frame))
+            known.own = transform.at(frame);
+        known.world = above == nullptr ? known.own : known.own.then(above->world);
         known.frame = frame;
         above = &known;
     }

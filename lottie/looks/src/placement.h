@@ -26,6 +26,7 @@ class Placement {
     struct Known {
         Movement movement = Movement::unknown;
         double frame = std::numeric_limits<double>::quiet_NaN();  // of `world`; not a number when there is none
+        Matrix own;                                               // without its parents
         Matrix world;
     };
 

@@ -142,6 +142,7 @@ void Property::read_keys(const Json& keys) {
         key.has_path = member(json, "to") != nullptr;
         keys_.push_back(key);
         key_times_.push_back(key.time);
+        last_time_ = std::max(last_time_, key.time);
     }
 }
 
@@ -211,6 +212,13 @@ Values Property::at(double frame) const {
                                        [](double time, const Key& key) { return time < key.time; });
     const Key& key = *std::prev(next);
     return next == keys_.end() ? key.value : in_segment(key, next->time - key.time, frame);
+}
+
+bool Property::stands_still_between(double a, double b) const {
+    if (!is_animated_) return true;
+    if (keys_.empty()) return false;
+    const double first = keys_.front().time;
+    return (a < first && b < first) || (a >= last_time_ && b >= last_time_);
 }
 
 bool Property::find_animation() const {

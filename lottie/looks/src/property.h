@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <limits>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,6 +24,9 @@ class Property {
     Values at(double frame) const;
     // Whether any two frames may differ, expressions left aside.
     bool is_animated() const { return is_animated_; }
+    // Whether the value is surely the same at both frames: it is never another, or they come before all keyframes or
+    // behind them.
+    bool stands_still_between(double a, double b) const;
     bool has_expression() const { return has_expression_; }
     // Whether all players come by the same values: some know but one ease for x and y, and are off on long bent paths
     // by more than a part of `pixel`, the smallest distance that is seen.
@@ -64,6 +68,7 @@ class Property {
     std::vector<Key> keys_;
     std::vector<Property> separated_;  // x, y and z, or empty
     std::vector<double> key_times_;
+    double last_time_ = -std::numeric_limits<double>::infinity();  // of its own keyframes
     bool has_expression_ = false;
     bool is_animated_ = false;
     mutable std::optional<PathLengths> measured_;  // of the path that was asked for last: frames come in order

@@ -64,6 +64,13 @@ Matrix Transform::at(double frame) const {
     return matrix.then(Matrix::translation(p[0], p[1], -p[2]));
 }
 
+bool Transform::stands_still_between(double a, double b) const {
+    if (is_auto_oriented) return false;  // it looks a little ahead
+    const Property* all[] = {&anchor, &position, &scale, &rotation, &turn_x, &turn_y, &orientation};
+    return std::all_of(std::begin(all), std::end(all),
+                       [=](const Property* p) { return p->stands_still_between(a, b); });
+}
+
 bool Transform::has_expression() const {
     const Property* all[] = {&anchor, &position, &scale, &rotation, &turn_x, &turn_y, &orientation, &opacity};
     return std::any_of(std::begin(all), std::end(all), [](const Property* p) { return p->has_expression(); });

@@ -14,6 +14,8 @@ class Transform {
     // The layer's own matrix. Separate from its parents'.
     Matrix at(double frame) const;
     bool is_animated() const { return is_animated_; }  // opacity left aside
+    // Whether the matrix is the same at both frames, as far as that can be told at a glance.
+    bool stands_still_between(double a, double b) const;
     bool has_expression() const;
     // Whether it leaves the plane at any time.
     bool is_spatial() const { return is_spatial_; }
