@@ -2,10 +2,8 @@
 #include "dark_ground.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "one_outline.h"
-#include "path.h"
 
 namespace lottie::looks {
 namespace {
@@ -37,27 +35,17 @@ std::size_t count_lacking(const SceneLayer& layer) {
         std::count_if(first.begin(), first.end(), [](double part) { return part < kDark; }));
 }
 
-// Of the composition, at the frame at which the layer begins.
-double share_of(Survey& survey, std::size_t place, const OneOutline& outline) {
-    const Stack& stack = survey.stack();
-    const double frame = std::max(stack.layer(place).in, stack.first_frame);
-    const Outline path = PathProperty(outline.path).at(frame);
-    const Hull hull = hull_of(path.points);
-    if (area(hull) <= 0) return 0;
-    const Hull seen = cut(mapped(hull, outline.place.then(survey.placement().world(place, frame))),
-                          hull_of(Box{0, 0, stack.width, stack.height}));
-    return area(seen) * std::abs(area(path.points)) / area(hull) / (stack.width * stack.height);
-}
-
-// Of each layer; at most 1 where nobody sees it.
+// Of each layer, where it begins; at most 1 where nobody sees it.
 std::vector<double> darkness_of_layers(Survey& survey) {
-    std::vector<double> darkness(survey.stack().size());
+    const Stack& stack = survey.stack();
+    const Hull view = hull_of(Box{0, 0, stack.width, stack.height});
+    std::vector<double> darkness(stack.size());
     for (std::size_t place = 0; place < darkness.size(); ++place) {
-        const SceneLayer& layer = survey.stack().layer(place);
-        const auto outline = layer.draws() ? one_outline(layer) : std::nullopt;
-        const std::size_t lacking = outline ? count_lacking(layer) : 0;
+        const SceneLayer& layer = stack.layer(place);
+        const std::size_t lacking = layer.draws() && one_outline(layer) ? count_lacking(layer) : 0;
         if (lacking == 0) continue;
-        const double share = share_of(survey, place, *outline);
+        const Hull& reach = survey.reach_in_stack(place, std::max(layer.in, stack.first_frame));
+        const double share = area(cut(reach, view)) / (stack.width * stack.height);
         darkness[place] = lacking == 3 ? share / kMostBlack : share / kMostLacking * static_cast<double>(lacking);
     }
     return darkness;
