@@ -225,6 +225,12 @@ def long_expression(n):
     return with_nest([solid(1, "a", ks=transform(o={"a": 0, "k": 100, "x": text})), solid(2, "b")])
 
 
+def composition_calls(n):
+    """An expression that asks for as many compositions, each by a variable."""
+    text = "".join(f"var c{i} = 'comp {i}'; comp(c{i}).layer('a').effect('b');" for i in range(n))
+    return with_nest([solid(1, "a", ks=transform(o={"a": 0, "k": 100, "x": text})), solid(2, "b")])
+
+
 def assets(n):
     """Compositions that nobody shows."""
     return animation([nest(1, "c0")], [composition(f"c{i}", [solid(1)]) for i in range(n)])
@@ -241,8 +247,8 @@ def brackets(n):
 
 KINDS = {make.__name__: make for make in (
     siblings, families, chain, doubling, layers, namesakes, parents, outer_parents, mattes, frames, crowd, fading, keyframes,
-    moving_paths, points, shapes, groups, copies, repeaters, masks, nest_masks, effects, expressions, long_expression, assets,
-    long_name, brackets)}
+    moving_paths, points, shapes, groups, copies, repeaters, masks, nest_masks, effects, expressions, long_expression,
+    composition_calls, assets, long_name, brackets)}
 
 
 def text_of(kind, size):

@@ -129,45 +129,45 @@ void Comparison::add_edges(std::vector<double>& frames, const std::vector<std::s
     }
 }
 
-namespace {
-
-std::size_t nests_named(const Stack& stack, const std::string& name) {
-    std::size_t count = 0;
-    for (std::size_t i = 0; i < stack.size(); ++i) {
-        if (stack.layer(i).type == LayerType::nest && stack.layer(i).name == name) ++count;
-    }
-    return count;
-}
-
-}  // namespace
-
 bool Comparison::is_composition_known(const std::string& name) const {
     const auto found = before().nest_names.find(name);
     return before().main().name == name || (found != before().nest_names.end() && found->second > 0);
 }
 
-bool Comparison::is_name_of_this_composition(const std::string& name) const {
+bool Comparison::is_name_of_this_composition(const std::string& name) {
     if (stack().id.empty()) return before().main().name == name;
-    return std::any_of(before().stacks.begin(), before().stacks.end(), [&](const auto& entry) {
-        const Stack& around = *entry.second;
-        for (std::size_t i = 0; i < around.size(); ++i) {
-            if (around.layer(i).source == stack().id && around.layer(i).name == name) return true;
+    if (!names_) {
+        names_.emplace();
+        for (const auto& [id, around] : before().stacks) {
+            spend(around->size());
+            for (std::size_t i = 0; i < around->size(); ++i) {
+                if (around->layer(i).source == stack().id) names_->insert(around->layer(i).name);
+            }
         }
-        return false;
-    });
+    }
+    return names_->contains(name);
 }
 
-bool Comparison::is_composition_known_after(const std::string& name) const {
+bool Comparison::is_composition_known_after(const std::string& name) {
     if (before().main().name == name) return true;
-    const auto found = before().nest_names.find(name);
-    std::size_t count = found == before().nest_names.end() ? 0 : found->second;
-    count += nests_named(result(), name);
-    count -= nests_named(stack(), name);
-    for (const std::string& id : rewritten_.deleted) {
-        const auto* deleted = before().find(id);
-        if (deleted != nullptr) count -= nests_named(**deleted, name);
+    if (!more_nests_named_) {
+        more_nests_named_.emplace();
+        const auto count = [this](const Stack& stack, int each) {
+            for (std::size_t i = 0; i < stack.size(); ++i) {
+                if (stack.layer(i).type == LayerType::nest) (*more_nests_named_)[stack.layer(i).name] += each;
+            }
+        };
+        count(result(), 1);
+        count(stack(), -1);
+        for (const std::string& id : rewritten_.deleted) {
+            const auto* deleted = before().find(id);
+            if (deleted != nullptr) count(**deleted, -1);
+        }
     }
-    return count > 0;
+    const auto found = before().nest_names.find(name);
+    const auto more = more_nests_named_->find(name);
+    const auto count = found == before().nest_names.end() ? 0 : static_cast<std::ptrdiff_t>(found->second);
+    return count + (more == more_nests_named_->end() ? 0 : more->second) > 0;
 }
 
 }  // namespace lottie::looks

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -51,9 +52,9 @@ class Comparison {
 
     // Whether players know a composition by that name: a nest has it, or it is the main composition's.
     bool is_composition_known(const std::string& name) const;
-    bool is_composition_known_after(const std::string& name) const;
+    bool is_composition_known_after(const std::string& name);
     // Whether players may know the composition that the run worked on by that name.
-    bool is_name_of_this_composition(const std::string& name) const;
+    bool is_name_of_this_composition(const std::string& name);
 
   private:
     std::vector<double> whole_frames(double from, double to, const std::vector<std::size_t>& nests) const;
@@ -71,6 +72,9 @@ class Comparison {
     enum class Answer : char { unknown, yes, no };
     std::vector<Answer> lies_as_before_;
     std::vector<double> frames_;
+    // Made when somebody asks.
+    std::optional<std::set<std::string>> names_;  // of a composition that is not the main one
+    std::optional<std::unordered_map<std::string, std::ptrdiff_t>> more_nests_named_;  // after the run than before
 };
 
 }  // namespace lottie::looks

@@ -29,18 +29,19 @@ std::size_t quote_after(std::string_view text, std::size_t at) {
 }
 
 void add_calls(CompositionCalls& calls, const ExpressionUse& use) {
-    std::map<std::string, std::size_t> times;
-    for (const std::string& name : use.compositions) ++times[name];
-    for (const auto& [name, count] : times) {
+    std::map<std::string_view, std::size_t> not_understood;
+    for (const std::string& name : use.compositions) {
+        ++not_understood[name];
         if (name.empty()) calls.is_any_computed = true;
-        auto& layers = calls.layers.try_emplace(name, std::in_place).first->second;
-        std::size_t understood = 0;
-        for (const auto& [composition, layer] : use.layers_elsewhere) {
-            if (composition != name) continue;
-            ++understood;
-            if (layers) layers->insert(layer);
-        }
-        if (understood < count) layers.reset();
+        calls.layers.try_emplace(name, std::in_place);
+    }
+    for (const auto& [composition, layer] : use.layers_elsewhere) {
+        --not_understood[composition];
+        auto& layers = calls.layers[composition];
+        if (layers) layers->insert(layer);
+    }
+    for (const auto& [name, count] : not_understood) {
+        if (count > 0) calls.layers[std::string(name)].reset();
     }
 }
 

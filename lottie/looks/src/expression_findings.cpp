@@ -12,6 +12,8 @@ namespace {
 
 constexpr std::size_t kLongestName = 31;  // bytes; what the command gives a copy
 
+constexpr std::size_t kStepsPerCharacter = 4;  // that is read several times
+
 const char* const kByHand = "correct the expression by hand afterwards, or keep this nest";
 
 // One expression before and after, with the stack that it looks into and what became of that stack's layers.
@@ -75,6 +77,7 @@ class ExpressionFindings {
                 // A copy may have more of them (those of copied effects) at the end of its list, never fewer.
                 const bool is_there = part_after != nullptr && i < part_after->expressions().size();
                 const std::string_view text = is_there ? part_after->expressions()[i].text : std::string_view();
+                c_.spend(kStepsPerCharacter * before_texts[i].text.size());
                 const Case one{layer, after, stack, before_texts[i], text, after.start - layer.start};
                 const ExpressionUse use = read_expression(before_texts[i].text);
                 look_at_names(one);

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdlib>
+#include <map>
 #include <optional>
 
 #include "model/expression_text.h"
@@ -68,7 +69,7 @@ bool is_number(const std::string& word) {
 
 class Reader {
   public:
-    explicit Reader(std::string_view text) : tokens_(host::model::tokenize_expression(text)) {}
+    explicit Reader(std::string_view text) : tokens_(host::model::tokenize_expression(text)) { find_assignments(); }
 
     ExpressionUse read() {
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
@@ -143,18 +144,22 @@ class Reader {
         if (i >= tokens_.size()) return std::nullopt;
         if (tokens_[i].kind == ExpressionTokenKind::string) return tokens_[i].text;
         if (tokens_[i].kind != ExpressionTokenKind::word || !is_mark(i + 1, ")")) return std::nullopt;
-        std::optional<std::string> value;
+        const auto assigned = assigned_.find(tokens_[i].text);
+        return assigned == assigned_.end() ? std::nullopt : assigned->second;
+    }
+
+    void find_assignments() {
         for (std::size_t at = 0; at + 1 < tokens_.size(); ++at) {
-            if (tokens_[at].kind != ExpressionTokenKind::word || tokens_[at].text != tokens_[i].text) continue;
+            if (tokens_[at].kind != ExpressionTokenKind::word) continue;
             const bool is_given = is_mark(at + 1, "=");
             const bool is_changed = tokens_[at + 1].kind == ExpressionTokenKind::mark && is_mark(at + 2, "=");
             if (!is_given && !is_changed) continue;
             const bool is_string =
                 is_given && is_mark(at + 3, ";") && tokens_[at + 2].kind == ExpressionTokenKind::string;
-            if (!is_string || (value && *value != tokens_[at + 2].text)) return std::nullopt;
-            value = tokens_[at + 2].text;
+            const std::optional<std::string> value = is_string ? std::optional(tokens_[at + 2].text) : std::nullopt;
+            const auto [assigned, is_new] = assigned_.emplace(tokens_[at].text, value);
+            if (!is_new && assigned->second != value) assigned->second.reset();
         }
-        return value;
     }
 
     // comp("Name") in comp("Name").layer(1), which `i` is the member of.
@@ -188,6 +193,8 @@ class Reader {
     void read_composition(std::size_t i) { use_.compositions.push_back(argument(i + 2).value_or("")); }
 
     std::vector<ExpressionToken> tokens_;
+    // What variables are given: none where it is no string, or not one alone.
+    std::map<std::string_view, std::optional<std::string>> assigned_;
     ExpressionUse use_;
 };
 
