@@ -222,6 +222,16 @@ TEST(Flatten, keyframes_on_another_clock_are_no_more_than_before) {
         << flat;
 }
 
+// Inside, it is on from frame 5 up to, but not at, frame 10; outside, after frame 5 and still at frame 10.
+TEST(Flatten, a_clock_that_runs_backward_through_whole_frames_turns_the_ends_of_a_layer_around) {
+    Nesting nesting;
+    nesting.nest = {{"tm", keyed({{0, "0.6"}, {15, "0"}})}, {"op", "15"}};
+    nesting.inside = {red({{"ip", "5"}, {"op", "10"}, {"ks", moving_transform()}}), blue()};
+    const cli::Flattened flat = cli::flatten_animation(animation(nesting), plugin(), {});
+    EXPECT_EQ(flat.nests_left, 0U);
+    EXPECT_NE(flat.text.find(R"("ip":5.001,"op":10.001,)"), std::string::npos) << flat.text;
+}
+
 TEST(Flatten, a_nest_that_stays_takes_over_the_clock_around_it) {
     Nesting nesting;
     nesting.nest = {{"tm", keyed({{0, "0.00001"}, {5, "0.20001"}, {9, "0.20001"}, {18, "0.56001"}})}};
