@@ -12,6 +12,7 @@ namespace {
 
 // The likeness of pictures is that of blocks of so many pixels; so much of the area may lie in blocks that differ.
 constexpr double kBlock = 8;
+constexpr double kSeen = 2;  // where all that goes unseen adds up to 1
 constexpr double kUnseenBlocks = 0.002;
 // Pixels: of frames that are this close the first is told, for the last digits of sines differ from machine to machine.
 constexpr double kLevel = 1e-6;
@@ -122,7 +123,9 @@ Worst search(Unnesting& u) {
                 continue;
             Hull reach = u.inside_survey().reach_in_stack(inner, inner_frames[i]);
             if (const auto mask = held.masks ? mask_reach(u.nest(), frame) : std::nullopt) reach = cut(reach, *mask);
-            const Overhang one = is_hidden_anyway(u, inner, frame) ? Overhang{} : overhang(u, reach, frame);
+            Overhang one = is_hidden_anyway(u, inner, frame) ? Overhang{} : overhang(u, reach, frame);
+            // Players differ in where the layer lies, and so in how much of it is to be seen there.
+            if (one.unseen > 0 && !u.inside_survey().has_reliable_placement(inner)) one.unseen = kSeen;
             unseen += one.unseen;
             if (one.width > sliver(u.stack())) {
                 if (!worst.first_frame) worst.first_frame = frame;
