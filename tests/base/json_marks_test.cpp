@@ -10,9 +10,10 @@ namespace {
 
 using namespace host::base;
 
-std::size_t end_of(const std::string& text, std::vector<std::string>* strings = nullptr) {
+std::size_t end_of(const std::string& text, std::vector<std::string>* strings = nullptr,
+                   std::string_view letters = "") {
     const char* behind =
-        behind_json_container(text.data(), text.data() + text.size(), [strings](std::string_view inside) {
+        behind_json_container(text.data(), text.data() + text.size(), letters, [strings](std::string_view inside) {
             if (strings != nullptr) strings->emplace_back(inside);
         });
     return behind == nullptr ? std::string::npos : static_cast<std::size_t>(behind - text.data());
@@ -38,6 +39,27 @@ TEST(JsonMarks, strings_are_told_as_they_are_spelled) {
     std::vector<std::string> strings;
     end_of(R"({"a":"","\"":"[{a long one \\\" with brackets}]\\","é":[1]})", &strings);
     EXPECT_THAT(strings, testing::ElementsAre("a", "", "\\\"", R"([{a long one \\\" with brackets}]\\)", "é"));
+}
+
+// Wherever blocks of characters end, and with an escape or a long string somewhere among them.
+TEST(JsonMarks, strings_that_begin_with_a_wanted_letter_are_told_wherever_they_stand) {
+    const std::string object = R"({"x":[[1],{"tr]}":"[{x"}],"k":{"xyz":"k]"},"":"kk"})";
+    for (const std::string& between :
+         {std::string(), std::string(R"("a\"","\u0078",)"), '"' + std::string(70, '[') + "\","}) {
+        for (std::size_t blanks = 0; blanks < 130; ++blanks) {
+            const std::string text = "[" + object + "," + std::string(blanks, ' ') + between + object + "]";
+            for (const std::string& behind : {std::string(), R"(,"x":")" + std::string(80, 'x') + R"("}])"}) {
+                std::vector<std::string> strings;
+                EXPECT_EQ(end_of(text + behind, &strings, "xk"), text.size()) << between << blanks;
+                EXPECT_EQ(end_of(text.substr(0, text.size() - 1)), std::string::npos) << between << blanks;
+                std::erase_if(strings, [](const std::string& one) { return one.find_first_of("xk\\") != 0; });
+                std::vector<std::string> wanted = {"x", "k", "xyz", "k]", "kk"};
+                if (between.find('\\') != std::string::npos) wanted.emplace_back("\\u0078");
+                for (const char* again : {"x", "k", "xyz", "k]", "kk"}) wanted.emplace_back(again);
+                EXPECT_EQ(strings, wanted) << between << blanks;
+            }
+        }
+    }
 }
 
 TEST(JsonMarks, arrays_of_numbers_and_of_such_arrays_are_told_from_others) {

@@ -116,7 +116,7 @@ std::string_view TextReader::skip(Contents& contents) {
     } else if (first != '{' && first != '[') {
         pass_scalar();
     } else {
-        at_ = host::base::behind_json_container(begin, end_,
+        at_ = host::base::behind_json_container(begin, end_, "xk",
                                                 [&](std::string_view string) { look_at_key(string, contents); });
         if (at_ == nullptr) refuse();
     }

@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -89,12 +90,81 @@ class JsonMarks {
     const char* end_;
 };
 
+#ifdef __SSE2__
+// Where marks stand among 64 characters, a bit for each.
+struct JsonBlock {
+    static constexpr int kSize = 64;
+
+    JsonBlock(const char* at, std::string_view wanted) {
+        for (int part = 0; part < 4; ++part) {
+            const __m128i text = _mm_loadu_si128(reinterpret_cast<const __m128i*>(at) + part);
+            const __m128i folded = _mm_or_si128(text, _mm_set1_epi8('{' ^ '['));
+            const auto add = [part](std::uint64_t& bits, __m128i characters, char c) {
+                const int found = _mm_movemask_epi8(_mm_cmpeq_epi8(characters, _mm_set1_epi8(c)));
+                bits |= static_cast<std::uint64_t>(found) << 16 * part;
+            };
+            add(quotes, text, '"');
+            add(escapes, text, '\\');
+            add(opening, folded, '{');
+            add(closing, folded, '}');
+            for (const char letter : wanted) add(letters, text, letter);
+        }
+        // From each opening quote to the character before its closing one.
+        strings = quotes;
+        for (const int distance : {1, 2, 4, 8, 16, 32}) strings ^= strings << distance;
+    }
+
+    std::uint64_t quotes = 0;
+    std::uint64_t escapes = 0;
+    std::uint64_t opening = 0;
+    std::uint64_t closing = 0;
+    std::uint64_t letters = 0;
+    std::uint64_t strings = 0;
+};
+#endif
+
 // Behind the object or array that begins at `begin`; null when the text ends before it does. Calls on_string(inside)
-// for each string and key in it.
+// for each string and key in it that begins with one of `letters` or has escapes, and for some of the others.
 template <class OnString>
-const char* behind_json_container(const char* begin, const char* end, OnString on_string) {
-    JsonMarks marks(begin, end);
+const char* behind_json_container(const char* begin, const char* end, [[maybe_unused]] std::string_view letters,
+                                  OnString on_string) {
+    const char* at = begin;
     std::size_t depth = 0;
+#ifdef __SSE2__
+    // Up to an escape or a long string; most containers have none.
+    while (end - at >= JsonBlock::kSize) {
+        const JsonBlock block(at, letters);
+        const bool is_string_cut = block.strings >> (JsonBlock::kSize - 1) != 0;  // then the next block begins with it
+        const int size = is_string_cut ? JsonBlock::kSize - 1 - std::countl_zero(block.quotes) : JsonBlock::kSize;
+        if (block.escapes != 0 || size == 0) break;
+        std::uint64_t told = block.quotes & block.strings & block.letters >> 1;
+        if (is_string_cut) told &= ~(std::uint64_t{1} << size);
+        const std::uint64_t opening = block.opening & ~block.strings;
+        const std::uint64_t closing = block.closing & ~block.strings;
+        const char* behind = nullptr;
+        if (const auto closed = static_cast<std::size_t>(std::popcount(closing)); closed < depth) {
+            depth = depth - closed + static_cast<std::size_t>(std::popcount(opening));
+        } else {
+            for (std::uint64_t left = opening | closing; left != 0 && behind == nullptr; left &= left - 1) {
+                const std::uint64_t bracket = left & -left;
+                if ((opening & bracket) != 0) {
+                    ++depth;
+                } else if (--depth == 0) {
+                    behind = at + std::countr_zero(bracket) + 1;
+                    told &= bracket - 1;
+                }
+            }
+        }
+        for (; told != 0; told &= told - 1) {
+            const int inside = std::countr_zero(told) + 1;
+            const int length = std::countr_zero(block.quotes >> inside);
+            on_string(std::string_view(at + inside, static_cast<std::size_t>(length)));
+        }
+        if (behind != nullptr) return behind;
+        at += size;
+    }
+#endif
+    JsonMarks marks(at, end);
     while (true) {
         const char* mark = marks.next();
         if (mark == end) return nullptr;

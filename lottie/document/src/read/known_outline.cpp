@@ -95,7 +95,7 @@ class KnownText {
     void pass_noted() {
         bool has_expressions = false;
         bool has_layer_parameters = false;
-        const char* behind = host::base::behind_json_container(at_ - 1, end_, [&](std::string_view string) {
+        const char* behind = host::base::behind_json_container(at_ - 1, end_, "xt", [&](std::string_view string) {
             const bool is_escaped = string.size() > 2 && string.find('\\') != std::string_view::npos;
             if (string != "x" && string != "ty" && !is_escaped) return;
             const char* value = value_behind(string);

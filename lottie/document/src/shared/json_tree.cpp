@@ -131,7 +131,7 @@ class JsonTreeBuilder {
         if (at_ == bulk_.begin && !bulk_.empty()) return bulk_.end;
         const char* const text = text_.data();
         const char* const behind =
-            host::base::behind_json_container(text + at_, text + text_.size(), [](std::string_view) {});
+            host::base::behind_json_container(text + at_, text + text_.size(), "", [](std::string_view) {});
         return static_cast<std::uint32_t>(behind == nullptr ? text_.size() : static_cast<std::size_t>(behind - text));
     }
 
