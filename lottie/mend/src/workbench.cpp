@@ -248,7 +248,13 @@ std::vector<std::size_t> Workbench::innermost_first() const {
 
 std::string Workbench::extract(std::size_t composition) const {
     const Compositions& c = *compositions_;
+    std::set<std::size_t> whole = {composition};
+    for (const Nest& nest : nests(composition)) whole.insert(nest.source);
+    std::size_t layer_bytes = 0;
+    for (const std::size_t one : whole) layer_bytes += c.layers_of(one).size();
+
     std::string out = "{";
+    out.reserve(layer_bytes + layer_bytes / 8);  // and what stands around them
     c.add_member(out, "v", c.outline.version);
     c.add_member(out, "fr", c.outline.frame_rate);
     c.add_member(out, "ip", c.outline.in);
@@ -261,8 +267,6 @@ std::string Workbench::extract(std::size_t composition) const {
     if (out.back() != '{') out += ',';
     out += "\"assets\":[";
 
-    std::set<std::size_t> whole = {composition};
-    for (const Nest& nest : nests(composition)) whole.insert(nest.source);
     std::set<std::size_t> by_id;
     std::set<std::size_t> footage;
     for (const std::size_t one : whole) {
@@ -304,6 +308,9 @@ void Workbench::put_back(std::size_t composition, const looks::StackChange& chan
     std::string array(
         Slice{scanned.layers.begin, units.empty() ? scanned.layers.begin + 1 : units.front().begin}.of(c.text));
     const std::string separator = document::SequenceEdit(c.text, scanned.layers, units).separator();
+    std::size_t size = array.size() + layers.size() * separator.size();
+    for (const std::string_view layer : layers) size += layer.size();
+    array.reserve(size);
     for (std::size_t i = 0; i < layers.size(); ++i) {
         if (i > 0) array += separator;
         array += layers[i];
