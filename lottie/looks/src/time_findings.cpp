@@ -175,16 +175,24 @@ std::optional<std::size_t> end_of_number(std::string_view text, std::size_t begi
     return is_number(text.substr(begin)) ? std::optional(end) : std::nullopt;
 }
 
+// Where the next "t" begins, with its quotes. The letter is looked for, as it is rarer than quotes.
+std::size_t find_time_key(std::string_view text, std::size_t from) {
+    std::size_t at = from;
+    do at = text.find("t\"", at + 1);
+    while (at != std::string_view::npos && text[at - 1] != '"');
+    return at == std::string_view::npos ? at : at - 1;
+}
+
 // Whether two texts differ in nothing but the times of keyframes, all of them moved by `shift`. False does not say the
 // opposite.
 bool are_moved_alike(std::string_view before, std::string_view after, double shift) {
-    constexpr std::string_view kTime = "\"t\"";
+    constexpr std::size_t kKeySize = 3;
     if (before.find('\\') != std::string_view::npos) return false;
     std::size_t a = 0;
     std::size_t b = 0;
     while (true) {
-        const std::size_t key = before.find(kTime, a);
-        const std::size_t next = key == std::string_view::npos ? before.size() : key + kTime.size();
+        const std::size_t key = find_time_key(before, a);
+        const std::size_t next = key == std::string_view::npos ? before.size() : key + kKeySize;
         if (before.substr(a, next - a) != after.substr(b, next - a)) return false;
         b += next - a;
         a = next;
