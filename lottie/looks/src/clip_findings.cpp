@@ -12,8 +12,8 @@ namespace {
 
 // The likeness of pictures is that of blocks of so many pixels; so much of the area may lie in blocks that differ.
 constexpr double kBlock = 8;
-constexpr double kSeen = 2;  // where all that goes unseen adds up to 1
 constexpr double kUnseenBlocks = 0.002;
+constexpr double kSeen = 2;  // where all that goes unseen adds up to 1
 // Pixels: of frames that are this close the first is told, for the last digits of sines differ from machine to machine.
 constexpr double kLevel = 1e-6;
 
