@@ -6,7 +6,7 @@
 namespace host::base {
 
 bool is_terminal(OutStream stream) {
-    return stream == OutStream::output ? web_output_is_terminal() != 0 : web_terminal_width() >= 0;
+    return stream == OutStream::output ? web_output_is_terminal() != 0 : web_error_is_terminal() != 0;
 }
 
 }  // namespace host::base

@@ -27,7 +27,7 @@ IMPORTED(replace_file)
 int web_replace_file(const char* file, std::size_t length, const char* bytes, std::size_t size, const char* prefix,
                      std::size_t prefix_length, int even_if_read_only);
 IMPORTED(output_is_terminal) int web_output_is_terminal(void);
-IMPORTED(terminal_width) int web_terminal_width(void);  // of standard error; 0 of one without, -1 of no terminal
+IMPORTED(error_is_terminal) int web_error_is_terminal(void);
 IMPORTED(shortest_digits) std::size_t web_shortest_digits(double number, char* to);  // "-1.25e-7", at most 32
 }
 #undef IMPORTED

@@ -41,7 +41,7 @@ export function memoryStreams() {
     writeOutput: (bytes) => written.output.push(bytes),
     writeError: (bytes) => written.error.push(bytes),
     outputIsTerminal: () => false,
-    errorColumns: () => -1,
+    errorIsTerminal: () => false,
     output: () => joined(written.output),
     errors: () => new TextDecoder().decode(joined(written.error)),
   };

@@ -157,5 +157,5 @@ export const nodeStreams = {
     }
   },
   outputIsTerminal: () => process.stdout.isTTY === true,
-  errorColumns: () => (process.stderr.isTTY ? process.stderr.columns ?? 0 : -1),
+  errorIsTerminal: () => process.stderr.isTTY === true,
 };

@@ -5,8 +5,7 @@
 //   entries(folder) -> [{name, kind}], a symbolic link being "other"
 //   identity(name) -> {device, number, links} | null        read(name, limit, onlyRegular) -> Uint8Array
 //   makeFolder(name)   move(name, to)                       replace(name, bytes, temporaryPrefix, evenIfReadOnly)
-// `streams` has readAll(limit) -> Uint8Array, writeOutput(bytes), outputIsTerminal(), writeError(bytes), errorColumns() -> -1 if it
-// is no terminal.
+// `streams` has readAll(limit) -> Uint8Array, writeOutput(bytes), outputIsTerminal(), writeError(bytes), errorIsTerminal().
 
 const kKinds = { none: 0, file: 1, folder: 2, other: 3 };
 const kBadDescriptor = 8; // of the system interface below
@@ -67,7 +66,7 @@ export function makeSystem({ args, environment, programFile, files, streams }) {
     replace_file: (name, size, at, count, prefix, prefixSize, evenIfReadOnly) =>
       attempt(() => { files.replace(textAt(name, size), bytesAt(at, count).slice(), textAt(prefix, prefixSize), evenIfReadOnly === 1); }),
     output_is_terminal: () => (streams.outputIsTerminal() ? 1 : 0),
-    terminal_width: () => streams.errorColumns(),
+    error_is_terminal: () => (streams.errorIsTerminal() ? 1 : 0),
     shortest_digits: (number, to) => {
       const text = number.toExponential();
       const bytes = bytesAt(to, text.length);
