@@ -8,6 +8,13 @@ std::string spinning(const std::string& text) {
     return transform({{"r", expression(text)}});
 }
 
+// The red layer's effect means the blue one.
+std::string controlled(const std::string& text) {
+    const std::string control = R"([{"ty":5,"nm":"Layer","mn":"ADBE Layer Control","en":1,"ef":[)"
+                                R"({"ty":10,"nm":"Layer","mn":"ADBE Layer Control-0001","v":{"a":0,"k":2}}]}])";
+    return inside({red({{"ks", spinning(text)}, {"ef", control}}), blue()});
+}
+
 std::vector<Case> naming_cases() {
     const auto with = [](const std::string& text, const Members& nest = {}) {
         return inside({red({{"ks", spinning(text)}}), blue()}, nest);
@@ -21,6 +28,9 @@ std::vector<Case> naming_cases() {
         {Reason::time_in_expression, "another_time", Weight::change, Pictures::cannot_tell,
          with("time * 10", {{"st", "5"}}), "red", "ks.r"},
         {Reason::time_in_expression, "the_same_time", Weight::harmless, Pictures::equal, with("time * 10")},
+        {Reason::time_in_expression, "another_beginning", Weight::change, Pictures::cannot_tell,
+         with("inPoint * 10", {{"ip", "5"}}), "red", "ks.r"},
+        {Reason::time_in_expression, "the_same_beginning", std::nullopt, Pictures::cannot_tell, with("inPoint * 10")},
         {Reason::composition_in_expression, "another_width", Weight::change, Pictures::cannot_tell,
          with("thisComp.width", smaller), "red", "ks.r"},
         {Reason::composition_in_expression, "the_same_height", Weight::harmless, Pictures::cannot_tell,
@@ -33,6 +43,11 @@ std::vector<Case> naming_cases() {
          with("comp('Main').layer(2).transform.rotation"), "red", "ks.r"},
         {Reason::layer_reference, "by_number_in_a_composition_that_no_player_finds", std::nullopt, Pictures::equal,
          with("comp('Elsewhere').layer(1).transform.rotation")},
+        {Reason::layer_reference, "by_a_name_in_the_composition_by_another_name", Weight::change, Pictures::cannot_tell,
+         with("var c = thisComp; c.layer('blue').transform.rotation"), "red", "ks.r"},
+        {Reason::layer_reference, "by_an_effect_that_an_expression_reads", Weight::change, Pictures::cannot_tell,
+         controlled("effect('Layer')(1).transform.rotation"), "red", "ef"},
+        {Reason::layer_reference, "by_an_effect_that_nobody_reads", std::nullopt, Pictures::equal, controlled("value")},
         {Reason::layer_reference, "by_a_name_that_comes_along", std::nullopt, Pictures::equal,
          with("thisComp.layer('blue').transform.rotation")},
         {Reason::composition_reference, "of_the_nest", Weight::change, Pictures::cannot_tell,

@@ -36,15 +36,51 @@ TEST(ExpressionUse, the_propertys_own_value_goes_by_many_names) {
     }
 }
 
-TEST(ExpressionUse, only_expressions_of_numbers_and_time_read_no_layers) {
-    for (const char* text : {"[value[0], 0]", "a.valueAtTime(1)", "thisComp.layer('other').position", "parent.scale",
-                             "transform.rotation", "content('a').path", "key(1)", "loopOut()", "wiggle(1, 2)"}) {
-        EXPECT_TRUE(read_expression(text).reads_layers) << text;
+TEST(ExpressionUse, a_layers_transform_is_read_by_many_names_and_a_contents_is_another) {
+    for (const char* text : {"transform.position[0]", "thisComp.layer('other').rotation", "$bm_transform.scale",
+                             "thisLayer('ADBE Transform Group')(1)", "parent.anchorPoint"}) {
+        EXPECT_TRUE(read_expression(text).reads_transforms) << text;
+    }
+    for (const char* text : {"content('a').transform.rotation", "content(1).transform.position", "// scale\n5",
+                             "'position'", "value", "effect('scale')(1)"}) {
+        EXPECT_FALSE(read_expression(text).reads_transforms) << text;
+    }
+}
+
+TEST(ExpressionUse, a_value_or_a_loop_of_it_is_carried_along) {
+    for (const char* text : {"value", "loopOut('cycle', 0)", "var $bm_rt;\n$bm_rt = loopIn('pingpong');"}) {
+        EXPECT_TRUE(lottie::looks::is_carried_along(text)) << text;
+    }
+    for (const char* text : {"value * 2", "[value[0], 0]", "key(1).value", "20", "numKeys > 0 ? value : 1",
+                             "valueAtTime(0)", "var $bm_rt;\n$bm_rt = $bm_sum(value, [5, 0]);"}) {
+        EXPECT_FALSE(lottie::looks::is_carried_along(text)) << text;
+    }
+}
+
+TEST(ExpressionUse, a_point_of_the_composition_comes_from_a_layer_alone) {
+    for (const char* text : {"$bm_rt = thisComp.layer('a').toComp([1, 2]);", "thisComp.layer('a').position",
+                             "var $bm_rt;\nvar a = thisComp.layer('a');\n$bm_rt = a.transform.position;"}) {
+        EXPECT_TRUE(lottie::looks::is_point_of_composition(text)) << text;
     }
     for (const char* text :
-         {"[100, time * 20]", "// scale\n5", "values = [1, 2]; values", "'layer'", "Math.sin(time)"}) {
-        EXPECT_FALSE(read_expression(text).reads_layers) << text;
+         {"$bm_rt = thisComp.layer('a').toComp([1, 2])[0];", "$bm_rt = a.position; $bm_rt = 5;", "$bm_rt = a.scale;",
+          "$bm_rt = a.position * 2;", "$bm_rt = [a.position[0], 5];", "$bm_rt = -a.position;", "5"}) {
+        EXPECT_FALSE(lottie::looks::is_point_of_composition(text)) << text;
     }
+}
+
+TEST(ExpressionUse, points_that_go_there_and_back_are_not_converted) {
+    EXPECT_TRUE(read_expression("toComp([0, 0])").converts_points);
+    EXPECT_TRUE(read_expression("thisLayer.fromWorld([0, 0])").converts_points);
+    EXPECT_FALSE(read_expression("fromComp(thisComp.layer('a').toComp([0, 0]))").converts_points);
+}
+
+TEST(ExpressionUse, the_composition_by_another_name_hides_which_layer_is_asked_for) {
+    for (const char* text : {"var c = thisComp; c.layer('a').position", "f(thisComp)", "thisComp('a').position",
+                             "thisComp['layer']('a')", "with (thisComp) layer('a').position"}) {
+        EXPECT_TRUE(read_expression(text).has_computed_layer) << text;
+    }
+    EXPECT_FALSE(read_expression("thisComp.layer('a').position").has_computed_layer);
 }
 
 TEST(ExpressionUse, reading_keyframes_is_noticed) {

@@ -113,9 +113,27 @@ std::vector<Case> place_cases() {
         return inside({red({{"ks", transform({{"p", expression(text, "[20,20,0]")}})}})}, {{"ks", at(10, 20)}});
     };
     cases.push_back({Reason::place, "by_numbers_of_an_expression", Weight::change, Pictures::cannot_tell,
-                     placed_by("[20, 20 + time]"), "red", "ks"});
-    cases.push_back({Reason::place, "by_the_value_behind_an_expression", std::nullopt, Pictures::equal,
-                     placed_by("value + [time, 0]")});
+                     placed_by("[20, 20 + time]"), "red", "ks.p"});
+    cases.push_back(
+        {Reason::place, "by_the_value_behind_an_expression", std::nullopt, Pictures::equal, placed_by("value")});
+    cases.push_back({Reason::place, "by_the_value_and_more", Weight::change, Pictures::cannot_tell,
+                     placed_by("[value[0], 20]"), "red", "ks.p"});
+    cases.push_back({Reason::place, "by_a_point_of_the_composition", std::nullopt, Pictures::cannot_tell,
+                     placed_by("$bm_rt = thisComp.layer('blue').toComp([5, 5]);")});
+    const auto turned_by = [](const std::string& text, const Members& nest) {
+        return inside({red({{"ks", transform({{"r", expression(text)}})}}), blue()}, nest);
+    };
+    const Members moved = {{"ks", at(10, 20)}};
+    const std::string position = "thisComp.layer('blue').position[0]";
+    const std::string point = "thisComp.layer('blue').toComp([0, 0])[0]";
+    cases.push_back({Reason::place, "of_which_an_expression_reads_a_position", Weight::change, Pictures::cannot_tell,
+                     turned_by(position, moved), "red", "ks.r"});
+    cases.push_back({Reason::place, "of_which_an_expression_reads_a_point", Weight::change, Pictures::cannot_tell,
+                     turned_by(point, moved), "red", "ks.r"});
+    cases.push_back({Reason::place, "that_stays_and_of_which_an_expression_reads_a_position", std::nullopt,
+                     Pictures::cannot_tell, turned_by(position, {})});
+    cases.push_back({Reason::place, "that_stays_and_of_which_an_expression_reads_a_point", std::nullopt,
+                     Pictures::cannot_tell, turned_by(point, {})});
 
     Nesting links;
     links.above = {solid(1, "rider", 20, 20, "#00ff00", {{"parent", "20"}, {"ks", at(20, 20)}})};

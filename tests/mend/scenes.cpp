@@ -106,6 +106,14 @@ std::string on_a_curve() {
     return solid(1, "red", 9, 9, "#ff0000", {{"ks", transform({{"p", path}})}});
 }
 
+std::string red_that_follows(const std::string& text) {
+    return solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression(text, "[20,20,0]")}})}});
+}
+
+std::string moved_and_placed_by(const std::string& text) {
+    return animation({.nest = {{"ks", at(10, 20)}}, .inside = {red_that_follows(text)}});
+}
+
 std::vector<Scene> place_scenes() {
     return {
         {Reason::parent, "a nest on a spinning null", Outcome::mended, carried_by_a_spinning_null({})},
@@ -123,16 +131,14 @@ std::vector<Scene> place_scenes() {
          inside({on_a_curve()}, {{"ks", transform({{"p", still("[50,0,0]")}, {"r", still("30")}})}}), false},
         {Reason::place, "a mirrored nest with a layer on a curve", Outcome::untouched,
          inside({on_a_curve()}, {{"ks", transform({{"p", still("[100,0,0]")}, {"s", still("[-100,100,100]")}})}})},
-        {Reason::place, "a layer that an expression places by numbers", Outcome::mended,
-         animation({.nest = {{"ks", at(10, 20)}},
-                    .inside = {solid(1, "red", 40, 40, "#ff0000",
-                                     {{"ks", transform({{"p", expression("[20,20]", "[20,20,0]")}})}})}}),
+        {Reason::place, "a layer that an expression places by numbers", Outcome::mended, moved_and_placed_by("[20,20]"),
          false},
         {Reason::place, "a layer that an expression places by its value", Outcome::untouched,
-         animation({.nest = {{"ks", at(10, 20)}},
-                    .inside = {solid(1, "red", 40, 40, "#ff0000",
-                                     {{"ks", transform({{"p", expression("value", "[20,20,0]")}})}})}}),
-         false},
+         moved_and_placed_by("value"), false},
+        {Reason::place, "a layer that an expression places by more than its value", Outcome::mended,
+         moved_and_placed_by("[value[0], 20]"), false},
+        {Reason::place, "a layer that hangs on nothing, as an expression says", Outcome::stays,
+         moved_and_placed_by("hasParent ? [20,20] : [value[0], 20]"), false},
         {Reason::children, "a layer on a nest that moves", Outcome::mended, with_a_child({{"ks", moving_transform()}})},
         {Reason::children, "a layer on a nest that never moves", Outcome::untouched, with_a_child({})},
     };
@@ -147,10 +153,6 @@ std::vector<Scene> matte_scenes() {
                  solid(2, "matted", 60, 60, "#ff0000", {{"ks", at(10, 10)}, {"tt", "1"}, {"tp", "1"}})}),
          false},
     };
-}
-
-std::string red_that_follows(const std::string& text) {
-    return solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression(text, "[20,20,0]")}})}});
 }
 
 std::vector<Scene> name_scenes() {
@@ -168,6 +170,13 @@ std::vector<Scene> name_scenes() {
         {Reason::name_clash, "a name that nobody asks for", Outcome::untouched, beside_another_blue("[20,20]"), false},
         {Reason::layer_reference, "a number that is written out", Outcome::mended,
          of_number("thisComp.layer(2).transform.position"), false},
+        {Reason::layer_reference, "the number in an effect that is a layer", Outcome::mended,
+         inside({solid(1, "red", 40, 40, "#ff0000",
+                       {{"ks", transform({{"r", expression("effect('Layer')(1).transform.rotation")}})},
+                        {"ef", R"([{"ty":5,"nm":"Layer","mn":"ADBE Layer Control","en":1,"ef":[{"ty":10,)"
+                               R"("nm":"Layer","mn":"ADBE Layer Control-0001","v":{"a":0,"k":2}}]}])"}}),
+                 solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(40, 40)}})}),
+         false},
         {Reason::layer_reference, "a number that is worked out", Outcome::stays,
          of_number("thisComp.layer(1+1).transform.position"), false},
     };

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "effects.h"
 #include "expression_use.h"
 #include "findings.h"
 #include "model/expression_text.h"
@@ -35,6 +36,10 @@ class ExpressionFindings {
         for (const Copy& copy : nest_->copies()) {
             look_at_layer(nest_->inner(copy), nest_->copied(copy), nest_->inside_survey());
             look_at_name(nest_->inner(copy), nest_->copied(copy));
+        }
+        for (const Copy& copy : nest_->copies()) {
+            const auto effects = nest_->inner(copy).array("ef");
+            look_at_controls(copy, effects, nest_->copied(copy).array("ef"), false);
         }
     }
 
@@ -78,6 +83,7 @@ class ExpressionFindings {
                 const bool is_there = part_after != nullptr && i < part_after->expressions().size();
                 const std::string_view text = is_there ? part_after->expressions()[i].text : std::string_view();
                 c_.spend(kStepsPerCharacter * before_texts[i].text.size());
+                reads_effects_ = reads_effects_ || before_texts[i].text.find("effect") != std::string_view::npos;
                 const Case one{layer, after, stack, before_texts[i], text, after.start - layer.start};
                 const ExpressionUse use = read_expression(before_texts[i].text);
                 look_at_names(one);
@@ -173,6 +179,12 @@ class ExpressionFindings {
                  is_same ? "it reads the layer's number, which stays"
                          : "it reads the layer's number, which is another now");
         }
+        if (use.span != Whose::nobody && any_copy(one, use.span, [](const SceneLayer& layer, const SceneLayer& after) {
+                return layer.in != after.in || layer.out != after.out || layer.start != after.start;
+            })) {
+            note(Reason::time_in_expression, Weight::change, one,
+                 "it reads when a layer begins or ends, which is another time outside");
+        }
         for (const std::string& name : use.composition_members) look_at_member(one, name);
         if (use.is_random) {
             const bool is_seeded = read_expression(one.after_text).is_seeded;
@@ -181,6 +193,15 @@ class ExpressionFindings {
                      (is_seeded ? " (the same at every start)" : ""),
                  "bake the expression to keyframes");
         }
+    }
+
+    // Whether something holds of the expression's own layer before and after, or of any out of the nest.
+    template <class Changed>
+    bool any_copy(const Case& one, Whose whose, const Changed& is_changed) const {
+        if (whose == Whose::own) return is_changed(one.layer, one.after);
+        c_.spend(nest_->copies().size());
+        return std::any_of(nest_->copies().begin(), nest_->copies().end(),
+                           [&](const Copy& copy) { return is_changed(nest_->inner(copy), nest_->copied(copy)); });
     }
 
     void look_at_member(const Case& one, const std::string& name) {
@@ -192,6 +213,35 @@ class ExpressionFindings {
         note(Reason::composition_in_expression, is_same ? Weight::harmless : Weight::change, one,
              "it reads thisComp." + printable(name) +
                  (is_same ? ", which is the same outside" : " of another composition now"));
+    }
+
+    // Parameters of effects that are layers, by number. Those of controls mean something to expressions alone.
+    void look_at_controls(const Copy& copy, Json::ConstArray before, Json::ConstArray after, bool is_drawn) {
+        for (rapidjson::SizeType i = 0; i < std::min(before.Size(), after.Size()); ++i) {
+            const auto inside = array_member(before[i], "ef");
+            if (!inside.Empty()) {
+                const bool acts = is_drawn || reach_of(before[i]) != EffectReach::nothing;
+                look_at_controls(copy, inside, array_member(after[i], "ef"), acts);
+            }
+            constexpr double kLayer = 10;
+            if (number_member(before[i], "ty", 0) != kLayer || !(is_drawn || reads_effects_)) continue;
+            const double number = layer_in(before[i]);
+            const double number_after = layer_in(after[i]);
+            // Some that stay as they are stand for masks.
+            if (number == number_after && text_member(before[i], "mn") != "ADBE Layer Control-0001") continue;
+            const auto meant = nest_->inside_survey().layer_numbered(number);
+            const auto wanted = meant ? successor(*meant) : std::nullopt;
+            const auto found = c_.result_survey().layer_numbered(number_after);
+            if (!meant ? !found : found == wanted) continue;
+            tally_.note(Reason::layer_reference,
+                        {Weight::change, nest_->inner(copy).name, "ef",
+                         "an effect means layer " + plain(number) + " by its number, and now another or none",
+                         "set the effect's layer by hand afterwards, or keep this nest"});
+        }
+    }
+    static double layer_in(const Json& parameter) {
+        const Json* value = member(parameter, "v");
+        return value == nullptr ? 0 : number_member(*value, "k", 0);
     }
 
     void look_at_name(const SceneLayer& layer, const SceneLayer& after) {
@@ -214,6 +264,7 @@ class ExpressionFindings {
     Comparison& c_;
     const Unnesting* nest_;
     ExpressionTally tally_;
+    bool reads_effects_ = false;  // any expression that was looked at
 };
 
 }  // namespace

@@ -52,8 +52,11 @@ constexpr std::string_view kOwnWords[] = {"value",
                                           "sourceRectAtTime",
                                           "globalThis",
                                           "window"};
-// What a layer is placed by as well, where they have one.
-constexpr std::string_view kLayerWords[] = {"layer", "content", "parent", "scale", "rotation", "anchorPoint"};
+constexpr std::string_view kTransformWords[] = {"transform", "$bm_transform", "position",    "scale",
+                                                "rotation",  "anchorPoint",   "anchor_point"};
+constexpr std::string_view kToWords[] = {"toComp", "toWorld", "toCompVec", "toWorldVec"};
+constexpr std::string_view kFromWords[] = {"fromComp", "fromWorld", "fromCompToSurface", "fromCompVec", "fromWorldVec"};
+constexpr std::string_view kSpanWords[] = {"inPoint", "outPoint", "startTime", "active"};
 
 template <class Words>
 bool is_one_of(std::string_view word, const Words& words) {
@@ -73,16 +76,16 @@ class Reader {
 
     ExpressionUse read() {
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
+            if (tokens_[i].text == "ADBE Transform Group") use_.reads_transforms = true;
             if (tokens_[i].kind != ExpressionTokenKind::word) continue;
-            if (is_one_of(tokens_[i].text, kOwnWords) || is_one_of(tokens_[i].text, kLayerWords)) {
-                use_.reads_layers = true;
-            }
+            read_place(i);
             if (is_member(i)) {
                 read_member(i);
             } else {
                 read_name(i);
             }
         }
+        use_.converts_points = converts_to_ != converts_from_;
         return use_;
     }
 
@@ -102,7 +105,10 @@ class Reader {
         if (word == "time") use_.reads_time = true;
         if (word == "index") use_.reads_index = true;
         if (asks_own_layer(i)) use_.reads_own_value = true;
+        // By another name, or as a function, it gives layers that nobody sees from here.
+        if ((word == "thisComp" && !is_mark(i + 1, ".")) || word == "with") use_.has_computed_layer = true;
         if (!is_call(i)) return;
+        if (word == "timeToFrames" && is_mark(i + 2, ")")) use_.reads_time = true;
         if (is_one_of(word, {"wiggle", "valueAtTime", "velocityAtTime", "speedAtTime", "posterizeTime"})) {
             use_.reads_time = true;
         }
@@ -110,6 +116,25 @@ class Reader {
         if (is_one_of(word, {"random", "gaussRandom", "wiggle"})) use_.is_random = true;
         if (word == "seedRandom") use_.is_seeded = true;
         if (word == "comp") read_composition(i);
+    }
+
+    // content("Name") or content(1), which `i` is the member of.
+    bool is_of_content(std::size_t i) const {
+        return is_member(i) && i >= 5 && is_mark(i - 2, ")") && is_mark(i - 4, "(") && tokens_[i - 5].text == "content";
+    }
+
+    void read_place(std::size_t i) {
+        const std::string& word = tokens_[i].text;
+        const bool is_own = !is_member(i) || owner(i) == "thisLayer";
+        const bool is_of_transform = is_member(i) && owner(i) == "transform";  // which says itself whose it is
+        if (is_one_of(word, kTransformWords) && !is_of_transform && !is_of_content(i)) use_.reads_transforms = true;
+        if (word == "opacity") use_.reads_opacity = true;
+        if (is_one_of(word, kToWords)) converts_to_ = true;
+        if (is_one_of(word, kFromWords)) converts_from_ = true;
+        if (is_one_of(word, {"parent", "hasParent"}))
+            use_.parent = std::max(use_.parent, is_own ? Whose::own : Whose::any);
+        if (is_one_of(word, kSpanWords) && (is_member(i) || word != "active"))
+            use_.span = std::max(use_.span, is_own ? Whose::own : Whose::any);
     }
 
     // Effects and contents aside.
@@ -196,12 +221,55 @@ class Reader {
     // What variables are given: none where it is no string, or not one alone.
     std::map<std::string_view, std::optional<std::string>> assigned_;
     ExpressionUse use_;
+    bool converts_to_ = false;
+    bool converts_from_ = false;
 };
 
 }  // namespace
 
 ExpressionUse read_expression(std::string_view text) {
     return Reader(text).read();
+}
+
+bool is_carried_along(std::string_view text) {
+    bool reads_value = false;
+    const auto tokens = host::model::tokenize_expression(text);
+    for (const ExpressionToken& token : tokens) {
+        if (token.kind == ExpressionTokenKind::mark && !is_one_of(token.text, {"=", ";", "(", ")", ",", "{", "}"}))
+            return false;
+        if (token.kind != ExpressionTokenKind::word || is_number(token.text)) continue;
+        const bool is_value =
+            is_one_of(token.text, {"value", "loopIn", "loopOut", "loopInDuration", "loopOutDuration"});
+        if (!is_value && !is_one_of(token.text, {"var", "$bm_rt", "true", "false"})) return false;
+        reads_value = reads_value || is_value;
+    }
+    return reads_value;
+}
+
+bool is_point_of_composition(std::string_view text) {
+    const auto tokens = host::model::tokenize_expression(text);
+    const auto is_mark = [&](std::size_t i, std::string_view mark) {
+        return i < tokens.size() && tokens[i].kind == ExpressionTokenKind::mark && tokens[i].text == mark;
+    };
+    std::size_t at = 0;  // where the result begins
+    std::size_t assignments = 0;
+    for (std::size_t i = 0; i < tokens.size(); ++i) {
+        if (tokens[i].text != "$bm_rt" || !is_mark(i + 1, "=")) continue;
+        at = i + 2;
+        ++assignments;
+    }
+    if (assignments > 1) return false;
+    std::string_view last;
+    std::size_t depth = 0;
+    for (; at < tokens.size() && !(depth == 0 && is_mark(at, ";")); ++at) {
+        if (is_mark(at, "(") || (depth > 0 && is_mark(at, "["))) ++depth;
+        if (depth == 0 && tokens[at].kind == ExpressionTokenKind::mark && tokens[at].text != ".") return false;
+        if (depth == 0 && tokens[at].kind == ExpressionTokenKind::word) last = tokens[at].text;
+        if (is_mark(at, ")") || is_mark(at, "]")) {
+            if (depth-- == 0) return false;
+        }
+    }
+    return at + 1 >= tokens.size() && is_one_of(last, {"toComp", "toWorld", "position"});
 }
 
 bool is_independent_of_own_value(std::string_view expression, std::string_view layer) {

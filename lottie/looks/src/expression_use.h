@@ -8,6 +8,9 @@
 
 namespace lottie::looks {
 
+// Whose facts an expression asks for: its own layer's, or perhaps those of any layer.
+enum class Whose { nobody, own, any };
+
 struct ExpressionUse {
     bool reads_time = false;
     bool is_relative_to_keys = false;  // also asks when keyframes are: moved with them, it mostly computes the same
@@ -15,8 +18,12 @@ struct ExpressionUse {
     bool is_random = false;
     bool is_seeded = false;
     bool reads_own_value = false;                  // or may: of the property, or a transform of its own layer
-    bool reads_layers = false;                     // or may: what any property or layer holds, its own too
-    bool has_computed_layer = false;               // layer(...) with anything but a literal
+    bool has_computed_layer = false;               // or may: layer(...) with anything but a literal
+    bool reads_transforms = false;                 // of any layer, numbers other than the property's own among them
+    bool reads_opacity = false;                    // likewise
+    bool converts_points = false;                  // from a layer to its composition, or back, and not both
+    Whose parent = Whose::nobody;                  // which it is, or whether there is one
+    Whose span = Whose::nobody;                    // when it begins and ends
     std::vector<std::string> composition_members;  // of thisComp, layers aside: "width", "numLayers", ...
     std::vector<double> layer_numbers;             // layer(3)
     std::vector<std::pair<std::string, double>> layer_numbers_elsewhere;  // comp("Name").layer(3)
@@ -26,6 +33,14 @@ struct ExpressionUse {
 };
 
 ExpressionUse read_expression(std::string_view text);
+
+// Whether it gives the property's own value, or plays its keyframes in a loop, and nothing else: what moves and turns
+// the value moves and turns what comes out.
+bool is_carried_along(std::string_view expression);
+
+// Whether it gives a point of its composition and nothing else: where one of a layer's lies, or the position of a
+// layer. What moves and turns all layers of the composition moves that point alike.
+bool is_point_of_composition(std::string_view expression);
 
 // Whether a property, whose expression this is, gives the same whatever value it holds: the expression asks neither for
 // that nor for anything of its own layer's transform. `layer` is the layer's name.

@@ -43,6 +43,8 @@ void find_inside_changes(Unnesting& unnesting);
 void find_time_changes(Unnesting& unnesting);
 // Where the copies and all other layers lie.
 void find_place_changes(Unnesting& unnesting, const SharedFindings& shared);
+// Expressions that place the copies, or read how they are placed; a part of that.
+void find_place_expressions(Unnesting& unnesting);
 // Mattes, stack order, layers that were not copied, use of the source.
 void find_link_changes(Unnesting& unnesting, const SharedFindings& shared);
 // What expressions compute and whom they name.

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "displacement.h"
-#include "expression_use.h"
 #include "findings.h"
 #include "sight.h"
 #include "words.h"
@@ -110,49 +109,6 @@ Cause cause_for_copies(const Unnesting& u) {
 std::string where(const Displacement& d) {
     return layers_named(d.layer->name, d.layers) + " " + in_number(d.layers, "lies", "lie") + " up to " +
            plain(d.distance) + " pixels off" + (d.layers > 0 ? ", first seen at frame " + timeline_frame(d.frame) : "");
-}
-
-// Whether an expression goes by numbers and the time alone: else nobody can tell from here what it gives after the
-// property's own value changed.
-bool is_absolute(const Json* property) {
-    const Json* text = property == nullptr ? nullptr : member(*property, "x");
-    return text != nullptr && text->IsString() &&
-           !read_expression({text->GetString(), text->GetStringLength()}).reads_layers;
-}
-
-// Of the properties that place a copy, whether an expression gives one the numbers that it gave before, though others
-// are needed now.
-bool is_placed_by_old_numbers(Unnesting& u, const Copy& copy) {
-    const SceneLayer& inner = u.inner(copy);
-    const SceneLayer& copied = u.copied(copy);
-    const Json* ks = inner.json("ks");
-    if (ks == nullptr || !inner.can_draw() || inner.is_hidden) return false;
-    const auto differs = [&](const char* key, const Property& before, const Property& after) {
-        if (!is_absolute(member(*ks, key))) return false;
-        return std::any_of(u.nest_frames().begin(), u.nest_frames().end(), [&](double frame) {
-            const Values a = before.at(u.inner_frame(frame));
-            const Values b = after.at(frame);
-            return copied.is_on(frame) && (std::abs(a[0] - b[0]) > kNothing || std::abs(a[1] - b[1]) > kNothing);
-        });
-    };
-    const Transform& was = inner.transform();
-    const Transform& is = copied.transform();
-    return differs("p", was.position, is.position) || differs("s", was.scale, is.scale) ||
-           differs("r", was.rotation, is.rotation) || differs("a", was.anchor, is.anchor);
-}
-
-void find_expressions_left_behind(Unnesting& u) {
-    for (const Copy& copy : u.copies()) {
-        if (!u.inner(copy).transform().has_expression() || !is_placed_by_old_numbers(u, copy)) continue;
-        u.add({Reason::place,
-               u.nest_frames().empty() ? Weight::harmless : Weight::change,
-               "an expression places layer " + quoted(u.inner(copy).name) + " by the nest's coordinates still",
-               "keep this nest",
-               u.inner(copy).name,
-               "ks",
-               {}});
-        return;
-    }
 }
 
 void find_copies(Unnesting& u) {
@@ -320,7 +276,7 @@ std::vector<Unhitched> find_unhitched(Comparison& c) {
 }
 
 void find_place_changes(Unnesting& u, const SharedFindings& shared) {
-    find_expressions_left_behind(u);
+    find_place_expressions(u);
     find_copies(u);
     find_turned_curves(u);
     find_others(u, shared);
