@@ -63,6 +63,16 @@ std::vector<Case> naming_cases() {
     cases.push_back({Reason::name_clash, "a_layer_above_has_the_name", Weight::change, Pictures::cannot_tell,
                      animation(clash), "red", "ks.r"});
     clash.above = {};
+    const std::string asks_for_blue = spinning("var c = thisComp; c.layer('blue').transform.rotation");
+    clash.inside = {red(), blue()};
+    clash.below = {solid(20, "asker", 100, 100, "#cccccc", {{"ks", asks_for_blue}})};
+    cases.push_back({Reason::layer_reference, "from_beside_by_a_name_that_a_copy_has_now", Weight::change,
+                     Pictures::cannot_tell, animation(clash), "asker", "ks.r"});
+    clash.above = {solid(3, "blue", 10, 10, "#00ff00")};
+    cases.push_back({Reason::layer_reference, "from_beside_by_a_name_that_the_same_layer_has_first", std::nullopt,
+                     Pictures::cannot_tell, animation(clash)});
+    clash.above = {};
+    clash.inside = {red({{"ks", spinning("thisComp.layer('blue').transform.rotation")}}), blue()};
     clash.below = {solid(20, "blue", 100, 100, "#cccccc")};
     cases.push_back(
         {Reason::name_clash, "only_a_layer_below_has_the_name", std::nullopt, Pictures::equal, animation(clash)});

@@ -6,6 +6,7 @@
 #include "expression_use.h"
 #include "findings.h"
 #include "model/expression_text.h"
+#include "model/expression_tokens.h"
 #include "words.h"
 
 namespace lottie::looks {
@@ -147,8 +148,25 @@ class ExpressionFindings {
             note(Reason::layer_reference, is_same ? Weight::harmless : Weight::change, one,
                  "it asks for layer " + plain(number) + " by number" + (is_same ? "" : ", which is now another one"));
         }
-        if (use.has_computed_layer && nest_ != nullptr) {
+        if (!use.has_computed_layer) return;
+        if (nest_ != nullptr) {
             note(Reason::layer_reference, Weight::change, one, "it works out at run time which layer it asks for");
+        } else {
+            look_at_possible_names(one);
+        }
+    }
+
+    // Layers that stayed keep their names and numbers: only a string can mean a copy now, or a nest that went.
+    void look_at_possible_names(const Case& one) {
+        for (const auto& token : host::model::tokenize_expression(one.before_text.text)) {
+            if (token.kind != host::model::ExpressionTokenKind::string) continue;
+            const auto meant = one.stack.layer_named(token.text);
+            const auto found = c_.result_survey().layer_named(token.text);
+            const auto wanted = meant ? successor(*meant) : std::nullopt;
+            if ((!meant && !found) || (wanted && found == wanted)) continue;
+            note(Reason::layer_reference, Weight::change, one,
+                 "it works out at run time which layer it asks for, and layer " + quoted(token.text) +
+                     " is another one now, or none");
         }
     }
 
