@@ -222,8 +222,11 @@ std::vector<Case> effect_cases() {
         {Reason::effects, "blur_of_one_layer_that_the_frame_cuts_off", Weight::change, Pictures::cannot_tell,
          inside({red({{"ks", at(0, 0)}})}, {{"w", "60"}, {"h", "60"}, {"ef", effect("29", "ADBE Gaussian Blur 2")}}),
          "", "ef"},
-        {Reason::effects, "switched_off", Weight::harmless, Pictures::equal,
-         nest({{"ef", effect("29", "ADBE Gaussian Blur 2", "0")}})},
+        // lottie-web draws it all the same.
+        {Reason::effects, "switched_off", Weight::change, Pictures::cannot_tell,
+         nest({{"ef", effect("29", "ADBE Gaussian Blur 2", "0")}}), "", "ef"},
+        {Reason::effects, "unknown_and_switched_off", Weight::harmless, Pictures::equal,
+         nest({{"ef", effect("5", "ADBE Glo2", "0")}})},
         {Reason::effects, "controls", Weight::harmless, Pictures::equal,
          nest({{"ef", effect("5", "ADBE Slider Control")}})},
         {Reason::effects,

@@ -6,6 +6,7 @@
 namespace lottie::looks {
 namespace {
 
+constexpr int kUnknown = 5;  // to the format
 constexpr int kTint = 20;
 constexpr int kFill = 21;
 
@@ -35,13 +36,15 @@ bool are_opaque(Json::ConstArray shapes) {
 }  // namespace
 
 EffectReach reach_of(const Json& effect) {
-    if (const Json* on = member(effect, "en"); on != nullptr && !is_truthy(effect, "en")) return EffectReach::nothing;
     const std::string match_name = text_member(effect, "mn");
     if (match_name.ends_with(" Control") || match_name.starts_with("Pseudo/")) return EffectReach::nothing;
-    const int type = static_cast<int>(number_member(effect, "ty", 5));
+    const int type = static_cast<int>(number_member(effect, "ty", kUnknown));
+    // Browsers draw those that they know, on or off.
+    const bool is_off = member(effect, "en") != nullptr && !is_truthy(effect, "en");
+    if (is_off && type == kUnknown) return EffectReach::nothing;
     if (type == kFill && is_full(effect)) return EffectReach::each_pixel;
     if (type == kTint) return EffectReach::each_opaque_pixel;
-    return type == 5 && match_name.empty() ? EffectReach::nothing : EffectReach::elsewhere;
+    return type == kUnknown && match_name.empty() ? EffectReach::nothing : EffectReach::elsewhere;
 }
 
 // Shadows and glows; no player draws strokes, bevels, satin and overlays.
