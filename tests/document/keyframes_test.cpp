@@ -126,6 +126,23 @@ TEST(KeyframeCopies, holds_and_linear_segments_are_reproduced) {
     EXPECT_EQ(copied("o", host::model::kOpacity, keys.substr(1, keys.size() - 2)), keys);
 }
 
+TEST(KeyframeCopies, what_does_not_move_stands_still_beside_an_eased_dimension) {
+    const Document document = Document::read(animation(shape_layer(1, "A", {{"ks", transform({})}})));
+    host::model::Layer& null = document.main_comp().create_null("N", {});
+    host::model::Stream& scale = null.stream(host::model::kScale);
+    scale.add_keyframes({{host::model::Time{0}, {{10, 20, 100, 0}}}, {host::model::Time{120000}, {{30, 40, 100, 0}}}});
+    Keyframe first = scale.keyframe(0);
+    first.out = Interpolation::bezier;
+    first.ease_out[0] = {50, 0.25};
+    scale.set_keyframe(0, first);
+    const std::string text = document.write();
+    const Document again = Document::read(text);
+    for (const int ticks : {20000, 60000, 100000}) {
+        EXPECT_DOUBLE_EQ(layer_of(again, "N").stream(host::model::kScale).value_at(host::model::Time{ticks}).n[2], 100)
+            << property(text, "s", "N");
+    }
+}
+
 TEST(KeyframeCopies, a_single_keyframe_is_written_static) {
     const Document document = Document::read(animation(shape_layer(1, "A")));
     host::model::Stream& rotation = layer_of(document, "A").stream(host::model::kRotation);

@@ -63,7 +63,8 @@ SegmentMeasure measure(host::model::StreamType type, std::size_t dimension, cons
     const bool has_one_ease = dimensions > 1 && host::model::temporal_dimensions(type) == 1;
     const double change =
         has_one_ease ? path_length(from, to, dimensions) : to.value.n[dimension] - from.value.n[dimension];
-    return {host::model::seconds(to.time - from.time), std::abs(change) < kNoChange ? 1 : change};
+    const bool moves = std::abs(change) >= kNoChange;
+    return {host::model::seconds(to.time - from.time), moves ? change : 1, moves};
 }
 
 Ease ease_out(EaseHandle handle, const SegmentMeasure& segment) {

@@ -19,6 +19,7 @@ struct EaseHandle {
 struct SegmentMeasure {
     double seconds = 0;
     double change = 1;  // of one number, signed, or the length of the path; 1 where nothing moves
+    bool moves = true;
 };
 
 SegmentMeasure measure(host::model::StreamType type, std::size_t dimension, const host::model::Keyframe& from,

@@ -40,8 +40,15 @@ class KeyframeWriter {
         std::string y;
         for (std::size_t d = 0; d < eases_; ++d) {
             const SegmentMeasure segment = measure(now_.type, d, keys_[i], keys_[i + 1]);
-            const EaseHandle at = out ? handle_out(keys_[i].ease_out[d], keys_[i].out, segment)
-                                      : handle_in(keys_[i + 1].ease_in[d], keys_[i + 1].in, segment);
+            const Keyframe& key = keys_[out ? i : i + 1];
+            host::model::Ease ease = out ? key.ease_out[d] : key.ease_in[d];
+            Interpolation side = out ? key.out : key.in;
+            // Beside one that is not linear a linear side would be read as one that leaves the value, and comes back.
+            if (!segment.moves && side != Interpolation::bezier && keys_[i].out != keys_[i + 1].in) {
+                ease.speed = 0;
+                side = Interpolation::bezier;
+            }
+            const EaseHandle at = out ? handle_out(ease, side, segment) : handle_in(ease, side, segment);
             append_number(x += d == 0 ? "" : ",", at.x);
             append_number(y += d == 0 ? "" : ",", at.y);
         }
