@@ -59,12 +59,16 @@ TEST(ExpressionUse, a_value_or_a_loop_of_it_is_carried_along) {
 
 TEST(ExpressionUse, a_point_of_the_composition_comes_from_a_layer_alone) {
     for (const char* text : {"$bm_rt = thisComp.layer('a').toComp([1, 2]);", "thisComp.layer('a').position",
-                             "var $bm_rt;\nvar a = thisComp.layer('a');\n$bm_rt = a.transform.position;"}) {
+                             "var $bm_rt;\nvar a = thisComp.layer('a');\n$bm_rt = a.transform.position;",
+                             "$bm_rt = sub(a.toComp(p[1]), sub(b.position, a.toComp(p[0])));",
+                             "$bm_rt = $bm_sum(a.position, $bm_sub(b.position, c.position));"}) {
         EXPECT_TRUE(lottie::looks::is_point_of_composition(text)) << text;
     }
     for (const char* text :
          {"$bm_rt = thisComp.layer('a').toComp([1, 2])[0];", "$bm_rt = a.position; $bm_rt = 5;", "$bm_rt = a.scale;",
-          "$bm_rt = a.position * 2;", "$bm_rt = [a.position[0], 5];", "$bm_rt = -a.position;", "5"}) {
+          "$bm_rt = a.position * 2;", "$bm_rt = sub(a.position, b.position);", "$bm_rt = $bm_sum(a.position, [1, 2]);",
+          "$bm_rt = add(a.position, b.position);", "$bm_rt = sub(a.position);", "$bm_rt = [a.position[0], 5];",
+          "$bm_rt = -a.position;", "5"}) {
         EXPECT_FALSE(lottie::looks::is_point_of_composition(text)) << text;
     }
 }

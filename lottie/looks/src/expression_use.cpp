@@ -225,6 +225,79 @@ class Reader {
     bool converts_from_ = false;
 };
 
+// Tells how many points more a sum adds than it takes away: with one, it moves as they do.
+class PointReader {
+  public:
+    explicit PointReader(std::string_view text) : tokens_(host::model::tokenize_expression(text)) {}
+
+    // Where the value begins and ends, given once and at the end.
+    std::optional<std::pair<std::size_t, std::size_t>> result() const {
+        std::size_t begin = 0;
+        std::size_t assignments = 0;
+        for (std::size_t i = 0; i < tokens_.size(); ++i) {
+            if (tokens_[i].text != "$bm_rt" || !is_mark(i + 1, "=")) continue;
+            begin = i + 2;
+            ++assignments;
+        }
+        std::size_t end = begin;
+        while (end < tokens_.size() && !is_mark(end, ";")) ++end;
+        if (assignments > 1 || end + 1 < tokens_.size()) return std::nullopt;
+        return std::pair(begin, end);
+    }
+
+    // Nothing where there is anything but points.
+    std::optional<int> count_points(std::size_t begin, std::size_t end, int depth = 0) const {
+        if (begin >= end || depth > kDeepest) return std::nullopt;
+        const bool is_difference = is_one_of(tokens_[begin].text, {"sub", "$bm_sub"});
+        if (!is_difference && !is_one_of(tokens_[begin].text, {"add", "sum", "$bm_sum"})) {
+            return is_point(begin, end) ? std::optional(1) : std::nullopt;
+        }
+        if (!is_mark(begin + 1, "(") || behind(begin + 1) != end) return std::nullopt;
+        std::size_t comma = begin + 2;
+        while (comma < end && !is_mark(comma, ",")) comma = is_opening(comma) ? behind(comma) : comma + 1;
+        if (comma >= end) return std::nullopt;
+        const auto first = count_points(begin + 2, comma, depth + 1);
+        const auto second = count_points(comma + 1, end - 1, depth + 1);
+        if (!first || !second) return std::nullopt;
+        return is_difference ? *first - *second : *first + *second;
+    }
+
+  private:
+    static constexpr int kDeepest = 8;
+
+    bool is_mark(std::size_t i, std::string_view mark) const {
+        return i < tokens_.size() && tokens_[i].kind == ExpressionTokenKind::mark && tokens_[i].text == mark;
+    }
+    bool is_opening(std::size_t i) const { return is_mark(i, "(") || is_mark(i, "["); }
+
+    // Behind the bracket that closes this one, or the end.
+    std::size_t behind(std::size_t opening) const {
+        std::size_t depth = 0;
+        for (std::size_t i = opening; i < tokens_.size(); ++i) {
+            if (is_opening(i)) ++depth;
+            if ((is_mark(i, ")") || is_mark(i, "]")) && --depth == 0) return i + 1;
+        }
+        return tokens_.size();
+    }
+
+    // A chain of names and calls that ends with one that gives a point.
+    bool is_point(std::size_t begin, std::size_t end) const {
+        std::string_view last;
+        for (std::size_t i = begin; i < end;) {
+            if (is_mark(i, "(")) {
+                i = behind(i);
+                continue;
+            }
+            if (tokens_[i].kind == ExpressionTokenKind::mark && tokens_[i].text != ".") return false;
+            if (tokens_[i].kind == ExpressionTokenKind::word) last = tokens_[i].text;
+            ++i;
+        }
+        return is_one_of(last, {"toComp", "toWorld", "position"});
+    }
+
+    std::vector<ExpressionToken> tokens_;
+};
+
 }  // namespace
 
 ExpressionUse read_expression(std::string_view text) {
@@ -247,29 +320,9 @@ bool is_carried_along(std::string_view text) {
 }
 
 bool is_point_of_composition(std::string_view text) {
-    const auto tokens = host::model::tokenize_expression(text);
-    const auto is_mark = [&](std::size_t i, std::string_view mark) {
-        return i < tokens.size() && tokens[i].kind == ExpressionTokenKind::mark && tokens[i].text == mark;
-    };
-    std::size_t at = 0;  // where the result begins
-    std::size_t assignments = 0;
-    for (std::size_t i = 0; i < tokens.size(); ++i) {
-        if (tokens[i].text != "$bm_rt" || !is_mark(i + 1, "=")) continue;
-        at = i + 2;
-        ++assignments;
-    }
-    if (assignments > 1) return false;
-    std::string_view last;
-    std::size_t depth = 0;
-    for (; at < tokens.size() && !(depth == 0 && is_mark(at, ";")); ++at) {
-        if (is_mark(at, "(") || (depth > 0 && is_mark(at, "["))) ++depth;
-        if (depth == 0 && tokens[at].kind == ExpressionTokenKind::mark && tokens[at].text != ".") return false;
-        if (depth == 0 && tokens[at].kind == ExpressionTokenKind::word) last = tokens[at].text;
-        if (is_mark(at, ")") || is_mark(at, "]")) {
-            if (depth-- == 0) return false;
-        }
-    }
-    return at + 1 >= tokens.size() && is_one_of(last, {"toComp", "toWorld", "position"});
+    const PointReader reader(text);
+    const auto result = reader.result();
+    return result && reader.count_points(result->first, result->second) == 1;
 }
 
 bool is_independent_of_own_value(std::string_view expression, std::string_view layer) {
