@@ -157,6 +157,13 @@ std::vector<Case> clip_cases() {
     const Members small = {{"w", "60"}, {"h", "60"}, {"ks", at(20, 20)}};
     const std::string dot = R"({"ty":"el","p":{"a":0,"k":[0,0]},"s":{"a":0,"k":[56,56]}},)"
                             R"({"ty":"fl","c":{"a":0,"k":[1,0,0,1]},"o":{"a":0,"k":100}})";
+    const std::string uneven =
+        R"({"a":1,"k":[{"i":{"x":[0.2,0.9],"y":[1,0.5]},"o":{"x":[0.1,0.8],"y":[0,0.1]},"t":0,"s":[100,100,100]},)"
+        R"({"t":19,"s":[50,70,100]}]})";
+    const auto speck_like = [](Members ks) {
+        ks["p"] = still("[65,9,0]");
+        return std::vector{solid(1, "speck", 1, 1, "#ff0000", {{"ks", transform(ks)}})};
+    };
     return {
         {Reason::clip, "cut_in_half", Weight::change, Pictures::differ, inside({red({{"ks", at(40, 10)}})}, small),
          "red", "w", 0},
@@ -178,6 +185,11 @@ std::vector<Case> clip_cases() {
          inside({shape_layer(1, "dot", dot, {{"ks", transform({{"p", still("[30,30,0]")}, {"r", still("45")}})}})},
                 small)},
         {Reason::clip, "by_a_hair", Weight::slight, Pictures::equal, inside({red({{"ks", at(20.02, 10)}})}, small)},
+        {Reason::clip, "one_speck", Weight::slight, Pictures::equal, inside(specks(1), small)},
+        {Reason::clip, "one_speck_that_an_expression_turns", Weight::slight, Pictures::equal,
+         inside(speck_like({{"r", expression("value", "0")}}), small)},
+        {Reason::clip, "one_speck_that_players_scale_in_their_ways", Weight::change, Pictures::cannot_tell,
+         inside(speck_like({{"s", uneven}}), small), "speck", "w", 0},
         {Reason::clip, "specks_over_the_whole_picture", Weight::change, Pictures::differ, inside(specks(6), small),
          "speck", "w", 0},
     };

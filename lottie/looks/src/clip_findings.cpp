@@ -124,8 +124,12 @@ Worst search(Unnesting& u) {
             Hull reach = u.inside_survey().reach_in_stack(inner, inner_frames[i]);
             if (const auto mask = held.masks ? mask_reach(u.nest(), frame) : std::nullopt) reach = cut(reach, *mask);
             Overhang one = is_hidden_anyway(u, inner, frame) ? Overhang{} : overhang(u, reach, frame);
-            // Players differ in where the layer lies, and so in how much of it is to be seen there.
-            if (one.unseen > 0 && !u.inside_survey().has_reliable_placement(inner)) one.unseen = kSeen;
+            // Players differ in where the layer lies, and so in how much of it is to be seen there. What an expression
+            // moves is taken to lie where the file says.
+            if (one.unseen > 0 && !u.inside_survey().is_moved_by_expression(inner) &&
+                !u.inside_survey().has_reliable_placement(inner)) {
+                one.unseen = kSeen;
+            }
             unseen += one.unseen;
             if (one.width > sliver(u.stack())) {
                 if (!worst.first_frame) worst.first_frame = frame;

@@ -331,6 +331,13 @@ bool Survey::has_reliable_placement(std::size_t place) const {
     return true;
 }
 
+bool Survey::is_moved_by_expression(std::size_t place) const {
+    for (std::optional<std::size_t> at = place; at; at = stack_->parent(*at)) {
+        if (stack_->layer(*at).transform().has_expression()) return true;
+    }
+    return false;
+}
+
 // All
 
 Survey* Surveys::find(const std::string& id) {

@@ -59,6 +59,8 @@ class Survey {
     // Whether all players see the layer where its placement says: no expression moves it or what it hangs on, none of
     // them leaves the plane, and nothing moves in a way that players differ in.
     bool has_reliable_placement(std::size_t layer) const;
+    // Whether an expression moves it, or what it hangs on.
+    bool is_moved_by_expression(std::size_t layer) const;
 
     // Of each layer, see dark_ground.h; worked out when somebody asks.
     std::optional<std::vector<double>> darkness;
