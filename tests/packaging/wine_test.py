@@ -32,6 +32,10 @@ def environment():
 def setUpModule():
     global PREFIX
     PREFIX = tempfile.TemporaryDirectory(prefix='exflate-wine-')
+    # One server for all programs, for a minute after the last: left to itself it ends soon after each, and the next one may
+    # meet it as it goes.
+    Path(environment()['WINEPREFIX']).mkdir()
+    subprocess.run([program_of_wine('wineserver64'), '--persistent=60'], env=environment(), timeout=60, check=True)
 
 
 def tearDownModule():
