@@ -14,8 +14,6 @@ namespace {
 
 constexpr std::size_t kLongestName = 31;  // bytes; what the command gives a copy
 
-constexpr std::size_t kStepsPerCharacter = 4;  // that is read several times
-
 const char* const kByHand = "correct the expression by hand afterwards, or keep this nest";
 
 // One expression before and after, with the stack that it looks into and what became of that stack's layers.

@@ -1,6 +1,7 @@
 // What an expression asks of its surroundings, told from its text.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -31,6 +32,9 @@ struct ExpressionUse {
     std::vector<std::pair<std::string, std::string>> layers_elsewhere;
     std::vector<std::string> compositions;  // comp("Name"); empty if worked out
 };
+
+// What it costs to ask an expression's text all of this.
+inline constexpr std::size_t kStepsPerCharacter = 4;
 
 ExpressionUse read_expression(std::string_view text);
 

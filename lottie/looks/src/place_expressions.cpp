@@ -11,8 +11,6 @@
 namespace lottie::looks {
 namespace {
 
-constexpr std::size_t kStepsPerCharacter = 4;
-
 class PlaceExpressions {
   public:
     explicit PlaceExpressions(Unnesting& u) : u_(u) {}
