@@ -1,4 +1,6 @@
 // Cases about expressions, names and the source.
+#include <tuple>
+
 #include "cases.h"
 
 namespace test {
@@ -8,11 +10,15 @@ std::string spinning(const std::string& text) {
     return transform({{"r", expression(text)}});
 }
 
+std::string layer_control(const std::string& number) {
+    return R"([{"ty":5,"nm":"Layer","mn":"ADBE Layer Control","en":1,"ef":[)"
+           R"({"ty":10,"nm":"Layer","mn":"ADBE Layer Control-0001","v":{"a":0,"k":)" +
+           number + "}}]}]";
+}
+
 // The red layer's effect means the blue one.
 std::string controlled(const std::string& text) {
-    const std::string control = R"([{"ty":5,"nm":"Layer","mn":"ADBE Layer Control","en":1,"ef":[)"
-                                R"({"ty":10,"nm":"Layer","mn":"ADBE Layer Control-0001","v":{"a":0,"k":2}}]}])";
-    return inside({red({{"ks", spinning(text)}, {"ef", control}}), blue()});
+    return inside({red({{"ks", spinning(text)}, {"ef", layer_control("2")}}), blue()});
 }
 
 std::vector<Case> naming_cases() {
@@ -37,6 +43,10 @@ std::vector<Case> naming_cases() {
          with("thisComp.height", smaller), "red", "ks.r"},
         {Reason::index_in_expression, "another_number", Weight::change, Pictures::cannot_tell, with("index * 10"),
          "red", "ks.r"},
+        {Reason::index_in_expression, "another_number_of_another_layer", Weight::change, Pictures::cannot_tell,
+         with("thisComp.layer('blue').index * 10"), "red", "ks.r"},
+        {Reason::index_in_expression, "of_a_keyframe", std::nullopt, Pictures::cannot_tell,
+         with("nearestKey(0).index * 10")},
         {Reason::layer_reference, "by_number", Weight::change, Pictures::cannot_tell,
          with("thisComp.layer(2).transform.rotation"), "red", "ks.r"},
         {Reason::layer_reference, "by_number_in_the_composition_around", Weight::change, Pictures::cannot_tell,
@@ -77,6 +87,35 @@ std::vector<Case> naming_cases() {
     cases.push_back(
         {Reason::name_clash, "only_a_layer_below_has_the_name", std::nullopt, Pictures::equal, animation(clash)});
     const std::string asks_around = "comp('Main').layer('turner').transform.rotation";
+    for (const auto& [reason, name, text] :
+         {std::tuple(Reason::composition_in_expression, "how_many_layers_it_has_from_beside", "thisComp.numLayers"),
+          std::tuple(Reason::composition_in_expression, "how_many_layers_it_has_by_another_name",
+                     "var c = thisComp; c.numLayers"),
+          std::tuple(Reason::layer_reference, "from_beside_by_a_number_that_is_worked_out",
+                     "thisComp.layer(index - 10).transform.rotation"),
+          std::tuple(Reason::layer_reference, "from_beside_by_a_name_that_is_put_together",
+                     "thisComp.layer('Ne' + 'st').transform.rotation"),
+          std::tuple(Reason::layer_reference, "from_beside_by_a_function_that_gives_layers",
+                     "var l = thisComp.layer; l(10).transform.rotation")}) {
+        clash.below = {solid(20, "asker", 100, 100, "#cccccc", {{"ks", spinning(text)}})};
+        cases.push_back({reason, name, Weight::change, Pictures::cannot_tell, animation(clash), "asker", "ks.r"});
+    }
+    clash.below = {solid(20, "asker", 100, 100, "#cccccc",
+                         {{"ks", spinning("effect('Layer')(1).transform.rotation")}, {"ef", layer_control("10")}})};
+    cases.push_back({Reason::layer_reference, "to_the_nest_by_an_effect_beside", Weight::change, Pictures::cannot_tell,
+                     animation(clash), "asker", "ef"});
+    clash.below = {solid(20, "asker", 100, 100, "#cccccc",
+                         {{"ks", spinning("effect('Layer')(1).transform.rotation")}, {"ef", layer_control("20")}})};
+    cases.push_back({Reason::layer_reference, "to_a_layer_that_stays_by_an_effect_beside", std::nullopt,
+                     Pictures::cannot_tell, animation(clash)});
+    Nesting hung;
+    for (const char* text : {"hasParent ? 30 : 0", "toComp([0, 0])[0]"}) {
+        hung.below = {solid(20, "asker", 100, 100, "#cccccc", {{"parent", "10"}, {"ks", spinning(text)}})};
+        cases.push_back({Reason::layer_reference,
+                         std::string_view(text).starts_with("has") ? "to_the_parent_that_was_the_nest"
+                                                                   : "to_where_a_layer_lies_that_hung_on_the_nest",
+                         Weight::change, Pictures::cannot_tell, animation(hung), "asker", "ks.r"});
+    }
     Nesting around;
     around.below = {solid(20, "turner", 100, 100, "#cccccc")};
     around.inside = {red({{"ks", spinning(asks_around)}}), blue()};
@@ -99,6 +138,15 @@ std::vector<Case> naming_cases() {
          "ks.r",
          {},
          prefix("new")});
+    cases.push_back({Reason::layer_reference,
+                     "by_a_name_that_is_read_and_gets_longer",
+                     Weight::change,
+                     Pictures::cannot_tell,
+                     inside({red({{"ks", spinning("name.length")}}), solid(2, long_name, 10, 10, "#0000ff")}),
+                     "red",
+                     "ks.r",
+                     {},
+                     prefix("new")});
     cases.push_back({Reason::long_name, "nobody_asks_for_it", Weight::harmless, Pictures::equal,
                      inside({red(), solid(2, long_name, 40, 40, "#0000ff")})});
     cases.push_back({Reason::quoted_name, "nobody_asks_for_it", Weight::harmless, Pictures::equal,

@@ -87,6 +87,18 @@ TEST(ExpressionUse, the_composition_by_another_name_hides_which_layer_is_asked_f
     EXPECT_FALSE(read_expression("thisComp.layer('a').position").has_computed_layer);
 }
 
+TEST(ExpressionUse, layers_that_are_named_by_a_literal_are_not_worked_out) {
+    for (const char* text : {"thisComp.layer('a')", "thisComp.layer(3)", "thisComp('a')", "value",
+                             "var c = thisComp; c.layer('a').position", "var n = 'a';\nthisComp.layer(n)"}) {
+        EXPECT_FALSE(read_expression(text).works_out_layer) << text;
+    }
+    for (const char* text :
+         {"thisComp.layer(index + 1)", "thisComp.layer('a' + 'b')", "f(thisComp)", "thisComp[n]",
+          "var c = thisComp; f(c)", "thisComp(index)", "eval('x')", "var l = thisComp.layer; l(3)"}) {
+        EXPECT_TRUE(read_expression(text).works_out_layer) << text;
+    }
+}
+
 TEST(ExpressionUse, reading_keyframes_is_noticed) {
     EXPECT_TRUE(read_expression("value + key(1).value").is_relative_to_keys);
     EXPECT_TRUE(read_expression("thisProperty.nearestKey(time).time").is_relative_to_keys);
@@ -97,6 +109,8 @@ TEST(ExpressionUse, the_index_is_read_by_itself_or_as_a_member_of_this_layer) {
     EXPECT_TRUE(read_expression("index * 5").reads_index);
     EXPECT_TRUE(read_expression("thisLayer.index").reads_index);
     EXPECT_FALSE(read_expression("key(1).index").reads_index);
+    EXPECT_FALSE(read_expression("key(1).index + nearestKey(f(1)).index").reads_other_index);
+    EXPECT_TRUE(read_expression("thisComp.layer('a').index").reads_other_index);
     EXPECT_FALSE(read_expression("'index'").reads_index);
 }
 

@@ -33,20 +33,23 @@ class ExpressionFindings {
 
     void look_at_copies() {
         for (const Copy& copy : nest_->copies()) {
-            look_at_layer(nest_->inner(copy), nest_->copied(copy), nest_->inside_survey());
+            look_at_layer(nest_->inner(copy), nest_->copied(copy), nest_->inside_survey(), copy.inner);
             look_at_name(nest_->inner(copy), nest_->copied(copy));
         }
-        for (const Copy& copy : nest_->copies()) {
-            const auto effects = nest_->inner(copy).array("ef");
-            look_at_controls(copy, effects, nest_->copied(copy).array("ef"), false);
-        }
+        for (const Copy& copy : nest_->copies())
+            look_at_effects(nest_->inner(copy), nest_->copied(copy), nest_->inside_survey());
     }
 
     void look_beside() {
         for (std::size_t place = 0; place < c_.stack().size(); ++place) {
             const auto kept = c_.kept_at(place);
             if (!kept || c_.is_unnested(place)) continue;
-            look_at_layer(c_.stack().layer(place), c_.result().layer(*kept), c_.stack_survey());
+            look_at_layer(c_.stack().layer(place), c_.result().layer(*kept), c_.stack_survey(), place);
+        }
+        for (std::size_t place = 0; place < c_.stack().size(); ++place) {
+            const auto kept = c_.kept_at(place);
+            if (!kept || c_.is_unnested(place)) continue;
+            look_at_effects(c_.stack().layer(place), c_.result().layer(*kept), c_.stack_survey());
         }
     }
 
@@ -72,7 +75,8 @@ class ExpressionFindings {
     ExpressionTally& tally() { return tally_; }
 
   private:
-    void look_at_layer(const SceneLayer& layer, const SceneLayer& after, Survey& stack) {
+    // `place` is that in its stack.
+    void look_at_layer(const SceneLayer& layer, const SceneLayer& after, Survey& stack, std::size_t place) {
         for (const auto& part : layer.parts()) {
             const auto& before_texts = part->expressions();
             if (before_texts.empty()) continue;
@@ -88,7 +92,11 @@ class ExpressionFindings {
                 look_at_names(one);
                 look_at_numbers(one, use);
                 look_at_compositions(one, use);
-                if (nest_ != nullptr) look_at_surroundings(one, use);
+                if (nest_ != nullptr) {
+                    look_at_surroundings(one, use);
+                } else {
+                    look_at_what_stayed(one, use, place);
+                }
             }
         }
     }
@@ -147,7 +155,7 @@ class ExpressionFindings {
                  "it asks for layer " + plain(number) + " by number" + (is_same ? "" : ", which is now another one"));
         }
         if (!use.has_computed_layer) return;
-        if (nest_ != nullptr) {
+        if (nest_ != nullptr || use.works_out_layer) {
             note(Reason::layer_reference, Weight::change, one, "it works out at run time which layer it asks for");
         } else {
             look_at_possible_names(one);
@@ -195,6 +203,18 @@ class ExpressionFindings {
                  is_same ? "it reads the layer's number, which stays"
                          : "it reads the layer's number, which is another now");
         }
+        if (use.reads_other_index && any_copy(one, Whose::any, [](const SceneLayer& layer, const SceneLayer& after) {
+                return layer.number != after.number;
+            })) {
+            note(Reason::index_in_expression, Weight::change, one,
+                 "it reads the number of a layer, which may be another now");
+        }
+        if (use.reads_names && any_copy(one, Whose::any, [](const SceneLayer& layer, const SceneLayer& after) {
+                return layer.name != after.name;
+            })) {
+            note(Reason::layer_reference, Weight::change, one,
+                 "it reads the name of a layer, which may be another now");
+        }
         if (use.span != Whose::nobody && any_copy(one, use.span, [](const SceneLayer& layer, const SceneLayer& after) {
                 return layer.in != after.in || layer.out != after.out || layer.start != after.start;
             })) {
@@ -231,13 +251,63 @@ class ExpressionFindings {
                  (is_same ? ", which is the same outside" : " of another composition now"));
     }
 
+    void look_at_effects(const SceneLayer& layer, const SceneLayer& after, Survey& stack) {
+        if (layer.part("ef") != nullptr) look_at_controls({layer, stack}, layer.array("ef"), after.array("ef"), false);
+    }
+
+    struct Holder {
+        const SceneLayer& layer;
+        Survey& stack;
+    };
+
+    // What an expression beside a nest reads of its composition and the layers that stayed in it.
+    void look_at_what_stayed(const Case& one, const ExpressionUse& use, std::size_t place) {
+        if (use.counts_layers && c_.stack().size() != c_.result().size()) {
+            note(Reason::composition_in_expression, Weight::change, one,
+                 "it reads how many layers a composition has, which are more now, or fewer");
+        }
+        if (use.parent == Whose::own ? is_rehung(place) : use.parent == Whose::any && is_any_rehung()) {
+            note(Reason::layer_reference, Weight::change, one,
+                 "it reads the parent of a layer, which is another one now");
+        }
+        if ((use.reads_transforms || use.reads_opacity || use.converts_points) && is_any_placed_otherwise()) {
+            note(Reason::layer_reference, Weight::change, one,
+                 "it reads how layers are placed, and one that stayed is placed by other numbers now");
+        }
+    }
+
+    bool is_rehung(std::size_t place) const {
+        const auto parent = c_.stack().parent(place);
+        const auto parent_after = c_.result().parent(*c_.kept_at(place));
+        return parent ? !parent_after || c_.kept_at(*parent) != parent_after : parent_after.has_value();
+    }
+
+    template <class Question>
+    bool any_that_stayed(std::optional<bool>& known, const Question& question) {
+        for (std::size_t place = 0; !known && place < c_.stack().size(); ++place) {
+            c_.spend(1);
+            if (c_.kept_at(place) && !c_.is_unnested(place) && question(place)) known = true;
+        }
+        known = known.value_or(false);
+        return *known;
+    }
+    bool is_any_rehung() {
+        return any_that_stayed(rehung_, [this](std::size_t place) { return is_rehung(place); });
+    }
+    bool is_any_placed_otherwise() {
+        return any_that_stayed(placed_otherwise_, [this](std::size_t place) {
+            return is_rehung(place) ||
+                   !c_.stack().layer(place).has_same_transform(c_.result().layer(*c_.kept_at(place)));
+        });
+    }
+
     // Parameters of effects that are layers, by number. Those of controls mean something to expressions alone.
-    void look_at_controls(const Copy& copy, Json::ConstArray before, Json::ConstArray after, bool is_drawn) {
+    void look_at_controls(const Holder& holder, Json::ConstArray before, Json::ConstArray after, bool is_drawn) {
         for (rapidjson::SizeType i = 0; i < std::min(before.Size(), after.Size()); ++i) {
             const auto inside = array_member(before[i], "ef");
             if (!inside.Empty()) {
                 const bool acts = is_drawn || reach_of(before[i]) != EffectReach::nothing;
-                look_at_controls(copy, inside, array_member(after[i], "ef"), acts);
+                look_at_controls(holder, inside, array_member(after[i], "ef"), acts);
             }
             constexpr double kLayer = 10;
             if (number_member(before[i], "ty", 0) != kLayer || !(is_drawn || reads_effects_)) continue;
@@ -245,12 +315,12 @@ class ExpressionFindings {
             const double number_after = layer_in(after[i]);
             // Some that stay as they are stand for masks.
             if (number == number_after && text_member(before[i], "mn") != "ADBE Layer Control-0001") continue;
-            const auto meant = nest_->inside_survey().layer_numbered(number);
+            const auto meant = holder.stack.layer_numbered(number);
             const auto wanted = meant ? successor(*meant) : std::nullopt;
             const auto found = c_.result_survey().layer_numbered(number_after);
-            if (!meant ? !found : found == wanted) continue;
+            if (meant ? wanted && found == wanted : !found) continue;
             tally_.note(Reason::layer_reference,
-                        {Weight::change, nest_->inner(copy).name, "ef",
+                        {Weight::change, holder.layer.name, "ef",
                          "an effect means layer " + plain(number) + " by its number, and now another or none",
                          "set the effect's layer by hand afterwards, or keep this nest"});
         }
@@ -280,7 +350,8 @@ class ExpressionFindings {
     Comparison& c_;
     const Unnesting* nest_;
     ExpressionTally tally_;
-    bool reads_effects_ = false;  // any expression that was looked at
+    std::optional<bool> rehung_, placed_otherwise_;  // once worked out
+    bool reads_effects_ = false;                     // any expression that was looked at
 };
 
 }  // namespace

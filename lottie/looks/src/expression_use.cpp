@@ -77,6 +77,7 @@ class Reader {
     ExpressionUse read() {
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
             if (tokens_[i].text == "ADBE Transform Group") use_.reads_transforms = true;
+            if (tokens_[i].text == "numLayers" && !named_composition(i)) use_.counts_layers = true;
             if (tokens_[i].kind != ExpressionTokenKind::word) continue;
             read_place(i);
             if (is_member(i)) {
@@ -107,6 +108,9 @@ class Reader {
         if (asks_own_layer(i)) use_.reads_own_value = true;
         // By another name, or as a function, it gives layers that nobody sees from here.
         if ((word == "thisComp" && !is_mark(i + 1, ".")) || word == "with") use_.has_computed_layer = true;
+        if ((word == "thisComp" && !is_plain_owner(i)) || is_one_of(word, {"with", "eval", "Function"}))
+            use_.works_out_layer = true;
+        if (word == "name") use_.reads_names = true;
         if (!is_call(i)) return;
         if (word == "timeToFrames" && is_mark(i + 2, ")")) use_.reads_time = true;
         if (is_one_of(word, {"wiggle", "valueAtTime", "velocityAtTime", "speedAtTime", "posterizeTime"})) {
@@ -116,6 +120,25 @@ class Reader {
         if (is_one_of(word, {"random", "gaussRandom", "wiggle"})) use_.is_random = true;
         if (word == "seedRandom") use_.is_seeded = true;
         if (word == "comp") read_composition(i);
+    }
+
+    // Whether nothing but members and named layers are asked of what the word at `i` stands for, nor of a variable that
+    // it is given another name by.
+    bool is_plain_owner(std::size_t i) const {
+        if (is_mark(i + 1, ".") || (is_call(i) && is_literal_argument(i + 2))) return true;
+        if (i < 2 || !is_mark(i - 1, "=") || tokens_[i - 2].kind != ExpressionTokenKind::word) return false;
+        if (!is_mark(i + 1, ";") && !is_mark(i + 1, ",")) return false;
+        const std::string& variable = tokens_[i - 2].text;
+        for (std::size_t at = 0; at < tokens_.size(); ++at) {
+            if (at == i - 2 || tokens_[at].kind != ExpressionTokenKind::word || tokens_[at].text != variable) continue;
+            const bool is_declared = at > 0 && is_one_of(tokens_[at - 1].text, {"var", "let", "const"});
+            const bool is_asked = is_mark(at + 1, ".") || (is_call(at) && is_literal_argument(at + 2));
+            if (!is_declared && !is_asked) return false;
+        }
+        return true;
+    }
+    bool is_literal_argument(std::size_t i) const {
+        return is_mark(i + 1, ")") && (tokens_[i].kind == ExpressionTokenKind::string || is_number(tokens_[i].text));
     }
 
     // content("Name") or content(1), which `i` is the member of.
@@ -152,16 +175,32 @@ class Reader {
         const std::string_view of = owner(i);
         if (word == "layer" && is_call(i)) {
             read_layer(i);
+        } else if (word == "layer") {
+            use_.has_computed_layer = use_.works_out_layer = true;
         } else if (of == "thisComp") {
             use_.composition_members.push_back(word);
-        } else if (of == "thisLayer" && word == "index") {
-            use_.reads_index = true;
+        } else if (word == "index") {
+            bool& reads = of == "thisLayer" ? use_.reads_index : use_.reads_other_index;
+            reads = reads || !is_of_key(i);
+        } else if (word == "name" || word == "_name") {
+            use_.reads_names = true;
         } else if (is_call(i) && is_one_of(word, {"wiggle", "valueAtTime", "velocityAtTime", "speedAtTime"})) {
             use_.reads_time = true;
             use_.is_random = use_.is_random || word == "wiggle";
         } else if (is_call(i) && is_one_of(word, {"key", "nearestKey"})) {
             use_.is_relative_to_keys = true;
         }
+    }
+
+    // key(1) or nearestKey(time), which `i` is the member of.
+    bool is_of_key(std::size_t i) const {
+        std::size_t at = i - 2;
+        if (i < 2 || !is_mark(at, ")")) return false;
+        for (std::size_t depth = 0; at > 0; --at) {
+            if (is_mark(at, ")")) ++depth;
+            if (is_mark(at, "(") && --depth == 0) break;
+        }
+        return at > 0 && is_one_of(tokens_[at - 1].text, {"key", "nearestKey"});
     }
 
     // What the argument at `i` of a call stands for: a string, or a variable that is given one string and nothing else.
@@ -196,7 +235,7 @@ class Reader {
 
     void read_layer(std::size_t i) {
         if (i + 3 >= tokens_.size() || !is_mark(i + 3, ")")) {
-            use_.has_computed_layer = true;
+            use_.has_computed_layer = use_.works_out_layer = true;
         } else if (tokens_[i + 2].kind == ExpressionTokenKind::string) {
             // Names are looked at with all other names.
             const auto composition = named_composition(i);
@@ -212,6 +251,7 @@ class Reader {
             }
         } else {
             use_.has_computed_layer = true;
+            use_.works_out_layer = use_.works_out_layer || !argument(i + 2);
         }
     }
 

@@ -20,6 +20,10 @@ struct ExpressionUse {
     bool is_seeded = false;
     bool reads_own_value = false;                  // or may: of the property, or a transform of its own layer
     bool has_computed_layer = false;               // or may: layer(...) with anything but a literal
+    bool works_out_layer = false;                  // the same, but for names and numbers that stand somewhere in it
+    bool counts_layers = false;                    // how many a composition has, and not one that is named
+    bool reads_other_index = false;                // the number of another layer, or may
+    bool reads_names = false;                      // what any layer is called
     bool reads_transforms = false;                 // of any layer, numbers other than the property's own among them
     bool reads_opacity = false;                    // likewise
     bool converts_points = false;                  // from a layer to its composition, or back, and not both
