@@ -116,6 +116,20 @@ std::vector<Case> naming_cases() {
                                                                    : "to_where_a_layer_lies_that_hung_on_the_nest",
                          Weight::change, Pictures::cannot_tell, animation(hung), "asker", "ks.r"});
     }
+    Nesting running;
+    running.above = {null_layer(30, "asker", {{"ks", spinning("comp('Inner').layer('red').transform.rotation")}})};
+    running.nest = {{"ip", "5"}, {"xt", "1"}};
+    running.inside = {nest_layer(1, "Inner", "inner", {{"w", "100"}, {"h", "100"}})};
+    running.assets = {R"({"id":"inner","layers":[)" + red() + "]}"};
+    cases.push_back({Reason::composition_reference, "to_a_nest_inside_of_one_that_runs_while_it_is_off", Weight::change,
+                     Pictures::cannot_tell, animation(running), "Nest"});
+    running.nest = {{"xt", "1"}};
+    cases.push_back({Reason::composition_reference, "to_a_nest_inside_of_one_that_is_always_on", Weight::harmless,
+                     Pictures::cannot_tell, animation(running)});
+    running.nest = {{"st", "5"}};
+    running.inside = {nest_layer(1, "Inner", "inner", {{"w", "100"}, {"h", "100"}, {"xt", "1"}})};
+    cases.push_back({Reason::composition_reference, "to_a_nest_that_runs_while_it_is_off_on_another_clock",
+                     Weight::change, Pictures::cannot_tell, animation(running), "Nest"});
     Nesting around;
     around.below = {solid(20, "turner", 100, 100, "#cccccc")};
     around.inside = {red({{"ks", spinning(asks_around)}}), blue()};

@@ -53,6 +53,28 @@ class ExpressionFindings {
         }
     }
 
+    // Compositions that run while they are off tell expressions another time then when they begin or end elsewhere.
+    void look_at_running() {
+        const SceneLayer& nest = nest_->nest();
+        const auto runs = [this](const Copy& copy) {
+            return nest_->inner(copy).type == LayerType::nest && nest_->inner(copy).runs_while_off;
+        };
+        if (!nest.runs_while_off && std::none_of(nest_->copies().begin(), nest_->copies().end(), runs)) return;
+        const bool is_always_on = std::all_of(nest_->stack_frames().begin(), nest_->stack_frames().end(),
+                                              [&nest](double frame) { return nest.is_on(frame); });
+        if (is_always_on && nest_->only_shifts() && nest.start == 0) return;
+        const CompositionCalls& calls = c_.before().composition_calls();
+        const bool is_any_asked =
+            calls.is_any_computed || std::any_of(calls.layers.begin(), calls.layers.end(), [this](const auto& call) {
+                return call.first != c_.before().main().name;
+            });
+        if (!is_any_asked) return;
+        tally_.note(Reason::composition_reference,
+                    {Weight::change, nest.name, "",
+                     "it runs while it is off, for expressions that ask for compositions, and its layers do not",
+                     "keep this nest"});
+    }
+
     // Layers of the stack that expressions of other compositions ask for by name.
     void look_from_elsewhere() {
         for (const auto& [composition, layers] : c_.before().composition_calls().layers) {
@@ -366,6 +388,7 @@ ExpressionTally find_expression_changes_beside(Comparison& comparison) {
 void find_expression_changes(Unnesting& u, const SharedFindings& shared) {
     ExpressionFindings findings(u.comparison(), &u);
     findings.look_at_copies();
+    findings.look_at_running();
     findings.tally().append(shared.expressions);
     for (const auto& [reason, entry] : findings.tally().entries()) {
         const std::string more = entry.count > 1 ? " (and " + std::to_string(entry.count - 1) + " more)" : "";

@@ -105,6 +105,8 @@ void SceneLayer::read_member(const std::string& key, std::string_view value) {
         is_collapsed = is_collapsed || is_truthy(value);
     } else if (key == "mb") {
         has_motion_blur = is_truthy(value);
+    } else if (key == "xt") {
+        runs_while_off = is_truthy(value);
     } else if (key == "hasMask") {
         has_masks = is_truthy(value);
     }

@@ -49,6 +49,7 @@ class SceneLayer {
     bool is_auto_oriented = false;
     bool is_collapsed = false;
     bool has_motion_blur = false;
+    bool runs_while_off = false;  // a nest whose layers some players keep in step for expressions
     bool has_masks = false;
 
     std::string_view text() const { return text_; }
