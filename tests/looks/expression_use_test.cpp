@@ -73,6 +73,59 @@ TEST(ExpressionUse, a_point_of_the_composition_comes_from_a_layer_alone) {
     }
 }
 
+TEST(ExpressionUse, what_leads_a_position_is_told_where_it_is_plain) {
+    using By = lottie::looks::Leader::By;
+    const std::string bar = "var $bm_rt; var bar = thisComp.layer('bar');";
+    const std::string points = "var p = bar.content('Path 1').path.points();";
+    const std::string path = "var p = bar('ADBE Root Vectors Group')(1)('ADBE Vector Shape');";
+    for (const auto& [text, by] :
+         {std::pair(std::string("$bm_rt = thisComp.layer('bar').position;"), By::position),
+          std::pair(std::string("$bm_rt = thisComp.layer('bar').transform.position;"), By::position),
+          std::pair(std::string("$bm_rt = thisComp.layer('bar').toComp([5, -5, 0]);"), By::point),
+          std::pair(bar + "$bm_rt = bar.toComp([5, -5]);", By::point),
+          std::pair(bar + points + "$bm_rt = bar.toComp(p[1]);", By::path),
+          std::pair(bar + path + "$bm_rt = bar.toComp(p.pointOnPath(time));", By::path)}) {
+        const auto leader = lottie::looks::leader_of(text);
+        ASSERT_TRUE(leader.has_value()) << text;
+        EXPECT_EQ(leader->layer, "bar") << text;
+        EXPECT_TRUE(leader->by == by) << text;
+        if (by == By::point) {
+            EXPECT_THAT(leader->point, ElementsAre(5, -5)) << text;
+        }
+    }
+    for (const std::string& text :
+         {std::string("$bm_rt = thisComp.layer('bar').position[0];"), std::string("$bm_rt = bar.toComp([5, 5]);"),
+          std::string("$bm_rt = thisComp.layer(1).position;"), std::string("$bm_rt = comp('a').layer('bar').position;"),
+          std::string("$bm_rt = thisComp.layer('bar').toComp([time, 5]);"),
+          std::string("$bm_rt = thisComp.layer('bar').toComp([5, 5]) * 2;"), bar + "$bm_rt = bar.toComp(p[1]);",
+          bar + points + "$bm_rt = bar.toComp(p.pointOnPath(1));", bar + path + "$bm_rt = bar.toComp(p[1]);",
+          bar + "bar = thisComp.layer('b'); $bm_rt = bar.toComp([5, 5]);",
+          bar + points + "p[1] = [900, 900]; $bm_rt = bar.toComp(p[1]);",
+          bar + points + "push(p); $bm_rt = bar.toComp(p[1]);",
+          bar + "var p = bar.effect('a')('b'); $bm_rt = bar.toComp(p[1]);"}) {
+        EXPECT_FALSE(lottie::looks::leader_of(text).has_value()) << text;
+    }
+}
+
+TEST(ExpressionUse, a_loop_stays_within_its_keyframes_unless_it_goes_on_from_the_last) {
+    for (const char* text : {"loopOut()", "loopOut('cycle')", "$bm_rt = loopIn('pingpong');", "loopOut('cycle', 2)"}) {
+        EXPECT_TRUE(lottie::looks::stays_within_keys(text)) << text;
+    }
+    for (const char* text :
+         {"loopOut('offset')", "loopOut('continue')", "loopOut('cycle') * 2", "value", "loopOutDuration('cycle', 1)"}) {
+        EXPECT_FALSE(lottie::looks::stays_within_keys(text)) << text;
+    }
+}
+
+TEST(ExpressionUse, a_position_may_be_spelled_out) {
+    const auto spelled = lottie::looks::spelled_point("$bm_rt = [-4.5, value[1], 0];");
+    ASSERT_TRUE(spelled.has_value());
+    EXPECT_THAT(spelled->numbers, ElementsAre(testing::Optional(-4.5), testing::Eq(std::nullopt)));
+    for (const char* text : {"[time, 5]", "[value[1], value[0]]", "[5]", "5", "[5, 5] * 2", "[-value[0], 5]", "["}) {
+        EXPECT_FALSE(lottie::looks::spelled_point(text).has_value()) << text;
+    }
+}
+
 TEST(ExpressionUse, points_that_go_there_and_back_are_not_converted) {
     EXPECT_TRUE(read_expression("toComp([0, 0])").converts_points);
     EXPECT_TRUE(read_expression("thisLayer.fromWorld([0, 0])").converts_points);

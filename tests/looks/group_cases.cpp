@@ -145,12 +145,16 @@ std::vector<std::string> specks(int count) {
     return layers;
 }
 
-std::string on_a_layer_in_depth(const std::vector<std::string>& layers) {
+std::string on_a_layer(const Members& members, const std::vector<std::string>& layers) {
     Nesting nesting;
-    nesting.above = {null_layer(30, "turned", {{"ddd", "1"}, {"ks", transform({{"ry", still("45")}})}})};
+    nesting.above = {null_layer(30, "carrier", members)};
     nesting.nest = {{"parent", "30"}};
     nesting.inside = layers;
     return animation(nesting);
+}
+
+std::string on_a_layer_in_depth(const std::vector<std::string>& layers) {
+    return on_a_layer({{"ddd", "1"}, {"ks", transform({{"ry", still("45")}})}}, layers);
 }
 
 std::vector<Case> clip_cases() {
@@ -164,7 +168,70 @@ std::vector<Case> clip_cases() {
         ks["p"] = still("[65,9,0]");
         return std::vector{solid(1, "speck", 1, 1, "#ff0000", {{"ks", transform(ks)}})};
     };
+    const auto led = [&](const std::string& key, const std::string& property, const Members& nest) {
+        Members ks = {{key, property}};
+        ks.try_emplace("p", still("[10,10,0]"));
+        return inside({red({{"ks", transform(ks)}}), blue({{"ks", at(5, 5)}})}, nest);
+    };
+    const auto looped = [](const std::string& keys, const std::string& text) {
+        return keys.substr(0, keys.size() - 1) + R"(,"x":")" + text + R"("})";
+    };
+    const auto sized_by = [](const std::string& text) {
+        return shape_layer(1, "box",
+                           R"({"ty":"rc","p":{"a":0,"k":[30,30]},"r":{"a":0,"k":0},"s":{"a":0,"k":[20,20],"x":")" +
+                               text + R"("}},{"ty":"fl","c":{"a":0,"k":[1,0,0,1]},"o":{"a":0,"k":100}})");
+    };
+    const std::string moving = expression("[value[0] + time * 90, 10]", "[10,10,0]");
+    const std::string slow = keyed({{0, "5,5,0"}, {8, "15,15,0"}});
+    const std::string line =
+        R"({"ty":"sh","ks":{"a":0,"k":{"i":[[0,0],[0,0]],"o":[[0,0],[0,0]],"v":[[5,5],[END,5]],)"
+        R"("c":false}}},{"ty":"st","c":{"a":0,"k":[1,0,0,1]},"o":{"a":0,"k":100},"w":{"a":0,"k":2}})";
+    const auto on_a_line_to = [&](const std::string& end) {
+        std::string shapes = line;
+        shapes.replace(shapes.find("END"), 3, end);
+        const std::string text =
+            "var $bm_rt;\\nvar a = thisComp.layer('line');\\nvar p = a('ADBE Root Vectors Group')(1)('Path');\\n"
+            "$bm_rt = a.toComp(p.pointOnPath(time));";
+        return inside({solid(1, "red", 9, 9, "#ff0000", {{"ks", transform({{"p", expression(text, "[5,5,0]")}})}}),
+                       shape_layer(2, "line", shapes)},
+                      small);
+    };
     return {
+        {Reason::clip, "moved_over_it_by_an_expression", Weight::change, Pictures::cannot_tell, led("p", moving, small),
+         "red", "w", 0},
+        {Reason::clip, "moved_by_an_expression_where_all_of_the_picture_is_within", std::nullopt, Pictures::cannot_tell,
+         led("p", moving, {})},
+        {Reason::clip, "placed_within_it_by_numbers", std::nullopt, Pictures::cannot_tell,
+         led("p", expression("[5, value[1]]", "[10,10,0]"), {{"w", "60"}, {"h", "60"}})},
+        {Reason::clip, "placed_over_it_by_numbers", Weight::change, Pictures::cannot_tell,
+         led("p", expression("[25, value[1]]", "[10,10,0]"), small), "red", "w", 0},
+        {Reason::clip, "turned_over_it_by_an_expression", Weight::change, Pictures::cannot_tell,
+         led("r", expression("time * 90"), small), "red", "w", 0},
+        {Reason::clip, "turned_within_it_by_an_expression", std::nullopt, Pictures::cannot_tell,
+         inside({red({{"ks",
+                       transform(
+                           {{"p", still("[30,30,0]")}, {"a", still("[20,20,0]")}, {"r", expression("time * 90")}})}})},
+                small)},
+        {Reason::clip, "scaled_over_it_by_an_expression", Weight::change, Pictures::cannot_tell,
+         led("s", expression("[time * 900, 100]", "[100,100,100]"), small), "red", "w", 0},
+        {Reason::clip, "that_plays_its_keyframes_again_within_it", std::nullopt, Pictures::cannot_tell,
+         led("p", looped(slow, "loopOut('cycle')"), small)},
+        {Reason::clip, "that_plays_its_keyframes_on_over_it", Weight::change, Pictures::cannot_tell,
+         led("p", looped(slow, "loopOut('offset')"), small), "red", "w", 0},
+        {Reason::clip, "that_plays_keyframes_again_which_lead_over_it_later", Weight::change, Pictures::cannot_tell,
+         led("p", looped(keyed({{-20, "50,10,0"}, {-9, "10,10,0"}}), "loopOut('cycle')"), small), "red", "w", 0},
+        {Reason::clip, "on_a_path_within_it", std::nullopt, Pictures::cannot_tell, on_a_line_to("45")},
+        {Reason::clip, "on_a_path_that_leads_over_it", Weight::change, Pictures::cannot_tell, on_a_line_to("58"), "red",
+         "w", 0},
+        {Reason::clip, "grown_over_it_by_an_expression", Weight::change, Pictures::cannot_tell,
+         inside({sized_by("[time * 900, 20]")}, small), "box", "w", 0},
+        {Reason::clip, "unseen_but_for_an_expression", Weight::change, Pictures::cannot_tell,
+         inside({red({{"ks", transform({{"p", still("[40,10,0]")}, {"o", expression("100")}})}})}, small), "red", "w",
+         0},
+        {Reason::clip, "in_a_nest_that_an_expression_leads_into_the_picture", Weight::change, Pictures::cannot_tell,
+         on_a_layer({{"ks", transform({{"p", expression("[0, 0]", "[80,80,0]")}})}},
+                    {red({{"ks", at(100, 20)}}), blue()}),
+         "red", "w", 0},
         {Reason::clip, "cut_in_half", Weight::change, Pictures::differ, inside({red({{"ks", at(40, 10)}})}, small),
          "red", "w", 0},
         {Reason::clip, "cut_later", Weight::change, Pictures::differ,

@@ -110,7 +110,7 @@ std::vector<Case> place_cases() {
     cases.push_back({Reason::place, "copied", std::nullopt, Pictures::equal, nest({{"ks", at(10, 20)}})});
 
     const auto placed_by = [](const std::string& text) {
-        return inside({red({{"ks", transform({{"p", expression(text, "[20,20,0]")}})}})}, {{"ks", at(10, 20)}});
+        return inside({red({{"ks", transform({{"p", expression(text, "[20,20,0]")}})}}), blue()}, {{"ks", at(10, 20)}});
     };
     cases.push_back({Reason::place, "by_numbers_of_an_expression", Weight::change, Pictures::cannot_tell,
                      placed_by("[20, 20 + time]"), "red", "ks.p"});

@@ -460,6 +460,8 @@ std::vector<Scene> clip_scenes() {
          inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression("[20,20]", "[20,20,0]")}})}})},
                 small)},
         {Reason::clip, "a layer outside that an expression moves inside", Outcome::mended,
+         inside({placed_by("thisComp.layer('blue').toComp([5, 5, 0])"), blue({{"ks", at(5, 5)}})}, small)},
+        {Reason::clip, "a layer outside that an expression moves over the edge", Outcome::stays,
          inside({placed_by("thisComp.layer('blue').toComp([5, 5, 0])"), blue()}, small)},
         {Reason::clip, "a layer outside that an expression moves by its own value", Outcome::stays,
          inside({placed_by("value - [70, 0, 0]"), blue()}, small)},

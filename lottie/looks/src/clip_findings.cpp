@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "expression_reach.h"
 #include "findings.h"
 #include "sight.h"
 #include "words.h"
@@ -60,8 +61,8 @@ Overhang overhang(const Unnesting& u, const Hull& hull, double frame) {
     Overhang all;
     const Box inner_frame{0, 0, u.nest().width, u.nest().height};
     if (is_within(hull, inner_frame)) return all;
-    // Players differ in where things in depth lie, so there all of it counts as in view.
-    const bool is_flat = !u.stack_survey().is_seen_in_depth(u.nest_place());
+    // Players differ in where things lie in depth, or by expressions, so there all of it counts as in view.
+    const bool is_flat = !u.stack_survey().is_seen_in_depth(u.nest_place()) && !u.stack_survey().is_led(u.nest_place());
     const Matrix outer = is_flat ? u.stack_placement().world(u.nest_place(), frame) : Matrix();
     const Hull view = hull_of(Box{0, 0, u.stack().width, u.stack().height});
     for (const Hull& part : outside(hull, inner_frame)) {
@@ -144,9 +145,50 @@ Worst search(Unnesting& u) {
     return worst;
 }
 
+// The part of the outer composition that the nest's frame leaves out.
+bool is_anything_cut(const Unnesting& u, double frame) {
+    constexpr double kEdge = 0.5;  // square pixels
+    if (u.stack_survey().is_seen_in_depth(u.nest_place()) || u.stack_survey().is_led(u.nest_place())) return true;
+    const Hull inner_frame = hull_of(Box{0, 0, u.nest().width, u.nest().height});
+    const Hull view = hull_of(Box{0, 0, u.stack().width, u.stack().height});
+    return area(cut(view, mapped(inner_frame, u.stack_placement().world(u.nest_place(), frame)))) < area(view) - kEdge;
+}
+
+// The first frame at which an expression may move or grow a layer over the edge.
+std::optional<double> first_led_over_the_edge(Unnesting& u, std::size_t inner) {
+    ExpressionReach reaches(u.inside_survey(), inner);
+    for (const double frame : u.nest_frames()) {
+        u.comparison().spend(1);
+        const double at = u.inner_frame(frame);
+        const SceneLayer& layer = u.inside().layer(inner);
+        if (!layer.is_on(at) || layer.transform().opacity.is_nothing_at(at) || !is_anything_cut(u, frame)) continue;
+        const auto reach = reaches.at(at);
+        if (!reach || overhang(u, *reach, frame).width > sliver(u.stack())) return frame;
+    }
+    return std::nullopt;
+}
+
+// Whether there is something to say.
+bool find_led_layers(Unnesting& u) {
+    for (const Copy& copy : u.copies()) {
+        if (!u.inner(copy).draws() || u.held_cut().frame[copy.inner] ||
+            !u.inside_survey().is_drawn_otherwise(copy.inner))
+            continue;
+        const auto frame = first_led_over_the_edge(u, copy.inner);
+        if (!frame) continue;
+        u.add({Reason::clip, Weight::change,
+               "an expression may draw layer " + quoted(u.inner(copy).name) + " over the edge of the nest's frame (" +
+                   plain(u.nest().width) + " x " + plain(u.nest().height) + "), which cuts it off there",
+               "bake the expression to keyframes", u.inner(copy).name, "w", frame});
+        return true;
+    }
+    return false;
+}
+
 }  // namespace
 
 void find_clip_changes(Unnesting& u) {
+    if (find_led_layers(u)) return;
     const Worst worst = search(u);
     if (worst.width <= kNothing) return;
     const SceneLayer& layer = u.inside().layer(worst.layer);

@@ -18,7 +18,7 @@ constexpr double kLargeShare = 0.05;    // of the outer composition; the measure
 
 bool is_seen(const Unnesting& u, std::size_t inner, double frame) {
     const SceneLayer& layer = u.inside().layer(inner);
-    return layer.draws() && layer.is_on(frame) && layer.transform().opacity.at(frame)[0] > 0;
+    return layer.draws() && layer.is_on(frame) && !layer.transform().opacity.is_nothing_at(frame);
 }
 
 // By which fading the pictures one by one shows at a frame.

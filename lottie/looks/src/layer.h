@@ -70,6 +70,7 @@ class SceneLayer {
     const Transform& transform() const;
     bool has_same_transform(const SceneLayer& other) const { return transform_ == other.transform_; }
     const std::optional<Property>& time_remap() const { return time_remap_; }  // seconds
+    bool time_remap_has_expression() const { return time_remap_ && time_remap_->has_expression(); }
     const ShapeContent& shapes() const;
     const std::vector<MaskContent>& masks() const;  // none unless `has_masks`
 

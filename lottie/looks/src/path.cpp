@@ -23,9 +23,20 @@ void mix(std::vector<Point>& from, const std::vector<Point>& to, double share) {
 
 }  // namespace
 
+namespace {
+
+bool is_by_expression(const Json& mask, const char* name) {
+    const Json* property = member(mask, name);
+    const Json* text = property == nullptr ? nullptr : member(*property, "x");
+    return text != nullptr && text->IsString();
+}
+
+}  // namespace
+
 MaskContent::MaskContent(const Json& mask)
     : mode(text_member(mask, "mode")),
       is_inverted(is_truthy(mask, "inv")),
+      has_expression(is_by_expression(mask, "pt") || is_by_expression(mask, "x")),
       path(member(mask, "pt")),
       expansion(member(mask, "x"), {}) {}
 

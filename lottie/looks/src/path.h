@@ -60,6 +60,7 @@ struct MaskContent {
 
     std::string mode;  // "a", "s", "i", "n", ...
     bool is_inverted;
+    bool has_expression;  // that shapes it
     PathProperty path;
     Property expansion;
 

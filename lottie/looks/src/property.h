@@ -28,6 +28,8 @@ class Property {
     // behind them.
     bool stands_still_between(double a, double b) const;
     bool has_expression() const { return has_expression_; }
+    // Whether the first dimension is surely nothing or less at a frame.
+    bool is_nothing_at(double frame) const { return !has_expression_ && at(frame)[0] <= 0; }
     // Whether all players come by the same values: some know but one ease for x and y, and are off on long bent paths
     // by more than a part of `pixel`, the smallest distance that is seen.
     bool moves_alike_everywhere(double pixel) const;

@@ -88,9 +88,7 @@ struct ShapeContent::Shape {
 // about to change the shapes: by itself each would walk past all of them.
 class ShapeContent::Paints {
   public:
-    void add(std::size_t shapes, double reach, double opacity) {
-        if (opacity > 0) waiting_.push_back({shapes, reach});
-    }
+    void add(std::size_t shapes, double reach) { waiting_.push_back({shapes, reach}); }
 
     void paint(std::vector<Shape>& shapes) {
         double reach = 0;
@@ -239,7 +237,7 @@ std::vector<ShapeContent::Shape> ShapeContent::Item::group(const std::vector<std
     paints.paint(shapes);
     for (const auto& item : items) {
         if (item->kind_ != "tr") continue;
-        if (item->transform_->opacity.at(at.frame)[0] <= 0) return {};
+        if (item->transform_->opacity.is_nothing_at(at.frame)) return {};
         move(shapes, item->transform_->at(at.frame));
     }
     return shapes;
@@ -264,11 +262,13 @@ void ShapeContent::Item::apply(Moment& at, std::vector<Shape>& shapes, Paints& p
         paints.paint(shapes);
     }
     if (kind_ == "st" || kind_ == "gs") {
-        paints.add(shapes.size(), value(0, at.frame)[0] / 2 * miter_, value(1, at.frame)[0]);
+        if (!properties_[1].is_nothing_at(at.frame)) paints.add(shapes.size(), value(0, at.frame)[0] / 2 * miter_);
     } else if (kind_ == "fl" || kind_ == "gf") {
-        paints.add(shapes.size(), 0, value(0, at.frame)[0]);
+        if (!properties_[0].is_nothing_at(at.frame)) paints.add(shapes.size(), 0);
     } else if (kind_ == "tm") {
-        trim(at, shapes);
+        const bool is_known = std::none_of(properties_.begin(), properties_.end(),
+                                           [](const Property& one) { return one.has_expression(); });
+        if (is_known) trim(at, shapes);
     } else if (kind_ == "rp") {
         repeat(at, shapes);
     } else if (grows) {

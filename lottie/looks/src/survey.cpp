@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "expression_reach.h"
 #include "path.h"
 #include "text_reach.h"
 #include "visibility.h"
@@ -30,7 +31,7 @@ std::optional<Hull> mask_reach(const SceneLayer& layer, double frame) {
     std::optional<Hull> hull;
     for (const MaskContent& mask : layer.masks()) {
         if (mask.mode == "n" || (mask.mode == "s" && hull) || (mask.mode == "i" && hull)) continue;
-        if (mask.mode != "a" || mask.is_inverted) return std::nullopt;
+        if (mask.mode != "a" || mask.is_inverted || mask.has_expression) return std::nullopt;
         hull = hull ? united(*hull, mask.hull(frame)) : mask.hull(frame);
     }
     return hull;
@@ -70,10 +71,46 @@ Survey* Survey::inside(const SceneLayer& nest) {
 
 // Reach
 
+bool Survey::is_led(std::size_t place) {
+    std::vector<std::size_t> chain;
+    Answer answer = Answer::no;
+    for (std::optional<std::size_t> at = place; at && answer == Answer::no; at = stack_->parent(*at)) {
+        chain.push_back(*at);
+        if (about_[*at].is_led != Answer::unknown) {
+            answer = about_[*at].is_led;
+            break;
+        }
+        if (is_moved_by_own_expression(stack_->layer(*at))) answer = Answer::yes;
+    }
+    work_.spend(chain.size());
+    for (const std::size_t link : chain) about_[link].is_led = answer;
+    return answer == Answer::yes;
+}
+
+bool Survey::is_drawn_otherwise(std::size_t place) {
+    return is_led(place) || is_shaped_by_expression(stack_->layer(place));
+}
+
+bool Survey::is_any_drawn_otherwise() {
+    if (is_any_drawn_otherwise_ != Answer::unknown) return is_any_drawn_otherwise_ == Answer::yes;
+    work_.spend(stack_->size());
+    bool is_any = false;
+    for (std::size_t i = 0; i < stack_->size() && !is_any; ++i) {
+        const SceneLayer& layer = stack_->layer(i);
+        if (!layer.can_draw() || layer.is_hidden) continue;
+        Survey* in = layer.type == LayerType::nest ? inside(layer) : nullptr;
+        is_any = is_drawn_otherwise(i) || (in != nullptr && in->levels() < kMostLevels && in->is_any_drawn_otherwise());
+    }
+    is_any_drawn_otherwise_ = is_any ? Answer::yes : Answer::no;
+    return is_any;
+}
+
 Hull Survey::nest_reach(const SceneLayer& nest, double frame) {
     const Hull whole = hull_of(Box{0, 0, nest.width, nest.height});
     Survey* in = inside(nest);
-    if (in == nullptr || in->levels() >= kMostLevels) return whole;
+    if (in == nullptr || in->levels() >= kMostLevels || nest.time_remap_has_expression() ||
+        in->is_any_drawn_otherwise())
+        return whole;
     return cut(in->reach_of_all(nest.inner_frame(frame, all_->scene().frame_rate)), whole);
 }
 
@@ -147,10 +184,10 @@ const Hull& Survey::reach_in_stack(std::size_t place, double frame) {
     if (about.frame && (*about.frame == frame || reach_stands_still(place))) return about.reach;
     about.frame = frame;
     about.reach.clear();
-    if (layer.transform().opacity.at(frame)[0] <= 0) return about.reach;
+    if (layer.transform().opacity.is_nothing_at(frame)) return about.reach;
     about.reach = mapped(reach(place, frame), placement_.world(place, frame));
     const auto matte = stack_->matte(place);
-    if (!matte || (layer.matte_mode != 1 && layer.matte_mode != 3)) return about.reach;
+    if (!matte || (layer.matte_mode != 1 && layer.matte_mode != 3) || is_drawn_otherwise(*matte)) return about.reach;
     // What lies outside of the matte is hidden.
     about.reach = cut(about.reach, mapped(reach(*matte, frame), placement_.world(*matte, frame)));
     return about.reach;

@@ -62,6 +62,14 @@ class Survey {
     // Whether an expression moves it, or what it hangs on.
     bool is_moved_by_expression(std::size_t layer) const;
 
+    // Whether an expression, of the layer's own or of what it hangs on, may place it where its values would not.
+    bool is_led(std::size_t layer);
+    // Or whether one may draw it in another shape; and whether that is so of any layer, or of one inside of its nests.
+    bool is_drawn_otherwise(std::size_t layer);
+    bool is_any_drawn_otherwise();
+
+    void spend(std::size_t steps) { work_.spend(steps); }
+
     // Of each layer, see dark_ground.h; worked out when somebody asks.
     std::optional<std::vector<double>> darkness;
 
@@ -76,6 +84,7 @@ class Survey {
         Answer stands_still = Answer::unknown;
         Answer changes = Answer::unknown;
         Answer leaves_plane = Answer::unknown;
+        Answer is_led = Answer::unknown;  // by an expression of its own or of what it hangs on
         std::optional<double> own_frame;  // of own_reach
         std::optional<double> frame;      // of reach
         Hull own_reach;
@@ -105,6 +114,7 @@ class Survey {
     std::size_t kept_points_ = 0;                    // of what is kept by frame
     std::unordered_map<double, Hull> reach_of_all_;  // by frame
     bool is_indexed_ = false;
+    Answer is_any_drawn_otherwise_ = Answer::unknown;
     std::unordered_map<std::string_view, std::size_t> by_name_;
     std::unordered_map<double, std::size_t> by_number_;
 };

@@ -40,13 +40,14 @@ Transform::Transform(const Json& ks, bool layer_is_3d, bool layer_is_auto_orient
                             leaves(anchor, {}, 2) || leaves(position, {}, 2));
 }
 
-Matrix Transform::at(double frame) const {
-    const Values a = anchor.at(frame);
-    const Values s = scale.at(frame);
-    const Values p = position.at(frame);
+Matrix Transform::at(double frame, double led) const {
+    const auto value = [=](const Property& property) { return property.at(property.has_expression() ? led : frame); };
+    const Values a = value(anchor);
+    const Values s = value(scale);
+    const Values p = value(position);
     Matrix matrix = Matrix::translation(-a[0], -a[1], a[2])
                         .then(Matrix::scaling(s[0] / 100, s[1] / 100, is_3d ? s[2] / 100 : 1))
-                        .then(Matrix::turn_z(rotation.at(frame)[0]));
+                        .then(Matrix::turn_z(value(rotation)[0]));
     if (is_3d) {
         const Values o = orientation.at(frame);
         matrix = matrix.then(Matrix::turn_y(turn_y.at(frame)[0]))

@@ -12,7 +12,9 @@ class Transform {
     Transform(const Json& ks, bool is_3d, bool is_auto_oriented);
 
     // The layer's own matrix. Separate from its parents'.
-    Matrix at(double frame) const;
+    Matrix at(double frame) const { return at(frame, frame); }
+    // The same with what has an expression as it is at another frame.
+    Matrix at(double frame, double led) const;
     bool is_animated() const { return is_animated_; }  // opacity left aside
     // Whether the matrix is the same at both frames, as far as that can be told at a glance.
     bool stands_still_between(double a, double b) const;

@@ -1,0 +1,57 @@
+// How far layers may reach that expressions move or shape: players without expressions draw them as the file's values
+// say, others elsewhere.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "expression_use.h"
+#include "survey.h"
+
+namespace lottie::looks {
+
+// Whether an expression of the layer's own may place it where its values would not, or draw it in another shape.
+bool is_moved_by_own_expression(const SceneLayer& layer);
+bool is_shaped_by_expression(const SceneLayer& layer);
+
+// Of one layer. Known are those that play their keyframes again and again, and those that turn, or lie where another
+// one does or has a path, or where numbers say.
+class ExpressionReach {
+  public:
+    ExpressionReach(Survey& survey, std::size_t place);  // `survey` must outlive it
+
+    // Around where it may be drawn, in the coordinates of the stack; nothing where that cannot be told.
+    std::optional<Hull> at(double frame);
+
+  private:
+    struct Loop {
+        double first;
+        double last;
+    };
+    // Where a position lies: on a path of a layer, or at one of its points, or at its position.
+    struct Led {
+        std::size_t layer;
+        Leader leader;
+    };
+    enum class Kind { unknown, as_stored, loop, placed };
+
+    std::optional<Loop> find_loop() const;
+    std::optional<Led> find_leader(std::string_view text) const;
+    bool is_led_for_certain(const Led& led) const;
+    Hull in_loop(double frame);
+    void find_place();
+    Hull where_placed(double frame);
+    std::vector<Point> positions(double frame);
+    std::vector<Point> led_positions(double frame);
+
+    Survey& survey_;
+    const Stack& stack_;
+    std::size_t place_;
+    Kind kind_ = Kind::unknown;
+    Loop loop_{};
+    bool is_turned_ = false;
+    std::optional<Led> led_;
+    std::optional<SpelledPoint> spelled_;
+};
+
+}  // namespace lottie::looks
