@@ -73,6 +73,13 @@ TEST(ExpressionUse, a_point_of_the_composition_comes_from_a_layer_alone) {
     }
 }
 
+TEST(ExpressionUse, a_point_elsewhere_is_none_of_the_composition) {
+    for (const char* text : {"$bm_rt = comp('a').layer('b').position;", "$bm_rt = comp('a').layer('b').toComp([0, 0]);",
+                             "$bm_rt = thisComp.layer('a').content('b').position;"}) {
+        EXPECT_FALSE(lottie::looks::is_point_of_composition(text)) << text;
+    }
+}
+
 TEST(ExpressionUse, what_leads_a_position_is_told_where_it_is_plain) {
     using By = lottie::looks::Leader::By;
     const std::string bar = "var $bm_rt; var bar = thisComp.layer('bar');";

@@ -120,6 +120,27 @@ std::vector<Case> place_cases() {
                      placed_by("[value[0], 20]"), "red", "ks.p"});
     cases.push_back({Reason::place, "by_a_point_of_the_composition", std::nullopt, Pictures::cannot_tell,
                      placed_by("$bm_rt = thisComp.layer('blue').toComp([5, 5]);")});
+    cases.push_back({Reason::place, "by_a_point_of_the_composition_around", Weight::change, Pictures::cannot_tell,
+                     placed_by("$bm_rt = comp('Main').layer('ground').transform.position;"), "red", "ks.p"});
+    cases.push_back({Reason::place, "by_a_point_of_a_content", Weight::change, Pictures::cannot_tell,
+                     placed_by("$bm_rt = thisComp.layer('blue').content('a').transform.position;"), "red", "ks.p"});
+    const auto scaled = [](const std::string& scale, const Members& ks) {
+        const std::string around =
+            transform({{"p", still("[20,20,0]")}, {"a", still("[20,20,0]")}, {"s", still(scale)}});
+        Members all = ks;
+        all.try_emplace("p", still("[20,20,0]"));
+        return inside({red({{"ks", transform(all)}})}, {{"ks", around}});
+    };
+    cases.push_back({Reason::place, "by_an_expression_from_where_the_nest_leaves_it", Weight::change,
+                     Pictures::cannot_tell, scaled("[50,50,100]", {{"p", expression("[20 + time, 20]", "[20,20,0]")}}),
+                     "red", "ks.p"});
+    cases.push_back({Reason::place, "turned_by_an_expression_in_a_nest_that_grows_alike", std::nullopt,
+                     Pictures::cannot_tell, scaled("[150,150,100]", {{"r", expression("value")}})});
+    const Members turning = {{"r", expression("time * 9")}};
+    cases.push_back({Reason::place, "turned_by_an_expression_in_a_nest_that_is_squeezed", Weight::change,
+                     Pictures::cannot_tell, scaled("[150,140,100]", turning), "red", "ks.r"});
+    cases.push_back({Reason::place, "turned_by_an_expression_in_a_nest_that_is_mirrored", Weight::change,
+                     Pictures::cannot_tell, scaled("[-100,100,100]", turning), "red", "ks.r"});
     const auto turned_by = [](const std::string& text, const Members& nest) {
         return inside({red({{"ks", transform({{"r", expression(text)}})}}), blue()}, nest);
     };

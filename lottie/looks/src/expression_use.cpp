@@ -451,6 +451,7 @@ class PointReader {
                 i = behind(i);
                 continue;
             }
+            if (is_one_of(tokens_[i].text, {"comp", "content", "mask", "effect"})) return false;  // of somewhere else
             if (tokens_[i].kind == ExpressionTokenKind::mark && tokens_[i].text != ".") return false;
             if (tokens_[i].kind == ExpressionTokenKind::word) last = tokens_[i].text;
             ++i;

@@ -31,8 +31,7 @@ class PlaceExpressions {
         u_.comparison().spend(kStepsPerCharacter * one.text.size());
         if (one.property == "ks.p" && is_moved_along(copy, one.text)) return false;
         const ExpressionUse use = read_expression(one.text);
-        if (has_other_value(copy, one.property) && (one.property.size() > kPlain || !is_carried_along(one.text)))
-            return note(copy, one, "places layer", " by the nest's coordinates still");
+        if (is_placed_otherwise(copy, one)) return note(copy, one, "places layer", " by the nest's coordinates still");
         if (use.reads_transforms && is_any_moved())
             return note(copy, one, "of layer", " reads how layers are placed, by other numbers now");
         if (use.reads_opacity && is_any_faded())
@@ -74,6 +73,33 @@ class PlaceExpressions {
         return property == "ks.a" && differ(was.anchor, is.anchor);
     }
 
+    bool is_placed_otherwise(const Copy& copy, const Expression& one) {
+        const bool is_carried = one.property.size() <= kPlain && is_carried_along(one.text);
+        if (!is_carried && has_other_value(copy, one.property)) return true;
+        if (!is_carried && one.property.starts_with("ks.p")) return has_any_other_value(copy);
+        // What the nest turns or grows alike, a layer can turn before or after; what it squeezes or mirrors, it cannot.
+        return one.property == "ks.r" && !is_own_value(one.text) && has_any_other_value(copy) && is_any_squeezed();
+    }
+
+    bool has_any_other_value(const Copy& copy) {
+        return has_other_value(copy, "ks.p") || has_other_value(copy, "ks.s") || has_other_value(copy, "ks.r") ||
+               has_other_value(copy, "ks.a");
+    }
+
+    bool is_any_squeezed() {
+        if (squeezed_) return *squeezed_;
+        const auto is_squeezed = [this](double frame) {
+            const Matrix& nest = u_.stack_placement().world(u_.nest_place(), frame);
+            const Point origin = nest.map({0, 0});
+            const Point right = nest.map({1, 0});
+            const Point down = nest.map({0, 1});
+            return std::abs((right.x - origin.x) - (down.y - origin.y)) > kSameScale ||
+                   std::abs((right.y - origin.y) + (down.x - origin.x)) > kSameScale;
+        };
+        squeezed_ = std::any_of(u_.nest_frames().begin(), u_.nest_frames().end(), is_squeezed);
+        return *squeezed_;
+    }
+
     // Where no layer hangs on another, before and after, their positions are points of the composition.
     bool is_moved_along(const Copy& own, std::string_view text) {
         if (is_rehung(own) || u_.inside().parent(own.inner) || !is_point_of_composition(text)) return false;
@@ -89,10 +115,7 @@ class PlaceExpressions {
     }
 
     bool is_any_moved() {
-        return any_copy(moved_, [&](const Copy& copy) {
-            return has_other_value(copy, "ks.p") || has_other_value(copy, "ks.s") || has_other_value(copy, "ks.r") ||
-                   has_other_value(copy, "ks.a");
-        });
+        return any_copy(moved_, [&](const Copy& copy) { return has_any_other_value(copy); });
     }
     bool is_any_faded() {
         return any_copy(faded_, [&](const Copy& copy) {
@@ -120,9 +143,10 @@ class PlaceExpressions {
     }
 
     static constexpr std::size_t kPlain = 4;  // characters of "ks.p"
+    static constexpr double kSameScale = 1e-6;
 
     Unnesting& u_;
-    std::optional<bool> has_links_, moved_, faded_, elsewhere_, rehung_;  // once worked out
+    std::optional<bool> has_links_, moved_, faded_, elsewhere_, rehung_, squeezed_;  // once worked out
 };
 
 }  // namespace
