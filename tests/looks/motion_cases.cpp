@@ -90,6 +90,14 @@ std::vector<Case> place_cases() {
     nesting.below[0] = null_layer(19, "carrier");
     cases.push_back({Reason::parent, "where_it_started", Weight::harmless, Pictures::equal, animation(nesting)});
 
+    const std::string led_away = transform({{"p", expression("[time * 20, 0]", "[0,0,0]")}});
+    nesting.below[0] = null_layer(19, "carrier", {{"ks", led_away}});
+    cases.push_back({Reason::parent, "where_it_started_and_led_away_by_an_expression", Weight::change,
+                     Pictures::cannot_tell, animation(nesting), "red", "ks", 0});
+    cases.push_back(
+        {Reason::place, "on_a_layer_below_that_an_expression_leads_away", Weight::change, Pictures::cannot_tell,
+         inside({red({{"parent", "3"}}), blue(), null_layer(3, "carrier", {{"ks", led_away}})}), "red", "ks", 0});
+
     Nesting child;
     child.nest = {{"ks", moving_transform()}};
     child.above = {solid(1, "child", 20, 20, "#00ff00", {{"parent", "10"}, {"ks", at(20, 20)}})};
@@ -161,6 +169,9 @@ std::vector<Case> place_cases() {
     links.below = {solid(20, "ground", 100, 100, "#cccccc", {{"ks", moving_transform()}})};
     cases.push_back({Reason::lost_link, "of_a_layer_above", Weight::change, Pictures::differ, animation(links), "rider",
                      "parent", 1});
+    links.below = {solid(20, "ground", 100, 100, "#cccccc", {{"ks", led_away}})};
+    cases.push_back({Reason::lost_link, "of_a_layer_above_that_an_expression_leads_away", Weight::change,
+                     Pictures::cannot_tell, animation(links), "rider", "parent", 0});
     const std::string nudged = transform({{"p", keyed({{0, "0,0,0"}, {10, "0.2,0,0"}})}});
     links.below = {solid(20, "ground", 100, 100, "#cccccc", {{"ks", nudged}})};
     links.above = {solid(1, "rider", 60, 60, "#00ff00", {{"parent", "20"}, {"ks", at(20, 20)}})};

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "displacement.h"
+#include "expression_reach.h"
 #include "findings.h"
 #include "sight.h"
 #include "words.h"
@@ -10,13 +11,55 @@
 namespace lottie::looks {
 namespace {
 
+// The layers that a layer hangs on, itself among them, whose own expressions move them: as what they are after the run.
+class ExpressedLinks {
+  public:
+    explicit ExpressedLinks(Comparison& comparison) : c_(comparison) {}
+
+    template <class Successor>
+    void add(const Stack& stack, std::size_t place, const Successor& successor) {
+        for (std::optional<std::size_t> at = place; at; at = stack.parent(*at)) {
+            c_.spend(1);
+            if (is_moved_by_own_expression(stack.layer(*at))) links_.push_back(successor(*at));
+        }
+    }
+    bool are_those_of(std::size_t place_after) const {
+        ExpressedLinks after(c_);
+        after.add(c_.result(), place_after, [](std::size_t place) { return std::optional(place); });
+        return links_ == after.links_;
+    }
+
+  private:
+    Comparison& c_;
+    std::vector<std::optional<std::size_t>> links_;
+};
+
+// Whether expressions move the copy that moved it not, or do no more.
+bool is_led_otherwise(Unnesting& u, const Copy& copy) {
+    if (!u.inside_survey().is_led(copy.inner) && !u.stack_survey().is_led(u.nest_place())) return false;
+    ExpressedLinks links(u.comparison());
+    links.add(u.inside(), copy.inner, [&u](std::size_t inner) { return u.copy_of(inner); });
+    links.add(u.stack(), u.nest_place(), [&u](std::size_t place) { return u.kept_at(place); });
+    return !links.are_those_of(copy.result);
+}
+
+// Likewise of a layer that stayed.
+bool is_led_otherwise(Comparison& c, std::size_t place) {
+    if (!c.stack_survey().is_led(place)) return false;
+    ExpressedLinks links(c);
+    links.add(c.stack(), place, [&c](std::size_t at) { return c.kept_at(at); });
+    return !links.are_those_of(*c.kept_at(place));
+}
+
 Displacement compare_copies(Unnesting& u) {
     std::vector<Measured> layers;
     std::vector<Copy> copies;
+    std::vector<bool> are_led_otherwise;
     for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         if (!inner.can_draw() || inner.is_hidden) continue;
         copies.push_back(copy);
+        are_led_otherwise.push_back(is_led_otherwise(u, copy));
         layers.push_back({&inner,
                           u.inside_placement().moves(copy.inner) || u.stack_placement().moves(u.nest_place()) ||
                               u.result_placement().moves(copy.result),
@@ -30,6 +73,7 @@ Displacement compare_copies(Unnesting& u) {
         const double shift = u.copied(copy).start - inner.start;
         const double inner_frame = u.only_shifts() || u.is_retimed() ? u.inner_frame(frame) : frame - shift;
         if (!inner.is_on(inner_frame) || !u.copied(copy).is_on(frame)) return {-1};
+        if (are_led_otherwise[i]) return {u.stack().width};
         const Matrix before =
             u.inside_placement().world(copy.inner, inner_frame).then(u.stack_placement().world(u.nest_place(), frame));
         const Matrix& after = u.result_placement().world(copy.result, frame);
@@ -246,6 +290,7 @@ std::vector<Unhitched> find_unhitched(Comparison& c) {
     Placement& before = c.stack_survey().placement();
     Placement& after = c.result_survey().placement();
     std::vector<Measured> layers;
+    std::vector<bool> are_led_otherwise;
     for (std::size_t place = 0; place < c.stack().size(); ++place) {
         const auto kept = c.kept_at(place);
         if (!kept || c.is_unnested(place)) continue;
@@ -254,6 +299,7 @@ std::vector<Unhitched> find_unhitched(Comparison& c) {
         const SceneLayer& layer = c.stack().layer(place);
         const bool is_measured = layer.can_draw() && !layer.is_hidden && !lies_as_before;
         all.push_back({place, cuts[place], 0, {}, 0});
+        are_led_otherwise.push_back(is_measured && is_led_otherwise(c, place));
         layers.push_back(
             {is_measured ? &layer : nullptr, is_measured && (before.moves(place) || after.moves(*kept)), 0, {}});
     }
@@ -261,6 +307,7 @@ std::vector<Unhitched> find_unhitched(Comparison& c) {
         const std::size_t place = all[i].layer;
         if (layers[i].layer == nullptr) return {};
         if (!layers[i].layer->is_on(frame)) return {-1};
+        if (are_led_otherwise[i]) return {c.stack().width};
         const Matrix was = before.world(place, frame);
         const Matrix& is = after.world(*c.kept_at(place), frame);
         if (are_alike(was, is)) return {};
