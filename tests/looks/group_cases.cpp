@@ -61,6 +61,12 @@ std::vector<Case> opacity_cases() {
          nest({{"ks", transform({{"o", keyed({{-20, "0"}, {-5, "100"}})}})}})},
         {Reason::opacity, "half_but_never_seen", Weight::harmless, Pictures::equal,
          nest({{"ip", "30"}, {"op", "40"}, {"ks", transform({{"o", still("50")}})}})},
+        {Reason::opacity, "half_of_layers_that_an_expression_may_lead_over_one_another", Weight::change,
+         Pictures::cannot_tell,
+         inside({solid(1, "red", 9, 9, "#ff0000", {{"ks", transform({{"p", expression("[40, 40]", "[20,20,0]")}})}}),
+                 solid(2, "blue", 9, 9, "#0000ff", {{"ks", at(40, 40)}})},
+                {{"ks", transform({{"o", still("50")}})}}),
+         "", "ks.o", 0},
         {Reason::opacity, "less_than_the_eye_sees", Weight::slight, Pictures::cannot_tell,
          nest({{"ks", transform({{"o", still("99.97")}})}})},
     };

@@ -48,6 +48,19 @@ FadeLoss loss_by_fading(Unnesting& u, double outer_frame) {
     return is_large ? FadeLoss::rounding : FadeLoss::none;
 }
 
+// Whether an expression may lead a layer over another one.
+bool is_any_led(Unnesting& u, double frame) {
+    std::size_t seen = 0;
+    bool is_any = false;
+    u.comparison().spend(u.inside().size());
+    for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
+        if (!is_seen(u, inner, frame)) continue;
+        ++seen;
+        is_any = is_any || u.inside_survey().is_drawn_otherwise(inner);
+    }
+    return is_any && seen > 1;
+}
+
 bool has_expression(const Json& effect) {
     const auto parameters = array_member(effect, "ef");
     return std::any_of(parameters.begin(), parameters.end(), [](const Json& parameter) {
@@ -78,6 +91,7 @@ bool is_only_shifted(const Matrix& place) {
 bool is_whole_and_plain(Unnesting& u, std::size_t inner, double frame) {
     const SceneLayer& layer = u.inside().layer(inner);
     return layer.transform().opacity.at(frame)[0] >= 100 && !layer.has_masks && !u.inside().matte(inner) &&
+           !layer.transform().opacity.has_expression() && !u.inside_survey().is_drawn_otherwise(inner) &&
            layer.blend_mode == 0 && !layer.is_3d && layer.type != LayerType::text && is_one_picture(layer) &&
            !is_picture_changed(layer) && is_only_shifted(u.inside_placement().world(inner, frame));
 }
@@ -103,6 +117,7 @@ FadeLoss fade_loss(Unnesting& u) {
         const bool is_faded = of_nest > 0 && of_nest < 100;
         if (!is_faded || is_single) continue;
         is_ever_faded = true;
+        if (is_any_led(u, inner_frame)) return FadeLoss::overlap;
         if (const FadeLoss loss = loss_by_fading(u, frame); loss != FadeLoss::none) return loss;
     }
     return is_ever_faded && is_ground_dark(u) ? FadeLoss::darker : FadeLoss::none;
@@ -125,7 +140,8 @@ bool holds_blend_mode(Unnesting& u) {
 
 bool holds_effects(Unnesting& u) {
     const auto effects = u.nest().array("ef");
-    if (u.nest().has_masks || u.nest().is_3d || std::any_of(effects.begin(), effects.end(), has_expression))
+    if (u.nest().has_masks || u.nest().is_3d || u.stack_survey().is_led(u.nest_place()) ||
+        std::any_of(effects.begin(), effects.end(), has_expression))
         return false;
     for (const double frame : u.nest_frames()) {
         if (!frame_is_around_all(u, frame)) return false;
