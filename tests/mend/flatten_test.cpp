@@ -131,6 +131,25 @@ TEST(Flatten, layers_of_the_main_composition_may_be_asked_for_by_name) {
     EXPECT_EQ(asking_around("comp('Main').layer('asked').transform.position; comp('Main').width").nests_left, 1U);
 }
 
+// A faded nest that shows nothing but another one, which ends in between.
+cli::Flattened faded_around(const std::string& end, const std::string& opacity = "50") {
+    Nesting nesting;
+    nesting.nest = {{"ks", transform({{"o", still(opacity)}})}};
+    nesting.inside = {nest_layer(1, "Inner", "inner", {{"w", "100"}, {"h", "100"}, {"op", end}})};
+    nesting.assets = {R"({"id":"inner","layers":[)" + red() + "," + blue({{"ks", at(20, 40)}}) + "]}"};
+    return cli::flatten_animation(animation(nesting), plugin(), {});
+}
+
+TEST(Flatten, what_fades_as_a_group_is_one_at_the_same_frames) {
+    const auto stays = [](const cli::Flattened& flat, const std::string& name) {
+        return std::any_of(flat.nests.begin(), flat.nests.end(),
+                           [&](const auto& nest) { return nest.name == name && nest.is_kept(); });
+    };
+    EXPECT_TRUE(stays(faded_around("10"), "Inner"));
+    EXPECT_FALSE(stays(faded_around("20"), "Inner"));
+    EXPECT_FALSE(stays(faded_around("10", "100"), "Inner"));
+}
+
 // The main composition shows frames -10 to 9 of the outer nest, which stays; what is inside of the inner one would
 // begin at -2.
 cli::Flattened with_inner_from(const std::string& in) {

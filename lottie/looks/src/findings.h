@@ -35,6 +35,8 @@ ExpressionTally find_expression_changes_beside(Comparison& comparison);
 
 // Opacity, masks, mattes, blend mode, effects, layer styles and switches of the nest as a whole.
 void find_group_changes(Unnesting& unnesting);
+// What fades around the nest's composition.
+void find_fading_around(Unnesting& unnesting);
 // Layers that the nest's frame cut off.
 void find_clip_changes(Unnesting& unnesting);
 // Blend modes, adjustment layers, cameras and 3D layers inside.

@@ -162,6 +162,7 @@ std::vector<NestReport> Judge::compare(const StackChange& change, const Rewritte
         state.work.spend(kStepsPerLook * unnesting.copies().size() * unnesting.stack_frames().size());
         NestReport report;
         find_group_changes(unnesting);
+        find_fading_around(unnesting);
         find_inside_changes(unnesting);
         const bool changes_by_itself = verdict_of(unnesting.findings()) == Verdict::changes;
         find_clip_changes(unnesting);
