@@ -75,6 +75,9 @@ std::vector<Case> clock_cases() {
          "red", "ip", 3001},
         {Reason::trim, "late_but_so_faded_that_nobody_sees_it", Weight::slight, Pictures::equal,
          inside({red({{"ks", transform({{"o", still("0.1")}})}, {"ip", "5"}})}, {{"st", "10"}, {"ip", "10"}})},
+        {Reason::trim, "late_and_faded_but_for_an_expression", Weight::change, Pictures::cannot_tell,
+         inside({red({{"ks", transform({{"o", expression("100")}})}, {"ip", "5"}})}, {{"st", "10"}, {"ip", "10"}}),
+         "red", "ip", 10},
         {Reason::trim, "at_both_ends", std::nullopt, Pictures::equal,
          inside({red({{"ks", at(20, 20)}, {"ip", "0"}, {"op", "20"}})}, {{"ip", "5"}, {"op", "15"}})},
     };

@@ -44,8 +44,10 @@ bool is_seen_before(const Unnesting& u, const SceneLayer& inner, double frame) {
     return u.nest().is_on(frame) && inner.is_on(u.inner_frame(frame)) && !is_matte_off(u, frame);
 }
 
+// What an expression gives may be seen.
 double opacity_at(const SceneLayer& layer, double frame) {
-    return layer.transform().opacity.at(frame)[0];
+    const Property& opacity = layer.transform().opacity;
+    return opacity.has_expression() ? 100 : opacity.at(frame)[0];
 }
 
 struct TimingDifference {
