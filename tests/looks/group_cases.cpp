@@ -1,4 +1,6 @@
 // Cases about the nest as a group: opacity, masks, mattes, blending, effects, switches.
+#include <tuple>
+
 #include "cases.h"
 
 namespace test {
@@ -80,6 +82,12 @@ std::vector<Case> mask_cases() {
         {Reason::mask, "mode_none_and_around_everything", Weight::harmless, Pictures::equal,
          nest(masked(mask(kQuarter, "n") + "," + mask(kWhole, "a")))},
         {Reason::mask, "around_everything", Weight::harmless, Pictures::equal, nest(masked(mask(kWhole, "a")))},
+        {Reason::mask, "around_everything_and_faded_by_an_expression", Weight::change, Pictures::cannot_tell,
+         nest(masked(mask(kWhole, "a", R"(100,"x":"30")"))), "", "masksProperties"},
+        {Reason::mask, "around_everything_and_shrunk_by_an_expression", Weight::change, Pictures::cannot_tell,
+         nest(masked(mask(kWhole, "a", "100", R"(0,"x":"-30")"))), "", "masksProperties"},
+        {Reason::mask, "takes_nothing_away_but_for_an_expression", Weight::change, Pictures::cannot_tell,
+         nest(masked(mask(kQuarter, "s", R"(0,"x":"30")"))), "", "masksProperties"},
         {Reason::mask, "shrunk", Weight::change, Pictures::cannot_tell, nest(masked(mask(kWhole, "a", "100", "-30"))),
          "", "masksProperties"},
         {Reason::mask, "takes_nothing_away", Weight::harmless, Pictures::cannot_tell,
@@ -104,6 +112,14 @@ std::vector<Case> matte_cases() {
         {Reason::matte_used, "shows_everything", Weight::harmless, Pictures::cannot_tell,  // it rounds
          animation(matte_above(solid(1, "stencil", 100, 100, "#ffffff", {{"td", "1"}})))},
     };
+    for (const auto& [name, key, property] :
+         {std::tuple("shows_everything_but_for_an_expression_that_moves_it", "p", expression("[50, 0]", "[0,0,0]")),
+          std::tuple("shows_everything_but_for_an_expression_that_fades_it", "o", expression("50", "100"))}) {
+        cases.push_back({Reason::matte_used, name, Weight::change, Pictures::cannot_tell,
+                         animation(matte_above(solid(1, "stencil", 100, 100, "#ffffff",
+                                                     {{"td", "1"}, {"ks", transform({{key, property}})}}))),
+                         "", "tt"});
+    }
     Nesting given;
     given.nest = {{"td", "1"}};
     given.below = {solid(20, "ground", 100, 100, "#00ff00", {{"tt", "1"}})};
@@ -282,6 +298,9 @@ std::vector<Case> effect_cases() {
         {Reason::effects, "fill", Weight::slight, Pictures::equal, nest({{"ef", effect("21", "ADBE Fill")}})},
         {Reason::effects, "full_fill", Weight::slight, Pictures::equal,
          nest({{"ef", effect("21", "ADBE Fill", "1", amount(6, R"({"a":0,"k":1})"))}})},
+        {Reason::effects, "fill_that_an_expression_paints", Weight::change, Pictures::cannot_tell,
+         nest({{"ef", effect("21", "ADBE Fill", "1", amount(2, R"({"a":0,"k":[1,0,0,1],"x":"[index, 0, 0, 1]"})"))}}),
+         "", "ef"},
         {Reason::effects, "faded_fill", Weight::change, Pictures::cannot_tell,
          nest({{"ef", effect("21", "ADBE Fill", "1", amount(6, R"({"a":0,"k":0.5})"))}}), "", "ef"},
         {Reason::effects, "fill_that_fades", Weight::change, Pictures::cannot_tell,

@@ -35,6 +35,14 @@ bool are_opaque(Json::ConstArray shapes) {
 
 }  // namespace
 
+bool is_worked_out(const Json& effect) {
+    const auto parameters = array_member(effect, "ef");
+    return std::any_of(parameters.begin(), parameters.end(), [](const Json& parameter) {
+        const Json* value = member(parameter, "v");
+        return is_worked_out(parameter) || (value != nullptr && member(*value, "x") != nullptr);
+    });
+}
+
 EffectReach reach_of(const Json& effect) {
     const std::string match_name = text_member(effect, "mn");
     if (match_name.ends_with(" Control") || match_name.starts_with("Pseudo/")) return EffectReach::nothing;

@@ -10,6 +10,9 @@ namespace lottie::looks {
 enum class EffectReach { nothing, each_pixel, each_opaque_pixel, elsewhere };
 EffectReach reach_of(const Json& effect);
 
+// Whether expressions work out any of an effect's parameters.
+bool is_worked_out(const Json& effect);
+
 bool do_players_draw(const Json& style);
 
 // Whether all that the layer draws covers what is below, edges aside. False where that cannot be told.

@@ -86,7 +86,7 @@ bool covers(const Box& box, double width, double height) {
 
 // Four corners, no handles, around the whole frame: such a path hides nothing.
 bool is_frame_around(const Json* path, double width, double height) {
-    if (path == nullptr || is_keyed(*path)) return false;
+    if (path == nullptr || is_keyed(*path) || member(*path, "x") != nullptr) return false;
     const Json* outline = member(*path, "k");
     if (outline == nullptr || !outline->IsObject()) return false;
     const auto points = array_member(*outline, "v");
@@ -113,11 +113,11 @@ bool hides_nothing(const Json& mask, const SceneLayer& nest) {
     const std::string mode = text_member(mask, "mode");
     if (mode == "n") return true;
     const Property opacity(member(mask, "o"), {100, 0, 0});
-    if (opacity.is_animated()) return false;
+    if (opacity.is_animated() || opacity.has_expression()) return false;
     if (mode == "s") return opacity.at(0)[0] == 0;
     const Property expansion(member(mask, "x"), {});
     return (mode == "a" || mode == "i") && !is_truthy(mask, "inv") && opacity.at(0)[0] == 100 &&
-           !expansion.is_animated() && expansion.at(0)[0] >= 0 &&
+           !expansion.is_animated() && !expansion.has_expression() && expansion.at(0)[0] >= 0 &&
            is_frame_around(member(mask, "pt"), nest.width, nest.height);
 }
 
@@ -195,7 +195,8 @@ bool shows_everything(Unnesting& u, std::size_t matte) {
     const SceneLayer& layer = u.stack().layer(matte);
     const Property& opacity = layer.transform().opacity;
     if (layer.type != LayerType::solid || layer.has_masks || u.stack_placement().moves(matte) ||
-        opacity.is_animated() || opacity.at(0)[0] != 100 || !layer.array("ef").Empty()) {
+        opacity.is_animated() || opacity.has_expression() || opacity.at(0)[0] != 100 || !layer.array("ef").Empty() ||
+        u.stack_survey().is_led(matte)) {
         return false;
     }
     for (const double frame : u.nest_frames()) {
@@ -310,6 +311,9 @@ void find_effects(Unnesting& u) {
     const auto shows_nothing_through = [&u](const Copy& copy) {
         return !u.inner(copy).draws() || is_opaque(u.inner(copy));
     };
+    // Expressions work it out from the nest's own numbers, where each layer has others.
+    if (furthest != EffectReach::nothing && std::any_of(effects.begin(), effects.end(), is_worked_out))
+        furthest = EffectReach::elsewhere;
     if (furthest == EffectReach::each_opaque_pixel &&
         std::all_of(u.copies().begin(), u.copies().end(), shows_nothing_through)) {
         furthest = EffectReach::each_pixel;

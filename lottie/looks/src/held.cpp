@@ -61,14 +61,6 @@ bool is_any_led(Unnesting& u, double frame) {
     return is_any && seen > 1;
 }
 
-bool has_expression(const Json& effect) {
-    const auto parameters = array_member(effect, "ef");
-    return std::any_of(parameters.begin(), parameters.end(), [](const Json& parameter) {
-        const Json* value = member(parameter, "v");
-        return value != nullptr && member(*value, "x") != nullptr;
-    });
-}
-
 // Effects spread beyond what they act on, and the frame cuts that off.
 bool frame_is_around_all(Unnesting& u, double outer_frame) {
     constexpr double kEdge = 0.5;  // square pixels
@@ -141,7 +133,7 @@ bool holds_blend_mode(Unnesting& u) {
 bool holds_effects(Unnesting& u) {
     const auto effects = u.nest().array("ef");
     if (u.nest().has_masks || u.nest().is_3d || u.stack_survey().is_led(u.nest_place()) ||
-        std::any_of(effects.begin(), effects.end(), has_expression))
+        std::any_of(effects.begin(), effects.end(), is_worked_out))
         return false;
     for (const double frame : u.nest_frames()) {
         if (!frame_is_around_all(u, frame)) return false;
