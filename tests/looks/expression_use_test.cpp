@@ -159,6 +159,22 @@ TEST(ExpressionUse, layers_that_are_named_by_a_literal_are_not_worked_out) {
     }
 }
 
+TEST(ExpressionUse, a_transform_goes_by_names_and_numbers_too) {
+    for (const char* text : {"thisLayer(6)('Position')", "parent(1)(2)", "thisComp.layer('a')(6)('ADBE Opacity')",
+                             "thisLayer('Transform')('Opacity')"}) {
+        EXPECT_TRUE(read_expression(text).reads_transforms) << text;
+        EXPECT_TRUE(read_expression(text).reads_opacity) << text;
+    }
+    for (const char* text : {"effect(1)(6)", "a('ADBE Root Vectors Group')(1)('Path')", "f(6)", "thisLayer(4)(1)"}) {
+        EXPECT_FALSE(read_expression(text).reads_transforms) << text;
+    }
+}
+
+TEST(ExpressionUse, a_text_that_is_run_hides_which_layer_is_asked_for) {
+    EXPECT_TRUE(read_expression("eval('thisComp.la' + 'yer(2)')").has_computed_layer);
+    EXPECT_FALSE(read_expression("evaluate('a')").has_computed_layer);
+}
+
 TEST(ExpressionUse, reading_keyframes_is_noticed) {
     EXPECT_TRUE(read_expression("value + key(1).value").is_relative_to_keys);
     EXPECT_TRUE(read_expression("thisProperty.nearestKey(time).time").is_relative_to_keys);

@@ -26,6 +26,20 @@ struct Case {
     double shift;
 };
 
+// Whether a layer got a mask by the name of one that it had.
+bool is_mask_hidden(const SceneLayer& layer, const SceneLayer& after) {
+    const auto masks = layer.array("masksProperties");
+    const auto masks_after = after.array("masksProperties");
+    if (masks.Size() == masks_after.Size()) return false;
+    return std::any_of(masks.begin(), masks.end(), [&](const Json& mask) {
+        const auto has_its_name = [name = text_member(mask, "nm")](const Json& other) {
+            return text_member(other, "nm") == name;
+        };
+        return std::count_if(masks.begin(), masks.end(), has_its_name) !=
+               std::count_if(masks_after.begin(), masks_after.end(), has_its_name);
+    });
+}
+
 class ExpressionFindings {
   public:
     // `nest` is null for layers that stayed in the stack.
@@ -236,6 +250,10 @@ class ExpressionFindings {
             })) {
             note(Reason::layer_reference, Weight::change, one,
                  "it reads the name of a layer, which may be another now");
+        }
+        if (use.reads_masks && any_copy(one, Whose::any, is_mask_hidden)) {
+            note(Reason::layer_reference, Weight::change, one,
+                 "it reads a mask of a layer, which may be another of that name now");
         }
         if (use.span != Whose::nobody && any_copy(one, use.span, [](const SceneLayer& layer, const SceneLayer& after) {
                 return layer.in != after.in || layer.out != after.out || layer.start != after.start;

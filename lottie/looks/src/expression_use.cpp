@@ -76,7 +76,7 @@ class Reader {
 
     ExpressionUse read() {
         for (std::size_t i = 0; i < tokens_.size(); ++i) {
-            if (tokens_[i].text == "ADBE Transform Group") use_.reads_transforms = true;
+            if (is_transform_group(i)) use_.reads_transforms = use_.reads_opacity = true;
             if (tokens_[i].text == "numLayers" && !named_composition(i)) use_.counts_layers = true;
             if (tokens_[i].kind != ExpressionTokenKind::word) continue;
             read_place(i);
@@ -107,9 +107,9 @@ class Reader {
         if (word == "index") use_.reads_index = true;
         if (asks_own_layer(i)) use_.reads_own_value = true;
         // By another name, or as a function, it gives layers that nobody sees from here.
-        if ((word == "thisComp" && !is_mark(i + 1, ".")) || word == "with") use_.has_computed_layer = true;
-        if ((word == "thisComp" && !is_plain_owner(i)) || is_one_of(word, {"with", "eval", "Function"}))
-            use_.works_out_layer = true;
+        const bool is_hidden = is_one_of(word, {"with", "eval", "Function"});
+        if ((word == "thisComp" && !is_mark(i + 1, ".")) || is_hidden) use_.has_computed_layer = true;
+        if ((word == "thisComp" && !is_plain_owner(i)) || is_hidden) use_.works_out_layer = true;
         if (word == "name") use_.reads_names = true;
         if (!is_call(i)) return;
         if (word == "timeToFrames" && is_mark(i + 2, ")")) use_.reads_time = true;
@@ -146,12 +146,23 @@ class Reader {
         return is_member(i) && i >= 5 && is_mark(i - 2, ")") && is_mark(i - 4, "(") && tokens_[i - 5].text == "content";
     }
 
+    // A layer's transform by the names and numbers that players know it by: thisLayer(6), layer("Name")("Transform").
+    bool is_transform_group(std::size_t i) const {
+        if (tokens_[i].kind == ExpressionTokenKind::string)
+            return is_one_of(tokens_[i].text, {"ADBE Transform Group", "Transform", "transform"});
+        if (i < 2 || !is_one_of(tokens_[i].text, {"1", "6"}) || !is_mark(i - 1, "(") || !is_mark(i + 1, ")"))
+            return false;
+        const bool is_of_named = i >= 5 && is_mark(i - 2, ")") && is_mark(i - 4, "(") && tokens_[i - 5].text == "layer";
+        return is_of_named || is_one_of(tokens_[i - 2].text, {"thisLayer", "parent"});
+    }
+
     void read_place(std::size_t i) {
         const std::string& word = tokens_[i].text;
         const bool is_own = !is_member(i) || owner(i) == "thisLayer";
         const bool is_of_transform = is_member(i) && owner(i) == "transform";  // which says itself whose it is
         if (is_one_of(word, kTransformWords) && !is_of_transform && !is_of_content(i)) use_.reads_transforms = true;
         if (word == "opacity") use_.reads_opacity = true;
+        if (word == "mask" && is_call(i)) use_.reads_masks = true;
         if (is_one_of(word, kToWords)) converts_to_ = true;
         if (is_one_of(word, kFromWords)) converts_from_ = true;
         if (is_one_of(word, {"parent", "hasParent"}))
