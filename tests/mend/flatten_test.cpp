@@ -66,7 +66,14 @@ TEST(Flatten, what_keeps_a_nest_that_fades_is_told) {
     const auto square = [](int ind, double at_both) {
         return solid(ind, "square", 15, 15, "#0000ff", {{"ks", at(at_both, at_both)}});
     };
-    told({square(1, 20), square(2, 30)}, "layers that lie over one another show through");
+    std::vector<std::string> stripes;
+    for (int i = 0; i < 45; ++i)
+        stripes.push_back(solid(1 + i, "stripe", 1, 10, "#000000", {{"ks", at(10 + 1.5 * i, 20)}}));
+    stripes.push_back(solid(50, "white", 70, 8, "#ffffff", {{"ks", at(9, 21)}}));
+    told({solid(1, "faded", 15, 15, "#0000ff", {{"ks", transform({{"p", still("[20,20,0]")}, {"o", still("50")}})}}),
+          square(2, 30)},
+         "layers that lie over one another show through");
+    told(stripes, "the edges along which layers lie over one another are so long that they show");
     told({square(1, 5), square(2, 80)},
          "the layers lie so far apart that some players draw them blurred as a group and sharp by themselves");
     told({red({{"ks", at(0, 0)}}), solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(45, 45)}})},

@@ -201,6 +201,28 @@ std::vector<Scene> opacity_scenes() {
     const std::string itself_fading =
         transform({{"p", still("[60,20,0]")}, {"o", keyed({{0, "20"}, {6, "100"}, {14, "60"}})}});
     const std::string hold = R"({"a":1,"k":[{"t":0,"s":[100],"h":1},{"t":10,"s":[0],"h":1}]})";
+    const std::string passing = transform({{"p", keyed({{0, "10,20,0"}, {14, "40,25,0"}})}});
+    const std::string turning_and_fading = transform({{"p", still("[50,50,0]")},
+                                                      {"a", still("[50,50,0]")},
+                                                      {"r", keyed({{0, "0"}, {19, "30"}})},
+                                                      {"o", keyed({{2, "100"}, {12, "0"}})}});
+    const auto circle = [](const std::string& size, const std::string& paints) {
+        return R"({"ty":"gr","it":[{"ty":"el","p":{"a":0,"k":[50,30]},"s":)" + size +
+               R"(},{"ty":"fl","c":{"a":0,"k":[1,0.8,0,1]},"o":{"a":0,"k":100}},)" + paints +
+               R"({"ty":"tr","p":{"a":0,"k":[0,0]},"o":{"a":0,"k":100}}]})";
+    };
+    const std::string growing =
+        circle(R"({"a":1,"k":[{"i":{"x":[0.6,0.6],"y":[1,1]},"o":{"x":[0.4,0.4],"y":[0,0]},"t":0,"s":[6,6]},)"
+               R"({"t":16,"s":[18,14]}]})",
+               "");
+    const std::string outlined =
+        circle(R"({"a":0,"k":[14,14]})",
+               R"({"ty":"st","c":{"a":0,"k":[0,0,0.5,1]},"o":{"a":0,"k":100},"w":{"a":0,"k":3},"lc":1,"lj":1},)");
+    const Members half_masked = {
+        {"hasMask", "true"},
+        {"masksProperties",
+         R"([{"inv":false,"mode":"a","pt":{"a":0,"k":{"i":[[0,0],[0,0],[0,0]],"o":[[0,0],[0,0],[0,0]],)"
+         R"("v":[[0,0],[15,0],[0,15]],"c":true}},"o":{"a":0,"k":100},"x":{"a":0,"k":0}}])"}};
     const std::string ground = solid(20, "ground", 100, 100, "#cccccc");
     const auto with_ground = [&](const std::vector<std::string>& below, const std::vector<std::string>& above = {}) {
         return animation({.above = above,
@@ -228,8 +250,22 @@ std::vector<Scene> opacity_scenes() {
          inside({square(1, "left", 20), square(2, "right", 60, {{"ks", itself_faded}})}, {{"ks", fading}})},
         {Reason::opacity, "keyframes over a layer that has keyframes itself", Outcome::mended,
          inside({square(1, "left", 20), square(2, "right", 60, {{"ks", itself_fading}})}, {{"ks", fading}})},
-        {Reason::opacity, "layers that lie over one another", Outcome::stays,
+        {Reason::opacity, "layers that lie over one another", Outcome::mended,
          inside({square(1, "left", 20), square(2, "right", 25)}, {{"ks", faded}})},
+        {Reason::opacity, "keyframes over layers that move over one another", Outcome::mended,
+         inside({square(1, "left", 20, {{"ks", passing}}), square(2, "right", 25)}, {{"ks", fading}})},
+        {Reason::opacity, "a circle that grows over a square, in a nest that turns", Outcome::mended,
+         inside({shape_layer(1, "circle", growing), square(2, "square", 50)}, {{"ks", turning_and_fading}})},
+        {Reason::opacity, "layers over one another that begin and end while the nest fades", Outcome::mended,
+         inside({square(1, "left", 20, {{"ip", "4"}, {"op", "9"}}), square(2, "right", 25)}, {{"ks", fading}})},
+        {Reason::opacity, "layers over one another, the upper one faded itself", Outcome::stays,
+         inside({square(1, "left", 55, {{"ks", itself_faded}}), square(2, "right", 60)}, {{"ks", faded}})},
+        {Reason::opacity, "layers over one another, the upper one a fill and a stroke", Outcome::stays,
+         inside({shape_layer(1, "circle", outlined), square(2, "square", 50)}, {{"ks", faded}})},
+        {Reason::opacity, "layers over one another, the lower one with a mask", Outcome::stays,
+         inside({square(1, "left", 20), square(2, "right", 25, half_masked)}, {{"ks", faded}})},
+        {Reason::opacity, "layers that lie over one another by less than is seen", Outcome::mended,
+         inside({square(1, "left", 20), square(2, "right", 34.9)}, {{"ks", faded}})},
         {Reason::opacity, "layers in opposite corners, which browsers blur together", Outcome::stays,
          inside({square(1, "near", 5, {{"ks", at(5, 5)}}), square(2, "far", 80, {{"ks", at(80, 80)}})},
                 {{"ks", faded}})},

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "fading.h"
 #include "looks/work.h"
 #include "one_outline.h"
 #include "path.h"
@@ -73,6 +74,14 @@ PlaneMap plane(const Matrix& matrix) {
     return {{origin.x, origin.y}, {right.x - origin.x, right.y - origin.y}, {down.x - origin.x, down.y - origin.y}};
 }
 
+std::optional<Evaluation::Outline> written(const std::optional<OneOutline>& outline) {
+    if (!outline) return std::nullopt;
+    rapidjson::StringBuffer text;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(text);
+    outline->path->Accept(writer);
+    return Evaluation::Outline{{text.GetString(), text.GetSize()}, plane(outline->place), outline->is_closed};
+}
+
 }  // namespace
 
 PlaneMap Evaluation::place(const std::string& composition, std::size_t layer, double frame) {
@@ -80,12 +89,12 @@ PlaneMap Evaluation::place(const std::string& composition, std::size_t layer, do
 }
 
 std::optional<Evaluation::Outline> Evaluation::only_outline(const std::string& composition, std::size_t layer) {
-    const auto outline = one_outline(survey(composition).stack().layer(layer));
-    if (!outline) return std::nullopt;
-    rapidjson::StringBuffer text;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(text);
-    outline->path->Accept(writer);
-    return Outline{{text.GetString(), text.GetSize()}, plane(outline->place), outline->is_closed};
+    return written(one_outline(survey(composition).stack().layer(layer)));
+}
+
+std::optional<Evaluation::Outline> Evaluation::only_outline_at_any_opacity(const std::string& composition,
+                                                                           std::size_t layer) {
+    return written(outline_at_any_opacity(survey(composition).stack().layer(layer)));
 }
 
 bool Evaluation::moves(const std::string& composition, std::size_t layer) {
@@ -107,6 +116,24 @@ std::vector<PlanePoint> Evaluation::reach(const std::string& composition, std::s
                           ? mapped(hull_of(Box{0, 0, one.width, one.height}), all.placement().world(layer, frame))
                           : all.reach_in_stack(layer, frame);
     return hull.size() < 3 ? std::vector<PlanePoint>() : plane(hull);
+}
+
+bool Evaluation::may_overlap(const std::string& composition, std::size_t a, std::size_t b, double frame) {
+    Survey& all = survey(composition);
+    const Hull first = all.reach_in_stack(a, frame);
+    return may_show_through(first, all.reach_in_stack(b, frame));
+}
+
+bool Evaluation::is_on(const std::string& composition, std::size_t layer, double frame) {
+    return survey(composition).stack().layer(layer).is_on(frame);
+}
+
+double Evaluation::opacity(const std::string& composition, std::size_t layer, double frame) {
+    return survey(composition).stack().layer(layer).transform().opacity.at(frame)[0];
+}
+
+double Evaluation::width(const std::string& composition) {
+    return survey(composition).stack().width;
 }
 
 struct MovingPath::State {

@@ -5,6 +5,7 @@
 
 #include "dark_ground.h"
 #include "effects.h"
+#include "fading.h"
 #include "findings.h"
 #include "held.h"
 #include "words.h"
@@ -28,6 +29,8 @@ const char* sentence_of(FadeLoss loss) {
             return "the fills and strokes of a layer show through one another";
         case FadeLoss::overlap:
             return "layers that lie over one another show through";
+        case FadeLoss::seams:
+            return "the edges along which layers lie over one another are so long that they show";
         case FadeLoss::darker:
             return "some players draw what is black or nearly so darker without the group";
         case FadeLoss::scattered:

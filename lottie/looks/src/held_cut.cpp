@@ -6,8 +6,10 @@
 #include <memory>
 #include <string>
 
+#include "covering.h"
 #include "dark_ground.h"
 #include "effects.h"
+#include "masks.h"
 #include "one_outline.h"
 #include "path.h"
 #include "scatter.h"
@@ -15,32 +17,11 @@
 namespace lottie::looks {
 namespace {
 
-constexpr double kSameDegree = 1e-9;
 // Of the outer composition: matted colours come out up to 3 of 255 lower, which tells in what is dark.
 constexpr double kLargeShare = 0.015;
 constexpr double kEdge = 2;       // pixels that a player may draw more or less of
 constexpr double kNoArea = 1e-9;  // that a pixel of a layer becomes
 constexpr double kSameArea = 1e-6;
-
-std::string mode_of(const Json& mask) {
-    return text_member(mask, "mode");
-}
-
-bool is_always(const Property& property, double value) {
-    return !property.is_animated() && !property.has_expression() && std::abs(property.at(0)[0] - value) < kSameDegree;
-}
-
-// Whether it is a path and nothing else.
-bool is_plain(const Json& mask) {
-    const Json* path = member(mask, "pt");
-    return path != nullptr && !is_truthy(mask, "inv") && is_always(Property(member(mask, "x"), {}), 0) &&
-           member(*path, "x") == nullptr;
-}
-
-bool has_hard_edge(const Json& mask) {
-    const Property feather(member(mask, "f"), {});
-    return is_always(Property(member(mask, "o"), {100, 0, 0}), 100) && is_always(feather, 0) && feather.at(0)[1] == 0;
-}
 
 // One of the nest's masks, its matte, or its frame, in the way in which a layer has to be cut by it.
 struct NeededMask {
@@ -101,6 +82,10 @@ class HeldCutFinder {
         if (u_.nest_frames().empty()) return held;
         for (const Copy& drawn : u_.copies()) {
             if (!is_seen(drawn)) continue;
+            if (u_.covering().holds(drawn.inner)) {
+                held.frame[drawn.inner] = u_.covering().ends_at_frame(drawn.inner);
+                continue;
+            }
             const Copy* copy = carrier_of_cut(drawn);
             const bool is_cut = copy != nullptr && is_cut_further(*copy);
             const bool is_like_nest = is_cut && holds(*copy, false);
@@ -202,7 +187,7 @@ class HeldCutFinder {
 
     bool can_be_held() const {
         const bool are_plain = std::all_of(cutters_.begin(), cutters_.end(), [](const NeededMask& cutter) {
-            return (cutter.mask == nullptr || is_plain(*cutter.mask)) &&
+            return (cutter.mask == nullptr || is_plain_mask(*cutter.mask)) &&
                    (cutter.mode == "a" || cutter.mode == "s" || cutter.mode == "i");
         });
         if (!are_plain || (!cutters_.empty() && cutters_[0].mode == "i")) return false;
@@ -229,7 +214,7 @@ class HeldCutFinder {
         for (rapidjson::SizeType i = 0; i < cutters->size(); ++i) {
             const Json& mask = now[first_cutter + i];
             const NeededMask& cutter = (*cutters)[i];
-            if (mode_of(mask) != cutter.mode || !is_plain(mask) || !is_as_soft(mask, cutter.mask, has_own) ||
+            if (mode_of(mask) != cutter.mode || !is_plain_mask(mask) || !is_as_soft(mask, cutter.mask, has_own) ||
                 !lies_the_same(copy, mask, cutter)) {
                 return false;
             }
@@ -277,7 +262,7 @@ class HeldCutFinder {
         std::vector<FirstMask> first;
         for (rapidjson::SizeType i = 0; i < (own > 0 ? own : masks.Size() - 1); ++i) {
             first.push_back({PathProperty(member(masks[i], "pt")), mode_of(masks[i])});
-            if (!is_plain(masks[i])) return false;
+            if (!is_plain_mask(masks[i])) return false;
         }
         return std::all_of(u_.nest_frames().begin(), u_.nest_frames().end(), [&](double frame) {
             return !u_.copied(copy).is_on(frame) || leaves_some(copy, first, frame) ||

@@ -2,16 +2,18 @@
 #include "one_outline.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 
 #include "effects.h"
+#include "masks.h"
 #include "transform.h"
 
 namespace lottie::looks {
 namespace {
 
-bool is_always(const Property& property, double value) {
-    return !property.is_animated() && !property.has_expression() && property.at(0)[0] == value;
-}
+constexpr const char* kEaseHandles[] = {"i", "o"};
+constexpr const char* kAxes[] = {"x", "y"};
 
 bool is_full(const Json& item) {
     return is_always(Property(member(item, "o"), {100, 0, 0}), 100);
@@ -45,41 +47,90 @@ bool is_within(const Json& path, double width, double height) {
     return true;
 }
 
-// A closed path that stands still; the handle before each vertex is opposite to the one behind it.
-OneOutline outline_through(const std::vector<Point>& vertices, const std::vector<Point>& handles) {
-    auto made = std::make_shared<rapidjson::Document>(rapidjson::kObjectType);
-    auto& pool = made->GetAllocator();
-    const auto points = [&pool](const std::vector<Point>& all, double factor) {
+// A rectangle or an ellipse as a path.
+struct Figure {
+    bool is_ellipse = false;
+    Point middle;
+    double width = 0;
+    double height = 0;
+};
+
+// A closed path; the handle before each vertex is opposite to the one behind it.
+Json path_of(const Figure& figure, rapidjson::Document::AllocatorType& pool) {
+    constexpr double kRound = 0.5519;  // of the radius: the handles of a quarter of a circle, as players draw it
+    const auto points = [&pool](std::array<Point, 4> all, double factor, Point middle) {
         Json list(rapidjson::kArrayType);
         for (const Point& point : all) {
             Json one(rapidjson::kArrayType);
-            one.PushBack(point.x * factor, pool).PushBack(point.y * factor, pool);
+            one.PushBack(point.x * factor + middle.x, pool).PushBack(point.y * factor + middle.y, pool);
             list.PushBack(one, pool);
         }
         return list;
     };
+    const double w = figure.width / 2;
+    const double h = figure.height / 2;
+    const std::array<Point, 4> corners = {Point{w, -h}, Point{w, h}, Point{-w, h}, Point{-w, -h}};
+    const std::array<Point, 4> ends = {Point{0, -h}, Point{w, 0}, Point{0, h}, Point{-w, 0}};
+    const double round = figure.is_ellipse ? kRound : 0;
+    const std::array<Point, 4> handles = {Point{w * round, 0}, Point{0, h * round}, Point{-w * round, 0},
+                                          Point{0, -h * round}};
     Json path(rapidjson::kObjectType);
-    path.AddMember("i", points(handles, -1), pool).AddMember("o", points(handles, 1), pool);
-    path.AddMember("v", points(vertices, 1), pool).AddMember("c", true, pool);
-    made->AddMember("a", 0, pool).AddMember("k", path, pool);
+    path.AddMember("i", points(handles, -1, {}), pool).AddMember("o", points(handles, 1, {}), pool);
+    path.AddMember("v", points(figure.is_ellipse ? ends : corners, 1, figure.middle), pool);
+    path.AddMember("c", true, pool);
+    return path;
+}
+
+// Whether all dimensions of a keyframe move alike, so that its ease is that of a path.
+bool has_one_ease(const Json& key) {
+    return std::all_of(std::begin(kEaseHandles), std::end(kEaseHandles), [&key](const char* name) {
+        const Json* handle = member(key, name);
+        if (handle == nullptr) return true;
+        return std::all_of(std::begin(kAxes), std::end(kAxes), [&](const char* axis) {
+            const auto parts = array_member(*handle, axis);
+            return std::all_of(parts.Begin(), parts.End(), [&](const Json& part) { return part == parts[0]; });
+        });
+    });
+}
+
+// The figure at all the sizes of a keyframed property; nothing if a path cannot go from one to the next as it does.
+std::optional<OneOutline> growing(const Figure& figure, const Json& sizes) {
+    auto made = std::make_shared<rapidjson::Document>(rapidjson::kObjectType);
+    auto& pool = made->GetAllocator();
+    Json keys(rapidjson::kArrayType);
+    for (const Json& key : array_member(sizes, "k")) {
+        if (!has_one_ease(key)) return std::nullopt;
+        Json now(rapidjson::kObjectType);
+        for (const char* name : {"t", "h", "i", "o"}) {
+            if (const Json* value = member(key, name))
+                now.AddMember(rapidjson::StringRef(name), Json(*value, pool), pool);
+        }
+        for (const char* name : {"s", "e"}) {
+            const auto size = array_member(key, name);
+            if (size.Empty()) continue;
+            if (size.Size() < 2 || !size[0].IsNumber() || !size[1].IsNumber()) return std::nullopt;
+            Figure sized = figure;
+            sized.width = size[0].GetDouble();
+            sized.height = size[1].GetDouble();
+            Json list(rapidjson::kArrayType);
+            list.PushBack(path_of(sized, pool), pool);
+            now.AddMember(rapidjson::StringRef(name), list, pool);
+        }
+        keys.PushBack(now, pool);
+    }
+    made->AddMember("a", 1, pool).AddMember("k", keys, pool);
+    return OneOutline{made.get(), {}, true, made};
+}
+
+OneOutline standing(const Figure& figure) {
+    auto made = std::make_shared<rapidjson::Document>(rapidjson::kObjectType);
+    auto& pool = made->GetAllocator();
+    made->AddMember("a", 0, pool).AddMember("k", path_of(figure, pool), pool);
     return {made.get(), {}, true, made};
 }
 
-OneOutline rectangle(double left, double top, double width, double height) {
-    return outline_through({{left + width, top}, {left + width, top + height}, {left, top + height}, {left, top}},
-                           {{}, {}, {}, {}});
-}
-
-OneOutline ellipse(double x, double y, double width, double height) {
-    constexpr double kRound = 0.5519;  // of the radius: the handles of a quarter of a circle, as players draw it
-    const double w = width / 2;
-    const double h = height / 2;
-    return outline_through({{x, y - h}, {x + w, y}, {x, y + h}, {x - w, y}},
-                           {{w * kRound, 0}, {0, h * kRound}, {-w * kRound, 0}, {0, -h * kRound}});
-}
-
 std::optional<OneOutline> outline_of_solid(const SceneLayer& solid) {
-    if (!solid.has_masks) return rectangle(0, 0, solid.width, solid.height);
+    if (!solid.has_masks) return standing({false, {solid.width / 2, solid.height / 2}, solid.width, solid.height});
     const auto masks = solid.array("masksProperties");
     if (masks.Size() != 1) return std::nullopt;
     const Json& mask = masks[0];
@@ -92,19 +143,20 @@ std::optional<OneOutline> outline_of_solid(const SceneLayer& solid) {
     return OneOutline{path, {}, true};
 }
 
-// A rectangle without round corners or an ellipse, that stands still.
+// A rectangle without round corners or an ellipse, whose middle stands still.
 std::optional<OneOutline> outline_of_figure(const Json& shape) {
     const Property position(member(shape, "p"), {});
     const Property size(member(shape, "s"), {});
-    const Property roundness(member(shape, "r"), {});
-    for (const Property* one : {&position, &size, &roundness}) {
-        if (one->is_animated() || one->has_expression()) return std::nullopt;
+    Figure figure{text_member(shape, "ty") == "el", {}};
+    if (position.is_animated() || position.has_expression() || size.has_expression() ||
+        (!figure.is_ellipse && !is_always(Property(member(shape, "r"), {}), 0))) {
+        return std::nullopt;
     }
-    const Values at = position.at(0);
-    const Values extent = size.at(0);
-    if (text_member(shape, "ty") == "el") return ellipse(at[0], at[1], extent[0], extent[1]);
-    if (roundness.at(0)[0] != 0) return std::nullopt;
-    return rectangle(at[0] - extent[0] / 2, at[1] - extent[1] / 2, extent[0], extent[1]);
+    figure.middle = {position.at(0)[0], position.at(0)[1]};
+    if (size.is_animated()) return growing(figure, *member(shape, "s"));
+    figure.width = size.at(0)[0];
+    figure.height = size.at(0)[1];
+    return standing(figure);
 }
 
 // One path with one opaque fill, in a group that stands still or in none.
@@ -144,8 +196,11 @@ std::optional<OneOutline> outline_of_shapes(Json::ConstArray shapes) {
 }  // namespace
 
 std::optional<OneOutline> one_outline(const SceneLayer& layer) {
-    const bool is_plain = layer.can_draw() && !layer.is_hidden && !is_picture_changed(layer) && layer.blend_mode == 0 &&
-                          is_always(layer.transform().opacity, 100);
+    return is_always(layer.transform().opacity, 100) ? outline_at_any_opacity(layer) : std::nullopt;
+}
+
+std::optional<OneOutline> outline_at_any_opacity(const SceneLayer& layer) {
+    const bool is_plain = layer.can_draw() && !layer.is_hidden && !is_picture_changed(layer) && layer.blend_mode == 0;
     if (!is_plain) return std::nullopt;
     if (layer.type == LayerType::solid) return outline_of_solid(layer);
     if (layer.type != LayerType::shape || (layer.has_masks && !layer.array("masksProperties").Empty()))

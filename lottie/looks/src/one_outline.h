@@ -20,5 +20,7 @@ struct OneOutline {
 
 // Nothing for a layer that may draw anything else, or that is not opaque all over at all times.
 std::optional<OneOutline> one_outline(const SceneLayer& layer);
+// The same of a layer that may be transparent at times by its own opacity, and by nothing else.
+std::optional<OneOutline> outline_at_any_opacity(const SceneLayer& layer);
 
 }  // namespace lottie::looks

@@ -8,6 +8,8 @@ namespace {
 // browsers bear, as they count some more to a picture than it reaches.
 constexpr double kMostGap = 5000;
 
+constexpr std::size_t kManyPaints = 1000;  // of what nobody counts
+
 // Fills and strokes of a layer.
 std::size_t count_paints(Json::ConstArray shapes) {
     std::size_t count = 0;
@@ -26,16 +28,21 @@ double area_of(const Box& box) {
 
 }  // namespace
 
-bool is_one_picture(const SceneLayer& layer) {
+std::size_t paint_count(const SceneLayer& layer) {
     switch (layer.type) {
         case LayerType::solid:
         case LayerType::image:
-            return true;
+        case LayerType::text:  // players that fade texts letter by letter draw none over another
+            return 1;
         case LayerType::shape:
-            return count_paints(layer.array("shapes")) <= 1;
+            return count_paints(layer.array("shapes"));
         default:
-            return layer.type == LayerType::text;  // players that fade texts letter by letter draw none over another
+            return kManyPaints;
     }
+}
+
+bool is_one_picture(const SceneLayer& layer) {
+    return paint_count(layer) <= 1;
 }
 
 bool is_scattered(Unnesting& u, double inner_frame) {

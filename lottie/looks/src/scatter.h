@@ -5,7 +5,9 @@
 
 namespace lottie::looks {
 
-// Whether players draw what the layer shows as one piece.
+// How many pieces players draw of what the layer shows, one over another.
+std::size_t paint_count(const SceneLayer& layer);
+// Whether it is one at most.
 bool is_one_picture(const SceneLayer& layer);
 
 // Browsers gather pictures that are near one another on one surface. Where a group fades, or is cut by a mask or a

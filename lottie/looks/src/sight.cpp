@@ -19,6 +19,11 @@ bool is_outside(const Hull& hull, double width, double height) {
 
 }  // namespace
 
+bool is_seen(const Unnesting& u, std::size_t inner, double frame) {
+    const SceneLayer& layer = u.inside().layer(inner);
+    return layer.draws() && layer.is_on(frame) && !layer.transform().opacity.is_nothing_at(frame);
+}
+
 bool is_placed_by_expression(const SceneLayer& layer) {
     const Json* position = position_of(layer);
     const Json* text = position == nullptr ? nullptr : member(*position, "x");

@@ -1,9 +1,13 @@
-// Copies that an expression places, and that players without expressions show neither before nor after.
+// Whether layers inside are seen; and copies that an expression places, which players without expressions show neither
+// before nor after.
 #pragma once
 
 #include "unnesting.h"
 
 namespace lottie::looks {
+
+// Whether a layer inside is drawn at a frame of its composition, and not transparent by itself.
+bool is_seen(const Unnesting& u, std::size_t inner, double frame);
 
 // Whether an expression alone says where the layer lies: nothing else moves it, and it gives the same whatever value
 // the position holds.

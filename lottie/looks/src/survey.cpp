@@ -377,6 +377,15 @@ bool Survey::is_moved_by_expression(std::size_t place) const {
 
 // All
 
+const Palette& Surveys::palette() {
+    constexpr std::size_t kBytesPerStep = 8;
+    if (!palette_) {
+        work_.spend(scene_.byte_count / kBytesPerStep);
+        palette_.emplace(scene_);
+    }
+    return *palette_;
+}
+
 Survey* Surveys::find(const std::string& id) {
     const auto found = by_id_.find(id);
     if (found != by_id_.end()) return found->second.get();

@@ -11,6 +11,7 @@
 
 #include "hull.h"
 #include "looks/work.h"
+#include "palette.h"
 #include "placement.h"
 #include "scene.h"
 
@@ -130,6 +131,7 @@ class Surveys {
     // To be called when the scene has another stack of that id now, or none.
     void forget(const std::string& id);
     const Scene& scene() const { return scene_; }
+    const Palette& palette();  // of the scene as it is when somebody first asks
 
   private:
     friend class Survey;
@@ -138,7 +140,8 @@ class Surveys {
     const Scene& scene_;
     Work& work_;
     std::unordered_map<std::string, std::unique_ptr<Survey>> by_id_;
-    std::size_t kept_points_ = 0;                                      // of all of them
+    std::size_t kept_points_ = 0;  // of all of them
+    std::optional<Palette> palette_;
     std::unordered_map<std::string, std::vector<std::string>> users_;  // surveyed compositions that show it
 };
 

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "covering.h"
 #include "held_cut.h"
 
 namespace lottie::looks {
@@ -61,6 +62,11 @@ bool Unnesting::is_retimed() const {
 const HeldCut& Unnesting::held_cut() {
     if (!held_cut_) held_cut_ = find_held_cut(*this);
     return *held_cut_;
+}
+
+const Covering& Unnesting::covering() {
+    if (!covering_) covering_ = std::make_shared<const Covering>(*this);
+    return *covering_;
 }
 
 std::vector<Finding> Unnesting::take_findings() {

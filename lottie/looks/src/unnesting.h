@@ -1,6 +1,7 @@
 // One nest before the run and its layers after it.
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <vector>
 
@@ -16,6 +17,8 @@ struct HeldCut {
     std::vector<bool> frame;                    // by place inside: whether the nest's frame cuts the layer too
     std::optional<std::size_t> cuts_otherwise;  // a layer inside that got masks which are neither
 };
+
+class Covering;
 
 class Unnesting {
   public:
@@ -57,6 +60,7 @@ class Unnesting {
 
     // Worked out once, whoever asks.
     const HeldCut& held_cut();
+    const Covering& covering();
 
     void add(Finding finding) { findings_.push_back(std::move(finding)); }
     const std::vector<Finding>& findings() const { return findings_; }  // so far
@@ -75,6 +79,7 @@ class Unnesting {
     std::vector<Finding> findings_;
     double unseen_ = 0;
     std::optional<HeldCut> held_cut_;
+    std::shared_ptr<const Covering> covering_;
     mutable std::optional<bool> is_retimed_;
 };
 

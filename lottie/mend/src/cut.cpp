@@ -1,11 +1,13 @@
-// Masks that cut the layers out of a nest as the nest was cut.
+// Masks that cut the layers out of a nest as the nest was cut, and by those that cover them while it fades.
 #include "cut.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "document/json_text.h"
 #include "document/output_text.h"
 #include "document/patch.h"
+#include "looks/seam.h"
 #include "path_text.h"
 
 namespace lottie::mend {
@@ -106,14 +108,13 @@ class Cutting {
 
     void cut(CopiedLayer& drawn, FrameCut frame) {
         if (!is_drawn(drawn)) return;
+        if (!drawn.covers.empty()) return take_away_covered(drawn);
         // Some players do not draw a layer with both a matte and a mask.
         const auto matte = matte_inside(nest_, drawn);
         if (matte && drawn.facts.matte_type != kAlpha) return;
         CopiedLayer& copy = matte ? nest_.copies[*matte] : drawn;
         if (copy.now == nullptr || !evaluation_.has_reliable_placement(inside_, copy.inner)) return;
-        const std::vector<double> frames =
-            evaluation_.frames(around_, std::max(nest_.facts().in.value_or(0), copy.now->number("ip", 0)),
-                               std::min(nest_.facts().out.value_or(0), copy.now->number("op", 0)));
+        const std::vector<double> frames = frames_of(copy);
         if (frames.empty() || frames.size() > kMostFrames) return;
         if (!copy.masks) copy.masks = std::string(copy.now->member("masksProperties"));
         const bool has_own = !masks_of(copy.before).empty();
@@ -138,6 +139,68 @@ class Cutting {
 
   private:
     double inner_frame(double frame) const { return evaluation_.inner_frame(around_, nest_.place, frame); }
+
+    std::vector<double> frames_of(const CopiedLayer& copy) const {
+        return evaluation_.frames(around_, std::max(nest_.facts().in.value_or(0), copy.now->number("ip", 0)),
+                                  std::min(nest_.facts().out.value_or(0), copy.now->number("op", 0)));
+    }
+
+    // Of a layer without masks of its own. The first mask must add: around everything, or the nest's frame if that cut
+    // it.
+    void take_away_covered(CopiedLayer& copy) {
+        const std::vector<double> frames = frames_of(copy);
+        if (frames.empty() || frames.size() > kMostFrames) return;
+        const auto first = path_for(frame_path(reaches_beyond(copy, frames) ? 0 : 1), false, copy, frames);
+        if (!first) return;
+        std::string masks = "[" + plain_mask("a", *first, copy.before);
+        for (const CopiedLayer::Cover& cover : copy.covers) {
+            const auto path = covered_path(copy, cover, frames);
+            if (!path) return;
+            masks += ',' + plain_mask("s", *path, nest_.copies[cover.above].before);
+        }
+        copy.now->set("hasMask", "true");
+        copy.now->set("masksProperties", masks + "]");
+    }
+
+    static std::string plain_mask(const std::string& mode, const std::string& path, const LayerText& named) {
+        return R"({"inv":false,"mode":")" + mode + R"(","pt":)" + path +
+               R"(,"o":{"a":0,"k":100},"x":{"a":0,"k":0},"nm":)" + std::string(named.member("nm")) + "}";
+    }
+
+    // What a layer above covers, in the coordinates of the layer, at the frames at which it is to be taken away;
+    // nothing if there are none or the layer has no area.
+    std::optional<std::string> covered_path(const CopiedLayer& copy, const CopiedLayer::Cover& cover,
+                                            const std::vector<double>& frames) {
+        const looks::MovingPath moving(cover.outline.path);
+        std::vector<std::vector<PathAt>> runs;
+        for (const double frame : frames) {
+            const double inner = inner_frame(frame);
+            const double opacity = evaluation_.opacity(around_, nest_.place, frame);
+            unnested_.spend(kStepsPerLook);
+            if (opacity <= 0 || opacity >= 100 || !evaluation_.is_on(inside_, cover.above, inner) ||
+                evaluation_.opacity(inside_, cover.above, inner) < 100) {
+                continue;
+            }
+            const auto nest = evaluation_.place(around_, nest_.place, frame);
+            const auto back = evaluation_.place(inside_, copy.inner, inner).then(nest).inverse();
+            if (!back) return std::nullopt;
+            const auto place = cover.outline.place.then(evaluation_.place(inside_, cover.above, inner)).then(nest);
+            PathAt at{frame, mapped(moving.at(inner), place)};
+            unnested_.spend(kStepsPerVertex * at.vertices.at.size());
+            at.vertices = mapped(
+                looks::within_seam(at.vertices, opacity / 100, looks::seam_pixel(evaluation_.width(around_))), *back);
+            if (runs.empty() || frame - runs.back().back().frame > 1.5) runs.emplace_back();
+            runs.back().push_back(std::move(at));
+        }
+        return runs.empty() ? std::nullopt : std::optional(path_at_times(runs, frames[0]));
+    }
+
+    static looks::MovingPath::Vertices mapped(looks::MovingPath::Vertices path, const looks::PlaneMap& map) {
+        for (auto& point : path.at) point = map.map(point);
+        for (auto& point : path.in) point = map.turn(point);
+        for (auto& point : path.out) point = map.turn(point);
+        return path;
+    }
 
     bool reaches_beyond(const CopiedLayer& copy, const std::vector<double>& frames) {
         return std::any_of(frames.begin(), frames.end(), [&](double frame) {
@@ -183,12 +246,20 @@ class Cutting {
         return answer;
     }
 
-    std::string frame_path() const {
-        std::string w, h;
-        document::append_number(w, nest_.facts().width);
-        document::append_number(h, nest_.facts().height);
-        return "{\"a\":0,\"k\":{\"i\":[[0,0],[0,0],[0,0],[0,0]],\"o\":[[0,0],[0,0],[0,0],[0,0]],\"v\":[[0,0],[" + w +
-               ",0],[" + w + "," + h + "],[0," + h + "]],\"c\":true}}";
+    // The nest's frame, moved outward by so many times its size.
+    std::string frame_path(double by) const {
+        const double w = nest_.facts().width;
+        const double h = nest_.facts().height;
+        std::string vertices;
+        for (const auto& [x, y] : {std::pair{-by, -by}, {1 + by, -by}, {1 + by, 1 + by}, {-by, 1 + by}}) {
+            vertices += vertices.empty() ? "[" : ",[";
+            document::append_number(vertices, x * w);
+            vertices += ',';
+            document::append_number(vertices, y * h);
+            vertices += ']';
+        }
+        return "{\"a\":0,\"k\":{\"i\":[[0,0],[0,0],[0,0],[0,0]],\"o\":[[0,0],[0,0],[0,0],[0,0]],\"v\":[" + vertices +
+               "],\"c\":true}}";
     }
 
     std::optional<std::string> mask_text(const Cutter& cutter, const CopiedLayer& copy,
@@ -199,7 +270,7 @@ class Cutting {
             return value == nullptr ? std::string() : std::string(tree.text(*value));
         };
         const auto path = path_for(cutter.is_matte          ? nest_.matte->outline.path
-                                   : cutter.mask == nullptr ? frame_path()
+                                   : cutter.mask == nullptr ? frame_path(0)
                                                             : text_of("pt"),
                                    cutter.is_matte, copy, frames);
         if (!path) return std::nullopt;
@@ -244,11 +315,8 @@ class Cutting {
         for (const double frame : frames) {
             const auto map = map_to(copy, is_matte, frame);
             if (!map) continue;
-            PathAt& at = paths.emplace_back(PathAt{frame, moving.at(frame)});
+            const PathAt& at = paths.emplace_back(PathAt{frame, mapped(moving.at(frame), *map)});
             unnested_.spend(kStepsPerLook + kStepsPerVertex * at.vertices.at.size());
-            for (auto& point : at.vertices.at) point = map->map(point);
-            for (auto& point : at.vertices.in) point = map->turn(point);
-            for (auto& point : at.vertices.out) point = map->turn(point);
         }
         return paths.empty() ? std::nullopt : std::optional(path_through(paths));
     }

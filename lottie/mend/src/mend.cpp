@@ -38,6 +38,7 @@ constexpr Remedy kRemedies[] = {
     {Reason::mask, mend_mask},
     {Reason::clip, mend_clip},
     {Reason::opacity, mend_opacity},
+    {Reason::opacity, mend_overlap},
     {Reason::blend_mode, mend_blend_mode},
     {Reason::name_clash, mend_names},
     {Reason::long_name, mend_names},

@@ -93,6 +93,23 @@ std::size_t straight_end(const std::vector<PathAt>& paths, std::size_t from) {
     return to;
 }
 
+// The fewest frames between which straight lines lead close enough past the others.
+std::vector<std::size_t> straight_ends(const std::vector<PathAt>& paths) {
+    std::vector<std::size_t> keys = {0};
+    while (keys.back() + 1 < paths.size()) keys.push_back(straight_end(paths, keys.back()));
+    return keys;
+}
+
+enum class After { straight_line, hold, end };
+
+void append_key(std::string& keys, double frame, const std::string& path, After after) {
+    keys += keys.ends_with('[') ? "{" : ",{";
+    if (after == After::straight_line) keys += R"("i":{"x":0.833,"y":0.833},"o":{"x":0.167,"y":0.167},)";
+    keys += "\"t\":";
+    document::append_number(keys, frame);
+    keys += ",\"s\":[" + path + (after == After::hold ? "],\"h\":1}" : "]}");
+}
+
 }  // namespace
 
 std::string mapped_path(const std::string& property, const looks::PlaneMap& map) {
@@ -124,21 +141,34 @@ std::string mapped_path(const std::string& property, const looks::PlaneMap& map)
 }
 
 std::string path_through(const std::vector<PathAt>& paths) {
-    std::vector<std::size_t> keys = {0};
-    while (keys.back() + 1 < paths.size()) keys.push_back(straight_end(paths, keys.back()));
+    const std::vector<std::size_t> keys = straight_ends(paths);
     std::vector<std::string> texts;
     for (const std::size_t key : keys) texts.push_back(vertices_text(paths[key].vertices));
     if (std::count(texts.begin(), texts.end(), texts[0]) == std::ssize(texts))
         return "{\"a\":0,\"k\":" + texts[0] + "}";
     std::string out = "{\"a\":1,\"k\":[";
-    for (std::size_t i = 0; i < keys.size(); ++i) {
-        if (i != 0) out += ',';
-        out += "{";
-        if (i + 1 != keys.size()) out += R"("i":{"x":0.833,"y":0.833},"o":{"x":0.167,"y":0.167},)";
-        out += "\"t\":";
-        document::append_number(out, paths[keys[i]].frame);
-        out += ",\"s\":[" + texts[i] + "]}";
+    for (std::size_t i = 0; i < keys.size(); ++i)
+        append_key(out, paths[keys[i]].frame, texts[i], i + 1 == keys.size() ? After::end : After::straight_line);
+    return out + "]}";
+}
+
+std::string path_at_times(const std::vector<std::vector<PathAt>>& runs, double first_frame) {
+    std::string out = "{\"a\":1,\"k\":[";
+    Vertices nothing;
+    nothing.is_closed = true;
+    for (auto* points : {&nothing.at, &nothing.in, &nothing.out}) points->resize(runs[0][0].vertices.at.size());
+    const std::string none = vertices_text(nothing);
+    double end = first_frame;  // of the run before
+    for (const auto& run : runs) {
+        if (end < run[0].frame) append_key(out, end, none, After::hold);
+        const std::vector<std::size_t> keys = straight_ends(run);
+        for (const std::size_t key : keys) {
+            append_key(out, run[key].frame, vertices_text(run[key].vertices),
+                       key == keys.back() ? After::hold : After::straight_line);
+        }
+        end = run.back().frame + 1;
     }
+    append_key(out, end, none, After::end);
     return out + "]}";
 }
 

@@ -22,4 +22,8 @@ struct PathAt {
 // the fewest of the frames between which straight lines lead close enough past the others.
 std::string path_through(const std::vector<PathAt>& paths);
 
+// A property that shows each of these runs of paths from its first frame to the one behind its last, and a path without
+// area from `first_frame` on whenever there is none.
+std::string path_at_times(const std::vector<std::vector<PathAt>>& runs, double first_frame);
+
 }  // namespace lottie::mend

@@ -18,6 +18,7 @@ void mend_matte_used(Unnested& unnested, Nest& nest);
 void mend_mask(Unnested& unnested, Nest& nest);
 void mend_clip(Unnested& unnested, Nest& nest);
 void mend_opacity(Unnested& unnested, Nest& nest);
+void mend_overlap(Unnested& unnested, Nest& nest);
 void mend_blend_mode(Unnested& unnested, Nest& nest);
 void mend_names(Unnested& unnested, Nest& nest);
 void mend_layer_reference(Unnested& unnested, Nest& nest);

@@ -39,6 +39,12 @@ struct CopiedLayer {
     LayerText before;
     LayerText* now = nullptr;          // null if it was not copied
     std::optional<std::string> masks;  // its own as they are now, once it got more
+    // Layers inside above it that cover a part of it while the nest fades, with their outlines; masks take that away.
+    struct Cover {
+        std::size_t above;
+        looks::Evaluation::Outline outline;
+    };
+    std::vector<Cover> covers;
 
     // How far the run moved it in time, in frames.
     double shift() const { return now->number("st", 0) - facts.start; }

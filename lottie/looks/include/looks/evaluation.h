@@ -51,14 +51,22 @@ class Evaluation {
     bool is_placed_by_expression(const std::string& composition, std::size_t layer);
     // How far a layer's picture may reach in its composition: the corners around it; none when nothing is seen then.
     std::vector<PlanePoint> reach(const std::string& composition, std::size_t layer, double frame);
+    // Whether two layers are seen at a frame, and so near that their pictures may lie over one another.
+    bool may_overlap(const std::string& composition, std::size_t a, std::size_t b, double frame);
+    bool is_on(const std::string& composition, std::size_t layer, double frame);
+    // Percent, its own alone; expressions left aside.
+    double opacity(const std::string& composition, std::size_t layer, double frame);
+    double width(const std::string& composition);  // pixels
 
     struct Outline {
         std::string path;  // JSON of a path property
         PlaneMap place;    // from its coordinates to the layer's
         bool is_closed = true;
     };
-    // Of a layer whose picture is one area within a hard edge; nothing for others.
+    // Of a layer whose picture is one opaque area within a hard edge; nothing for others.
     std::optional<Outline> only_outline(const std::string& composition, std::size_t layer);
+    // The same, whatever the layer's own opacity.
+    std::optional<Outline> only_outline_at_any_opacity(const std::string& composition, std::size_t layer);
 
   private:
     friend class Judge;

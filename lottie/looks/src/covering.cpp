@@ -1,0 +1,205 @@
+// Masks that take from layers what opaque ones above them cover while their nest is faded.
+#include "covering.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "effects.h"
+#include "looks/seam.h"
+#include "masks.h"
+#include "one_outline.h"
+#include "path.h"
+#include "visibility.h"
+
+namespace lottie::looks {
+namespace {
+
+constexpr std::size_t kStepsPerVertex = 40;
+
+MovingPath::Vertices mapped(const PathProperty::Vertices& path, const Matrix& place) {
+    MovingPath::Vertices result;
+    result.is_closed = path.is_closed;
+    for (std::size_t i = 0; i < path.at.size(); ++i) {
+        const Point at = place.map(path.at[i]);
+        const auto handle = [&](Point arrow) {
+            const Point end = place.map({path.at[i].x + arrow.x, path.at[i].y + arrow.y});
+            return PlanePoint{end.x - at.x, end.y - at.y};
+        };
+        result.at.push_back({at.x, at.y});
+        result.in.push_back(handle(path.in[i]));
+        result.out.push_back(handle(path.out[i]));
+    }
+    return result;
+}
+
+bool are_close(const std::vector<PlanePoint>& a, const std::vector<PlanePoint>& b) {
+    return std::equal(a.begin(), a.end(), b.begin(), b.end(),
+                      [](PlanePoint p, PlanePoint q) { return std::hypot(p.x - q.x, p.y - q.y) <= kUnseen; });
+}
+
+bool are_close(const MovingPath::Vertices& a, const MovingPath::Vertices& b) {
+    return are_close(a.at, b.at) && are_close(a.in, b.in) && are_close(a.out, b.out);
+}
+
+// Whether a mask of that path takes nothing away.
+bool is_point(const PathProperty::Vertices& path) {
+    const auto is_none = [](Point p) { return p.x == 0 && p.y == 0; };
+    return std::all_of(path.at.begin(), path.at.end(),
+                       [&](Point p) { return p.x == path.at[0].x && p.y == path.at[0].y; }) &&
+           std::all_of(path.in.begin(), path.in.end(), is_none) &&
+           std::all_of(path.out.begin(), path.out.end(), is_none);
+}
+
+}  // namespace
+
+class Covering::Reader {
+  public:
+    Reader(Unnesting& u, Covering& covering) : u_(u), covering_(covering), outlines_(u.inside().size()) {}
+
+    void read(const Copy& copy) {
+        const SceneLayer& inner = u_.inner(copy);
+        const SceneLayer& copied = u_.copied(copy);
+        const auto masks = copied.array("masksProperties");
+        if (!copied.has_masks || inner.has_masks || masks.Size() < 2 || !inner.draws() || is_picture_changed(inner) ||
+            u_.inside().matte(copy.inner) || !u_.inside_survey().has_reliable_placement(copy.inner) ||
+            !u_.stack_survey().has_reliable_placement(u_.nest_place())) {
+            return;
+        }
+        const Json& first = masks[0];
+        if (mode_of(first) != "a" || !is_plain_mask(first) || !has_hard_edge(first)) return;
+        const bool is_frame = lies_around(copy, first, 0);
+        if (!is_frame && !lies_around(copy, first, 1)) return;
+        std::map<std::size_t, std::vector<bool>> taken;
+        for (rapidjson::SizeType i = 1; i < masks.Size(); ++i) {
+            if (mode_of(masks[i]) != "s" || !is_plain_mask(masks[i]) || !has_hard_edge(masks[i])) return;
+            auto cover = read_cover(copy, masks[i]);
+            if (!cover) return;
+            taken.insert(std::move(*cover));
+        }
+        if (!leaves_some(copy, masks)) return;
+        covering_.ends_at_frame_[copy.inner] = is_frame;
+        for (auto& [above, frames] : taken) covering_.taken_[{copy.inner, above}] = std::move(frames);
+    }
+
+  private:
+    struct Cover {
+        std::optional<OneOutline> outline;
+        std::unique_ptr<PathProperty> path;
+    };
+
+    Cover& cover_of(std::size_t inner) {
+        std::optional<Cover>& cover = outlines_[inner];
+        if (cover) return *cover;
+        cover.emplace();
+        const bool can_cover =
+            u_.copy_of(inner) && !u_.inside().matte(inner) && u_.inside_survey().has_reliable_placement(inner);
+        if (can_cover) cover->outline = outline_at_any_opacity(u_.inside().layer(inner));
+        if (cover->outline) cover->path = std::make_unique<PathProperty>(cover->outline->path);
+        return *cover;
+    }
+
+    bool is_shown(const Copy& copy, double frame) const {
+        return u_.copied(copy).is_on(frame) && u_.nest().transform().opacity.at(frame)[0] > 0;
+    }
+
+    // Whether the mask is the nest's frame, moved outward by so many times its size.
+    bool lies_around(const Copy& copy, const Json& mask, double by) {
+        const double w = u_.nest().width;
+        const double h = u_.nest().height;
+        PathProperty::Vertices frame;
+        frame.at = {{-by * w, -by * h}, {w + by * w, -by * h}, {w + by * w, h + by * h}, {-by * w, h + by * h}};
+        frame.in.resize(4);
+        frame.out.resize(4);
+        const PathProperty path(member(mask, "pt"));
+        return std::all_of(u_.nest_frames().begin(), u_.nest_frames().end(), [&](double at) {
+            if (!is_shown(copy, at)) return true;
+            const Matrix place = u_.result_placement().world(copy.result, at);
+            u_.comparison().spend(kStepsPerVertex * frame.at.size());
+            return are_close(mapped(path.vertices_at(at), place),
+                             mapped(frame, u_.stack_placement().world(u_.nest_place(), at)));
+        });
+    }
+
+    // The part of the picture that a layer inside covers, in so far as one below it is to lack it.
+    std::optional<MovingPath::Vertices> covered(std::size_t above, double frame) {
+        const double inner_frame = u_.inner_frame(frame);
+        const SceneLayer& layer = u_.inside().layer(above);
+        const double opacity = u_.nest().transform().opacity.at(frame)[0];
+        const Cover& cover = cover_of(above);
+        if (!cover.path || opacity <= 0 || opacity >= 100 || !layer.is_on(inner_frame) ||
+            layer.transform().opacity.at(inner_frame)[0] < 100 || layer.transform().opacity.has_expression()) {
+            return std::nullopt;
+        }
+        const Matrix place = cover.outline->place.then(u_.inside_placement().world(above, inner_frame))
+                                 .then(u_.stack_placement().world(u_.nest_place(), frame));
+        const PathProperty::Vertices path = cover.path->vertices_at(inner_frame);
+        u_.comparison().spend(kStepsPerVertex * path.at.size());
+        return within_seam(mapped(path, place), opacity / 100, seam_pixel(u_.stack().width));
+    }
+
+    // The layer whose picture a mask takes away, and the frames at which it does; nothing if it takes anything else.
+    std::optional<std::pair<std::size_t, std::vector<bool>>> read_cover(const Copy& copy, const Json& mask) {
+        const PathProperty path(member(mask, "pt"));
+        std::optional<std::size_t> above;
+        std::vector<bool> frames(u_.nest_frames().size());
+        for (std::size_t i = 0; i < frames.size(); ++i) {
+            const double frame = u_.nest_frames()[i];
+            if (!is_shown(copy, frame)) continue;
+            const PathProperty::Vertices at = path.vertices_at(frame);
+            u_.comparison().spend(kStepsPerVertex * at.at.size());
+            if (is_point(at)) continue;
+            const MovingPath::Vertices taken = mapped(at, u_.result_placement().world(copy.result, frame));
+            if (!above) above = find_above(copy, taken, frame);
+            const auto needed = above ? covered(*above, frame) : std::nullopt;
+            if (!needed || !are_close(taken, *needed)) return std::nullopt;
+            frames[i] = true;
+        }
+        if (!above) return std::nullopt;
+        return std::pair(*above, std::move(frames));
+    }
+
+    std::optional<std::size_t> find_above(const Copy& copy, const MovingPath::Vertices& taken, double frame) {
+        for (std::size_t above = 0; above < copy.inner; ++above) {
+            const auto path = covered(above, frame);
+            if (path && are_close(taken, *path)) return above;
+        }
+        return std::nullopt;
+    }
+
+    // Where masks so far leave nothing of the picture, some players take the next one for the first.
+    bool leaves_some(const Copy& copy, Json::ConstArray masks) {
+        constexpr double kEdge = 2;  // pixels
+        std::vector<PathProperty> paths;
+        for (const Json& mask : masks) paths.emplace_back(member(mask, "pt"));
+        const Hull view = hull_of(Box{0, 0, u_.stack().width, u_.stack().height});
+        return std::all_of(u_.nest_frames().begin(), u_.nest_frames().end(), [&](double frame) {
+            if (!is_shown(copy, frame)) return true;
+            const Matrix place = u_.result_placement().world(copy.result, frame);
+            double left = 0;
+            for (const PathProperty& path : paths) {
+                const Hull hull = cut(looks::mapped(hull_of(path.at(frame).points), place), view);
+                left += &path == &paths[0] ? area(hull) : -area(hull);
+            }
+            return left > kEdge * u_.stack().width;
+        });
+    }
+
+    Unnesting& u_;
+    Covering& covering_;
+    std::vector<std::optional<Cover>> outlines_;
+};
+
+Covering::Covering(Unnesting& u) : ends_at_frame_(u.inside().size()) {
+    // What a nest with masks or a matte of its own leaves of its layers is told otherwise.
+    if (u.nest().has_masks || u.stack().matte(u.nest_place()) || u.nest().transform().opacity.has_expression()) return;
+    Reader reader(u, *this);
+    for (const Copy& copy : u.copies()) reader.read(copy);
+}
+
+bool Covering::takes_away(std::size_t below, std::size_t above, std::size_t frame) const {
+    const auto found = taken_.find({below, above});
+    return found != taken_.end() && found->second[frame];
+}
+
+}  // namespace lottie::looks

@@ -1,0 +1,143 @@
+// Whether layers that fade one by one look as the nest did that faded as a group.
+#include "fading.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "covering.h"
+#include "dark_ground.h"
+#include "scatter.h"
+#include "seam_share.h"
+#include "sight.h"
+
+namespace lottie::looks {
+namespace {
+
+constexpr double kSameOpacity = 0.1;  // percent: a quarter of a step of a channel
+constexpr std::size_t kStepsPerPair = 20;
+constexpr double kSmallOverlap = 0.25;      // square pixels of the nest
+constexpr double kUnseenMean = 0.05 / 255;  // of the whole picture
+constexpr double kSeenStep = 6.0 / 255;     // of a part of it
+constexpr double kFaintestStep = 0.5 / 255;
+constexpr double kUnseenFaintShare = 0.005;  // that may differ by less, for in what is black each step tells
+constexpr double kLargeShare = 0.045;        // of the outer composition; the measured difference is below 2.2 of 255
+
+// The share of what may go unseen that a part of the picture takes in which so many pieces, each with that opacity, are
+// drawn one over another.
+double show_through_share(const Unnesting& u, double pixels, std::size_t pieces, double opacity) {
+    const double excess = 1 - std::pow(1 - opacity, static_cast<double>(pieces)) - opacity;
+    const double share = pixels / (u.stack().width * u.stack().height);
+    const double most = excess > kSeenStep ? kUnseenShare : excess > kFaintestStep ? kUnseenFaintShare : 1;
+    return std::max(share * excess / kUnseenMean, share / most);
+}
+
+struct Fading {
+    FadeLoss loss = FadeLoss::none;
+    double unseen = 0;
+};
+
+// What comes of fading the pictures one by one at one frame; what adds most to it gives it its name.
+class FadingSum {
+  public:
+    void add(FadeLoss loss, double share) {
+        sum_ += share;
+        if (share > most_) most_ = share, largest_ = loss;
+    }
+    Fading total() const { return sum_ > 1 ? Fading{largest_, sum_} : Fading{FadeLoss::none, sum_}; }
+
+  private:
+    double sum_ = 0;
+    double most_ = 0;
+    FadeLoss largest_ = FadeLoss::none;
+};
+
+Fading fading_at(Unnesting& u, std::size_t frame_index) {
+    const double outer_frame = u.nest_frames()[frame_index];
+    const double frame = u.inner_frame(outer_frame);
+    const double opacity = u.nest().transform().opacity.at(outer_frame)[0] / 100;
+    const Matrix place = u.stack_placement().world(u.nest_place(), outer_frame);
+    const Hull view = hull_of(Box{0, 0, u.stack().width, u.stack().height});
+    double covered = 0;
+    bool is_any_cut = false;
+    FadingSum sum;
+    std::vector<SeenLayer> above;
+    for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
+        if (!is_seen(u, inner, frame)) continue;
+        const Hull hull = u.inside_survey().reach_in_stack(inner, frame);
+        const Hull seen = cut(mapped(hull, place), view);
+        if (area(seen) <= 0) continue;
+        const std::size_t paints = paint_count(u.inside().layer(inner));
+        if (paints > 1) sum.add(FadeLoss::several_paints, show_through_share(u, area(seen), paints, opacity));
+        u.comparison().spend(kStepsPerPair * above.size());
+        for (const SeenLayer& other : above) {
+            if (!may_show_through(hull, u.inside_survey().reach_in_stack(other.inner, frame))) continue;
+            if (u.covering().takes_away(inner, other.inner, frame_index)) {
+                is_any_cut = true;
+            } else {
+                const std::size_t pieces = paints + paint_count(u.inside().layer(other.inner));
+                sum.add(FadeLoss::overlap, show_through_share(u, area(cut(seen, other.hull)), pieces, opacity));
+            }
+        }
+        covered += area(seen);
+        above.push_back({inner, seen});
+    }
+    if (is_any_cut) sum.add(FadeLoss::seams, seam_share(u, above, opacity));
+    const Fading total = sum.total();
+    if (total.loss != FadeLoss::none) return total;
+    if (covered > 0 && is_scattered(u, frame)) return {FadeLoss::scattered};
+    // The nest's own matte hides what lies beyond it.
+    covered = std::min(covered, area(u.stack_survey().reach_in_stack(u.nest_place(), outer_frame)));
+    const bool is_large = covered > kLargeShare * u.stack().width * u.stack().height;
+    return {is_large ? FadeLoss::rounding : FadeLoss::none, total.unseen};
+}
+
+// Whether an expression may lead a layer over another one.
+bool is_any_led(Unnesting& u, double frame) {
+    std::size_t seen = 0;
+    bool is_any = false;
+    u.comparison().spend(u.inside().size());
+    for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
+        if (!is_seen(u, inner, frame)) continue;
+        ++seen;
+        is_any = is_any || u.inside_survey().is_drawn_otherwise(inner);
+    }
+    return is_any && seen > 1;
+}
+
+}  // namespace
+
+bool may_show_through(const Hull& a, const Hull& b) {
+    return area(cut(a, b)) > kSmallOverlap;
+}
+
+FadeLoss fade_loss(Unnesting& u) {
+    const Property& nest = u.nest().transform().opacity;
+    if (nest.has_expression()) return FadeLoss::not_taken;
+    const bool is_single = u.inside().size() == 1;  // drawn as it is by every player
+    bool is_ever_faded = false;
+    double unseen = 0;
+    for (std::size_t i = 0; i < u.nest_frames().size(); ++i) {
+        const double frame = u.nest_frames()[i];
+        const double of_nest = nest.at(frame)[0];
+        const double inner_frame = u.inner_frame(frame);
+        for (const Copy& copy : u.copies()) {
+            const Property& own = u.inner(copy).transform().opacity;
+            const Property& now = u.copied(copy).transform().opacity;
+            if (!is_seen(u, copy.inner, inner_frame) || !u.copied(copy).is_on(frame)) continue;
+            if (own.has_expression() || now.has_expression()) return FadeLoss::not_taken;
+            if (std::abs(own.at(inner_frame)[0] * of_nest / 100 - now.at(frame)[0]) > kSameOpacity)
+                return FadeLoss::not_taken;
+        }
+        const bool is_faded = of_nest > 0 && of_nest < 100;
+        if (!is_faded || is_single) continue;
+        is_ever_faded = true;
+        if (is_any_led(u, inner_frame)) return FadeLoss::overlap;
+        const Fading fading = fading_at(u, i);
+        if (fading.loss != FadeLoss::none) return fading.loss;
+        unseen = std::max(unseen, fading.unseen);
+    }
+    u.add_unseen(unseen);
+    return is_ever_faded && is_ground_dark(u) ? FadeLoss::darker : FadeLoss::none;
+}
+
+}  // namespace lottie::looks

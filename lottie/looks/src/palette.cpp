@@ -1,0 +1,107 @@
+// The colors that an animation shows.
+#include "palette.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+#include <optional>
+
+#include "effects.h"
+
+namespace lottie::looks {
+namespace {
+
+constexpr double kLevels = 32;  // by which channels are told apart
+constexpr std::size_t kMostColors = 1000;
+
+Values rounded(const Values& color) {
+    Values result;
+    std::transform(color.begin(), color.end(), result.begin(),
+                   [](double part) { return std::round(part * kLevels) / kLevels; });
+    return result;
+}
+
+bool is_color(const Values& color) {
+    return std::all_of(color.begin(), color.end(), [](double part) { return part >= 0 && part <= 1; });
+}
+
+// Of a solid, such as "#ff0000"; nothing if it is no color.
+std::optional<Values> color_of(const std::string& text) {
+    if (text.size() != 7 || text[0] != '#' || text.find_first_not_of("0123456789abcdefABCDEF", 1) != std::string::npos)
+        return std::nullopt;
+    Values color{};
+    for (std::size_t i = 0; i < color.size(); ++i)
+        color[i] = static_cast<double>(std::stoi(text.substr(1 + 2 * i, 2), nullptr, 16)) / 255;
+    return color;
+}
+
+// Those of a fill or stroke; none if they cannot be told.
+std::vector<Values> colors_of(const Json& paint) {
+    const Property color(member(paint, "c"), {});
+    auto values = color.key_values();
+    const bool is_known = !color.has_expression() && std::all_of(values.begin(), values.end(), is_color);
+    return is_known ? values : std::vector<Values>();
+}
+
+// The first fill or stroke; null if there is none.
+const Json* first_paint(Json::ConstArray shapes) {
+    for (const Json& shape : shapes) {
+        const std::string type = text_member(shape, "ty");
+        if (type == "fl" || type == "st") return &shape;
+        if (const Json* paint = first_paint(array_member(shape, "it"))) return paint;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+Palette::Palette(const Scene& scene) : colors_{{1, 1, 1}} {
+    for (const auto& [id, stack] : scene.stacks) {
+        for (std::size_t place = 0; place < stack->size() && is_all_known_; ++place)
+            is_all_known_ = add(stack->layer(place)) && colors_.size() <= kMostColors;
+    }
+}
+
+bool Palette::add(const SceneLayer& layer) {
+    if (!layer.can_draw() || layer.type == LayerType::nest) return layer.array("ef").Empty() && layer.blend_mode == 0;
+    if (is_picture_changed(layer) || layer.blend_mode != 0) return false;
+    if (layer.type == LayerType::shape) return add_paints(layer.array("shapes"));
+    const auto color = layer.type == LayerType::solid ? color_of(layer.color) : std::nullopt;
+    if (color) colors_.insert(rounded(*color));
+    return color.has_value();
+}
+
+bool Palette::add_paints(Json::ConstArray shapes) {
+    return std::all_of(shapes.begin(), shapes.end(), [this](const Json& shape) {
+        const std::string type = text_member(shape, "ty");
+        if (type == "gf" || type == "gs") return false;
+        if (type == "gr") return add_paints(array_member(shape, "it"));
+        if (type != "fl" && type != "st") return true;
+        const auto colors = colors_of(shape);
+        for (const Values& color : colors) colors_.insert(rounded(color));
+        return !colors.empty();
+    });
+}
+
+Contrast Palette::contrast_to(const SceneLayer& layer) const {
+    std::vector<Values> own;
+    if (layer.type == LayerType::solid) {
+        if (const auto color = color_of(layer.color)) own = {*color};
+    } else if (const Json* paint = first_paint(layer.array("shapes"))) {
+        own = colors_of(*paint);
+    }
+    if (!is_all_known_ || own.empty()) return {};
+    Contrast contrast{0, 0};
+    for (const Values& color : own) {
+        for (const Values& other : colors_) {
+            Values apart;
+            std::transform(color.begin(), color.end(), other.begin(), apart.begin(),
+                           [](double a, double b) { return std::abs(a - b); });
+            contrast.most = std::max(contrast.most, *std::max_element(apart.begin(), apart.end()));
+            contrast.mean = std::max(contrast.mean, std::accumulate(apart.begin(), apart.end(), 0.0) / 3);
+        }
+    }
+    return contrast;
+}
+
+}  // namespace lottie::looks

@@ -1,0 +1,83 @@
+// Applies to nests without masks or a matte of their own that fade while layers lie over one another: masks take from
+// each layer what an opaque one above it covers, as long as the nest is between seen and unseen. Then no layer shows
+// through another, as none did in the group.
+#include "cut.h"
+#include "remedies.h"
+
+namespace lottie::mend {
+namespace {
+
+constexpr std::size_t kStepsPerPair = 20;
+
+class Overlap {
+  public:
+    Overlap(Unnested& unnested, Nest& nest)
+        : unnested_(unnested),
+          evaluation_(unnested.evaluation()),
+          nest_(nest),
+          around_(unnested.composition()),
+          inside_(nest.source) {}
+
+    // False if one of them cannot be told, or cannot be taken away.
+    bool find_covers() {
+        const auto frames = evaluation_.frames(around_, nest_.facts().in.value_or(0), nest_.facts().out.value_or(0));
+        for (const double frame : frames) {
+            const double opacity = evaluation_.opacity(around_, nest_.place, frame);
+            if (opacity > 0 && opacity < 100 && !find_covers_at(evaluation_.inner_frame(around_, nest_.place, frame)))
+                return false;
+        }
+        return true;
+    }
+
+  private:
+    bool find_covers_at(double frame) {
+        for (CopiedLayer& below : nest_.copies) {
+            if (!is_seen(below, frame)) continue;
+            unnested_.spend(kStepsPerPair * below.inner);
+            for (std::size_t above = 0; above < below.inner; ++above) {
+                if (!is_seen(nest_.copies[above], frame) ||
+                    !evaluation_.may_overlap(inside_, above, below.inner, frame)) {
+                    continue;
+                }
+                if (evaluation_.opacity(inside_, above, frame) < 100 || !add_cover(below, above)) return false;
+            }
+        }
+        return true;
+    }
+
+    bool is_seen(const CopiedLayer& copy, double frame) {
+        return is_drawn(copy) && evaluation_.is_on(inside_, copy.inner, frame);
+    }
+
+    bool add_cover(CopiedLayer& below, std::size_t above) {
+        const bool is_known = std::any_of(below.covers.begin(), below.covers.end(),
+                                          [&](const CopiedLayer::Cover& cover) { return cover.above == above; });
+        if (is_known) return true;
+        const bool can_be_told = !below.before.is_set("hasMask") && !matte_inside(nest_, below) &&
+                                 !matte_inside(nest_, nest_.copies[above]) &&
+                                 evaluation_.has_reliable_placement(inside_, below.inner) &&
+                                 evaluation_.has_reliable_placement(inside_, above);
+        auto outline = can_be_told ? evaluation_.only_outline_at_any_opacity(inside_, above) : std::nullopt;
+        if (outline) below.covers.push_back({above, std::move(*outline)});
+        return outline.has_value();
+    }
+
+    Unnested& unnested_;
+    looks::Evaluation& evaluation_;
+    Nest& nest_;
+    const std::string around_;
+    const std::string inside_;
+};
+
+}  // namespace
+
+void mend_overlap(Unnested& unnested, Nest& nest) {
+    if (nest.matte || nest.layer.before.is_set("hasMask") || unnested.matte_in_stack(nest.place) ||
+        !unnested.evaluation().has_reliable_placement(unnested.composition(), nest.place)) {
+        return;
+    }
+    if (Overlap(unnested, nest).find_covers()) return cut_layers(unnested, nest, FrameCut::where_needed);
+    for (CopiedLayer& copy : nest.copies) copy.covers.clear();
+}
+
+}  // namespace lottie::mend
