@@ -215,6 +215,23 @@ std::vector<Scene> opacity_scenes() {
         circle(R"({"a":1,"k":[{"i":{"x":[0.6,0.6],"y":[1,1]},"o":{"x":[0.4,0.4],"y":[0,0]},"t":0,"s":[6,6]},)"
                R"({"t":16,"s":[18,14]}]})",
                "");
+    const auto shaded = [](const std::string& stops) {
+        return R"({"ty":"gr","it":[{"ty":"el","p":{"a":0,"k":[50,30]},"s":{"a":0,"k":[14,14]}},)"
+               R"({"ty":"gf","o":{"a":0,"k":100},"r":1,"t":1,"s":{"a":0,"k":[43,30]},"e":{"a":0,"k":[57,30]},)"
+               R"("g":{"p":2,"k":{"a":0,"k":[0,)" +
+               stops + R"(]}}},{"ty":"tr","p":{"a":0,"k":[0,0]},"o":{"a":0,"k":100}}]})";
+    };
+    const auto path = [](const std::string& vertices) {
+        const std::string none = "[[0,0],[0,0],[0,0],[0,0]]";
+        return R"({"ty":"sh","ks":{"a":0,"k":{"i":)" + none + R"(,"o":)" + none + R"(,"v":)" + vertices +
+               R"(,"c":true}}},)";
+    };
+    // One over the right part of the square, and another one.
+    const auto areas = [&path](const std::string& vertices) {
+        return R"({"ty":"gr","it":[)" + path("[[58,20],[66,20],[66,32],[58,32]]") + path(vertices) +
+               R"({"ty":"fl","c":{"a":0,"k":[1,0.5,0,1]},"o":{"a":0,"k":100},"r":1},)"
+               R"({"ty":"tr","p":{"a":0,"k":[0,0]},"o":{"a":0,"k":100}}]})";
+    };
     const std::string outlined =
         circle(R"({"a":0,"k":[14,14]})",
                R"({"ty":"st","c":{"a":0,"k":[0,0,0.5,1]},"o":{"a":0,"k":100},"w":{"a":0,"k":3},"lc":1,"lj":1},)");
@@ -262,6 +279,17 @@ std::vector<Scene> opacity_scenes() {
          inside({square(1, "left", 55, {{"ks", itself_faded}}), square(2, "right", 60)}, {{"ks", faded}})},
         {Reason::opacity, "layers over one another, the upper one a fill and a stroke", Outcome::stays,
          inside({shape_layer(1, "circle", outlined), square(2, "square", 50)}, {{"ks", faded}})},
+        {Reason::opacity, "a gradient over a square", Outcome::mended,
+         inside({shape_layer(1, "circle", shaded("1,0.8,0,1,0.9,0.3,0.2")), square(2, "square", 50)}, {{"ks", faded}})},
+        {Reason::opacity, "a gradient over a square, which shows through it", Outcome::stays,
+         inside({shape_layer(1, "circle", shaded("1,0.8,0,1,0.9,0.3,0.2,0,1,1,0.5")), square(2, "square", 50)},
+                {{"ks", faded}})},
+        {Reason::opacity, "two areas with one fill over a square", Outcome::mended,
+         inside({shape_layer(1, "areas", areas("[[46,20],[54,20],[54,40],[46,40]]")), square(2, "square", 50)},
+                {{"ks", faded}})},
+        {Reason::opacity, "an area with a hole over a square", Outcome::stays,
+         inside({shape_layer(1, "areas", areas("[[60,22],[60,30],[64,30],[64,22]]")), square(2, "square", 50)},
+                {{"ks", faded}})},
         {Reason::opacity, "layers over one another, the lower one with a mask", Outcome::stays,
          inside({square(1, "left", 20), square(2, "right", 25, half_masked)}, {{"ks", faded}})},
         {Reason::opacity, "layers that lie over one another by less than is seen", Outcome::mended,

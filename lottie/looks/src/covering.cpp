@@ -3,7 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
+#include <set>
 
 #include "effects.h"
 #include "looks/seam.h"
@@ -55,7 +55,7 @@ bool is_point(const PathProperty::Vertices& path) {
 
 class Covering::Reader {
   public:
-    Reader(Unnesting& u, Covering& covering) : u_(u), covering_(covering), outlines_(u.inside().size()) {}
+    Reader(Unnesting& u, Covering& covering) : u_(u), covering_(covering), areas_(u.inside().size()) {}
 
     void read(const Copy& copy) {
         const SceneLayer& inner = u_.inner(copy);
@@ -70,33 +70,44 @@ class Covering::Reader {
         if (mode_of(first) != "a" || !is_plain_mask(first) || !has_hard_edge(first)) return;
         const bool is_frame = lies_around(copy, first, 0);
         if (!is_frame && !lies_around(copy, first, 1)) return;
-        std::map<std::size_t, std::vector<bool>> taken;
+        std::vector<Taken> taken;
         for (rapidjson::SizeType i = 1; i < masks.Size(); ++i) {
             if (mode_of(masks[i]) != "s" || !is_plain_mask(masks[i]) || !has_hard_edge(masks[i])) return;
             auto cover = read_cover(copy, masks[i]);
             if (!cover) return;
-            taken.insert(std::move(*cover));
+            taken.push_back(std::move(*cover));
         }
         if (!leaves_some(copy, masks)) return;
         covering_.ends_at_frame_[copy.inner] = is_frame;
-        for (auto& [above, frames] : taken) covering_.taken_[{copy.inner, above}] = std::move(frames);
+        for (const Taken& one : taken) {
+            std::vector<bool>& frames = covering_.taken_[{copy.inner, one.above.layer}];
+            if (frames.empty()) frames = all_taken(one.above.layer, taken);
+        }
     }
 
   private:
-    struct Cover {
-        std::optional<OneOutline> outline;
-        std::unique_ptr<PathProperty> path;
+    // One of the areas of a layer that may cover others.
+    struct Area {
+        OneOutline outline;
+        PathProperty path;
+    };
+    struct AreaOf {
+        std::size_t layer;  // inside
+        std::size_t area;
     };
 
-    Cover& cover_of(std::size_t inner) {
-        std::optional<Cover>& cover = outlines_[inner];
-        if (cover) return *cover;
-        cover.emplace();
+    std::vector<Area>& areas_of(std::size_t inner) {
+        std::optional<std::vector<Area>>& areas = areas_[inner];
+        if (areas) return *areas;
+        areas.emplace();
         const bool can_cover =
             u_.copy_of(inner) && !u_.inside().matte(inner) && u_.inside_survey().has_reliable_placement(inner);
-        if (can_cover) cover->outline = outline_at_any_opacity(u_.inside().layer(inner));
-        if (cover->outline) cover->path = std::make_unique<PathProperty>(cover->outline->path);
-        return *cover;
+        if (!can_cover) return *areas;
+        for (OneOutline& outline : outlines_at_any_opacity(u_.inside().layer(inner))) {
+            PathProperty path(outline.path);
+            areas->push_back({std::move(outline), std::move(path)});
+        }
+        return *areas;
     }
 
     bool is_shown(const Copy& copy, double frame) const {
@@ -121,27 +132,32 @@ class Covering::Reader {
         });
     }
 
-    // The part of the picture that a layer inside covers, in so far as one below it is to lack it.
-    std::optional<MovingPath::Vertices> covered(std::size_t above, double frame) {
+    // The part of the picture that it covers, in so far as a layer below is to lack it.
+    std::optional<MovingPath::Vertices> covered(AreaOf above, double frame) {
         const double inner_frame = u_.inner_frame(frame);
-        const SceneLayer& layer = u_.inside().layer(above);
+        const SceneLayer& layer = u_.inside().layer(above.layer);
         const double opacity = u_.nest().transform().opacity.at(frame)[0];
-        const Cover& cover = cover_of(above);
-        if (!cover.path || opacity <= 0 || opacity >= 100 || !layer.is_on(inner_frame) ||
+        if (opacity <= 0 || opacity >= 100 || !layer.is_on(inner_frame) ||
             layer.transform().opacity.at(inner_frame)[0] < 100 || layer.transform().opacity.has_expression()) {
             return std::nullopt;
         }
-        const Matrix place = cover.outline->place.then(u_.inside_placement().world(above, inner_frame))
+        const Area& area = areas_of(above.layer)[above.area];
+        const Matrix place = area.outline.place.then(u_.inside_placement().world(above.layer, inner_frame))
                                  .then(u_.stack_placement().world(u_.nest_place(), frame));
-        const PathProperty::Vertices path = cover.path->vertices_at(inner_frame);
+        const PathProperty::Vertices path = area.path.vertices_at(inner_frame);
         u_.comparison().spend(kStepsPerVertex * path.at.size());
         return within_seam(mapped(path, place), opacity / 100, seam_pixel(u_.stack().width));
     }
 
-    // The layer whose picture a mask takes away, and the frames at which it does; nothing if it takes anything else.
-    std::optional<std::pair<std::size_t, std::vector<bool>>> read_cover(const Copy& copy, const Json& mask) {
+    struct Taken {
+        AreaOf above;
+        std::vector<bool> frames;
+    };
+
+    // What a mask takes away, and the frames at which it does; nothing if it takes anything else.
+    std::optional<Taken> read_cover(const Copy& copy, const Json& mask) {
         const PathProperty path(member(mask, "pt"));
-        std::optional<std::size_t> above;
+        std::optional<AreaOf> above;
         std::vector<bool> frames(u_.nest_frames().size());
         for (std::size_t i = 0; i < frames.size(); ++i) {
             const double frame = u_.nest_frames()[i];
@@ -156,15 +172,30 @@ class Covering::Reader {
             frames[i] = true;
         }
         if (!above) return std::nullopt;
-        return std::pair(*above, std::move(frames));
+        return Taken{*above, std::move(frames)};
     }
 
-    std::optional<std::size_t> find_above(const Copy& copy, const MovingPath::Vertices& taken, double frame) {
+    std::optional<AreaOf> find_above(const Copy& copy, const MovingPath::Vertices& taken, double frame) {
         for (std::size_t above = 0; above < copy.inner; ++above) {
-            const auto path = covered(above, frame);
-            if (path && are_close(taken, *path)) return above;
+            for (std::size_t area = 0; area < areas_of(above).size(); ++area) {
+                const auto path = covered({above, area}, frame);
+                if (path && are_close(taken, *path)) return AreaOf{above, area};
+            }
         }
         return std::nullopt;
+    }
+
+    // The frames at which masks take away all areas of a layer above.
+    std::vector<bool> all_taken(std::size_t above, const std::vector<Taken>& taken) {
+        std::vector<bool> frames(u_.nest_frames().size());
+        for (std::size_t i = 0; i < frames.size(); ++i) {
+            std::set<std::size_t> areas;
+            for (const Taken& one : taken) {
+                if (one.above.layer == above && one.frames[i]) areas.insert(one.above.area);
+            }
+            frames[i] = areas.size() == areas_of(above).size();
+        }
+        return frames;
     }
 
     // Where masks so far leave nothing of the picture, some players take the next one for the first.
@@ -187,7 +218,7 @@ class Covering::Reader {
 
     Unnesting& u_;
     Covering& covering_;
-    std::vector<std::optional<Cover>> outlines_;
+    std::vector<std::optional<std::vector<Area>>> areas_;  // by place inside
 };
 
 Covering::Covering(Unnesting& u) : ends_at_frame_(u.inside().size()) {

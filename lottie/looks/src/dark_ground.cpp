@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "one_outline.h"
+#include "paint.h"
 
 namespace lottie::looks {
 namespace {
@@ -13,15 +14,17 @@ constexpr double kMostLacking = 0.05;
 constexpr double kDark = 1.0 / 255;
 constexpr std::size_t kStepsPerLayer = 4;
 
-const Json* fill_of(Json::ConstArray shapes) {
-    for (const Json& shape : shapes) {
-        if (text_member(shape, "ty") == "fl") return &shape;
-        if (const Json* fill = fill_of(array_member(shape, "it"))) return fill;
+// How many of red, green and blue all colors lack.
+std::size_t count_lacking(const std::vector<Values>& colors) {
+    std::size_t count = 0;
+    for (std::size_t part = 0; part < 3; ++part) {
+        count += !colors.empty() &&
+                 std::all_of(colors.begin(), colors.end(), [part](const Values& color) { return color[part] < kDark; });
     }
-    return nullptr;
+    return count;
 }
 
-// How many of red, green and blue the only color of a layer lacks.
+// How many of red, green and blue the only fill of a layer lacks where it begins.
 std::size_t count_lacking(const SceneLayer& layer) {
     std::size_t count = 0;
     if (layer.type == LayerType::solid) {
@@ -29,10 +32,9 @@ std::size_t count_lacking(const SceneLayer& layer) {
             count += layer.color.compare(at, 2, "00") == 0;
         return count;
     }
-    const Property color(member(*fill_of(layer.array("shapes")), "c"), {1, 1, 1});
-    const Values first = color.at(layer.in);
-    return static_cast<std::size_t>(
-        std::count_if(first.begin(), first.end(), [](double part) { return part < kDark; }));
+    const Json& fill = *first_paint(layer.array("shapes"));
+    if (member(fill, "g") != nullptr) return count_lacking(colors_of(fill));
+    return count_lacking({Property(member(fill, "c"), {1, 1, 1}).at(layer.in)});
 }
 
 // Of each layer, where it begins; at most 1 where nobody sees it.

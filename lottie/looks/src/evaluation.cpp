@@ -74,12 +74,11 @@ PlaneMap plane(const Matrix& matrix) {
     return {{origin.x, origin.y}, {right.x - origin.x, right.y - origin.y}, {down.x - origin.x, down.y - origin.y}};
 }
 
-std::optional<Evaluation::Outline> written(const std::optional<OneOutline>& outline) {
-    if (!outline) return std::nullopt;
+Evaluation::Outline written(const OneOutline& outline) {
     rapidjson::StringBuffer text;
     rapidjson::Writer<rapidjson::StringBuffer> writer(text);
-    outline->path->Accept(writer);
-    return Evaluation::Outline{{text.GetString(), text.GetSize()}, plane(outline->place), outline->is_closed};
+    outline.path->Accept(writer);
+    return {{text.GetString(), text.GetSize()}, plane(outline.place), outline.is_closed};
 }
 
 }  // namespace
@@ -89,12 +88,16 @@ PlaneMap Evaluation::place(const std::string& composition, std::size_t layer, do
 }
 
 std::optional<Evaluation::Outline> Evaluation::only_outline(const std::string& composition, std::size_t layer) {
-    return written(one_outline(survey(composition).stack().layer(layer)));
+    const auto outline = one_outline(survey(composition).stack().layer(layer));
+    return outline ? std::optional(written(*outline)) : std::nullopt;
 }
 
-std::optional<Evaluation::Outline> Evaluation::only_outline_at_any_opacity(const std::string& composition,
-                                                                           std::size_t layer) {
-    return written(outline_at_any_opacity(survey(composition).stack().layer(layer)));
+std::vector<Evaluation::Outline> Evaluation::outlines_at_any_opacity(const std::string& composition,
+                                                                     std::size_t layer) {
+    std::vector<Outline> all;
+    for (const OneOutline& outline : looks::outlines_at_any_opacity(survey(composition).stack().layer(layer)))
+        all.push_back(written(outline));
+    return all;
 }
 
 bool Evaluation::moves(const std::string& composition, std::size_t layer) {

@@ -7,6 +7,8 @@
 
 #include "effects.h"
 #include "masks.h"
+#include "paint.h"
+#include "path.h"
 #include "transform.h"
 
 namespace lottie::looks {
@@ -159,53 +161,82 @@ std::optional<OneOutline> outline_of_figure(const Json& shape) {
     return standing(figure);
 }
 
-// One path with one opaque fill, in a group that stands still or in none.
-std::optional<OneOutline> outline_of_shapes(Json::ConstArray shapes) {
-    OneOutline outline{nullptr, {}, true};
+// Where a group of shapes puts what is in it; nothing if it moves or lets anything through.
+std::optional<Matrix> still_place(const Json& item) {
+    const Transform transform(item, false, false);
+    const bool is_still = is_full(item) && !transform.is_animated() && !transform.has_expression() &&
+                          is_always(Property(member(item, "sk"), {}), 0);
+    return is_still ? std::optional(transform.at(0)) : std::nullopt;
+}
+
+// Whether what several paths are filled with together is what they are filled with one by one: none of them makes a
+// hole in another.
+bool are_filled_alone(const Outlines& outlines) {
+    std::vector<std::vector<Point>> met;
+    for (const OneOutline& outline : outlines) {
+        const PathProperty path(outline.path);
+        if (path.is_animated() && outlines.size() > 1) return false;
+        std::vector<Point> points = path.at(0).points;
+        const auto makes_hole = [&points](const std::vector<Point>& other) {
+            return (area(points) > 0) != (area(other) > 0) && area(cut(hull_of(points), hull_of(other))) > 0;
+        };
+        if (std::any_of(met.begin(), met.end(), makes_hole)) return false;
+        met.push_back(std::move(points));
+    }
+    return true;
+}
+
+// Paths with one opaque fill, in a group that stands still or in none.
+Outlines outlines_of_shapes(Json::ConstArray shapes) {
+    constexpr std::size_t kMostPaths = 16;
+    Outlines outlines;
+    Matrix place;
     std::size_t fills = 0;
     for (const Json& shape : shapes) {
         const std::string type = text_member(shape, "ty");
-        if (is_truthy(shape, "hd")) return std::nullopt;
-        if (type == "gr" && shapes.Size() == 1) return outline_of_shapes(array_member(shape, "it"));
-        if (type == "sh" && outline.path == nullptr) {
-            outline.path = member(shape, "ks");
-            outline.is_closed = member(shape, "closed") == nullptr || is_truthy(shape, "closed");
-        } else if ((type == "rc" || type == "el") && outline.path == nullptr) {
+        if (is_truthy(shape, "hd")) return {};
+        if (type == "gr" && shapes.Size() == 1) return outlines_of_shapes(array_member(shape, "it"));
+        if (type == "sh") {
+            const Json* path = member(shape, "ks");
+            if (path == nullptr || member(*path, "x") != nullptr) return {};
+            outlines.push_back({path, {}, member(shape, "closed") == nullptr || is_truthy(shape, "closed")});
+        } else if (type == "rc" || type == "el") {
             auto figure = outline_of_figure(shape);
-            if (!figure) return std::nullopt;
-            figure->place = outline.place;
-            outline = std::move(*figure);
-        } else if (type == "fl" && is_full(shape) && number_member(shape, "r", 1) != 2) {
-            if (member(shape, "fillEnabled") != nullptr && !is_truthy(shape, "fillEnabled")) return std::nullopt;
+            if (!figure) return {};
+            outlines.push_back(std::move(*figure));
+        } else if (is_opaque_fill(shape)) {
             ++fills;
-        } else if (type == "tr" && is_full(shape)) {
-            const Transform transform(shape, false, false);
-            if (transform.is_animated() || transform.has_expression() ||
-                !is_always(Property(member(shape, "sk"), {}), 0)) {
-                return std::nullopt;
-            }
-            outline.place = transform.at(0);
+        } else if (type == "tr") {
+            const auto moved = still_place(shape);
+            if (!moved) return {};
+            place = *moved;
         } else {
-            return std::nullopt;
+            return {};
         }
     }
-    if (outline.path == nullptr || fills != 1 || member(*outline.path, "x") != nullptr) return std::nullopt;
-    return outline;
+    if (fills != 1 || outlines.size() > kMostPaths || !are_filled_alone(outlines)) return {};
+    for (OneOutline& outline : outlines) outline.place = place;
+    return outlines;
+}
+
+Outlines as_list(std::optional<OneOutline> outline) {
+    return outline ? Outlines{std::move(*outline)} : Outlines();
 }
 
 }  // namespace
 
 std::optional<OneOutline> one_outline(const SceneLayer& layer) {
-    return is_always(layer.transform().opacity, 100) ? outline_at_any_opacity(layer) : std::nullopt;
+    if (!is_always(layer.transform().opacity, 100)) return std::nullopt;
+    Outlines outlines = outlines_at_any_opacity(layer);
+    return outlines.size() == 1 ? std::optional(std::move(outlines[0])) : std::nullopt;
 }
 
-std::optional<OneOutline> outline_at_any_opacity(const SceneLayer& layer) {
+Outlines outlines_at_any_opacity(const SceneLayer& layer) {
     const bool is_plain = layer.can_draw() && !layer.is_hidden && !is_picture_changed(layer) && layer.blend_mode == 0;
-    if (!is_plain) return std::nullopt;
-    if (layer.type == LayerType::solid) return outline_of_solid(layer);
-    if (layer.type != LayerType::shape || (layer.has_masks && !layer.array("masksProperties").Empty()))
-        return std::nullopt;
-    return outline_of_shapes(layer.array("shapes"));
+    if (!is_plain) return {};
+    if (layer.type == LayerType::solid) return as_list(outline_of_solid(layer));
+    if (layer.type != LayerType::shape || (layer.has_masks && !layer.array("masksProperties").Empty())) return {};
+    return outlines_of_shapes(layer.array("shapes"));
 }
 
 }  // namespace lottie::looks

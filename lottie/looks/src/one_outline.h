@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "layer.h"
 #include "matrix.h"
@@ -18,9 +19,12 @@ struct OneOutline {
     std::shared_ptr<const rapidjson::Document> made = nullptr;  // what the path lies in if the file has no such path
 };
 
+using Outlines = std::vector<OneOutline>;
+
 // Nothing for a layer that may draw anything else, or that is not opaque all over at all times.
 std::optional<OneOutline> one_outline(const SceneLayer& layer);
-// The same of a layer that may be transparent at times by its own opacity, and by nothing else.
-std::optional<OneOutline> outline_at_any_opacity(const SceneLayer& layer);
+// All the areas that a layer fills, which may be transparent at times by the layer's own
+// opacity and by nothing else. None for a layer that may draw anything else.
+Outlines outlines_at_any_opacity(const SceneLayer& layer);
 
 }  // namespace lottie::looks

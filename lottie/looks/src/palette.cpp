@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "effects.h"
+#include "paint.h"
 
 namespace lottie::looks {
 namespace {
@@ -21,10 +22,6 @@ Values rounded(const Values& color) {
     return result;
 }
 
-bool is_color(const Values& color) {
-    return std::all_of(color.begin(), color.end(), [](double part) { return part >= 0 && part <= 1; });
-}
-
 // Of a solid, such as "#ff0000"; nothing if it is no color.
 std::optional<Values> color_of(const std::string& text) {
     if (text.size() != 7 || text[0] != '#' || text.find_first_not_of("0123456789abcdefABCDEF", 1) != std::string::npos)
@@ -33,24 +30,6 @@ std::optional<Values> color_of(const std::string& text) {
     for (std::size_t i = 0; i < color.size(); ++i)
         color[i] = static_cast<double>(std::stoi(text.substr(1 + 2 * i, 2), nullptr, 16)) / 255;
     return color;
-}
-
-// Those of a fill or stroke; none if they cannot be told.
-std::vector<Values> colors_of(const Json& paint) {
-    const Property color(member(paint, "c"), {});
-    auto values = color.key_values();
-    const bool is_known = !color.has_expression() && std::all_of(values.begin(), values.end(), is_color);
-    return is_known ? values : std::vector<Values>();
-}
-
-// The first fill or stroke; null if there is none.
-const Json* first_paint(Json::ConstArray shapes) {
-    for (const Json& shape : shapes) {
-        const std::string type = text_member(shape, "ty");
-        if (type == "fl" || type == "st") return &shape;
-        if (const Json* paint = first_paint(array_member(shape, "it"))) return paint;
-    }
-    return nullptr;
 }
 
 }  // namespace
@@ -74,9 +53,8 @@ bool Palette::add(const SceneLayer& layer) {
 bool Palette::add_paints(Json::ConstArray shapes) {
     return std::all_of(shapes.begin(), shapes.end(), [this](const Json& shape) {
         const std::string type = text_member(shape, "ty");
-        if (type == "gf" || type == "gs") return false;
         if (type == "gr") return add_paints(array_member(shape, "it"));
-        if (type != "fl" && type != "st") return true;
+        if (type != "fl" && type != "st" && type != "gf" && type != "gs") return true;
         const auto colors = colors_of(shape);
         for (const Values& color : colors) colors_.insert(rounded(color));
         return !colors.empty();

@@ -57,9 +57,10 @@ class Overlap {
                                  !matte_inside(nest_, nest_.copies[above]) &&
                                  evaluation_.has_reliable_placement(inside_, below.inner) &&
                                  evaluation_.has_reliable_placement(inside_, above);
-        auto outline = can_be_told ? evaluation_.only_outline_at_any_opacity(inside_, above) : std::nullopt;
-        if (outline) below.covers.push_back({above, std::move(*outline)});
-        return outline.has_value();
+        if (!can_be_told) return false;
+        const auto outlines = evaluation_.outlines_at_any_opacity(inside_, above);
+        for (const auto& outline : outlines) below.covers.push_back({above, outline});
+        return !outlines.empty();
     }
 
     Unnested& unnested_;

@@ -65,8 +65,8 @@ class Evaluation {
     };
     // Of a layer whose picture is one opaque area within a hard edge; nothing for others.
     std::optional<Outline> only_outline(const std::string& composition, std::size_t layer);
-    // The same, whatever the layer's own opacity.
-    std::optional<Outline> only_outline_at_any_opacity(const std::string& composition, std::size_t layer);
+    // The areas of a layer that draws nothing else, whatever its own opacity; none for others.
+    std::vector<Outline> outlines_at_any_opacity(const std::string& composition, std::size_t layer);
 
   private:
     friend class Judge;
