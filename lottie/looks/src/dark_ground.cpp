@@ -55,6 +55,10 @@ std::vector<double> darkness_of_layers(Survey& survey) {
 
 }  // namespace
 
+bool is_black(const SceneLayer& layer) {
+    return !outlines_at_any_opacity(layer).empty() && count_lacking(layer) == 3;
+}
+
 bool is_ground_dark(Unnesting& u) {
     Surveys& surveys = u.comparison().surveys();
     const Stack& main = surveys.scene().main();

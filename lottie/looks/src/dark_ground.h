@@ -11,4 +11,7 @@ namespace lottie::looks {
 // TooMuchWork.
 bool is_ground_dark(Unnesting& unnesting);
 
+// Whether all that a layer shows where it begins is one black area.
+bool is_black(const SceneLayer& layer);
+
 }  // namespace lottie::looks

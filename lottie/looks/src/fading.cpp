@@ -20,6 +20,7 @@ constexpr double kUnseenMean = 0.05 / 255;  // of the whole picture
 constexpr double kSeenStep = 6.0 / 255;     // of a part of it
 constexpr double kFaintestStep = 0.5 / 255;
 constexpr double kUnseenFaintShare = 0.005;  // that may differ by less, for in what is black each step tells
+constexpr double kNearlyOpaque = 0.95;       // what is black is no darker than a few steps then
 constexpr double kLargeShare = 0.045;        // of the outer composition; the measured difference is below 2.2 of 255
 
 // The share of what may go unseen that a part of the picture takes in which so many pieces, each with that opacity, are
@@ -29,6 +30,15 @@ double show_through_share(const Unnesting& u, double pixels, std::size_t pieces,
     const double share = pixels / (u.stack().width * u.stack().height);
     const double most = excess > kSeenStep ? kUnseenShare : excess > kFaintestStep ? kUnseenFaintShare : 1;
     return std::max(share * excess / kUnseenMean, share / most);
+}
+
+// The same of a black part, which comes out a step brighter or darker.
+double black_share(const Unnesting& u, double pixels, double opacity) {
+    constexpr double kUnseenUnlikeness = 0.0015;
+    constexpr double kSteady = 6.5;  // what the measure of likeness adds to the squares of brightness, in steps
+    const double level = 255 * (1 - opacity) / 2;  // over a medium ground
+    const double unlikeness = 1 / (2 * level * (level + 1) + 1 + kSteady);
+    return pixels / (u.stack().width * u.stack().height) * unlikeness / kUnseenUnlikeness;
 }
 
 struct Fading {
@@ -51,7 +61,7 @@ class FadingSum {
     FadeLoss largest_ = FadeLoss::none;
 };
 
-Fading fading_at(Unnesting& u, std::size_t frame_index) {
+Fading fading_at(Unnesting& u, std::size_t frame_index, double unseen_before) {
     const double outer_frame = u.nest_frames()[frame_index];
     const double frame = u.inner_frame(outer_frame);
     const double opacity = u.nest().transform().opacity.at(outer_frame)[0] / 100;
@@ -68,6 +78,8 @@ Fading fading_at(Unnesting& u, std::size_t frame_index) {
         if (area(seen) <= 0) continue;
         const std::size_t paints = paint_count(u.inside().layer(inner));
         if (paints > 1) sum.add(FadeLoss::several_paints, show_through_share(u, area(seen), paints, opacity));
+        if (opacity > kNearlyOpaque && is_black(u.inside().layer(inner)))
+            sum.add(FadeLoss::darker, black_share(u, area(seen), opacity));
         u.comparison().spend(kStepsPerPair * above.size());
         for (const SeenLayer& other : above) {
             if (!may_show_through(hull, u.inside_survey().reach_in_stack(other.inner, frame))) continue;
@@ -81,7 +93,7 @@ Fading fading_at(Unnesting& u, std::size_t frame_index) {
         covered += area(seen);
         above.push_back({inner, seen});
     }
-    if (is_any_cut) sum.add(FadeLoss::seams, seam_share(u, above, opacity));
+    if (is_any_cut) sum.add(FadeLoss::seams, seam_share(u, above, outer_frame, unseen_before));
     const Fading total = sum.total();
     if (total.loss != FadeLoss::none) return total;
     if (covered > 0 && is_scattered(u, frame)) return {FadeLoss::scattered};
@@ -132,7 +144,7 @@ FadeLoss fade_loss(Unnesting& u) {
         if (!is_faded || is_single) continue;
         is_ever_faded = true;
         if (is_any_led(u, inner_frame)) return FadeLoss::overlap;
-        const Fading fading = fading_at(u, i);
+        const Fading fading = fading_at(u, i, unseen);
         if (fading.loss != FadeLoss::none) return fading.loss;
         unseen = std::max(unseen, fading.unseen);
     }

@@ -22,6 +22,10 @@ Values rounded(const Values& color) {
     return result;
 }
 
+double luma(const Values& color) {
+    return 0.299 * color[0] + 0.587 * color[1] + 0.114 * color[2];
+}
+
 // Of a solid, such as "#ff0000"; nothing if it is no color.
 std::optional<Values> color_of(const std::string& text) {
     if (text.size() != 7 || text[0] != '#' || text.find_first_not_of("0123456789abcdefABCDEF", 1) != std::string::npos)
@@ -34,14 +38,25 @@ std::optional<Values> color_of(const std::string& text) {
 
 }  // namespace
 
-Palette::Palette(const Scene& scene) : colors_{{1, 1, 1}} {
+Palette Palette::of(const Scene& scene) {
+    Palette all;
+    all.add_white();
     for (const auto& [id, stack] : scene.stacks) {
-        for (std::size_t place = 0; place < stack->size() && is_all_known_; ++place)
-            is_all_known_ = add(stack->layer(place)) && colors_.size() <= kMostColors;
+        for (std::size_t place = 0; place < stack->size() && all.is_all_known_; ++place) all.add(stack->layer(place));
     }
+    return all;
 }
 
-bool Palette::add(const SceneLayer& layer) {
+void Palette::add(const SceneLayer& layer) {
+    is_all_known_ = is_all_known_ && has_taken(layer) && colors_.size() <= kMostColors;
+}
+
+void Palette::add(const Palette& other) {
+    is_all_known_ = is_all_known_ && other.is_all_known_;
+    colors_.insert(other.colors_.begin(), other.colors_.end());
+}
+
+bool Palette::has_taken(const SceneLayer& layer) {
     if (!layer.can_draw() || layer.type == LayerType::nest) return layer.array("ef").Empty() && layer.blend_mode == 0;
     if (is_picture_changed(layer) || layer.blend_mode != 0) return false;
     if (layer.type == LayerType::shape) return add_paints(layer.array("shapes"));
@@ -69,13 +84,14 @@ Contrast Palette::contrast_to(const SceneLayer& layer) const {
         own = colors_of(*paint);
     }
     if (!is_all_known_ || own.empty()) return {};
-    Contrast contrast{0, 0};
+    Contrast contrast{0, 0, 0};
     for (const Values& color : own) {
         for (const Values& other : colors_) {
             Values apart;
             std::transform(color.begin(), color.end(), other.begin(), apart.begin(),
                            [](double a, double b) { return std::abs(a - b); });
             contrast.most = std::max(contrast.most, *std::max_element(apart.begin(), apart.end()));
+            contrast.luma = std::max(contrast.luma, std::abs(luma(color) - luma(other)));
             contrast.mean = std::max(contrast.mean, std::accumulate(apart.begin(), apart.end(), 0.0) / 3);
         }
     }

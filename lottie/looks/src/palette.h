@@ -12,19 +12,24 @@ namespace lottie::looks {
 struct Contrast {
     double most = 1;  // in one of the channels
     double mean = 1;  // of all
+    double luma = 1;  // in brightness
 };
 
-// The plain colors of all layers, and the white of an empty page. What is drawn in any other way, such as images, may
-// have every color.
+// Plain colors, and those of gradients. What is drawn in any other way, such as images, may have every color.
 class Palette {
   public:
-    explicit Palette(const Scene& scene);
+    // Of all layers of a scene, and the white of an empty page.
+    static Palette of(const Scene& scene);
 
-    // Of a layer of one color to anything that the animation may show next to it.
+    void add(const SceneLayer& layer);  // a nest adds nothing
+    void add_white() { colors_.insert({1, 1, 1}); }
+    void add(const Palette& other);
+
+    // Of a layer of one color to any of them.
     Contrast contrast_to(const SceneLayer& layer) const;
 
   private:
-    bool add(const SceneLayer& layer);
+    bool has_taken(const SceneLayer& layer);
     bool add_paints(Json::ConstArray shapes);
 
     bool is_all_known_ = true;

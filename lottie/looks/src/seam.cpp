@@ -10,8 +10,8 @@ namespace lottie::looks {
 namespace {
 
 constexpr double kLeastLength = 1e-6;  // pixels
-constexpr double kSharpest = 0.5;  // of 2: where sides meet at a sharp corner it moves no further than this leads to
-constexpr double kMostOfSize = 0.125;  // of a path's narrower side
+constexpr double kSharpest = 0.5;     // of 2: where sides meet at a sharp corner it moves no further than this leads to
+constexpr double kMostOfSize = 0.25;  // of a path's narrower side
 
 PlanePoint minus(PlanePoint a, PlanePoint b) {
     return {a.x - b.x, a.y - b.y};
@@ -85,6 +85,47 @@ MovingPath::Vertices shrunk(const MovingPath::Vertices& path, double by) {
     return result;
 }
 
+// Where the side from a vertex to the next one is, a part of the way along it, and how it runs on from there.
+struct SidePoint {
+    PlanePoint at;
+    PlanePoint along;
+};
+
+SidePoint side_point(const MovingPath::Vertices& path, std::size_t i, double u) {
+    const std::size_t next = (i + 1) % path.at.size();
+    const PlanePoint a = path.at[i];
+    const PlanePoint d = path.at[next];
+    const PlanePoint b{a.x + path.out[i].x, a.y + path.out[i].y};
+    const PlanePoint c{d.x + path.in[next].x, d.y + path.in[next].y};
+    const double v = 1 - u;
+    const auto mix = [&](double p, double q, double r, double s) {
+        return v * v * v * p + 3 * v * v * u * q + 3 * v * u * u * r + u * u * u * s;
+    };
+    const auto slope = [&](double p, double q, double r, double s) {
+        return v * v * (q - p) + 2 * v * u * (r - q) + u * u * (s - r);
+    };
+    return {{mix(a.x, b.x, c.x, d.x), mix(a.y, b.y, c.y, d.y)}, {slope(a.x, b.x, c.x, d.x), slope(a.y, b.y, c.y, d.y)}};
+}
+
+// Whether all sides came to lie further in by about as much. Those of jagged or tightly wound curves do not.
+bool is_evenly_shrunk(const MovingPath::Vertices& path, const MovingPath::Vertices& now, double by) {
+    constexpr double kUneven = 0.35;  // of what they are to move by
+    constexpr double kShortest = 4;   // times that; shorter sides hardly show
+    const double inward = turn_of(path) > 0 ? 1 : -1;
+    for (std::size_t i = 0; i < path.at.size(); ++i) {
+        if (length(minus(path.at[(i + 1) % path.at.size()], path.at[i])) < kShortest * by) continue;
+        for (const double u : {0.25, 0.5, 0.75}) {
+            const SidePoint before = side_point(path, i, u);
+            const double speed = length(before.along);
+            if (speed <= kLeastLength) return false;
+            const PlanePoint moved = minus(side_point(now, i, u).at, before.at);
+            const double distance = inward * (moved.y * before.along.x - moved.x * before.along.y) / speed;
+            if (std::abs(distance - by) > kUneven * by) return false;
+        }
+    }
+    return true;
+}
+
 }  // namespace
 
 // With the lower layer taken back by d of a pixel, what lies below shows by (1 - a(1 + d)/2)^2 - (1 - a) too much where
@@ -95,9 +136,11 @@ double seam_width(double opacity) {
     return 2 * u - 1;
 }
 
-MovingPath::Vertices within_seam(const MovingPath::Vertices& path, double opacity, double pixel) {
-    if (path.at.size() < 2) return path;
-    return shrunk(path, std::min(seam_width(opacity) * pixel, kMostOfSize * narrower_side(path.at)));
+std::optional<MovingPath::Vertices> within_seam(const MovingPath::Vertices& path, double opacity, double pixel) {
+    if (path.at.size() < 2) return std::nullopt;
+    const double by = std::min(seam_width(opacity) * pixel, kMostOfSize * narrower_side(path.at));
+    auto now = shrunk(path, by);
+    return is_evenly_shrunk(path, now, by) ? std::optional(std::move(now)) : std::nullopt;
 }
 
 double seam_pixel(double composition_width) {

@@ -3,14 +3,20 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
+#include <string>
 
 #include "looks/seam.h"
+#include "one_outline.h"
 #include "palette.h"
+#include "path.h"
 
 namespace lottie::looks {
 namespace {
 
-constexpr double kSeenStep = 8.0 / 255;     // of a channel; pixels beyond it are counted
+constexpr double kSeenStep = 8.0 / 255;               // of a channel; pixels beyond it are counted
+constexpr double kUnseenBeyond = 0.7 * kUnseenShare;  // measured: up to a tenth more of them are than is estimated
+constexpr double kUnseenUnlikeness = 0.0015;
 constexpr double kUnseenMean = 0.05 / 255;  // of the whole picture
 
 bool is_within(const Hull& hull, Point p) {
@@ -53,6 +59,7 @@ double seam_length(Unnesting& u, const std::vector<SeenLayer>& seen, std::size_t
 struct SeamError {
     double mean = 0;    // of the pixels that both layers fill in part, where the contrast is 1
     double beyond = 0;  // the share of them that is off by more than kSeenStep
+    double square = 0;  // mean of the squares, where the contrast is 1
 };
 
 SeamError error_along(double opacity, double contrast) {
@@ -64,6 +71,7 @@ SeamError error_along(double opacity, double contrast) {
     const auto add = [&](double filled, double taken) {
         const double off = std::abs((1 - opacity * filled) * (1 - opacity + opacity * taken) - (1 - opacity));
         error.mean += off / kSamples;
+        error.square += off * off / kSamples;
         error.beyond += (off * contrast > kSeenStep ? 1.0 : 0.0) / kSamples;
     };
     for (int i = 0; i < kSamples; ++i) {
@@ -74,19 +82,85 @@ SeamError error_along(double opacity, double contrast) {
     return error;
 }
 
+// How much less alike the pictures are, as told in blocks of 8 x 8 pixels, for each pixel of a seam through a plain
+// area.
+double unlikeness(double square) {
+    constexpr double kBlock = 8;
+    constexpr double kSteady = 0.03 * 0.03;   // what the measure adds to the variance of a block
+    constexpr double kBlocksPerLength = 1.3;  // that a seam of a block's length runs through, as it may lie askew
+    const double variance = square / kBlock;
+    return kBlock * kBlocksPerLength * variance / (kSteady + variance);
+}
+
+// Whether the layer is opaque wherever its hull is.
+bool fills_its_hull(const SceneLayer& layer, double frame) {
+    constexpr double kSameShare = 0.9999;
+    const auto outline = one_outline(layer);
+    if (!outline) return false;
+    const std::vector<Point> points = PathProperty(outline->path).at(frame).points;
+    return std::abs(area(points)) >= kSameShare * area(hull_of(points));
+}
+
+// Adds the colors of a layer, of a nest those of all that it shows; `nests` are compositions that were added already.
+void add_colors(Unnesting& u, Palette& palette, const SceneLayer& layer, std::set<std::string>& nests) {
+    palette.add(layer);
+    if (layer.type != LayerType::nest || !nests.insert(layer.source).second) return;
+    const Survey* inside = u.comparison().surveys().find(layer.source);
+    if (inside == nullptr) return;
+    u.comparison().spend(inside->stack().size());
+    for (std::size_t place = 0; place < inside->stack().size(); ++place)
+        add_colors(u, palette, inside->stack().layer(place), nests);
+}
+
+// The colors that may lie below the layers at a frame of the outer composition.
+Palette colors_below(Unnesting& u, const std::vector<SeenLayer>& layers, double frame) {
+    constexpr double kSameShare = 0.9999;
+    Hull all;
+    for (const SeenLayer& layer : layers) all = united(all, layer.hull);
+    Palette below;
+    std::set<std::string> nests;
+    for (std::size_t place = u.nest_place() + 1; place < u.stack().size(); ++place) {
+        const SceneLayer& layer = u.stack().layer(place);
+        u.comparison().spend(1);
+        if (!layer.draws() || !layer.is_on(frame)) continue;
+        const bool is_placed = u.stack_survey().has_reliable_placement(place);
+        const double common = is_placed ? area(cut(u.stack_survey().reach_in_stack(place, frame), all)) : 0;
+        if (is_placed && common <= 0) continue;
+        add_colors(u, below, layer, nests);
+        const bool hides_all =
+            common >= kSameShare * area(all) && !u.stack().matte(place) && fills_its_hull(layer, frame);
+        if (hides_all) return below;
+    }
+    if (u.stack().id.empty()) {
+        below.add_white();
+    } else {
+        below.add(u.comparison().surveys().palette());
+    }
+    return below;
+}
+
+double share_of(const Unnesting& u, double length, const std::vector<SeenLayer>& layers, double frame,
+                const Palette& below) {
+    Contrast contrast{0, 0, 0};
+    for (const SeenLayer& layer : layers) {
+        const Contrast one = below.contrast_to(u.inside().layer(layer.inner));
+        contrast = {std::max(contrast.most, one.most), std::max(contrast.mean, one.mean),
+                    std::max(contrast.luma, one.luma)};
+    }
+    const SeamError error = error_along(u.nest().transform().opacity.at(frame)[0] / 100, contrast.most);
+    const double share = length * seam_pixel(u.stack().width) / (u.stack().width * u.stack().height);
+    return share * std::max({error.mean * contrast.mean / kUnseenMean, error.beyond / kUnseenBeyond,
+                             unlikeness(error.square * contrast.luma * contrast.luma) / kUnseenUnlikeness});
+}
+
 }  // namespace
 
-double seam_share(Unnesting& u, const std::vector<SeenLayer>& layers, double opacity) {
+double seam_share(Unnesting& u, const std::vector<SeenLayer>& layers, double frame, double least) {
     double length = 0;
-    Contrast contrast{0, 0};
-    for (std::size_t i = 0; i < layers.size(); ++i) {
-        length += seam_length(u, layers, i);
-        const Contrast one = u.comparison().surveys().palette().contrast_to(u.inside().layer(layers[i].inner));
-        contrast = {std::max(contrast.most, one.most), std::max(contrast.mean, one.mean)};
-    }
-    const double share = length * seam_pixel(u.stack().width) / (u.stack().width * u.stack().height);
-    const SeamError error = error_along(opacity, contrast.most);
-    return share * std::max(error.mean * contrast.mean / kUnseenMean, error.beyond / kUnseenShare);
+    for (std::size_t i = 0; i < layers.size(); ++i) length += seam_length(u, layers, i);
+    if (length <= 0) return 0;
+    const double share = share_of(u, length, layers, frame, u.comparison().surveys().palette());
+    return share <= least ? share : share_of(u, length, layers, frame, colors_below(u, layers, frame));
 }
 
 }  // namespace lottie::looks

@@ -13,8 +13,8 @@ struct SeenLayer {
 };
 
 // The share of what may go unseen, 1 being all of it, that the seams between layers take which were cut along one
-// another, see looks/seam.h. The layers from top to bottom, all of one plain color, and the nest's opacity. Throws
-// TooMuchWork.
-double seam_share(Unnesting& unnesting, const std::vector<SeenLayer>& layers, double opacity);
+// another, see looks/seam.h, at a frame of the outer composition. The layers from top to bottom, all of one color each.
+// What is more than `least` is looked at more closely. Throws TooMuchWork.
+double seam_share(Unnesting& unnesting, const std::vector<SeenLayer>& layers, double frame, double least);
 
 }  // namespace lottie::looks

@@ -381,7 +381,7 @@ const Palette& Surveys::palette() {
     constexpr std::size_t kBytesPerStep = 8;
     if (!palette_) {
         work_.spend(scene_.byte_count / kBytesPerStep);
-        palette_.emplace(scene_);
+        palette_ = Palette::of(scene_);
     }
     return *palette_;
 }

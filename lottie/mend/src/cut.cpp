@@ -168,7 +168,7 @@ class Cutting {
     }
 
     // What a layer above covers, in the coordinates of the layer, at the frames at which it is to be taken away;
-    // nothing if there are none or the layer has no area.
+    // nothing if there are none, it cannot be told or the layer has no area.
     std::optional<std::string> covered_path(const CopiedLayer& copy, const CopiedLayer::Cover& cover,
                                             const std::vector<double>& frames) {
         const looks::MovingPath moving(cover.outline.path);
@@ -187,8 +187,10 @@ class Cutting {
             const auto place = cover.outline.place.then(evaluation_.place(inside_, cover.above, inner)).then(nest);
             PathAt at{frame, mapped(moving.at(inner), place)};
             unnested_.spend(kStepsPerVertex * at.vertices.at.size());
-            at.vertices = mapped(
-                looks::within_seam(at.vertices, opacity / 100, looks::seam_pixel(evaluation_.width(around_))), *back);
+            const auto taken =
+                looks::within_seam(at.vertices, opacity / 100, looks::seam_pixel(evaluation_.width(around_)));
+            if (!taken) return std::nullopt;
+            at.vertices = mapped(*taken, *back);
             if (runs.empty() || frame - runs.back().back().frame > 1.5) runs.emplace_back();
             runs.back().push_back(std::move(at));
         }

@@ -1,6 +1,8 @@
 // Where layers that fade one by one meet, so that they look as if they faded as one.
 #pragma once
 
+#include <optional>
+
 #include "looks/evaluation.h"
 
 namespace lottie::looks {
@@ -9,7 +11,8 @@ namespace lottie::looks {
 // Along the edge runs a row of pixels that both fill in part: if the two met there exactly, what lies below would show
 // between them; if they overlapped by more, the lower one would show through. So the lower one reaches a part of a
 // `pixel` below the upper one, the more so the less transparent they are; no pixel is then off by more than 11 of 255.
-MovingPath::Vertices within_seam(const MovingPath::Vertices& path, double opacity, double pixel);
+// Nothing for a path that cannot be shrunk evenly by moving its vertices.
+std::optional<MovingPath::Vertices> within_seam(const MovingPath::Vertices& path, double opacity, double pixel);
 
 // By how much of a pixel.
 double seam_width(double opacity);
