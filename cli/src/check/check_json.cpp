@@ -38,8 +38,6 @@ void add_flattened(JsonWriter& json, const FlattenedAs& flattened) {
     json.end_array();
 }
 
-}  // namespace
-
 void add_proof(JsonWriter& json, const Proof& proof) {
     json.key("pictures");
     json.begin_object();
@@ -50,6 +48,13 @@ void add_proof(JsonWriter& json, const Proof& proof) {
     json.add_exact("ssim", proof.ssim);
     json.add("frames", proof.frames);
     json.end_object();
+}
+
+}  // namespace
+
+void add_pictures(JsonWriter& json, const std::optional<Proof>& proof, const std::string& problem) {
+    if (proof) add_proof(json, *proof);
+    if (!problem.empty()) json.add("pictures_problem", problem);
 }
 
 void add_nest(JsonWriter& json, const CheckedNest& nest) {
@@ -70,8 +75,7 @@ void add_nest(JsonWriter& json, const CheckedNest& nest) {
     for (std::size_t i = 0; i < nest.report.findings.size(); ++i)
         add_finding(json, nest.report.findings[i], nest.tolerance(i));
     json.end_array();
-    if (nest.proof) add_proof(json, *nest.proof);
-    if (!nest.proof_problem.empty()) json.add("pictures_problem", nest.proof_problem);
+    add_pictures(json, nest.proof, nest.proof_problem);
 }
 
 namespace {
@@ -86,8 +90,7 @@ void add_file(JsonWriter& json, const CheckedFile& file) {
     } else {
         json.add("verdict", std::string(name(file.verdict())));
     }
-    if (file.proof) add_proof(json, *file.proof);
-    if (!file.proof_problem.empty()) json.add("pictures_problem", file.proof_problem);
+    add_pictures(json, file.proof, file.proof_problem);
     json.key("nests");
     json.begin_array();
     for (const CheckedNest& nest : file.nests) {

@@ -45,7 +45,8 @@ class ReportData {
         json_.add("bytes_before", report.bytes_before);
         json_.add("bytes_after", report.bytes_after);
         json_.add("verdict", lottie::looks::name(report.verdict()));
-        add_pictures(report.proof, report.worst, report.proof_problem);
+        add_pictures(json_, report.proof, report.proof_problem);
+        add_worst(report.worst);
         if (report.flat) add_flat(*report.flat);
         add_nests(report);
         add_layers("layers_before", report.layers_before);
@@ -70,13 +71,6 @@ class ReportData {
         json_.add("frame_rate", report.frame_rate);
         json_.add("first_frame", report.first_frame);
         json_.end_object();
-    }
-
-    void add_pictures(const std::optional<Proof>& proof, const std::optional<WorstFrame>& worst,
-                      const std::string& problem) {
-        if (proof) add_proof(json_, *proof);
-        if (!problem.empty()) json_.add("pictures_problem", problem);
-        add_worst(worst);
     }
 
     void add_flat(const FlatSum& flat) {
