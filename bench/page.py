@@ -32,17 +32,23 @@ def without_walks(found):
     return found["total"] - found[PLUGIN] - found["walk"]
 
 
+SIZES = [100, 1_000, 10_000, 100_000]
+
+
 def growth(results):
     rows = []
     for family, found in results.items():
         counts = sorted(map(int, found))
         each = {count: found[str(count)]["total"] / count for count in counts}
-        cells = [f"{each[count] / 1000:,.0f}" if count in each else "–" for count in (100, 1_000, 10_000, 100_000)]
+        cells = dict.fromkeys(SIZES, "–")
+        for count in counts:
+            size = next(size for size in SIZES if size >= count)
+            cells[size] = f"{each[count] / 1000:,.0f}" + ("" if size == count else f" at {count:,}")
         last = max(counts)
         rest, rest_base = (without_walks(found[str(count)]) / count for count in (last, 1_000))
-        rows.append([family, *cells, *([f"{each[last] / each[1_000]:.2f} ×", f"{rest / rest_base:.2f} ×"]
-                                       if last > 1_000 else ["", ""])])
-    return table(["Family", "100", "1,000", "10,000", "100,000", "largest to 1,000", "the same without the walks"], rows)
+        rows.append([family, *cells.values(), *([f"{each[last] / each[1_000]:.2f} ×", f"{rest / rest_base:.2f} ×"]
+                                                if last > 1_000 else ["", ""])])
+    return table(["Family", *(f"{size:,}" for size in SIZES), "largest to 1,000", "the same without the walks"], rows)
 
 
 WALKING = ["nests of ten layers", "depth"]
@@ -125,8 +131,9 @@ their places (`AEGP_GetNewCollectionFromCompSelection`, `AEGP_GetCollectionItemB
 composition's number into a script it walks all items from the first one (`AEGP_GetNextProjItem`, `AEGP_GetItemID`), once or twice
 for each nest and once for each layer without a parent where the composition is not selected. With N nests these are walks of
 N² / 2 steps and more. The host answers each step with as many instructions in a large project as in a small one, or nearly (a
-layer's place is looked up in a tree), and all that is not steps stays in proportion. Depth is counted to 10,000: at 100,000 the
-walks alone would be ten thousand million steps.
+layer's place is looked up in a tree), and all that is not steps stays in proportion. The walks are part of the work that one
+file may make ([limits.md](limits.md)): {results["memory"]["nests of ten layers"]["layers"]:,} layers and {results["memory"]["depth"]["layers"]:,} levels are within that bound and are the largest here; 100,000 layers in nests of ten
+and 10,000 levels are beyond it, and `run` refuses them.
 
 {walks(results["growth"])}
 
