@@ -195,20 +195,39 @@ TEST(RunDialog, settings_that_cannot_be_saved_are_reported_and_change_nothing) {
     EXPECT_THAT(finished.err, HasSubstr("/dev/null"));
 }
 
+// Asked for a window in both ways, of a command with none of its parts beside it.
+std::vector<Finished> without_windows(const Sandbox& sandbox) {
+    std::vector<Finished> all;
+    for (const Flags& arguments : {Flags{"run", "--dialog", "a.json"}, {"dialog", "--picture", "p.png"}}) {
+        all.push_back(
+            test::lone_exflate(sandbox, {.arguments = arguments, .environment = {{"EXFLATE_PLUGIN", EXFLATE_MODULE}}}));
+    }
+    return all;
+}
+
 TEST(RunDialog, a_build_without_windows_says_so) {
-    const Sandbox sandbox(test::one_nest());
-    std::filesystem::create_directory(sandbox.path("bin"));
-    std::filesystem::copy(EXFLATE_COMMAND, sandbox.path("bin/exflate"));
-    for (const std::vector<std::string>& arguments :
-         {std::vector<std::string>{"run", "--dialog", "a.json"}, {"dialog", "--picture", "p.png"}}) {
-        const Finished finished = sandbox.run(
-            sandbox.path("bin/exflate"), {.arguments = arguments, .environment = {{"EXFLATE_PLUGIN", EXFLATE_MODULE}}});
+    for (const Finished& finished : without_windows(Sandbox(test::one_nest()))) {
         EXPECT_EQ(finished.exit_code, 2);
         EXPECT_EQ(finished.out, "");
         EXPECT_EQ(finished.err,
                   "exflate: there is no dialog window beside this command (Debian: install exflate-dialog): answer the "
                   "dialog "
                   "with its flags instead\n");
+    }
+}
+
+TEST(RunDialog, windows_that_are_not_of_this_build_are_refused) {
+    const Sandbox sandbox(test::one_nest());
+    std::filesystem::create_directory(sandbox.path("desktop"));
+    const std::string window = sandbox.write("desktop/dialog_window.so", "no module at all");
+    for (const Finished& finished : without_windows(sandbox)) {
+        EXPECT_EQ(finished.exit_code, 4);
+        EXPECT_THAT(finished.err, MatchesRegex("exflate: the dialog window cannot be loaded: [^\n]+\n"));
+    }
+    std::filesystem::copy(EXFLATE_MODULE, sandbox.path(window), std::filesystem::copy_options::overwrite_existing);
+    for (const Finished& finished : without_windows(sandbox)) {
+        EXPECT_EQ(finished.exit_code, 4);
+        EXPECT_EQ(finished.err, "exflate: '" + sandbox.path(window).string() + "' belongs to another build\n");
     }
 }
 

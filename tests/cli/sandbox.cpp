@@ -189,4 +189,10 @@ Finished exflate(const Sandbox& sandbox, const Start& start) {
     return sandbox.run(EXFLATE_COMMAND, start);
 }
 
+Finished lone_exflate(const Sandbox& sandbox, const Start& start) {
+    const fs::path command = sandbox.path("bin/exflate");
+    if (fs::create_directory(command.parent_path())) fs::copy(EXFLATE_COMMAND, command);
+    return sandbox.run(command, start);
+}
+
 }  // namespace test

@@ -55,6 +55,9 @@ class Sandbox {
 Finished exflate(const Sandbox& sandbox, const std::vector<std::string>& arguments, const std::string& input = "");
 Finished exflate(const Sandbox& sandbox, const Start& start);
 
+// Runs a copy of the command in the sandbox's folder bin, with none of its parts beside it.
+Finished lone_exflate(const Sandbox& sandbox, const Start& start);
+
 // The command in a sandbox of its own, with the animation in a.json as its last argument.
 Finished exflate_on(const std::string& animation, std::vector<std::string> arguments = {});
 
