@@ -15,14 +15,16 @@ const lottie::looks::Finding* Judged::find(lottie::looks::Reason reason) const {
     return nullptr;
 }
 
-std::string Judged::text() const {
+std::string in_words(const lottie::looks::Finding& finding) {
     constexpr const char* kWeights[] = {"harmless", "slight", "change"};
+    return std::string(code(finding.reason)) + ", " + kWeights[static_cast<int>(finding.weight)] + ": " +
+           finding.sentence + " -> " + finding.way_out + " [" + finding.layer + "|" + finding.property + "|" +
+           (finding.frame ? std::to_string(*finding.frame) : "") + "]";
+}
+
+std::string Judged::text() const {
     std::string text(name(report.verdict));
-    for (const auto& finding : report.findings) {
-        text += "\n  " + std::string(code(finding.reason)) + ", " + kWeights[static_cast<int>(finding.weight)] + ": " +
-                finding.sentence + " -> " + finding.way_out + " [" + finding.layer + "|" + finding.property + "|" +
-                (finding.frame ? std::to_string(*finding.frame) : "") + "]";
-    }
+    for (const auto& finding : report.findings) text += "\n  " + in_words(finding);
     return text;
 }
 

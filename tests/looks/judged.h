@@ -9,6 +9,9 @@
 
 namespace test {
 
+// All that is told of it.
+std::string in_words(const lottie::looks::Finding& finding);
+
 struct Judged {
     std::string before, after;
     lottie::looks::NestReport report;

@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <fstream>
+#include <iterator>
 #include <set>
 
 #include "cases.h"
@@ -43,6 +45,19 @@ INSTANTIATE_TEST_SUITE_P(Reasons, EachReason, testing::ValuesIn(all_cases()), []
     std::replace(text.begin(), text.end(), '-', '_');
     return text + "__" + one.param.name;
 });
+
+// The approved words stand in tests/golden/findings.txt; a change of any shows here.
+TEST(Reasons, are_told_in_the_approved_words) {
+    std::string told;
+    for (const Case& one : all_cases()) {
+        const Judged result = judged(one.animation, one.answers);
+        const auto* finding = result.find(one.reason);
+        if (finding != nullptr) told += std::string(one.name) + ": " + in_words(*finding) + "\n";
+    }
+    std::ofstream(testing::TempDir() + "findings.txt", std::ios::binary) << told;  // to look at a difference
+    std::ifstream approved(GOLDEN "/findings.txt", std::ios::binary);
+    EXPECT_EQ(told, std::string(std::istreambuf_iterator<char>(approved), {}));
+}
 
 // The corners are as far out at each eighth of the turn, but for the last digits of this machine's sines.
 TEST(Reasons, the_first_of_several_equally_clipped_frames_is_reported) {
