@@ -70,6 +70,14 @@ TEST(ShapeContent, bounds_follow_the_curve_not_its_handles) {
     expect_box(painted(arch + kFill), 0, 0, 100, 75);
 }
 
+TEST(ShapeContent, vertices_that_the_next_keyframe_lacks_stay) {
+    const std::string losing =
+        R"({"ty":"sh","ks":{"a":1,"k":[{"t":0,"i":{"x":1,"y":1},"o":{"x":0,"y":0},"s":[{"c":true,)"
+        R"("v":[[0,0],[100,0],[100,50]],"i":[[0,0],[0,0],[0,0]],"o":[[0,0],[0,0],[0,0]]}]},)"
+        R"({"t":10,"s":[{"c":true,"v":[[20,0],[100,0]],"i":[[0,0],[0,0]],"o":[[0,0],[0,0]]}]}]}},)";
+    expect_box(painted(losing + kFill, 5), 10, 0, 100, 50);
+}
+
 TEST(ShapeContent, unpainted_paths_are_left_out) {
     EXPECT_FALSE(painted(kSquare).has_value());
     EXPECT_FALSE(painted(kFill + "," + kSquare).has_value());  // paint acts on what stands before it

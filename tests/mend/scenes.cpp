@@ -75,6 +75,8 @@ std::vector<Scene> clock_scenes() {
         {Reason::time_remap, "a clock that pauses", Outcome::mended, remapped(pauses)},
         {Reason::time_remap, "a clock that runs backward", Outcome::mended,
          inside({red_along(straight)}, {{"tm", backward}})},
+        {Reason::time_remap, "a clock that runs backward, of a faded nest", Outcome::mended,
+         inside({red_along(straight)}, {{"tm", backward}, {"ks", transform({{"o", still("50")}})}})},
         {Reason::time_remap, "a clock that jumps and stands still", Outcome::mended, remapped(jumps)},
         {Reason::time_remap, "a clock that speeds up and slows down", Outcome::mended, remapped(eased), false},
         // The renderer is a tenth of a pixel off on curved paths, in one way for the whole and in another for a part.
@@ -115,6 +117,10 @@ std::string moved_and_placed_by(const std::string& text) {
 }
 
 std::vector<Scene> place_scenes() {
+    const auto ridden = [](const Members& ground) {
+        return animation({.above = {solid(1, "rider", 20, 20, "#00ff00", {{"parent", "20"}, {"ks", at(20, 20)}})},
+                          .below = {solid(20, "ground", 100, 100, "#cccccc", ground)}});
+    };
     return {
         {Reason::parent, "a nest on a spinning null", Outcome::mended, carried_by_a_spinning_null({})},
         {Reason::parent, "a spinning nest on a spinning null", Outcome::mended,
@@ -146,6 +152,9 @@ std::vector<Scene> place_scenes() {
          moved_and_placed_by("hasParent ? [20,20] : [value[0], 20]"), false},
         {Reason::children, "a layer on a nest that moves", Outcome::mended, with_a_child({{"ks", moving_transform()}})},
         {Reason::children, "a layer on a nest that never moves", Outcome::untouched, with_a_child({})},
+        {Reason::lost_link, "a layer above on one below that moves", Outcome::mended,
+         ridden({{"ks", moving_transform()}})},
+        {Reason::lost_link, "a layer above on one below that never moves", Outcome::untouched, ridden({})},
     };
 }
 
@@ -166,12 +175,23 @@ std::vector<Scene> name_scenes() {
             {.above = {solid(30, "blue", 10, 10, "#00ff00")},
              .inside = {red_that_follows(text), solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(40, 40)}})}});
     };
+    const std::string asks_for_blue = "thisComp.layer('blue').transform.position";
+    const auto asked_from_beside = [&](const std::string& red) {
+        return animation({.inside = {red, solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(40, 40)}})},
+                          .below = {solid(20, "blue", 30, 30, "#cccccc"),
+                                    solid(21, "asker", 20, 20, "#00aa00",
+                                          {{"ks", transform({{"p", expression(asks_for_blue, "[0,0,0]")}})}})}});
+    };
     const auto of_number = [](const std::string& text) {
         return inside({red_that_follows(text), solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(40, 40)}})});
     };
     return {
-        {Reason::name_clash, "a name that a layer above has too", Outcome::mended,
-         beside_another_blue("thisComp.layer('blue').transform.position"), false},
+        {Reason::name_clash, "a name that a layer above has too", Outcome::mended, beside_another_blue(asks_for_blue),
+         false},
+        {Reason::name_clash, "a name that a layer below has and one beside asks for", Outcome::mended,
+         asked_from_beside(red()), false},
+        {Reason::name_clash, "a name that layers beside and inside ask for", Outcome::mended,
+         asked_from_beside(red_that_follows(asks_for_blue)), false},
         {Reason::name_clash, "a name that nobody asks for", Outcome::untouched, beside_another_blue("[20,20]"), false},
         {Reason::layer_reference, "a number that is written out", Outcome::mended,
          of_number("thisComp.layer(2).transform.position"), false},
@@ -406,6 +426,8 @@ std::vector<Scene> mask_scenes() {
          inside({own_mask}, masked(triangle + "," + mask(still(kSlimTriangle))))},
         {Reason::mask, "two that join over a layer with two masks", Outcome::stays,
          inside({with_masks(narrow + "," + growing)}, masked(triangle + "," + mask(still(kSlimTriangle))))},
+        {Reason::mask, "two that join over a layer with a mask that cuts out", Outcome::stays,
+         inside({with_masks(mask(still(kTriangle), "s"))}, masked(triangle + "," + mask(still(kSlimTriangle))))},
         {Reason::mask, "two that join over layers without", Outcome::mended,
          inside({red(), blue()}, masked(triangle + "," + mask(still(kSlimTriangle))))},
         {Reason::mask, "half opaque over layers that meet", Outcome::stays,
@@ -480,7 +502,10 @@ std::vector<Scene> matte_used_scenes() {
                     {{"td", "1"}, {"ks", transform({{"p", keyed({{0, "-5,-5,0"}, {19, "10,5,0"}})}})}, {"ip", "3"}});
     const std::string soft =
         shape_layer(9, "stencil", triangle, {{"td", "1"}, {"ks", transform({{"o", still("50")}})}});
-    const std::string masked_solid = solid(9, "stencil", 100, 100, "#000000", masked(mask(still(kTriangle)), is_matte));
+    const auto masked_solid = [&](const std::string& path) {
+        return solid(9, "stencil", 100, 100, "#000000", masked(mask(still(path)), is_matte));
+    };
+    const std::string points = "[[20,20],[80,30],[40,80]]";
     const auto figure = [&](const std::string& kind, const std::string& roundness) {
         return shape_layer(9, "stencil",
                            R"({"ty":")" + kind + R"(","p":{"a":0,"k":[28,34]},"s":{"a":0,"k":[9,12]},"r":)" +
@@ -494,7 +519,11 @@ std::vector<Scene> matte_used_scenes() {
         {Reason::matte_used, "a filled path", Outcome::mended, matted(filled, "1", small)},
         {Reason::matte_used, "a filled path that moves over a nest that turns", Outcome::mended,
          matted(moving, "1", small, {{"ks", spun(0, 30)}})},
-        {Reason::matte_used, "a solid with a mask", Outcome::mended, matted(masked_solid, "1", small)},
+        {Reason::matte_used, "a solid with a mask", Outcome::mended, matted(masked_solid(kTriangle), "1", small)},
+        {Reason::matte_used, "a solid with a mask whose handles reach over its side", Outcome::stays,
+         matted(masked_solid(path(points, "[[0,0],[30,0],[0,0]]")), "1", small)},
+        {Reason::matte_used, "a solid with a mask whose handles reach below it", Outcome::stays,
+         matted(masked_solid(path(points, "[[0,0],[0,0],[0,30]]")), "1", small)},
         {Reason::matte_used, "the inverse of a filled path", Outcome::mended, matted(filled, "2", small)},
         {Reason::matte_used, "the inverse of one that comes later", Outcome::stays, matted(moving, "2", small)},
         {Reason::matte_used, "over layers so large that rounding shows", Outcome::stays,
@@ -541,6 +570,8 @@ std::vector<Scene> clip_scenes() {
          inside({placed_by("thisComp.layer('blue').toComp([5, 5, 0])"), blue({{"ks", at(5, 5)}})}, small)},
         {Reason::clip, "a layer outside that an expression moves over the edge", Outcome::stays,
          inside({placed_by("thisComp.layer('blue').toComp([5, 5, 0])"), blue()}, small)},
+        {Reason::clip, "a layer beside the edge that an expression moves inside", Outcome::mended,
+         inside({placed_by("thisComp.layer('blue').toComp([5, 5, 0])", "[50,20,0]"), blue()}, small)},
         {Reason::clip, "a layer outside that an expression moves by its own value", Outcome::stays,
          inside({placed_by("value - [70, 0, 0]"), blue()}, small)},
         {Reason::clip, "a layer partly outside that an expression moves inside", Outcome::stays,
