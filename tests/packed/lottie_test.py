@@ -401,6 +401,10 @@ class Hostile(Sandbox):
             content = packed(("manifest.json", manifest("x")), ("a/x.json", animation()), (name, b"harmless"))
             self.assertEqual(self.exflate("-", given=content).returncode, 0, name)
 
+    def test_a_name_that_is_empty(self):
+        self.assert_refused(packed(("manifest.json", manifest("x")), ("a/x.json", animation()), ("", b"payload")),
+                            "a.lottie: holds an entry without a name: get the archive from somebody you trust")
+
     def test_names_that_come_twice(self):
         content = packed(("manifest.json", manifest("x")), ("a/x.json", animation()), ("a/x.json", animation("Other")))
         self.assert_refused(content, "a.lottie: holds two entries of one name: leave one of them out")
