@@ -571,7 +571,7 @@ std::vector<Scene> clip_scenes() {
         {Reason::clip, "a layer outside that an expression moves over the edge", Outcome::stays,
          inside({placed_by("thisComp.layer('blue').toComp([5, 5, 0])"), blue()}, small)},
         {Reason::clip, "a layer beside the edge that an expression moves inside", Outcome::mended,
-         inside({placed_by("thisComp.layer('blue').toComp([5, 5, 0])", "[50,20,0]"), blue()}, small)},
+         inside({placed_by("thisComp.layer('blue').toComp([5, 5, 0])", "[50,20,0]"), blue({{"ks", at(5, 5)}})}, small)},
         {Reason::clip, "a layer outside that an expression moves by its own value", Outcome::stays,
          inside({placed_by("value - [70, 0, 0]"), blue()}, small)},
         {Reason::clip, "a layer partly outside that an expression moves inside", Outcome::stays,
