@@ -1,5 +1,6 @@
 // What expressions read.
 #include "expression_use.h"
+#include "expression_point.h"
 
 #include <gmock/gmock.h>
 

@@ -1,6 +1,8 @@
 // How far layers may reach that expressions move or shape: players without expressions draw them as the file's values
 // say, others elsewhere.
 #include "expression_reach.h"
+#include "expression_point.h"
+#include "expression_use.h"
 
 #include <algorithm>
 #include <cmath>

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string_view>
 
-#include "expression_use.h"
+#include "expression_point.h"
 #include "survey.h"
 
 namespace lottie::looks {

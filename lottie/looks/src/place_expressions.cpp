@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "displacement.h"
+#include "expression_point.h"
 #include "expression_use.h"
 #include "findings.h"
 #include "words.h"
