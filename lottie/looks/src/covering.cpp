@@ -209,6 +209,7 @@ class Covering::Reader {
             const Matrix place = u_.result_placement().world(copy.result, frame);
             double left = 0;
             for (const PathProperty& path : paths) {
+                if (is_point(path.vertices_at(frame))) continue;
                 const Hull hull = cut(looks::mapped(hull_of(path.at(frame).points), place), view);
                 left += &path == &paths[0] ? area(hull) : -area(hull);
             }

@@ -74,13 +74,6 @@ PlaneMap plane(const Matrix& matrix) {
     return {{origin.x, origin.y}, {right.x - origin.x, right.y - origin.y}, {down.x - origin.x, down.y - origin.y}};
 }
 
-Evaluation::Outline written(const OneOutline& outline) {
-    rapidjson::StringBuffer text;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(text);
-    outline.path->Accept(writer);
-    return {{text.GetString(), text.GetSize()}, plane(outline.place), outline.is_closed};
-}
-
 }  // namespace
 
 PlaneMap Evaluation::place(const std::string& composition, std::size_t layer, double frame) {
@@ -89,15 +82,11 @@ PlaneMap Evaluation::place(const std::string& composition, std::size_t layer, do
 
 std::optional<Evaluation::Outline> Evaluation::only_outline(const std::string& composition, std::size_t layer) {
     const auto outline = one_outline(survey(composition).stack().layer(layer));
-    return outline ? std::optional(written(*outline)) : std::nullopt;
-}
-
-std::vector<Evaluation::Outline> Evaluation::outlines_at_any_opacity(const std::string& composition,
-                                                                     std::size_t layer) {
-    std::vector<Outline> all;
-    for (const OneOutline& outline : looks::outlines_at_any_opacity(survey(composition).stack().layer(layer)))
-        all.push_back(written(outline));
-    return all;
+    if (!outline) return std::nullopt;
+    rapidjson::StringBuffer text;
+    rapidjson::Writer<rapidjson::StringBuffer> writer(text);
+    outline->path->Accept(writer);
+    return Outline{{text.GetString(), text.GetSize()}, plane(outline->place), outline->is_closed};
 }
 
 bool Evaluation::moves(const std::string& composition, std::size_t layer) {
@@ -145,13 +134,29 @@ struct MovingPath::State {
         if (json.HasParseError()) throw std::runtime_error("the path cannot be read");
         path.emplace(&json);
     }
+    State(std::shared_ptr<const SceneLayer> its_layer, OneOutline its_outline)
+        : layer(std::move(its_layer)), outline(std::move(its_outline)), path(outline.path) {}
 
     rapidjson::Document json;
+    std::shared_ptr<const SceneLayer> layer;  // what the outline lies in
+    OneOutline outline{};
     std::optional<PathProperty> path;
 };
 
 MovingPath::MovingPath(std::string_view property) : state_(std::make_unique<State>(property)) {}
+MovingPath::MovingPath(std::unique_ptr<State> state) : state_(std::move(state)) {}
 MovingPath::~MovingPath() = default;
+
+std::vector<Evaluation::Area> Evaluation::areas_at_any_opacity(const std::string& composition, std::size_t place) {
+    const auto& layer = survey(composition).stack().shared_layer_at(place);
+    std::vector<Area> areas;
+    for (OneOutline& outline : outlines_at_any_opacity(*layer)) {
+        const PlaneMap map = plane(outline.place);
+        auto state = std::make_unique<MovingPath::State>(layer, std::move(outline));
+        areas.push_back({std::shared_ptr<const MovingPath>(new MovingPath(std::move(state))), map});
+    }
+    return areas;
+}
 
 MovingPath::Vertices MovingPath::at(double frame) const {
     const PathProperty::Vertices vertices = state_->path->vertices_at(frame);

@@ -119,7 +119,10 @@ bool is_any_led(Unnesting& u, double frame) {
 }  // namespace
 
 bool may_show_through(const Hull& a, const Hull& b) {
-    return area(cut(a, b)) > kSmallOverlap;
+    const Box x = around(a);
+    const Box y = around(b);
+    const bool is_apart = x.right <= y.left || y.right <= x.left || x.bottom <= y.top || y.bottom <= x.top;
+    return !is_apart && area(cut(a, b)) > kSmallOverlap;
 }
 
 FadeLoss fade_loss(Unnesting& u) {

@@ -172,10 +172,11 @@ std::optional<Matrix> still_place(const Json& item) {
 // Whether what several paths are filled with together is what they are filled with one by one: none of them makes a
 // hole in another.
 bool are_filled_alone(const Outlines& outlines) {
+    if (outlines.size() == 1) return true;
     std::vector<std::vector<Point>> met;
     for (const OneOutline& outline : outlines) {
         const PathProperty path(outline.path);
-        if (path.is_animated() && outlines.size() > 1) return false;
+        if (path.is_animated()) return false;
         std::vector<Point> points = path.at(0).points;
         const auto makes_hole = [&points](const std::vector<Point>& other) {
             return (area(points) > 0) != (area(other) > 0) && area(cut(hull_of(points), hull_of(other))) > 0;

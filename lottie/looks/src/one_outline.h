@@ -13,8 +13,8 @@
 namespace lottie::looks {
 
 struct OneOutline {
-    const Json* path;  // a path property
-    Matrix place;      // from its coordinates to the layer's
+    const Json* path = nullptr;  // a path property
+    Matrix place;                // from its coordinates to the layer's
     bool is_closed = true;
     std::shared_ptr<const rapidjson::Document> made = nullptr;  // what the path lies in if the file has no such path
 };

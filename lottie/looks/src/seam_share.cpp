@@ -32,25 +32,35 @@ bool is_within(const Hull& hull, Point p) {
     return true;
 }
 
+double length_of_side(const Hull& hull, std::size_t i) {
+    const Point& a = hull[i];
+    const Point& b = hull[(i + 1) % hull.size()];
+    return std::hypot(b.x - a.x, b.y - a.y);
+}
+
 // How much of the edge of a layer lies over layers below it and is not covered by others: the seam along which those
 // below were cut. `seen` is in their order, top to bottom.
 double seam_length(Unnesting& u, const std::vector<SeenLayer>& seen, std::size_t layer) {
-    constexpr std::size_t kPieces = 16;  // of a side of its hull
+    constexpr double kPieces = 32;  // of the whole edge, and one at least of each side
     const Hull& hull = seen[layer].hull;
     const auto has = [](Point p) { return [p](const SeenLayer& other) { return is_within(other.hull, p); }; };
     const auto upper_end = seen.begin() + static_cast<std::ptrdiff_t>(layer);
+    double whole = 0;
+    for (std::size_t i = 0; i < hull.size(); ++i) whole += length_of_side(hull, i);
+    if (whole <= 0) return 0;
     double length = 0;
     for (std::size_t i = 0; i < hull.size(); ++i) {
         const Point& a = hull[i];
         const Point& b = hull[(i + 1) % hull.size()];
-        std::size_t pieces = 0;
-        u.comparison().spend(kPieces * seen.size());
-        for (std::size_t k = 0; k < kPieces; ++k) {
-            const double at = (static_cast<double>(k) + 0.5) / kPieces;
+        const double side = length_of_side(hull, i);
+        const auto pieces = static_cast<std::size_t>(std::ceil(kPieces * side / whole));
+        u.comparison().spend(pieces * seen.size());
+        for (std::size_t k = 0; k < pieces; ++k) {
+            const double at = (static_cast<double>(k) + 0.5) / static_cast<double>(pieces);
             const Point p{a.x + at * (b.x - a.x), a.y + at * (b.y - a.y)};
-            pieces += std::none_of(seen.begin(), upper_end, has(p)) && std::any_of(upper_end + 1, seen.end(), has(p));
+            if (std::none_of(seen.begin(), upper_end, has(p)) && std::any_of(upper_end + 1, seen.end(), has(p)))
+                length += side / static_cast<double>(pieces);
         }
-        length += std::hypot(b.x - a.x, b.y - a.y) * static_cast<double>(pieces) / kPieces;
     }
     return length;
 }

@@ -171,7 +171,6 @@ class Cutting {
     // nothing if there are none, it cannot be told or the layer has no area.
     std::optional<std::string> covered_path(const CopiedLayer& copy, const CopiedLayer::Cover& cover,
                                             const std::vector<double>& frames) {
-        const looks::MovingPath moving(cover.outline.path);
         std::vector<std::vector<PathAt>> runs;
         for (const double frame : frames) {
             const double inner = inner_frame(frame);
@@ -184,8 +183,8 @@ class Cutting {
             const auto nest = evaluation_.place(around_, nest_.place, frame);
             const auto back = evaluation_.place(inside_, copy.inner, inner).then(nest).inverse();
             if (!back) return std::nullopt;
-            const auto place = cover.outline.place.then(evaluation_.place(inside_, cover.above, inner)).then(nest);
-            PathAt at{frame, mapped(moving.at(inner), place)};
+            const auto place = cover.area.place.then(evaluation_.place(inside_, cover.above, inner)).then(nest);
+            PathAt at{frame, mapped(cover.area.path->at(inner), place)};
             unnested_.spend(kStepsPerVertex * at.vertices.at.size());
             const auto taken =
                 looks::within_seam(at.vertices, opacity / 100, looks::seam_pixel(evaluation_.width(around_)));

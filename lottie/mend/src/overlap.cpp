@@ -1,6 +1,10 @@
 // Applies to nests without masks or a matte of their own that fade while layers lie over one another: masks take from
 // each layer what an opaque one above it covers, as long as the nest is between seen and unseen. Then no layer shows
 // through another, as none did in the group.
+#include <map>
+#include <string>
+#include <vector>
+
 #include "cut.h"
 #include "remedies.h"
 
@@ -58,9 +62,11 @@ class Overlap {
                                  evaluation_.has_reliable_placement(inside_, below.inner) &&
                                  evaluation_.has_reliable_placement(inside_, above);
         if (!can_be_told) return false;
-        const auto outlines = evaluation_.outlines_at_any_opacity(inside_, above);
-        for (const auto& outline : outlines) below.covers.push_back({above, outline});
-        return !outlines.empty();
+        const auto [found, is_new] = areas_.try_emplace(above);
+        auto& areas = found->second;
+        if (is_new) areas = evaluation_.areas_at_any_opacity(inside_, above);
+        for (const auto& area : areas) below.covers.push_back({above, area});
+        return !areas.empty();
     }
 
     Unnested& unnested_;
@@ -68,6 +74,7 @@ class Overlap {
     Nest& nest_;
     const std::string around_;
     const std::string inside_;
+    std::map<std::size_t, std::vector<looks::Evaluation::Area>> areas_;  // of layers inside that cover others
 };
 
 }  // namespace

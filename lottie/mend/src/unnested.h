@@ -39,10 +39,10 @@ struct CopiedLayer {
     LayerText before;
     LayerText* now = nullptr;          // null if it was not copied
     std::optional<std::string> masks;  // its own as they are now, once it got more
-    // Layers inside above it that cover a part of it while the nest fades, with their outlines; masks take that away.
+    // Areas of layers inside above it that cover a part of it while the nest fades; masks take that away.
     struct Cover {
         std::size_t above;
-        looks::Evaluation::Outline outline;
+        looks::Evaluation::Area area;
     };
     std::vector<Cover> covers;
 

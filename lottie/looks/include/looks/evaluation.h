@@ -27,6 +27,7 @@ struct PlaneMap {
     std::optional<PlaneMap> inverse() const;  // nothing for a map onto a line or point
 };
 
+class MovingPath;
 struct Scene;
 class Survey;
 class Surveys;
@@ -65,8 +66,12 @@ class Evaluation {
     };
     // Of a layer whose picture is one opaque area within a hard edge; nothing for others.
     std::optional<Outline> only_outline(const std::string& composition, std::size_t layer);
+    struct Area {
+        std::shared_ptr<const MovingPath> path;
+        PlaneMap place;  // from its coordinates to the layer's
+    };
     // The areas of a layer that draws nothing else, whatever its own opacity; none for others.
-    std::vector<Outline> outlines_at_any_opacity(const std::string& composition, std::size_t layer);
+    std::vector<Area> areas_at_any_opacity(const std::string& composition, std::size_t layer);
 
   private:
     friend class Judge;
@@ -93,7 +98,9 @@ class MovingPath {
     Vertices at(double frame) const;
 
   private:
+    friend class Evaluation;
     struct State;
+    explicit MovingPath(std::unique_ptr<State> state);
     std::unique_ptr<State> state_;
 };
 
