@@ -260,6 +260,8 @@ std::vector<Scene> opacity_scenes() {
         {"masksProperties",
          R"([{"inv":false,"mode":"a","pt":{"a":0,"k":{"i":[[0,0],[0,0],[0,0]],"o":[[0,0],[0,0],[0,0]],)"
          R"("v":[[0,0],[15,0],[0,15]],"c":true}},"o":{"a":0,"k":100},"x":{"a":0,"k":0}}])"}};
+    std::vector<std::string> pile;
+    for (int i = 0; i < 25; ++i) pile.push_back(square(1 + i, "square " + std::to_string(i), 20 + 0.1 * i));
     const std::string ground = solid(20, "ground", 100, 100, "#cccccc");
     const auto with_ground = [&](const std::vector<std::string>& below, const std::vector<std::string>& above = {}) {
         return animation({.above = above,
@@ -303,6 +305,8 @@ std::vector<Scene> opacity_scenes() {
          inside({square(1, "left", 55, {{"ks", itself_faded}}), square(2, "right", 60)}, {{"ks", faded}})},
         {Reason::opacity, "layers over one another, the upper one a fill and a stroke", Outcome::stays,
          inside({shape_layer(1, "circle", outlined), square(2, "square", 50)}, {{"ks", faded}})},
+        {Reason::opacity, "more layers over one another than masks are made for", Outcome::stays,
+         inside(pile, {{"ks", faded}})},
         {Reason::opacity, "a gradient over a square", Outcome::mended,
          inside({shape_layer(1, "circle", shaded("1,0.8,0,1,0.9,0.3,0.2")), square(2, "square", 50)}, {{"ks", faded}})},
         {Reason::opacity, "a gradient over a square, which shows through it", Outcome::stays,

@@ -15,7 +15,7 @@
 namespace lottie::looks {
 namespace {
 
-constexpr std::size_t kStepsPerVertex = 40;
+constexpr std::size_t kStepsPerVertex = 200;
 
 MovingPath::Vertices mapped(const PathProperty::Vertices& path, const Matrix& place) {
     MovingPath::Vertices result;

@@ -14,7 +14,8 @@ namespace lottie::looks {
 namespace {
 
 constexpr double kSameOpacity = 0.1;  // percent: a quarter of a step of a channel
-constexpr std::size_t kStepsPerPair = 20;
+constexpr std::size_t kStepsPerPair = 100;
+constexpr std::size_t kStepsPerOutline = 100;
 constexpr double kSmallOverlap = 0.25;      // square pixels of the nest
 constexpr double kUnseenMean = 0.05 / 255;  // of the whole picture
 constexpr double kSeenStep = 6.0 / 255;     // of a part of it
@@ -76,6 +77,7 @@ Fading fading_at(Unnesting& u, std::size_t frame_index, double unseen_before) {
         const Hull hull = u.inside_survey().reach_in_stack(inner, frame);
         const Hull seen = cut(mapped(hull, place), view);
         if (area(seen) <= 0) continue;
+        u.comparison().spend(kStepsPerOutline);
         const std::size_t paints = paint_count(u.inside().layer(inner));
         if (paints > 1) sum.add(FadeLoss::several_paints, show_through_share(u, area(seen), paints, opacity));
         if (opacity > kNearlyOpaque && is_black(u.inside().layer(inner)))
@@ -90,6 +92,7 @@ Fading fading_at(Unnesting& u, std::size_t frame_index, double unseen_before) {
                 sum.add(FadeLoss::overlap, show_through_share(u, area(cut(seen, other.hull)), pieces, opacity));
             }
         }
+        if (const Fading so_far = sum.total(); so_far.loss != FadeLoss::none) return so_far;
         covered += area(seen);
         above.push_back({inner, seen});
     }

@@ -11,7 +11,10 @@
 namespace lottie::mend {
 namespace {
 
-constexpr std::size_t kStepsPerPair = 20;
+constexpr std::size_t kStepsPerPair = 100;
+// Each is worked out at each frame, and judged there.
+constexpr std::size_t kMostCovers = 200;
+constexpr std::size_t kMostCoversByFrames = 20'000;
 
 class Overlap {
   public:
@@ -27,8 +30,11 @@ class Overlap {
         const auto frames = evaluation_.frames(around_, nest_.facts().in.value_or(0), nest_.facts().out.value_or(0));
         for (const double frame : frames) {
             const double opacity = evaluation_.opacity(around_, nest_.place, frame);
-            if (opacity > 0 && opacity < 100 && !find_covers_at(evaluation_.inner_frame(around_, nest_.place, frame)))
+            if (opacity <= 0 || opacity >= 100) continue;
+            if (!find_covers_at(evaluation_.inner_frame(around_, nest_.place, frame)) ||
+                count_ * frames.size() > kMostCoversByFrames) {
                 return false;
+            }
         }
         return true;
     }
@@ -43,7 +49,10 @@ class Overlap {
                     !evaluation_.may_overlap(inside_, above, below.inner, frame)) {
                     continue;
                 }
-                if (evaluation_.opacity(inside_, above, frame) < 100 || !add_cover(below, above)) return false;
+                if (count_ > kMostCovers || evaluation_.opacity(inside_, above, frame) < 100 ||
+                    !add_cover(below, above)) {
+                    return false;
+                }
             }
         }
         return true;
@@ -66,6 +75,7 @@ class Overlap {
         auto& areas = found->second;
         if (is_new) areas = evaluation_.areas_at_any_opacity(inside_, above);
         for (const auto& area : areas) below.covers.push_back({above, area});
+        count_ += areas.size();
         return !areas.empty();
     }
 
@@ -74,6 +84,7 @@ class Overlap {
     Nest& nest_;
     const std::string around_;
     const std::string inside_;
+    std::size_t count_ = 0;                                              // of covers
     std::map<std::size_t, std::vector<looks::Evaluation::Area>> areas_;  // of layers inside that cover others
 };
 
