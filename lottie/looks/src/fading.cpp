@@ -35,7 +35,6 @@ double show_through_share(const Unnesting& u, double pixels, std::size_t pieces,
 
 // The same of a black part, which comes out a step brighter or darker.
 double black_share(const Unnesting& u, double pixels, double opacity) {
-    constexpr double kUnseenUnlikeness = 0.0015;
     constexpr double kSteady = 6.5;  // what the measure of likeness adds to the squares of brightness, in steps
     const double level = 255 * (1 - opacity) / 2;  // over a medium ground
     const double unlikeness = 1 / (2 * level * (level + 1) + 1 + kSteady);

@@ -16,8 +16,7 @@ namespace {
 
 constexpr double kSeenStep = 8.0 / 255;               // of a channel; pixels beyond it are counted
 constexpr double kUnseenBeyond = 0.7 * kUnseenShare;  // measured: up to a tenth more of them are than is estimated
-constexpr double kUnseenUnlikeness = 0.0015;
-constexpr double kUnseenMean = 0.05 / 255;  // of the whole picture
+constexpr double kUnseenMean = 0.05 / 255;            // of the whole picture
 
 bool is_within(const Hull& hull, Point p) {
     const auto side = [&](std::size_t i) {

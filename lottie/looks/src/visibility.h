@@ -10,5 +10,7 @@ inline constexpr double kUnseen = 0.25;
 inline constexpr double kPictureWidth = 400;
 // Pictures that look equal may differ in so much of their area.
 inline constexpr double kUnseenShare = 0.001;
+// How much less alike pictures may be, 1 being wholly; people call them equal up to 0.002.
+inline constexpr double kUnseenUnlikeness = 0.0015;
 
 }  // namespace lottie::looks

@@ -1,6 +1,7 @@
 // Applies to nests without masks or a matte of their own that fade while layers lie over one another: masks take from
 // each layer what an opaque one above it covers, as long as the nest is between seen and unseen. Then no layer shows
 // through another, as none did in the group.
+#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
