@@ -85,9 +85,15 @@ struct Worst {
     std::size_t layers = 0;
 };
 
-// Layers inside that reach over the edge at some frame; of those that stand still one look tells.
-std::vector<std::size_t> layers_to_search(const Unnesting& u, const std::vector<double>& inner_frames) {
-    std::vector<std::size_t> layers;
+// A layer inside, by its place, that reaches over the edge at some frame.
+struct Reaching {
+    std::size_t inner;
+    bool is_placed_by_expression;
+};
+
+// Of those that stand still one look tells.
+std::vector<Reaching> layers_to_search(const Unnesting& u, const std::vector<double>& inner_frames) {
+    std::vector<Reaching> layers;
     const Box frame{0, 0, u.nest().width, u.nest().height};
     for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
         const SceneLayer& layer = u.inside().layer(inner);
@@ -97,15 +103,14 @@ std::vector<std::size_t> layers_to_search(const Unnesting& u, const std::vector<
                                          [&layer](double inner_frame) { return layer.is_on(inner_frame); });
             if (on == inner_frames.end() || is_within(u.inside_survey().reach_in_stack(inner, *on), frame)) continue;
         }
-        layers.push_back(inner);
+        layers.push_back({inner, is_placed_by_expression(u, {inner, *u.copy_of(inner)})});
     }
     return layers;
 }
 
 // Whether the composition's frame cuts off what the nest's did.
-bool is_hidden_anyway(const Unnesting& u, std::size_t inner, double frame) {
-    const Copy copy{inner, *u.copy_of(inner)};
-    return is_placed_by_expression(u, copy) && is_out_of_sight(u, copy, frame);
+bool is_hidden_anyway(const Unnesting& u, const Reaching& layer, double frame) {
+    return layer.is_placed_by_expression && is_out_of_sight(u, {layer.inner, *u.copy_of(layer.inner)}, frame);
 }
 
 Worst search(Unnesting& u) {
@@ -113,18 +118,19 @@ Worst search(Unnesting& u) {
     const HeldCut& held = u.held_cut();
     std::vector<double> inner_frames;
     for (const double frame : u.nest_frames()) inner_frames.push_back(u.inner_frame(frame));
-    const std::vector<std::size_t> layers = layers_to_search(u, inner_frames);
+    const std::vector<Reaching> layers = layers_to_search(u, inner_frames);
     std::vector<bool> is_counted(u.inside().size(), false);
     const Box inner_frame{0, 0, u.nest().width, u.nest().height};
     for (std::size_t i = 0; i < inner_frames.size(); ++i) {
         const double frame = u.nest_frames()[i];
         double unseen = 0;
-        for (const std::size_t inner : layers) {
+        for (const Reaching& layer : layers) {
+            const std::size_t inner = layer.inner;
             if (held.frame[inner] || u.inside_survey().surely_lies_within(inner, inner_frames[i], inner_frame))
                 continue;
             Hull reach = u.inside_survey().reach_in_stack(inner, inner_frames[i]);
             if (const auto mask = held.masks ? mask_reach(u.nest(), frame) : std::nullopt) reach = cut(reach, *mask);
-            Overhang one = is_hidden_anyway(u, inner, frame) ? Overhang{} : overhang(u, reach, frame);
+            Overhang one = is_hidden_anyway(u, layer, frame) ? Overhang{} : overhang(u, reach, frame);
             // Players differ in where the layer lies, and so in how much of it is to be seen there. What an expression
             // moves is taken to lie where the file says.
             if (one.unseen > 0 && !u.inside_survey().is_moved_by_expression(inner) &&

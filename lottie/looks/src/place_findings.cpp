@@ -51,15 +51,20 @@ bool is_led_otherwise(Comparison& c, std::size_t place) {
     return !links.are_those_of(*c.kept_at(place));
 }
 
+// A copy, and what expressions do to it at all times.
+struct ComparedCopy {
+    Copy copy;
+    bool is_led_otherwise;
+    bool is_placed_by_expression;
+};
+
 Displacement compare_copies(Unnesting& u) {
     std::vector<Measured> layers;
-    std::vector<Copy> copies;
-    std::vector<bool> are_led_otherwise;
+    std::vector<ComparedCopy> copies;
     for (const Copy& copy : u.copies()) {
         const SceneLayer& inner = u.inner(copy);
         if (!inner.can_draw() || inner.is_hidden) continue;
-        copies.push_back(copy);
-        are_led_otherwise.push_back(is_led_otherwise(u, copy));
+        copies.push_back({copy, is_led_otherwise(u, copy), is_placed_by_expression(u, copy)});
         layers.push_back({&inner,
                           u.inside_placement().moves(copy.inner) || u.stack_placement().moves(u.nest_place()) ||
                               u.result_placement().moves(copy.result),
@@ -67,18 +72,18 @@ Displacement compare_copies(Unnesting& u) {
                           {}});
     }
     measure(layers, u.nest_frames(), [&](std::size_t i, double frame) -> Offset {
-        const Copy& copy = copies[i];
+        const auto& [copy, is_led_otherwise, is_placed_by_expression] = copies[i];
         const SceneLayer& inner = *layers[i].layer;
         // Another clock is another finding: places are compared at the time that the copy shows.
         const double shift = u.copied(copy).start - inner.start;
         const double inner_frame = u.only_shifts() || u.is_retimed() ? u.inner_frame(frame) : frame - shift;
         if (!inner.is_on(inner_frame) || !u.copied(copy).is_on(frame)) return {-1};
-        if (are_led_otherwise[i]) return {u.stack().width};
+        if (is_led_otherwise) return {u.stack().width};
         const Matrix before =
             u.inside_placement().world(copy.inner, inner_frame).then(u.stack_placement().world(u.nest_place(), frame));
         const Matrix& after = u.result_placement().world(copy.result, frame);
         if (are_alike(before, after)) return {};
-        if (is_placed_by_expression(u, copy) && is_out_of_sight(u, copy, frame)) return {-1};
+        if (is_placed_by_expression && is_out_of_sight(u, copy, frame)) return {-1};
         if (surely_lies_alike(before, after, u.inside_survey(), copy.inner, inner_frame)) return {};
         return offset_between(before, after, extent(u.inside_survey(), copy.inner, inner_frame), u.stack());
     });
