@@ -8,8 +8,6 @@
 #include <cmath>
 #include <numbers>
 
-#include "path.h"
-
 namespace lottie::looks {
 namespace {
 
@@ -74,11 +72,11 @@ Hull turned_around(const Hull& hull) {
     return around;
 }
 
-// Takes in every path that the layer draws, as expressions read it: without the transforms of the groups around it.
-void take_paths(Json::ConstArray items, double frame, Box& box) {
+// Every path that a layer draws, as expressions read it: without the transforms of the groups around it.
+void find_paths(Json::ConstArray items, std::vector<PathProperty>& paths) {
     for (const Json& item : items) {
-        if (text_member(item, "ty") == "gr") take_paths(array_member(item, "it"), frame, box);
-        if (text_member(item, "ty") == "sh") PathProperty(member(item, "ks")).take_into(box, frame);
+        if (text_member(item, "ty") == "gr") find_paths(array_member(item, "it"), paths);
+        if (text_member(item, "ty") == "sh") paths.emplace_back(member(item, "ks"));
     }
 }
 
@@ -155,8 +153,10 @@ std::optional<ExpressionReach::Led> ExpressionReach::find_leader(std::string_vie
         if (!place) return std::nullopt;
         const auto moving = moving_expressions(stack_.layer(*place));
         if (leader->by != Leader::By::position || moving.empty()) {
-            const Led led{*place, *leader};
-            return is_led_for_certain(led) ? std::optional(led) : std::nullopt;
+            Led led{*place, *leader, {}};
+            if (!is_led_for_certain(led)) return std::nullopt;
+            if (leader->by == Leader::By::path) find_paths(stack_.layer(*place).array("shapes"), led.paths);
+            return led;
         }
         const auto position =
             std::find_if(moving.begin(), moving.end(), [](const Expression& one) { return one.property == "ks.p"; });
@@ -207,40 +207,32 @@ Hull ExpressionReach::where_placed(double frame) {
     Hull own = mapped(survey_.reach(place_, frame), transform.at(frame));
     for (Point& point : own) point = {point.x - stored[0], point.y - stored[1]};
     if (is_turned_) own = turned_around(own);
-    std::vector<Point> points;
-    for (const Point& position : positions(frame)) {
-        survey_.spend(1 + own.size());
-        for (const Point& point : own) points.push_back({point.x + position.x, point.y + position.y});
-    }
+    survey_.spend(1 + own.size());
+    const Hull reach = sum(own, positions(frame));
     const auto parent = stack_.parent(place_);
-    Hull reach = hull_of(std::move(points));
     return parent ? mapped(reach, survey_.placement().world(*parent, frame)) : reach;
 }
 
-std::vector<Point> ExpressionReach::positions(double frame) {
+Hull ExpressionReach::positions(double frame) {
     if (led_) return led_positions(frame);
     const Values stored = stack_.layer(place_).transform().position.at(frame);
     if (!spelled_) return {{stored[0], stored[1]}};
     return {{spelled_->numbers[0].value_or(stored[0]), spelled_->numbers[1].value_or(stored[1])}};
 }
 
-// Corners around all of them.
-std::vector<Point> ExpressionReach::led_positions(double frame) {
+// Around all of them.
+Hull ExpressionReach::led_positions(double frame) {
     const SceneLayer& layer = stack_.layer(led_->layer);
     if (led_->leader.by == Leader::By::position) {
         const Values at = layer.transform().position.at(frame);
         return {{at[0], at[1]}};
     }
-    const auto [x, y] = led_->leader.point;
-    Box box{x, y, x, y};
-    if (led_->leader.by == Leader::By::path) {
-        box = kNoBox;
-        take_paths(layer.array("shapes"), frame, box);
-        if (box.left > box.right) return {};
-    }
     const Matrix& world = survey_.placement().world(led_->layer, frame);
-    return {world.map({box.left, box.top}), world.map({box.right, box.top}), world.map({box.right, box.bottom}),
-            world.map({box.left, box.bottom})};
+    if (led_->leader.by == Leader::By::point) return {world.map(Point{led_->leader.point[0], led_->leader.point[1]})};
+    Box box = kNoBox;
+    for (const PathProperty& path : led_->paths) path.take_into(box, frame);
+    const Hull corners = {{box.left, box.top}, {box.right, box.top}, {box.right, box.bottom}, {box.left, box.bottom}};
+    return mapped(corners, world);
 }
 
 }  // namespace lottie::looks

@@ -4,8 +4,10 @@
 
 #include <optional>
 #include <string_view>
+#include <vector>
 
 #include "expression_point.h"
+#include "path.h"
 #include "survey.h"
 
 namespace lottie::looks {
@@ -32,6 +34,7 @@ class ExpressionReach {
     struct Led {
         std::size_t layer;
         Leader leader;
+        std::vector<PathProperty> paths;
     };
     enum class Kind { unknown, as_stored, loop, placed };
 
@@ -41,8 +44,8 @@ class ExpressionReach {
     Hull in_loop(double frame);
     void find_place();
     Hull where_placed(double frame);
-    std::vector<Point> positions(double frame);
-    std::vector<Point> led_positions(double frame);
+    Hull positions(double frame);
+    Hull led_positions(double frame);
 
     Survey& survey_;
     const Stack& stack_;

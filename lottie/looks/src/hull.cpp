@@ -2,7 +2,6 @@
 #include "hull.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstddef>
 #include <numbers>
@@ -31,7 +30,47 @@ void add_half(Hull& hull, const Points& points) {
     hull.pop_back();  // the other half begins with it
 }
 
+std::size_t lowest(const Hull& hull) {
+    const auto is_lower = [](Point a, Point b) { return a.y < b.y || (a.y == b.y && a.x < b.x); };
+    return static_cast<std::size_t>(std::min_element(hull.begin(), hull.end(), is_lower) - hull.begin());
+}
+
+// Of points that go around once: rounding leaves dents between those that lie close together or in a line.
+Hull without_dents(Hull points) {
+    std::rotate(points.begin(), points.begin() + static_cast<std::ptrdiff_t>(lowest(points)), points.end());
+    Hull hull;
+    const auto is_dent = [&hull](Point next) { return side(hull[hull.size() - 2], hull.back(), next) <= 0; };
+    for (const Point& point : points) {
+        while (hull.size() >= 2 && is_dent(point)) hull.pop_back();
+        hull.push_back(point);
+    }
+    while (hull.size() >= 3 && is_dent(hull.front())) hull.pop_back();
+    return hull;
+}
+
+// `hull`, moved from one point to another, and all that it covers on the way.
+Hull swept(const Hull& hull, Point from, Point to) {
+    Hull points;
+    points.reserve(hull.size() + 2);
+    const auto leads = [&](std::size_t edge) {
+        const Point& p = hull[edge];
+        const Point& q = hull[(edge + 1) % hull.size()];
+        return (to.x - from.x) * (q.y - p.y) - (to.y - from.y) * (q.x - p.x) > 0;
+    };
+    bool led = leads(hull.size() - 1);
+    for (std::size_t i = 0; i < hull.size(); ++i) {
+        const Point start{hull[i].x + from.x, hull[i].y + from.y};
+        const Point end{hull[i].x + to.x, hull[i].y + to.y};
+        points.push_back(led ? end : start);
+        if (leads(i) == led) continue;
+        led = !led;
+        points.push_back(led ? end : start);
+    }
+    return without_dents(std::move(points));
+}
+
 constexpr double kLeastArea = 1e-6;  // square pixels
+constexpr double kLeastSide = 1e-9;  // pixels; rounding turns shorter ones anywhere
 
 bool are_finite(const std::vector<Point>& points) {
     return std::all_of(points.begin(), points.end(), [](Point p) { return std::isfinite(p.x) && std::isfinite(p.y); });
@@ -87,6 +126,7 @@ Hull cut(const Hull& a, const Hull& b) {
     for (std::size_t i = 0; i < b.size(); ++i) {
         const Point from = b[i];
         const Point to = b[(i + 1) % b.size()];
+        if (std::abs(to.x - from.x) < kLeastSide && std::abs(to.y - from.y) < kLeastSide) continue;
         sides.clear();
         for (const Point& p : rest) sides.push_back(side(from, to, p));
         if (std::none_of(sides.begin(), sides.end(), [](double one) { return !(one >= 0); })) continue;
@@ -103,22 +143,45 @@ Hull cut(const Hull& a, const Hull& b) {
     return hull_of(std::move(rest));
 }
 
+Hull sum(const Hull& a, const Hull& b) {
+    Hull points;
+    if (a.size() >= 3 && (b.size() == 1 || b.size() == 2)) return swept(a, b.front(), b.back());
+    if (area(a) < kLeastArea || area(b) < kLeastArea) {
+        for (const Point& p : a) {
+            for (const Point& q : b) points.push_back({p.x + q.x, p.y + q.y});
+        }
+        return hull_of(std::move(points));
+    }
+    // The edges of both, in the order of their directions.
+    points.reserve(a.size() + b.size());
+    const std::size_t first_a = lowest(a);
+    const std::size_t first_b = lowest(b);
+    for (std::size_t i = 0, k = 0; i < a.size() || k < b.size();) {
+        const Point p = a[(first_a + i) % a.size()];
+        const Point q = b[(first_b + k) % b.size()];
+        points.push_back({p.x + q.x, p.y + q.y});
+        const Point next_p = a[(first_a + i + 1) % a.size()];
+        const Point next_q = b[(first_b + k + 1) % b.size()];
+        const double turn = (next_p.x - p.x) * (next_q.y - q.y) - (next_p.y - p.y) * (next_q.x - q.x);
+        const bool is_a_next = k == b.size() || (i < a.size() && turn >= 0);
+        const bool is_b_next = i == a.size() || (k < b.size() && turn <= 0);
+        i += is_a_next ? 1 : 0;
+        k += is_b_next ? 1 : 0;
+    }
+    return without_dents(std::move(points));
+}
+
 Hull grown(const Hull& hull, double by) {
     if (by <= 0) return hull;
     constexpr int kCorners = 8;  // of the polygon around a circle
     constexpr double kTurn = std::numbers::pi / kCorners;
     const double reach = by / std::cos(kTurn);
-    std::array<Point, kCorners> circle;
+    Hull circle;
     for (int i = 0; i < kCorners; ++i) {
         const double angle = kTurn * (2 * i + 1);
-        circle[static_cast<std::size_t>(i)] = {reach * std::cos(angle), reach * std::sin(angle)};
+        circle.push_back({reach * std::cos(angle), reach * std::sin(angle)});
     }
-    std::vector<Point> points;
-    points.reserve(hull.size() * kCorners);
-    for (const Point& corner : hull) {
-        for (const Point& way : circle) points.push_back({corner.x + way.x, corner.y + way.y});
-    }
-    return hull_of(std::move(points));
+    return sum(hull, circle);
 }
 
 Hull mapped(const Hull& hull, const Matrix& matrix) {

@@ -32,6 +32,8 @@ Hull hull_of(std::vector<Point> points);
 Hull hull_of(const Box& box);  // empty if the box is
 Hull united(const Hull& a, const Hull& b);
 Hull cut(const Hull& a, const Hull& b);
+// What `a` covers when its origin goes over all of `b`.
+Hull sum(const Hull& a, const Hull& b);
 // Reaches further by that much in each direction, and by hardly more.
 Hull grown(const Hull& hull, double by);
 Hull mapped(const Hull& hull, const Matrix& matrix);
