@@ -33,6 +33,16 @@ MovingPath::Vertices mapped(const PathProperty::Vertices& path, const Matrix& pl
     return result;
 }
 
+// All of the path lies within.
+Hull around(const PathProperty::Vertices& path) {
+    std::vector<Point> points = path.at;
+    for (std::size_t i = 0; i < path.at.size(); ++i) {
+        for (const Point& handle : {path.in[i], path.out[i]})
+            points.push_back({path.at[i].x + handle.x, path.at[i].y + handle.y});
+    }
+    return hull_of(std::move(points));
+}
+
 bool are_close(const std::vector<PlanePoint>& a, const std::vector<PlanePoint>& b) {
     return std::equal(a.begin(), a.end(), b.begin(), b.end(),
                       [](PlanePoint p, PlanePoint q) { return std::hypot(p.x - q.x, p.y - q.y) <= kUnseen; });
@@ -60,24 +70,28 @@ class Covering::Reader {
     void read(const Copy& copy) {
         const SceneLayer& inner = u_.inner(copy);
         const SceneLayer& copied = u_.copied(copy);
-        const auto masks = copied.array("masksProperties");
-        if (!copied.has_masks || inner.has_masks || masks.Size() < 2 || !inner.draws() || is_picture_changed(inner) ||
-            u_.inside().matte(copy.inner) || !u_.inside_survey().has_reliable_placement(copy.inner) ||
-            !u_.stack_survey().has_reliable_placement(u_.nest_place())) {
+        if (!copied.has_masks || inner.has_masks || !inner.draws() || is_picture_changed(inner) ||
+            u_.inside().matte(copy.inner) || !u_.inside_survey().has_reliable_placement(copy.inner)) {
             return;
         }
-        const Json& first = masks[0];
-        if (mode_of(first) != "a" || !is_plain_mask(first) || !has_hard_edge(first)) return;
+        const auto masks = copied.array("masksProperties");
+        if (masks.Size() < 2) return;
+        for (const Json& mask : masks) {
+            if (mode_of(mask) != (&mask == masks.Begin() ? "a" : "s") || !is_plain_mask(mask) || !has_hard_edge(mask))
+                return;
+        }
+        const PathProperty first(member(masks[0], "pt"));
         const bool is_frame = lies_around(copy, first, 0);
         if (!is_frame && !lies_around(copy, first, 1)) return;
+        std::vector<PathProperty> covers;
         std::vector<Taken> taken;
         for (rapidjson::SizeType i = 1; i < masks.Size(); ++i) {
-            if (mode_of(masks[i]) != "s" || !is_plain_mask(masks[i]) || !has_hard_edge(masks[i])) return;
-            auto cover = read_cover(copy, masks[i]);
+            covers.emplace_back(member(masks[i], "pt"));
+            auto cover = read_cover(copy, covers.back());
             if (!cover) return;
             taken.push_back(std::move(*cover));
         }
-        if (!leaves_some(copy, masks)) return;
+        if (!leaves_some(copy, first, covers)) return;
         covering_.ends_at_frame_[copy.inner] = is_frame;
         for (const Taken& one : taken) {
             std::vector<bool>& frames = covering_.taken_[{copy.inner, one.above.layer}];
@@ -115,19 +129,18 @@ class Covering::Reader {
     }
 
     // Whether the mask is the nest's frame, moved outward by so many times its size.
-    bool lies_around(const Copy& copy, const Json& mask, double by) {
+    bool lies_around(const Copy& copy, const PathProperty& mask, double by) {
         const double w = u_.nest().width;
         const double h = u_.nest().height;
         PathProperty::Vertices frame;
         frame.at = {{-by * w, -by * h}, {w + by * w, -by * h}, {w + by * w, h + by * h}, {-by * w, h + by * h}};
         frame.in.resize(4);
         frame.out.resize(4);
-        const PathProperty path(member(mask, "pt"));
         return std::all_of(u_.nest_frames().begin(), u_.nest_frames().end(), [&](double at) {
             if (!is_shown(copy, at)) return true;
             const Matrix place = u_.result_placement().world(copy.result, at);
             u_.comparison().spend(kStepsPerVertex * frame.at.size());
-            return are_close(mapped(path.vertices_at(at), place),
+            return are_close(mapped(mask.vertices_at(at), place),
                              mapped(frame, u_.stack_placement().world(u_.nest_place(), at)));
         });
     }
@@ -155,14 +168,13 @@ class Covering::Reader {
     };
 
     // What a mask takes away, and the frames at which it does; nothing if it takes anything else.
-    std::optional<Taken> read_cover(const Copy& copy, const Json& mask) {
-        const PathProperty path(member(mask, "pt"));
+    std::optional<Taken> read_cover(const Copy& copy, const PathProperty& mask) {
         std::optional<AreaOf> above;
         std::vector<bool> frames(u_.nest_frames().size());
         for (std::size_t i = 0; i < frames.size(); ++i) {
             const double frame = u_.nest_frames()[i];
             if (!is_shown(copy, frame)) continue;
-            const PathProperty::Vertices at = path.vertices_at(frame);
+            const PathProperty::Vertices at = mask.vertices_at(frame);
             u_.comparison().spend(kStepsPerVertex * at.at.size());
             if (is_point(at)) continue;
             const MovingPath::Vertices taken = mapped(at, u_.result_placement().world(copy.result, frame));
@@ -199,20 +211,17 @@ class Covering::Reader {
     }
 
     // Where masks so far leave nothing of the picture, some players take the next one for the first.
-    bool leaves_some(const Copy& copy, Json::ConstArray masks) {
+    bool leaves_some(const Copy& copy, const PathProperty& first, const std::vector<PathProperty>& covers) {
         constexpr double kEdge = 2;  // pixels
-        std::vector<PathProperty> paths;
-        for (const Json& mask : masks) paths.emplace_back(member(mask, "pt"));
         const Hull view = hull_of(Box{0, 0, u_.stack().width, u_.stack().height});
         return std::all_of(u_.nest_frames().begin(), u_.nest_frames().end(), [&](double frame) {
             if (!is_shown(copy, frame)) return true;
             const Matrix place = u_.result_placement().world(copy.result, frame);
-            double left = 0;
-            for (const PathProperty& path : paths) {
-                if (is_point(path.vertices_at(frame))) continue;
-                const Hull hull = cut(looks::mapped(hull_of(path.at(frame).points), place), view);
-                left += &path == &paths[0] ? area(hull) : -area(hull);
-            }
+            const auto seen = [&](const PathProperty& path) {
+                return area(cut(looks::mapped(around(path.vertices_at(frame)), place), view));
+            };
+            double left = seen(first);
+            for (const PathProperty& cover : covers) left -= seen(cover);
             return left > kEdge * u_.stack().width;
         });
     }
@@ -223,8 +232,16 @@ class Covering::Reader {
 };
 
 Covering::Covering(Unnesting& u) : ends_at_frame_(u.inside().size()) {
+    const Property& opacity = u.nest().transform().opacity;
     // What a nest with masks or a matte of its own leaves of its layers is told otherwise.
-    if (u.nest().has_masks || u.stack().matte(u.nest_place()) || u.nest().transform().opacity.has_expression()) return;
+    if (u.nest().has_masks || u.stack().matte(u.nest_place()) || opacity.has_expression() ||
+        !u.stack_survey().has_reliable_placement(u.nest_place())) {
+        return;
+    }
+    const bool fades = std::any_of(u.nest_frames().begin(), u.nest_frames().end(), [&](double frame) {
+        return opacity.at(frame)[0] > 0 && opacity.at(frame)[0] < 100;
+    });
+    if (!fades) return;
     Reader reader(u, *this);
     for (const Copy& copy : u.copies()) reader.read(copy);
 }
