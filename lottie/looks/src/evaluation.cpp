@@ -116,6 +116,12 @@ bool Evaluation::may_overlap(const std::string& composition, std::size_t a, std:
     return may_show_through(first, all.reach_in_stack(b, frame));
 }
 
+bool Evaluation::is_large_fade(const std::string& composition, std::size_t nest, double frame) {
+    Survey& stack = survey(composition);
+    return looks::is_large_fade(stack, nest, survey(stack.stack().layer(nest).source), frame,
+                                inner_frame(composition, nest, frame));
+}
+
 bool Evaluation::is_on(const std::string& composition, std::size_t layer, double frame) {
     return survey(composition).stack().layer(layer).is_on(frame);
 }

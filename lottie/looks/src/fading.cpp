@@ -67,12 +67,11 @@ Fading fading_at(Unnesting& u, std::size_t frame_index, double unseen_before) {
     const double opacity = u.nest().transform().opacity.at(outer_frame)[0] / 100;
     const Matrix place = u.stack_placement().world(u.nest_place(), outer_frame);
     const Hull view = hull_of(Box{0, 0, u.stack().width, u.stack().height});
-    double covered = 0;
     bool is_any_cut = false;
     FadingSum sum;
     std::vector<SeenLayer> above;
     for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
-        if (!is_seen(u, inner, frame)) continue;
+        if (!is_seen(u.inside().layer(inner), frame)) continue;
         const Hull hull = u.inside_survey().reach_in_stack(inner, frame);
         const Hull seen = cut(mapped(hull, place), view);
         if (area(seen) <= 0) continue;
@@ -92,16 +91,13 @@ Fading fading_at(Unnesting& u, std::size_t frame_index, double unseen_before) {
             }
         }
         if (const Fading so_far = sum.total(); so_far.loss != FadeLoss::none) return so_far;
-        covered += area(seen);
         above.push_back({inner, seen});
     }
     if (is_any_cut) sum.add(FadeLoss::seams, seam_share(u, above, outer_frame, unseen_before));
     const Fading total = sum.total();
     if (total.loss != FadeLoss::none) return total;
-    if (covered > 0 && is_scattered(u, frame)) return {FadeLoss::scattered};
-    // The nest's own matte hides what lies beyond it.
-    covered = std::min(covered, area(u.stack_survey().reach_in_stack(u.nest_place(), outer_frame)));
-    const bool is_large = covered > kLargeShare * u.stack().width * u.stack().height;
+    if (!above.empty() && is_scattered(u, frame)) return {FadeLoss::scattered};
+    const bool is_large = is_large_fade(u.stack_survey(), u.nest_place(), u.inside_survey(), outer_frame, frame);
     return {is_large ? FadeLoss::rounding : FadeLoss::none, total.unseen};
 }
 
@@ -111,7 +107,7 @@ bool is_any_led(Unnesting& u, double frame) {
     bool is_any = false;
     u.comparison().spend(u.inside().size());
     for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
-        if (!is_seen(u, inner, frame)) continue;
+        if (!is_seen(u.inside().layer(inner), frame)) continue;
         ++seen;
         is_any = is_any || u.inside_survey().is_drawn_otherwise(inner);
     }
@@ -127,6 +123,20 @@ bool may_show_through(const Hull& a, const Hull& b) {
     return !is_apart && area(cut(a, b)) > kSmallOverlap;
 }
 
+bool is_large_fade(Survey& stack, std::size_t nest, Survey& inside, double frame, double inner_frame) {
+    const Matrix place = stack.placement().world(nest, frame);
+    const Hull view = hull_of(Box{0, 0, stack.stack().width, stack.stack().height});
+    double covered = 0;
+    for (std::size_t layer = 0; layer < inside.stack().size(); ++layer) {
+        if (!is_seen(inside.stack().layer(layer), inner_frame)) continue;
+        stack.spend(kStepsPerOutline);
+        covered += area(cut(mapped(inside.reach_in_stack(layer, inner_frame), place), view));
+    }
+    // The nest's own matte hides what lies beyond it.
+    covered = std::min(covered, area(stack.reach_in_stack(nest, frame)));
+    return covered > kLargeShare * area(view);
+}
+
 FadeLoss fade_loss(Unnesting& u) {
     const Property& nest = u.nest().transform().opacity;
     if (nest.has_expression()) return FadeLoss::not_taken;
@@ -140,7 +150,7 @@ FadeLoss fade_loss(Unnesting& u) {
         for (const Copy& copy : u.copies()) {
             const Property& own = u.inner(copy).transform().opacity;
             const Property& now = u.copied(copy).transform().opacity;
-            if (!is_seen(u, copy.inner, inner_frame) || !u.copied(copy).is_on(frame)) continue;
+            if (!is_seen(u.inner(copy), inner_frame) || !u.copied(copy).is_on(frame)) continue;
             if (own.has_expression() || now.has_expression()) return FadeLoss::not_taken;
             if (std::abs(own.at(inner_frame)[0] * of_nest / 100 - now.at(frame)[0]) > kSameOpacity)
                 return FadeLoss::not_taken;

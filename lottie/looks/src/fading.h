@@ -18,6 +18,10 @@ enum class FadeLoss {
 };
 FadeLoss fade_loss(Unnesting& unnesting);
 
+// Whether the layers of a nest take so much of the picture that it tells how players round them: one by one, or as a
+// group. At a frame of the nest's stack, which is that frame inside.
+bool is_large_fade(Survey& stack, std::size_t nest, Survey& inside, double frame, double inner_frame);
+
 // Whether of two pictures that reach so far the lower one may show through the upper one while they fade.
 bool may_show_through(const Hull& a, const Hull& b);
 

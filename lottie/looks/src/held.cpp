@@ -66,7 +66,7 @@ bool holds_effects(Unnesting& u) {
         std::size_t seen = 0;
         u.comparison().spend(u.inside().size());
         for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
-            if (!is_seen(u, inner, inner_frame)) continue;
+            if (!is_seen(u.inside().layer(inner), inner_frame)) continue;
             if (++seen > 1 || !is_whole_and_plain(u, inner, inner_frame)) return false;
         }
     }

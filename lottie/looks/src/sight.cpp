@@ -19,8 +19,7 @@ bool is_outside(const Hull& hull, double width, double height) {
 
 }  // namespace
 
-bool is_seen(const Unnesting& u, std::size_t inner, double frame) {
-    const SceneLayer& layer = u.inside().layer(inner);
+bool is_seen(const SceneLayer& layer, double frame) {
     return layer.draws() && layer.is_on(frame) && !layer.transform().opacity.is_nothing_at(frame);
 }
 

@@ -6,8 +6,8 @@
 
 namespace lottie::looks {
 
-// Whether a layer inside is drawn at a frame of its composition, and not transparent by itself.
-bool is_seen(const Unnesting& u, std::size_t inner, double frame);
+// Whether a layer is drawn at a frame of its composition, and not transparent by itself.
+bool is_seen(const SceneLayer& layer, double frame);
 
 // Whether an expression alone says where the layer lies: nothing else moves it, and it gives the same whatever value
 // the position holds.

@@ -26,13 +26,14 @@ class Overlap {
           around_(unnested.composition()),
           inside_(nest.source) {}
 
-    // False if one of them cannot be told, or cannot be taken away.
+    // False if one of them cannot be told, or cannot be taken away, or if nothing helps.
     bool find_covers() {
         const auto frames = evaluation_.frames(around_, nest_.facts().in.value_or(0), nest_.facts().out.value_or(0));
         for (const double frame : frames) {
             const double opacity = evaluation_.opacity(around_, nest_.place, frame);
             if (opacity <= 0 || opacity >= 100) continue;
-            if (!find_covers_at(evaluation_.inner_frame(around_, nest_.place, frame)) ||
+            if (evaluation_.is_large_fade(around_, nest_.place, frame) ||
+                !find_covers_at(evaluation_.inner_frame(around_, nest_.place, frame)) ||
                 count_ * frames.size() > kMostCoversByFrames) {
                 return false;
             }

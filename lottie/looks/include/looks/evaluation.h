@@ -54,6 +54,8 @@ class Evaluation {
     std::vector<PlanePoint> reach(const std::string& composition, std::size_t layer, double frame);
     // Whether two layers are seen at a frame, and so near that their pictures may lie over one another.
     bool may_overlap(const std::string& composition, std::size_t a, std::size_t b, double frame);
+    // Whether a nest covers so much of the picture at a frame that its layers cannot fade one by one there.
+    bool is_large_fade(const std::string& composition, std::size_t nest, double frame);
     bool is_on(const std::string& composition, std::size_t layer, double frame);
     // Percent, its own alone; expressions left aside.
     double opacity(const std::string& composition, std::size_t layer, double frame);
