@@ -192,10 +192,11 @@ void CompositionWork::work(const std::set<std::size_t>& places, bool goes_deeper
             return;
         }
         if (stack_ == before) return;
-        // What stayed is tried again: the layer that kept it may be gone now.
+        // What stayed is tried again where the layer that kept it may be gone now.
         Layers next;
         for (const Workbench::Nest& nest : state_.bench.nests(composition_)) {
             const std::size_t layer = stack_[nest.place];
+            if (stays_.contains(layer)) continue;
             if (layers.contains(layer) || (goes_deeper && layer >= first_new)) next.insert(layer);
         }
         layers = std::move(next);
@@ -285,6 +286,7 @@ void CompositionWork::un_nest(Layers layers) {
         }
         for (const auto& [layer, refusal] : refused) {
             keep(layer, refusal.reason);
+            if (refusal.stands_alone) stays_.insert(layer);
             layers.erase(layer);
         }
     }

@@ -107,6 +107,7 @@ class CompositionWork {
     std::vector<std::size_t> stack_;                         // as it is now
     std::unordered_map<std::size_t, std::size_t> place_of_;  // in it
     std::size_t next_layer_;
+    Layers stays_;                  // whatever else is un-nested
     std::shared_ptr<Stage> stage_;  // of the stack as it is now; null until something is tried
 };
 
