@@ -80,6 +80,12 @@ TEST(Hull, SumWithNothingIsNothing) {
     EXPECT_TRUE(sum({}, regular(4, 1)).empty());
 }
 
+TEST(Hull, SumOfNumbersTooLargeToMultiplyEnds) {
+    const Hull far = {{0, -1e200}, {1e200, 0}, {0, 1e200}, {-1e200, 0}};
+    EXPECT_LE(sum(far, far).size(), 8U);
+    EXPECT_LE(sum(far, {{-1e200, 0}, {1e308, 1e308}}).size(), 6U);
+}
+
 // Rounding turns the side between two corners that are one anywhere.
 TEST(Hull, CutsWithNoSideThatIsAPoint) {
     const Hull square = {{0, 0}, {10, 0}, {10, 10}, {10 - 1e-15, 10 + 1e-14}, {10, 10 + 2e-14}, {0, 10}};

@@ -163,7 +163,7 @@ Hull sum(const Hull& a, const Hull& b) {
         const Point next_p = a[(first_a + i + 1) % a.size()];
         const Point next_q = b[(first_b + k + 1) % b.size()];
         const double turn = (next_p.x - p.x) * (next_q.y - q.y) - (next_p.y - p.y) * (next_q.x - q.x);
-        const bool is_a_next = k == b.size() || (i < a.size() && turn >= 0);
+        const bool is_a_next = k == b.size() || (i < a.size() && !(turn < 0));  // it may be no number
         const bool is_b_next = i == a.size() || (k < b.size() && turn <= 0);
         i += is_a_next ? 1 : 0;
         k += is_b_next ? 1 : 0;
