@@ -35,14 +35,6 @@ bool is_shaped(Json::ConstArray items) {
     });
 }
 
-bool has_expressed_path(Json::ConstArray items) {
-    return std::any_of(items.begin(), items.end(), [](const Json& item) {
-        const std::string kind = text_member(item, "ty");
-        return kind == "gr" ? has_expressed_path(array_member(item, "it"))
-                            : kind == "sh" && has_expression(member(item, "ks"));
-    });
-}
-
 // Those of the transform that move the layer.
 std::vector<Expression> moving_expressions(const SceneLayer& layer) {
     std::vector<Expression> moving;
@@ -70,14 +62,6 @@ Hull turned_around(const Hull& hull) {
         around.push_back({outer * std::cos(angle), outer * std::sin(angle)});
     }
     return around;
-}
-
-// Every path that a layer draws, as expressions read it: without the transforms of the groups around it.
-void find_paths(Json::ConstArray items, std::vector<PathProperty>& paths) {
-    for (const Json& item : items) {
-        if (text_member(item, "ty") == "gr") find_paths(array_member(item, "it"), paths);
-        if (text_member(item, "ty") == "sh") paths.emplace_back(member(item, "ks"));
-    }
 }
 
 }  // namespace
@@ -153,10 +137,8 @@ std::optional<ExpressionReach::Led> ExpressionReach::find_leader(std::string_vie
         if (!place) return std::nullopt;
         const auto moving = moving_expressions(stack_.layer(*place));
         if (leader->by != Leader::By::position || moving.empty()) {
-            Led led{*place, *leader, {}};
-            if (!is_led_for_certain(led)) return std::nullopt;
-            if (leader->by == Leader::By::path) find_paths(stack_.layer(*place).array("shapes"), led.paths);
-            return led;
+            const Led led{*place, *leader};
+            return is_led_for_certain(led) ? std::optional(led) : std::nullopt;
         }
         const auto position =
             std::find_if(moving.begin(), moving.end(), [](const Expression& one) { return one.property == "ks.p"; });
@@ -169,7 +151,7 @@ std::optional<ExpressionReach::Led> ExpressionReach::find_leader(std::string_vie
 bool ExpressionReach::is_led_for_certain(const Led& led) const {
     if (led.leader.by == Leader::By::position) return true;
     if (!survey_.has_reliable_placement(led.layer)) return false;
-    return led.leader.by == Leader::By::point || !has_expressed_path(stack_.layer(led.layer).array("shapes"));
+    return led.leader.by == Leader::By::point || survey_.box_around_paths(led.layer, 0);
 }
 
 std::optional<Hull> ExpressionReach::at(double frame) {
@@ -229,8 +211,7 @@ Hull ExpressionReach::led_positions(double frame) {
     }
     const Matrix& world = survey_.placement().world(led_->layer, frame);
     if (led_->leader.by == Leader::By::point) return {world.map(Point{led_->leader.point[0], led_->leader.point[1]})};
-    Box box = kNoBox;
-    for (const PathProperty& path : led_->paths) path.take_into(box, frame);
+    const Box box = survey_.box_around_paths(led_->layer, frame).value_or(kNoBox);
     const Hull corners = {{box.left, box.top}, {box.right, box.top}, {box.right, box.bottom}, {box.left, box.bottom}};
     return mapped(corners, world);
 }

@@ -4,10 +4,8 @@
 
 #include <optional>
 #include <string_view>
-#include <vector>
 
 #include "expression_point.h"
-#include "path.h"
 #include "survey.h"
 
 namespace lottie::looks {
@@ -34,7 +32,6 @@ class ExpressionReach {
     struct Led {
         std::size_t layer;
         Leader leader;
-        std::vector<PathProperty> paths;
     };
     enum class Kind { unknown, as_stored, loop, placed };
 

@@ -17,7 +17,8 @@ constexpr std::size_t kMostLevels = 16;             // of nests within nests; wh
 constexpr std::size_t kMostReaches = 4096;          // that are kept of one composition
 constexpr std::size_t kMostKeptPoints = 2'000'000;  // of layers that move in themselves: 32 MB
 constexpr std::size_t kPointsPerReach = 5;          // what it takes to keep one
-constexpr std::size_t kPointsPerAnswer = 3;         // or whether one lies within a box
+constexpr std::size_t kPointsPerBox = 4;
+constexpr std::size_t kPointsPerAnswer = 3;  // or whether one lies within a box
 
 bool is_mask_animated(const SceneLayer& layer) {
     return std::any_of(layer.masks().begin(), layer.masks().end(),
@@ -251,6 +252,18 @@ bool Survey::nest_stands_still(const SceneLayer& nest) {
         if (layer.in > std::min(from, to) || layer.out < std::max(from, to) || !in->reach_stands_still(i)) return false;
     }
     return true;
+}
+
+std::optional<Box> Survey::box_around_paths(std::size_t place, double frame) {
+    About& about = about_[place];
+    if (!about.paths) about.paths.emplace(stack_->layer(place).array("shapes"));
+    if (about.paths->is_any_expressed()) return std::nullopt;
+    const double at = about.paths->is_any_animated() ? frame : 0;
+    const auto known = about.boxes_around_paths.find(at);
+    if (known != about.boxes_around_paths.end()) return known->second;
+    const Box box = about.paths->around(at, work_);
+    if (takes_room(kPointsPerBox)) about.boxes_around_paths.emplace(at, box);
+    return box;
 }
 
 bool Survey::reach_stands_still(std::size_t place) {

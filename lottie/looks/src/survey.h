@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "drawn_paths.h"
 #include "hull.h"
 #include "looks/work.h"
 #include "palette.h"
@@ -41,6 +42,8 @@ class Survey {
     const Hull& reach(std::size_t layer, double frame);
     // Around all that reach() can be, found with little work; masks left aside. Nothing where it cannot be told so.
     std::optional<Box> box_around_reach(std::size_t layer, double frame);
+    // Around the layer's paths as expressions read them, however many ask; nothing if an expression gives one of them.
+    std::optional<Box> box_around_paths(std::size_t layer, double frame);
     // What reach() says in the coordinates of the stack, parents and a matte taken into account; nothing when it is off
     // or transparent then.
     const Hull& reach_in_stack(std::size_t layer, double frame);
@@ -91,8 +94,10 @@ class Survey {
         Hull own_reach;
         Hull reach;
         std::unordered_map<double, Hull> kept_reaches;  // of own_reach, by frame
-        Box box;                                        // that was asked for last
-        std::unordered_map<double, bool> lies_within;   // of it, by frame
+        std::optional<DrawnPaths> paths;
+        std::unordered_map<double, Box> boxes_around_paths;  // by frame; one if they stand still
+        Box box;                                             // that was asked for last
+        std::unordered_map<double, bool> lies_within;        // of it, by frame
     };
 
     bool own_reach_stands_still(std::size_t layer);
