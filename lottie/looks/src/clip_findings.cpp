@@ -151,7 +151,7 @@ Worst search(Unnesting& u) {
     return worst;
 }
 
-// The part of the outer composition that the nest's frame leaves out.
+// Whether the nest's frame leaves out a part of the outer composition.
 bool is_anything_cut(const Unnesting& u, double frame) {
     constexpr double kEdge = 0.5;  // square pixels
     if (u.stack_survey().is_seen_in_depth(u.nest_place()) || u.stack_survey().is_led(u.nest_place())) return true;
@@ -160,14 +160,21 @@ bool is_anything_cut(const Unnesting& u, double frame) {
     return area(cut(view, mapped(inner_frame, u.stack_placement().world(u.nest_place(), frame)))) < area(view) - kEdge;
 }
 
-// The first frame at which an expression may move or grow a layer over the edge.
-std::optional<double> first_led_over_the_edge(Unnesting& u, std::size_t inner) {
+std::vector<double> frames_that_cut(const Unnesting& u) {
+    std::vector<double> frames;
+    std::copy_if(u.nest_frames().begin(), u.nest_frames().end(), std::back_inserter(frames),
+                 [&u](double frame) { return is_anything_cut(u, frame); });
+    return frames;
+}
+
+// The first of the frames at which an expression may move or grow a layer over the edge.
+std::optional<double> first_led_over_the_edge(Unnesting& u, std::size_t inner, const std::vector<double>& frames) {
     ExpressionReach reaches(u.inside_survey(), inner);
-    for (const double frame : u.nest_frames()) {
+    for (const double frame : frames) {
         u.comparison().spend(1);
         const double at = u.inner_frame(frame);
         const SceneLayer& layer = u.inside().layer(inner);
-        if (!layer.is_on(at) || layer.transform().opacity.is_nothing_at(at) || !is_anything_cut(u, frame)) continue;
+        if (!layer.is_on(at) || layer.transform().opacity.is_nothing_at(at)) continue;
         const auto reach = reaches.at(at);
         if (!reach || overhang(u, *reach, frame).width > sliver(u.stack())) return frame;
     }
@@ -176,11 +183,13 @@ std::optional<double> first_led_over_the_edge(Unnesting& u, std::size_t inner) {
 
 // Whether there is something to say.
 bool find_led_layers(Unnesting& u) {
+    std::optional<std::vector<double>> frames;
     for (const Copy& copy : u.copies()) {
         if (!u.inner(copy).draws() || u.held_cut().frame[copy.inner] ||
             !u.inside_survey().is_drawn_otherwise(copy.inner))
             continue;
-        const auto frame = first_led_over_the_edge(u, copy.inner);
+        if (!frames) frames = frames_that_cut(u);
+        const auto frame = first_led_over_the_edge(u, copy.inner, *frames);
         if (!frame) continue;
         u.add({Reason::clip, Weight::change,
                "an expression may draw layer " + quoted(u.inner(copy).name) + " over the edge of the nest's frame (" +

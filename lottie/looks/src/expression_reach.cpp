@@ -12,7 +12,8 @@ namespace lottie::looks {
 namespace {
 
 constexpr double kMostLooks = 60;  // at what a loop plays
-constexpr int kMostLeaders = 4;    // that lead one another
+constexpr std::size_t kStepsPerTransform = 10;
+constexpr int kMostLeaders = 4;  // that lead one another
 
 bool has_expression(const Json* property) {
     if (property == nullptr || !property->IsObject()) return false;
@@ -111,6 +112,7 @@ void ExpressionReach::find_place() {
 // Where all that moves the layer, and what it hangs on, plays the same times again and again.
 std::optional<ExpressionReach::Loop> ExpressionReach::find_loop() const {
     std::optional<Loop> loop;
+    bool is_all = true;
     for (std::optional<std::size_t> at = place_; at; at = stack_.parent(*at)) {
         survey_.spend(1);
         const auto moving = moving_expressions(stack_.layer(*at));
@@ -119,12 +121,14 @@ std::optional<ExpressionReach::Loop> ExpressionReach::find_loop() const {
         if (!is_known || !is_flat(stack_.layer(*at))) return std::nullopt;
         const Transform& t = stack_.layer(*at).transform();
         for (const Property* property : {&t.anchor, &t.position, &t.scale, &t.rotation}) {
+            is_all = is_all && (property->has_expression() || !property->is_animated());
             if (!property->has_expression() || property->key_times().empty()) continue;
             const Loop own{property->key_times().front(), property->key_times().back()};
             if (loop && (loop->first != own.first || loop->last != own.last)) return std::nullopt;
             loop = own;
         }
     }
+    if (loop) loop->is_all = is_all;
     return loop;
 }
 
@@ -169,18 +173,20 @@ std::optional<Hull> ExpressionReach::at(double frame) {
 
 Hull ExpressionReach::in_loop(double frame) {
     const Hull& own = survey_.reach(place_, frame);
+    if (loop_.is_all && own == looped_) return loop_reach_;
     const double looks = std::clamp(std::ceil(loop_.last - loop_.first), 1.0, kMostLooks);
     std::vector<Point> points;
     for (double i = 0; i <= looks; ++i) {
         const double led = loop_.first + (loop_.last - loop_.first) * i / looks;
         Hull hull = own;
         for (std::optional<std::size_t> at = place_; at; at = stack_.parent(*at)) {
-            survey_.spend(1 + own.size());
+            survey_.spend(kStepsPerTransform + own.size());
             hull = mapped(hull, stack_.layer(*at).transform().at(frame, led));
         }
         points.insert(points.end(), hull.begin(), hull.end());
     }
-    return hull_of(std::move(points));
+    looped_ = own;
+    return loop_reach_ = hull_of(std::move(points));
 }
 
 Hull ExpressionReach::where_placed(double frame) {

@@ -27,6 +27,7 @@ class ExpressionReach {
     struct Loop {
         double first;
         double last;
+        bool is_all = true;  // that moves: at any frame the layer reaches all that it ever does
     };
     // Where a position lies: on a path of a layer, or at one of its points, or at its position.
     struct Led {
@@ -49,6 +50,8 @@ class ExpressionReach {
     std::size_t place_;
     Kind kind_ = Kind::unknown;
     Loop loop_{};
+    Hull looped_;  // the layer itself, and its reach in the loop
+    Hull loop_reach_;
     bool is_turned_ = false;
     std::optional<Led> led_;
     std::optional<SpelledPoint> spelled_;

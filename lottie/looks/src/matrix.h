@@ -8,6 +8,8 @@ namespace lottie::looks {
 struct Point {
     double x = 0;
     double y = 0;
+
+    friend bool operator==(const Point&, const Point&) = default;
 };
 
 class Matrix {
