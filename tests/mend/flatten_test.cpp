@@ -67,9 +67,9 @@ TEST(Flatten, what_keeps_a_nest_that_fades_is_told) {
         return solid(ind, "square", 15, 15, "#0000ff", {{"ks", at(at_both, at_both)}});
     };
     std::vector<std::string> stripes;
-    for (int i = 0; i < 45; ++i)
-        stripes.push_back(solid(1 + i, "stripe", 1, 10, "#000000", {{"ks", at(10 + 1.5 * i, 20)}}));
-    stripes.push_back(solid(50, "white", 70, 8, "#ffffff", {{"ks", at(9, 21)}}));
+    for (int i = 0; i < 30; ++i)
+        stripes.push_back(solid(1 + i, "stripe", 1, 6, "#000000", {{"ks", at(10 + 1.5 * i, 20)}}));
+    stripes.push_back(solid(50, "white", 46, 5, "#ffffff", {{"ks", at(9, 20.5)}}));
     told({solid(1, "faded", 15, 15, "#0000ff", {{"ks", transform({{"p", still("[20,20,0]")}, {"o", still("50")}})}}),
           square(2, 30)},
          "layers that lie over one another show through");
@@ -78,6 +78,9 @@ TEST(Flatten, what_keeps_a_nest_that_fades_is_told) {
          "the layers lie so far apart that some players draw them blurred as a group and sharp by themselves");
     told({red({{"ks", at(0, 0)}}), solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(45, 45)}})},
          "the layers are so large that what players round shows");
+    // Masks would not help these, and are not tried.
+    told({red({{"ks", at(0, 0)}}), solid(2, "blue", 40, 40, "#0000ff", {{"ks", at(20, 20)}})},
+         "layers that lie over one another show through");
     told({square(1, 20), square(2, 60)}, "some players draw what is black or nearly so darker without the group",
          "#000000");
 }
