@@ -3,6 +3,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
+#include <new>
+
 #include "animations.h"
 
 namespace {
@@ -13,11 +16,15 @@ using lottie::looks::Values;
 struct Read {
     explicit Read(const std::string& json) { document.Parse(json.c_str()); }
     Property property(const Values& missing = {}) const { return Property(&document, missing); }
-    rapidjson::Document document;
+    lottie::looks::JsonDocument document;
 };
 
 std::string eased_keys(const std::string& ease, const std::string& values) {
     return R"({"a":1,"k":[{"t":10,"s":[0],)" + ease + "},{" + values + R"("t":20,"s":[100]}]})";
+}
+
+TEST(Property, values_that_find_no_memory_are_an_error) {
+    EXPECT_THROW(lottie::looks::JsonPool().Malloc(PTRDIFF_MAX), std::bad_alloc);
 }
 
 TEST(Property, a_static_value_is_a_number_or_an_array) {

@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/json_memory.h"
 #include "base/unicode.h"
 #include "cli/shared/failure.h"
 
@@ -43,8 +44,10 @@ class JsonWriter {
     std::string text() const;
 
   private:
-    rapidjson::StringBuffer buffer_;
-    rapidjson::PrettyWriter<rapidjson::StringBuffer> writer_{buffer_};
+    using Memory = host::base::JsonMemory;
+    using Buffer = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, Memory>;
+    Buffer buffer_;
+    rapidjson::PrettyWriter<Buffer, rapidjson::UTF8<>, rapidjson::UTF8<>, Memory> writer_{buffer_};
 };
 
 // "error", and if known "line" and "column".

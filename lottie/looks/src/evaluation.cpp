@@ -83,8 +83,9 @@ PlaneMap Evaluation::place(const std::string& composition, std::size_t layer, do
 std::optional<Evaluation::Outline> Evaluation::only_outline(const std::string& composition, std::size_t layer) {
     const auto outline = one_outline(survey(composition).stack().layer(layer));
     if (!outline) return std::nullopt;
-    rapidjson::StringBuffer text;
-    rapidjson::Writer<rapidjson::StringBuffer> writer(text);
+    using Text = rapidjson::GenericStringBuffer<rapidjson::UTF8<>, host::base::JsonMemory>;
+    Text text;
+    rapidjson::Writer<Text, rapidjson::UTF8<>, rapidjson::UTF8<>, host::base::JsonMemory> writer(text);
     outline->path->Accept(writer);
     return Outline{{text.GetString(), text.GetSize()}, plane(outline->place), outline->is_closed};
 }
@@ -143,7 +144,7 @@ struct MovingPath::State {
     State(std::shared_ptr<const SceneLayer> its_layer, OneOutline its_outline)
         : layer(std::move(its_layer)), outline(std::move(its_outline)), path(outline.path) {}
 
-    rapidjson::Document json;
+    JsonDocument json;
     std::shared_ptr<const SceneLayer> layer;  // what the outline lies in
     OneOutline outline{};
     std::optional<PathProperty> path;

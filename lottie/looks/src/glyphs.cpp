@@ -10,8 +10,8 @@
 namespace lottie::looks {
 namespace {
 
-rapidjson::Document parsed(std::string_view text) {
-    rapidjson::Document json;
+JsonDocument parsed(std::string_view text) {
+    JsonDocument json;
     if (text.empty()) return json;
     json.Parse(text.data(), text.size());
     if (json.HasParseError()) throw std::runtime_error("the animation cannot be read");
@@ -33,10 +33,10 @@ void add_points(const Json& shape, std::vector<Point>& points) {
 }  // namespace
 
 Glyphs::Glyphs(std::string_view letters, std::string_view fonts) {
-    const rapidjson::Document list = parsed(fonts);
+    const JsonDocument list = parsed(fonts);
     for (const Json& font : array_member(list, "list"))
         faces_[text_member(font, "fName")] = {text_member(font, "fFamily"), text_member(font, "fStyle")};
-    const rapidjson::Document all = parsed(letters);
+    const JsonDocument all = parsed(letters);
     for (const Json& letter : elements(&all)) {
         const Json* data = member(letter, "data");
         if (data == nullptr || member(*data, "refId") != nullptr) continue;

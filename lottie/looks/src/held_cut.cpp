@@ -57,14 +57,14 @@ class HeldCutFinder {
     explicit HeldCutFinder(Unnesting& u) : u_(u) {
         const double w = u.nest().width;
         const double h = u.nest().height;
-        rapidjson::Value vertices(rapidjson::kArrayType);
+        Json vertices(rapidjson::kArrayType);
         auto& pool = frame_json_.GetAllocator();
         for (const Point corner : {Point{0, 0}, Point{w, 0}, Point{w, h}, Point{0, h}}) {
-            rapidjson::Value point(rapidjson::kArrayType);
+            Json point(rapidjson::kArrayType);
             point.PushBack(corner.x, pool).PushBack(corner.y, pool);
             vertices.PushBack(point, pool);
         }
-        rapidjson::Value path(rapidjson::kObjectType);
+        Json path(rapidjson::kObjectType);
         path.AddMember("v", vertices, pool).AddMember("c", true, pool);
         frame_json_.SetObject().AddMember("k", path, pool);
         if (u.nest().has_masks) {
@@ -381,7 +381,7 @@ class HeldCutFinder {
     }
 
     Unnesting& u_;
-    rapidjson::Document frame_json_;
+    JsonDocument frame_json_;
     NeededMasks cutters_;
     std::optional<std::size_t> matte_;  // the layer of the stack that is among the cutters
     std::optional<OneOutline> matte_outline_;

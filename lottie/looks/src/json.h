@@ -6,9 +6,13 @@
 #include <string>
 #include <string_view>
 
+#include "base/json_memory.h"
+
 namespace lottie::looks {
 
-using Json = rapidjson::Value;
+using JsonPool = rapidjson::MemoryPoolAllocator<host::base::JsonMemory>;
+using Json = rapidjson::GenericValue<rapidjson::UTF8<>, JsonPool>;
+using JsonDocument = rapidjson::GenericDocument<rapidjson::UTF8<>, JsonPool, host::base::JsonMemory>;
 
 // Null when `object` is no object or has no such member.
 const Json* member(const Json& object, const char* name);

@@ -53,7 +53,7 @@ const Json& LayerPart::json() const {
         constexpr unsigned kFlags = rapidjson::kParseIterativeFlag | rapidjson::kParseFullPrecisionFlag |
                                     rapidjson::kParseStopWhenDoneFlag;  // at the bracket that ends the text
         rapidjson::StringStream stream(text_.data());
-        rapidjson::Document document(&arena_->values);
+        JsonDocument document(&arena_->values);
         document.ParseStream<kFlags>(stream);
         if (document.HasParseError()) throw std::runtime_error("the animation cannot be read");
         json_.emplace();

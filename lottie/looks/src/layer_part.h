@@ -1,8 +1,6 @@
 // A member of a layer that holds more than one value, read when somebody asks for it.
 #pragma once
 
-#include <rapidjson/document.h>
-
 #include <deque>
 #include <memory>
 #include <optional>
@@ -22,7 +20,7 @@ struct Expression {
 
 // Where the values that are read lie, and texts that nobody else keeps.
 struct Arena {
-    rapidjson::MemoryPoolAllocator<> values;
+    JsonPool values;
     std::deque<std::string> texts;
 };
 

@@ -58,7 +58,7 @@ struct Figure {
 };
 
 // A closed path; the handle before each vertex is opposite to the one behind it.
-Json path_of(const Figure& figure, rapidjson::Document::AllocatorType& pool) {
+Json path_of(const Figure& figure, JsonPool& pool) {
     constexpr double kRound = 0.5519;  // of the radius: the handles of a quarter of a circle, as players draw it
     const auto points = [&pool](std::array<Point, 4> all, double factor, Point middle) {
         Json list(rapidjson::kArrayType);
@@ -97,7 +97,7 @@ bool has_one_ease(const Json& key) {
 
 // The figure at all the sizes of a keyframed property; nothing if a path cannot go from one to the next as it does.
 std::optional<OneOutline> growing(const Figure& figure, const Json& sizes) {
-    auto made = std::make_shared<rapidjson::Document>(rapidjson::kObjectType);
+    auto made = std::make_shared<JsonDocument>(rapidjson::kObjectType);
     auto& pool = made->GetAllocator();
     Json keys(rapidjson::kArrayType);
     for (const Json& key : array_member(sizes, "k")) {
@@ -125,7 +125,7 @@ std::optional<OneOutline> growing(const Figure& figure, const Json& sizes) {
 }
 
 OneOutline standing(const Figure& figure) {
-    auto made = std::make_shared<rapidjson::Document>(rapidjson::kObjectType);
+    auto made = std::make_shared<JsonDocument>(rapidjson::kObjectType);
     auto& pool = made->GetAllocator();
     made->AddMember("a", 0, pool).AddMember("k", path_of(figure, pool), pool);
     return {made.get(), {}, true, made};

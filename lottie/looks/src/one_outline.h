@@ -1,12 +1,11 @@
 // Layers whose picture is one area within a hard edge, as mattes mostly are.
 #pragma once
 
-#include <rapidjson/document.h>
-
 #include <memory>
 #include <optional>
 #include <vector>
 
+#include "json.h"
 #include "layer.h"
 #include "matrix.h"
 
@@ -16,7 +15,7 @@ struct OneOutline {
     const Json* path = nullptr;  // a path property
     Matrix place;                // from its coordinates to the layer's
     bool is_closed = true;
-    std::shared_ptr<const rapidjson::Document> made = nullptr;  // what the path lies in if the file has no such path
+    std::shared_ptr<const JsonDocument> made = nullptr;  // what the path lies in if the file has no such path
 };
 
 using Outlines = std::vector<OneOutline>;

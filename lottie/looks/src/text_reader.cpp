@@ -1,13 +1,12 @@
 // Walking through JSON text without making values of it: whoever wants a value reads its piece.
 #include "text_reader.h"
 
-#include <rapidjson/document.h>
-
 #include <cstring>
 #include <stdexcept>
 
 #include "base/json_marks.h"
 #include "base/number_text.h"
+#include "json.h"
 
 namespace lottie::looks {
 namespace {
@@ -151,7 +150,7 @@ double number_of(std::string_view text, double missing) {
 std::string string_of(std::string_view text) {
     if (text.size() < 2 || text.front() != '"') return {};
     if (text.find('\\') == std::string_view::npos) return std::string(text.substr(1, text.size() - 2));
-    rapidjson::Document decoded;
+    JsonDocument decoded;
     decoded.Parse(text.data(), text.size());
     return decoded.IsString() ? std::string(decoded.GetString(), decoded.GetStringLength()) : std::string();
 }

@@ -3,6 +3,7 @@
 
 #include <rapidjson/reader.h>
 
+#include "base/json_memory.h"
 #include "document/json_tree.h"
 #include "read/scanner.h"
 #include "shared/layer_types.h"
@@ -35,7 +36,7 @@ bool is_flat_animation(const std::string& text) {
     if (start == std::string::npos || text.size() > kMaxTextSize) return false;
     ScanStream stream(text.c_str(), text.c_str() + start);
     DepthLimit limit;
-    rapidjson::Reader reader;
+    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, host::base::JsonMemory> reader;
     const auto result = reader.Parse<kScanFlags | rapidjson::kParseValidateEncodingFlag>(stream, limit);
     if (result.IsError() || stream.Tell() != text.size()) return false;
     const JsonTree tree(text, {static_cast<std::uint32_t>(start), static_cast<std::uint32_t>(text.size())});

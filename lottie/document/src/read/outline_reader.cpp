@@ -3,6 +3,7 @@
 
 #include <rapidjson/reader.h>
 
+#include "base/json_memory.h"
 #include "document/json_text.h"
 #include "read/scanner.h"
 #include "shared/refuse.h"
@@ -70,7 +71,7 @@ DocumentOutline read_outline(const std::string& text) {
     outline.comps.emplace_back();
     ScanStream stream(text.c_str(), text.c_str() + start);
     Scanner scanner(text, stream, outline);
-    rapidjson::Reader reader;
+    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, host::base::JsonMemory> reader;
     // Recursion in the reader is bounded: the scanner throws at a depth of kMaxNesting.
     const auto result = reader.Parse<kScanFlags | rapidjson::kParseValidateEncodingFlag>(stream, scanner);
     if (result.IsError()) refuse_json(text, result.Offset(), result.Code());

@@ -7,6 +7,7 @@
 #include <array>
 #include <string_view>
 
+#include "base/json_memory.h"
 #include "read/scan_stream.h"
 #include "read/scanner.h"
 
@@ -56,7 +57,8 @@ bool looks_like_animation(const std::string& text) {
     const std::size_t start = text.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0;
     ScanStream stream(text.c_str(), text.c_str() + start);
     Recognizer recognizer;
-    rapidjson::Reader().Parse<kScanFlags>(stream, recognizer);
+    rapidjson::GenericReader<rapidjson::UTF8<>, rapidjson::UTF8<>, host::base::JsonMemory>().Parse<kScanFlags>(
+        stream, recognizer);
     return recognizer.is_animation();
 }
 
