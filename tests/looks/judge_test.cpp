@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 #include <stdexcept>
 
 #include "animations.h"
@@ -198,6 +200,63 @@ TEST(Judge, a_file_that_takes_too_much_work_is_refused) {
     const RewrittenStack after = {{kRed, kBlue, kGround}, {}, 0};
     EXPECT_NO_THROW(Judge(before).compare({"", {0}, origins}, after));
     EXPECT_THROW(Judge(before, std::make_shared<Work>(100)).compare({"", {0}, origins}, after), TooMuchWork);
+}
+
+// A circle by its vertices.
+std::string round_path(std::size_t vertices, double radius) {
+    std::string handles, points;
+    for (std::size_t i = 0; i < vertices; ++i) {
+        const double angle = 2 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(vertices);
+        const std::string comma = i == 0 ? "" : ",";
+        handles += comma + "[0,0]";
+        points += comma + "[" + std::to_string(50 + radius * std::cos(angle)) + "," +
+                  std::to_string(50 + radius * std::sin(angle)) + "]";
+    }
+    return R"({"a":0,"k":{"i":[)" + handles + R"(],"o":[)" + handles + R"(],"v":[)" + points + R"(],"c":true}})";
+}
+
+bool takes_more_than(std::size_t steps, const Nesting& nesting, const std::vector<std::string>& flat) {
+    const std::string before = animation(nesting);
+    std::vector<Origin> origins;
+    for (std::size_t i = 0; i + 1 < flat.size(); ++i) origins.push_back({kCopied, i, 0});
+    origins.push_back({kKept, 1, 0});
+    const StackChange change{"", {0}, origins};
+    const RewrittenStack after{{flat.begin(), flat.end()}, {}, 0};
+    EXPECT_NO_THROW(Judge(before).compare(change, after));
+    try {
+        Judge(before, std::make_shared<Work>(steps)).compare(change, after);
+        return false;
+    } catch (const TooMuchWork&) {
+        return true;
+    }
+}
+
+TEST(Judge, outlines_of_many_vertices_that_lie_over_one_another_count_as_work) {
+    const auto disc = [](int ind, const std::string& opacity) {
+        return shape_layer(ind, "disc",
+                           R"({"ty":"sh","ks":)" + round_path(1'000, 30) +
+                               R"(},{"ty":"fl","c":{"a":0,"k":[1,0,0,1]},"o":{"a":0,"k":100}})",
+                           {{"ks", transform({{"o", still(opacity)}})}});
+    };
+    Nesting nesting;
+    nesting.inside = {disc(1, "100"), disc(2, "100")};
+    nesting.nest = {{"ks", transform({{"o", still("50")}})}};
+    EXPECT_TRUE(takes_more_than(200'000, nesting, {disc(1, "50"), disc(2, "50"), kGround}));
+}
+
+TEST(Judge, masks_that_hold_the_cut_of_a_nest_count_as_work) {
+    std::string masks;
+    for (int i = 0; i < 50; ++i) {
+        masks += masks.empty() ? "[" : ",";
+        masks += R"({"inv":false,"mode":"a","pt":)" + round_path(20, 30) + R"(,"o":{"a":0,"k":100},"x":{"a":0,"k":0}})";
+    }
+    const Members cut = {{"hasMask", "true"}, {"masksProperties", masks + "]"}};
+    Nesting nesting;
+    const Members ks = {{"ks", transform({{"r", keyed({{0, "0"}, {19, "90"}})}})}};
+    nesting.inside = {solid(1, "red", 40, 40, "#ff0000")};
+    nesting.nest = cut;
+    nesting.nest.insert(ks.begin(), ks.end());
+    EXPECT_TRUE(takes_more_than(400'000, nesting, {solid(1, "red", 40, 40, "#ff0000", nesting.nest), kGround}));
 }
 
 // The text of a layer whose name alone is long: nothing in it is shared with other layers.

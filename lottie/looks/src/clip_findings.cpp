@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "cut_work.h"
 #include "expression_reach.h"
 #include "findings.h"
 #include "sight.h"
@@ -123,13 +124,17 @@ Worst search(Unnesting& u) {
     const Box inner_frame{0, 0, u.nest().width, u.nest().height};
     for (std::size_t i = 0; i < inner_frames.size(); ++i) {
         const double frame = u.nest_frames()[i];
+        const auto mask = held.masks ? mask_reach(u.nest(), frame) : std::nullopt;
         double unseen = 0;
         for (const Reaching& layer : layers) {
             const std::size_t inner = layer.inner;
             if (held.frame[inner] || u.inside_survey().surely_lies_within(inner, inner_frames[i], inner_frame))
                 continue;
             Hull reach = u.inside_survey().reach_in_stack(inner, inner_frames[i]);
-            if (const auto mask = held.masks ? mask_reach(u.nest(), frame) : std::nullopt) reach = cut(reach, *mask);
+            if (mask) {
+                u.comparison().spend(steps_to_cut(reach, *mask));
+                reach = cut(reach, *mask);
+            }
             Overhang one = is_hidden_anyway(u, layer, frame) ? Overhang{} : overhang(u, reach, frame);
             // Players differ in where the layer lies, and so in how much of it is to be seen there. What an expression
             // moves is taken to lie where the file says.

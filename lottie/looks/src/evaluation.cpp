@@ -7,6 +7,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "cut_work.h"
 #include "fading.h"
 #include "looks/work.h"
 #include "one_outline.h"
@@ -114,7 +115,9 @@ std::vector<PlanePoint> Evaluation::reach(const std::string& composition, std::s
 bool Evaluation::may_overlap(const std::string& composition, std::size_t a, std::size_t b, double frame) {
     Survey& all = survey(composition);
     const Hull first = all.reach_in_stack(a, frame);
-    return may_show_through(first, all.reach_in_stack(b, frame));
+    const Hull& second = all.reach_in_stack(b, frame);
+    work_.spend(steps_to_cut(first, second));
+    return may_show_through(first, second);
 }
 
 bool Evaluation::is_large_fade(const std::string& composition, std::size_t nest, double frame) {

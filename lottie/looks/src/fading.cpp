@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "covering.h"
+#include "cut_work.h"
 #include "dark_ground.h"
 #include "scatter.h"
 #include "seam_share.h"
@@ -82,7 +83,9 @@ Fading fading_at(Unnesting& u, std::size_t frame_index, double unseen_before) {
             sum.add(FadeLoss::darker, black_share(u, area(seen), opacity));
         u.comparison().spend(kStepsPerPair * above.size());
         for (const SeenLayer& other : above) {
-            if (!may_show_through(hull, u.inside_survey().reach_in_stack(other.inner, frame))) continue;
+            const Hull& other_hull = u.inside_survey().reach_in_stack(other.inner, frame);
+            u.comparison().spend(steps_to_cut(hull, other_hull));
+            if (!may_show_through(hull, other_hull)) continue;
             if (u.covering().takes_away(inner, other.inner, frame_index)) {
                 is_any_cut = true;
             } else {

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "covering.h"
+#include "cut_work.h"
 #include "dark_ground.h"
 #include "effects.h"
 #include "masks.h"
@@ -22,6 +23,8 @@ constexpr double kLargeShare = 0.015;
 constexpr double kEdge = 2;       // pixels that a player may draw more or less of
 constexpr double kNoArea = 1e-9;  // that a pixel of a layer becomes
 constexpr double kSameArea = 1e-6;
+constexpr std::size_t kStepsPerPath = 20;  // that is evaluated at a frame
+constexpr std::size_t kStepsPerPoint = 2;  // of it
 
 // One of the nest's masks, its matte, or its frame, in the way in which a layer has to be cut by it.
 struct NeededMask {
@@ -227,6 +230,12 @@ class HeldCutFinder {
         return is_begun(copy, now, is_own_last || !has_own ? 0 : own.Size(), *cutters, has_own);
     }
 
+    Outline outline_at(const PathProperty& path, double frame) {
+        Outline outline = path.at(frame);
+        u_.comparison().spend(kStepsPerPath + kStepsPerPoint * outline.points.size());
+        return outline;
+    }
+
     // Whether a mask of the copy is one that the layer had.
     bool is_own_mask(const Copy& copy, const Json& before, const Json& now) {
         for (const char* name : {"inv", "o", "f", "x"}) {
@@ -239,8 +248,8 @@ class HeldCutFinder {
         const bool stands_still = !path_before.is_animated() && !path.is_animated();
         for (const double frame : u_.nest_frames()) {
             if (!u_.copied(copy).is_on(frame)) continue;
-            const Outline a = path_before.at(u_.inner_frame(frame));
-            const Outline b = path.at(frame);
+            const Outline a = outline_at(path_before, u_.inner_frame(frame));
+            const Outline b = outline_at(path, frame);
             if (a.points.size() != b.points.size()) return false;
             for (std::size_t i = 0; i < a.points.size(); ++i) {
                 if (!(std::hypot(a.points[i].x - b.points[i].x, a.points[i].y - b.points[i].y) <= kUnseen))
@@ -289,23 +298,25 @@ class HeldCutFinder {
     // Whether the mask adds something in view that no other mask takes away.
     bool leaves_all_of(const Copy& copy, const FirstMask& added, const std::vector<FirstMask>& masks, double frame) {
         const bool is_difference = added.mode == "f";
-        const Outline outline = added.path.at(frame);
+        const Outline outline = outline_at(added.path, frame);
         if ((added.mode != "a" && !is_difference) || !is_in_view(copy, outline, frame)) return false;
         const Hull hull = hull_of(outline.points);
         return std::all_of(masks.begin(), masks.end(), [&](const FirstMask& mask) {
-            return &mask == &added || (mask.mode == "a" && !is_difference) ||
-                   area(cut(hull, hull_of(mask.path.at(frame).points))) <= 0;
+            if (&mask == &added || (mask.mode == "a" && !is_difference)) return true;
+            const Hull other = hull_of(outline_at(mask.path, frame).points);
+            u_.comparison().spend(steps_to_cut(hull, other));
+            return area(cut(hull, other)) <= 0;
         });
     }
 
     bool leaves_more_than_is_taken(const Copy& copy, const std::vector<FirstMask>& masks, double frame) {
-        const Outline first = masks[0].path.at(frame);
+        const Outline first = outline_at(masks[0].path, frame);
         const bool only_takes_away =
             std::all_of(masks.begin() + 1, masks.end(), [](const FirstMask& mask) { return mask.mode == "s"; });
         if (masks[0].mode != "a" || !only_takes_away || !is_convex(first)) return false;
         double left = area_in_view(copy, first, frame);
         for (auto mask = masks.begin() + 1; mask != masks.end(); ++mask)
-            left -= area_in_view(copy, mask->path.at(frame), frame);
+            left -= area_in_view(copy, outline_at(mask->path, frame), frame);
         return left > kEdge * u_.stack().width;
     }
 
@@ -364,8 +375,8 @@ class HeldCutFinder {
             !u_.stack_placement().moves(u_.nest_place()) && !(matte_ && u_.stack_placement().moves(*matte_));
         for (const double frame : u_.nest_frames()) {
             if (!u_.copied(copy).is_on(frame) || u_.copied(copy).transform().opacity.at(frame)[0] <= 0) continue;
-            const Outline now = path.at(frame);
-            const Outline was = path_before.at(frame);
+            const Outline now = outline_at(path, frame);
+            const Outline was = outline_at(path_before, frame);
             if (now.points.size() != was.points.size()) return false;
             const Matrix place = u_.result_placement().world(copy.result, frame);
             if (has_no_area(place)) continue;

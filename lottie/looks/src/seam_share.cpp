@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "cut_work.h"
 #include "looks/seam.h"
 #include "one_outline.h"
 #include "palette.h"
@@ -133,7 +134,12 @@ Palette colors_below(Unnesting& u, const std::vector<SeenLayer>& layers, double 
         u.comparison().spend(1);
         if (!layer.draws() || !layer.is_on(frame)) continue;
         const bool is_placed = u.stack_survey().has_reliable_placement(place);
-        const double common = is_placed ? area(cut(u.stack_survey().reach_in_stack(place, frame), all)) : 0;
+        double common = 0;
+        if (is_placed) {
+            const Hull& reach = u.stack_survey().reach_in_stack(place, frame);
+            u.comparison().spend(steps_to_cut(reach, all));
+            common = area(cut(reach, all));
+        }
         if (is_placed && common <= 0) continue;
         add_colors(u, below, layer, nests);
         const bool hides_all =

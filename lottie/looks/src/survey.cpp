@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "cut_work.h"
 #include "expression_reach.h"
 #include "path.h"
 #include "text_reach.h"
@@ -140,7 +141,9 @@ Hull Survey::work_out_reach(std::size_t place, double frame) {
             break;
     }
     const auto mask = mask_reach(layer, frame);
-    return mask ? cut(hull, *mask) : hull;
+    if (!mask) return hull;
+    work_.spend(steps_to_cut(hull, *mask));
+    return cut(hull, *mask);
 }
 
 const Hull& Survey::reach(std::size_t place, double frame) {
@@ -190,7 +193,9 @@ const Hull& Survey::reach_in_stack(std::size_t place, double frame) {
     const auto matte = stack_->matte(place);
     if (!matte || (layer.matte_mode != 1 && layer.matte_mode != 3) || is_drawn_otherwise(*matte)) return about.reach;
     // What lies outside of the matte is hidden.
-    about.reach = cut(about.reach, mapped(reach(*matte, frame), placement_.world(*matte, frame)));
+    const Hull of_matte = mapped(reach(*matte, frame), placement_.world(*matte, frame));
+    work_.spend(steps_to_cut(about.reach, of_matte));
+    about.reach = cut(about.reach, of_matte);
     return about.reach;
 }
 

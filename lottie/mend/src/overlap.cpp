@@ -47,14 +47,11 @@ class Overlap {
             if (!is_seen(below, frame)) continue;
             unnested_.spend(kStepsPerPair * below.inner);
             for (std::size_t above = 0; above < below.inner; ++above) {
-                if (!is_seen(nest_.copies[above], frame) ||
-                    !evaluation_.may_overlap(inside_, above, below.inner, frame)) {
-                    continue;
-                }
-                if (count_ > kMostCovers || evaluation_.opacity(inside_, above, frame) < 100 ||
-                    !add_cover(below, above)) {
-                    return false;
-                }
+                if (!is_seen(nest_.copies[above], frame)) continue;
+                const bool is_opaque = evaluation_.opacity(inside_, above, frame) >= 100;
+                if (is_opaque && is_covered(below, above)) continue;
+                if (!evaluation_.may_overlap(inside_, above, below.inner, frame)) continue;
+                if (!is_opaque || !add_cover(below, above)) return false;
             }
         }
         return true;
@@ -64,10 +61,12 @@ class Overlap {
         return is_drawn(copy) && evaluation_.is_on(inside_, copy.inner, frame);
     }
 
+    static bool is_covered(const CopiedLayer& below, std::size_t above) {
+        return std::any_of(below.covers.begin(), below.covers.end(),
+                           [&](const CopiedLayer::Cover& cover) { return cover.above == above; });
+    }
+
     bool add_cover(CopiedLayer& below, std::size_t above) {
-        const bool is_known = std::any_of(below.covers.begin(), below.covers.end(),
-                                          [&](const CopiedLayer::Cover& cover) { return cover.above == above; });
-        if (is_known) return true;
         const bool can_be_told = !below.before.is_set("hasMask") && !matte_inside(nest_, below) &&
                                  !matte_inside(nest_, nest_.copies[above]) &&
                                  evaluation_.has_reliable_placement(inside_, below.inner) &&
@@ -78,7 +77,7 @@ class Overlap {
         if (is_new) areas = evaluation_.areas_at_any_opacity(inside_, above);
         for (const auto& area : areas) below.covers.push_back({above, area});
         count_ += areas.size();
-        return !areas.empty();
+        return !areas.empty() && count_ <= kMostCovers;
     }
 
     Unnested& unnested_;
