@@ -205,6 +205,11 @@ bool find_led_layers(Unnesting& u) {
     return false;
 }
 
+std::string pixels(double width) {
+    const double whole = std::round(width);
+    return whole < 1 ? "less than 1 pixel" : whole == 1 ? "1 pixel" : plain(whole) + " pixels";
+}
+
 }  // namespace
 
 void find_clip_changes(Unnesting& u) {
@@ -223,8 +228,7 @@ void find_clip_changes(Unnesting& u) {
     }
     u.add({Reason::clip, Weight::change,
            "the nest's frame (" + frame_size + ") cuts " + layers_named(layer.name, worst.layers) + " off, by " +
-               plain(std::round(worst.width)) + " pixels at frame " + timeline_frame(worst.width_frame) +
-               "; un-nested, nothing does",
+               pixels(worst.width) + " at frame " + timeline_frame(worst.width_frame) + "; un-nested, nothing does",
            "cut the layers with a mask or a matte inside the composition", layer.name, "w", worst.first_frame});
 }
 
