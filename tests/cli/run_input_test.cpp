@@ -150,7 +150,7 @@ Finished with_plugin(const Sandbox& sandbox, const std::string& plugin) {
 
 TEST(RunPlugin, that_is_missing_or_no_plug_in_or_has_no_command_is_reported) {
     const std::vector<std::pair<const char*, const char*>> plugins = {
-        {"absent.so", "exflate: there is no plug-in at 'absent.so'\n"},
+        {"absent.so", "absent.so: there is no such plug-in: set EXFLATE_PLUGIN to its file, or unset it\n"},
         {"a.json", "'a.json' is not a loadable plug-in"},
         {NO_ENTRY_POINT, "exports no function named EntryPointFunc"},
         {CARETAKER, "a.json: the plug-in has no command\n"},
@@ -166,13 +166,13 @@ TEST(RunPlugin, that_is_missing_or_no_plug_in_or_has_no_command_is_reported) {
 TEST(RunPlugin, a_command_without_its_parts_tells_where_it_looked_for_them) {
     const Sandbox sandbox(test::one_nest());
     const auto neither = [&](const std::string& what, const std::string& built, const std::string& installed) {
-        return what + " is neither at '" + sandbox.path(built).string() + "' nor at '" +
+        return sandbox.path(built).string() + ": " + what + " is neither here nor at '" +
                sandbox.path(installed).string() + "': ";
     };
     const std::vector<std::pair<std::vector<std::string>, std::string>> cases = {
-        {{"run", "a.json"}, neither("exflate: the plug-in", "plugin/Exflate.so", "lib/exflate/Exflate.so")},
+        {{"run", "a.json"}, neither("the plug-in", "plugin/Exflate.so", "lib/exflate/Exflate.so")},
         {{"report", "a.json"},
-         neither("a.json: the page's player", "player/lottie.min.js", "share/exflate/player/lottie.min.js")}};
+         neither("the page's player", "player/lottie.min.js", "share/exflate/player/lottie.min.js")}};
     for (const auto& [arguments, sentence] : cases) {
         const Finished finished = test::lone_exflate(sandbox, {.arguments = arguments});
         expect_refused(sandbox, finished, 4);

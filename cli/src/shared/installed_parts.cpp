@@ -33,8 +33,9 @@ fs::path find_part(const char* variable, const fs::path& built, const fs::path& 
     for (const fs::path& part : {built, installed}) {
         if (host::base::kind_of(folder / part) != host::base::FileKind::none) return folder / part;
     }
-    throw Failure(ExitCode::failed, what + " is neither at '" + (folder / built).string() + "' nor at '" +
-                                        (folder / installed).string() + "': " + advice);
+    const Failure failure(ExitCode::failed,
+                          what + " is neither here nor at '" + (folder / installed).string() + "': " + advice);
+    throw failure.of((folder / built).string());
 }
 
 bool is_plugin_chosen() {
@@ -48,6 +49,11 @@ fs::path find_plugin() {
 
 host::runner::PluginModule load_plugin() {
     const fs::path file = find_plugin();
+    if (host::base::kind_of(file) == host::base::FileKind::none) {
+        const Failure failure(ExitCode::failed,
+                              "there is no such plug-in: set EXFLATE_PLUGIN to its file, or unset it");
+        throw failure.of(file.string());
+    }
     try {
         return host::runner::PluginModule(file);
     } catch (const host::runner::LoadError& error) {

@@ -12,7 +12,7 @@ namespace cli {
 std::filesystem::path installation_folder();
 
 // The file that the environment variable names, else the first of the two paths under installation_folder() that
-// exists. Throws Failure (failed): "`what` is neither at A nor at B: `advice`".
+// exists. Throws Failure (failed) of the first: "`what` is neither here nor at B: `advice`".
 std::filesystem::path find_part(const char* variable, const std::filesystem::path& built,
                                 const std::filesystem::path& installed, const std::string& what,
                                 const std::string& advice);

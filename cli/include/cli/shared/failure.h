@@ -35,13 +35,27 @@ class Failure : public std::runtime_error {
         return part_ + ':' + std::to_string(at_.line) + ':' + std::to_string(at_.column);
     }
 
+    // The file at fault where it is another than the one worked on; empty otherwise.
+    const std::string& file() const { return file_; }
+
     // The same failure, in a part of the file.
-    Failure in(const std::string& part) const { return {code_, what(), part + part_, at_}; }
+    Failure in(const std::string& part) const {
+        Failure failure(code_, what(), part + part_, at_);
+        failure.file_ = file_;
+        return failure;
+    }
+    // The same failure, of that file.
+    Failure of(const std::string& file) const {
+        Failure failure = *this;
+        failure.file_ = file;
+        return failure;
+    }
 
   private:
     ExitCode code_;
     std::string part_;
     TextPlace at_;
+    std::string file_;
 };
 
 // Any other exception as a failure.
@@ -52,7 +66,8 @@ inline Failure unforeseen(const std::exception& problem) {
 }
 
 inline void print_failure(const Console& console, const std::string& file, const Failure& failure) {
-    console.say(Console::Tone::error, file + failure.place(), failure.what());
+    const std::string& at_fault = failure.file().empty() ? file : failure.file();
+    console.say(Console::Tone::error, at_fault + failure.place(), failure.what());
 }
 
 // Does the work on one file. An error that ends it is printed; returns the exit code.
