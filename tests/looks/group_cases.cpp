@@ -274,6 +274,8 @@ std::vector<Case> clip_cases() {
          inside({shape_layer(1, "dot", dot, {{"ks", transform({{"p", still("[30,30,0]")}, {"r", still("45")}})}})},
                 small)},
         {Reason::clip, "by_a_hair", Weight::slight, Pictures::equal, inside({red({{"ks", at(20.02, 10)}})}, small)},
+        {Reason::clip, "by_a_hair_that_players_scale_in_their_ways", Weight::change, Pictures::cannot_tell,
+         inside({red({{"ks", transform({{"p", still("[20.02,10,0]")}, {"s", uneven}})}})}, small), "red", "w", 0},
         {Reason::clip, "one_speck", Weight::slight, Pictures::equal, inside(specks(1), small)},
         {Reason::clip, "one_speck_that_an_expression_turns", Weight::slight, Pictures::equal,
          inside(speck_like({{"r", expression("value", "0")}}), small)},

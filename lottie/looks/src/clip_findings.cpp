@@ -136,14 +136,14 @@ Worst search(Unnesting& u) {
                 reach = cut(reach, *mask);
             }
             Overhang one = is_hidden_anyway(u, layer, frame) ? Overhang{} : overhang(u, reach, frame);
-            // Players differ in where the layer lies, and so in how much of it is to be seen there. What an expression
-            // moves is taken to lie where the file says.
-            if (one.unseen > 0 && !u.inside_survey().is_moved_by_expression(inner) &&
-                !u.inside_survey().has_reliable_placement(inner)) {
-                one.unseen = kSeen;
-            }
+            // Where players differ in where the layer lies, they differ in how much of it is to be seen there. What an
+            // expression moves is taken to lie where the file says.
+            const bool is_certain =
+                u.inside_survey().has_reliable_placement(inner) || u.inside_survey().is_moved_by_expression(inner);
+            const bool is_over = one.width > (is_certain ? sliver(u.stack()) : kNothing);
+            if (is_over && !is_certain) one.unseen = kSeen;
             unseen += one.unseen;
-            if (one.width > sliver(u.stack())) {
+            if (is_over) {
                 if (!worst.first_frame) worst.first_frame = frame;
                 if (!is_counted[inner]) ++worst.layers;
                 is_counted[inner] = true;

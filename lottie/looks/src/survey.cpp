@@ -372,25 +372,34 @@ bool Survey::is_seen_in_depth(std::size_t place) {
     return answer == Answer::yes;
 }
 
-bool Survey::has_reliable_placement(std::size_t place) const {
-    const double pixel = stack_->width / kPictureWidth;
-    for (std::optional<std::size_t> at = place; at; at = stack_->parent(*at)) {
-        const Transform& transform = stack_->layer(*at).transform();
-        if (transform.has_expression() || transform.is_spatial() ||
-            (transform.is_auto_oriented && transform.position.is_animated()) ||
-            !transform.anchor.moves_alike_everywhere(pixel) || !transform.position.moves_alike_everywhere(pixel) ||
-            !transform.scale.moves_alike_everywhere(pixel)) {
-            return false;
+template <class IsSo>
+bool Survey::is_any_so(std::vector<Answer>& known, std::size_t place, IsSo is_so) const {
+    if (known.empty()) known.resize(stack_->size(), Answer::unknown);
+    std::vector<std::size_t> chain;
+    Answer answer = Answer::no;
+    for (std::optional<std::size_t> at = place; at && answer == Answer::no; at = stack_->parent(*at)) {
+        if (known[*at] != Answer::unknown) {
+            answer = known[*at];
+            break;
         }
+        chain.push_back(*at);
+        if (is_so(stack_->layer(*at).transform())) answer = Answer::yes;
     }
-    return true;
+    work_.spend(chain.size());
+    for (const std::size_t link : chain) known[link] = answer;
+    return answer == Answer::yes;
+}
+
+bool Survey::has_reliable_placement(std::size_t place) const {
+    return !is_any_so(is_placed_in_many_ways_, place, [pixel = stack_->width / kPictureWidth](const Transform& own) {
+        return own.has_expression() || own.is_spatial() || (own.is_auto_oriented && own.position.is_animated()) ||
+               !own.anchor.moves_alike_everywhere(pixel) || !own.position.moves_alike_everywhere(pixel) ||
+               !own.scale.moves_alike_everywhere(pixel);
+    });
 }
 
 bool Survey::is_moved_by_expression(std::size_t place) const {
-    for (std::optional<std::size_t> at = place; at; at = stack_->parent(*at)) {
-        if (stack_->layer(*at).transform().has_expression()) return true;
-    }
-    return false;
+    return is_any_so(is_moved_by_expression_, place, [](const Transform& own) { return own.has_expression(); });
 }
 
 // All

@@ -110,6 +110,9 @@ class Survey {
     Hull nest_reach(const SceneLayer& nest, double frame);
     Survey* inside(const SceneLayer& nest);
     void index_layers();
+    // Whether something is so of a layer's transform or of one that it hangs on; what is known is kept.
+    template <class IsSo>
+    bool is_any_so(std::vector<Answer>& known, std::size_t layer, IsSo is_so) const;
 
     std::shared_ptr<const Stack> stack_;
     Work& work_;
@@ -117,8 +120,10 @@ class Survey {
     Placement placement_;
     std::size_t levels_ = 1;
     std::vector<About> about_;
-    std::size_t kept_points_ = 0;                    // of what is kept by frame
-    std::unordered_map<double, Hull> reach_of_all_;  // by frame
+    mutable std::vector<Answer> is_placed_in_many_ways_;  // by place; empty until somebody asks
+    mutable std::vector<Answer> is_moved_by_expression_;  // likewise
+    std::size_t kept_points_ = 0;                         // of what is kept by frame
+    std::unordered_map<double, Hull> reach_of_all_;       // by frame
     bool is_indexed_ = false;
     Answer is_any_drawn_otherwise_ = Answer::unknown;
     std::unordered_map<std::string_view, std::size_t> by_name_;
