@@ -1,6 +1,8 @@
 // Short animations whose look is judged.
 #include "animations.h"
 
+#include <cmath>
+#include <numbers>
 #include <sstream>
 
 namespace test {
@@ -80,6 +82,19 @@ std::string keyed(const std::vector<std::pair<double, std::string>>& keys) {
 
 std::string expression(const std::string& text, const std::string& value) {
     return R"({"a":0,"k":)" + value + R"(,"x":")" + text + R"("})";
+}
+
+std::string circle(int vertices, double x, double y, double radius, bool is_forward) {
+    std::string handles;
+    std::string points;
+    for (int i = 0; i < vertices; ++i) {
+        const double angle = (is_forward ? 2 : -2) * std::numbers::pi * i / vertices;
+        const std::string comma = i == 0 ? "" : ",";
+        handles += comma + "[0,0]";
+        points += comma + "[" + std::to_string(x + radius * std::cos(angle)) + "," +
+                  std::to_string(y + radius * std::sin(angle)) + "]";
+    }
+    return R"({"a":0,"k":{"i":[)" + handles + R"(],"o":[)" + handles + R"(],"v":[)" + points + R"(],"c":true}})";
 }
 
 std::string transform(const Members& members) {

@@ -17,6 +17,9 @@ std::string still(const std::string& value);
 std::string keyed(const std::vector<std::pair<double, std::string>>& keys);
 std::string expression(const std::string& text, const std::string& value = "0");
 
+// A path property: a circle by straight lines between so many vertices, once around it forward or backward.
+std::string circle(int vertices, double x, double y, double radius, bool is_forward = true);
+
 // A "ks": at 0,0, full size and opaque, but for the members named.
 std::string transform(const Members& members = {});
 

@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cmath>
-#include <numbers>
 #include <stdexcept>
 
 #include "animations.h"
@@ -202,19 +200,6 @@ TEST(Judge, a_file_that_takes_too_much_work_is_refused) {
     EXPECT_THROW(Judge(before, std::make_shared<Work>(100)).compare({"", {0}, origins}, after), TooMuchWork);
 }
 
-// A circle by its vertices.
-std::string round_path(std::size_t vertices, double radius) {
-    std::string handles, points;
-    for (std::size_t i = 0; i < vertices; ++i) {
-        const double angle = 2 * std::numbers::pi * static_cast<double>(i) / static_cast<double>(vertices);
-        const std::string comma = i == 0 ? "" : ",";
-        handles += comma + "[0,0]";
-        points += comma + "[" + std::to_string(50 + radius * std::cos(angle)) + "," +
-                  std::to_string(50 + radius * std::sin(angle)) + "]";
-    }
-    return R"({"a":0,"k":{"i":[)" + handles + R"(],"o":[)" + handles + R"(],"v":[)" + points + R"(],"c":true}})";
-}
-
 bool takes_more_than(std::size_t steps, const Nesting& nesting, const std::vector<std::string>& flat) {
     const std::string before = animation(nesting);
     std::vector<Origin> origins;
@@ -234,7 +219,7 @@ bool takes_more_than(std::size_t steps, const Nesting& nesting, const std::vecto
 TEST(Judge, outlines_of_many_vertices_that_lie_over_one_another_count_as_work) {
     const auto disc = [](int ind, const std::string& opacity) {
         return shape_layer(ind, "disc",
-                           R"({"ty":"sh","ks":)" + round_path(1'000, 30) +
+                           R"({"ty":"sh","ks":)" + circle(1'000, 50, 50, 30) +
                                R"(},{"ty":"fl","c":{"a":0,"k":[1,0,0,1]},"o":{"a":0,"k":100}})",
                            {{"ks", transform({{"o", still(opacity)}})}});
     };
@@ -248,7 +233,8 @@ TEST(Judge, masks_that_hold_the_cut_of_a_nest_count_as_work) {
     std::string masks;
     for (int i = 0; i < 50; ++i) {
         masks += masks.empty() ? "[" : ",";
-        masks += R"({"inv":false,"mode":"a","pt":)" + round_path(20, 30) + R"(,"o":{"a":0,"k":100},"x":{"a":0,"k":0}})";
+        masks +=
+            R"({"inv":false,"mode":"a","pt":)" + circle(20, 50, 50, 30) + R"(,"o":{"a":0,"k":100},"x":{"a":0,"k":0}})";
     }
     const Members cut = {{"hasMask", "true"}, {"masksProperties", masks + "]"}};
     Nesting nesting;

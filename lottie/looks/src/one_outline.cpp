@@ -5,6 +5,7 @@
 #include <array>
 #include <iterator>
 
+#include "cut_work.h"
 #include "effects.h"
 #include "masks.h"
 #include "paint.h"
@@ -169,20 +170,34 @@ std::optional<Matrix> still_place(const Json& item) {
     return is_still ? std::optional(transform.at(0)) : std::nullopt;
 }
 
+bool are_apart(const Box& a, const Box& b) {
+    return a.right <= b.left || b.right <= a.left || a.bottom <= b.top || b.bottom <= a.top;
+}
+
 // Whether what several paths are filled with together is what they are filled with one by one: none of them makes a
 // hole in another.
 bool are_filled_alone(const Outlines& outlines) {
     if (outlines.size() == 1) return true;
-    std::vector<std::vector<Point>> met;
+    constexpr std::size_t kMostSteps = 1'000'000;
+    struct Filled {
+        bool turns_left;
+        Hull hull;
+        Box box;
+    };
+    std::vector<Filled> met;
+    std::size_t steps = 0;
     for (const OneOutline& outline : outlines) {
         const PathProperty path(outline.path);
         if (path.is_animated()) return false;
-        std::vector<Point> points = path.at(0).points;
-        const auto makes_hole = [&points](const std::vector<Point>& other) {
-            return (area(points) > 0) != (area(other) > 0) && area(cut(hull_of(points), hull_of(other))) > 0;
+        const std::vector<Point> points = path.at(0).points;
+        Filled one{area(points) > 0, hull_of(points), around(points)};
+        const auto may_make_hole = [&](const Filled& other) {
+            if (one.turns_left == other.turns_left || are_apart(one.box, other.box)) return false;
+            steps += steps_to_cut(one.hull, other.hull);
+            return steps > kMostSteps || area(cut(one.hull, other.hull)) > 0;
         };
-        if (std::any_of(met.begin(), met.end(), makes_hole)) return false;
-        met.push_back(std::move(points));
+        if (std::any_of(met.begin(), met.end(), may_make_hole)) return false;
+        met.push_back(std::move(one));
     }
     return true;
 }
