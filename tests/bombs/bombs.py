@@ -58,7 +58,7 @@ def shape(number, shapes, name="shape", **members):
 
 
 def nest(number, source, name="nest", **members):
-    return layer(number, name, 0, refId=source, w=100, h=100, **members)
+    return layer(number, name, 0, refId=source, **{"w": 100, "h": 100} | members)
 
 
 def composition(name, layers):
@@ -76,6 +76,7 @@ def with_nest(inside, frames=FRAMES, **members):
 
 
 RECTANGLE = {"ty": "rc", "nm": "rectangle", "p": still([0, 0]), "s": still([10, 10]), "r": still(0), "d": 1}
+ELLIPSE = {"ty": "el", "nm": "ellipse", "p": still([20, 20]), "s": still([40, 40]), "d": 1}
 FILL = {"ty": "fl", "nm": "fill", "c": still([1, 0, 0, 1]), "o": still(100), "r": 1}
 GROUP_END = {"ty": "tr", "p": still([0, 0]), "a": still([0, 0]), "s": still([100, 100]), "r": still(0), "o": still(100)}
 
@@ -162,6 +163,18 @@ def fading(n):
     return with_nest(inside, ks=transform(o=keyed(2, lambda t: [100 - 50 * t])))
 
 
+def covers(n):
+    """Layers that move over one another, in a nest that fades for a hundred frames."""
+    def over_others(i):
+        x, y = i % 50, i // 50 % 50
+        moving = transform(p={"a": 1, "k": [{"t": 0, "s": [x, y, 0]}, {"t": 100, "s": [50 - x, 50 - y, 0]}]})
+        make = functools.partial(shape, shapes=[ELLIPSE, FILL]) if i % 2 else solid
+        return make(i + 1, name=f"layer {i}", ks=moving, op=100)
+    wide = {"w": 50_000, "h": 50_000}  # small layers in a large picture: of nests that fill more of it nothing is cut
+    return with_nest([over_others(i) for i in range(n)], frames=100, **wide,
+                     ks=transform(o={"a": 1, "k": [{"t": 0, "s": [0]}, {"t": 100, "s": [100]}]})) | wide
+
+
 def keyframes(n):
     """Of a layer inside and of the nest itself."""
     moving = transform(p=keyed(n, lambda t: [t % 90, t % 50, 0]))
@@ -246,9 +259,9 @@ def brackets(n):
 
 
 KINDS = {make.__name__: make for make in (
-    siblings, families, chain, doubling, layers, namesakes, parents, outer_parents, mattes, frames, crowd, fading, keyframes,
-    moving_paths, points, shapes, groups, copies, repeaters, masks, nest_masks, effects, expressions, long_expression,
-    composition_calls, assets, long_name, brackets)}
+    siblings, families, chain, doubling, layers, namesakes, parents, outer_parents, mattes, frames, crowd, fading, covers,
+    keyframes, moving_paths, points, shapes, groups, copies, repeaters, masks, nest_masks, effects, expressions,
+    long_expression, composition_calls, assets, long_name, brackets)}
 
 
 def text_of(kind, size):
