@@ -218,7 +218,45 @@ std::vector<Case> clip_cases() {
                        shape_layer(2, "line", shapes)},
                       small);
     };
+    // A line that keeps 10 pixels from the edge, and what another layer says of its width.
+    const auto as_wide_as = [&](const std::string& text, const std::string& value) {
+        std::string shapes = line;
+        shapes.replace(shapes.find("[[5,5],[END,5]]"), 15, "[[15,30],[45,30]]");
+        shapes.replace(shapes.rfind("\"k\":2"), 5, R"("k":2,"x":"var $bm_rt;\n$bm_rt = )" + text + ";\"");
+        const std::string slider = R"([{"ty":5,"nm":"stroke","np":3,"mn":"Pseudo/1","ix":1,"en":1,"ef":[)"
+                                   R"({"ty":7,"nm":"Menu","mn":"Pseudo/1-1","ix":1,"v":)" +
+                                   value + "}]}]";
+        Nesting nesting;
+        nesting.above = {null_layer(30, "control", {{"ef", slider}})};
+        nesting.nest = small;
+        nesting.inside = {shape_layer(1, "line", shapes), null_layer(2, "own", {{"ef", slider}})};
+        return animation(nesting);
+    };
+    const std::string times_control =
+        "$bm_mul($bm_div(value, 2), comp('Main').layer('control').effect('stroke')('Menu'))";
+    const std::string overshooting = R"({"a":1,"k":[{"i":{"x":[0.5],"y":[9]},"o":{"x":[0.5],"y":[0]},"t":0,"s":[4]},)"
+                                     R"({"t":9,"s":[12]}]})";
     return {
+        {Reason::clip, "widened_within_it_by_a_control", std::nullopt, Pictures::cannot_tell,
+         as_wide_as(times_control, still("16"))},
+        {Reason::clip, "widened_over_it_by_a_control", Weight::change, Pictures::cannot_tell,
+         as_wide_as(times_control, still("44")), "line", "w", 0},
+        {Reason::clip, "widened_within_it_by_keyframes_of_a_control", std::nullopt, Pictures::cannot_tell,
+         as_wide_as(times_control, keyed({{0, "2"}, {9, "16"}, {12, "4"}}))},
+        {Reason::clip, "widened_over_it_by_a_keyframe_of_a_control", Weight::change, Pictures::cannot_tell,
+         as_wide_as(times_control, keyed({{0, "2"}, {9, "44"}, {12, "4"}})), "line", "w", 0},
+        {Reason::clip, "widened_over_it_between_keyframes_of_a_control", Weight::change, Pictures::cannot_tell,
+         as_wide_as(times_control, overshooting), "line", "w", 0},
+        {Reason::clip, "widened_by_a_control_that_an_expression_moves", Weight::change, Pictures::cannot_tell,
+         as_wide_as(times_control, expression("time * 90", "2")), "line", "w", 0},
+        {Reason::clip, "widened_within_it_by_a_control_beside_it", std::nullopt, Pictures::cannot_tell,
+         as_wide_as("thisComp.layer('own').effect(1)(1)", still("16"))},
+        {Reason::clip, "widened_by_a_control_of_a_nest", Weight::change, Pictures::cannot_tell,
+         as_wide_as("comp('Nest').layer('own').effect('stroke')('Menu')", still("16")), "line", "w", 0},
+        {Reason::clip, "widened_by_a_control_that_is_not_there", Weight::change, Pictures::cannot_tell,
+         as_wide_as("thisComp.layer('own').effect('stroke')('Slider')", still("16")), "line", "w", 0},
+        {Reason::clip, "widened_by_the_time", Weight::change, Pictures::cannot_tell,
+         as_wide_as("$bm_mul(value, time)", still("16")), "line", "w", 0},
         {Reason::clip, "moved_over_it_by_an_expression", Weight::change, Pictures::cannot_tell, led("p", moving, small),
          "red", "w", 0},
         {Reason::clip, "moved_by_an_expression_where_all_of_the_picture_is_within", std::nullopt, Pictures::cannot_tell,

@@ -153,4 +153,28 @@ TEST(Property, a_loop_between_equal_points_animates) {
     EXPECT_TRUE(Read(R"({"k":[{"t":0,"s":[1,1],"to":[9,0],"ti":[0,9]},{"t":5,"s":[1,1]}]})").property().is_animated());
 }
 
+// Where the values lie, as "least..most"; empty where that is not told.
+std::string range(const std::string& json) {
+    const auto range = Read(json).property().range();
+    return range ? std::to_string(static_cast<int>(range->least)) + ".." + std::to_string(static_cast<int>(range->most))
+                 : "";
+}
+
+TEST(Property, values_lie_between_those_of_all_keyframes) {
+    EXPECT_EQ(range(R"({"k":7})"), "7..7");
+    EXPECT_EQ(range(test::keyed({{0, "5,50"}, {10, "-3,90"}, {15, "4,4"}})), "-3..5");
+    EXPECT_EQ(range(R"({"k":[{"t":0,"s":[1],"e":[8]},{"t":5}]})"), "1..8");
+    EXPECT_EQ(range(R"({"s":true,"x":{"k":4},"y":{"k":5}})"), "4..4");
+}
+
+TEST(Property, an_ease_that_leads_past_keyframes_leaves_values_without_a_range) {
+    EXPECT_EQ(range(eased_keys(R"("o":{"x":[0.5],"y":[0]},"i":{"x":[1.5],"y":[1]})", "")), "0..100");
+    EXPECT_EQ(range(eased_keys(R"("o":{"x":[0.5],"y":[-0.1]},"i":{"x":[0.5],"y":[1]})", "")), "");
+    EXPECT_EQ(range(eased_keys(R"("o":{"x":[0.5],"y":[0]},"i":{"x":[0.5],"y":[1.1]})", "")), "");
+    EXPECT_EQ(range(eased_keys(R"("h":1,"o":{"x":[0.5],"y":[-0.1]},"i":{"x":[0.5],"y":[1]})", "")), "0..100");
+    EXPECT_EQ(range(R"({"k":[{"t":0,"s":[1],"o":{"x":[0.5],"y":[9]},"i":{"x":[0.5],"y":[9]}},{"t":5,"s":[1]}]})"),
+              "1..1");
+    EXPECT_EQ(range(R"({"k":[{"t":0,"s":[1,1],"to":[9,0],"ti":[0,9]},{"t":5,"s":[2,2]}]})"), "");
+}
+
 }  // namespace

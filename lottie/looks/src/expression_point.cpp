@@ -11,29 +11,12 @@
 namespace lottie::looks {
 namespace {
 
-bool is_number(const std::string& word) {
-    return !word.empty() && word.front() >= '0' && word.front() <= '9';
-}
-
 // Tells how many points more a sum adds than it takes away: with one, it moves as they do.
 class PointReader : ExpressionReader {
   public:
     explicit PointReader(std::string_view text) : ExpressionReader(text) {}
 
-    // Where the value begins and ends, given once and at the end.
-    std::optional<std::pair<std::size_t, std::size_t>> result() const {
-        std::size_t begin = 0;
-        std::size_t assignments = 0;
-        for (std::size_t i = 0; i < tokens_.size(); ++i) {
-            if (tokens_[i].text != "$bm_rt" || !is_mark(i + 1, "=")) continue;
-            begin = i + 2;
-            ++assignments;
-        }
-        std::size_t end = begin;
-        while (end < tokens_.size() && !is_mark(end, ";")) ++end;
-        if (assignments > 1 || end + 1 < tokens_.size()) return std::nullopt;
-        return std::pair(begin, end);
-    }
+    using ExpressionReader::result;
 
     // Nothing where there is anything but points.
     std::optional<int> count_points(std::size_t begin, std::size_t end, int depth = 0) const {
@@ -43,8 +26,7 @@ class PointReader : ExpressionReader {
             return is_point(begin, end) ? std::optional(1) : std::nullopt;
         }
         if (!is_mark(begin + 1, "(") || behind(begin + 1) != end) return std::nullopt;
-        std::size_t comma = begin + 2;
-        while (comma < end && !is_mark(comma, ",")) comma = is_opening(comma) ? behind(comma) : comma + 1;
+        const std::size_t comma = comma_after(begin + 2, end);
         if (comma >= end) return std::nullopt;
         const auto first = count_points(begin + 2, comma, depth + 1);
         const auto second = count_points(comma + 1, end - 1, depth + 1);
@@ -91,22 +73,6 @@ class PointReader : ExpressionReader {
 
   private:
     static constexpr int kDeepest = 8;
-    bool is_word(std::size_t i, std::string_view word) const {
-        return i < tokens_.size() && tokens_[i].kind == ExpressionTokenKind::word && tokens_[i].text == word;
-    }
-    bool is_string(std::size_t i) const { return i < tokens_.size() && tokens_[i].kind == ExpressionTokenKind::string; }
-    bool is_opening(std::size_t i) const { return is_mark(i, "(") || is_mark(i, "["); }
-
-    // Behind the bracket that closes this one, or the end.
-    std::size_t behind(std::size_t opening) const {
-        std::size_t depth = 0;
-        for (std::size_t i = opening; i < tokens_.size(); ++i) {
-            if (is_opening(i)) ++depth;
-            if ((is_mark(i, ")") || is_mark(i, "]")) && --depth == 0) return i + 1;
-        }
-        return tokens_.size();
-    }
-
     // thisComp.layer("Name"), up to but not at `end`.
     std::optional<std::string> named_layer(std::size_t i, std::size_t end) const {
         const bool is_call = is_word(i, "thisComp") && is_mark(i + 1, ".") && is_word(i + 2, "layer") &&

@@ -1,6 +1,7 @@
 // How far layers may reach that expressions move or shape: players without expressions draw them as the file's values
 // say, others elsewhere.
 #include "expression_reach.h"
+#include "control_range.h"
 #include "expression_point.h"
 #include "expression_use.h"
 
@@ -24,16 +25,24 @@ bool has_expression(const Json* property) {
 }
 
 // Colors change no shape, and what trims only takes away.
-bool is_shaped(Json::ConstArray items) {
-    return std::any_of(items.begin(), items.end(), [](const Json& item) {
+bool is_shaped(Json::ConstArray items, bool by_widths) {
+    return std::any_of(items.begin(), items.end(), [by_widths](const Json& item) {
         const std::string kind = text_member(item, "ty");
         if (!item.IsObject() || kind == "fl" || kind == "gf" || kind == "tm") return false;
-        if (kind == "st" || kind == "gs") return has_expression(member(item, "w"));
-        if (kind == "gr") return is_shaped(array_member(item, "it"));
+        if (kind == "st" || kind == "gs") return by_widths && has_expression(member(item, "w"));
+        if (kind == "gr") return is_shaped(array_member(item, "it"), by_widths);
         return std::any_of(item.MemberBegin(), item.MemberEnd(), [&](const auto& one) {
             return !(kind == "tr" && one.name == "o") && has_expression(&one.value);
         });
     });
+}
+
+// Whether expressions shape it, by the widths of its strokes or otherwise.
+bool is_shaped(const SceneLayer& layer, bool by_widths) {
+    const LayerPart* shapes = layer.part("shapes");
+    const LayerPart* text = layer.part("t");
+    return (shapes != nullptr && !shapes->expressions().empty() && is_shaped(layer.array("shapes"), by_widths)) ||
+           (text != nullptr && !text->expressions().empty());
 }
 
 // Those of the transform that move the layer.
@@ -72,16 +81,14 @@ bool is_moved_by_own_expression(const SceneLayer& layer) {
 }
 
 bool is_shaped_by_expression(const SceneLayer& layer) {
-    const LayerPart* shapes = layer.part("shapes");
-    const LayerPart* text = layer.part("t");
-    return (shapes != nullptr && !shapes->expressions().empty() && is_shaped(layer.array("shapes"))) ||
-           (text != nullptr && !text->expressions().empty());
+    return is_shaped(layer, true);
 }
 
 ExpressionReach::ExpressionReach(Survey& survey, std::size_t place)
     : survey_(survey), stack_(survey.stack()), place_(place) {
     const SceneLayer& layer = stack_.layer(place);
-    if (is_shaped_by_expression(layer)) return;
+    has_led_widths_ = is_shaped_by_expression(layer);
+    if (has_led_widths_ && (layer.type != LayerType::shape || is_shaped(layer, false))) return;
     if (!survey.is_led(place)) {
         kind_ = Kind::as_stored;
     } else if (const auto loop = find_loop()) {
@@ -159,20 +166,40 @@ bool ExpressionReach::is_led_for_certain(const Led& led) const {
 }
 
 std::optional<Hull> ExpressionReach::at(double frame) {
-    switch (kind_) {
-        case Kind::as_stored:
-            return mapped(survey_.reach(place_, frame), survey_.placement().world(place_, frame));
-        case Kind::loop:
-            return in_loop(frame);
-        case Kind::placed:
-            return where_placed(frame);
-        default:
-            return std::nullopt;
-    }
+    if (kind_ == Kind::unknown) return std::nullopt;
+    if (!has_led_widths_) return reach_of(survey_.reach(place_, frame), frame);
+    const auto widest = widest_reach(frame);
+    return widest ? std::optional(reach_of(*widest, frame)) : std::nullopt;
 }
 
-Hull ExpressionReach::in_loop(double frame) {
-    const Hull& own = survey_.reach(place_, frame);
+Hull ExpressionReach::reach_of(const Hull& own, double frame) {
+    if (kind_ == Kind::as_stored) return mapped(own, survey_.placement().world(place_, frame));
+    return kind_ == Kind::loop ? in_loop(own, frame) : where_placed(own, frame);
+}
+
+// Its own, by all widths that expressions may give strokes; nothing where these have no bounds.
+std::optional<Hull> ExpressionReach::widest_reach(double frame) {
+    bool is_told = true;
+    const auto widest = [&](const Json& width, double stored) {
+        const auto [known, is_new] = widths_.try_emplace({&width, stored});
+        if (is_new) known->second = width_range(width, stored);
+        is_told = is_told && known->second;
+        return is_told ? known->second->most : stored;
+    };
+    Hull reach = survey_.reach_with(widest, place_, frame);
+    return is_told ? std::optional(std::move(reach)) : std::nullopt;
+}
+
+std::optional<ValueRange> ExpressionReach::width_range(const Json& width, double stored) {
+    const std::string text = text_member(width, "x");
+    survey_.spend(kStepsPerCharacter * text.size());
+    const auto range = range_of(text, stored, [this](const Control& control) {
+        return range_of_control(survey_, stack_.layer(place_), control);
+    });
+    return range && range->least >= 0 ? range : std::nullopt;
+}
+
+Hull ExpressionReach::in_loop(const Hull& own, double frame) {
     if (loop_.is_all && own == looped_) return loop_reach_;
     const double looks = std::clamp(std::ceil(loop_.last - loop_.first), 1.0, kMostLooks);
     std::vector<Point> points;
@@ -189,10 +216,10 @@ Hull ExpressionReach::in_loop(double frame) {
     return loop_reach_ = hull_of(std::move(points));
 }
 
-Hull ExpressionReach::where_placed(double frame) {
+Hull ExpressionReach::where_placed(const Hull& shape, double frame) {
     const Transform& transform = stack_.layer(place_).transform();
     const Values stored = transform.position.at(frame);
-    Hull own = mapped(survey_.reach(place_, frame), transform.at(frame));
+    Hull own = mapped(shape, transform.at(frame));
     for (Point& point : own) point = {point.x - stored[0], point.y - stored[1]};
     if (is_turned_) own = turned_around(own);
     survey_.spend(1 + own.size());

@@ -2,10 +2,13 @@
 // say, others elsewhere.
 #pragma once
 
+#include <map>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "expression_point.h"
+#include "property.h"
 #include "survey.h"
 
 namespace lottie::looks {
@@ -15,7 +18,7 @@ bool is_moved_by_own_expression(const SceneLayer& layer);
 bool is_shaped_by_expression(const SceneLayer& layer);
 
 // Of one layer. Known are those that play their keyframes again and again, and those that turn, or lie where another
-// one does or has a path, or where numbers say.
+// one does or has a path, or where numbers say; and strokes whose widths numbers and controls give.
 class ExpressionReach {
   public:
     ExpressionReach(Survey& survey, std::size_t place);  // `survey` must outlive it
@@ -39,9 +42,12 @@ class ExpressionReach {
     std::optional<Loop> find_loop() const;
     std::optional<Led> find_leader(std::string_view text) const;
     bool is_led_for_certain(const Led& led) const;
-    Hull in_loop(double frame);
+    Hull reach_of(const Hull& own, double frame);
+    std::optional<Hull> widest_reach(double frame);
+    std::optional<ValueRange> width_range(const Json& width, double stored);
+    Hull in_loop(const Hull& own, double frame);
     void find_place();
-    Hull where_placed(double frame);
+    Hull where_placed(const Hull& shape, double frame);
     Hull positions(double frame);
     Hull led_positions(double frame);
 
@@ -55,6 +61,8 @@ class ExpressionReach {
     bool is_turned_ = false;
     std::optional<Led> led_;
     std::optional<SpelledPoint> spelled_;
+    bool has_led_widths_ = false;                                                 // of strokes
+    std::map<std::pair<const Json*, double>, std::optional<ValueRange>> widths_;  // by property and stored value
 };
 
 }  // namespace lottie::looks

@@ -55,10 +55,6 @@ constexpr std::string_view kToWords[] = {"toComp", "toWorld", "toCompVec", "toWo
 constexpr std::string_view kFromWords[] = {"fromComp", "fromWorld", "fromCompToSurface", "fromCompVec", "fromWorldVec"};
 constexpr std::string_view kSpanWords[] = {"inPoint", "outPoint", "startTime", "active"};
 
-bool is_number(const std::string& word) {
-    return !word.empty() && word.front() >= '0' && word.front() <= '9';
-}
-
 class Reader : ExpressionReader {
   public:
     explicit Reader(std::string_view text) : ExpressionReader(text) { find_assignments(); }

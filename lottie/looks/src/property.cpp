@@ -154,8 +154,8 @@ const Property::PathLengths& Property::path_lengths(const Key& key) const {
     measured.lengths.reserve(kPathSteps + 1);
     Values previous = key.value;
     for (int i = 1; i <= kPathSteps; ++i) {
-        const Values point = path_point(key.value, key.end, key.out_tangent, key.in_tangent,
-                                        static_cast<double>(i) / kPathSteps);
+        const Values point =
+            path_point(key.value, key.end, key.out_tangent, key.in_tangent, static_cast<double>(i) / kPathSteps);
         measured.lengths.push_back(measured.lengths.back() + distance(previous, point));
         previous = point;
     }
@@ -266,6 +266,19 @@ std::vector<Values> Property::key_values() const {
     for (const double time : key_times_) values.push_back(at(time));
     if (values.empty()) values.push_back(at(0));
     return values;
+}
+
+std::optional<ValueRange> Property::range() const {
+    if (!separated_.empty()) return separated_[0].range();
+    if (keys_.empty()) return ValueRange{fixed_[0], fixed_[0]};
+    ValueRange range{keys_[0].value[0], keys_[0].value[0]};
+    const auto is_between = [](double y) { return y >= 0 && y <= 1; };
+    for (const Key& key : keys_) {
+        const bool stays_between = is_between(key.out_y[0]) && is_between(key.in_y[0]) && !key.has_path;
+        if (!key.is_hold && key.value[0] != key.end[0] && !stays_between) return std::nullopt;
+        range = {std::min({range.least, key.value[0], key.end[0]}), std::max({range.most, key.value[0], key.end[0]})};
+    }
+    return range;
 }
 
 }  // namespace lottie::looks

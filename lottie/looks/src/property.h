@@ -13,6 +13,11 @@ namespace lottie::looks {
 
 using Values = std::array<double, 3>;  // dimensions that a property lacks are 0
 
+struct ValueRange {
+    double least = 0;
+    double most = 0;
+};
+
 class Property {
   public:
     // What stands for a property that the file leaves out.
@@ -37,6 +42,8 @@ class Property {
     const std::vector<double>& key_times() const { return key_times_; }
     // The values that the property takes at its keyframes, or the one that it always has.
     std::vector<Values> key_values() const;
+    // Where the first dimension always lies, expressions left aside; nothing where an ease leads past keyframes.
+    std::optional<ValueRange> range() const;
     // Of the curved pieces of a path in space, the length of the longest at most; 0 if there is none.
     double longest_curve() const;
 

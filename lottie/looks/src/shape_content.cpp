@@ -113,6 +113,7 @@ class ShapeContent::Paints {
 struct ShapeContent::Moment {
     double frame;
     Work& work;
+    const StrokeWidths* widths = nullptr;  // none: as the file says
 };
 
 // A box around shapes, and how far paint reaches beyond it.
@@ -150,6 +151,7 @@ class ShapeContent::Item {
         return read;
     }
     Values value(std::size_t i, double frame) const { return properties_[i].at(frame); }
+    double width(const Moment& at) const;
     Outline outline(double frame) const;
     void trim(Moment& at, std::vector<Shape>& shapes) const;
     static void merge(std::vector<Shape>& shapes);
@@ -162,6 +164,7 @@ class ShapeContent::Item {
     bool is_animated_ = false;
     bool trims_one_after_another_ = false;
     double miter_ = 1;
+    const Json* led_width_ = nullptr;  // of a stroke, if it has an expression
     std::size_t weight_ = 1;
     std::vector<Property> properties_;  // what they are depends on the kind
     std::optional<PathProperty> path_;
@@ -199,6 +202,7 @@ ShapeContent::Item::Item(const Json& json, bool keeps_curves)
     } else if (kind_ == "st" || kind_ == "gs") {
         add("w"), add("o", {100, 0, 0});
         miter_ = miter(json);
+        if (properties_[0].has_expression()) led_width_ = member(json, "w");
     } else if (kind_ == "fl" || kind_ == "gf") {
         add("o", {100, 0, 0});
     } else if (kind_ == "tm") {
@@ -262,7 +266,7 @@ void ShapeContent::Item::apply(Moment& at, std::vector<Shape>& shapes, Paints& p
         paints.paint(shapes);
     }
     if (kind_ == "st" || kind_ == "gs") {
-        if (!properties_[1].is_nothing_at(at.frame)) paints.add(shapes.size(), value(0, at.frame)[0] / 2 * miter_);
+        if (!properties_[1].is_nothing_at(at.frame)) paints.add(shapes.size(), width(at) / 2 * miter_);
     } else if (kind_ == "fl" || kind_ == "gf") {
         if (!properties_[0].is_nothing_at(at.frame)) paints.add(shapes.size(), 0);
     } else if (kind_ == "tm") {
@@ -274,7 +278,7 @@ void ShapeContent::Item::apply(Moment& at, std::vector<Shape>& shapes, Paints& p
     } else if (grows) {
         const double more = std::abs(value(0, at.frame)[0]);
         for (Shape& shape : shapes) shape.outline.growth += more;
-    } else if (is_animated_) {
+    } else if (is_animated_ || at.widths != nullptr) {
         auto own = own_shapes(at);
         shapes.insert(shapes.end(), std::make_move_iterator(own.begin()), std::make_move_iterator(own.end()));
     } else {
@@ -319,6 +323,11 @@ bool ShapeContent::Item::bound(double frame, Bounds& bounds) const {
     if (!is_animated_) still_bounds_ = own;
     bounds.take(own);
     return true;
+}
+
+double ShapeContent::Item::width(const Moment& at) const {
+    const double stored = value(0, at.frame)[0];
+    return led_width_ == nullptr || at.widths == nullptr ? stored : (*at.widths)(*led_width_, stored);
 }
 
 Outline ShapeContent::Item::outline(double frame) const {
@@ -412,17 +421,24 @@ ShapeContent::ShapeContent(Json::ConstArray shapes) : items_(Item::compile(shape
 
 ShapeContent::~ShapeContent() = default;
 
-const Hull& ShapeContent::hull(double frame, Work& work) const {
-    if (hull_frame_ && (!is_animated_ || *hull_frame_ == frame)) return hull_;
+Hull ShapeContent::work_out_hull(Moment at) const {
     std::vector<Outline> outlines;
-    work.spend(weight_);
-    Moment moment{frame, work};
-    for (Shape& shape : Item::group(items_, moment)) {
+    at.work.spend(weight_);
+    for (Shape& shape : Item::group(items_, at)) {
         if (shape.is_painted) outlines.push_back(std::move(shape.outline));
     }
-    hull_ = around(outlines);
+    return around(outlines);
+}
+
+const Hull& ShapeContent::hull(double frame, Work& work) const {
+    if (hull_frame_ && (!is_animated_ || *hull_frame_ == frame)) return hull_;
+    hull_ = work_out_hull({frame, work});
     hull_frame_ = frame;
     return hull_;
+}
+
+Hull ShapeContent::hull_with(const StrokeWidths& widths, double frame, Work& work) const {
+    return work_out_hull({frame, work, &widths});
 }
 
 std::optional<Box> ShapeContent::box_around(double frame, Work& work) const {

@@ -1,6 +1,7 @@
 // What a shape layer paints.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -11,6 +12,9 @@
 #include "outline.h"
 
 namespace lottie::looks {
+
+// How wide a stroke is whose width has an expression, from that property and the value that the file gives it.
+using StrokeWidths = std::function<double(const Json& width, double stored)>;
 
 // Compiled once; what stands still in it is worked out once.
 class ShapeContent {
@@ -24,6 +28,8 @@ class ShapeContent {
     // Paths that nothing paints are left out.
     // Throws TooMuchWork.
     const Hull& hull(double frame, Work& work) const;
+    // The same with other widths of strokes.
+    Hull hull_with(const StrokeWidths& widths, double frame, Work& work) const;
     // A box that holds that hull, and may be much larger; found with far less work. Nothing if it cannot be told.
     // Throws TooMuchWork.
     std::optional<Box> box_around(double frame, Work& work) const;
@@ -35,6 +41,8 @@ class ShapeContent {
     struct Moment;
     class Paints;
     struct Bounds;
+
+    Hull work_out_hull(Moment at) const;
 
     std::vector<std::unique_ptr<Item>> items_;
     bool is_animated_ = false;

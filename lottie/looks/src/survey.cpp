@@ -67,6 +67,13 @@ std::optional<std::size_t> Survey::layer_numbered(double number) {
     return found == by_number_.end() ? std::nullopt : std::optional(found->second);
 }
 
+Survey* Survey::main_composition(std::string_view name) {
+    const Scene& scene = all_->scene();
+    const auto nests = scene.nest_names.find(std::string(name));
+    const bool is_main = scene.main().name == name && (nests == scene.nest_names.end() || nests->second == 0);
+    return is_main ? all_->find(scene.main().id) : nullptr;
+}
+
 Survey* Survey::inside(const SceneLayer& nest) {
     return nest.source.empty() ? nullptr : all_->find(nest.source);
 }
@@ -159,6 +166,13 @@ const Hull& Survey::reach(std::size_t place, double frame) {
     about.own_frame = frame;
     keep_reach(place, frame);
     return about.own_reach;
+}
+
+Hull Survey::reach_with(const StrokeWidths& widths, std::size_t place, double frame) {
+    const SceneLayer& layer = stack_->layer(place);
+    const Hull hull = layer.shapes().hull_with(widths, frame, work_);
+    const auto mask = mask_reach(layer, frame);
+    return mask ? cut(hull, *mask) : hull;
 }
 
 const Hull* Survey::kept_reach(std::size_t place, double frame) const {

@@ -40,6 +40,8 @@ class Survey {
     // into account; of a nest, what its layers reach of its frame. Texts are estimated from their size. Without area
     // when the layer draws nothing then.
     const Hull& reach(std::size_t layer, double frame);
+    // The same of a shape layer whose strokes have other widths than the file says.
+    Hull reach_with(const StrokeWidths& widths, std::size_t layer, double frame);
     // Around all that reach() can be, found with little work; masks left aside. Nothing where it cannot be told so.
     std::optional<Box> box_around_reach(std::size_t layer, double frame);
     // Around the layer's paths as expressions read them, however many ask; nothing if an expression gives one of them.
@@ -71,6 +73,9 @@ class Survey {
     // Or whether one may draw it in another shape; and whether that is so of any layer, or of one inside of its nests.
     bool is_drawn_otherwise(std::size_t layer);
     bool is_any_drawn_otherwise();
+
+    // About the main composition, if all players know that one by the name; else null.
+    Survey* main_composition(std::string_view name);
 
     void spend(std::size_t steps) { work_.spend(steps); }
 
