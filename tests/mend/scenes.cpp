@@ -551,6 +551,13 @@ std::string placed_by(const std::string& text, const std::string& position = "[8
     return solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression(text, position)}})}});
 }
 
+std::string grown_by(const std::string& size, const Members& members = {}) {
+    return shape_layer(1, "box",
+                       R"({"ty":"rc","p":{"a":0,"k":[20,20]},"r":{"a":0,"k":0},"s":)" + size +
+                           R"(},{"ty":"fl","c":{"a":0,"k":[1,0,0,1]},"o":{"a":0,"k":100}})",
+                       members);
+}
+
 std::vector<Scene> clip_scenes() {
     const Members small = {{"w", "50"}, {"h", "50"}, {"ks", transform({{"p", still("[10,10,0]")}})}};
     Members small_and_masked = masked(mask(still(kTriangle)), small);
@@ -567,6 +574,14 @@ std::vector<Scene> clip_scenes() {
         {Reason::mask, "that ends within the frame, over a layer with a mask that does not", Outcome::mended,
          inside({solid(1, "red", 60, 60, "#ff0000", masked(mask(still(path("[[0,0],[60,0],[10,60]]")))))},
                 masked(mask(still(path("[[10,10],[40,20],[15,40]]"))), small))},
+        {Reason::clip, "a layer that an expression may grow over the edge", Outcome::mended,
+         inside({grown_by(expression("[time * 200, 20]", "[20,20]"))}, small), false},
+        {Reason::clip, "a layer that an expression may grow, and another that reaches over the edge", Outcome::mended,
+         inside({grown_by(expression("[time * 200, 20]", "[20,20]")), blue()}, small)},
+        {Reason::clip, "a layer that an expression grows and another moves", Outcome::stays,
+         inside({grown_by(expression("[time * 200, 20]", "[20,20]"),
+                          {{"ks", transform({{"p", expression("[20,20]", "[20,20,0]")}})}})},
+                small)},
         {Reason::clip, "a layer that an expression moves over the edge", Outcome::stays,
          inside({solid(1, "red", 40, 40, "#ff0000", {{"ks", transform({{"p", expression("[20,20]", "[20,20,0]")}})}})},
                 small)},

@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "cut_work.h"
+#include "expression_reach.h"
 #include "fading.h"
 #include "looks/work.h"
 #include "one_outline.h"
@@ -68,6 +69,10 @@ std::vector<PlanePoint> plane(const std::vector<Point>& points) {
     return all;
 }
 
+std::vector<PlanePoint> corners(const Hull& hull) {
+    return hull.size() < 3 ? std::vector<PlanePoint>() : plane(hull);
+}
+
 PlaneMap plane(const Matrix& matrix) {
     const Point origin = matrix.map({0, 0});
     const Point right = matrix.map({1, 0});
@@ -109,7 +114,17 @@ std::vector<PlanePoint> Evaluation::reach(const std::string& composition, std::s
     const Hull hull = one.type == LayerType::nest
                           ? mapped(hull_of(Box{0, 0, one.width, one.height}), all.placement().world(layer, frame))
                           : all.reach_in_stack(layer, frame);
-    return hull.size() < 3 ? std::vector<PlanePoint>() : plane(hull);
+    return corners(hull);
+}
+
+std::optional<std::vector<PlanePoint>> Evaluation::led_reach(const std::string& composition, std::size_t layer,
+                                                             double frame) {
+    Survey& all = survey(composition);
+    const SceneLayer& one = all.stack().layer(layer);
+    if (!all.is_drawn_otherwise(layer)) return reach(composition, layer, frame);
+    if (!one.is_on(frame) || one.transform().opacity.is_nothing_at(frame)) return std::vector<PlanePoint>();
+    const auto hull = ExpressionReach(all, layer).at(frame);
+    return hull ? std::optional(corners(*hull)) : std::nullopt;
 }
 
 bool Evaluation::may_overlap(const std::string& composition, std::size_t a, std::size_t b, double frame) {

@@ -206,11 +206,15 @@ class Cutting {
     bool reaches_beyond(const CopiedLayer& copy, const std::vector<double>& frames) {
         return std::any_of(frames.begin(), frames.end(), [&](double frame) {
             unnested_.spend(kStepsPerLook);
-            const auto corners = evaluation_.reach(inside_, copy.inner, inner_frame(frame));
-            return std::any_of(corners.begin(), corners.end(), [&](const looks::PlanePoint& corner) {
-                return corner.x < 0 || corner.y < 0 || corner.x > nest_.facts().width ||
-                       corner.y > nest_.facts().height;
-            });
+            const double inner = inner_frame(frame);
+            const auto led = evaluation_.led_reach(inside_, copy.inner, inner);
+            return !led || is_any_beyond(*led) || is_any_beyond(evaluation_.reach(inside_, copy.inner, inner));
+        });
+    }
+
+    bool is_any_beyond(const std::vector<looks::PlanePoint>& corners) const {
+        return std::any_of(corners.begin(), corners.end(), [&](const looks::PlanePoint& corner) {
+            return corner.x < 0 || corner.y < 0 || corner.x > nest_.facts().width || corner.y > nest_.facts().height;
         });
     }
 
