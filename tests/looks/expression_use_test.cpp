@@ -48,6 +48,16 @@ TEST(ExpressionUse, a_layers_transform_is_read_by_many_names_and_a_contents_is_a
     }
 }
 
+TEST(ExpressionUse, masks_are_asked_for_by_name_or_number) {
+    const auto by_name = read_expression("thisLayer.mask('a').maskPath");
+    EXPECT_TRUE(by_name.reads_masks);
+    EXPECT_FALSE(by_name.numbers_masks);
+    for (const char* text : {"mask(1).maskPath", "thisComp.layer('a').mask(i)", "mask(`a${i}`)"}) {
+        EXPECT_TRUE(read_expression(text).numbers_masks) << text;
+    }
+    EXPECT_FALSE(read_expression("effect('mask')(1)").reads_masks);
+}
+
 TEST(ExpressionUse, a_value_or_a_loop_of_it_is_carried_along) {
     for (const char* text : {"value", "loopOut('cycle', 0)", "var $bm_rt;\n$bm_rt = loopIn('pingpong');"}) {
         EXPECT_TRUE(lottie::looks::is_carried_along(text)) << text;

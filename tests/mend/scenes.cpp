@@ -295,6 +295,8 @@ std::vector<Scene> opacity_scenes() {
          inside({square(1, "left", 20), square(2, "right", 60, {{"ks", itself_fading}})}, {{"ks", fading}})},
         {Reason::opacity, "layers that lie over one another", Outcome::mended,
          inside({square(1, "left", 20), square(2, "right", 25)}, {{"ks", faded}})},
+        {Reason::opacity, "layers without names that lie over one another", Outcome::mended,
+         inside({square(1, "left", 20, {{"nm", ""}}), square(2, "right", 25, {{"nm", ""}})}, {{"ks", faded}})},
         {Reason::opacity, "keyframes over layers that move over one another", Outcome::mended,
          inside({square(1, "left", 20, {{"ks", passing}}), square(2, "right", 25)}, {{"ks", fading}})},
         {Reason::opacity, "a circle that grows over a square, in a nest that turns", Outcome::mended,
@@ -364,6 +366,14 @@ std::string path(const std::string& points, const std::string& handles = "[[0,0]
 const std::string kTriangle = path("[[20,20],[80,30],[40,80]]");
 const std::string kSlimTriangle = path("[[30,20],[80,50],[30,60]]");
 
+// A layer whose control has a value that an expression gives.
+std::string asking(const std::string& text) {
+    return blue({{"ks", at(40, 40)},
+                 {"ef", R"([{"ty":5,"nm":"control","mn":"ADBE Slider Control","ix":1,"en":1,"ef":[)"
+                        R"({"ty":0,"nm":"Slider","mn":"ADBE Slider Control-0001","ix":1,"v":)" +
+                            expression(text) + "}]}]"}});
+}
+
 Members masked(const std::string& masks, const Members& members = {}) {
     Members all = members;
     all["hasMask"] = "true";
@@ -421,11 +431,10 @@ std::vector<Scene> mask_scenes() {
          inside({kMatte, wide},
                 masked(mask(still(path("[[20,20],[45,20],[45,80],[20,80]]", "[[0,0],[0,0],[0,0],[0,0]]")))))},
         {Reason::mask, "over a layer with a mask", Outcome::mended, inside({own_mask, blue()}, masked(triangle))},
-        {Reason::mask, "over a layer with a mask that another one asks for by its name", Outcome::stays,
-         inside({with_masks(narrow),
-                 blue({{"ks", transform({{"r", expression("thisComp.layer('red').mask('Mask').maskOpacity")}})}})},
-                masked(triangle)),
-         false},
+        {Reason::mask, "over a layer with a mask that another one asks for by its name", Outcome::mended,
+         inside({own_mask, asking("thisComp.layer('red').mask('Mask').maskOpacity")}, masked(triangle))},
+        {Reason::mask, "over a layer with a mask that another one asks for by its number", Outcome::stays,
+         inside({own_mask, asking("thisComp.layer('red').mask(1).maskOpacity")}, masked(triangle))},
         {Reason::mask, "two that join over a layer with a mask", Outcome::mended,
          inside({own_mask}, masked(triangle + "," + mask(still(kSlimTriangle))))},
         {Reason::mask, "two that join over a layer with two masks", Outcome::stays,

@@ -40,6 +40,16 @@ bool is_mask_hidden(const SceneLayer& layer, const SceneLayer& after) {
     });
 }
 
+// Whether a mask of the layer has another number now.
+bool is_mask_counted_otherwise(const SceneLayer& layer, const SceneLayer& after) {
+    const auto masks = layer.array("masksProperties");
+    const auto masks_after = after.array("masksProperties");
+    for (rapidjson::SizeType i = 0; i < masks.Size() && masks.Size() != masks_after.Size(); ++i) {
+        if (i >= masks_after.Size() || text_member(masks[i], "nm") != text_member(masks_after[i], "nm")) return true;
+    }
+    return false;
+}
+
 class ExpressionFindings {
   public:
     // `nest` is null for layers that stayed in the stack.
@@ -251,9 +261,10 @@ class ExpressionFindings {
             note(Reason::layer_reference, Weight::change, one,
                  "it reads the name of a layer, which may be another now");
         }
-        if (use.reads_masks && any_copy(one, Whose::any, is_mask_hidden)) {
+        if ((use.reads_masks && any_copy(one, Whose::any, is_mask_hidden)) ||
+            (use.numbers_masks && any_copy(one, Whose::any, is_mask_counted_otherwise))) {
             note(Reason::layer_reference, Weight::change, one,
-                 "it reads a mask of a layer, which may be another of that name now");
+                 "it reads a mask of a layer, which may be another one now");
         }
         if (use.span != Whose::nobody && any_copy(one, use.span, [](const SceneLayer& layer, const SceneLayer& after) {
                 return layer.in != after.in || layer.out != after.out || layer.start != after.start;

@@ -144,7 +144,10 @@ class Reader : ExpressionReader {
         const bool is_of_transform = is_member(i) && owner(i) == "transform";  // which says itself whose it is
         if (is_one_of(word, kTransformWords) && !is_of_transform && !is_of_content(i)) use_.reads_transforms = true;
         if (word == "opacity") use_.reads_opacity = true;
-        if (word == "mask" && is_call(i)) use_.reads_masks = true;
+        if (word == "mask" && is_call(i)) {
+            use_.reads_masks = true;
+            use_.numbers_masks = use_.numbers_masks || !is_string(i + 2);
+        }
         if (is_one_of(word, kToWords)) converts_to_ = true;
         if (is_one_of(word, kFromWords)) converts_from_ = true;
         if (is_one_of(word, {"parent", "hasParent"}))

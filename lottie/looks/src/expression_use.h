@@ -26,6 +26,7 @@ struct ExpressionUse {
     bool reads_other_index = false;                // the number of another layer, or may
     bool reads_names = false;                      // what any layer is called
     bool reads_masks = false;                      // of any layer
+    bool numbers_masks = false;                    // or may: masks by their number
     bool reads_transforms = false;                 // of any layer, numbers other than the property's own among them
     bool reads_opacity = false;                    // likewise
     bool converts_points = false;                  // from a layer to its composition, or back, and not both

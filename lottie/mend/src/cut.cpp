@@ -58,6 +58,13 @@ bool has_one_mask(const LayerText& layer) {
     return masks.size() == 1 && (mode_of(tree, masks[0]) == "a" || mode_of(tree, masks[0]) == "f");
 }
 
+// The name of a mask that stands for what has that name, as JSON: one that no expression asks for, whatever masks the
+// layer has itself.
+std::string name_after(std::string_view name) {
+    const bool is_text = name.size() >= 2 && name.starts_with('"');
+    return "\"{{" + std::string(is_text ? name.substr(1, name.size() - 2) : "") + "_exflate}}\"";
+}
+
 // The only mask of a list, in the mode that leaves what it has in common with those before it.
 std::string intersecting(const std::string& masks) {
     const document::Slice all{0, static_cast<std::uint32_t>(masks.size())};
@@ -164,7 +171,7 @@ class Cutting {
 
     static std::string plain_mask(const std::string& mode, const std::string& path, const LayerText& named) {
         return R"({"inv":false,"mode":")" + mode + R"(","pt":)" + path +
-               R"(,"o":{"a":0,"k":100},"x":{"a":0,"k":0},"nm":)" + std::string(named.member("nm")) + "}";
+               R"(,"o":{"a":0,"k":100},"x":{"a":0,"k":0},"nm":)" + name_after(named.member("nm")) + "}";
     }
 
     // What a layer above covers, in the coordinates of the layer, at the frames at which it is to be taken away;
@@ -289,7 +296,7 @@ class Cutting {
         return "{\"inv\":false,\"mode\":\"" + cutter.mode + "\",\"pt\":" + *path +
                member("o", opacity.empty() ? still + "100}" : opacity) + ",\"x\":" + still + "0}" +
                member("f", text_of("f")) + member("cl", cutter.mask == nullptr ? closed : text_of("cl")) +
-               member("nm", cutter.mask == nullptr ? std::string(named.member("nm")) : text_of("nm")) + "}";
+               member("nm", name_after(cutter.mask == nullptr ? named.member("nm") : text_of("nm"))) + "}";
     }
 
     // From the coordinates of the nest, or of its matte, to those of the layer; nothing where the layer has no area.
