@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "animations.h"
+#include "looks/expressions.h"
 
 namespace {
 
@@ -156,6 +157,32 @@ TEST(Judge, a_changed_order_is_reported_with_the_first_layer_that_moved) {
     ASSERT_NE(finding, nullptr);
     EXPECT_EQ(finding->weight, Weight::change);
     EXPECT_EQ(finding->sentence, "layer \"red\" has another place in the stack");
+}
+
+// What a clock that runs in circles would have to do to a layer is looked for in all of its members.
+TEST(Judge, a_layer_that_lost_a_member_does_not_run_in_circles) {
+    const std::string clock = R"({"a":1,"k":[{"i":{"x":[1],"y":[1]},"o":{"x":[0],"y":[0]},"t":0,"s":[0]},)"
+                              R"({"t":10,"s":[0.4]}],"x":"var $bm_rt;\n$bm_rt = loopOut('cycle');"})";
+    const std::string keys = keyed({{0, "0,0,0"}, {10, "40,0,0"}});
+    std::string cycle = cycle_between(0, 0.4);
+    for (std::size_t at = cycle.find('\n'); at != std::string::npos; at = cycle.find('\n')) cycle.replace(at, 1, "\\n");
+    const std::string circling = R"({"p":)" + keys.substr(0, keys.size() - 1) + R"(,"x":")" + cycle + "\"}";
+    Nesting nesting;
+    nesting.nest = {{"tm", clock}};
+    nesting.inside = {solid(1, "red", 40, 40, "#ff0000", {{"ks", R"({"p":)" + keys + R"(,"r":{"a":0,"k":0}})"}})};
+    const std::string before = animation(nesting);
+    const auto has_other_time = [&](const std::string& more) {
+        const std::vector<std::string> flat = {solid(1, "red", 40, 40, "#ff0000", {{"ks", circling + more + "}"}}),
+                                               kGround};
+        Judge judge(before);
+        const auto reports = judge.compare({"", {0}, {{kCopied, 0, 0}, {kKept, 1, 0}}},
+                                           {{flat.begin(), flat.end()}, {}, flat_animation(flat).size()});
+        const Finding* finding = find(reports.at(0), Reason::time_remap);
+        return finding != nullptr && finding->weight == Weight::change;
+    };
+    EXPECT_FALSE(has_other_time(R"(,"r":{"a":0,"k":0})"));
+    EXPECT_TRUE(has_other_time(""));
+    EXPECT_TRUE(has_other_time(R"(,"r":0)"));
 }
 
 TEST(Judge, the_order_of_layers_that_draw_nothing_does_not_matter) {

@@ -142,4 +142,19 @@ TEST(ShapeContent, an_animated_path_is_evaluated_at_the_frame) {
     expect_box(painted(path + stroke("2"), 12), -1, -1, 61, 1);
 }
 
+TEST(ShapeContent, the_handles_of_an_animated_path_are_evaluated_at_the_frame) {
+    const auto line = [](const std::string& in, const std::string& out) {
+        return R"([{"v":[[0,0],[100,0]],"i":[[0,0],)" + in + R"(],"o":[)" + out + R"(,[0,0]],"c":false}])";
+    };
+    const auto bent = [&](const std::string& in, const std::string& out) {
+        return painted(R"({"ty":"sh","ks":{"k":[{"t":0,"s":)" + line("[0,0]", "[0,0]") +
+                           R"(,"o":{"x":0,"y":0},"i":{"x":1,"y":1}},{"t":10,"s":)" + line(in, out) + "}]}}," +
+                           stroke("2"),
+                       5);
+    };
+    expect_box(bent("[0,-80]", "[0,-80]"), -1, -31, 101, 1);
+    expect_box(bent("[0,-90]", "[0,0]"), -1, -21, 101, 1);
+    expect_box(bent("[0,0]", "[0,-90]"), -1, -21, 101, 1);
+}
+
 }  // namespace

@@ -85,6 +85,84 @@ TEST(Flatten, what_keeps_a_nest_that_fades_is_told) {
          "#000000");
 }
 
+TEST(Flatten, a_blend_mode_that_layers_took_is_told) {
+    const cli::Flattened flat =
+        cli::flatten_animation(animation({.nest = {{"bm", "1"}}, .inside = {red()}}), plugin(), {});
+    ASSERT_EQ(flat.nests.size(), 1U);
+    EXPECT_EQ(flat.nests[0].verdict, lottie::looks::Verdict::equal_to_the_eye);
+    const auto& findings = flat.nests[0].findings;
+    const auto found = std::find_if(findings.begin(), findings.end(),
+                                    [](const auto& one) { return one.reason == lottie::looks::Reason::blend_mode; });
+    ASSERT_NE(found, findings.end());
+    EXPECT_EQ(
+        in_words(*found),
+        "blend-mode, slight: its blend mode, Multiply, is now that of its layers, one of which is seen at a time ->  "
+        "[|bm|]");
+}
+
+// What was renamed asks for no more than it must.
+TEST(Flatten, only_layers_that_would_be_mistaken_get_other_names) {
+    const std::string asks_for_red = R"([{"ty":5,"nm":"control","mn":"ADBE Slider Control","ix":1,"en":1,"ef":[)"
+                                     R"({"ty":0,"nm":"Slider","mn":"ADBE Slider Control-0001","ix":1,"v":)" +
+                                     expression("thisComp.layer('red').transform.rotation") + "}]}]";
+    const std::string asks_for_blue = "thisComp.layer('blue').transform.position";
+    const auto asker = [&](int ind) {
+        return solid(ind, "asker", 20, 20, "#00aa00",
+                     {{"ks", transform({{"p", expression(asks_for_blue, "[0,0,0]")}})}});
+    };
+    Nesting nesting;
+    nesting.nest = {{"ef", asks_for_red}};
+    nesting.below = {solid(20, "blue", 30, 30, "#cccccc"), asker(21)};
+    const cli::Flattened flat = cli::flatten_animation(animation(nesting), plugin(), {});
+    EXPECT_EQ(flat.nests_left, 0U);
+    for (const char* name : {"red", "blue 2", "blue", "asker"})
+        EXPECT_NE(flat.text.find(R"("nm":")" + std::string(name) + '"'), std::string::npos) << name << flat.text;
+    EXPECT_EQ(flat.text.find("red 2"), std::string::npos) << flat.text;
+    EXPECT_EQ(flat.text.find("blue 2 2"), std::string::npos) << flat.text;
+}
+
+std::string masks(const std::vector<std::string>& vertices) {
+    std::string all;
+    for (const std::string& one : vertices) {
+        all += (all.empty() ? "" : ",") +
+               (R"({"inv":false,"mode":"a","pt":{"a":0,"k":{"i":[[0,0],[0,0],[0,0]],)" +
+                (R"("o":[[0,0],[0,0],[0,0]],"v":)" + one)) +
+               R"(,"c":true}},"o":{"a":0,"k":100},"x":{"a":0,"k":0},"nm":"Mask"})";
+    }
+    return "[" + all + "]";
+}
+
+const char* const kTriangle = "[[20,20],[80,30],[40,80]]";
+
+// Players take for the first mask what follows masks that leave nothing of a layer in the picture, and only of the main
+// composition it is known what that is.
+TEST(Flatten, masks_stand_behind_others_in_the_main_composition_alone) {
+    const std::string masked_red =
+        red({{"hasMask", "true"}, {"masksProperties", masks({"[[0,0],[40,0],[10,40]]", "[[0,0],[30,10],[10,30]]"})}});
+    const Members with_mask = {
+        {"w", "100"}, {"h", "100"}, {"hasMask", "true"}, {"masksProperties", masks({kTriangle})}};
+    Nesting nesting;
+    nesting.nest = with_mask;
+    nesting.inside = {masked_red, blue()};
+    EXPECT_EQ(cli::flatten_animation(animation(nesting), plugin(), {}).nests_left, 0U);
+
+    nesting.nest = {{"bm", "2"}};
+    nesting.inside = {nest_layer(1, "Inner", "inner", with_mask), blue()};
+    nesting.assets = {R"({"id":"inner","layers":[)" + masked_red + "," + blue() + "]}"};
+    EXPECT_EQ(cli::flatten_animation(animation(nesting), plugin(), {}).nests_left, 2U);
+}
+
+// The frame would have to stand behind all of them.
+TEST(Flatten, a_mask_and_the_frame_do_not_both_stand_behind_others) {
+    Nesting nesting;
+    nesting.nest = {{"w", "70"}, {"h", "70"}, {"hasMask", "true"}, {"masksProperties", masks({kTriangle})}};
+    nesting.inside = {red({{"hasMask", "true"},
+                           {"masksProperties", masks({"[[0,0],[40,0],[10,40]]", "[[0,0],[30,10],[10,30]]"})},
+                           {"ks", at(50, 50)}}),
+                      blue()};
+    EXPECT_EQ(cli::flatten_animation(animation(nesting), plugin(), {}).nests_left, 1U);
+}
+
 TEST(Flatten, what_a_remedy_cannot_mend_is_told_rather_than_the_remedy) {
     const std::string shaded = R"([{"ty":25,"nm":"Shadow","mn":"ADBE Drop Shadow","en":1,"ef":[]}])";
     const cli::Flattened flat =
