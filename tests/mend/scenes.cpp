@@ -570,8 +570,14 @@ std::string grown_by(const std::string& size, const Members& members = {}) {
 std::vector<Scene> clip_scenes() {
     const Members small = {{"w", "50"}, {"h", "50"}, {"ks", transform({{"p", still("[10,10,0]")}})}};
     Members small_and_masked = masked(mask(still(kTriangle)), small);
+    const auto at_edge = [](double place) { return Members{{"w", "50"}, {"h", "50"}, {"ks", at(place, place)}}; };
+    const std::vector<std::string> wide = {solid(1, "white", 100, 100, "#ffffff", {{"ks", at(-20, -20)}}),
+                                           solid(2, "black", 100, 100, "#000000", {{"ks", at(-20, -20)}})};
     return {
         {Reason::clip, "layers that reach over the edge", Outcome::mended, inside({red(), blue()}, small)},
+        {Reason::clip, "layers one over another at edges on whole pixels", Outcome::mended,
+         inside(wide, at_edge(20.25))},
+        {Reason::clip, "layers one over another at edges within pixels", Outcome::stays, inside(wide, at_edge(20.15))},
         {Reason::clip, "a layer that moves over the edge", Outcome::mended,
          inside({red({{"ks", moving_transform()}}), square(2, "still", 5)}, small)},
         {Reason::clip, "a layer that grows from nothing over the edge", Outcome::mended,

@@ -6,6 +6,7 @@
 #include "cut_work.h"
 #include "expression_reach.h"
 #include "findings.h"
+#include "frame_seams.h"
 #include "sight.h"
 #include "words.h"
 
@@ -210,10 +211,26 @@ std::string pixels(double width) {
     return whole < 1 ? "less than 1 pixel" : whole == 1 ? "1 pixel" : plain(whole) + " pixels";
 }
 
+// Whether there is something to say.
+bool find_frame_seams(Unnesting& u) {
+    double most = 0;
+    for (const double frame : u.nest_frames()) {
+        most = std::max(most, frame_seam_share(u, frame));
+        if (most <= 1) continue;
+        u.add({Reason::clip, Weight::change,
+               "the nest's frame (" + plain(u.nest().width) + " x " + plain(u.nest().height) +
+                   ") ends between pixels, and layers that it cuts one by one look different along its edges",
+               "cut the layers with a mask or a matte inside the composition", "", "w", frame});
+        return true;
+    }
+    u.add_unseen(most);
+    return false;
+}
+
 }  // namespace
 
 void find_clip_changes(Unnesting& u) {
-    if (find_led_layers(u)) return;
+    if (find_led_layers(u) || find_frame_seams(u)) return;
     const Worst worst = search(u);
     if (worst.width <= kNothing) return;
     const SceneLayer& layer = u.inside().layer(worst.layer);

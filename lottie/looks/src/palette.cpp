@@ -83,9 +83,18 @@ Contrast Palette::contrast_to(const SceneLayer& layer) const {
     } else if (const Json* paint = first_paint(layer.array("shapes"))) {
         own = colors_of(*paint);
     }
-    if (!is_all_known_ || own.empty()) return {};
+    return own.empty() ? Contrast{} : contrast_to(own);
+}
+
+Contrast Palette::contrast_to(const Palette& other) const {
+    return other.is_all_known_ ? contrast_to(std::vector<Values>(other.colors_.begin(), other.colors_.end()))
+                               : Contrast{};
+}
+
+Contrast Palette::contrast_to(const std::vector<Values>& colors) const {
+    if (!is_all_known_) return {};
     Contrast contrast{0, 0, 0};
-    for (const Values& color : own) {
+    for (const Values& color : colors) {
         for (const Values& other : colors_) {
             Values apart;
             std::transform(color.begin(), color.end(), other.begin(), apart.begin(),

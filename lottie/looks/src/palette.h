@@ -2,6 +2,7 @@
 #pragma once
 
 #include <set>
+#include <vector>
 
 #include "property.h"
 #include "scene.h"
@@ -27,8 +28,11 @@ class Palette {
 
     // Of a layer of one color to any of them.
     Contrast contrast_to(const SceneLayer& layer) const;
+    // Of any color there.
+    Contrast contrast_to(const Palette& other) const;
 
   private:
+    Contrast contrast_to(const std::vector<Values>& colors) const;
     bool has_taken(const SceneLayer& layer);
     bool add_paints(Json::ConstArray shapes);
 

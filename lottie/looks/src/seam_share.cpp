@@ -11,26 +11,10 @@
 #include "one_outline.h"
 #include "palette.h"
 #include "path.h"
+#include "seam_error.h"
 
 namespace lottie::looks {
 namespace {
-
-constexpr double kSeenStep = 8.0 / 255;               // of a channel; pixels beyond it are counted
-constexpr double kUnseenBeyond = 0.7 * kUnseenShare;  // measured: up to a tenth more of them are than is estimated
-constexpr double kUnseenMean = 0.05 / 255;            // of the whole picture
-
-bool is_within(const Hull& hull, Point p) {
-    const auto side = [&](std::size_t i) {
-        const Point& a = hull[i];
-        const Point& b = hull[(i + 1) % hull.size()];
-        return (b.x - a.x) * (p.y - a.y) - (b.y - a.y) * (p.x - a.x);
-    };
-    const bool turns_left = side(0) > 0;
-    for (std::size_t i = 0; i < hull.size(); ++i) {
-        if ((side(i) > 0) != turns_left) return false;
-    }
-    return true;
-}
 
 double length_of_side(const Hull& hull, std::size_t i) {
     const Point& a = hull[i];
@@ -65,13 +49,6 @@ double seam_length(Unnesting& u, const std::vector<SeenLayer>& seen, std::size_t
     return length;
 }
 
-// What is wrong along a seam.
-struct SeamError {
-    double mean = 0;    // of the pixels that both layers fill in part, where the contrast is 1
-    double beyond = 0;  // the share of them that is off by more than kSeenStep
-    double square = 0;  // mean of the squares, where the contrast is 1
-};
-
 SeamError error_along(double opacity, double contrast) {
     constexpr int kSamples = 32;
     const double width = seam_width(opacity);
@@ -80,9 +57,7 @@ SeamError error_along(double opacity, double contrast) {
     // lacks another.
     const auto add = [&](double filled, double taken) {
         const double off = std::abs((1 - opacity * filled) * (1 - opacity + opacity * taken) - (1 - opacity));
-        error.mean += off / kSamples;
-        error.square += off * off / kSamples;
-        error.beyond += (off * contrast > kSeenStep ? 1.0 : 0.0) / kSamples;
+        error.add(off, contrast, 1.0 / kSamples);
     };
     for (int i = 0; i < kSamples; ++i) {
         const double filled = (i + 0.5) / kSamples;
@@ -90,16 +65,6 @@ SeamError error_along(double opacity, double contrast) {
         add(1, std::min(1.0, 1 - (width - filled)));  // the pixel beside it
     }
     return error;
-}
-
-// How much less alike the pictures are, as told in blocks of 8 x 8 pixels, for each pixel of a seam through a plain
-// area.
-double unlikeness(double square) {
-    constexpr double kBlock = 8;
-    constexpr double kSteady = 0.03 * 0.03;   // what the measure adds to the variance of a block
-    constexpr double kBlocksPerLength = 1.3;  // that a seam of a block's length runs through, as it may lie askew
-    const double variance = square / kBlock;
-    return kBlock * kBlocksPerLength * variance / (kSteady + variance);
 }
 
 // Whether the layer is opaque wherever its hull is.
@@ -163,9 +128,7 @@ double share_of(const Unnesting& u, double length, const std::vector<SeenLayer>&
                     std::max(contrast.luma, one.luma)};
     }
     const SeamError error = error_along(u.nest().transform().opacity.at(frame)[0] / 100, contrast.most);
-    const double share = length * seam_pixel(u.stack().width) / (u.stack().width * u.stack().height);
-    return share * std::max({error.mean * contrast.mean / kUnseenMean, error.beyond / kUnseenBeyond,
-                             unlikeness(error.square * contrast.luma * contrast.luma) / kUnseenUnlikeness});
+    return seam_error_share(u.stack(), length, error, contrast);
 }
 
 }  // namespace

@@ -1,0 +1,88 @@
+// How much shows along the edge of a nest's frame where it cuts layers one by one that lie over one another.
+#include "frame_seams.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <optional>
+
+#include "looks/seam.h"
+#include "palette.h"
+#include "seam_error.h"
+#include "seam_share.h"
+#include "sight.h"
+#include "visibility.h"
+
+namespace lottie::looks {
+namespace {
+
+constexpr std::size_t kPieces = 16;  // of each side
+
+// How far a straight line at that place comes into its row of pixels; nothing where that is not known.
+std::optional<double> filled_part(const Unnesting& u, Point from, Point to) {
+    const bool is_whole_picture = u.stack().id.empty();
+    const bool is_upright = std::abs(from.x - to.x) < kNothing;
+    if (!is_whole_picture || (!is_upright && std::abs(from.y - to.y) >= kNothing)) return std::nullopt;
+    const double at = (is_upright ? from.x : from.y) / seam_pixel(u.stack().width);
+    return at - std::floor(at);
+}
+
+// Some players cut groups at whole pixels, but layers in the midst of one. In others a layer shows through one above it
+// by the part of a pixel that the latter fills, times the part that it does not.
+SeamError error_along(const std::optional<double>& filled, double contrast) {
+    SeamError error;
+    if (filled) {
+        error.add(std::min(*filled, 1 - *filled), contrast, 1);
+        return error;
+    }
+    constexpr int kSamples = 16;
+    for (int i = 0; i < kSamples; ++i) {
+        const double part = (i + 0.5) / kSamples;
+        error.add(part * (1 - part), contrast, 1.0 / kSamples);
+    }
+    return error;
+}
+
+}  // namespace
+
+double frame_seam_share(Unnesting& u, double frame) {
+    const double inner_frame = u.inner_frame(frame);
+    const Matrix place = u.stack_placement().world(u.nest_place(), frame);
+    std::vector<SeenLayer> cut;
+    for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
+        if (!u.held_cut().frame[inner] || !is_seen(u.inside().layer(inner), inner_frame)) continue;
+        cut.push_back({inner, mapped(u.inside_survey().reach_in_stack(inner, inner_frame), place)});
+    }
+    if (cut.empty()) return 0;
+    const double w = u.nest().width;
+    const double h = u.nest().height;
+    const std::array<Point, 5> corners = {place.map({0, 0}), place.map({w, 0}), place.map({w, h}), place.map({0, h}),
+                                          place.map({0, 0})};
+    const Palette& all = u.comparison().surveys().palette();
+    double share = 0;
+    for (std::size_t side = 0; side < 4; ++side) {
+        const Point a = corners[side];
+        const Point b = corners[side + 1];
+        const auto filled = filled_part(u, a, b);
+        const double length = std::hypot(b.x - a.x, b.y - a.y) / kPieces;
+        for (std::size_t i = 0; i < kPieces; ++i) {
+            const double at = (static_cast<double>(i) + 0.5) / kPieces;
+            const Point p{a.x + at * (b.x - a.x), a.y + at * (b.y - a.y)};
+            if (!(p.x > 0 && p.y > 0 && p.x < u.stack().width && p.y < u.stack().height)) continue;
+            u.comparison().spend(cut.size());
+            Palette colors;
+            std::size_t count = 0;
+            for (const SeenLayer& layer : cut) {
+                if (!is_within(layer.hull, p)) continue;
+                colors.add(u.inside().layer(layer.inner));
+                ++count;
+            }
+            if (count < (filled ? 1 : 2)) continue;
+            const Contrast contrast = all.contrast_to(colors);
+            share += seam_error_share(u.stack(), length, error_along(filled, contrast.most), contrast);
+        }
+    }
+    return share;
+}
+
+}  // namespace lottie::looks
