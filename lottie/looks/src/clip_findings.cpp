@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 
 #include "cut_work.h"
 #include "expression_reach.h"
@@ -213,9 +214,10 @@ std::string pixels(double width) {
 
 // Whether there is something to say.
 bool find_frame_seams(Unnesting& u) {
+    FrameSeams seams(u);
     double most = 0;
     for (const double frame : u.nest_frames()) {
-        most = std::max(most, frame_seam_share(u, frame));
+        most = std::max(most, seams.share_at(frame));
         if (most <= 1) continue;
         u.add({Reason::clip, Weight::change,
                "the nest's frame (" + plain(u.nest().width) + " x " + plain(u.nest().height) +

@@ -118,13 +118,21 @@ std::vector<PlanePoint> Evaluation::reach(const std::string& composition, std::s
 }
 
 std::optional<std::vector<PlanePoint>> Evaluation::led_reach(const std::string& composition, std::size_t layer,
-                                                             double frame) {
+                                                             const std::vector<double>& frames) {
     Survey& all = survey(composition);
     const SceneLayer& one = all.stack().layer(layer);
-    if (!all.is_drawn_otherwise(layer)) return reach(composition, layer, frame);
-    if (!one.is_on(frame) || one.transform().opacity.is_nothing_at(frame)) return std::vector<PlanePoint>();
-    const auto hull = ExpressionReach(all, layer).at(frame);
-    return hull ? std::optional(corners(*hull)) : std::nullopt;
+    std::vector<PlanePoint> reach;
+    if (!all.is_drawn_otherwise(layer)) return reach;
+    ExpressionReach reaches(all, layer);
+    for (const double frame : frames) {
+        work_.spend(1);
+        if (!one.is_on(frame) || one.transform().opacity.is_nothing_at(frame)) continue;
+        const auto hull = reaches.at(frame);
+        if (!hull) return std::nullopt;
+        const auto now = corners(*hull);
+        reach.insert(reach.end(), now.begin(), now.end());
+    }
+    return reach;
 }
 
 bool Evaluation::may_overlap(const std::string& composition, std::size_t a, std::size_t b, double frame) {

@@ -7,9 +7,7 @@
 #include <optional>
 
 #include "looks/seam.h"
-#include "palette.h"
 #include "seam_error.h"
-#include "seam_share.h"
 #include "sight.h"
 #include "visibility.h"
 
@@ -45,41 +43,52 @@ SeamError error_along(const std::optional<double>& filled, double contrast) {
 
 }  // namespace
 
-double frame_seam_share(Unnesting& u, double frame) {
-    const double inner_frame = u.inner_frame(frame);
-    const Matrix place = u.stack_placement().world(u.nest_place(), frame);
-    std::vector<SeenLayer> cut;
-    for (std::size_t inner = 0; inner < u.inside().size(); ++inner) {
-        if (!u.held_cut().frame[inner] || !is_seen(u.inside().layer(inner), inner_frame)) continue;
-        cut.push_back({inner, mapped(u.inside_survey().reach_in_stack(inner, inner_frame), place)});
+FrameSeams::FrameSeams(Unnesting& unnesting) : u_(unnesting) {
+    for (std::size_t inner = 0; inner < u_.inside().size(); ++inner) {
+        if (!u_.held_cut().frame[inner]) continue;
+        Palette colors;
+        colors.add(u_.inside().layer(inner));
+        cut_.push_back({inner, u_.comparison().surveys().palette().contrast_to(colors)});
     }
-    if (cut.empty()) return 0;
-    const double w = u.nest().width;
-    const double h = u.nest().height;
+}
+
+double FrameSeams::share_at(double frame) {
+    const double inner_frame = u_.inner_frame(frame);
+    const Matrix place = u_.stack_placement().world(u_.nest_place(), frame);
+    struct Seen {
+        Hull hull;
+        Contrast contrast;
+    };
+    std::vector<Seen> seen;
+    for (const CutLayer& layer : cut_) {
+        if (!is_seen(u_.inside().layer(layer.inner), inner_frame)) continue;
+        seen.push_back({mapped(u_.inside_survey().reach_in_stack(layer.inner, inner_frame), place), layer.contrast});
+        u_.comparison().spend(seen.back().hull.size() * kPieces);
+    }
+    if (seen.empty()) return 0;
+    const double w = u_.nest().width;
+    const double h = u_.nest().height;
     const std::array<Point, 5> corners = {place.map({0, 0}), place.map({w, 0}), place.map({w, h}), place.map({0, h}),
                                           place.map({0, 0})};
-    const Palette& all = u.comparison().surveys().palette();
     double share = 0;
     for (std::size_t side = 0; side < 4; ++side) {
         const Point a = corners[side];
         const Point b = corners[side + 1];
-        const auto filled = filled_part(u, a, b);
+        const auto filled = filled_part(u_, a, b);
         const double length = std::hypot(b.x - a.x, b.y - a.y) / kPieces;
         for (std::size_t i = 0; i < kPieces; ++i) {
             const double at = (static_cast<double>(i) + 0.5) / kPieces;
             const Point p{a.x + at * (b.x - a.x), a.y + at * (b.y - a.y)};
-            if (!(p.x > 0 && p.y > 0 && p.x < u.stack().width && p.y < u.stack().height)) continue;
-            u.comparison().spend(cut.size());
-            Palette colors;
+            if (!(p.x > 0 && p.y > 0 && p.x < u_.stack().width && p.y < u_.stack().height)) continue;
+            Contrast contrast{0, 0, 0};
             std::size_t count = 0;
-            for (const SeenLayer& layer : cut) {
+            for (const Seen& layer : seen) {
                 if (!is_within(layer.hull, p)) continue;
-                colors.add(u.inside().layer(layer.inner));
+                contrast = larger(contrast, layer.contrast);
                 ++count;
             }
             if (count < (filled ? 1 : 2)) continue;
-            const Contrast contrast = all.contrast_to(colors);
-            share += seam_error_share(u.stack(), length, error_along(filled, contrast.most), contrast);
+            share += seam_error_share(u_.stack(), length, error_along(filled, contrast.most), contrast);
         }
     }
     return share;

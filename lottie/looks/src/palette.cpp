@@ -38,6 +38,10 @@ std::optional<Values> color_of(const std::string& text) {
 
 }  // namespace
 
+Contrast larger(const Contrast& a, const Contrast& b) {
+    return {std::max(a.most, b.most), std::max(a.mean, b.mean), std::max(a.luma, b.luma)};
+}
+
 Palette Palette::of(const Scene& scene) {
     Palette all;
     all.add_white();

@@ -16,6 +16,9 @@ struct Contrast {
     double luma = 1;  // in brightness
 };
 
+// The larger one in each respect.
+Contrast larger(const Contrast& a, const Contrast& b);
+
 // Plain colors, and those of gradients. What is drawn in any other way, such as images, may have every color.
 class Palette {
   public:

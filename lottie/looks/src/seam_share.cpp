@@ -122,11 +122,7 @@ Palette colors_below(Unnesting& u, const std::vector<SeenLayer>& layers, double 
 double share_of(const Unnesting& u, double length, const std::vector<SeenLayer>& layers, double frame,
                 const Palette& below) {
     Contrast contrast{0, 0, 0};
-    for (const SeenLayer& layer : layers) {
-        const Contrast one = below.contrast_to(u.inside().layer(layer.inner));
-        contrast = {std::max(contrast.most, one.most), std::max(contrast.mean, one.mean),
-                    std::max(contrast.luma, one.luma)};
-    }
+    for (const SeenLayer& layer : layers) contrast = larger(contrast, below.contrast_to(u.inside().layer(layer.inner)));
     const SeamError error = error_along(u.nest().transform().opacity.at(frame)[0] / 100, contrast.most);
     return seam_error_share(u.stack(), length, error, contrast);
 }

@@ -147,10 +147,7 @@ Hull Survey::work_out_reach(std::size_t place, double frame) {
         default:
             break;
     }
-    const auto mask = mask_reach(layer, frame);
-    if (!mask) return hull;
-    work_.spend(steps_to_cut(hull, *mask));
-    return cut(hull, *mask);
+    return within_masks(layer, std::move(hull), frame);
 }
 
 const Hull& Survey::reach(std::size_t place, double frame) {
@@ -170,9 +167,14 @@ const Hull& Survey::reach(std::size_t place, double frame) {
 
 Hull Survey::reach_with(const StrokeWidths& widths, std::size_t place, double frame) {
     const SceneLayer& layer = stack_->layer(place);
-    const Hull hull = layer.shapes().hull_with(widths, frame, work_);
+    return within_masks(layer, layer.shapes().hull_with(widths, frame, work_), frame);
+}
+
+Hull Survey::within_masks(const SceneLayer& layer, Hull hull, double frame) {
     const auto mask = mask_reach(layer, frame);
-    return mask ? cut(hull, *mask) : hull;
+    if (!mask) return hull;
+    work_.spend(steps_to_cut(hull, *mask));
+    return cut(hull, *mask);
 }
 
 const Hull* Survey::kept_reach(std::size_t place, double frame) const {

@@ -112,6 +112,7 @@ class Survey {
     const Hull* kept_reach(std::size_t layer, double frame) const;
     void keep_reach(std::size_t layer, double frame);
     Hull work_out_reach(std::size_t layer, double frame);
+    Hull within_masks(const SceneLayer& layer, Hull hull, double frame);
     Hull nest_reach(const SceneLayer& nest, double frame);
     Survey* inside(const SceneLayer& nest);
     void index_layers();

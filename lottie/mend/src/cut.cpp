@@ -211,11 +211,13 @@ class Cutting {
     }
 
     bool reaches_beyond(const CopiedLayer& copy, const std::vector<double>& frames) {
-        return std::any_of(frames.begin(), frames.end(), [&](double frame) {
+        std::vector<double> inner_frames;
+        for (const double frame : frames) inner_frames.push_back(inner_frame(frame));
+        const auto led = evaluation_.led_reach(inside_, copy.inner, inner_frames);
+        if (!led || is_any_beyond(*led)) return true;
+        return std::any_of(inner_frames.begin(), inner_frames.end(), [&](double frame) {
             unnested_.spend(kStepsPerLook);
-            const double inner = inner_frame(frame);
-            const auto led = evaluation_.led_reach(inside_, copy.inner, inner);
-            return !led || is_any_beyond(*led) || is_any_beyond(evaluation_.reach(inside_, copy.inner, inner));
+            return is_any_beyond(evaluation_.reach(inside_, copy.inner, frame));
         });
     }
 

@@ -52,8 +52,10 @@ class Evaluation {
     bool is_placed_by_expression(const std::string& composition, std::size_t layer);
     // How far a layer's picture may reach in its composition: the corners around it; none when nothing is seen then.
     std::vector<PlanePoint> reach(const std::string& composition, std::size_t layer, double frame);
-    // The same as expressions may draw it; nothing where that cannot be told.
-    std::optional<std::vector<PlanePoint>> led_reach(const std::string& composition, std::size_t layer, double frame);
+    // All that expressions may make of it at any of the frames, as corners; none for a layer that they leave alone,
+    // nothing where that cannot be told.
+    std::optional<std::vector<PlanePoint>> led_reach(const std::string& composition, std::size_t layer,
+                                                     const std::vector<double>& frames);
     // Whether two layers are seen at a frame, and so near that their pictures may lie over one another.
     bool may_overlap(const std::string& composition, std::size_t a, std::size_t b, double frame);
     // Whether a nest covers so much of the picture at a frame that its layers cannot fade one by one there.
